@@ -1,0 +1,57 @@
+# Helpers that every directory uses: one library a room, one test program a room.
+
+add_library(korvane_options INTERFACE)
+target_compile_features(korvane_options INTERFACE cxx_std_20)
+target_compile_options(
+  korvane_options
+  INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+            # The methods hang on exact comparisons: every preset must give the same bytes.
+            -ffp-contract=off)
+if(KORVANE_WERROR)
+  target_compile_options(korvane_options INTERFACE -Werror)
+endif()
+if(KORVANE_SANITIZE)
+  target_compile_options(korvane_options INTERFACE -fsanitize=${KORVANE_SANITIZE}
+                                                   -fno-omit-frame-pointer)
+  target_link_options(korvane_options INTERFACE -fsanitize=${KORVANE_SANITIZE})
+  if(KORVANE_SANITIZE MATCHES "undefined")
+    target_compile_options(korvane_options INTERFACE -fno-sanitize-recover=undefined)
+  endif()
+endif()
+
+# korvane_library(<room> [DEPENDS <room>...]): the library of src/<room>. Its headers are reached
+# as "<room>/header.h" through a link of its own, and only by rooms that depend on it, so that an
+# include against the order of the rooms does not compile.
+function(korvane_library room)
+  cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  set(include_root ${CMAKE_BINARY_DIR}/include/${room})
+  file(MAKE_DIRECTORY ${include_root})
+  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${include_root}/${room} SYMBOLIC)
+  list(TRANSFORM arg_DEPENDS PREPEND korvane_)
+  if(sources)
+    add_library(korvane_${room} STATIC ${sources})
+    target_include_directories(korvane_${room} PUBLIC ${include_root})
+    target_link_libraries(korvane_${room} PUBLIC korvane_options ${arg_DEPENDS})
+  else()
+    add_library(korvane_${room} INTERFACE)
+    target_include_directories(korvane_${room} INTERFACE ${include_root})
+    target_link_libraries(korvane_${room} INTERFACE korvane_options ${arg_DEPENDS})
+  endif()
+endfunction()
+
+# korvane_tests(<name> [DEPENDS <room>...] [LIBRARIES <target>...]): all *.cpp of the present
+# folder as one GoogleTest program.
+function(korvane_tests name)
+  cmake_parse_arguments(arg "" "" "DEPENDS;LIBRARIES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  list(TRANSFORM arg_DEPENDS PREPEND korvane_)
+  add_executable(${name}_tests ${sources})
+  target_link_libraries(${name}_tests PRIVATE korvane_options ${arg_DEPENDS} ${arg_LIBRARIES}
+                                              korvane_test_support GTest::gtest_main)
+  target_compile_definitions(${name}_tests PRIVATE KORVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,117 @@
+// The one record of all input of a wall problem.
+#pragma once
+
+#include "runtime/array.h"
+
+#include <string>
+
+namespace korvane {
+
+/// Side subscripts. Files, screens and reports treat the right side first.
+inline constexpr int Right = 1;
+inline constexpr int Left = 2;
+
+/// Bottom elevation (FT) of the deepest layer of a side: it has none of its own.
+inline constexpr double NoLayerBottom = -200000.0;
+
+/// Degrees to radians.
+inline constexpr double DegreesToRadians = 0.0174532925199433;
+
+/// Every input variable of one wall problem. A count tells how many leading entries of the lists
+/// below it are valid; entries beyond it are stale and never read. Lists are addressed (entry) or
+/// (side, entry), from 1. Elevations and distances in FT, weights in PCF, pressures, strengths and
+/// distributed loads in PSF, line loads in PLF, angles in degrees. Distances are measured from the
+/// wall, positive away from it on either side.
+struct Problem {
+    // Heading
+    int NumHeadingLines = 0;            ///< 1 to 4; 0 before any is entered
+    Array<std::string, 4> HeadingLines; ///< each with its leading apostrophe
+
+    // Control
+    std::string WallType;    ///< "C" cantilever, "A" anchored, "" until set
+    std::string ProgramMode; ///< "D" design, "A" analysis, "" until set
+    double FSActive = 1.0;   ///< factor of safety, active pressures
+    double FSPassive = 1.5;  ///< factor of safety, passive pressures (design)
+    int FSKind = 0;          ///< analysis: 1 one factor for both, 2 FSActive is given
+
+    // Wall
+    double WallTopElev = 0;    ///< FT
+    double AnchorElev = 0;     ///< FT, anchored walls
+    double WallBottomElev = 0; ///< FT, analysis
+    double WallModulus = 0;    ///< PSI, analysis
+    double WallInertia = 0;    ///< IN^4, analysis
+
+    // Soil surface
+    Array<int, 2> SurfacePointCount;  ///< 1 to 11; 0 not entered
+    Array<double, 2, 11> SurfaceDist; ///< FT from the wall, ascending
+    Array<double, 2, 11> SurfaceElev; ///< FT
+
+    // Soil layers, from the top down
+    Array<std::string, 2> SoilDataKind;    ///< "S" strengths, "C" coefficients, "" not entered
+    Array<int, 2> SoilLayerCount;          ///< 1 to 11; 0 not entered
+    Array<double, 2> Level2FSActive;       ///< factor of the whole side; 0 = default
+    Array<double, 2> Level2FSPassive;      ///< factor of the whole side; 0 = default
+    Array<double, 2, 11> SoilSatWeight;    ///< PCF
+    Array<double, 2, 11> SoilMoistWeight;  ///< PCF
+    Array<double, 2, 11> SoilFriction;     ///< degrees, 0 to 45
+    Array<double, 2, 11> SoilCohesion;     ///< PSF
+    Array<double, 2, 11> SoilWallFriction; ///< degrees
+    Array<double, 2, 11> SoilAdhesion;     ///< PSF
+    Array<double, 2, 11> SoilBottomElev;   ///< FT at the wall; NoLayerBottom for the last layer
+    Array<double, 2, 11> SoilBottomSlope;  ///< FT/FT; the screens alone set it
+    Array<double, 2, 11> SoilFSActive;     ///< factor of the layer; 0 = default
+    Array<double, 2, 11> SoilFSPassive;    ///< factor of the layer; 0 = default
+    Array<double, 2, 11> SoilCoefActive;   ///< active pressure coefficient
+    Array<double, 2, 11> SoilCoefPassive;  ///< passive pressure coefficient
+
+    // Water
+    std::string WaterDataKind;        ///< "" none, "E" elevations, "P" net water pressures
+    double WaterUnitWeight = 0;       ///< PCF
+    Array<double, 2> WaterElev;       ///< FT
+    std::string SeepageKind;          ///< "" none, "A" automatic gradient, "G" given gradient
+    double SeepageElev = 0;           ///< FT
+    Array<double, 2> SeepageGradient; ///< FT/FT, by solution level
+    int WaterPressCount = 0;          ///< 2 to 11
+    Array<double, 21> WaterPressElev; ///< FT, descending
+    Array<double, 21> WaterPressure;  ///< PSF
+
+    // Vertical surcharges
+    Array<int, 2> VLineCount;         ///< 0 to 5
+    Array<double, 2, 5> VLineDist;    ///< FT
+    Array<double, 2, 5> VLineLoad;    ///< PLF
+    Array<int, 2> VUniformCount;      ///< 0 or 1
+    Array<double, 2> VUniformLoad;    ///< PSF
+    Array<int, 2> VStripCount;        ///< 0 to 5
+    Array<double, 2, 11> VStripStart; ///< FT
+    Array<double, 2, 11> VStripEnd;   ///< FT
+    Array<double, 2, 11> VStripLoad;  ///< PSF
+    Array<int, 2> VRampCount;         ///< 0 or 1
+    Array<double, 2> VRampStart;      ///< FT
+    Array<double, 2> VRampEnd;        ///< FT
+    Array<double, 2> VRampLoad;       ///< PSF at the ramp's end and beyond
+    Array<int, 2> VTriCount;          ///< 0 to 5
+    Array<double, 2, 11> VTriStart;   ///< FT
+    Array<double, 2, 11> VTriPeak;    ///< FT
+    Array<double, 2, 11> VTriEnd;     ///< FT
+    Array<double, 2, 11> VTriLoad;    ///< PSF at the peak
+    Array<int, 2> VVarCount;          ///< 0, or 2 to 11 points
+    Array<double, 2, 11> VVarDist;    ///< FT, never decreasing
+    Array<double, 2, 11> VVarLoad;    ///< PSF
+
+    // Horizontal loads on the wall itself
+    int HLineCount = 0;          ///< 0 to 5
+    Array<double, 5> HLineElev;  ///< FT
+    Array<double, 5> HLineLoad;  ///< PLF
+    int HDistCount = 0;          ///< 0, or 2 to 11 points
+    Array<double, 11> HDistElev; ///< FT, descending
+    Array<double, 11> HDistLoad; ///< PSF
+
+    bool operator==(const Problem&) const = default;
+};
+
+/// Brings the record to its empty state: counts 0, the kinds of soil, water and seepage empty,
+/// FSActive 1.0 and FSPassive 1.5. All other values keep what they held (WallType, ProgramMode and
+/// SoilBottomSlope among them): counts guard them.
+void clearProblemData(Problem& problem);
+
+} // namespace korvane

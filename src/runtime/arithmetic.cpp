@@ -1,0 +1,52 @@
+#include "runtime/arithmetic.h"
+
+#include "runtime/runtime_error.h"
+
+#include <cmath>
+
+namespace korvane {
+
+double finite(double x) {
+    if (!std::isfinite(x)) {
+        throw RuntimeError(6);
+    }
+    return x;
+}
+
+double divide(double a, double b) {
+    if (b == 0) {
+        throw RuntimeError(11);
+    }
+    return finite(a / b);
+}
+
+double squareRoot(double x) {
+    if (x < 0) {
+        throw RuntimeError(5);
+    }
+    return std::sqrt(finite(x));
+}
+
+double naturalLog(double x) {
+    if (x <= 0) {
+        throw RuntimeError(5);
+    }
+    return std::log(finite(x));
+}
+
+double commonLog(double x) {
+    if (x <= 0) {
+        throw RuntimeError(5);
+    }
+    return std::log10(finite(x));
+}
+
+int nearestEven(double x) {
+    const double whole = std::nearbyint(finite(x)); // the default rounding mode: halves to even
+    if (whole < -32768.0 || whole > 32767.0) {
+        throw RuntimeError(6);
+    }
+    return static_cast<int>(whole);
+}
+
+} // namespace korvane

@@ -1,0 +1,40 @@
+// Run-time errors: the one exception type of the program.
+#pragma once
+
+#include <exception>
+#include <string>
+
+namespace korvane {
+
+/// A fault that ends the procedure it happens in: an invalid argument, an overflow, a subscript
+/// beyond an array, a zero divisor, a file or device that does not answer.
+///
+/// The numbers in use: 5 invalid procedure call or argument, 6 overflow, 9 subscript out of range,
+/// 11 division by zero, 13 type mismatch, 52 bad file name or number, 53 file not found, 55 file
+/// already open, 57 device I/O error, 61 disk full, 62 input past end of file, 70 permission
+/// denied, 71 disk not ready, 75 path/file access error, 76 path not found.
+class RuntimeError : public std::exception {
+  public:
+    /// `fileName` names the file of a file fault and is empty for all others.
+    explicit RuntimeError(int number, std::string fileName = {});
+
+    int number() const { return number_; }
+    const std::string& fileName() const { return fileName_; }
+    /// True for the faults of files, folders and devices (52 and above).
+    bool isFileFault() const { return number_ >= 52; }
+    /// The standard text of the number, for example "Subscript out of range".
+    const char* what() const noexcept override;
+
+  private:
+    int number_;
+    std::string fileName_;
+};
+
+/// The standard text of a run-time error number; an unknown number gives "Application-defined or
+/// object-defined error".
+const char* runtimeErrorText(int number);
+
+/// The box text of a run-time error: "Run-time error '11':", an empty line, "Division by zero".
+std::string runtimeErrorMessage(int number);
+
+} // namespace korvane

@@ -1,0 +1,29 @@
+// Message boxes as values, and who answers them.
+#pragma once
+
+#include <string>
+
+namespace korvane {
+
+enum class Buttons { Ok, OkCancel, YesNo };
+enum class Icon { None, Exclamation, Question, Information, Critical };
+enum class Answer { Ok, Cancel, Yes, No };
+
+/// One message box; lines are parted by one line feed.
+struct MessageBox {
+    std::string text;
+    std::string title = "KORVANE";
+    Buttons buttons = Buttons::Ok;
+    Icon icon = Icon::None;
+
+    bool operator==(const MessageBox&) const = default;
+};
+
+/// Shows message boxes: the desktop, the batch command or a test's script.
+class Prompts {
+  public:
+    virtual ~Prompts() = default;
+    virtual Answer Ask(const MessageBox& box) = 0;
+};
+
+} // namespace korvane

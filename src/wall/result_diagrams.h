@@ -1,0 +1,11 @@
+// Result rows and extremes from the beam solution.
+#pragma once
+
+#include "state/state.h"
+
+namespace korvane {
+
+/// Fills the result rows and the extremes of `level`; BottomIndex(level) becomes the row count.
+void BuildResultDiagrams(State& state, int level);
+
+} // namespace korvane

@@ -1,0 +1,54 @@
+#include "support/support.h"
+
+#include <atomic>
+#include <unistd.h>
+
+namespace korvane::test {
+
+Answer ScriptedPrompts::Ask(const MessageBox& box) {
+    asked.push_back(box);
+    if (!answers.empty()) {
+        const Answer answer = answers.front();
+        answers.erase(answers.begin());
+        return answer;
+    }
+    return box.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
+}
+
+TemporaryFolder::TemporaryFolder() {
+    static std::atomic<int> counter{0};
+    path_ = std::filesystem::temp_directory_path() /
+            ("korvane-test-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
+    std::filesystem::create_directories(path_);
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+Problem plainCantilever() {
+    Problem problem;
+    clearProblemData(problem);
+    problem.NumHeadingLines = 1;
+    problem.HeadingLines(1) = "'PLAIN CANTILEVER ";
+    problem.WallType = "C";
+    problem.ProgramMode = "D";
+    problem.FSActive = 1.0;
+    problem.FSPassive = 1.0;
+    problem.WallTopElev = 0;
+    for (const int side : {Right, Left}) {
+        problem.SurfacePointCount(side) = 1;
+        problem.SurfaceDist(side, 1) = 0;
+        problem.SurfaceElev(side, 1) = side == Right ? 0 : -10;
+        problem.SoilDataKind(side) = "S";
+        problem.SoilLayerCount(side) = 1;
+        problem.SoilSatWeight(side, 1) = 120;
+        problem.SoilMoistWeight(side, 1) = 120;
+        problem.SoilFriction(side, 1) = 30;
+        problem.SoilBottomElev(side, 1) = NoLayerBottom;
+    }
+    return problem;
+}
+
+} // namespace korvane::test

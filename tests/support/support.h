@@ -1,0 +1,48 @@
+// What several test programs share.
+#pragma once
+
+#include "state/state.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace korvane::test {
+
+/// Answers boxes from a list (then with the first button's answer) and keeps what was asked.
+class ScriptedPrompts : public Prompts {
+  public:
+    Answer Ask(const MessageBox& box) override;
+
+    std::vector<MessageBox> asked;
+    std::vector<Answer> answers; ///< taken from the front
+};
+
+/// A new folder that is removed with the object.
+class TemporaryFolder {
+  public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// A state with scripted prompts. Large, hence on the heap.
+struct Bench {
+    ScriptedPrompts prompts;
+    std::unique_ptr<State> state = std::make_unique<State>(prompts);
+    Problem& problem = state->problem;
+};
+
+/// A cleared problem of the plainest kind: a design of a cantilever wall, top at elevation 0, level
+/// ground at 0 on the right and at -10 on the left, one layer of dry sand (120 PCF, 30 degrees) on
+/// both sides, factors of safety 1 and 1.
+Problem plainCantilever();
+
+} // namespace korvane::test
