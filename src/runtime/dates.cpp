@@ -1,0 +1,48 @@
+#include "runtime/dates.h"
+
+#include <charconv>
+#include <cstdlib>
+#include <ctime>
+#include <string_view>
+#include <system_error>
+
+namespace korvane {
+
+namespace {
+
+constexpr const char* monthNames[] = {"JANUARY",   "FEBRUARY", "MARCH",    "APRIL",
+                                      "MAY",       "JUNE",     "JULY",     "AUGUST",
+                                      "SEPTEMBER", "OCTOBER",  "NOVEMBER", "DECEMBER"};
+
+std::string twoDigits(int n) {
+    return (n < 10 ? "0" : "") + std::to_string(n);
+}
+
+/// The fixed moment of SOURCE_DATE_EPOCH, a whole number of seconds; false where none is set.
+bool fixedMoment(std::tm& moment) {
+    const char* variable = std::getenv("SOURCE_DATE_EPOCH"); // NOLINT(concurrency-mt-unsafe)
+    const std::string_view text = variable ? variable : "";
+    long long seconds = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    if (result.ec != std::errc{} || result.ptr != text.data() + text.size()) {
+        return false;
+    }
+    const auto time = static_cast<std::time_t>(seconds);
+    return gmtime_r(&time, &moment) != nullptr;
+}
+
+} // namespace
+
+MomentText momentText() {
+    std::tm moment{};
+    if (!fixedMoment(moment)) {
+        const std::time_t now = std::time(nullptr);
+        localtime_r(&now, &moment);
+    }
+    return {twoDigits(moment.tm_mday) + "-" + monthNames[moment.tm_mon] + "-" +
+                std::to_string(1900LL + moment.tm_year),
+            std::to_string(moment.tm_hour) + ":" + twoDigits(moment.tm_min) + ":" +
+                twoDigits(moment.tm_sec)};
+}
+
+} // namespace korvane
