@@ -1,0 +1,94 @@
+// The commands of the main window without a window. Each works on a session and lets a desktop
+// show what has to be shown; afterwards the caller mirrors session.menus and session.panels.
+//
+// Faults: a file or printer fault in a command shows the box "FILE ERROR" and the command ends
+// with problem, files, menus and names as before it began. A fault in a solution shows its box and
+// leads to the aborted panel. All other RuntimeErrors leave the command: they end the program.
+#pragma once
+
+#include "commands/session.h"
+
+#include <string>
+
+namespace korvane {
+
+// ---- start ------------------------------------------------------------------------------------
+
+/// Sets the environment variable "temp" where it is not set, from TEMP, TMP or TMPDIR, else to the
+/// system's temporary folder. Each main calls it first, before any thread starts.
+void provideTempVariable();
+
+/// Start of the program once the disclaimer is accepted: temporary folder, constant tables, empty
+/// problem, menus and panels. RuntimeError 76 where "temp" names no folder.
+void Form_Load(Session& session, Desktop& desktop);
+
+/// Takes "temp", trimmed, as TempFolder, current folder and initial folder of the dialogs.
+/// RuntimeError 76 where the variable is missing or names no folder.
+void SetTempFolder(Session& session);
+
+/// Empties the problem, the names and counts of the files and the list of temporary files, and
+/// sets the menus for an empty problem. Deletes no file.
+void ClearProblem(Session& session);
+
+// ---- File -------------------------------------------------------------------------------------
+
+/// 0 New, 1 Open, 7 Exit (also Alt+F4 and the frame's cross).
+void mnuFileItem_Click(Session& session, Desktop& desktop, int index);
+
+/// 0 saves the input, 1 the output.
+void mnuSaveItem_Click(Session& session, Desktop& desktop, int index);
+
+/// 0 prints the input, 1 the output report.
+void mnuPrintItem_Click(Session& session, Desktop& desktop, int index);
+
+// ---- Edit and View ----------------------------------------------------------------------------
+
+/// Enter or edit the data on the screens, from KEYIN.
+void mnuEditItem_Click(Session& session, Desktop& desktop);
+
+/// 0 input file, 1 output file, 2 input plots, 3 cantilever, 4 free earth, 5 fixed earth, 6 Rowe.
+void mnuViewItem_Click(Session& session, Desktop& desktop, int index);
+
+/// A text window's content.
+struct TextView {
+    std::string title; ///< the file's path
+    std::string text;
+};
+
+/// What VUINPTFL shows: the file named by CurrentInputName less its last character. File faults
+/// are RuntimeErrors.
+TextView inputFileView(const Session& session);
+
+/// What VUINECHO shows: the file named by CurrentOutputName; of one with more than 48000 bytes the
+/// first 48000, after a box that tells so. File faults are RuntimeErrors.
+TextView outputFileView(const Session& session, Desktop& desktop);
+
+// ---- solution ---------------------------------------------------------------------------------
+
+/// Starts a solution: a design goes on to the stop for review, an analysis to its end.
+void mnuSolveItem_Click(Session& session, Desktop& desktop);
+
+/// The two buttons of WEDGMETH: each "W" of SideMethod becomes "F" or "S".
+void cmdFixed_Click(Session& session);
+void cmdSweep_Click(Session& session);
+
+/// The four buttons of the stop for review.
+void cmdVuOutFile_Click(Session& session, Desktop& desktop);
+void cmdPlotPres_Click(Session& session, Desktop& desktop);
+void cmdContinue_Click(Session& session, Desktop& desktop);
+void cmdDiscontinue_Click(Session& session);
+
+/// The button of panDone: the end of every finished solution.
+void cmdOK_Click(Session& session);
+
+/// Accepts the default sections with nothing changed and none added: ROWEPILE without a window.
+void acceptDefaultSections(Session& session);
+
+// ---- end --------------------------------------------------------------------------------------
+
+/// Before the box of a RuntimeError that ends the program: writes a problem with headings to a
+/// fresh KORVANE-RESCUE-n.dat in the temporary folder. The file's path; empty where there is
+/// nothing to keep (no headings, or the reader's own fatal cases) or it cannot be written.
+std::string rescueInput(const Session& session);
+
+} // namespace korvane

@@ -1,0 +1,43 @@
+// Temporary files, save questions and saving: the procedures behind the File and Edit commands.
+#pragma once
+
+#include "commands/session.h"
+
+#include <string>
+
+namespace korvane {
+
+/// What a save question may be asked with.
+inline constexpr const char* SaveInputQuestion = "DO YOU WANT TO SAVE CURRENT INPUT DATA?";
+inline constexpr const char* SaveInputBeforeEditing =
+    "DO YOU WANT TO SAVE CURRENT INPUT DATA BEFORE EDITING?";
+
+/// Asks until the input is saved or the answer is No.
+void AskSaveInput(Session& session, Desktop& desktop, const char* question = SaveInputQuestion);
+
+/// Asks until the output is saved or the answer is No, which deletes the temporary report.
+void AskSaveOutput(Session& session, Desktop& desktop);
+
+/// Lets the user choose a name and copies FileLineCount lines of the input file there.
+/// InputFileName is empty afterwards when the dialog was cancelled.
+void SaveInputData(Session& session, Desktop& desktop);
+
+/// Likewise OutputLineCount lines of the report; the name stands in SavedOutputName.
+void SaveOutputData(Session& session, Desktop& desktop);
+
+/// Takes the folder of a chosen file as initial folder of the next dialog.
+void RememberDialogFolder(Session& session, const std::string& name);
+
+/// Makes a new empty file TEMPn + extension (".iii" or ".ooo") with the lowest free number in
+/// TempFolder and lists it. RuntimeError 9 where the list is full (the 93rd name).
+std::string makeTemporaryFile(Session& session, const std::string& extension);
+
+/// Writes the problem to CurrentInputName ("FILE") or hands it to the printer (any other mode) and
+/// sets FileLineCount.
+void WriteInputData(Session& session, Desktop& desktop, const std::string& mode);
+
+/// Deletes every temporary and scratch file of the session, blanks their names, and closes the
+/// help.
+void DeleteTempFiles(Session& session, Desktop& desktop);
+
+} // namespace korvane

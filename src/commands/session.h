@@ -1,0 +1,108 @@
+// One session of the program: the problem in memory, its files, and the main window as data.
+#pragma once
+
+#include "commands/desktop.h"
+#include "state/state.h"
+
+#include <array>
+#include <string>
+
+namespace korvane {
+
+/// A menu, a menu item or a separator (empty caption).
+struct MenuItem {
+    std::string caption; ///< with its mnemonic: "&Open"
+    bool enabled = true;
+
+    bool operator==(const MenuItem&) const = default;
+};
+
+/// Menu items are counted from 0, separators included; an index outside is RuntimeError 9.
+template <int Count>
+class MenuItems {
+  public:
+    MenuItems(std::initializer_list<MenuItem> items) {
+        int place = 0;
+        for (const MenuItem& item : items) {
+            (*this)(place++) = item;
+        }
+    }
+    MenuItem& operator()(int index) { return items_(index + 1); }
+    const MenuItem& operator()(int index) const { return items_(index + 1); }
+    static constexpr int size() { return Count; }
+
+    bool operator==(const MenuItems&) const = default;
+
+  private:
+    Array<MenuItem, Count> items_;
+};
+
+/// The menus of the main window. Captions and the states at design time; commands change them.
+struct Menus {
+    MenuItem mnuFile{"&File"};
+    MenuItems<8> mnuFileItem{{"&New"}, {"&Open"},         {""}, {"&Save", false},
+                             {""},     {"&Print", false}, {""}, {"E&xit"}};
+    MenuItems<2> mnuSaveItem{{"&Input Data", false}, {"&Output Data", false}};
+    MenuItems<2> mnuPrintItem{{"&Input File"}, {"&Output File"}};
+    MenuItem mnuEdit{"&Edit"};
+    MenuItems<1> mnuEditItem{{"&Edit Input Data"}};
+    MenuItem mnuView{"&View", false};
+    MenuItems<7> mnuViewItem{{"Current &Input File", false},
+                             {"&OutPut File", false},
+                             {"Input &Plots", false},
+                             {"&Cantilever Wall Results Plots", false},
+                             {"&Free Earth Method Results Plots", false},
+                             {"F&ixed Earth Method Results Plots", false},
+                             {"&Rowe's Moment Reduction Curves", false}};
+    MenuItem mnuSolve{"&Solve", false};
+    MenuItems<1> mnuSolveItem{{"&Continue Solution"}};
+    MenuItem mnuHelp{"&Help"};
+    MenuItems<4> mnuHelpItem{{"&Contents"}, {"&Search for help on ..."}, {""}, {"&About KORVANE"}};
+
+    bool operator==(const Menus&) const = default;
+};
+
+/// What the main window shows besides its menus.
+struct Panels {
+    bool Image1Visible = true;      ///< the picture, at rest
+    bool fraSoilOutVisible = false; ///< the stop for review of a design
+    bool panDoneVisible = false;    ///< the end of a solution, with its OK button
+    std::string panDoneText;        ///< "SOLUTION COMPLETE" or the abort words
+
+    bool operator==(const Panels&) const = default;
+};
+
+/// Where a run of the solution stands.
+enum class FlowStage {
+    Rest,     ///< no solution runs; the menus work
+    Solving,  ///< a stage is at work: close events are ignored
+    Review,   ///< fraSoilOut is shown
+    Finished, ///< panDone is shown
+};
+
+/// Everything that belongs to one session. Large: keep it on the heap. Two sessions, each with a
+/// Desktop of its own, never touch each other.
+struct Session {
+    /// The desktop answers the boxes of the state's procedures too and must outlive the session.
+    explicit Session(Desktop& desktop) : state(desktop) {}
+
+    State state;
+
+    std::string CurrentInputName; ///< the opened, temporary or saved input file, "" when none
+    std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
+    std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
+    int FileLineCount = 0;        ///< lines written to the temporary input file
+    int InputSavedFlag = 0;       ///< 1 after a successful input save; nothing reads it
+    int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
+    std::string DialogFolder;     ///< initial folder of the file dialogs
+    std::string CurrentFolder;    ///< relative names start here; the process never changes its own
+    std::string HelpFile;         ///< path of the help
+    int HelpCommand = 0;          ///< index of the help menu item being served
+
+    Menus menus;
+    Panels panels;
+    FlowStage stage = FlowStage::Rest;
+    bool readingInput = false; ///< true in and after the reader's fatal cases: nothing to rescue
+};
+
+} // namespace korvane
