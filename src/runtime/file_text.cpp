@@ -28,37 +28,8 @@ fs::path folderOf(const fs::path& path) {
     return path.has_parent_path() ? path.parent_path() : fs::path(".");
 }
 
-/// The run-time error number of a failed system call.
-int errorNumber(int code, const fs::path& path) {
-    std::error_code ignored;
-    switch (code) {
-    case ENOENT:
-        return fs::is_directory(folderOf(path), ignored) ? 53 : 76;
-    case ENOTDIR:
-        return 76;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return 70;
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-        return 61;
-    case EIO:
-        return 57;
-    case ENXIO:
-    case ENODEV:
-        return 71;
-    case ENAMETOOLONG:
-    case EINVAL:
-        return 52;
-    default:
-        return 75;
-    }
-}
-
 [[noreturn]] void fail(int code, const fs::path& path) {
-    throw RuntimeError(errorNumber(code, path), path.string());
+    throw RuntimeError(fileErrorNumber(code, path), path.string());
 }
 
 /// A file that is open under the handle of a system call, or the fault of that call. Closing it is
@@ -168,6 +139,34 @@ void replaceFile(const fs::path& target, std::string_view text,
 
 } // namespace
 
+int fileErrorNumber(int code, const fs::path& path) {
+    std::error_code ignored;
+    switch (code) {
+    case ENOENT:
+        return fs::is_directory(folderOf(path), ignored) ? 53 : 76;
+    case ENOTDIR:
+        return 76;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return 70;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return 61;
+    case EIO:
+        return 57;
+    case ENXIO:
+    case ENODEV:
+        return 71;
+    case ENAMETOOLONG:
+    case EINVAL:
+        return 52;
+    default:
+        return 75;
+    }
+}
+
 std::string readFile(const fs::path& path) {
     const OpenFile file(path, ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     std::string text;
@@ -217,7 +216,7 @@ void saveFile(const fs::path& path, std::string_view text) {
         replaceFile(target, text, std::nullopt);
     } else if (!S_ISREG(status.st_mode)) {
         writeFile(path, text); // a device or a pipe holds nothing that could be lost
-    } else if (::access(target.c_str(), W_OK) != 0) {
+    } else if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
         fail(errno, path);
     } else {
         replaceFile(target, text, status);

@@ -9,6 +9,9 @@
 
 namespace korvane {
 
+/// The run-time error number of a failed system call on a path.
+int fileErrorNumber(int code, const std::filesystem::path& path);
+
 /// The whole file as bytes.
 std::string readFile(const std::filesystem::path& path);
 

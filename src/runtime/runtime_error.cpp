@@ -14,9 +14,11 @@ struct ErrorText {
 constexpr ErrorText errorTexts[] = {
     {5, "Invalid procedure call or argument"},
     {6, "Overflow"},
+    {7, "Out of memory"},
     {9, "Subscript out of range"},
     {11, "Division by zero"},
     {13, "Type mismatch"},
+    {51, "Internal error"},
     {52, "Bad file name or number"},
     {53, "File not found"},
     {55, "File already open"},

@@ -9,8 +9,9 @@ namespace korvane {
 /// A fault that ends the procedure it happens in: an invalid argument, an overflow, a subscript
 /// beyond an array, a zero divisor, a file or device that does not answer.
 ///
-/// The numbers in use: 5 invalid procedure call or argument, 6 overflow, 9 subscript out of range,
-/// 11 division by zero, 13 type mismatch, 52 bad file name or number, 53 file not found, 55 file
+/// The numbers in use: 5 invalid procedure call or argument, 6 overflow, 7 out of memory,
+/// 9 subscript out of range, 11 division by zero, 13 type mismatch, 51 internal error (an exception
+/// that nobody foresaw), 52 bad file name or number, 53 file not found, 55 file
 /// already open, 57 device I/O error, 61 disk full, 62 input past end of file, 70 permission
 /// denied, 71 disk not ready, 75 path/file access error, 76 path not found.
 class RuntimeError : public std::exception {
