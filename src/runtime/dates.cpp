@@ -39,7 +39,7 @@ MomentText momentText() {
         const std::time_t now = std::time(nullptr);
         localtime_r(&now, &moment);
     }
-    return {twoDigits(moment.tm_mday) + "-" + monthNames[moment.tm_mon] + "-" +
+    return {std::to_string(moment.tm_mday) + "-" + monthNames[moment.tm_mon] + "-" +
                 std::to_string(1900LL + moment.tm_year),
             std::to_string(moment.tm_hour) + ":" + twoDigits(moment.tm_min) + ":" +
                 twoDigits(moment.tm_sec)};

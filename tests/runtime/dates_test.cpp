@@ -1,0 +1,104 @@
+// The moment of a report as text.
+#include "runtime/dates.h"
+
+#include "runtime/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <ctime>
+#include <optional>
+#include <string>
+
+namespace korvane {
+namespace {
+
+/// Sets an environment variable (or removes it) and puts the old state back at the end.
+class Environment {
+  public:
+    Environment(const char* name, const char* value) : name_(name) {
+        if (const char* old = std::getenv(name)) {
+            old_ = old;
+        }
+        put(value);
+    }
+    ~Environment() { put(old_ ? old_->c_str() : nullptr); }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+  private:
+    void put(const char* value) {
+        if (value) {
+            setenv(name_, value, 1);
+        } else {
+            unsetenv(name_);
+        }
+        tzset();
+    }
+
+    const char* name_;
+    std::optional<std::string> old_;
+};
+
+struct MomentRow {
+    const char* seconds;
+    const char* date;
+    const char* time;
+};
+
+// Seconds of each moment by `date -u -d "2026-11-21 09:05:07" +%s` and so on.
+TEST(MomentText, IsTheMomentOfSourceDateEpochInUniversalTime) {
+    const Environment zone("TZ", "EST5");
+    for (const MomentRow& row : {MomentRow{"1795251907", "21-NOVEMBER-2026", "9:05:07"},
+                                 MomentRow{"1835395200", "29-FEBRUARY-2028", "0:00:00"},
+                                 MomentRow{"1793923199", "5-NOVEMBER-2026", "23:59:59"},
+                                 MomentRow{"0", "1-JANUARY-1970", "0:00:00"}}) {
+        const Environment epoch("SOURCE_DATE_EPOCH", row.seconds);
+        EXPECT_EQ(momentText().date, row.date);
+        EXPECT_EQ(momentText().time, row.time);
+    }
+}
+
+// The present moment by another road: strftime in the C locale, upper case, leading zeros taken
+// off.
+std::array<std::string, 2> presentText(std::time_t now) {
+    std::array<char, 64> date{};
+    std::array<char, 64> time{};
+    const std::tm* moment = std::localtime(&now);
+    std::strftime(date.data(), date.size(), "%d-%B-%Y", moment);
+    std::strftime(time.data(), time.size(), "%H:%M:%S", moment);
+    const auto plain = [](std::string text) {
+        return upperCase(text.front() == '0' ? text.substr(1) : text);
+    };
+    return {plain(date.data()), plain(time.data())};
+}
+
+void expectPresentMoment() {
+    const std::time_t before = std::time(nullptr);
+    const MomentText moment = momentText();
+    const std::time_t after = std::time(nullptr);
+    bool found = false;
+    for (std::time_t now = before; now <= after; ++now) {
+        found = found || presentText(now) == std::array{moment.date, moment.time};
+    }
+    EXPECT_TRUE(found) << moment.date << " " << moment.time;
+}
+
+TEST(MomentText, IsTheLocalTimeWithoutSourceDateEpoch) {
+    const Environment epoch("SOURCE_DATE_EPOCH", nullptr);
+    for (const char* zoneName : {"UTC0", "XXX-11", "XXX+9"}) {
+        const Environment zone("TZ", zoneName);
+        expectPresentMoment();
+    }
+}
+
+TEST(MomentText, TakesNoEpochFromATextThatIsNoWholeNumber) {
+    for (const char* text : {"", "tomorrow", "12x", "99999999999999999999"}) {
+        const Environment epoch("SOURCE_DATE_EPOCH", text);
+        expectPresentMoment();
+    }
+}
+
+} // namespace
+} // namespace korvane

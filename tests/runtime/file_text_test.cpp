@@ -1,0 +1,343 @@
+// Text files: line ends, failures as run-time errors, saves that leave the old file whole.
+#include "runtime/file_text.h"
+
+#include "runtime/runtime_error.h"
+#include "support/support.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace korvane {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+using test::TemporaryFolder;
+
+/// The run-time error of an action, which must name `path`; 0 where there is none.
+int faultOf(const fs::path& path, const auto& action) {
+    try {
+        action();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.fileName(), path.string());
+        EXPECT_TRUE(error.isFileFault());
+        return error.number();
+    }
+    return 0;
+}
+
+int entriesIn(const fs::path& folder) {
+    int count = 0;
+    for ([[maybe_unused]] const auto& entry : fs::directory_iterator(folder)) {
+        ++count;
+    }
+    return count;
+}
+
+int modeOf(const fs::path& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return static_cast<int>(status.st_mode & 07777);
+}
+
+/// Files cannot grow beyond a number of bytes: a disk that becomes full.
+class SmallDisk {
+  public:
+    explicit SmallDisk(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &old_);
+        rlimit small = old_;
+        small.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~SmallDisk() {
+        setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, oldHandler_);
+    }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+  private:
+    rlimit old_{};
+    void (*oldHandler_)(int);
+};
+
+/// Gives up the rights of the administrator, whom no permission stops.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() : administrator_(geteuid() == 0 && seteuid(65534) == 0) {}
+    ~OrdinaryUser() {
+        if (administrator_) {
+            EXPECT_EQ(seteuid(0), 0);
+        }
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+  private:
+    bool administrator_;
+};
+
+TEST(SplitLines, TakesEveryKindOfLineEnd) {
+    EXPECT_EQ(splitLines("a\nb\nc\n"), (Lines{"a", "b", "c"}));
+    EXPECT_EQ(splitLines("a\r\nb\r\nc\r\n"), (Lines{"a", "b", "c"}));
+    EXPECT_EQ(splitLines("a\rb\rc\r"), (Lines{"a", "b", "c"}));
+    EXPECT_EQ(splitLines("a\nb\r\nc\rd"), (Lines{"a", "b", "c", "d"}));
+}
+
+TEST(SplitLines, KeepsEmptyLines) {
+    EXPECT_EQ(splitLines("\n"), (Lines{""}));
+    EXPECT_EQ(splitLines("\n\na\n\n"), (Lines{"", "", "a", ""}));
+    EXPECT_EQ(splitLines("\r\n\r\na"), (Lines{"", "", "a"}));
+    EXPECT_EQ(splitLines("\n\r"), (Lines{"", ""}));
+}
+
+TEST(SplitLines, ALastLineNeedsNoLineEnd) {
+    EXPECT_EQ(splitLines("a\nb"), (Lines{"a", "b"}));
+    EXPECT_EQ(splitLines(""), Lines{});
+}
+
+TEST(SplitLines, DropsAMarkAtTheStartAlone) {
+    EXPECT_EQ(splitLines("\xEF\xBB\xBF"
+                         "a\nb"),
+              (Lines{"a", "b"}));
+    EXPECT_EQ(splitLines("a\n\xEF\xBB\xBF"
+                         "b"),
+              (Lines{"a", "\xEF\xBB\xBF"
+                          "b"}));
+    EXPECT_EQ(splitLines("\xEF\xBB\xBF"), Lines{});
+    EXPECT_EQ(splitLines("\xEF\xBB"), (Lines{"\xEF\xBB"}));
+}
+
+TEST(SplitLines, PassesAllOtherBytesUnchanged) {
+    const std::string odd("\x01\x00\xFC\xFF\t", 5);
+    EXPECT_EQ(splitLines(odd + "\n"), (Lines{odd}));
+}
+
+TEST(ReadFile, GivesTheBytesAsTheyStand) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.dat";
+    std::string text("\xEF\xBB\xBF line\r\n\x00\xFF", 11);
+    for (int i = 0; i < 20000; ++i) {
+        text += "0123456789\n";
+    }
+    writeFile(path, text);
+    EXPECT_EQ(readFile(path), text);
+    writeFile(path, "");
+    EXPECT_EQ(readFile(path), "");
+}
+
+TEST(ReadFile, TellsAMissingFileFromAMissingFolder) {
+    const TemporaryFolder folder;
+    const fs::path missing = folder.path() / "none.dat";
+    const fs::path lost = folder.path() / "none" / "a.dat";
+    EXPECT_EQ(faultOf(missing, [&] { readFile(missing); }), 53);
+    EXPECT_EQ(faultOf(lost, [&] { readFile(lost); }), 76);
+    EXPECT_EQ(faultOf("none.dat", [] { readFile("none.dat"); }), 53);
+    writeFile(missing, "a file");
+    EXPECT_EQ(faultOf(missing / "a.dat", [&] { readFile(missing / "a.dat"); }), 76);
+}
+
+TEST(ReadFile, RefusesAFolder) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(faultOf(folder.path(), [&] { readFile(folder.path()); }), 75);
+}
+
+TEST(WriteFile, EmptiesWhatIsThere) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.out";
+    writeFile(path, "a long first text\n");
+    writeFile(path, "short\n");
+    EXPECT_EQ(readFile(path), "short\n");
+}
+
+TEST(AppendFile, AddsAtTheEndAndMakesTheFile) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.out";
+    appendFile(path, "one\n");
+    appendFile(path, "two\n");
+    EXPECT_EQ(readFile(path), "one\ntwo\n");
+}
+
+TEST(WriteFile, ReportsAFullDisk) {
+    const fs::path full = "/dev/full";
+    EXPECT_EQ(faultOf(full, [&] { writeFile(full, "x"); }), 61);
+    EXPECT_EQ(faultOf(full, [&] { appendFile(full, "x"); }), 61);
+    EXPECT_EQ(faultOf(full, [&] { saveFile(full, "x"); }), 61);
+    EXPECT_TRUE(fs::is_character_file(full)); // the device itself is not replaced
+}
+
+TEST(WriteFile, ReportsAMissingFolderAndAFolderInTheWay) {
+    const TemporaryFolder folder;
+    const fs::path lost = folder.path() / "none" / "a.out";
+    for (const auto write : {&writeFile, &appendFile, &saveFile}) {
+        EXPECT_EQ(faultOf(lost, [&] { write(lost, "x"); }), 76);
+        EXPECT_EQ(faultOf(folder.path(), [&] { write(folder.path(), "x"); }), 75);
+    }
+    EXPECT_EQ(entriesIn(folder.path()), 0);
+}
+
+TEST(WriteFile, ReportsAForbiddenFolder) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.out";
+    fs::permissions(folder.path(), fs::perms(0555));
+    {
+        const OrdinaryUser user;
+        for (const auto write : {&writeFile, &appendFile, &saveFile}) {
+            EXPECT_EQ(faultOf(path, [&] { write(path, "x"); }), 70);
+        }
+        EXPECT_EQ(faultOf(path, [&] { createExclusively(path); }), 70);
+    }
+    fs::permissions(folder.path(), fs::perms(0755));
+}
+
+TEST(WriteFile, ReportsANameThatTheSystemCannotTake) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / std::string(300, 'n');
+    EXPECT_EQ(faultOf(path, [&] { writeFile(path, "x"); }), 52);
+    EXPECT_EQ(faultOf(path, [&] { saveFile(path, "x"); }), 52);
+    EXPECT_EQ(entriesIn(folder.path()), 0);
+}
+
+TEST(SaveFile, MakesAndReplacesAndLeavesNothingBeside) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.dat";
+    saveFile(path, "one\n");
+    EXPECT_EQ(readFile(path), "one\n");
+    saveFile(path, "two\n");
+    EXPECT_EQ(readFile(path), "two\n");
+    EXPECT_EQ(entriesIn(folder.path()), 1);
+}
+
+TEST(SaveFile, AFullDiskLeavesTheOldFileWhole) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.dat";
+    saveFile(path, "the old file\n");
+    const std::string large(1 << 20, 'x');
+    int fault = 0;
+    {
+        const SmallDisk disk(1 << 16);
+        fault = faultOf(path, [&] { saveFile(path, large); });
+    }
+    EXPECT_EQ(fault, 61);
+    EXPECT_EQ(readFile(path), "the old file\n");
+    EXPECT_EQ(entriesIn(folder.path()), 1);
+
+    // The same disk does harm to a file that is written in place, so the limit was at work.
+    {
+        const SmallDisk disk(1 << 16);
+        fault = faultOf(path, [&] { writeFile(path, large); });
+    }
+    EXPECT_EQ(fault, 61);
+    EXPECT_EQ(fs::file_size(path), 1U << 16);
+}
+
+TEST(SaveFile, AFullDiskLeavesNoNewFile) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.dat";
+    {
+        const SmallDisk disk(1 << 16);
+        EXPECT_EQ(faultOf(path, [&] { saveFile(path, std::string(1 << 20, 'x')); }), 61);
+    }
+    EXPECT_EQ(entriesIn(folder.path()), 0);
+}
+
+TEST(SaveFile, KeepsThePermissionsOfTheOldFile) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.dat";
+    writeFile(path, "one\n");
+    for (const int mode : {0600, 0640, 0664}) {
+        fs::permissions(path, fs::perms(mode));
+        saveFile(path, "two\n");
+        EXPECT_EQ(modeOf(path), mode);
+    }
+}
+
+TEST(SaveFile, DoesNotReplaceAFileThatMayNotBeWritten) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.dat";
+    fs::permissions(folder.path(), fs::perms(0777));
+    writeFile(path, "kept\n");
+    fs::permissions(path, fs::perms(0444));
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(faultOf(path, [&] { saveFile(path, "x"); }), 70);
+    }
+    EXPECT_EQ(readFile(path), "kept\n");
+    EXPECT_EQ(entriesIn(folder.path()), 1);
+}
+
+TEST(SaveFile, ALinkStaysALinkAndItsTargetIsReplaced) {
+    const TemporaryFolder folder;
+    const fs::path data = folder.path() / "data";
+    fs::create_directory(data);
+    writeFile(data / "a.dat", "one\n");
+    fs::create_symlink("data/a.dat", folder.path() / "link");
+    fs::create_symlink(folder.path() / "link", folder.path() / "second");
+    saveFile(folder.path() / "second", "two\n");
+    EXPECT_TRUE(fs::is_symlink(folder.path() / "link"));
+    EXPECT_TRUE(fs::is_symlink(folder.path() / "second"));
+    EXPECT_FALSE(fs::is_symlink(data / "a.dat"));
+    EXPECT_EQ(readFile(data / "a.dat"), "two\n");
+    EXPECT_EQ(entriesIn(data), 1);
+}
+
+TEST(SaveFile, ALinkToNothingGetsItsTarget) {
+    const TemporaryFolder folder;
+    const fs::path link = folder.path() / "link";
+    fs::create_symlink("new.dat", link);
+    saveFile(link, "one\n");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(readFile(folder.path() / "new.dat"), "one\n");
+}
+
+TEST(SaveFile, LinksInACircleAreAFault) {
+    const TemporaryFolder folder;
+    const fs::path link = folder.path() / "a";
+    fs::create_symlink("b", link);
+    fs::create_symlink("a", folder.path() / "b");
+    EXPECT_EQ(faultOf(link, [&] { saveFile(link, "x"); }), 75);
+}
+
+TEST(CreateExclusively, MakesAnEmptyFileForTheUserAlone) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "TEMP1.iii";
+    EXPECT_TRUE(createExclusively(path));
+    EXPECT_EQ(fs::file_size(path), 0U);
+    EXPECT_EQ(modeOf(path), 0600);
+}
+
+TEST(CreateExclusively, TakesNoNameThatIsTaken) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a";
+    writeFile(path, "kept");
+    EXPECT_FALSE(createExclusively(path));
+    EXPECT_EQ(readFile(path), "kept");
+    EXPECT_FALSE(createExclusively(folder.path()));
+}
+
+TEST(CreateExclusively, FollowsNoLink) {
+    const TemporaryFolder folder;
+    writeFile(folder.path() / "a", "kept");
+    fs::create_symlink("a", folder.path() / "link");
+    fs::create_symlink("nothing", folder.path() / "dangling");
+    EXPECT_FALSE(createExclusively(folder.path() / "link"));
+    EXPECT_FALSE(createExclusively(folder.path() / "dangling"));
+    EXPECT_EQ(readFile(folder.path() / "a"), "kept");
+    EXPECT_FALSE(fs::exists(folder.path() / "nothing"));
+}
+
+TEST(CreateExclusively, AMissingFolderIsAFault) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "none" / "a";
+    EXPECT_EQ(faultOf(path, [&] { createExclusively(path); }), 76);
+}
+
+} // namespace
+} // namespace korvane
