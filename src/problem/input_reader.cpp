@@ -1,0 +1,353 @@
+#include "problem/input_reader.h"
+
+#include "problem/load_sections.h"
+#include "problem/reading.h"
+#include "runtime/arithmetic.h"
+#include "runtime/file_text.h"
+#include "runtime/runtime_error.h"
+
+#include <initializer_list>
+#include <utility>
+
+namespace korvane {
+
+namespace {
+
+/// One to four lines that begin with an apostrophe. The first other line is the control line and
+/// becomes the current one.
+bool readHeading(Reading& reading) {
+    auto& NumHeadingLines = reading.problem.NumHeadingLines;
+    auto& HeadingLines = reading.problem.HeadingLines;
+    auto& InputLine = reading.input.InputLine;
+
+    const auto currentLine = [&InputLine] {
+        return "Current input line is:\n\n" + InputLine + "\n\nUnable to continue.";
+    };
+    while (nextLine(reading)) {
+        if (!beginsWith(reading, "'")) {
+            return NumHeadingLines > 0 ||
+                   refuse(reading, "At least one HEADING LINE is required.\n" + currentLine());
+        }
+        if (NumHeadingLines == 4) {
+            // No line break between the two sentences: deliberate.
+            return refuse(reading, "Number of HEADING LINES is greater than 4." + currentLine());
+        }
+        HeadingLines(++NumHeadingLines) = InputLine;
+    }
+    return false;
+}
+
+/// A design takes both factors of safety, the first alone serving for both; an analysis takes one,
+/// which is then given for active pressures (`FSKind` 2).
+bool readControl(Reading& reading) {
+    Problem& problem = reading.problem;
+    auto& FSActive = problem.FSActive;
+    auto& FSPassive = problem.FSPassive;
+
+    reading.SectionName = "CONTROL DATA";
+    if (!(keyword(reading, "C") && needTokens(reading, 3) &&
+          choice(reading, 2, "CA", problem.WallType) &&
+          choice(reading, 3, "DA", problem.ProgramMode))) {
+        return false;
+    }
+    const bool hasFactor = hasToken(reading.input, 4);
+    if (problem.ProgramMode == "A") {
+        problem.FSKind = hasFactor ? 2 : 1;
+        return !hasFactor || number(reading, 4, FSActive, positive);
+    }
+    FSActive = 1.0;
+    FSPassive = 1.5;
+    if (!hasFactor) {
+        return true;
+    }
+    if (!number(reading, 4, FSActive, positive)) {
+        return false;
+    }
+    FSPassive = FSActive;
+    return !hasToken(reading.input, 5) || number(reading, 5, FSPassive, positive);
+}
+
+/// Top; for an anchored wall the anchor; for an analysis bottom, modulus and inertia.
+bool readWall(Reading& reading) {
+    Problem& problem = reading.problem;
+    const bool anchored = problem.WallType == "A";
+    const bool analysis = problem.ProgramMode == "A";
+
+    reading.SectionName = "WALL DATA";
+    const int lastElevation = anchored ? 3 : 2; // before those of an analysis
+    if (!(nextLine(reading) && keyword(reading, "WAL") &&
+          needTokens(reading, analysis ? lastElevation + 3 : lastElevation) &&
+          number(reading, 2, problem.WallTopElev))) {
+        return false;
+    }
+    if (anchored && !number(reading, 3, problem.AnchorElev, notAbove(problem.WallTopElev))) {
+        return false;
+    }
+    const double lowest = anchored ? problem.AnchorElev : problem.WallTopElev;
+    return !analysis ||
+           (number(reading, lastElevation + 1, problem.WallBottomElev, below(lowest)) &&
+            number(reading, lastElevation + 2, problem.WallModulus, positive) &&
+            number(reading, lastElevation + 3, problem.WallInertia, positive));
+}
+
+bool readSurfaceOfSide(Reading& reading) {
+    Problem& problem = reading.problem;
+    auto& SurfacePointCount = problem.SurfacePointCount;
+    auto& SurfaceDist = problem.SurfaceDist;
+    auto& SurfaceElev = problem.SurfaceElev;
+
+    SideWord word;
+    if (!(nextLine(reading) && keyword(reading, "SU") && needTokens(reading, 5) &&
+          sideWord(reading, 2, SurfacePointCount, true, word))) {
+        return false;
+    }
+    const int side = word.side;
+    if (!(count(reading, 3, SurfacePointCount(side), 1, 11) &&
+          number(reading, 4, SurfaceDist(side, 1), notNegative) &&
+          number(reading, 5, SurfaceElev(side, 1), notAbove(problem.WallTopElev)))) {
+        return false;
+    }
+    for (int point = 2; point <= SurfacePointCount(side); ++point) {
+        if (!(nextLine(reading, 2) &&
+              number(reading, 1, SurfaceDist(side, point), above(SurfaceDist(side, point - 1))) &&
+              number(reading, 2, SurfaceElev(side, point)))) {
+            return false;
+        }
+    }
+    if (word.both) {
+        copyToLeft(SurfacePointCount);
+        copyToLeft(SurfaceDist, SurfacePointCount(Left));
+        copyToLeft(SurfaceElev, SurfacePointCount(Left));
+    }
+    return true;
+}
+
+/// Side R and then side L, or both in one. In an analysis the ground at the wall must stand above
+/// the wall's bottom on both sides.
+bool readSurface(Reading& reading) {
+    Problem& problem = reading.problem;
+
+    reading.SectionName = "SOIL SURFACE DATA";
+    while (problem.SurfacePointCount(Left) == 0) {
+        if (!readSurfaceOfSide(reading)) {
+            return false;
+        }
+    }
+    const double lower = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
+    if (problem.ProgramMode == "A" && lower <= problem.WallBottomElev) {
+        return refuse(reading, "WALL BOTTOM ELEVATION AND SOIL SURFACE ELEVATIONS\n"
+                               "     ARE INCONSISTENT.\n\n  Unable to continue.");
+    }
+    return true;
+}
+
+/// Bottom elevation of a layer, below the one above it; the last layer of a side has none.
+bool readLayerBottom(Reading& reading, int token, int side, int layer) {
+    auto& SoilBottomElev = reading.problem.SoilBottomElev;
+    return number(reading, token, SoilBottomElev(side, layer),
+                  layer == 1 ? anyNumber : below(SoilBottomElev(side, layer - 1)));
+}
+
+bool readCoefficientLayer(Reading& reading, int side, int layer, bool last) {
+    Problem& problem = reading.problem;
+    return nextLine(reading, last ? 4 : 5) &&
+           number(reading, 1, problem.SoilSatWeight(side, layer), positive) &&
+           number(reading, 2, problem.SoilMoistWeight(side, layer), positive) &&
+           number(reading, 3, problem.SoilCoefActive(side, layer), notNegative) &&
+           number(reading, 4, problem.SoilCoefPassive(side, layer), notNegative) &&
+           (last || readLayerBottom(reading, 5, side, layer));
+}
+
+bool readStrengthLayer(Reading& reading, int side, int layer, bool last) {
+    Problem& problem = reading.problem;
+    auto& SoilFriction = problem.SoilFriction;
+    auto& SoilCohesion = problem.SoilCohesion;
+
+    const auto cohesionLimits = [&] {
+        return SoilFriction(side, layer) == 0 ? positive : notNegative;
+    };
+    if (!(nextLine(reading, last ? 6 : 8) &&
+          number(reading, 1, problem.SoilSatWeight(side, layer), positive) &&
+          number(reading, 2, problem.SoilMoistWeight(side, layer), positive) &&
+          number(reading, 3, SoilFriction(side, layer), between(0, 45)) &&
+          number(reading, 4, SoilCohesion(side, layer), cohesionLimits()) &&
+          number(reading, 5, problem.SoilWallFriction(side, layer),
+                 between(0, SoilFriction(side, layer))) &&
+          number(reading, 6, problem.SoilAdhesion(side, layer),
+                 between(0, SoilCohesion(side, layer))))) {
+        return false;
+    }
+    // The slope of a layer's bottom must be a number and is dropped: the screens alone set it.
+    double slope = 0;
+    if (!last && !(readLayerBottom(reading, 7, side, layer) && number(reading, 8, slope))) {
+        return false;
+    }
+    const int factors = last ? 7 : 9;
+    return optionalNumber(reading, factors, problem.SoilFSActive(side, layer), notNegative) &&
+           optionalNumber(reading, factors + 1, problem.SoilFSPassive(side, layer), notNegative);
+}
+
+/// The level 2 factors of safety stay with the right side: deliberate.
+void copySoilToLeft(Problem& problem) {
+    copyToLeft(problem.SoilDataKind);
+    copyToLeft(problem.SoilLayerCount);
+    using Layers = Array<double, 2, 11>;
+    const auto copyAll = [&problem](std::initializer_list<Layers Problem::*> lists) {
+        for (const auto list : lists) {
+            copyToLeft(problem.*list, problem.SoilLayerCount(Left));
+        }
+    };
+    copyAll({&Problem::SoilSatWeight, &Problem::SoilMoistWeight, &Problem::SoilBottomElev});
+    if (problem.SoilDataKind(Left) == "S") {
+        copyAll({&Problem::SoilFriction, &Problem::SoilCohesion, &Problem::SoilWallFriction,
+                 &Problem::SoilAdhesion, &Problem::SoilBottomSlope, &Problem::SoilFSActive,
+                 &Problem::SoilFSPassive});
+    } else {
+        copyAll({&Problem::SoilCoefActive, &Problem::SoilCoefPassive});
+    }
+}
+
+bool readSoilOfSide(Reading& reading) {
+    Problem& problem = reading.problem;
+    auto& SoilLayerCount = problem.SoilLayerCount;
+
+    SideWord word;
+    if (!(nextLine(reading) && keyword(reading, "SO") && needTokens(reading, 4) &&
+          sideWord(reading, 2, SoilLayerCount, true, word))) {
+        return false;
+    }
+    const int side = word.side;
+    if (!(choice(reading, 3, "SC", problem.SoilDataKind(side)) &&
+          count(reading, 4, SoilLayerCount(side), 1, 11) &&
+          optionalNumber(reading, 5, problem.Level2FSActive(side), notNegative) &&
+          optionalNumber(reading, 6, problem.Level2FSPassive(side), notNegative))) {
+        return false;
+    }
+    const auto readLayer =
+        problem.SoilDataKind(side) == "S" ? readStrengthLayer : readCoefficientLayer;
+    for (int layer = 1; layer <= SoilLayerCount(side); ++layer) {
+        if (!readLayer(reading, side, layer, layer == SoilLayerCount(side))) {
+            return false;
+        }
+    }
+    problem.SoilBottomElev(side, SoilLayerCount(side)) = NoLayerBottom;
+    if (word.both) {
+        copySoilToLeft(problem);
+    }
+    return true;
+}
+
+/// Side R and then side L, or both in one.
+bool readSoil(Reading& reading) {
+    reading.SectionName = "SOIL LAYER DATA";
+    while (reading.problem.SoilLayerCount(Left) == 0) {
+        if (!readSoilOfSide(reading)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Seepage stands on a left water level below the right one, and its elevation between the lower
+/// of ground and water on either side.
+bool readSeepage(Reading& reading) {
+    Problem& problem = reading.problem;
+    auto& WaterElev = problem.WaterElev;
+    auto& SurfaceElev = problem.SurfaceElev;
+    auto& SeepageGradient = problem.SeepageGradient;
+
+    problem.SeepageKind.clear();
+    SeepageGradient.fill(0);
+    if (!hasToken(reading.input, 6)) {
+        return true;
+    }
+    if (WaterElev(Left) >= WaterElev(Right)) {
+        return refuse(reading);
+    }
+    const auto bound = [&](int side) { return MinOf(WaterElev(side), SurfaceElev(side, 1)); };
+    if (!(needTokens(reading, 7) &&
+          number(reading, 6, problem.SeepageElev, between(bound(Left), bound(Right))))) {
+        return false;
+    }
+    if (firstLetter(reading, 7) == 'A') {
+        problem.SeepageKind = "A";
+        return true;
+    }
+    problem.SeepageKind = "G";
+    double gradient = 0;
+    if (!number(reading, 7, gradient, positive)) {
+        return false;
+    }
+    SeepageGradient.fill(gradient);
+    // Deliberate: a given gradient goes on to a third entry, which does not exist, so that it can
+    // be entered on the screens alone.
+    throw RuntimeError(9);
+}
+
+bool readWaterElevations(Reading& reading) {
+    Problem& problem = reading.problem;
+    return needTokens(reading, 5) && number(reading, 3, problem.WaterUnitWeight, positive) &&
+           number(reading, 4, problem.WaterElev(Right)) &&
+           number(reading, 5, problem.WaterElev(Left)) && readSeepage(reading);
+}
+
+bool readWaterPressures(Reading& reading) {
+    Problem& problem = reading.problem;
+    auto& WaterPressElev = problem.WaterPressElev;
+    auto& WaterPressure = problem.WaterPressure;
+
+    // The lists would hold 21 points; a file gives 11 at most.
+    if (!(needTokens(reading, 7) && count(reading, 3, problem.WaterPressCount, 2, 11))) {
+        return false;
+    }
+    for (int point = 1; point <= problem.WaterPressCount; ++point) {
+        if (point > 2 && !nextLine(reading, 2)) {
+            return false;
+        }
+        const int token = point <= 2 ? 2 * point + 2 : 1;
+        if (!(number(reading, token, WaterPressElev(point),
+                     point == 1 ? anyNumber : below(WaterPressElev(point - 1))) &&
+              number(reading, token + 1, WaterPressure(point)))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Optional. The line behind the water data becomes the current one.
+bool readWater(Reading& reading) {
+    auto& WaterDataKind = reading.problem.WaterDataKind;
+
+    if (!beginsWith(reading, "WAT")) {
+        return true;
+    }
+    reading.SectionName = "WATER DATA";
+    if (!(needTokens(reading, 2) && choice(reading, 2, "EP", WaterDataKind))) {
+        return false;
+    }
+    return (WaterDataKind == "E" ? readWaterElevations(reading) : readWaterPressures(reading)) &&
+           nextLine(reading);
+}
+
+/// Whatever fits no section ends up here.
+bool readTermination(Reading& reading) {
+    reading.SectionName = "TERMINATION";
+    return keyword(reading, "F");
+}
+
+} // namespace
+
+ReadResult readProblem(Problem& problem, std::string_view fileText, const std::string& fileName) {
+    InputLines input;
+    input.lines = splitLines(fileText);
+    Reading reading{problem, std::move(input), fileName, {}, {}};
+    // The required sections read their own first lines; an optional one finds the line that may be
+    // its first already read.
+    reading.result.complete = readHeading(reading) && readControl(reading) && readWall(reading) &&
+                              readSurface(reading) && readSoil(reading) && nextLine(reading) &&
+                              readWater(reading) && readVerticalLoads(reading) &&
+                              readHorizontalLoads(reading) && readTermination(reading);
+    return reading.result;
+}
+
+} // namespace korvane

@@ -1,0 +1,271 @@
+#include "problem/input_writer.h"
+
+#include "runtime/number_text.h"
+#include "runtime/print_lines.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <string_view>
+
+namespace korvane {
+
+namespace {
+
+constexpr int gap = 2;            // blanks between the pieces of a line
+constexpr int pointIndent = 17;   // blanks before a further point of surface or water
+constexpr int loadIndent = 20;    // blanks before a further load or point of a load
+constexpr const char* none = " "; // what a missing value leaves
+
+const char* sideName(int side) {
+    return side == Right ? "RIGHTSIDE" : "LEFTSIDE";
+}
+
+/// Numbers as pieces of a line: `blanks` before the first, a gap before each other one.
+void numbers(PrintLines& lines, int blanks, std::initializer_list<double> values) {
+    for (const double value : values) {
+        lines.spc(blanks).number(value);
+        blanks = gap;
+    }
+}
+
+/// Values as one piece: each with its leading blank, joined by two blanks.
+std::string composed(std::initializer_list<double> values) {
+    std::string piece;
+    for (const double value : values) {
+        piece += piece.empty() ? "" : "  ";
+        piece += generalForm(value);
+    }
+    return piece;
+}
+
+std::string factorOrNone(double factor) {
+    return factor == 0 ? none : generalForm(factor);
+}
+
+void writeControl(PrintLines& lines, const Problem& problem) {
+    const auto factor = [](double value) { return formatNumber(value, "#0.00"); };
+    const bool design = problem.ProgramMode == "D";
+    const bool firstGiven = design || problem.FSKind != 1;
+    lines.text("CONTROL").spc(gap).text(problem.WallType == "C" ? "CANTILEVER" : "ANCHORED");
+    lines.spc(gap).text(design ? "DESIGN" : "ANALYSIS");
+    lines.spc(gap).text(firstGiven ? factor(problem.FSActive) : "");
+    lines.spc(gap).text(design ? factor(problem.FSPassive) : "").end();
+}
+
+void writeWall(PrintLines& lines, const Problem& problem) {
+    lines.text("WALL");
+    numbers(lines, gap, {problem.WallTopElev});
+    lines.spc(gap).text(problem.WallType == "A" ? generalForm(problem.AnchorElev) : none);
+    lines.spc(gap)
+        .text(problem.ProgramMode == "A"
+                  ? composed({problem.WallBottomElev, problem.WallModulus, problem.WallInertia})
+                  : none)
+        .end();
+}
+
+void writeSurface(PrintLines& lines, const Problem& problem, int side) {
+    auto& SurfacePointCount = problem.SurfacePointCount;
+
+    lines.text("SURFACE ").text(sideName(side));
+    numbers(lines, gap, {1.0 * SurfacePointCount(side)});
+    for (int point = 1; point <= SurfacePointCount(side); ++point) {
+        numbers(lines, point == 1 ? gap : pointIndent,
+                {problem.SurfaceDist(side, point), problem.SurfaceElev(side, point)});
+        lines.end();
+    }
+}
+
+void writeCoefficientLayer(PrintLines& lines, const Problem& problem, int side, int layer) {
+    const bool last = layer == problem.SoilLayerCount(side);
+    numbers(lines, gap,
+            {problem.SoilSatWeight(side, layer), problem.SoilMoistWeight(side, layer),
+             problem.SoilCoefActive(side, layer), problem.SoilCoefPassive(side, layer)});
+    lines.spc(gap).text(last ? none : generalForm(problem.SoilBottomElev(side, layer))).end();
+}
+
+void writeStrengthLayer(PrintLines& lines, const Problem& problem, int side, int layer) {
+    const bool last = layer == problem.SoilLayerCount(side);
+    numbers(lines, gap,
+            {problem.SoilSatWeight(side, layer), problem.SoilMoistWeight(side, layer),
+             problem.SoilFriction(side, layer), problem.SoilCohesion(side, layer),
+             problem.SoilWallFriction(side, layer), problem.SoilAdhesion(side, layer)});
+    lines.spc(gap).text(last ? none
+                             : composed({problem.SoilBottomElev(side, layer),
+                                         problem.SoilBottomSlope(side, layer)}));
+    lines.spc(gap).text(factorOrNone(problem.SoilFSActive(side, layer)));
+    lines.spc(gap).text(factorOrNone(problem.SoilFSPassive(side, layer))).end();
+}
+
+void writeSoil(PrintLines& lines, const Problem& problem, int side) {
+    const bool strengths = problem.SoilDataKind(side) == "S";
+
+    lines.text("SOIL ").text(sideName(side)).spc(gap);
+    lines.text(strengths ? "STRENGTHS" : "COEFFICIENTS");
+    numbers(lines, gap, {1.0 * problem.SoilLayerCount(side)});
+    if (strengths) {
+        lines.spc(gap).text(factorOrNone(problem.Level2FSActive(side)));
+        lines.spc(gap).text(factorOrNone(problem.Level2FSPassive(side)));
+    }
+    lines.end();
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        (strengths ? writeStrengthLayer : writeCoefficientLayer)(lines, problem, side, layer);
+    }
+}
+
+/// The gradient of a given seepage is entry 1.
+std::string seepageText(const Problem& problem) {
+    if (problem.SeepageKind == "A") {
+        return composed({problem.SeepageElev}) + "  AUTOMATIC";
+    }
+    return problem.SeepageKind == "G" ? composed({problem.SeepageElev, problem.SeepageGradient(1)})
+                                      : none;
+}
+
+void writeWater(PrintLines& lines, const Problem& problem) {
+    if (problem.WaterDataKind == "E") {
+        lines.text("WATER ELEVATIONS");
+        numbers(lines, gap,
+                {problem.WaterUnitWeight, problem.WaterElev(Right), problem.WaterElev(Left)});
+        lines.spc(gap).text(seepageText(problem)).end();
+    } else if (problem.WaterDataKind == "P") {
+        lines.text("WATER PRESSURES");
+        numbers(lines, gap, {1.0 * problem.WaterPressCount});
+        for (int point = 1; point <= problem.WaterPressCount; ++point) {
+            numbers(lines, point <= 2 ? gap : pointIndent,
+                    {problem.WaterPressElev(point), problem.WaterPressure(point)});
+            if (point >= 2) {
+                lines.end();
+            }
+        }
+    }
+}
+
+void writeLineLoads(PrintLines& lines, const Problem& problem, int side) {
+    std::string piece = composed({1.0 * problem.VLineCount(side)});
+    for (int load = 1; load <= problem.VLineCount(side); ++load) {
+        piece += "  " + composed({problem.VLineDist(side, load), problem.VLineLoad(side, load)});
+    }
+    lines.text("VERTICAL LINE  ").text(sideName(side)).spc(gap).text(piece).end();
+}
+
+/// A side without a uniform load shows 0, whatever its load entry still holds.
+void writeUniform(PrintLines& lines, const Problem& problem) {
+    const auto load = [&problem](int side) {
+        return problem.VUniformCount(side) == 0 ? 0 : problem.VUniformLoad(side);
+    };
+    lines.text("VERTICAL UNIFORM");
+    numbers(lines, gap, {load(Right), load(Left)});
+    lines.end();
+}
+
+void writeStrips(PrintLines& lines, const Problem& problem, int side) {
+    lines.text("VERTICAL STRIP  ").text(sideName(side));
+    numbers(lines, gap, {1.0 * problem.VStripCount(side)});
+    for (int load = 1; load <= problem.VStripCount(side); ++load) {
+        numbers(lines, load == 1 ? gap : loadIndent,
+                {problem.VStripStart(side, load), problem.VStripEnd(side, load),
+                 problem.VStripLoad(side, load)});
+        lines.end();
+    }
+}
+
+void writeRamp(PrintLines& lines, const Problem& problem, int side) {
+    lines.text("VERTICAL RAMP  ").text(sideName(side));
+    numbers(lines, gap,
+            {problem.VRampStart(side), problem.VRampEnd(side), problem.VRampLoad(side)});
+    lines.end();
+}
+
+void writeTriangles(PrintLines& lines, const Problem& problem, int side) {
+    lines.text("VERTICAL TRIANGULAR  ").text(sideName(side));
+    numbers(lines, gap, {1.0 * problem.VTriCount(side)});
+    for (int load = 1; load <= problem.VTriCount(side); ++load) {
+        numbers(lines, load == 1 ? gap : loadIndent,
+                {problem.VTriStart(side, load), problem.VTriPeak(side, load),
+                 problem.VTriEnd(side, load), problem.VTriLoad(side, load)});
+        lines.end();
+    }
+}
+
+void writeVariable(PrintLines& lines, const Problem& problem, int side) {
+    lines.text("VERTICAL VARIABLE  ").text(sideName(side));
+    numbers(lines, gap, {1.0 * problem.VVarCount(side)});
+    for (int point = 1; point <= problem.VVarCount(side); ++point) {
+        numbers(lines, point <= 2 ? gap : loadIndent,
+                {problem.VVarDist(side, point), problem.VVarLoad(side, point)});
+        if (point >= 2) {
+            lines.end();
+        }
+    }
+}
+
+void writeVerticalLoads(PrintLines& lines, const Problem& problem) {
+    using WriteSide = void (*)(PrintLines&, const Problem&, int side);
+    const auto bothSides = [&](const Array<int, 2>& counts, WriteSide writeSide) {
+        for (const int side : {Right, Left}) {
+            if (counts(side) > 0) {
+                writeSide(lines, problem, side);
+            }
+        }
+    };
+    bothSides(problem.VLineCount, writeLineLoads);
+    if (problem.VUniformCount(Right) > 0 || problem.VUniformCount(Left) > 0) {
+        writeUniform(lines, problem);
+    }
+    bothSides(problem.VStripCount, writeStrips);
+    bothSides(problem.VRampCount, writeRamp);
+    bothSides(problem.VTriCount, writeTriangles);
+    bothSides(problem.VVarCount, writeVariable);
+}
+
+void writeHorizontalLoads(PrintLines& lines, const Problem& problem) {
+    if (problem.HLineCount > 0) {
+        std::string piece = composed({1.0 * problem.HLineCount});
+        for (int load = 1; load <= problem.HLineCount; ++load) {
+            piece += "  " + composed({problem.HLineElev(load), problem.HLineLoad(load)});
+        }
+        lines.text("HORIZONTAL LINE").spc(gap).text(piece).end();
+    }
+    if (problem.HDistCount > 0) {
+        lines.text("HORIZONTAL DISTRIBUTED");
+        numbers(lines, gap, {1.0 * problem.HDistCount});
+        for (int point = 1; point <= problem.HDistCount; ++point) {
+            numbers(lines, point <= 2 ? gap : loadIndent,
+                    {problem.HDistElev(point), problem.HDistLoad(point)});
+            if (point >= 2) {
+                lines.end();
+            }
+        }
+    }
+}
+
+} // namespace
+
+std::string inputFileText(const Problem& problem) {
+    PrintLines lines;
+    for (int line = 1; line <= problem.NumHeadingLines; ++line) {
+        lines.text(problem.HeadingLines(line)).end();
+    }
+    writeControl(lines, problem);
+    writeWall(lines, problem);
+    for (const int side : {Right, Left}) {
+        writeSurface(lines, problem, side);
+    }
+    for (const int side : {Right, Left}) {
+        writeSoil(lines, problem, side);
+    }
+    writeWater(lines, problem);
+    writeVerticalLoads(lines, problem);
+    writeHorizontalLoads(lines, problem);
+    return lines.text("FINISHED").end().content();
+}
+
+int inputFileLineCount(const Problem& problem, InputTarget target) {
+    if (target == InputTarget::Printer) {
+        return problem.NumHeadingLines + 2;
+    }
+    const std::string text = inputFileText(problem);
+    return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+}
+
+} // namespace korvane

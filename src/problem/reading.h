@@ -1,0 +1,104 @@
+// What the sections of an input file share while they are read: tests of lines, words and numbers.
+// Each step answers whether the reading goes on; the step that ends it leaves its message.
+#pragma once
+
+#include "problem/input_lines.h"
+#include "problem/input_reader.h"
+#include "problem/problem.h"
+
+#include <limits>
+#include <string>
+#include <string_view>
+
+namespace korvane {
+
+/// One reading of one file.
+struct Reading {
+    Problem& problem;
+    InputLines input;
+    std::string InputFileName;
+    std::string SectionName; ///< for the messages
+    ReadResult result;
+};
+
+/// Values that a field takes: from `low` to `high`, either end left out where it is open.
+struct Limits {
+    double low = -std::numeric_limits<double>::infinity();
+    double high = std::numeric_limits<double>::infinity();
+    bool lowOpen = false;
+    bool highOpen = false;
+};
+inline constexpr Limits anyNumber{};
+inline constexpr Limits notNegative{.low = 0};
+inline constexpr Limits positive{.low = 0, .lowOpen = true};
+inline constexpr Limits notBelow(double low) {
+    return {.low = low};
+}
+inline constexpr Limits above(double low) {
+    return {.low = low, .lowOpen = true};
+}
+inline constexpr Limits notAbove(double high) {
+    return {.high = high};
+}
+inline constexpr Limits below(double high) {
+    return {.high = high, .highOpen = true};
+}
+inline constexpr Limits between(double low, double high) {
+    return {.low = low, .high = high};
+}
+
+/// Ends the reading with the message of a faulty field or keyword in `SectionName`. Always false.
+bool refuse(Reading& reading);
+/// Ends the reading with a message of its own under "INPUT DATA ERRORS". Always false.
+bool refuse(Reading& reading, const std::string& text);
+/// Ends the reading with the message of a file that stops before its end line. Always false.
+bool refuseIncomplete(Reading& reading);
+
+/// The next significant line, or the message of the incomplete file.
+bool nextLine(Reading& reading);
+/// The next significant line, which must have tokens 1 to `needed`.
+bool nextLine(Reading& reading, int needed);
+/// The current line must have tokens 1 to `needed`.
+bool needTokens(Reading& reading, int needed);
+
+/// True where the current line begins with `beginning`. Ends no reading.
+bool beginsWith(const Reading& reading, std::string_view beginning);
+/// The current line must begin so.
+bool keyword(Reading& reading, std::string_view beginning);
+
+/// The first letter of a token. Ends no reading; RuntimeError 5 where the token does not exist.
+char firstLetter(const Reading& reading, int token);
+
+/// Stores the first letter of a token, which must be one of `letters`.
+bool choice(Reading& reading, int token, std::string_view letters, std::string& to);
+/// Stores a numeric token within its limits; RuntimeError 5 where the token does not exist.
+bool number(Reading& reading, int token, double& to, const Limits& limits = anyNumber);
+/// The same, with 0 where the token does not exist.
+bool optionalNumber(Reading& reading, int token, double& to, const Limits& limits);
+/// Stores a numeric token as the nearest whole number (halves to the even one), `low` to `high`.
+bool count(Reading& reading, int token, int& to, int low, int high);
+
+/// Side of a line. "B" (both) is read as the right side and then copied to the left one.
+struct SideWord {
+    int side = Right;
+    bool both = false;
+};
+
+/// Stores the side of a line. A side may be given once: its count must still be 0, for "B" both.
+/// `rightFirst` refuses "L" before the right side is there.
+bool sideWord(Reading& reading, int token, const Array<int, 2>& counts, bool rightFirst,
+              SideWord& to);
+
+/// Copies the first `entries` of a list from the right side to the left one.
+template <class T, int N>
+void copyToLeft(Array<T, 2, N>& list, int entries) {
+    for (int i = 1; i <= entries; ++i) {
+        list(Left, i) = list(Right, i);
+    }
+}
+template <class T>
+void copyToLeft(Array<T, 2>& value) {
+    value(Left) = value(Right);
+}
+
+} // namespace korvane
