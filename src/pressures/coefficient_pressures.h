@@ -3,6 +3,8 @@
 
 #include "state/state.h"
 
+#include <optional>
+
 namespace korvane {
 
 /// Fills ActivePressures and PassivePressures of a side whose SideMethod is "C", with its
@@ -10,12 +12,27 @@ namespace korvane {
 /// failure shows its box and sets SolutionFailed to 1.
 void ComputeCoefficientPressures(State& state, int side, int level);
 
+/// The pressure diagrams of the soil alone: points from the surface down at which they change slope
+/// or jump, with the pressures (PSF) just below (k = 1) and just above (k = 2) each. The first
+/// point has no k = 2 values and the last no k = 1 values.
+struct BreakPressures {
+    int NumBreakPoints = 0;
+    Array<double, 20> BreakElev; ///< FT, descending
+    Array<double, 20, 2> BreakActive;
+    Array<double, 20, 2> BreakPassive;
+};
+
+/// The break list of a side; nothing after a failure, which shows its box and sets SolutionFailed.
+std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int level);
+
 /// Coulomb's active coefficient for level ground behind a vertical wall; developed soil and wall
 /// friction in radians. The pressure on the wall is the coefficient times cos(wallFriction).
 double coulombActive(double friction, double wallFriction);
 
 /// The passive coefficient: Coulomb's where 2 x wall friction is at most the soil friction (within
-/// 1E-9 radians), else the table for curved failure surfaces. Radians.
-double passiveCoefficient(double friction, double wallFriction);
+/// 1E-9 radians), else the table for curved failure surfaces. Radians. Nothing where the table is
+/// asked for a friction above 45 degrees; RuntimeError 9 for one from 44.5 to 45 degrees, for which
+/// it has no column.
+std::optional<double> passiveCoefficient(double friction, double wallFriction);
 
 } // namespace korvane

@@ -1,0 +1,247 @@
+#include "pressures/coefficient_pressures.h"
+
+#include "pressures/elevation_grid.h"
+#include "pressures/row_insertion.h"
+#include "pressures/surcharge_pressures.h"
+#include "pressures/water_pressures.h"
+#include "runtime/arithmetic.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace korvane {
+
+namespace {
+
+constexpr double PressureNoise = 0.0001; ///< PSF; smaller active pressures are zero
+constexpr double BreakShare = 0.0001; ///< of an interval: a row nearer to its lower break is that
+
+/// What turns the vertical stress of a layer into pressures on the wall.
+struct LayerCoefficients {
+    double Ka = 0, Kp = 0; ///< pressure coefficients
+    double ca = 0, cp = 0; ///< developed cohesion, PSF
+    double ha = 1, hp = 1; ///< horizontal share of the inclined pressure
+
+    double active(double sv) const { return finite((Ka * sv - 2 * ca * squareRoot(Ka)) * ha); }
+    double passive(double sv) const { return finite((2 * cp * squareRoot(Kp) + sv * Kp) * hp); }
+};
+
+/// Coefficients as given, or Coulomb's from strengths over the level's factors of safety.
+std::optional<LayerCoefficients> layerCoefficients(State& state, int side, int L, int level) {
+    const Problem& problem = state.problem;
+    LayerCoefficients layer;
+    if (problem.SoilDataKind(side) != "S") {
+        layer.Ka = problem.SoilCoefActive(side, L);
+        layer.Kp = problem.SoilCoefPassive(side, L);
+        return layer;
+    }
+    const double Fa = state.preparation.LayerFSActive(side, L, level);
+    const double Fp = state.preparation.LayerFSPassive(side, L, level);
+    const double tanFriction = std::tan(problem.SoilFriction(side, L) * DegreesToRadians);
+    const double tanWallFriction = std::tan(problem.SoilWallFriction(side, L) * DegreesToRadians);
+    const double pa = std::atan(divide(tanFriction, Fa));
+    const double pp = std::atan(divide(tanFriction, Fp));
+    const double da = std::atan(divide(tanWallFriction, Fa));
+    const double dp = std::atan(divide(tanWallFriction, Fp));
+
+    const auto Kp = passiveCoefficient(pp, dp);
+    if (!Kp) {
+        failSolution(state, {.text = "Calculated angle of internal friction is greater\n"
+                                     "     45 degrees.  Unable to continue.",
+                             .icon = Icon::Exclamation});
+        return std::nullopt;
+    }
+    layer.Ka = coulombActive(pa, da);
+    layer.Kp = *Kp;
+    layer.ca = divide(problem.SoilCohesion(side, L), Fa);
+    layer.cp = divide(problem.SoilCohesion(side, L), Fp);
+    layer.ha = std::cos(da);
+    layer.hp = std::cos(dp);
+    return layer;
+}
+
+/// Surface, layer bottoms, lowest grid point, and where water or seepage begins or ends.
+void listBreaks(const State& state, int side, int level, BreakPressures& breaks) {
+    const Problem& problem = state.problem;
+    auto& BreakElev = breaks.BreakElev;
+    auto& NumBreakPoints = breaks.NumBreakPoints;
+    const auto append = [&](double elevation) { BreakElev(++NumBreakPoints) = elevation; };
+
+    append(problem.SurfaceElev(side, 1));
+    for (int L = 1; L < problem.SoilLayerCount(side); ++L) {
+        append(problem.SoilBottomElev(side, L));
+    }
+    append(state.grid.ElevGrid(state.grid.NumElevs));
+    if (problem.WaterDataKind != "E") {
+        return; // descending as it stands
+    }
+    if (problem.WaterElev(side) <= BreakElev(1)) {
+        append(problem.WaterElev(side));
+    }
+    if (!problem.SeepageKind.empty()) {
+        if (side == Right) {
+            append(problem.SeepageElev);
+        }
+        append(seepageExitElev(problem));
+        append(state.preparation.SeepageEndElev(level));
+    }
+    auto* const first = BreakElev.begin();
+    auto* const last = first + NumBreakPoints;
+    std::sort(first, last, std::greater<>());
+    NumBreakPoints = static_cast<int>(std::unique(first, last) - first);
+}
+
+/// The downward share w (PCF) of water's weight in an interval that ends below the water:
+/// downward flow on the right makes the soil heavier, upward flow on the left lighter.
+double waterShare(const State& state, int side, int level, double lowerEnd) {
+    const Problem& problem = state.problem;
+    const bool seeps = !problem.SeepageKind.empty() &&
+                       (side == Left || lowerEnd < problem.SeepageElev) &&
+                       lowerEnd >= state.preparation.SeepageEndElev(level);
+    return seeps ? (1 - (3 - 2 * side) * problem.SeepageGradient(level)) * problem.WaterUnitWeight
+                 : problem.WaterUnitWeight;
+}
+
+/// Adds the soil's diagrams to the rows from the surface row down, by straight lines between
+/// breaks. The last row has nothing below it.
+void addSoilDiagram(const BreakPressures& breaks, int surfaceRow, const ElevationGrid& grid,
+                    Pressures& pressures, int side) {
+    const auto& BreakElev = breaks.BreakElev;
+    const auto add = [&](int i, int k, double active, double passive) {
+        pressures.ActivePressures(side, i, k) += active;
+        pressures.PassivePressures(side, i, k) += passive;
+    };
+
+    int i = surfaceRow;
+    for (int j = 1; j < breaks.NumBreakPoints; ++j) {
+        add(i, 1, breaks.BreakActive(j, 1), breaks.BreakPassive(j, 1));
+        const bool lastInterval = j + 1 == breaks.NumBreakPoints;
+        for (++i;; ++i) {
+            const double t =
+                divide(BreakElev(j) - grid.ElevGrid(i), BreakElev(j) - BreakElev(j + 1));
+            const double active =
+                (1 - t) * breaks.BreakActive(j, 1) + t * breaks.BreakActive(j + 1, 2);
+            const double passive =
+                (1 - t) * breaks.BreakPassive(j, 1) + t * breaks.BreakPassive(j + 1, 2);
+            add(i, 2, active, passive);
+            if (i == grid.NumElevs) {
+                return;
+            }
+            if (std::abs(1 - t) < BreakShare && !lastInterval) {
+                break; // this row is break j + 1
+            }
+            add(i, 1, active, passive);
+        }
+    }
+}
+
+/// Soil cannot pull at the wall: negative active pressure becomes zero, with a new grid row where
+/// the diagram crosses zero.
+void cutTension(State& state, int side, int surfaceRow) {
+    auto& ActivePressures = state.pressures.ActivePressures;
+
+    int i = surfaceRow;
+    while (i < state.grid.NumElevs) {
+        double& a = ActivePressures(side, i, 1);
+        const double b = ActivePressures(side, i + 1, 2);
+        int next = i + 1;
+        if ((a < 0 && b > 0) || (a > 0 && b < 0)) {
+            insertActiveZeroRow(state, side, i);
+            next = i + 2;
+        }
+        a = MaxOf(0.0, a);
+        ActivePressures(side, next, 2) = MaxOf(0.0, b);
+        i = next;
+    }
+}
+
+} // namespace
+
+// Pressures of the soil alone from vertical effective stress and the coefficients of each layer,
+// interval by interval from the surface down. Reads the layer data, the level's factors of safety
+// and seepage values. An effective weight that is not above zero, or a developed friction beyond
+// the tables, fails.
+std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int level) {
+    const Problem& problem = state.problem;
+    BreakPressures breaks;
+    const auto& BreakElev = breaks.BreakElev;
+    listBreaks(state, side, level, breaks);
+
+    double sv = problem.VUniformCount(side) != 0 ? problem.VUniformLoad(side) : 0;
+    double w = 0;
+    int L = 1;
+    for (int j = 1; j < breaks.NumBreakPoints; ++j) {
+        const auto layer = layerCoefficients(state, side, L, level);
+        if (!layer) {
+            return std::nullopt;
+        }
+        breaks.BreakActive(j, 1) = layer->active(sv);
+        breaks.BreakPassive(j, 1) = layer->passive(sv);
+
+        const double lowerEnd = BreakElev(j + 1);
+        double g = problem.SoilMoistWeight(side, L);
+        if (problem.WaterDataKind == "E" && lowerEnd < problem.WaterElev(side)) {
+            g = problem.SoilSatWeight(side, L);
+            w = waterShare(state, side, level, lowerEnd);
+        }
+        if (g - w <= 0) {
+            failSolution(state, {.text = "Seepage has resulted in negative or zero\n"
+                                         "     effective unit weight of soil.\n\n"
+                                         "UNABLE TO CONTINUE.",
+                                 .title = "IMPROPER SOIL WEIGHT"});
+            return std::nullopt;
+        }
+        sv += (BreakElev(j) - lowerEnd) * (g - w);
+        breaks.BreakActive(j + 1, 2) = layer->active(sv);
+        breaks.BreakPassive(j + 1, 2) = layer->passive(sv);
+
+        if (L < problem.SoilLayerCount(side) &&
+            lowerEnd - problem.SoilBottomElev(side, L) < GridTolerance) {
+            ++L;
+        }
+    }
+    return breaks;
+}
+
+// Active and passive pressures (PSF) of one side by coefficients: surcharge pressures and the soil
+// diagrams together, without active tension. Rebuilds the side from nothing.
+void ComputeCoefficientPressures(State& state, int side, int level) {
+    auto& pressures = state.pressures;
+    const int rows = state.grid.ElevGrid.size();
+
+    for (int i = 1; i <= rows; ++i) {
+        for (const int k : {1, 2}) {
+            pressures.ActivePressures(side, i, k) = pressures.PassivePressures(side, i, k) = 0;
+        }
+        pressures.ActiveMark(side, i).clear();
+        pressures.PassiveMark(side, i).clear();
+    }
+    const auto breaks = ComputeBreakPressures(state, side, level);
+    if (!breaks) {
+        return;
+    }
+    ComputeSurchargePressures(state, side);
+
+    const int surfaceRow = lastRowAt(state.grid, state.problem.SurfaceElev(side, 1));
+    for (int i = 1; i <= rows; ++i) {
+        const double surcharge = pressures.SurchargePressures(side, i);
+        pressures.ActivePressures(side, i, 1) = pressures.PassivePressures(side, i, 1) = surcharge;
+        if (i != surfaceRow) {
+            pressures.ActivePressures(side, i, 2) = pressures.PassivePressures(side, i, 2) =
+                surcharge;
+        }
+    }
+    addSoilDiagram(*breaks, surfaceRow, state.grid, pressures, side);
+    for (int i = 1; i <= rows; ++i) {
+        for (const int k : {1, 2}) {
+            double& active = pressures.ActivePressures(side, i, k);
+            if (std::abs(active) < PressureNoise) {
+                active = 0;
+            }
+        }
+    }
+    cutTension(state, side, surfaceRow);
+}
+
+} // namespace korvane
