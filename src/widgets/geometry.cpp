@@ -1,0 +1,55 @@
+#include "widgets/geometry.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QLineEdit>
+#include <QScreen>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+double pixelsPerTwip() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const double resolution = screen != nullptr ? screen->logicalDotsPerInchY() : 96.0;
+    return resolution / TwipsPerInch;
+}
+
+} // namespace
+
+double programZoom() {
+    static const double zoom = [] {
+        const QLineEdit field;
+        const double needed = field.minimumSizeHint().height();
+        return std::max(1.0, needed / (FieldHeightTwips * pixelsPerTwip()));
+    }();
+    return zoom;
+}
+
+int pixels(double twips) {
+    return static_cast<int>(std::lround(twips * pixelsPerTwip() * programZoom()));
+}
+
+QRect pixelRect(double left, double top, double width, double height) {
+    return {pixels(left), pixels(top), pixels(width), pixels(height)};
+}
+
+void place(QWidget* widget, double left, double top, double width, double height) {
+    widget->setGeometry(pixelRect(left, top, width, height));
+}
+
+void centreOnScreen(QWidget* window) {
+    const QScreen* screen = window->screen();
+    if (screen == nullptr) {
+        return;
+    }
+    QRect frame = window->frameGeometry();
+    frame.moveCenter(screen->availableGeometry().center());
+    window->move(frame.topLeft());
+}
+
+} // namespace korvane

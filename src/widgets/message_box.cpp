@@ -1,0 +1,124 @@
+#include "widgets/message_box.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace korvane {
+
+namespace {
+
+/// A message box of which Yes/No cannot be left but by its buttons.
+class Box : public QMessageBox {
+  public:
+    Box(QWidget* parent, bool mustChoose) : QMessageBox(parent), mustChoose_(mustChoose) {}
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (mustChoose_ && event->key() == Qt::Key_Escape) {
+            event->accept();
+            return;
+        }
+        QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override {
+        if (mustChoose_) {
+            event->ignore();
+            return;
+        }
+        QMessageBox::closeEvent(event);
+    }
+
+  private:
+    bool mustChoose_;
+};
+
+/// The busy pointer taken off for the life of the object.
+class PointerFreed {
+  public:
+    PointerFreed() {
+        if (const QCursor* cursor = QApplication::overrideCursor()) {
+            shape_ = cursor->shape();
+            wasBusy_ = true;
+            QApplication::restoreOverrideCursor();
+        }
+    }
+    ~PointerFreed() {
+        if (wasBusy_) {
+            QApplication::setOverrideCursor(shape_);
+        }
+    }
+    PointerFreed(const PointerFreed&) = delete;
+    PointerFreed& operator=(const PointerFreed&) = delete;
+
+  private:
+    bool wasBusy_ = false;
+    Qt::CursorShape shape_ = Qt::ArrowCursor;
+};
+
+QMessageBox::Icon toolkitIcon(Icon icon) {
+    switch (icon) {
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons toolkitButtons(Buttons buttons) {
+    switch (buttons) {
+    case Buttons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+Answer answerOf(int button) {
+    switch (button) {
+    case QMessageBox::Cancel:
+        return Answer::Cancel;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        return Answer::Ok;
+    }
+}
+
+} // namespace
+
+Answer askBox(QWidget* parent, const MessageBox& box) {
+    const PointerFreed freed;
+    Box dialog(parent, box.buttons == Buttons::YesNo);
+    dialog.setObjectName("messageBox");
+    dialog.setWindowTitle(QString::fromUtf8(box.title.c_str()));
+    dialog.setTextFormat(Qt::PlainText);
+    dialog.setText(QString::fromUtf8(box.text.c_str()));
+    dialog.setIcon(toolkitIcon(box.icon));
+    dialog.setStandardButtons(toolkitButtons(box.buttons));
+    dialog.setStyleSheet("QDialogButtonBox { button-layout: 0 }"); // affirmative button first
+    const auto first = box.buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::Ok;
+    dialog.setDefaultButton(first);
+    if (box.buttons == Buttons::OkCancel) {
+        dialog.setEscapeButton(QMessageBox::Cancel);
+    } else if (box.buttons == Buttons::Ok) {
+        dialog.setEscapeButton(QMessageBox::Ok);
+    }
+    return answerOf(dialog.exec());
+}
+
+} // namespace korvane

@@ -1,0 +1,75 @@
+#include "widgets/screen_window.h"
+
+#include "widgets/gate.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace korvane {
+
+ScreenWindow::ScreenWindow(ScreenContext& context, const QString& name, const QString& title)
+    : QDialog(context.mainWindow), context_(context), menuBar_(new QMenuBar(this)),
+      scroll_(new QScrollArea(this)), canvas_(new QWidget) {
+    setObjectName(name);
+    setWindowTitle(title);
+    setModal(true);
+    menuBar_->setNativeMenuBar(false);
+    menuBar_->setObjectName("menuBar");
+    canvas_->setObjectName("canvas");
+    scroll_->setWidgetResizable(true);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setWidget(canvas_);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setMenuBar(menuBar_);
+    layout->addWidget(scroll_);
+    if (context.mainWindow != nullptr) {
+        setGeometry(context.mainWindow->geometry());
+    }
+}
+
+void ScreenWindow::addHelpMenu() {
+    const Menus& menus = session().menus;
+    auto* help = menuBar_->addMenu(QString::fromStdString(menus.mnuHelp.caption));
+    help->setObjectName("mnuHelp");
+    for (int index = 0; index < menus.mnuHelpItem.size(); ++index) {
+        const std::string& caption = menus.mnuHelpItem(index).caption;
+        if (caption.empty()) {
+            help->addSeparator();
+            continue;
+        }
+        QAction* action = help->addAction(QString::fromStdString(caption));
+        action->setObjectName(QString("mnuHelpItem_%1").arg(index));
+        connect(action, &QAction::triggered, this,
+                [this, index] { run([&] { context_.showHelp(this, index); }); });
+    }
+}
+
+void ScreenWindow::run(const std::function<void()>& body) {
+    enter(session(), this, body);
+}
+
+Answer ScreenWindow::ask(const MessageBox& box) {
+    return context_.desktop.Ask(box);
+}
+
+void ScreenWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    run([this] { frameClose(); });
+}
+
+void ScreenWindow::keyPressEvent(QKeyEvent* event) {
+    // Escape closes no screen, and Enter pushes no button that has not the focus.
+    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return ||
+        event->key() == Qt::Key_Enter) {
+        event->accept();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+} // namespace korvane

@@ -1,0 +1,61 @@
+// The frame of every modal screen.
+#pragma once
+
+#include "commands/session.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class QMenu;
+class QMenuBar;
+class QScrollArea;
+
+namespace korvane {
+
+/// What every screen is given.
+struct ScreenContext {
+    Session& session;
+    Desktop& desktop;
+    QWidget* mainWindow = nullptr; ///< screens take its position and size
+    /// Serves an item of a help menu (0 contents, 1 search, 3 about) over the active window.
+    std::function<void(QWidget* active, int command)> showHelp;
+};
+
+/// A modal screen: position and size of the main window, a menu bar of its own (never native), the
+/// content in a scroll area, Escape without effect. Frame close goes to frameClose().
+class ScreenWindow : public QDialog {
+    Q_OBJECT
+
+  public:
+    ScreenWindow(ScreenContext& context, const QString& name, const QString& title);
+
+  protected:
+    ScreenContext& context() { return context_; }
+    Session& session() { return context_.session; }
+    Problem& problem() { return context_.session.state.problem; }
+
+    /// The widget that the screen's controls stand on.
+    QWidget* canvas() { return canvas_; }
+    QMenuBar* menuBar() { return menuBar_; }
+    /// Appends the help menu of every screen; call after the screen's own menus.
+    void addHelpMenu();
+
+    /// Through the gate, see enter().
+    void run(const std::function<void()>& body);
+    Answer ask(const MessageBox& box);
+
+    /// The frame's cross. Nothing happens unless a screen says what.
+    virtual void frameClose() {}
+
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    ScreenContext& context_;
+    QMenuBar* menuBar_;
+    QScrollArea* scroll_;
+    QWidget* canvas_;
+};
+
+} // namespace korvane
