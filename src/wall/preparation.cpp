@@ -1,0 +1,189 @@
+#include "wall/preparation.h"
+
+#include "pressures/elevation_grid.h"
+#include "pressures/water_pressures.h"
+#include "pressures/wedge_regions.h"
+#include "runtime/arithmetic.h"
+
+namespace korvane {
+
+namespace {
+
+constexpr double StartGradient = 0.0001;   ///< FT/FT, of a design with automatic seepage
+constexpr double LargestGradient = 0.9999; ///< FT/FT
+constexpr double ElevationNoise = 1e-9;    ///< FT; floating-point noise is no distance
+
+const char* sideName(int side) {
+    return side == Right ? "RIGHTSIDE" : "LEFTSIDE";
+}
+
+/// Equal input gives equal results, whatever was solved before.
+void clearWorkingValues(State& state) {
+    state.preparation = {};
+    state.pressures = {};
+    state.regions = {};
+    state.wedge = {};
+}
+
+/// "C" coefficients, or "W" where only a wedge can follow the ground, adhesion or sloping layers.
+std::string sideMethod(const Problem& problem, int side) {
+    if (problem.SurfacePointCount(side) > 1) {
+        return "W";
+    }
+    if (problem.SoilDataKind(side) == "S") {
+        const int layers = problem.SoilLayerCount(side);
+        for (int layer = 1; layer <= layers; ++layer) {
+            const bool slopes = layer < layers && problem.SoilBottomSlope(side, layer) != 0;
+            if (problem.SoilAdhesion(side, layer) > 0 || slopes) {
+                return "W";
+            }
+        }
+    }
+    return "C";
+}
+
+/// Refuses a layer that ends at or above the ground of its side, then a side whose coefficients no
+/// wedge can use; the first fault only.
+bool refuseSoilData(State& state) {
+    const Problem& problem = state.problem;
+    const auto refuse = [&state](const std::string& text) {
+        failSolution(state, {.text = text + "\n\n     Unable to continue.",
+                             .title = "INCONSISTENT SOIL LAYER DATA"});
+        return true;
+    };
+
+    for (const int side : {Right, Left}) {
+        for (int layer = 1; layer < problem.SoilLayerCount(side); ++layer) {
+            if (problem.SoilBottomElev(side, layer) >= problem.SurfaceElev(side, 1)) {
+                return refuse(std::string("Bottom of ") + sideName(side) + " soil layer " +
+                              std::to_string(layer) +
+                              " is at or above\nthe soil surface at the wall.");
+            }
+        }
+    }
+    for (const int side : {Right, Left}) {
+        if (problem.SoilDataKind(side) == "C" && state.preparation.SideMethod(side) == "W") {
+            return refuse(std::string(sideName(side)) +
+                          " soil data are pressure coefficients, which\n"
+                          "the wedge method required by the surface cannot use.");
+        }
+    }
+    return false;
+}
+
+/// The seepage of the first pass, the same for both levels.
+void startSeepage(State& state) {
+    Problem& problem = state.problem;
+    auto& SeepageGradient = problem.SeepageGradient;
+    auto& SeepageEndElev = state.preparation.SeepageEndElev;
+
+    if (problem.SeepageKind == "A") {
+        SeepageGradient(1) = problem.ProgramMode == "D"
+                                 ? StartGradient
+                                 : seepageGradientForBottom(problem, problem.WallBottomElev);
+    }
+    SeepageGradient(2) = SeepageGradient(1);
+    SeepageEndElev(1) = SeepageEndElev(2) = seepageEndElevation(problem, SeepageGradient(1));
+}
+
+/// Refuses a given gradient that has used up the head before the water leaves the left soil.
+bool refuseGradient(State& state) {
+    const Problem& problem = state.problem;
+    if (problem.SeepageKind != "G" ||
+        state.preparation.SeepageEndElev(1) <= seepageExitElev(problem) + ElevationNoise) {
+        return false;
+    }
+    failSolution(state, {.text = "Seepage gradient is too large for the seepage\n"
+                                 "elevation and the water elevations.\n\n"
+                                 "     Unable to continue.",
+                         .title = "INCONSISTENT SEEPAGE DATA"});
+    return true;
+}
+
+/// Surcharges and regions of the sides that need a wedge.
+void prepareWedgeSides(State& state) {
+    const Problem& problem = state.problem;
+    for (const int side : {Right, Left}) {
+        if (state.preparation.SideMethod(side) != "W") {
+            continue;
+        }
+        state.preparation.NumSurchargesOnSide(side) =
+            problem.VStripCount(side) + problem.VLineCount(side) + problem.VRampCount(side) +
+            problem.VTriCount(side) + problem.VVarCount(side);
+        BuildWedgeRegions(state, side);
+        if (!problem.SeepageKind.empty()) {
+            BuildSeepageEndRegions(state, side, 1);
+        }
+    }
+}
+
+/// The largest gradient of a design search: short of 1, of the head over the shortest path, and of
+/// the critical gradient of the left soil.
+double gradientLimit(const Problem& problem) {
+    const double drop = problem.SeepageElev - seepageExitElev(problem);
+    double lightest = 100000.0;
+    for (int layer = 1; layer <= problem.SoilLayerCount(Left); ++layer) {
+        lightest = MinOf(lightest, problem.SoilSatWeight(Left, layer));
+    }
+    const double byPath = drop > 0 ? divide(seepageHead(problem), drop) : LargestGradient;
+    const double critical = divide(lightest, problem.WaterUnitWeight) - 1.0;
+    return MinOf(MinOf(LargestGradient, byPath), critical);
+}
+
+/// The factors of a design: the layer's own, else its side's, else the problem's; equal for both
+/// levels.
+void setDesignFactors(State& state) {
+    const Problem& problem = state.problem;
+    const auto firstGiven = [](double own, double otherwise) { return own > 0 ? own : otherwise; };
+
+    for (const int side : {Right, Left}) {
+        const double a = firstGiven(problem.Level2FSActive(side), problem.FSActive);
+        const double p = firstGiven(problem.Level2FSPassive(side), problem.FSPassive);
+        for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+            for (const int level : {1, 2}) {
+                state.preparation.LayerFSActive(side, layer, level) =
+                    firstGiven(problem.SoilFSActive(side, layer), a);
+                state.preparation.LayerFSPassive(side, layer, level) =
+                    firstGiven(problem.SoilFSPassive(side, layer), p);
+            }
+        }
+    }
+}
+
+} // namespace
+
+// Derives from the problem what every later stage takes as given: each side's method, the seepage
+// of the first pass and its limit, wedge regions, the grid, water pressures and the factors of a
+// design. An analysis sets its factors itself.
+void PrepareSolution(State& state) {
+    Problem& problem = state.problem;
+
+    clearWorkingValues(state);
+    for (const int side : {Right, Left}) {
+        state.preparation.SideMethod(side) = sideMethod(problem, side);
+    }
+    if (refuseSoilData(state)) {
+        return;
+    }
+    if (problem.WaterDataKind != "E") {
+        problem.SeepageKind.clear();
+    }
+    const bool seeps = !problem.SeepageKind.empty();
+    if (seeps) {
+        startSeepage(state);
+        if (refuseGradient(state)) {
+            return;
+        }
+    }
+    prepareWedgeSides(state);
+    BuildElevationGrid(state, 1);
+    ComputeWaterPressures(state, 1);
+    if (seeps) {
+        state.preparation.SeepageGradientLimit = gradientLimit(problem);
+    }
+    if (problem.ProgramMode == "D") {
+        setDesignFactors(state);
+    }
+}
+
+} // namespace korvane
