@@ -2,8 +2,22 @@
 #pragma once
 
 #include "state/state.h"
+#include "wall/refinement.h"
 
 namespace korvane {
+
+/// Force (PLF) and the negative of the moment about the bottom (LB-FT per foot) of a trial.
+struct TrialResultant {
+    double force;
+    double moment;
+};
+
+/// Resultant of the whole diagram of a trial with bottom SolvedBottomElev(1) and BottomPressure(1):
+/// `drivingForce` and `drivingMoment` (about `startIndex`) above row `startIndex`, NetActive from
+/// there to the transition above row `endIndex`, the straight line from the transition to the
+/// bottom, and the line loads below `startIndex`.
+TrialResultant IntegrateNetPressure(const State& state, double drivingForce, double drivingMoment,
+                                    int startIndex, int endIndex, const DiagramPoint& transition);
 
 /// Finds SolvedBottomElev(1), BottomPressure(1), BottomIndex(1) and the final NetActive diagram.
 /// Needs DrivingMoment shifted to the zero point. Failure: a box and SolutionFailed 1.

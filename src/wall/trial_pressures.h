@@ -1,9 +1,12 @@
-// Pressures rebuilt for a trial of a search.
+// What the searches share: pressures rebuilt for a trial, and the driving forces seen by a method.
 #pragma once
 
 #include "state/state.h"
 
 namespace korvane {
+
+/// Two bottoms (FT) this near are one: between seepage passes and in the search of an analysis.
+inline constexpr double BottomTolerance = 0.1;
 
 /// Soil pressures of one side by its SideMethod.
 void ComputeSidePressures(State& state, int side, int level);
@@ -11,5 +14,18 @@ void ComputeSidePressures(State& state, int side, int level);
 /// Grid, water, soil and net pressures anew for the level's present seepage values; wedge sides get
 /// their deep regions first. Stops where SolutionFailed is set.
 void RebuildForSeepage(State& state, int level);
+
+/// True where the seepage gradient depends on the bottom that a search finds: a design with
+/// automatic seepage.
+bool seepageFollowsBottom(const Problem& problem);
+
+/// Shifts DrivingMoment from the wall top to the point that the wall turns about: the zero point
+/// of net active pressure for a cantilever wall, the anchor for an anchored one. True where the
+/// forces turn the wall as the methods assume.
+bool shiftDrivingMoment(State& state);
+
+/// Fails with a box of these lines, an empty line and the closing words.
+void failSearch(State& state, const std::string& lines,
+                const std::string& closing = "     UNABLE TO CONTINUE.");
 
 } // namespace korvane

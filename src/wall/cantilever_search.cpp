@@ -1,0 +1,340 @@
+#include "wall/cantilever_search.h"
+
+#include "pressures/elevation_grid.h"
+#include "pressures/row_insertion.h"
+#include "pressures/water_pressures.h"
+#include "runtime/arithmetic.h"
+#include "runtime/number_text.h"
+#include "wall/trial_pressures.h"
+
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+constexpr double ForceTolerance = 0.1;  // PLF
+constexpr double MomentTolerance = 1.0; // LB-FT per foot
+constexpr int CurvePoints = 3;
+constexpr int MaxCurveStages = 25;
+constexpr int MaxSeepagePasses = 20;
+
+/// Where net active pressure ends: the grid row at or below it, and the point itself.
+struct Transition {
+    int row;
+    DiagramPoint point;
+    double moment; // of the trial, as IntegrateNetPressure gives it
+};
+
+/// Moment of the trials over their bottoms. The outer points come from the grid and stay once the
+/// curve stands; each later trial replaces the middle one.
+struct MomentCurve {
+    int stage = 0;
+    bool hasFirst = false;
+    double Z1 = 0, M1 = 0; // the last trial of negative moment
+    double Z2 = 0, M2 = 0; // the first of positive moment, later the last trial
+    double Z3 = 0, M3 = 0; // the second of positive moment
+};
+
+std::string elevationText(double elev) {
+    return formatNumber(elev, "####0.00");
+}
+
+void failNoSolution(State& state) {
+    failSearch(state,
+               "NO SOLUTION FOR CANTILEVER WALL DESIGN WITH\nBOTTOM OF WALL DOWN TO ELEVATION " +
+                   elevationText(state.grid.ElevGrid(state.grid.NumElevs - 1)) + " (FT).");
+}
+
+void failOscillation(State& state) {
+    failSearch(state,
+               "DESIGN BOTTOM OF CANTILEVER WALL APPEARS TO BE\nOSCILLATING ABOUT ELEVATION " +
+                   elevationText(state.solution.SolvedBottomElev(1)) + " (FT).");
+}
+
+/// The first grid row to try as bottom: one below the row at which the force of the net active
+/// diagram alone turns negative. 0 after a failure.
+int firstTrialRow(State& state) {
+    const auto& ElevGrid = state.grid.ElevGrid;
+    const auto& NetActive = state.net.NetActive;
+    const int zero = state.net.NetZeroIndex;
+    int row = state.grid.NumElevs + 2;
+    double force = state.net.DrivingForce;
+    for (int j = zero + 1; j <= state.grid.NumElevs; ++j) {
+        force += (NetActive(j, 2) + NetActive(j - 1, 1)) * (ElevGrid(j - 1) - ElevGrid(j)) / 2;
+        if (finite(force) <= 0) {
+            row = force < 0 ? j : j + 1;
+            break;
+        }
+    }
+    if (row == zero + 1) {
+        failSearch(state, "DESIGN BOTTOM OF CANTILEVER WALL IS ABOVE ELEVATION " +
+                              elevationText(ElevGrid(zero + 1)));
+        return 0;
+    }
+    return row + 1;
+}
+
+/// Takes a grid row as the bottom of the next trial; false where the grid has come to its end.
+bool tryBottomAt(State& state, int row) {
+    if (row >= state.grid.NumElevs) {
+        failNoSolution(state);
+        return false;
+    }
+    state.solution.SolvedBottomElev(1) = state.grid.ElevGrid(row);
+    state.solution.BottomPressure(1) = state.net.NetPassive(row, 2);
+    return true;
+}
+
+/// The transition at which the force of the present trial vanishes: the first grid row that makes
+/// it negative, then the place between that row and the one above. `lastPositive` is the force at
+/// the row above; it outlives a trial, and the first row of a trial takes what the last one left.
+std::optional<Transition> findTransition(State& state, double& lastPositive) {
+    const NetPressures& net = state.net;
+    const auto resultantAt = [&](int row, const DiagramPoint& point) {
+        return IntegrateNetPressure(state, net.DrivingForce, net.DrivingMoment, net.NetZeroIndex,
+                                    row, point);
+    };
+    for (int i = net.NetZeroIndex + 1; i < state.grid.NumElevs - 1; ++i) {
+        const DiagramPoint row{state.grid.ElevGrid(i), net.NetActive(i, 2)};
+        const double force = finite(resultantAt(i, row).force);
+        if (std::abs(force) < ForceTolerance) {
+            return Transition{i, row, finite(resultantAt(i, row).moment)};
+        }
+        if (force < 0) {
+            const auto point = refineInSegment(
+                {segmentAbove(state, i), lastPositive, force, ForceTolerance},
+                [&](const DiagramPoint& trial) { return resultantAt(i, trial).force; });
+            if (!point) {
+                failRefinement(state, "FOR CANTILEVER WALL.");
+                return std::nullopt;
+            }
+            return Transition{i, *point, finite(resultantAt(i, *point).moment)};
+        }
+        lastPositive = force;
+    }
+    failNoSolution(state);
+    return std::nullopt;
+}
+
+/// The root of the parabola through the curve's points that lies between the outer ones.
+double parabolaRoot(const MomentCurve& curve) {
+    const auto [stage, hasFirst, Z1, M1, Z2, M2, Z3, M3] = curve;
+    const double D = Z1 * Z1 * (Z2 - Z3) + Z2 * Z2 * (Z3 - Z1) + Z3 * Z3 * (Z1 - Z2);
+    const double A = divide((Z2 - Z3) * M1 + (Z3 - Z1) * M2 + (Z1 - Z2) * M3, D);
+    const double B =
+        divide((Z3 * Z3 - Z2 * Z2) * M1 + (Z1 * Z1 - Z3 * Z3) * M2 + (Z2 * Z2 - Z1 * Z1) * M3, D);
+    const double C =
+        divide(Z2 * Z3 * (Z2 - Z3) * M1 + Z1 * Z3 * (Z3 - Z1) * M2 + Z1 * Z2 * (Z1 - Z2) * M3, D);
+    return divide(-B - squareRoot(B * B - 4 * A * C), 2 * A);
+}
+
+/// NetPassive at a trial bottom (PSF). Between rows the slope comes from the values above both
+/// rows while the line starts from the value below the upper one: deliberate.
+double passivePressureAt(const State& state, double elev) {
+    const auto& ElevGrid = state.grid.ElevGrid;
+    const auto& NetPassive = state.net.NetPassive;
+    for (int k = state.net.NetZeroIndex; k <= state.grid.NumElevs; ++k) {
+        if (elev == ElevGrid(k)) {
+            return NetPassive(k, 2);
+        }
+        if (ElevGrid(k) < elev) {
+            const double slope =
+                divide(NetPassive(k, 2) - NetPassive(k - 1, 2), ElevGrid(k - 1) - ElevGrid(k));
+            return NetPassive(k - 1, 1) + slope * (ElevGrid(k - 1) - elev);
+        }
+    }
+    throw RuntimeError(9);
+}
+
+/// Notes the moment of the present trial and moves the bottom to the next one: down the grid until
+/// the curve has its points, then to the root of the parabola. False after a failure.
+bool tryNextBottom(State& state, MomentCurve& curve, int& row, double moment) {
+    double& Zb = state.solution.SolvedBottomElev(1);
+    if (curve.stage < CurvePoints && moment <= 0) {
+        curve.Z1 = Zb;
+        curve.M1 = moment;
+        curve.hasFirst = true;
+        return tryBottomAt(state, ++row);
+    }
+    ++curve.stage;
+    if (curve.stage == 1) {
+        curve.Z2 = Zb;
+        curve.M2 = moment;
+        return tryBottomAt(state, ++row);
+    }
+    if (curve.stage == 2) {
+        curve.Z3 = Zb;
+        curve.M3 = moment;
+        curve.stage = CurvePoints;
+        if (!curve.hasFirst) {
+            curve.Z1 = state.grid.ElevGrid(state.net.NetZeroIndex);
+            curve.M1 = state.net.DrivingMoment;
+        }
+    } else {
+        if (curve.stage > MaxCurveStages) {
+            failOscillation(state);
+            return false;
+        }
+        curve.Z2 = Zb;
+        curve.M2 = moment;
+    }
+    Zb = parabolaRoot(curve);
+    state.solution.BottomPressure(1) = passivePressureAt(state, Zb);
+    return true;
+}
+
+/// Bottom and transition under the pressures now on the grid; nothing after a failure.
+std::optional<Transition> solvePass(State& state, double& lastPositive) {
+    int row = firstTrialRow(state);
+    if (row == 0 || !tryBottomAt(state, row)) {
+        return std::nullopt;
+    }
+    MomentCurve curve;
+    for (;;) {
+        const auto transition = findTransition(state, lastPositive);
+        if (!transition || std::abs(transition->moment) < MomentTolerance) {
+            return transition;
+        }
+        if (!tryNextBottom(state, curve, row, transition->moment)) {
+            return std::nullopt;
+        }
+    }
+}
+
+/// A grid row for a transition between two rows. NetPassive and WaterPressures stay where they are.
+void insertTransition(State& state, const Transition& transition) {
+    auto& ElevGrid = state.grid.ElevGrid;
+    auto& NetActive = state.net.NetActive;
+    auto& ActivePressures = state.pressures.ActivePressures;
+    auto& PassivePressures = state.pressures.PassivePressures;
+    const int i = transition.row;
+
+    openRow(state, i, Left);
+    shiftRows(NetActive, i, state.grid.NumElevs);
+    ElevGrid(i) = transition.point.elev;
+    NetActive(i, 1) = NetActive(i, 2) = transition.point.pressure;
+
+    const double t = divide(ElevGrid(i - 1) - ElevGrid(i), ElevGrid(i - 1) - ElevGrid(i + 1));
+    interpolateRow(ActivePressures, i, t, Right);
+    interpolateRow(PassivePressures, i, t, Right);
+    interpolateRow(PassivePressures, i, t, Left);
+    // Left active pressure alone takes the value below the next row: deliberate.
+    ActivePressures(Left, i, 1) = ActivePressures(Left, i, 2) =
+        (1 - t) * ActivePressures(Left, i - 1, 1) + t * ActivePressures(Left, i + 1, 1);
+}
+
+/// The diagram of the wall as found: a row at the transition, then the straight line down to the
+/// bottom, which takes the place of the first row at or below it.
+void finishDiagram(State& state, const Transition& transition) {
+    auto& ElevGrid = state.grid.ElevGrid;
+    auto& NetActive = state.net.NetActive;
+    auto& BottomIndex = state.solution.BottomIndex;
+    const double Zb = state.solution.SolvedBottomElev(1);
+    const double Pb = state.solution.BottomPressure(1);
+    const auto [Z, pZ] = transition.point;
+
+    if (std::abs(Z - ElevGrid(transition.row)) > GridTolerance) {
+        insertTransition(state, transition);
+    }
+    BottomIndex(1) = transition.row + 1;
+    if (Z <= Zb) {
+        return;
+    }
+    for (int r = transition.row + 1; r <= state.grid.NumElevs; ++r) {
+        if (ElevGrid(r) <= Zb) {
+            BottomIndex(1) = r;
+            ElevGrid(r) = Zb;
+            NetActive(r, 2) = Pb;
+            ComputeWaterPressures(state, 1);
+            return;
+        }
+        NetActive(r, 1) = NetActive(r, 2) = pZ + (Pb - pZ) / (Z - Zb) * (Z - ElevGrid(r));
+    }
+    throw RuntimeError(9);
+}
+
+} // namespace
+
+TrialResultant IntegrateNetPressure(const State& state, double drivingForce, double drivingMoment,
+                                    int startIndex, int endIndex, const DiagramPoint& transition) {
+    const Problem& problem = state.problem;
+    const auto& ElevGrid = state.grid.ElevGrid;
+    const auto& NetActive = state.net.NetActive;
+    const double Zb = state.solution.SolvedBottomElev(1);
+    const double Pb = state.solution.BottomPressure(1);
+    const auto [Z, pZ] = transition;
+    double F = 0;
+    double M = 0;
+
+    // One trapezoid from `top` (pressure a) down to `bottom` (pressure b).
+    const auto addPiece = [&](double top, double a, double bottom, double b) {
+        const double d = top - bottom;
+        const double f = (b + a) * d / 2;
+        F += f;
+        M = M - (bottom - Zb) * f - (2 * a + b) * d * d / 6;
+    };
+    for (int i = startIndex + 1; i <= endIndex - 1; ++i) {
+        addPiece(ElevGrid(i - 1), NetActive(i - 1, 1), ElevGrid(i), NetActive(i, 2));
+    }
+    addPiece(ElevGrid(endIndex - 1), NetActive(endIndex - 1, 1), Z, pZ);
+    addPiece(Z, pZ, Zb, Pb);
+
+    for (int j = 1; j <= problem.HLineCount; ++j) {
+        const double elev = problem.HLineElev(j);
+        if (elev <= ElevGrid(startIndex) && elev > Zb) {
+            F += problem.HLineLoad(j);
+            M -= (elev - Zb) * problem.HLineLoad(j);
+        }
+    }
+    F += drivingForce;
+    M = M - (ElevGrid(startIndex) - Zb) * drivingForce + drivingMoment;
+    return {F, M};
+}
+
+// Purpose: bottom and transition of a cantilever wall whose diagram is NetActive from the top to
+//   the transition and a straight line from there to NetPassive at the bottom (the conventional
+//   method for cantilever sheet piles).
+// Reads: ElevGrid, NetActive, NetPassive, NetZeroIndex, DrivingForce (PLF), DrivingMoment (LB-FT
+// per
+//   foot about the zero point), horizontal line loads.
+// Writes: SolvedBottomElev(1), BottomPressure(1), BottomIndex(1), ElevGrid and NetActive down to
+//   the bottom; with automatic seepage SeepageGradient(1), SeepageEndElev(1) and all pressures.
+// Stops: force within 0.1 PLF by the transition, moment within 1 LB-FT by the bottom, from three
+//   trials on the grid and then by a parabola through them; the bottom within 0.1 FT from one
+//   seepage pass to the next.
+void SolveCantileverBottom(State& state) {
+    const Problem& problem = state.problem;
+    const double& Zb = state.solution.SolvedBottomElev(1);
+    double lastPositive = 0;
+    double previousBottom = 0;
+    for (int pass = 1;; ++pass) {
+        const auto transition = solvePass(state, lastPositive);
+        if (!transition) {
+            return;
+        }
+        const bool settled = pass > 1 && std::abs(Zb - previousBottom) <= BottomTolerance;
+        if (!seepageFollowsBottom(problem) || settled) {
+            finishDiagram(state, *transition);
+            return;
+        }
+        if (pass > MaxSeepagePasses) {
+            failOscillation(state);
+            return;
+        }
+        previousBottom = Zb;
+        setSeepageForBottom(state, 1, Zb);
+        RebuildForSeepage(state, 1);
+        if (state.SolutionFailed != 0) {
+            return;
+        }
+        if (!shiftDrivingMoment(state)) {
+            failSearch(state, "CONDITIONS ENCOUNTERED WHERE IMPENDING ROTATION OF\n"
+                              "CANTILEVER WALL IS CLOCKWISE.  OR DRIVING FORCES OF THE\n"
+                              "RETAINED SOIL ABOVE THE LEFT SIDE SURFACE ARE ZERO.");
+            return;
+        }
+    }
+}
+
+} // namespace korvane

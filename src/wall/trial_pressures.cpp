@@ -1,0 +1,53 @@
+#include "wall/trial_pressures.h"
+
+#include "pressures/coefficient_pressures.h"
+#include "pressures/elevation_grid.h"
+#include "pressures/water_pressures.h"
+#include "pressures/wedge_pressures.h"
+#include "pressures/wedge_regions.h"
+#include "wall/net_pressures.h"
+
+namespace korvane {
+
+void ComputeSidePressures(State& state, int side, int level) {
+    if (state.preparation.SideMethod(side) == "C") {
+        ComputeCoefficientPressures(state, side, level);
+    } else {
+        ComputeWedgePressures(state, side, level);
+    }
+}
+
+void RebuildForSeepage(State& state, int level) {
+    BuildElevationGrid(state, level);
+    ComputeWaterPressures(state, level);
+    for (const int side : {Right, Left}) {
+        if (state.preparation.SideMethod(side) != "C") {
+            BuildSeepageEndRegions(state, side, level);
+        }
+        ComputeSidePressures(state, side, level);
+        if (state.SolutionFailed != 0) {
+            return;
+        }
+    }
+    ComputeNetPressures(state);
+}
+
+bool seepageFollowsBottom(const Problem& problem) {
+    return problem.WaterDataKind == "E" && problem.SeepageKind == "A" && problem.ProgramMode != "A";
+}
+
+bool shiftDrivingMoment(State& state) {
+    const Problem& problem = state.problem;
+    NetPressures& net = state.net;
+    const bool anchored = problem.WallType == "A";
+    const double pivot =
+        anchored ? problem.AnchorElev : state.grid.ElevGrid(state.net.NetZeroIndex);
+    net.DrivingMoment -= (problem.WallTopElev - pivot) * net.DrivingForce;
+    return net.DrivingForce > 0 && (anchored ? net.DrivingMoment > 0 : net.DrivingMoment < 0);
+}
+
+void failSearch(State& state, const std::string& lines, const std::string& closing) {
+    failSolution(state, {.text = lines + "\n\n" + closing});
+}
+
+} // namespace korvane
