@@ -20,7 +20,7 @@ void provideTempVariable();
 
 /// Start of the program once the disclaimer is accepted: temporary folder, constant tables, empty
 /// problem, menus and panels. RuntimeError 76 where "temp" names no folder.
-void Form_Load(Session& session, Desktop& desktop);
+void Form_Load(Session& session);
 
 /// Takes "temp", trimmed, as TempFolder, current folder and initial folder of the dialogs.
 /// RuntimeError 76 where the variable is missing or names no folder.

@@ -42,8 +42,8 @@ struct FileDialog {
     std::string title;
     std::string filter;
     int filterIndex = 1; ///< the filter selected first, counted from 1
-    std::string initialFolder;
-    std::string fileName; ///< proposed name, usually empty
+    std::string initialFolder = {};
+    std::string fileName = {}; ///< proposed name, usually empty
 };
 
 /// A shell. Faults of files and devices leave its members as RuntimeErrors; a member that runs an

@@ -7,6 +7,13 @@
 
 namespace korvane {
 
+/// Shows a file dialog that starts in the dialogs' folder: the full path chosen, empty when it was
+/// cancelled.
+std::string chooseFile(Session& session, Desktop& desktop, FileDialog dialog);
+
+/// True where a name ends in an extension (given in upper case), in any case of its letters.
+bool endsIn(const std::string& name, const std::string& extension);
+
 /// What a save question may be asked with.
 inline constexpr const char* SaveInputQuestion = "DO YOU WANT TO SAVE CURRENT INPUT DATA?";
 inline constexpr const char* SaveInputBeforeEditing =

@@ -80,14 +80,8 @@ enum class FlowStage {
     Finished, ///< panDone is shown
 };
 
-/// Everything that belongs to one session. Large: keep it on the heap. Two sessions, each with a
-/// Desktop of its own, never touch each other.
-struct Session {
-    /// The desktop answers the boxes of the state's procedures too and must outlive the session.
-    explicit Session(Desktop& desktop) : state(desktop) {}
-
-    State state;
-
+/// The variables of the main window.
+struct MainWindow {
     std::string CurrentInputName; ///< the opened, temporary or saved input file, "" when none
     std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
     std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
@@ -96,13 +90,24 @@ struct Session {
     int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
     std::string DialogFolder;     ///< initial folder of the file dialogs
     std::string CurrentFolder;    ///< relative names start here; the process never changes its own
-    std::string HelpFile;         ///< path of the help
     int HelpCommand = 0;          ///< index of the help menu item being served
 
     Menus menus;
     Panels panels;
     FlowStage stage = FlowStage::Rest;
-    bool readingInput = false; ///< true in and after the reader's fatal cases: nothing to rescue
+};
+
+class CommandScope;
+
+/// Everything that belongs to one session. Large: keep it on the heap. Two sessions, each with a
+/// Desktop of its own, never touch each other.
+struct Session : MainWindow {
+    /// The desktop answers the boxes of the state's procedures too and must outlive the session.
+    explicit Session(Desktop& desktop) : state(desktop) {}
+
+    State state;
+    bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue
+    CommandScope* running = nullptr; ///< of the command at work that can be taken back, if any
 };
 
 } // namespace korvane

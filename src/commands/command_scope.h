@@ -1,0 +1,68 @@
+// A command that a file fault can take back as a whole.
+#pragma once
+
+#include "commands/session.h"
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace korvane {
+
+/// While one stands, files that the session deletes are set aside under another name, and files
+/// that it makes are remembered, so that a file fault leaves problem, files, menus and names as
+/// they were. What the user has saved stays saved: `checkpoint` moves the start behind it.
+class CommandScope {
+  public:
+    explicit CommandScope(Session& session);
+    ~CommandScope();
+    CommandScope(const CommandScope&) = delete;
+    CommandScope& operator=(const CommandScope&) = delete;
+
+    void setAside(const std::filesystem::path& file);
+    void remember(const std::filesystem::path& madeFile);
+
+    /// Makes everything so far final: the command now begins here.
+    void checkpoint();
+    /// What was entered on the screens is kept, whatever happens later. Problem and report would no
+    /// longer fit together, so nothing is solved from there before the data are written again.
+    void keepEnteredData();
+    /// Brings back what stood when the command began.
+    void takeBack();
+
+  private:
+    struct Before {
+        explicit Before(const Session& session);
+        MainWindow window;
+        Problem problem;
+        RoweData rowe;
+        TemporaryFiles files;
+        Report report;
+        int SolutionFailed;
+        int DataChanged;
+        int HeadContDataValid;
+    };
+
+    void deleteSetAside();
+
+    Session& session_;
+    CommandScope* outer_;
+    Before before_;
+    std::vector<std::pair<std::filesystem::path, std::filesystem::path>> aside_; ///< from, to
+    std::vector<std::filesystem::path> made_;
+};
+
+/// Runs a command. A file fault shows the box "FILE ERROR" and takes the command back; false then.
+/// Every other fault is passed on.
+bool runCommand(Session& session, Desktop& desktop, const std::function<void()>& body);
+
+/// Shows the box of a fault of a file or printer.
+void showFileError(Desktop& desktop, const RuntimeError& fault);
+
+/// Deletes a file of the session, in a command such that it can come back. A file that is not there
+/// is none to delete.
+void deleteFile(Session& session, const std::string& name);
+
+} // namespace korvane

@@ -1,0 +1,94 @@
+// The commands of the Edit menu.
+#include "commands/command_scope.h"
+#include "commands/commands.h"
+#include "commands/files.h"
+#include "reports/input_echo.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace korvane {
+
+namespace {
+
+void askForUnsavedData(Session& session, Desktop& desktop) {
+    if (session.state.DataChanged != 0) {
+        AskSaveInput(session, desktop, SaveInputBeforeEditing);
+    }
+    if (session.OutputSavedFlag == 0 && !session.state.report.CurrentOutputName.empty()) {
+        AskSaveOutput(session, desktop);
+    }
+}
+
+/// False where nothing was changed and the input has its file but no report: then the report alone
+/// is made anew.
+bool needsInputFile(const Session& session) {
+    std::error_code ignored;
+    return session.state.DataChanged != 0 || !session.state.report.CurrentOutputName.empty() ||
+           !std::filesystem::is_regular_file(session.CurrentInputName, ignored);
+}
+
+void writeInputFile(Session& session, Desktop& desktop) {
+    session.CurrentInputName = makeTemporaryFile(session, ".iii");
+    WriteInputData(session, desktop, "FILE");
+    session.menus.mnuSaveItem(0).enabled = true;
+}
+
+void writeReport(Session& session) {
+    session.state.report.CurrentOutputName = makeTemporaryFile(session, ".ooo");
+    WriteInputEcho(session.state);
+}
+
+void enableForEditedData(Menus& menus) {
+    for (const int item : {0, 1, 3}) {
+        menus.mnuFileItem(item).enabled = true;
+    }
+    menus.mnuEdit.enabled = true;
+    menus.mnuView.enabled = true;
+    for (const int item : {0, 1, 2}) {
+        menus.mnuViewItem(item).enabled = true;
+    }
+    menus.mnuSolve.enabled = true;
+    menus.mnuEditItem(0).caption = "Edit Input Data";
+    for (const int item : {3, 4, 5, 6}) {
+        menus.mnuViewItem(item).enabled = false;
+    }
+    menus.mnuSaveItem(1).enabled = true;
+}
+
+/// The data entry was cancelled: the problem is emptied. The menus for that stand in ClearProblem.
+void abandonEdit(Session& session) {
+    session.menus.mnuEdit.enabled = true;
+    session.menus.mnuViewItem(3).enabled = false;
+    ClearProblem(session);
+}
+
+void editData(Session& session, Desktop& desktop) {
+    State& state = session.state;
+    askForUnsavedData(session, desktop);
+    state.DataChanged = 0;
+    session.menus.mnuViewItem(3).enabled = false;
+    desktop.ShowScreen(Screen::KEYIN, session);
+    if (state.SolutionFailed != 0) {
+        abandonEdit(session);
+        return;
+    }
+    session.running->keepEnteredData();
+    session.menus.mnuSaveItem(0).enabled = state.DataChanged != 0;
+    if (state.DataChanged == 0) {
+        state.report.OutputLineCount = 0;
+    }
+    if (needsInputFile(session)) {
+        writeInputFile(session, desktop);
+    }
+    writeReport(session);
+    enableForEditedData(session.menus);
+}
+
+} // namespace
+
+void mnuEditItem_Click(Session& session, Desktop& desktop) {
+    runCommand(session, desktop, [&] { editData(session, desktop); });
+}
+
+} // namespace korvane

@@ -1,0 +1,187 @@
+// The commands of the File menu.
+#include "commands/command_scope.h"
+#include "commands/commands.h"
+#include "commands/files.h"
+#include "problem/input_reader.h"
+#include "reports/input_echo.h"
+#include "runtime/file_text.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace korvane {
+
+namespace {
+
+constexpr std::size_t shortestInputFile = 75; // bytes of a file that may be complete
+
+void askForUnsavedFiles(Session& session, Desktop& desktop) {
+    if (endsIn(session.CurrentInputName, ".III")) {
+        AskSaveInput(session, desktop);
+    }
+    if (endsIn(session.state.report.CurrentOutputName, ".OOO")) {
+        AskSaveOutput(session, desktop);
+    }
+}
+
+void newProblem(Session& session, Desktop& desktop) {
+    askForUnsavedFiles(session, desktop);
+    DeleteTempFiles(session, desktop);
+    ClearProblem(session);
+    session.menus.mnuEdit.enabled = true;
+}
+
+bool continueWithShortFile(Desktop& desktop, const std::string& name) {
+    return desktop.Ask({.text = "File: " + name +
+                                " does not appear to be a complete input file.\n\n"
+                                "Do you want to continue?",
+                        .title = "INCOMPLETE INPUT FILE!",
+                        .buttons = Buttons::YesNo,
+                        .icon = Icon::Question}) == Answer::Yes;
+}
+
+/// Fills the problem from the text of InputFileName; tells what is wrong and sets SolutionFailed.
+void ReadInputFile(Session& session, Desktop& desktop, const std::string& fileText) {
+    session.readingInput = true;
+    const ReadResult result = readProblem(session.state.problem, fileText, session.InputFileName);
+    session.readingInput = false;
+    session.state.SolutionFailed = result.complete ? 0 : 1;
+    if (!result.complete) {
+        desktop.Ask({.text = result.text, .title = result.title, .icon = Icon::Exclamation});
+    }
+}
+
+/// True when the problem is complete and its echo is written.
+bool readAndEcho(Session& session, Desktop& desktop, const std::string& fileText) {
+    if (fileText.size() < shortestInputFile &&
+        !continueWithShortFile(desktop, session.InputFileName)) {
+        return false;
+    }
+    session.CurrentInputName = session.InputFileName;
+    ReadInputFile(session, desktop, fileText);
+    if (session.state.SolutionFailed != 0) {
+        return false;
+    }
+    desktop.Ask(
+        {.text = "Input file processed: " + session.InputFileName + "\n\n     No errors detected.",
+         .title = "INPUT COMPLETE",
+         .icon = Icon::Information});
+    session.state.report.CurrentOutputName = makeTemporaryFile(session, ".ooo");
+    WriteInputEcho(session.state);
+    return true;
+}
+
+void enableForOpenedFile(Menus& menus) {
+    menus.mnuFileItem(3).enabled = true;
+    menus.mnuFileItem(5).enabled = true;
+    menus.mnuEdit.enabled = true;
+    menus.mnuEditItem(0).caption = "&Edit Input Data";
+    menus.mnuView.enabled = true;
+    for (const int item : {0, 1, 2}) {
+        menus.mnuViewItem(item).enabled = true;
+    }
+    menus.mnuViewItem(3).enabled = false;
+    menus.mnuSaveItem(0).enabled = false;
+    menus.mnuSolve.enabled = true;
+}
+
+void disableAfterFailedOpen(Menus& menus) {
+    menus.mnuFileItem(0).enabled = true;
+    menus.mnuFileItem(1).enabled = true;
+    menus.mnuFileItem(3).enabled = false;
+    menus.mnuFileItem(5).enabled = false;
+    menus.mnuEdit.enabled = false;
+    menus.mnuView.enabled = false;
+    menus.mnuSolve.enabled = false;
+}
+
+void openFile(Session& session, Desktop& desktop) {
+    askForUnsavedFiles(session, desktop);
+    session.menus.mnuSaveItem(1).enabled = true;
+    DeleteTempFiles(session, desktop);
+    ClearProblem(session);
+
+    session.InputFileName = chooseFile(
+        session, desktop,
+        {.kind = FileDialog::Kind::Open,
+         .title = "OPEN INPUT FILE.",
+         .filter = "Input files(*.dat)|*.dat|Input files (*.in)|*.in|All files (*.*)|*.*"});
+    if (session.InputFileName.empty()) {
+        return;
+    }
+    RememberDialogFolder(session, session.InputFileName);
+    if (readAndEcho(session, desktop, readFile(session.InputFileName))) {
+        enableForOpenedFile(session.menus);
+    } else {
+        disableAfterFailedOpen(session.menus);
+        ClearProblem(session);
+    }
+}
+
+void exitProgram(Session& session, Desktop& desktop) {
+    if (runCommand(session, desktop, [&] { askForUnsavedFiles(session, desktop); })) {
+        DeleteTempFiles(session, desktop);
+        desktop.EndProgram();
+    }
+}
+
+void printReport(Session& session, Desktop& desktop) {
+    const Report& report = session.state.report;
+    std::vector<std::string> lines = splitLines(readFile(report.CurrentOutputName));
+    const auto count = static_cast<std::size_t>(report.OutputLineCount);
+    if (lines.size() < count) {
+        throw RuntimeError(62, report.CurrentOutputName);
+    }
+    lines.resize(count);
+    desktop.PrintDocument(report.CurrentOutputName, lines);
+}
+
+} // namespace
+
+void mnuFileItem_Click(Session& session, Desktop& desktop, int index) {
+    switch (index) {
+    case 0:
+        runCommand(session, desktop, [&] { newProblem(session, desktop); });
+        break;
+    case 1:
+        runCommand(session, desktop, [&] { openFile(session, desktop); });
+        break;
+    case 7:
+        exitProgram(session, desktop);
+        break;
+    default: // a separator or a submenu
+        break;
+    }
+}
+
+void mnuSaveItem_Click(Session& session, Desktop& desktop, int index) {
+    runCommand(session, desktop, [&] {
+        if (index == 0) {
+            SaveInputData(session, desktop);
+            if (!session.InputFileName.empty()) {
+                session.InputSavedFlag = 1;
+                session.state.DataChanged = 0;
+                session.menus.mnuSaveItem(0).enabled = false;
+            }
+        } else {
+            SaveOutputData(session, desktop);
+            if (!session.SavedOutputName.empty()) {
+                session.OutputSavedFlag = 1;
+            }
+        }
+    });
+}
+
+void mnuPrintItem_Click(Session& session, Desktop& desktop, int index) {
+    runCommand(session, desktop, [&] {
+        desktop.SetBusy(true);
+        if (index == 0) {
+            WriteInputData(session, desktop, "PRINTER");
+        } else {
+            printReport(session, desktop);
+        }
+        desktop.SetBusy(false);
+    });
+}
+
+} // namespace korvane

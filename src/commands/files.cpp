@@ -1,0 +1,236 @@
+#include "commands/files.h"
+
+#include "commands/command_scope.h"
+#include "problem/input_writer.h"
+#include "runtime/file_text.h"
+#include "runtime/number_text.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <vector>
+
+namespace korvane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What the two save dialogs differ in.
+struct SaveDialog {
+    const char* title;
+    const char* filter;
+    const char* refusedExtension; ///< of the temporary files, upper case
+};
+
+constexpr SaveDialog saveInputDialog{
+    "OPEN SAVE-INPUT-DATA FILE",
+    "Input Files (*.dat)|*.dat|Input Files (*.in)|*.in|All Files (*.*)|*.*", ".III"};
+constexpr SaveDialog saveOutputDialog{
+    "OPEN SAVE-OUTPUT-DATA FILE",
+    "Output Files (*.out)|*.out|Output Files (*.dat)|*.dat|All Files (*.*)|*.*", ".OOO"};
+
+/// Shows the save dialog until a name is accepted; empty where it was cancelled.
+std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog) {
+    for (;;) {
+        const std::string name = chooseFile(
+            session, desktop,
+            {.kind = FileDialog::Kind::Save, .title = dialog.title, .filter = dialog.filter});
+        if (name.empty()) {
+            return name;
+        }
+        RememberDialogFolder(session, name);
+        if (endsIn(name, dialog.refusedExtension)) {
+            desktop.Ask({.text = "File:  " + name +
+                                 "  is a temporary file in use.\n"
+                                 "Please choose another file name for saving input data."});
+        } else if (!fs::exists(name) ||
+                   desktop.Ask({.text = "File: " + name + " exists.\nDo you want to write over it?",
+                                .title = "OVERWRITE?",
+                                .buttons = Buttons::YesNo,
+                                .icon = Icon::Question}) == Answer::Yes) {
+            return name;
+        }
+    }
+}
+
+/// How much of a file a copy has taken.
+struct Copy {
+    int lines = 0;
+    int sourceLines = 0;
+    bool ontoItself = false; ///< source and target are one file: nothing was touched
+};
+
+Copy copyLines(const std::string& source, const std::string& target, int count) {
+    const std::vector<std::string> lines = splitLines(readFile(source));
+    Copy copy{.lines = count, .sourceLines = static_cast<int>(lines.size())};
+    if (fs::exists(target) && fs::equivalent(source, target)) {
+        copy.lines = copy.sourceLines;
+        copy.ontoItself = true;
+        return copy;
+    }
+    if (count > copy.sourceLines) {
+        throw RuntimeError(62, source);
+    }
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += lines[static_cast<std::size_t>(i)] + "\n";
+    }
+    saveFile(target, text);
+    return copy;
+}
+
+/// True for a file of the temporary folder whose name begins with "TEMP".
+bool namesTemporaryFile(const Session& session, const std::string& name) {
+    const fs::path folder = (fs::path(session.state.files.TempFolder) / "").parent_path();
+    const fs::path file = name;
+    return file.parent_path() == folder && file.filename().string().compare(0, 4, "TEMP") == 0;
+}
+
+/// Deletes a file that this session made and blanks its name; any other file stays.
+void deleteListedFile(Session& session, const std::string& name) {
+    for (std::string& listed : session.state.files.ScratchFileList) {
+        if (!listed.empty() && listed == name) {
+            deleteFile(session, name);
+            listed.clear();
+        }
+    }
+}
+
+/// The user's file is written: a later fault in the same command leaves it and its name alone.
+void keepSaved(Session& session) {
+    if (session.running != nullptr) {
+        session.running->checkpoint();
+    }
+}
+
+} // namespace
+
+std::string chooseFile(Session& session, Desktop& desktop, FileDialog dialog) {
+    dialog.initialFolder = session.DialogFolder;
+    const std::string name = desktop.ChooseFile(dialog);
+    return name.empty() ? name : (fs::path(session.CurrentFolder) / name).string();
+}
+
+bool endsIn(const std::string& name, const std::string& extension) {
+    return name.size() >= extension.size() &&
+           upperCase(name.substr(name.size() - extension.size())) == extension;
+}
+
+void AskSaveInput(Session& session, Desktop& desktop, const char* question) {
+    do {
+        session.InputFileName.clear();
+        if (desktop.Ask(
+                {.text = question, .title = "SAVE INPUT DATA?", .buttons = Buttons::YesNo}) ==
+            Answer::No) {
+            return;
+        }
+        SaveInputData(session, desktop);
+    } while (session.InputFileName.empty());
+    session.state.DataChanged = 0;
+    keepSaved(session);
+}
+
+void AskSaveOutput(Session& session, Desktop& desktop) {
+    std::string& CurrentOutputName = session.state.report.CurrentOutputName;
+    do {
+        if (desktop.Ask({.text = "DO YOU WANT TO SAVE CURRENT OUTPUT DATA?",
+                         .title = "SAVE OUTPUT DATA?",
+                         .buttons = Buttons::YesNo}) == Answer::No) {
+            deleteListedFile(session, CurrentOutputName);
+            CurrentOutputName.clear();
+            return;
+        }
+        SaveOutputData(session, desktop);
+    } while (session.SavedOutputName.empty());
+    session.OutputSavedFlag = 1;
+    keepSaved(session);
+}
+
+void SaveInputData(Session& session, Desktop& desktop) {
+    auto& InputFileName = session.InputFileName;
+    auto& CurrentInputName = session.CurrentInputName;
+    InputFileName = chooseSaveName(session, desktop, saveInputDialog);
+    if (InputFileName.empty()) {
+        return;
+    }
+    const Copy copy = copyLines(CurrentInputName, InputFileName, session.FileLineCount);
+    if (copy.lines < copy.sourceLines) {
+        desktop.Ask({.text = "Only " + std::to_string(copy.lines) + " of " +
+                             std::to_string(copy.sourceLines) +
+                             " lines were saved.\nChoose Edit, Finished, then save again.",
+                     .title = "INPUT FILE INCOMPLETE!",
+                     .icon = Icon::Exclamation});
+    } else if (!copy.ontoItself && namesTemporaryFile(session, CurrentInputName)) {
+        deleteListedFile(session, CurrentInputName);
+    }
+    CurrentInputName = InputFileName;
+    keepSaved(session);
+}
+
+void SaveOutputData(Session& session, Desktop& desktop) {
+    auto& SavedOutputName = session.SavedOutputName;
+    auto& CurrentOutputName = session.state.report.CurrentOutputName;
+    SavedOutputName = chooseSaveName(session, desktop, saveOutputDialog);
+    if (SavedOutputName.empty()) {
+        return;
+    }
+    const Copy copy =
+        copyLines(CurrentOutputName, SavedOutputName, session.state.report.OutputLineCount);
+    // Deliberate: the input's name decides, so that the temporary report of a problem that came
+    // from the user's own file stays until New or Exit.
+    if (!copy.ontoItself && namesTemporaryFile(session, session.CurrentInputName)) {
+        deleteListedFile(session, CurrentOutputName);
+    }
+    CurrentOutputName = SavedOutputName;
+    keepSaved(session);
+}
+
+void RememberDialogFolder(Session& session, const std::string& name) {
+    session.DialogFolder = fs::path(name).parent_path().string();
+}
+
+std::string makeTemporaryFile(Session& session, const std::string& extension) {
+    TemporaryFiles& files = session.state.files;
+    std::string& place = files.ScratchFileList(files.ScratchFileCount + 1);
+    for (int number = 0;; ++number) {
+        const fs::path name =
+            fs::path(files.TempFolder) / ("TEMP" + std::to_string(number) + extension);
+        if (createExclusively(name)) {
+            if (session.running != nullptr) {
+                session.running->remember(name);
+            }
+            ++files.ScratchFileCount;
+            place = name.string();
+            return place;
+        }
+    }
+}
+
+void WriteInputData(Session& session, Desktop& desktop, const std::string& mode) {
+    const Problem& problem = session.state.problem;
+    const std::string text = inputFileText(problem);
+    if (mode == "FILE") {
+        writeFile(session.CurrentInputName, text);
+        session.FileLineCount = static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+    } else if (desktop.PrintDocument(session.CurrentInputName, splitLines(text))) {
+        // Deliberate: a print counts the headings, the control and the wall line alone.
+        session.FileLineCount = problem.NumHeadingLines + 2;
+    }
+}
+
+void DeleteTempFiles(Session& session, Desktop& desktop) {
+    TemporaryFiles& files = session.state.files;
+    for (std::string& name : files.ScratchFileList) {
+        deleteFile(session, name);
+        name.clear();
+    }
+    for (std::string& name : files.ScratchFileName) {
+        deleteFile(session, name);
+        name.clear();
+    }
+    session.state.report.CurrentOutputName.clear();
+    session.CurrentInputName.clear();
+    desktop.QuitHelp();
+}
+
+} // namespace korvane

@@ -1,0 +1,112 @@
+#include "commands/commands.h"
+
+#include "commands/run_guarded.h"
+#include "problem/input_writer.h"
+#include "rowe/pile_sections.h"
+#include "runtime/file_text.h"
+#include "runtime/number_text.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace korvane {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* tempVariable = "temp";
+
+} // namespace
+
+void provideTempVariable() {
+    if (std::getenv(tempVariable) != nullptr) {
+        return;
+    }
+    for (const char* other : {"TEMP", "TMP", "TMPDIR"}) {
+        const char* folder = std::getenv(other);
+        if (folder != nullptr && *folder != '\0') {
+            setenv(tempVariable, folder, 0);
+            return;
+        }
+    }
+    setenv(tempVariable, fs::temp_directory_path().c_str(), 0);
+}
+
+void Form_Load(Session& session) {
+    SetTempFolder(session);
+    LoadPileDefaults(session.state.rowe);
+    ClearProblem(session);
+    Menus& menus = session.menus;
+    menus.mnuEdit.enabled = true;
+    menus.mnuEditItem(0) = {"&Enter Input data", true};
+    menus.mnuView.enabled = false;
+    menus.mnuSolve.enabled = false;
+    menus.mnuSaveItem(0).enabled = false;
+    session.panels = {};
+}
+
+void SetTempFolder(Session& session) {
+    const char* value = std::getenv(tempVariable);
+    const std::string name = trimmed(value == nullptr ? "" : value);
+    std::error_code ignored;
+    if (!fs::is_directory(name, ignored)) {
+        throw RuntimeError(76, name);
+    }
+    session.state.files.TempFolder = fs::absolute(name).string();
+    session.CurrentFolder = session.state.files.TempFolder;
+    session.DialogFolder = session.state.files.TempFolder;
+}
+
+void ClearProblem(Session& session) {
+    State& state = session.state;
+    clearProblemData(state.problem);
+    state.SolutionFailed = 0;
+    state.HeadContDataValid = 0;
+    state.DataChanged = 0;
+    state.rowe.RoweSoilType = 0;
+    state.rowe.PileSectionCount = 0;
+    state.files.ScratchFileCount = 8; // the first eight places of the list stay empty
+    state.files.ScratchFileList.fill("");
+    state.report = {};
+
+    session.FileLineCount = 0;
+    session.InputSavedFlag = 0;
+    session.OutputSavedFlag = 0;
+    session.InputFileName.clear();
+    session.CurrentInputName.clear();
+    session.SavedOutputName.clear();
+
+    Menus& menus = session.menus;
+    menus.mnuFileItem(0).enabled = true;
+    menus.mnuFileItem(1).enabled = true;
+    menus.mnuFileItem(3).enabled = false;
+    menus.mnuFileItem(5).enabled = false;
+    menus.mnuEditItem(0).caption = "&Enter Input Data";
+    menus.mnuView.enabled = false;
+    for (int item = 0; item < menus.mnuViewItem.size(); ++item) {
+        menus.mnuViewItem(item).enabled = false;
+    }
+    menus.mnuSolve.enabled = false;
+}
+
+std::string rescueInput(const Session& session) {
+    const Problem& problem = session.state.problem;
+    if (session.readingInput || problem.NumHeadingLines == 0) {
+        return {};
+    }
+    std::string kept;
+    runGuarded([&] {
+        for (int number = 0; kept.empty(); ++number) {
+            const fs::path name = fs::path(session.state.files.TempFolder) /
+                                  ("KORVANE-RESCUE-" + std::to_string(number) + ".dat");
+            if (createExclusively(name)) {
+                writeFile(name, inputFileText(problem));
+                kept = name.string();
+            }
+        }
+    });
+    return kept;
+}
+
+} // namespace korvane
