@@ -1,0 +1,184 @@
+#include "reports/complete_results.h"
+
+#include "reports/report_parts.h"
+#include "runtime/number_text.h"
+#include "wall/solution_files.h"
+
+#include <cmath>
+#include <string>
+#include <string_view>
+
+namespace korvane {
+
+namespace {
+
+constexpr double sameElevation = 0.0001; // FT
+constexpr double stepTolerance = 0.0001; // PSF
+
+void reportHead(PrintLines& lines, const State& state, int level) {
+    const Problem& problem = state.problem;
+    const bool anchored = problem.WallType == "A";
+    lines.empty(5);
+    // Two words run together here, unlike in the other reports; deliberate.
+    programHead(lines, "PROGRAM KORVANE-DESIGN/ANALYSIS OF ANCHOREDOR CANTILEVER SHEET PILE WALLS");
+    lines.line(25, "****************************");
+    lines.line(25, "* COMPLETE OF RESULTS FOR  *");
+    lines.line(25, caseRow(problem));
+    if (anchored) {
+        lines.line(25,
+                   level == 1 ? "*   BY FREE EARTH METHOD   *" : "*   BY FIXED EARTH METHOD  *");
+    }
+    lines.line(25, "****************************");
+    lines.empty();
+    headingSection(lines, problem, "  I.--HEADING");
+    lines.spc(5).text(" II.--RESULTS");
+    if (anchored) {
+        lines.text(" (ANCHOR FORCE= ");
+        lines.text(formatNumber(state.solution.AnchorForce(level), "#####0.")).text(" (LB))");
+    }
+    lines.end();
+    lines.empty();
+}
+
+void resultHeads(PrintLines& lines, bool design) {
+    if (design) {
+        pieceLine(lines, {{21, "BENDING"}, {24, "SCALED"}, {9, "NET"}});
+    } else {
+        pieceLine(lines, {{21, "BENDING"}, {39, "NET"}});
+    }
+    pieceLine(lines,
+              {{6, "ELEVATION"}, {6, "MOMENT"}, {10, "SHEAR"}, {8, "DEFLECTION"}, {5, "PRESSURE"}});
+    if (design) {
+        pieceLine(lines,
+                  {{9, "(FT)"}, {8, "(LB-FT)"}, {10, "(LB)"}, {9, "(LB-IN^3)"}, {7, "(PSF)"}});
+    } else {
+        pieceLine(lines, {{9, "(FT)"}, {8, "(LB-FT)"}, {10, "(LB)"}, {11, "(IN)"}, {10, "(PSF)"}});
+    }
+}
+
+/// The mark of a result row that shares its elevation with the next row ("+", the upper one of a
+/// step) or with the row before ("-", which wins). The first row, and those from NumElevs on, have
+/// none; the last result row has no next one.
+std::string_view rowMark(const State& state, int i, int lastRow) {
+    const auto& ResultElev = state.results.ResultElev;
+    const auto together = [&](int above, int below) {
+        return std::fabs(ResultElev(above) - ResultElev(below)) <= sameElevation;
+    };
+    if (i < 2 || i >= state.grid.NumElevs) {
+        return "";
+    }
+    if (together(i - 1, i)) {
+        return "-";
+    }
+    return i < lastRow && together(i, i + 1) ? "+" : "";
+}
+
+void resultRows(PrintLines& lines, const State& state, int level) {
+    const ResultDiagrams& results = state.results;
+    const int lastRow = state.solution.BottomIndex(level);
+    for (int i = 1; i <= lastRow; ++i) {
+        lines.right(15, results.ResultElev(i), "####0.00").text(rowMark(state, i, lastRow));
+        lines.right(29, results.ResultMoment(i), "0.0000E+00");
+        lines.right(43, results.ResultShear(i), "####0.");
+        lines.right(61, results.ResultDeflection(i), "0.0000E+00");
+        lines.right(74, results.ResultPressure(i), "####0.00").end();
+    }
+}
+
+void pressureHeads(PrintLines& lines) {
+    lines.line(5, "III.--WATER AND SOIL PRESSURES");
+    lines.empty();
+    lines.line(29, "<-------------SOIL PRESSURES-------------->");
+    pieceLine(lines, {{18, "WATER"}, {6, "<----LEFTSIDE----->"}, {6, "<---RIGHTSIDE---->"}});
+    pieceLine(lines, {{3, "ELEVATION"},
+                      {4, "PRESSURE"},
+                      {5, "PASSIVE"},
+                      {6, "ACTIVE"},
+                      {6, "ACTIVE"},
+                      {5, "PASSIVE"}});
+    pieceLine(lines,
+              {{6, "(FT)"}, {8, "(PSF)"}, {7, "(PSF)"}, {8, "(PSF)"}, {7, "(PSF)"}, {6, "(PSF)"}});
+}
+
+/// One line of the pressure table: grid point i with the values k and the mark of a step. The
+/// marks of the sweep search stand directly before their pressures; the first point shows none.
+void pressureRow(PrintLines& lines, const State& state, int i, int k, std::string_view stepMark) {
+    const Pressures& pressures = state.pressures;
+    const auto place = [&](int column, const std::string& mark, double pressure) {
+        lines.right(column, (i > 1 ? mark : "") + formatNumber(pressure, "#####0."));
+    };
+    lines.right(11, state.grid.ElevGrid(i), "####0.00").text(stepMark);
+    place(25, "", pressures.WaterPressures(i, k));
+    place(37, pressures.PassiveMark(Left, i), pressures.PassivePressures(Left, i, k));
+    place(49, pressures.ActiveMark(Left, i), pressures.ActivePressures(Left, i, k));
+    place(61, pressures.ActiveMark(Right, i), pressures.ActivePressures(Right, i, k));
+    place(73, pressures.PassiveMark(Right, i), pressures.PassivePressures(Right, i, k));
+    lines.end();
+}
+
+/// True where the water pressure or a soil pressure of either side has a step at grid point i.
+bool hasStep(const Pressures& pressures, int i) {
+    const auto differ = [](double below, double above) {
+        return std::fabs(below - above) > stepTolerance;
+    };
+    bool step = differ(pressures.WaterPressures(i, 1), pressures.WaterPressures(i, 2));
+    for (const int side : {Right, Left}) {
+        step =
+            step ||
+            differ(pressures.ActivePressures(side, i, 1), pressures.ActivePressures(side, i, 2)) ||
+            differ(pressures.PassivePressures(side, i, 1), pressures.PassivePressures(side, i, 2));
+    }
+    return step;
+}
+
+/// The grid points down to the first one below the wall bottom.
+void pressureRows(PrintLines& lines, const State& state, int level) {
+    const auto& ElevGrid = state.grid.ElevGrid;
+    pressureRow(lines, state, 1, 1, "");
+    for (int i = 2; i <= state.grid.NumElevs; ++i) {
+        const bool step = hasStep(state.pressures, i);
+        pressureRow(lines, state, i, 2, step ? "+" : " ");
+        if (step) {
+            pressureRow(lines, state, i, 1, "-");
+        }
+        if (ElevGrid(i) < state.solution.SolvedBottomElev(level)) {
+            break;
+        }
+    }
+}
+
+void completeResultsOfLevel(PrintLines& lines, const State& state, int level) {
+    const auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
+    const bool design = state.problem.ProgramMode == "D";
+    reportHead(lines, state, level);
+    resultHeads(lines, design);
+    resultRows(lines, state, level);
+    lines.empty();
+    if (design) {
+        scaledDeflectionNote(lines);
+        lines.empty();
+    }
+    pressureHeads(lines);
+    pressureRows(lines, state, level);
+    if (WedgeNoSolution(level, Right) != 0 || WedgeNoSolution(level, Left) != 0) {
+        lines.empty();
+        lines.line(10, "*  STANDARD WEDGE SOLUTION DOES NOT EXIST FOR INDICATED PRESSURE");
+        lines.line(10, "   AT THIS ELEVATION.");
+    }
+}
+
+} // namespace
+
+void completeResults(PrintLines& lines, State& state) {
+    if (state.problem.WallType == "A") {
+        for (const int level : {1, 2}) {
+            LoadResultLevel(state, level);
+            completeResultsOfLevel(lines, state, level);
+        }
+    } else {
+        completeResultsOfLevel(lines, state, 1);
+    }
+    lines.empty(5);
+}
+
+} // namespace korvane

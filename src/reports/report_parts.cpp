@@ -1,0 +1,73 @@
+#include "reports/report_parts.h"
+
+#include "runtime/dates.h"
+
+#include <string>
+
+namespace korvane {
+
+void pieceLine(PrintLines& lines, std::initializer_list<Piece> pieces) {
+    for (const Piece& piece : pieces) {
+        lines.spc(piece.blanks).text(piece.text);
+    }
+    lines.end();
+}
+
+void programHead(PrintLines& lines, std::string_view programLine) {
+    const MomentText moment = momentText();
+    lines.line(2, programLine);
+    lines.line(28, "BY CLASSICAL METHODS");
+    lines.spc(2).text("DATE: ").text(moment.date).tab(63).text("TIME: ").text(moment.time).end();
+    lines.empty();
+}
+
+void banner(PrintLines& lines, int blanks, std::initializer_list<std::string_view> rows) {
+    for (const std::string_view row : rows) {
+        lines.line(blanks, row);
+    }
+    lines.empty();
+}
+
+void headingSection(PrintLines& lines, const Problem& problem, std::string_view title) {
+    lines.line(5, title);
+    for (int i = 1; i <= problem.NumHeadingLines; ++i) {
+        lines.line(7, problem.HeadingLines(i));
+    }
+    lines.empty();
+}
+
+void methodStatement(PrintLines& lines, const State& state, int side) {
+    const std::string& method = state.preparation.SideMethod(side);
+    lines.spc(10).text(side == Right ? "RIGHTSIDE" : "LEFTSIDE");
+    lines.text(" SOIL PRESSURES DETERMINED BY ");
+    if (method == "C") {
+        const bool strengths = state.problem.SoilDataKind(side) == "S";
+        lines.text(strengths ? "COULOMB" : "INPUT").text(" COEFFICIENTS").end();
+        lines.line(10, "AND THEORY OF ELLASTICITY EQUATIONS FOR SURCHARGE LOADS.");
+    } else {
+        lines.text(method == "S" ? "SWEEP SEARCH" : "FIXED SURFACE").text(" WEDGE METHOD.").end();
+    }
+}
+
+bool hasAutomaticSeepage(const Problem& problem) {
+    return problem.WaterDataKind == "E" && problem.SeepageKind == "A";
+}
+
+std::string_view caseRow(const Problem& problem) {
+    const bool cantilever = problem.WallType == "C";
+    if (problem.ProgramMode == "D") {
+        return cantilever ? "*  CANTILEVER WALL DESIGN  *" : "*   ANCHORED WALL DESIGN   *";
+    }
+    return cantilever ? "* CANTILEVER WALL ANALYSIS *" : "*  ANCHORED WALL ANALYSIS  *";
+}
+
+void scaledDeflectionNote(PrintLines& lines) {
+    for (const char* row :
+         {"NOTE:  DIVIDE SCALED DEFLECTION MODULUS OF",
+          "       ELLASTICITY IN PSI TIMES PILE MOMENT",
+          "       OF INERTIA IN IN^4 TO OBTAIN DEFLECTION", "       IN INCHES."}) {
+        lines.line(15, row);
+    }
+}
+
+} // namespace korvane

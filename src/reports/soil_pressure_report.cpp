@@ -1,0 +1,154 @@
+#include "reports/soil_pressure_report.h"
+
+#include "reports/report_file.h"
+#include "reports/report_parts.h"
+#include "runtime/arithmetic.h"
+#include "runtime/number_text.h"
+
+#include <cmath>
+#include <string_view>
+
+namespace korvane {
+
+namespace {
+
+constexpr double stepTolerance = 0.0001; // PSF
+
+/// The lowest elevation that the table is wanted for: three heights of the retained soil below the
+/// lower surface, at least 30 FT, but not below the lowest working row of the grid.
+double lastElevationWanted(const State& state) {
+    const auto& SurfaceElev = state.problem.SurfaceElev;
+    const double lower = MinOf(SurfaceElev(Right, 1), SurfaceElev(Left, 1));
+    const double wanted = MinOf(lower - 3.0 * (state.problem.WallTopElev - lower), lower - 30.0);
+    return MaxOf(wanted, state.grid.ElevGrid(state.grid.NumElevs - 2));
+}
+
+/// True where any soil or net pressure of row i has a step. Net passive counts for a cantilever
+/// only; the water pressures are not tested.
+bool hasStep(const State& state, int i) {
+    const auto& ActivePressures = state.pressures.ActivePressures;
+    const auto& PassivePressures = state.pressures.PassivePressures;
+    const auto& NetActive = state.net.NetActive;
+    const auto& NetPassive = state.net.NetPassive;
+    const auto differ = [](double below, double above) {
+        return std::fabs(below - above) > stepTolerance;
+    };
+    for (const int side : {Right, Left}) {
+        if (differ(ActivePressures(side, i, 1), ActivePressures(side, i, 2)) ||
+            differ(PassivePressures(side, i, 1), PassivePressures(side, i, 2))) {
+            return true;
+        }
+    }
+    return differ(NetActive(i, 1), NetActive(i, 2)) ||
+           (state.problem.WallType == "C" && differ(NetPassive(i, 1), NetPassive(i, 2)));
+}
+
+void columnHeads(PrintLines& lines, bool cantilever) {
+    lines.empty();
+    lines.line(37, "<------NET------>");
+    pieceLine(
+        lines,
+        {{11, "NET"}, {4, "<---LEFTSIDE--->"}, {5, "(SOIL + WATER)"}, {5, "<--RIGHTSIDE--->"}});
+    pieceLine(lines, {{0, "  ELEV."},
+                      {3, "WATER"},
+                      {3, "PASSIVE"},
+                      {3, "ACTIVE"},
+                      {4, cantilever ? "ACTIVE   PASSIVE" : "      ACTIVE    "},
+                      {4, "ACTIVE"},
+                      {3, "PASSIVE"}});
+    pieceLine(lines, {{0, "  (FT)"},
+                      {4, "(PSF)"},
+                      {5, "(PSF)"},
+                      {4, "(PSF)"},
+                      {5, cantilever ? "(PSF)     (PSF) " : "      (PSF)     "},
+                      {4, "(PSF)"},
+                      {5, "(PSF)"}});
+}
+
+/// One line of the table: row i with the values k, the flag behind its elevation and the marks of
+/// the sweep search behind the pressures.
+void pressureRow(PrintLines& lines, const State& state, int i, int k, std::string_view flag) {
+    const Pressures& pressures = state.pressures;
+    constexpr std::string_view format = "####0.0";
+    lines.right(8, state.grid.ElevGrid(i), "###0.0").text(flag);
+    lines.right(16, pressures.WaterPressures(i, k), "###0.0");
+    lines.right(26, pressures.PassivePressures(Left, i, k), format);
+    lines.text(pressures.PassiveMark(Left, i));
+    lines.right(35, pressures.ActivePressures(Left, i, k), format);
+    lines.text(pressures.ActiveMark(Left, i));
+    if (state.problem.WallType == "C") {
+        lines.right(45, state.net.NetActive(i, k), format);
+        lines.right(55, state.net.NetPassive(i, k), format);
+    } else {
+        lines.right(51, state.net.NetActive(i, k), format);
+    }
+    lines.right(65, pressures.ActivePressures(Right, i, k), format);
+    lines.text(pressures.ActiveMark(Right, i));
+    lines.right(75, pressures.PassivePressures(Right, i, k), format);
+    lines.text(pressures.PassiveMark(Right, i)).end();
+}
+
+/// The rows down to the first one below the last elevation wanted. A step gives two lines, the
+/// upper value first.
+void pressureRows(PrintLines& lines, const State& state) {
+    const ElevationGrid& grid = state.grid;
+    const double lastElevation = lastElevationWanted(state);
+    pressureRow(lines, state, 1, 1, " ");
+    for (int i = 2; i <= grid.NumElevs; ++i) {
+        const bool step = hasStep(state, i);
+        pressureRow(lines, state, i, 2, step ? "+" : " ");
+        if (grid.ElevGrid(i) < lastElevation) {
+            break;
+        }
+        if (step) {
+            pressureRow(lines, state, i, 1, "-");
+        }
+    }
+}
+
+/// What the table holds: the methods of both sides and the loads and gradients in it.
+void statements(PrintLines& lines, const State& state) {
+    const Problem& problem = state.problem;
+    methodStatement(lines, state, Right);
+    lines.empty();
+    methodStatement(lines, state, Left);
+    if (problem.HDistCount > 0) {
+        lines.empty();
+        lines.line(10, "NET SOIL PRESSURES INCLUDE APPLIED HORIZONTAL DISTRIBUTED LOADS.");
+    }
+    if (hasAutomaticSeepage(problem)) {
+        lines.empty();
+        lines.spc(10).text("SOIL PRESSURES ARE REPORTED FOR A SEEPAGE GRADIENT = ");
+        lines.text(formatNumber(problem.SeepageGradient(1), "#0.0000")).end();
+        lines.line(10, "AND MAY CHANGE WITH AUTOMATIC ADJUSTMENT OF THE GRADIENT.");
+    }
+}
+
+} // namespace
+
+void WriteSoilPressureReport(State& state) {
+    const Problem& problem = state.problem;
+    const auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
+    const bool cantilever = problem.WallType == "C";
+
+    PrintLines lines;
+    lines.empty();
+    programHead(lines);
+    banner(lines, 28,
+           {"**************************", "*   SOIL PRESSURES FOR   *",
+            cantilever ? "* CANTILEVER WALL DESIGN *" : "*  ANCHORED WALL DESIGN  *",
+            "**************************"});
+    headingSection(lines, problem, " I.--HEADING");
+    lines.line(5, "II.--SOIL PRESSURES");
+    statements(lines, state);
+    columnHeads(lines, cantilever);
+    pressureRows(lines, state);
+    if (WedgeNoSolution(1, Right) != 0 || WedgeNoSolution(1, Left) != 0) {
+        lines.line(10, "* STANDARD WEDGE SOLUTION DOES NOT EXIST FOR INDICATED PRESSURE");
+        lines.line(12, "FOR THIS ELEVATION.");
+    }
+    lines.empty(5);
+    appendReport(state, lines);
+}
+
+} // namespace korvane
