@@ -5,6 +5,12 @@
 
 namespace korvane {
 
+/// Values of RegionFamily::Kind: how much of its parent polygon (a layer, its wet or its seep
+/// region) a region holds.
+inline constexpr int NoRegion = 0;
+inline constexpr int WholeRegion = 1; ///< all of the parent
+inline constexpr int CutRegion = 2;   ///< the part below the dividing line
+
 /// Fills the layer, wet and seep regions and the ground line of a side.
 void BuildWedgeRegions(State& state, int side);
 

@@ -1,0 +1,273 @@
+#include "pressures/elevation_grid.h"
+#include "pressures/wedge_forces.h"
+#include "pressures/wedge_load.h"
+#include "pressures/wedge_strengths.h"
+#include "runtime/arithmetic.h"
+
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+constexpr double HalfRightAngle = 0.7853981633974485;
+/// A plane along a boundary ends where the boundary does: FT per FT of distance that rounding may
+/// part the two.
+constexpr double BoundaryNoise = 1e-6;
+
+/// The plane of one layer, for active or passive forces.
+struct LayerPlane {
+    double friction = 0; ///< developed tangent
+    double sin = 0;      ///< of the angle from the horizontal
+    double cos = 0;
+    double slope = 0; ///< FT/FT
+};
+
+/// A point in the soil: distance from the wall and elevation, FT.
+struct Point {
+    double x;
+    double y;
+};
+
+/// The piece at the wall, kept until the outer pieces are known.
+struct WallPiece {
+    double load = 0; ///< W
+    double C = 0;    ///< developed cohesion, LB
+    double sin = 0;
+    double cos = 0;
+    double U = 0;
+    double V = 0;
+    double D = 0;
+};
+
+/// Planes of fixed angle, for active (s = +1) or passive (s = -1) forces.
+class FixedPlanes {
+  public:
+    FixedPlanes(State& state, int side, int level, int s);
+
+    /// Horizontal force (LB) on the wall from the surface down to `y`, in `layer` at the wall.
+    double forceAt(double y, int layer);
+    /// Passes `height` (FT) of a layer on the way down the wall.
+    void pass(double height, int layer) { wall_.pass(height, strength(layer)); }
+
+  private:
+    const DevelopedStrength& strength(int layer) const {
+        return s_ > 0 ? soils_(layer).active : soils_(layer).passive;
+    }
+    Point groundPoint(const Point& from, double k) const;
+    Point groundPointAlong(int boundary, const Point& from, double k) const;
+    int leavesLayer(int layer, double groundX) const;
+
+    State& state_;
+    const Problem& problem_;
+    int side_;
+    int level_;
+    int s_;
+    Array<LayerStrength, 11> soils_;
+    Array<LayerPlane, 11> planes_;
+    WallTerms wall_;
+};
+
+FixedPlanes::FixedPlanes(State& state, int side, int level, int s)
+    : state_(state), problem_(state.problem), side_(side), level_(level), s_(s),
+      soils_(developedStrengths(state, side, level)) {
+    for (int layer = 1; layer <= problem_.SoilLayerCount(side); ++layer) {
+        const double t = strength(layer).friction;
+        const double th = HalfRightAngle + s * std::atan(t) / 2;
+        planes_(layer) = {t, std::sin(th), std::cos(th), std::sin(th) / std::cos(th)};
+    }
+}
+
+/// Where a plane of slope `k` from a point reaches the ground.
+Point FixedPlanes::groundPoint(const Point& from, double k) const {
+    const auto X = [&](int p) { return state_.regions.WedgeSurfaceX(side_, p); };
+    const auto Y = [&](int p) { return state_.regions.WedgeSurfaceY(side_, p); };
+    for (int p = 2; p <= state_.regions.WedgeSurfaceCount(side_); ++p) {
+        if (X(p) < from.x) {
+            continue;
+        }
+        const double m = divide(Y(p) - from.y, X(p) - from.x);
+        if (m == k) {
+            return {X(p), Y(p)};
+        }
+        if (k > m) {
+            const double gs = divide(Y(p) - Y(p - 1), X(p) - X(p - 1));
+            const double x = divide(Y(p) - gs * X(p) - from.y + k * from.x, k - gs);
+            return {x, (x - from.x) * k + from.y};
+        }
+    }
+    throw RuntimeError(9); // a plane that never reaches the ground
+}
+
+/// The same for a plane along a boundary, which reaches the ground with it: without that rounding
+/// could send the plane through the boundary that it runs along.
+Point FixedPlanes::groundPointAlong(int boundary, const Point& from, double k) const {
+    const Point ground = groundPoint(from, k);
+    const auto& layers = state_.regions.Layer;
+    const Point end{layers.X(side_, boundary + 1, 2), layers.Y(side_, boundary + 1, 2)};
+    return std::abs(ground.x - end.x) <= BoundaryNoise * MaxOf(1, end.x) ? end : ground;
+}
+
+/// -1 where a piece with its ground point at `groundX` passes upward out of `layer`, +1 where it
+/// passes downward, 0 where it reaches the ground inside.
+int FixedPlanes::leavesLayer(int layer, double groundX) const {
+    const auto& layers = state_.regions.Layer;
+    const bool lastLayer = layer == problem_.SoilLayerCount(side_);
+    if (layer > 1 && groundX <= layers.X(side_, layer, 2)) {
+        return groundX < layers.X(side_, layer, 2) ? -1 : 0;
+    }
+    return !lastLayer && groundX > layers.X(side_, layer + 1, 2) ? 1 : 0;
+}
+
+double FixedPlanes::forceAt(double y, int layer) {
+    auto& PieceForce = state_.wedge.PieceForce;
+    const double s = s_;
+    const double dw = divide(wall_.friction, problem_.SurfaceElev(side_, 1) - y);
+    const double Cd = std::cos(dw);
+    const double Sd = std::sin(dw);
+
+    WallPiece wallPiece;
+    int outerPieces = 0;
+    double Hs = 0; // sum of PieceForce
+    Point start{0, y};
+    double k = planes_(layer).slope;
+    Point ground = groundPoint(start, k);
+    for (bool atWall = true;; atWall = false) {
+        const LayerPlane& plane = planes_(layer);
+        const int dir = leavesLayer(layer, ground.x);
+        const int boundary = dir < 0 ? layer - 1 : layer;
+        Point end = ground;
+        if (dir != 0) {
+            end.x = divide(problem_.SoilBottomElev(side_, boundary) - start.y + k * start.x,
+                           k - problem_.SoilBottomSlope(side_, boundary));
+            end.y = (end.x - start.x) * k + start.y;
+        }
+
+        const double W =
+            WedgeWeight(state_, y, k, side_, level_, start.x, start.y, end.x, end.y, layer) +
+            WedgeSurchargeLoad(problem_, side_, start.x, end.x);
+        const double C = std::hypot(end.x - start.x, end.y - start.y) * strength(layer).cohesion;
+        const double U = s * plane.friction * plane.sin + plane.cos;
+        const double V = s * plane.friction * plane.cos - plane.sin;
+        if (atWall) {
+            wallPiece = {W, C, plane.sin, plane.cos, U, V, s * Sd * V - Cd * U};
+        } else {
+            // A piece meets its inner neighbour without friction.
+            PieceForce(++outerPieces) =
+                divide((W - s * C * plane.sin) * V + s * C * plane.cos * U, -U);
+            Hs += PieceForce(outerPieces);
+        }
+        if (dir == 0) {
+            break;
+        }
+
+        layer += dir;
+        start = end;
+        k = planes_(layer).slope;
+        const double boundarySlope = problem_.SoilBottomSlope(side_, boundary);
+        if (dir < 0 ? k < boundarySlope : k > boundarySlope) {
+            k = boundarySlope; // no steeper or flatter than the boundary just passed
+            ground = groundPointAlong(boundary, start, k);
+        } else {
+            ground = groundPoint(start, k);
+        }
+    }
+
+    const auto& [W, C, sinTh, cosTh, U, V, D] = wallPiece;
+    const double P =
+        divide((W - s * C * sinTh - s * wall_.adhesion) * V - (Hs - s * C * cosTh) * U, D);
+    return P * Cd;
+}
+
+/// A force (LB) at an elevation (FT).
+struct Node {
+    double elev;
+    double force;
+};
+
+/// The parabola through three nodes of a force curve.
+double parabolaAt(double y, const Node& a, const Node& b, const Node& c) {
+    return a.force * divide((y - b.elev) * (y - c.elev), (a.elev - b.elev) * (a.elev - c.elev)) +
+           b.force * divide((y - a.elev) * (y - c.elev), (b.elev - a.elev) * (b.elev - c.elev)) +
+           c.force * divide((y - a.elev) * (y - b.elev), (c.elev - a.elev) * (c.elev - b.elev));
+}
+
+double lineAt(double y, const Node& a, const Node& b) {
+    return a.force + (b.force - a.force) * divide(y - a.elev, b.elev - a.elev);
+}
+
+double midElevation(const ElevationGrid& grid, int row) {
+    return (grid.ElevGrid(row) + grid.ElevGrid(row + 1)) / 2;
+}
+
+/// Forces at the rows below the surface row from those at the midpoints: the mean of the parabolas
+/// with two nodes above and one below, and with one above and two below.
+void interpolateRows(const ElevationGrid& grid, int surfaceRow, int side,
+                     const Array<double, 301>& midForce, Array<double, 301, 2>& rowForce,
+                     bool active) {
+    const auto& ElevGrid = grid.ElevGrid;
+    const int lastRow = grid.NumElevs;
+    const auto midpoint = [&](int row) { return Node{midElevation(grid, row), midForce(row)}; };
+
+    for (int r = surfaceRow + 1; r < lastRow; ++r) {
+        const double y = ElevGrid(r);
+        const Node A = r == surfaceRow + 1 ? Node{ElevGrid(surfaceRow), 0} : midpoint(r - 2);
+        const Node B = midpoint(r - 1);
+        const Node C = midpoint(r);
+        const double F1 = parabolaAt(y, A, B, C);
+        if (r == lastRow - 1) {
+            rowForce(r, side) = F1;
+            rowForce(lastRow, side) = parabolaAt(ElevGrid(lastRow), A, B, C);
+            return;
+        }
+        const double F2 = parabolaAt(y, B, C, midpoint(r + 1));
+        double force = (F1 + F2) / 2;
+        if (active && B.force < 0 && C.force < 0 && force > 0) {
+            force = lineAt(y, B, C); // no push between two pulls
+        }
+        rowForce(r, side) = force;
+    }
+}
+
+} // namespace
+
+// Horizontal forces of the soil on the wall, from the surface down to each row, by equilibrium of
+// the wedge above one broken plane, whose angle in each layer is that of Rankine's state (45
+// degrees plus or minus half the developed friction). Forces are worked out at the midpoints of the
+// rows and led to the rows by parabolas. Reads the regions, the layers and their factors; writes
+// the side's WedgeActiveForce and WedgePassiveForce, MidActiveForce and MidPassiveForce (LB per
+// foot of wall).
+void FixedSurfaceForces(State& state, int side, int level) {
+    const Problem& problem = state.problem;
+    const ElevationGrid& grid = state.grid;
+    WedgeForces& wedge = state.wedge;
+    const int surfaceRow = firstRowAt(grid, problem.SurfaceElev(side, 1));
+
+    for (int row = 1; row <= grid.ElevGrid.size(); ++row) {
+        wedge.WedgeActiveForce(row, side) = 0;
+        wedge.WedgePassiveForce(row, side) = 0;
+    }
+    FixedPlanes active(state, side, level, 1);
+    FixedPlanes passive(state, side, level, -1);
+    const auto pass = [&](double height, int layer) {
+        active.pass(height, layer);
+        passive.pass(height, layer);
+    };
+
+    int layer = 1;
+    double y = problem.SurfaceElev(side, 1);
+    for (int r = surfaceRow; r < grid.NumElevs; ++r) {
+        pass(y - grid.ElevGrid(r), layer);
+        y = midElevation(grid, r);
+        if (layer < problem.SoilLayerCount(side) && y < problem.SoilBottomElev(side, layer)) {
+            ++layer;
+        }
+        pass(grid.ElevGrid(r) - y, layer);
+        wedge.MidActiveForce(r) = active.forceAt(y, layer);
+        wedge.MidPassiveForce(r) = passive.forceAt(y, layer);
+    }
+    interpolateRows(grid, surfaceRow, side, wedge.MidActiveForce, wedge.WedgeActiveForce, true);
+    interpolateRows(grid, surfaceRow, side, wedge.MidPassiveForce, wedge.WedgePassiveForce, false);
+}
+
+} // namespace korvane
