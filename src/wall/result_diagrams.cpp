@@ -1,0 +1,165 @@
+#include "wall/result_diagrams.h"
+
+#include "runtime/arithmetic.h"
+
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+/// Deflections to LB-IN^3 (scaled) in a design, to IN in an analysis.
+double deflectionScale(const Problem& problem) {
+    if (problem.ProgramMode == "A") {
+        return divide(1728.0, problem.WallInertia * problem.WallModulus);
+    }
+    return 1728.0;
+}
+
+/// The row just above grid point e.
+void addRowAbove(State& state, int r, int e, double scale) {
+    ResultDiagrams& results = state.results;
+    results.ResultElev(r) = state.grid.ElevGrid(e);
+    results.ResultMoment(r) = state.beam.ElementForces(e - 1, 4);
+    results.ResultShear(r) = -state.beam.ElementForces(e - 1, 3);
+    results.ResultDeflection(r) = finite(scale * state.beam.NodeDisplacement(e, 1));
+    results.ResultPressure(r) = state.net.NetActive(e, 2);
+}
+
+/// The row just below grid point e, where a diagram jumps.
+void addRowBelow(State& state, int r, int e, double scale) {
+    ResultDiagrams& results = state.results;
+    results.ResultElev(r) = state.grid.ElevGrid(e);
+    results.ResultMoment(r) = -state.beam.ElementForces(e, 2);
+    results.ResultShear(r) = state.beam.ElementForces(e, 1);
+    results.ResultDeflection(r) = finite(scale * state.beam.NodeDisplacement(e, 1));
+    results.ResultPressure(r) = state.net.NetActive(e, 1);
+}
+
+/// A concentrated force of 1 LB or more, or a step of the net pressure, at grid point e.
+bool diagramsJump(const State& state, int e) {
+    const auto& ElementForces = state.beam.ElementForces;
+    const auto& NetActive = state.net.NetActive;
+    return std::fabs(ElementForces(e - 1, 3) + ElementForces(e, 1)) >= 1.0 ||
+           std::fabs(NetActive(e, 1) - NetActive(e, 2)) >= 0.0001;
+}
+
+/// All rows of a level; returns their number.
+int fillRows(State& state, int level) {
+    ResultDiagrams& results = state.results;
+    const double scale = deflectionScale(state.problem);
+    const int bottom = state.solution.BottomIndex(level);
+
+    const double topShear = state.beam.ElementForces(1, 1);
+    results.ResultElev(1) = state.grid.ElevGrid(1);
+    results.ResultMoment(1) = 0;
+    results.ResultShear(1) = std::fabs(topShear) < 0.0001 ? 0.0 : topShear;
+    results.ResultDeflection(1) = finite(scale * state.beam.NodeDisplacement(1, 1));
+    results.ResultPressure(1) = state.net.NetActive(1, 1);
+
+    int r = 1;
+    for (int e = 2; e < bottom; ++e) {
+        addRowAbove(state, ++r, e, scale);
+        if (diagramsJump(state, e)) {
+            addRowBelow(state, ++r, e, scale);
+        }
+    }
+
+    addRowAbove(state, ++r, bottom, scale);
+    results.ResultPressure(r) = state.solution.BottomPressure(level);
+    results.ResultMoment(r) = 0;
+    if (level == 1) { // deliberate: level 2 shows the grid point's elevation and keeps its shear
+        results.ResultElev(r) = state.solution.SolvedBottomElev(1);
+        results.ResultShear(r) = 0;
+    }
+    return r;
+}
+
+void widenRange(Array<double, 4>& range, int level, double value) {
+    range(level) = MaxOf(range(level), value);
+    range(level + 2) = MinOf(range(level + 2), value);
+}
+
+/// Extremes of all rows; returns the row of the largest moment (of equal ones the last).
+int findExtremes(ResultDiagrams& results, int level, int rowCount) {
+    auto& MaxMoment = results.MaxMoment;
+    auto& MaxDeflection = results.MaxDeflection;
+    MaxMoment(level) = 0;
+    MaxDeflection(level) = 0;
+    for (Array<double, 4>* range : {&results.DeflectionRange, &results.MomentRange,
+                                    &results.ShearRange, &results.PressureRange}) {
+        // Deliberate: values all above 1E5 or all below -1E5 leave one end at its start.
+        (*range)(level) = -100000.0;
+        (*range)(level + 2) = 100000.0;
+    }
+
+    int m = 1;
+    for (int r = 1; r <= rowCount; ++r) {
+        if (std::fabs(results.ResultMoment(r)) >= std::fabs(MaxMoment(level))) {
+            MaxMoment(level) = results.ResultMoment(r);
+            MaxMoment(level + 2) = results.ResultElev(r);
+            m = r;
+        }
+        if (std::fabs(results.ResultDeflection(r)) >= std::fabs(MaxDeflection(level))) {
+            MaxDeflection(level) = results.ResultDeflection(r);
+            MaxDeflection(level + 2) = results.ResultElev(r);
+        }
+        widenRange(results.DeflectionRange, level, results.ResultDeflection(r));
+        widenRange(results.MomentRange, level, results.ResultMoment(r));
+        widenRange(results.ShearRange, level, results.ResultShear(r));
+        widenRange(results.PressureRange, level, results.ResultPressure(r));
+    }
+    return m;
+}
+
+/// Distance (FT) below the upper end of a segment at which the shear V + p s + A s^2 vanishes;
+/// p is the pressure at the upper end, 2 A its slope, h the segment's length.
+double zeroOfShear(double V, double p, double A, double h) {
+    if (std::fabs(A) <= 0.0001) {
+        return divide(-V, p);
+    }
+    const double root = squareRoot(p * p - 4 * A * V);
+    const double s = divide(-p - root, 2 * A);
+    return 0 < s && s < h ? s : divide(-p + root, 2 * A);
+}
+
+/// The largest moment between rows, from the zero of shear next to row m.
+void refineMaxMoment(ResultDiagrams& results, int level, int m, int rowCount) {
+    const auto& ResultElev = results.ResultElev;
+    const auto& ResultShear = results.ResultShear;
+    if (m == 1 || m == rowCount) { // no moments at all: the rows have no neighbour to refine in
+        return;
+    }
+    if (std::fabs(ResultElev(m) - ResultElev(m - 1)) <= 0.0001 ||
+        std::fabs(ResultElev(m) - ResultElev(m + 1)) < 0.0001 ||
+        std::fabs(ResultShear(m)) <= 0.0001) {
+        return;
+    }
+    const int j = ResultShear(m - 1) * ResultShear(m) < 0 ? m - 1 : m;
+    const double p = results.ResultPressure(j);
+    const double q = results.ResultPressure(j + 1);
+    const double V = ResultShear(j);
+    const double h = ResultElev(j) - ResultElev(j + 1);
+
+    const double A = divide(q - p, h) / 2;
+    const double s = zeroOfShear(V, p, A, h);
+    const double p2 = 2 * A * s + p;
+    results.MaxMoment(level) = finite(s * s * (2 * p + p2) / 6 + s * V + results.ResultMoment(j));
+    results.MaxMoment(level + 2) = finite(ResultElev(j) - s);
+}
+
+} // namespace
+
+// Purpose: rows of moment, shear, deflection and pressure for reports and plots, two at a point
+//          where a diagram jumps, and the extremes of each diagram.
+// Reads:   ElementForces, NodeDisplacement, NetActive PSF, ElevGrid FT, the level's bottom.
+// Writes:  the result rows and extremes of the level; BottomIndex(level) turns into the row count.
+// Failure: a row beyond 301 is run-time error 9.
+void BuildResultDiagrams(State& state, int level) {
+    const int rowCount = fillRows(state, level);
+    state.solution.BottomIndex(level) = rowCount;
+    const int m = findExtremes(state.results, level, rowCount);
+    refineMaxMoment(state.results, level, m, rowCount);
+}
+
+} // namespace korvane
