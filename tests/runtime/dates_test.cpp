@@ -2,11 +2,11 @@
 #include "runtime/dates.h"
 
 #include "runtime/number_text.h"
+#include "support/support.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdlib>
 #include <ctime>
 #include <optional>
 #include <string>
@@ -14,32 +14,7 @@
 namespace korvane {
 namespace {
 
-/// Sets an environment variable (or removes it) and puts the old state back at the end.
-class Environment {
-  public:
-    Environment(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name)) {
-            old_ = old;
-        }
-        put(value);
-    }
-    ~Environment() { put(old_ ? old_->c_str() : nullptr); }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-  private:
-    void put(const char* value) {
-        if (value) {
-            setenv(name_, value, 1);
-        } else {
-            unsetenv(name_);
-        }
-        tzset();
-    }
-
-    const char* name_;
-    std::optional<std::string> old_;
-};
+using test::EnvironmentVariable;
 
 struct MomentRow {
     const char* seconds;
@@ -49,12 +24,12 @@ struct MomentRow {
 
 // Seconds of each moment by `date -u -d "2026-11-21 09:05:07" +%s` and so on.
 TEST(MomentText, IsTheMomentOfSourceDateEpochInUniversalTime) {
-    const Environment zone("TZ", "EST5");
+    const EnvironmentVariable zone("TZ", "EST5");
     for (const MomentRow& row : {MomentRow{"1795251907", "21-NOVEMBER-2026", "9:05:07"},
                                  MomentRow{"1835395200", "29-FEBRUARY-2028", "0:00:00"},
                                  MomentRow{"1793923199", "5-NOVEMBER-2026", "23:59:59"},
                                  MomentRow{"0", "1-JANUARY-1970", "0:00:00"}}) {
-        const Environment epoch("SOURCE_DATE_EPOCH", row.seconds);
+        const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", row.seconds);
         EXPECT_EQ(momentText().date, row.date);
         EXPECT_EQ(momentText().time, row.time);
     }
@@ -86,16 +61,16 @@ void expectPresentMoment() {
 }
 
 TEST(MomentText, IsTheLocalTimeWithoutSourceDateEpoch) {
-    const Environment epoch("SOURCE_DATE_EPOCH", nullptr);
+    const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", std::nullopt);
     for (const char* zoneName : {"UTC0", "XXX-11", "XXX+9"}) {
-        const Environment zone("TZ", zoneName);
+        const EnvironmentVariable zone("TZ", zoneName);
         expectPresentMoment();
     }
 }
 
 TEST(MomentText, TakesNoEpochFromATextThatIsNoWholeNumber) {
     for (const char* text : {"", "tomorrow", "12x", "99999999999999999999"}) {
-        const Environment epoch("SOURCE_DATE_EPOCH", text);
+        const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", text);
         expectPresentMoment();
     }
 }

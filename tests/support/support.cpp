@@ -1,6 +1,10 @@
 #include "support/support.h"
 
 #include <atomic>
+#include <cstdlib>
+#include <ctime>
+#include <utility>
+
 #include <unistd.h>
 
 namespace korvane::test {
@@ -25,6 +29,31 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
+}
+
+namespace {
+
+void setVariable(const std::string& name, const std::optional<std::string>& value) {
+    if (value) {
+        setenv(name.c_str(), value->c_str(), 1);
+    } else {
+        unsetenv(name.c_str());
+    }
+    tzset(); // the variable may be the time zone
+}
+
+} // namespace
+
+EnvironmentVariable::EnvironmentVariable(std::string name, const std::optional<std::string>& value)
+    : name_(std::move(name)) {
+    if (const char* old = std::getenv(name_.c_str())) {
+        old_ = old;
+    }
+    setVariable(name_, value);
+}
+
+EnvironmentVariable::~EnvironmentVariable() {
+    setVariable(name_, old_);
 }
 
 Problem plainCantilever() {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,19 @@ class TemporaryFolder {
 
   private:
     std::filesystem::path path_;
+};
+
+/// Sets an environment variable, or removes it, and puts the old state back at the end.
+class EnvironmentVariable {
+  public:
+    EnvironmentVariable(std::string name, const std::optional<std::string>& value);
+    ~EnvironmentVariable();
+    EnvironmentVariable(const EnvironmentVariable&) = delete;
+    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+
+  private:
+    std::string name_;
+    std::optional<std::string> old_;
 };
 
 /// A state with scripted prompts. Large, hence on the heap.
