@@ -8,6 +8,7 @@
 #include "state/prompts.h"
 
 #include <string>
+#include <vector>
 
 namespace korvane {
 
@@ -121,6 +122,16 @@ struct SolvedLevel {
     Array<double, 301> ResultPressure;
 };
 
+/// What the moment reduction came to, beyond what the report and its plot need.
+struct RoweOutcome {
+    int soil = 0;                      ///< of the report: 0 none written, 1 sand, 2 clay
+    bool applicable = false;           ///< the wall is within the range of the method
+    std::vector<std::string> notes;    ///< why the reduction does not apply, each in one line
+    Array<bool, 13> inRange;           ///< (p) the section has coefficients
+    Array<double, 13, 2> coefficient;  ///< (p, 1) loose sand or clay, (p, 2) dense sand
+    Array<double, 13, 2> reducedRatio; ///< (p, k) allowable over reduced free earth moment
+};
+
 /// Sheet pile sections and Rowe's moment reduction.
 struct RoweData {
     Array<std::string, 13> PileName;
@@ -136,6 +147,7 @@ struct RoweData {
     Array<double, 13> PileLogRigidity;    ///< log10(H^4 / EI)
     Array<double, 13> PileMomentRatio;    ///< allowable over free earth moment
     Array<double, 2, 5> RoweSandCurve;    ///< (density, point) at the wall's ALPHA
+    RoweOutcome outcome;
 };
 
 /// Temporary and scratch files of the session.
