@@ -1,0 +1,333 @@
+#include "batch/json_results.h"
+
+#include "runtime/arithmetic.h"
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace korvane::batch {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// Bytes of a UTF-8 character that begins the text; 0 where none does.
+std::size_t utf8Length(std::string_view text) {
+    const auto byte = [&](std::size_t i) {
+        return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
+    };
+    const unsigned first = byte(0);
+    const std::size_t length = first < 0x80   ? 1
+                               : first < 0xC2 ? 0
+                               : first < 0xE0 ? 2
+                               : first < 0xF0 ? 3
+                               : first < 0xF5 ? 4
+                                              : 0;
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xC0U) != 0x80U) {
+            return 0;
+        }
+    }
+    const bool overlong = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xF0 && byte(1) < 0x90);
+    const bool noCharacter = (first == 0xED && byte(1) > 0x9F) || (first == 0xF4 && byte(1) > 0x8F);
+    return overlong || noCharacter ? 0 : length;
+}
+
+/// The text as UTF-8; bytes that are none become the Latin-1 characters of their codes.
+std::string utf8(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const std::size_t length = utf8Length(text);
+        if (length > 0) {
+            result += text.substr(0, length);
+            text.remove_prefix(length);
+        } else {
+            const auto code = static_cast<unsigned char>(text.front());
+            result += static_cast<char>(0xC0U | (code >> 6U));
+            result += static_cast<char>(0x80U | (code & 0x3FU));
+            text.remove_prefix(1);
+        }
+    }
+    return result;
+}
+
+const char* statusText(int status) {
+    return status == StatusSolved ? "solved" : status == StatusFailed ? "failed" : "error";
+}
+
+const char* answerText(Answer answer) {
+    switch (answer) {
+    case Answer::Ok:
+        return "OK";
+    case Answer::Cancel:
+        return "Cancel";
+    case Answer::Yes:
+        return "Yes";
+    case Answer::No:
+        return "No";
+    }
+    return "";
+}
+
+Json messagesJson(const std::vector<Message>& messages) {
+    Json list = Json::array();
+    for (const Message& message : messages) {
+        list.push_back({{"title", utf8(message.box.title)},
+                        {"text", utf8(message.box.text)},
+                        {"answer", answerText(message.answer)}});
+    }
+    return list;
+}
+
+/// A value where it applies, else null.
+Json where(bool applies, const Json& value) {
+    return applies ? value : Json();
+}
+
+/// The leading entries of a list.
+template <class T, int N>
+Json leading(const Array<T, N>& values, int count) {
+    Json list = Json::array();
+    for (int i = 1; i <= count; ++i) {
+        list.push_back(values(i));
+    }
+    return list;
+}
+
+/// A value of each side, or null for both.
+template <class T>
+Json bothSides(const Array<T, 2>& values, bool applies = true) {
+    return where(applies, leading(values, 2));
+}
+
+/// The leading entries of each side's list; null for a side to which it does not apply.
+template <int N>
+Json sideLists(const Array<double, 2, N>& values, const Array<int, 2>& counts,
+               const std::array<bool, 2>& applies = {true, true}) {
+    Json sides = Json::array();
+    for (const int side : {Right, Left}) {
+        Json list = Json::array();
+        for (int i = 1; i <= counts(side); ++i) {
+            list.push_back(values(side, i));
+        }
+        sides.push_back(where(applies[static_cast<std::size_t>(side - 1)], list));
+    }
+    return sides;
+}
+
+Json headingsJson(const Problem& problem) {
+    Json list = Json::array();
+    for (int i = 1; i <= problem.NumHeadingLines; ++i) {
+        list.push_back(utf8(problem.HeadingLines(i)));
+    }
+    return list;
+}
+
+/// Layer bottoms; the last layer of a side has none.
+Json layerBottoms(const Problem& problem) {
+    Json sides = sideLists(problem.SoilBottomElev, problem.SoilLayerCount);
+    for (Json& side : sides) {
+        if (!side.empty()) {
+            side.back() = Json();
+        }
+    }
+    return sides;
+}
+
+void addHeadingToSurface(Json& json, const Problem& problem) {
+    const bool anchored = problem.WallType == "A";
+    const bool design = problem.ProgramMode == "D";
+    const bool analysis = problem.ProgramMode == "A";
+    json["NumHeadingLines"] = problem.NumHeadingLines;
+    json["HeadingLines"] = headingsJson(problem);
+    json["WallType"] = problem.WallType;
+    json["ProgramMode"] = problem.ProgramMode;
+    json["FSActive"] = where(design || (analysis && problem.FSKind == 2), problem.FSActive);
+    json["FSPassive"] = where(design, problem.FSPassive);
+    json["FSKind"] = where(analysis, problem.FSKind);
+    json["WallTopElev"] = problem.WallTopElev;
+    json["AnchorElev"] = where(anchored, problem.AnchorElev);
+    json["WallBottomElev"] = where(analysis, problem.WallBottomElev);
+    json["WallModulus"] = where(analysis, problem.WallModulus);
+    json["WallInertia"] = where(analysis, problem.WallInertia);
+    json["SurfacePointCount"] = bothSides(problem.SurfacePointCount);
+    json["SurfaceDist"] = sideLists(problem.SurfaceDist, problem.SurfacePointCount);
+    json["SurfaceElev"] = sideLists(problem.SurfaceElev, problem.SurfacePointCount);
+}
+
+void addSoil(Json& json, const Problem& problem) {
+    const auto& kind = problem.SoilDataKind;
+    const auto& count = problem.SoilLayerCount;
+    const std::array<bool, 2> strengths{kind(Right) == "S", kind(Left) == "S"};
+    const std::array<bool, 2> coefficients{kind(Right) == "C", kind(Left) == "C"};
+    json["SoilDataKind"] = bothSides(kind);
+    json["SoilLayerCount"] = bothSides(count);
+    json["Level2FSActive"] = bothSides(problem.Level2FSActive);
+    json["Level2FSPassive"] = bothSides(problem.Level2FSPassive);
+    json["SoilSatWeight"] = sideLists(problem.SoilSatWeight, count);
+    json["SoilMoistWeight"] = sideLists(problem.SoilMoistWeight, count);
+    json["SoilFriction"] = sideLists(problem.SoilFriction, count, strengths);
+    json["SoilCohesion"] = sideLists(problem.SoilCohesion, count, strengths);
+    json["SoilWallFriction"] = sideLists(problem.SoilWallFriction, count, strengths);
+    json["SoilAdhesion"] = sideLists(problem.SoilAdhesion, count, strengths);
+    json["SoilBottomElev"] = layerBottoms(problem);
+    json["SoilBottomSlope"] = sideLists(problem.SoilBottomSlope, count, strengths);
+    json["SoilFSActive"] = sideLists(problem.SoilFSActive, count, strengths);
+    json["SoilFSPassive"] = sideLists(problem.SoilFSPassive, count, strengths);
+    json["SoilCoefActive"] = sideLists(problem.SoilCoefActive, count, coefficients);
+    json["SoilCoefPassive"] = sideLists(problem.SoilCoefPassive, count, coefficients);
+}
+
+void addWater(Json& json, const Problem& problem) {
+    const bool elevations = problem.WaterDataKind == "E";
+    const bool pressures = problem.WaterDataKind == "P";
+    const bool seepage = !problem.SeepageKind.empty();
+    const int count = pressures ? problem.WaterPressCount : 0;
+    json["WaterDataKind"] = problem.WaterDataKind;
+    json["WaterUnitWeight"] = where(elevations, problem.WaterUnitWeight);
+    json["WaterElev"] = bothSides(problem.WaterElev, elevations);
+    json["SeepageKind"] = problem.SeepageKind;
+    json["SeepageElev"] = where(seepage, problem.SeepageElev);
+    json["SeepageGradient"] = bothSides(problem.SeepageGradient, seepage);
+    json["WaterPressCount"] = count;
+    json["WaterPressElev"] = leading(problem.WaterPressElev, count);
+    json["WaterPressure"] = leading(problem.WaterPressure, count);
+}
+
+void addLoads(Json& json, const Problem& problem) {
+    json["VLineCount"] = bothSides(problem.VLineCount);
+    json["VLineDist"] = sideLists(problem.VLineDist, problem.VLineCount);
+    json["VLineLoad"] = sideLists(problem.VLineLoad, problem.VLineCount);
+    json["VUniformCount"] = bothSides(problem.VUniformCount);
+    json["VStripCount"] = bothSides(problem.VStripCount);
+    json["VStripStart"] = sideLists(problem.VStripStart, problem.VStripCount);
+    json["VStripEnd"] = sideLists(problem.VStripEnd, problem.VStripCount);
+    json["VStripLoad"] = sideLists(problem.VStripLoad, problem.VStripCount);
+    json["VRampCount"] = bothSides(problem.VRampCount);
+    for (const int side : {Right, Left}) {
+        const auto place = static_cast<std::size_t>(side - 1);
+        const bool uniform = problem.VUniformCount(side) > 0;
+        const bool ramp = problem.VRampCount(side) > 0;
+        json["VUniformLoad"][place] = where(uniform, problem.VUniformLoad(side));
+        json["VRampStart"][place] = where(ramp, problem.VRampStart(side));
+        json["VRampEnd"][place] = where(ramp, problem.VRampEnd(side));
+        json["VRampLoad"][place] = where(ramp, problem.VRampLoad(side));
+    }
+    json["VTriCount"] = bothSides(problem.VTriCount);
+    json["VTriStart"] = sideLists(problem.VTriStart, problem.VTriCount);
+    json["VTriPeak"] = sideLists(problem.VTriPeak, problem.VTriCount);
+    json["VTriEnd"] = sideLists(problem.VTriEnd, problem.VTriCount);
+    json["VTriLoad"] = sideLists(problem.VTriLoad, problem.VTriCount);
+    json["VVarCount"] = bothSides(problem.VVarCount);
+    json["VVarDist"] = sideLists(problem.VVarDist, problem.VVarCount);
+    json["VVarLoad"] = sideLists(problem.VVarLoad, problem.VVarCount);
+    json["HLineCount"] = problem.HLineCount;
+    json["HLineElev"] = leading(problem.HLineElev, problem.HLineCount);
+    json["HLineLoad"] = leading(problem.HLineLoad, problem.HLineCount);
+    json["HDistCount"] = problem.HDistCount;
+    json["HDistElev"] = leading(problem.HDistElev, problem.HDistCount);
+    json["HDistLoad"] = leading(problem.HDistLoad, problem.HDistCount);
+}
+
+Json problemJson(const Problem& problem) {
+    Json json;
+    addHeadingToSurface(json, problem);
+    addSoil(json, problem);
+    addWater(json, problem);
+    addLoads(json, problem);
+    return json;
+}
+
+/// The pressures of one side at a grid point; each pair just below and just above it.
+Json sideJson(const Pressures& pressures, int side, int i) {
+    const auto& active = pressures.ActivePressures;
+    const auto& passive = pressures.PassivePressures;
+    return {{"active", {active(side, i, 1), active(side, i, 2)}},
+            {"passive", {passive(side, i, 1), passive(side, i, 2)}},
+            {"marks", {pressures.ActiveMark(side, i), pressures.PassiveMark(side, i)}}};
+}
+
+Json gridJson(const SolvedLevel& level) {
+    const auto& [ElevGrid, NumElevs, SeepageEndIndex] = level.grid;
+    const auto& WaterPressures = level.pressures.WaterPressures;
+    Json list = Json::array();
+    for (int i = 1; i <= NumElevs; ++i) {
+        list.push_back({{"elev", ElevGrid(i)},
+                        {"water", {WaterPressures(i, 1), WaterPressures(i, 2)}},
+                        {"right", sideJson(level.pressures, Right, i)},
+                        {"left", sideJson(level.pressures, Left, i)},
+                        {"netActive", {level.NetActive(i, 1), level.NetActive(i, 2)}},
+                        {"netPassive", {level.NetPassive(i, 1), level.NetPassive(i, 2)}}});
+    }
+    return list;
+}
+
+Json rowsJson(const SolvedLevel& level) {
+    Json list = Json::array();
+    for (int i = 1; i <= level.rowCount; ++i) {
+        list.push_back({{"elev", level.ResultElev(i)},
+                        {"moment", level.ResultMoment(i)},
+                        {"shear", level.ResultShear(i)},
+                        {"deflection", level.ResultDeflection(i)},
+                        {"pressure", level.ResultPressure(i)}});
+    }
+    return list;
+}
+
+Json levelJson(const State& state, int level) {
+    const Problem& problem = state.problem;
+    const bool anchored = problem.WallType == "A";
+    const double bottom = state.solution.SolvedBottomElev(level);
+    const double ground = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
+    const auto& MaxMoment = state.results.MaxMoment;
+    const auto& MaxDeflection = state.results.MaxDeflection;
+    const SolvedLevel& solved = state.solved(level);
+    return {
+        {"method", !anchored    ? "cantilever"
+                   : level == 1 ? "free earth"
+                                : "fixed earth"},
+        {"bottomElev", bottom},
+        {"penetration", ground - bottom},
+        {"anchorForce", where(anchored, state.solution.AnchorForce(level))},
+        {"factorOfSafety",
+         where(problem.ProgramMode == "A", state.preparation.LayerFSPassive(Right, 1, level))},
+        {"seepageGradient", where(!problem.SeepageKind.empty(), problem.SeepageGradient(level))},
+        {"maxMoment", {{"value", MaxMoment(level)}, {"elev", MaxMoment(level + 2)}}},
+        {"maxDeflection", {{"value", MaxDeflection(level)}, {"elev", MaxDeflection(level + 2)}}},
+        {"rows", rowsJson(solved)},
+        {"grid", gridJson(solved)}};
+}
+
+Json levelsJson(const State& state) {
+    Json list = Json::array();
+    for (int level = 1; level <= (state.problem.WallType == "A" ? 2 : 1); ++level) {
+        list.push_back(levelJson(state, level));
+    }
+    return list;
+}
+
+Json roweJson(const State&) {
+    return {};
+}
+
+} // namespace
+
+std::string jsonResults(const std::string& input, int status, const std::vector<Message>& messages,
+                        const State& state, const SolvedLevel* review) {
+    const Json results{{"schema", 1},
+                       {"program", "KORVANE"},
+                       {"version", KORVANE_VERSION},
+                       {"input", utf8(input)},
+                       {"status", statusText(status)},
+                       {"messages", messagesJson(messages)},
+                       {"problem", problemJson(state.problem)},
+                       {"grid", review == nullptr ? Json::array() : gridJson(*review)},
+                       {"levels", status == StatusSolved ? levelsJson(state) : Json::array()},
+                       {"rowe", roweJson(state)}};
+    return results.dump(1) + "\n";
+}
+
+} // namespace korvane::batch

@@ -1,0 +1,22 @@
+// korvane-batch: solves input files without windows.
+#include "batch/options.h"
+#include "batch/run_batch.h"
+#include "commands/commands.h"
+#include "commands/run_guarded.h"
+
+#include <iostream>
+
+#include <unistd.h>
+
+int main(int argc, char** argv) {
+    int status = korvane::batch::StatusError;
+    const auto fault = korvane::runGuarded([&] {
+        korvane::provideTempVariable();
+        status = korvane::batch::runBatch({argv + 1, argv + argc}, std::cout, std::cerr,
+                                          ::isatty(STDERR_FILENO) != 0);
+    });
+    if (fault) {
+        std::cerr << "korvane-batch: " << fault->what() << "\n";
+    }
+    return status;
+}

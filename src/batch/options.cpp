@@ -1,0 +1,67 @@
+#include "batch/options.h"
+
+#include "runtime/number_text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+#include <thread>
+
+namespace korvane::batch {
+
+namespace {
+
+const CLI::Validator finiteNumber(
+    [](const std::string& text) {
+        return isNumeric(text) ? std::string{} : "'" + text + "' is not a number";
+    },
+    "NUMBER");
+
+/// What CLI11 would print for a parse that ended early, and whether that is a fault.
+CommandLine ended(const CLI::App& app, const CLI::ParseError& end) {
+    std::ostringstream text;
+    const int code = app.exit(end, text, text);
+    return {.options = std::nullopt,
+            .status = code == 0 ? StatusSolved : StatusUsage,
+            .text = text.str()};
+}
+
+} // namespace
+
+CommandLine readCommandLine(const std::vector<std::string>& arguments) {
+    Options options;
+    options.jobs = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+    std::string wedge = "sweep";
+
+    CLI::App app{"Solves input files of sheet-pile walls without windows.", "korvane-batch"};
+    app.set_version_flag("--version", "korvane-batch " KORVANE_VERSION);
+    app.add_option("INPUT", options.inputs, "input files")->required();
+    auto* output = app.add_option("-o,--output", options.output,
+                                  "the report of a single input; - is standard output");
+    app.add_option("--output-dir", options.outputDir, "where results go, made if missing")
+        ->excludes(output);
+    app.add_option("--wedge", wedge, "the wedge method, where one is required")
+        ->check(CLI::IsMember({"sweep", "fixed"}))
+        ->capture_default_str();
+    app.add_flag("--json", options.json, "all numeric results as JSON beside each report");
+    app.add_option("--jobs", options.jobs, "problems solved at once")
+        ->check(CLI::Range(1, 1000))
+        ->capture_default_str();
+    app.add_option("--max-fs", options.maxFs, "largest factor of safety to search up to")
+        ->check(finiteNumber)
+        ->capture_default_str();
+    app.add_flag("--quiet", options.quiet, "no progress line");
+
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+    try {
+        app.parse(reversed);
+    } catch (const CLI::ParseError& end) {
+        return ended(app, end);
+    }
+    options.fixedSurface = wedge == "fixed";
+    return {.options = options, .status = StatusSolved, .text = {}};
+}
+
+} // namespace korvane::batch

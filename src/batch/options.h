@@ -1,0 +1,55 @@
+// The command line of the batch command.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace korvane::batch {
+
+/// Exit statuses; the highest of all inputs wins.
+inline constexpr int StatusSolved = 0;
+inline constexpr int StatusFailed = 1; ///< an input was refused or a solution failed
+inline constexpr int StatusUsage = 2;  ///< wrong usage, before anything is solved
+inline constexpr int StatusError = 70; ///< a run-time error
+
+struct Options {
+    std::vector<std::string> inputs; ///< as given
+    std::string output;              ///< "" none, "-" standard output
+    std::string outputDir;           ///< "" beside the input
+    bool fixedSurface = false;       ///< the wedge method: fixed surface or sweep search
+    bool json = false;
+    bool quiet = false;
+    int jobs = 1;      ///< problems solved at once
+    double maxFs = 20; ///< a larger limit of the factor of safety ends the search
+};
+
+/// Options, or the status to end with and the text to show for it.
+struct CommandLine {
+    std::optional<Options> options;
+    int status = StatusSolved;
+    std::string text;
+};
+
+/// Reads the command line; `arguments` are those behind the program's name.
+CommandLine readCommandLine(const std::vector<std::string>& arguments);
+
+/// One input and where its results go; all paths are absolute.
+struct Job {
+    std::string input; ///< as given
+    std::filesystem::path inputPath;
+    std::filesystem::path reportPath; ///< empty: standard output
+    std::filesystem::path jsonPath;   ///< empty: none
+};
+
+/// The jobs of a command line, or what is wrong with its paths: an input that is no file, an
+/// output that is an input or another output.
+struct Plan {
+    std::vector<Job> jobs;
+    std::string fault;
+};
+
+Plan planJobs(const Options& options);
+
+} // namespace korvane::batch

@@ -1,0 +1,107 @@
+#include "batch/solve_input.h"
+
+#include "batch/batch_desktop.h"
+#include "batch/json_results.h"
+#include "commands/command_scope.h"
+#include "commands/commands.h"
+#include "commands/files.h"
+#include "commands/run_guarded.h"
+#include "runtime/file_text.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace korvane::batch {
+
+namespace {
+
+/// The grid and the pressures at the stop for review.
+std::unique_ptr<SolvedLevel> reviewGrid(const State& state) {
+    auto review = std::make_unique<SolvedLevel>();
+    review->grid = state.grid;
+    review->pressures = state.pressures;
+    review->NetActive = state.net.NetActive;
+    review->NetPassive = state.net.NetPassive;
+    return review;
+}
+
+/// One input under way.
+struct Run {
+    Run(const Job& job_, const Options& options_) : job(job_), desktop(job_, options_) {}
+
+    const Job& job;
+    BatchDesktop desktop;
+    Session session{desktop};
+    std::unique_ptr<SolvedLevel> review; ///< null where the stop for review was not reached
+    int status = StatusFailed;
+    std::string report;
+
+    void raise(int other) { status = std::max(status, other); }
+};
+
+/// Open, Solve, Continue and OK; the report as it stands then.
+void solve(Run& run) {
+    Session& session = run.session;
+    constexpr int open = 1;
+    Form_Load(session);
+    mnuFileItem_Click(session, run.desktop, open);
+    if (!session.menus.mnuSolve.enabled) {
+        return; // refused
+    }
+    mnuSolveItem_Click(session, run.desktop);
+    if (session.stage == FlowStage::Review) {
+        run.review = reviewGrid(session.state);
+        cmdContinue_Click(session, run.desktop);
+    }
+    cmdOK_Click(session);
+    run.report = readFile(session.state.report.CurrentOutputName);
+    run.status = session.state.SolutionFailed == 0 ? StatusSolved : StatusFailed;
+}
+
+/// Runs a step; a fault becomes a message and a status.
+void guarded(Run& run, const std::function<void()>& step) {
+    const auto fault = runGuarded(step);
+    if (!fault) {
+        return;
+    }
+    if (fault->isFileFault()) {
+        showFileError(run.desktop, *fault);
+        run.raise(StatusFailed);
+    } else {
+        run.desktop.Ask({.text = runtimeErrorMessage(fault->number()), .icon = Icon::Critical});
+        run.raise(StatusError);
+    }
+}
+
+} // namespace
+
+Outcome solveInput(const Job& job, const Options& options) {
+    const auto run = std::make_unique<Run>(job, options);
+    guarded(*run, [&] { solve(*run); });
+    Outcome outcome;
+    if (job.reportPath.empty()) {
+        outcome.report = run->report;
+    } else {
+        guarded(*run, [&] { saveFile(job.reportPath, run->report); });
+    }
+    if (!job.jsonPath.empty()) {
+        guarded(*run, [&] {
+            saveFile(job.jsonPath, jsonResults(job.input, run->status, run->desktop.messages(),
+                                               run->session.state, run->review.get()));
+        });
+    }
+    guarded(*run, [&] { DeleteTempFiles(run->session, run->desktop); });
+    outcome.status = run->status;
+    outcome.messages = run->desktop.messages();
+    return outcome;
+}
+
+std::string messageLine(const std::string& input, const Message& message) {
+    std::string line = input + ": [" + message.box.title + "] ";
+    for (const char c : message.box.text) {
+        c == '\n' ? line += " / " : line += c;
+    }
+    return line;
+}
+
+} // namespace korvane::batch
