@@ -1,0 +1,96 @@
+#include "plots/figures.h"
+
+#include "plots/input_plots.h"
+#include "plots/plot_screen.h"
+#include "plots/result_plots.h"
+#include "plots/svg_surface.h"
+#include "wall/solution_files.h"
+
+#include <array>
+
+namespace korvane {
+
+namespace {
+
+/// By plot number.
+using FigureNames = std::span<const char* const>;
+constexpr std::array<const char*, 7> ResultNames{"deflection",    "moment",        "shear",
+                                                 "net-pressure",  "left-pressure", "right-pressure",
+                                                 "water-pressure"};
+constexpr std::array<const char*, InputPlotCount> InputNames{"system",
+                                                             "line-loads",
+                                                             "uniform-loads",
+                                                             "strip-loads",
+                                                             "ramp-loads",
+                                                             "triangular-loads",
+                                                             "variable-loads",
+                                                             "horizontal-line-loads",
+                                                             "distributed-loads",
+                                                             "water-pressures"};
+constexpr std::array<const char*, 1> RoweNames{"rowe"};
+
+constexpr double Margin = 30; ///< twips around the frame, so that its line shows whole
+
+/// Figures of one screen, and the words before their names.
+struct FigureGroup {
+    PlotScreenName screen;
+    const char* prefix;
+    FigureNames names;
+};
+
+constexpr FigureGroup CantileverGroup{PlotScreenName::CANPLOT, "", ResultNames};
+constexpr FigureGroup FreeEarthGroup{PlotScreenName::FREEPLOT, "free-", ResultNames};
+constexpr FigureGroup FixedEarthGroup{PlotScreenName::FIXDPLOT, "fixed-", ResultNames};
+constexpr FigureGroup RoweGroup{PlotScreenName::ROWECURV, "", RoweNames};
+constexpr FigureGroup InputGroup{PlotScreenName::VUINPLOT, "input-", InputNames};
+
+void visitGroup(State& state, const FigureGroup& group,
+                const std::function<void(const Figure&)>& take) {
+    PlotView view = openPlotScreen(state, group.screen);
+    for (int n = 1; n <= static_cast<int>(group.names.size()); ++n) {
+        if (!view.hasPlot(n)) {
+            continue;
+        }
+        view.PlotNumber = n;
+        take({std::string(group.prefix) + group.names[static_cast<std::size_t>(n - 1)],
+              [&](Surface& surface) { drawPlot(surface, state, view, Medium::Paper); }});
+    }
+}
+
+} // namespace
+
+void visitFigures(State& state, bool solved, const std::function<void(const Figure&)>& take) {
+    constexpr int Sand = 1;
+    if (solved && state.problem.WallType == "A") {
+        LoadResultLevel(state, 1);
+        visitGroup(state, FreeEarthGroup, take);
+        LoadResultLevel(state, 2);
+        visitGroup(state, FixedEarthGroup, take);
+        if (state.rowe.RoweSoilType == Sand) {
+            visitGroup(state, RoweGroup, take);
+        }
+    } else if (solved) {
+        visitGroup(state, CantileverGroup, take);
+    }
+    visitGroup(state, InputGroup, take);
+}
+
+std::vector<std::string> figureNames() {
+    std::vector<std::string> names;
+    for (const FigureGroup& group :
+         {CantileverGroup, FreeEarthGroup, FixedEarthGroup, RoweGroup, InputGroup}) {
+        for (const char* name : group.names) {
+            names.push_back(std::string(group.prefix) + name);
+        }
+    }
+    return names;
+}
+
+std::string svgFigure(const Figure& figure) {
+    SvgSurface surface;
+    figure.draw(surface);
+    return surface.document({{PaperFrame.a.x - Margin, PaperFrame.a.y - Margin},
+                             {PaperFrame.b.x + Margin, PaperFrame.b.y + Margin}});
+}
+
+} // namespace korvane

@@ -1,0 +1,95 @@
+// The plot screens as data: menus, captions, what can be chosen when, and what is drawn. A window
+// mirrors a PlotView and hands its clicks, its paint events and its printing to these functions.
+#pragma once
+
+#include "plots/initial_plots.h"
+#include "plots/scales.h"
+#include "plots/sheet.h"
+#include "state/state.h"
+
+#include <array>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace korvane {
+
+/// The plot screens by the names that the system gives them.
+enum class PlotScreenName { CANPLOT, FREEPLOT, FIXDPLOT, VUSOLPLT, VUINPLOT, ROWECURV };
+
+/// An entry of a plot screen's menus.
+struct PlotEntry {
+    enum class Kind {
+        Plot,   ///< opens a diagram
+        Menu,   ///< holds the entries behind it that name it as their menu
+        Finish, ///< closes the screen
+    };
+
+    Kind kind = Kind::Plot;
+    const char* objectName = "";
+    int index = -1; ///< in a control array, from 0; -1 for none
+    const char* caption = "";
+    int plotNumber = 0;    ///< of the diagram that it opens
+    const char* menu = ""; ///< object name of the menu that holds it; empty in the menu bar
+};
+
+/// What stays the same for a plot screen. Its pictures are Picture1 to Picture<pictureCount>, its
+/// heading labels Label1(0), Label1(1) ..., its buttons cmdDone, cmdPrint and cmdSave.
+struct PlotScreen {
+    PlotScreenName name = PlotScreenName::CANPLOT;
+    const char* title = "";
+    int pictureCount = 0;
+    std::span<const PlotEntry> entries; ///< in their order; the help menu comes behind them
+    bool framedOnPaper = true;          ///< the outer frame is drawn on paper
+    int headingLimit = 2;               ///< heading lines under the picture and on paper
+};
+
+inline constexpr const char* DoneCaption = "&Done";
+inline constexpr const char* PrintCaption = "&Print";
+inline constexpr const char* SaveCaption = "Sa&ve";
+
+/// The picture's height as a share of the window's; its width is the window's inner width.
+inline constexpr double PictureHeightShare = 0.76;
+/// The drawing that must fit the picture, twips.
+inline constexpr Corners PictureView{{0, 0}, {10080, 5760}};
+
+const PlotScreen& plotScreen(PlotScreenName name);
+
+inline constexpr int MaxPlotNumber = 10;
+
+/// A plot screen while it is open. In the state Menu the pictures, labels and buttons are hidden;
+/// in the state Showing the picture of PlotNumber, the labels and the buttons are visible and the
+/// menu entries are disabled.
+struct PlotView {
+    PlotScreenName screen = PlotScreenName::CANPLOT;
+    bool showing = false;
+    int PlotNumber = 0; ///< the diagram on show, or the last one
+    PlotScales scales;
+    double PlotBottomElev = 0;          ///< FT, VUSOLPLT
+    Array<bool, MaxPlotNumber> hasPlot; ///< by plot number: the diagram can be chosen
+    std::vector<std::string> headings;  ///< heading lines for the labels, as they stand
+};
+
+/// Opens a screen: prepares its scales (the result screens round the ranges of their level in
+/// place) and settles what can be chosen. The results of the level must be in memory (for FREEPLOT
+/// and FIXDPLOT see LoadResultLevel). ROWECURV shows its diagram at once.
+PlotView openPlotScreen(State& state, PlotScreenName name);
+
+/// Whether an entry can be chosen at the moment.
+bool isEnabled(const PlotView& view, const PlotEntry& entry);
+
+/// Shows a diagram. Nothing happens where its entry is disabled.
+void choosePlot(PlotView& view, int plotNumber);
+
+/// cmdDone: back to the menu. True when the screen closes instead (ROWECURV).
+bool finishPlot(PlotView& view);
+
+/// The frame's close button and Alt+F4: like cmdDone while a diagram is on show, else like
+/// mnuFinished. True when the screen closes.
+bool closePlotFrame(PlotView& view);
+
+/// Draws the diagram of view.PlotNumber in the picture's coordinates or, on paper, in the page's,
+/// with heading lines and outer frame. Leaves view and state alone.
+void drawPlot(Surface& surface, const State& state, const PlotView& view, Medium medium);
+
+} // namespace korvane

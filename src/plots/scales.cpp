@@ -1,0 +1,114 @@
+#include "plots/scales.h"
+
+#include "runtime/arithmetic.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+double thresholdScale(double value) {
+    return value <= ScaleThreshold ? 0 : RoundUpScale(value);
+}
+
+/// Takes the larger of both scales with one side's pressures at a row.
+void raise(PlotScales& scales, const Pressures& pressures, int side, int i, int k) {
+    scales.ActiveScale = MaxOf(scales.ActiveScale, pressures.ActivePressures(side, i, k));
+    scales.PassiveScale = MaxOf(scales.PassiveScale, pressures.PassivePressures(side, i, k));
+}
+
+void raiseBothSides(PlotScales& scales, const Pressures& pressures, int i, int k) {
+    raise(scales, pressures, Right, i, k);
+    raise(scales, pressures, Left, i, k);
+}
+
+void startPressureScales(PlotScales& scales, const Pressures& pressures) {
+    scales.ActiveScale = pressures.ActivePressures(Right, 1, 1);
+    scales.PassiveScale = pressures.PassivePressures(Right, 1, 1);
+}
+
+/// The passive scale is rounded whatever its size.
+void roundPressureScales(PlotScales& scales) {
+    scales.ActiveScale = thresholdScale(scales.ActiveScale);
+    scales.PassiveScale = RoundUpScale(scales.PassiveScale);
+}
+
+} // namespace
+
+double RoundUpScale(double value) {
+    if (!(value > 0) || !std::isfinite(value)) {
+        return 0;
+    }
+    // Truncated toward zero: for values below 1 one nearer to zero than the floor.
+    const double power = std::pow(10.0, std::trunc(commonLog(value)));
+    const double rounded = std::trunc((value + 0.999 * power) / power) * power;
+    return std::isfinite(rounded) ? rounded : value;
+}
+
+void prepareRange(Array<double, 4>& range, int level) {
+    range(level) = thresholdScale(range(level));
+    range(level + 2) = thresholdScale(std::abs(range(level + 2)));
+}
+
+int gridRows(const State& state, int level) {
+    return std::min(state.solution.BottomIndex(level), state.grid.NumElevs);
+}
+
+void prepareSolvedPressureScales(const State& state, int level, PlotScales& scales) {
+    const auto& pressures = state.pressures;
+    const int last = gridRows(state, level);
+
+    startPressureScales(scales, pressures);
+    for (int i = 2; i <= last; ++i) {
+        raiseBothSides(scales, pressures, i, 2);
+        if (i == last) {
+            break;
+        }
+        raiseBothSides(scales, pressures, i, 1);
+    }
+    roundPressureScales(scales);
+}
+
+void prepareInitialPressureScales(const State& state, double bottomElev, PlotScales& scales) {
+    const auto& pressures = state.pressures;
+    const auto& ElevGrid = state.grid.ElevGrid;
+
+    startPressureScales(scales, pressures);
+    raise(scales, pressures, Left, 1, 1);
+    for (int i = 2; i <= state.grid.NumElevs; ++i) {
+        raiseBothSides(scales, pressures, i, 2);
+        if (ElevGrid(i) < bottomElev) {
+            break;
+        }
+        raiseBothSides(scales, pressures, i, 1);
+    }
+    roundPressureScales(scales);
+}
+
+void prepareWaterScales(const State& state, double bottomElev, PlotScales& scales) {
+    const auto& WaterPressures = state.pressures.WaterPressures;
+    const auto& ElevGrid = state.grid.ElevGrid;
+
+    scales.WaterScaleMax = 0;
+    scales.WaterScaleMin = 0;
+    if (state.problem.WaterDataKind.empty()) {
+        return;
+    }
+    double largest = WaterPressures(1, 1);
+    double smallest = largest;
+    for (int i = 2; i <= state.grid.NumElevs; ++i) {
+        largest = MaxOf(largest, WaterPressures(i, 2));
+        smallest = MinOf(smallest, WaterPressures(i, 2));
+        if (ElevGrid(i) <= bottomElev) {
+            break;
+        }
+        largest = MaxOf(largest, WaterPressures(i, 1));
+        smallest = MinOf(smallest, WaterPressures(i, 1));
+    }
+    scales.WaterScaleMax = thresholdScale(std::abs(largest));
+    scales.WaterScaleMin = thresholdScale(std::abs(smallest));
+}
+
+} // namespace korvane

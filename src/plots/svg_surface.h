@@ -1,0 +1,37 @@
+// A surface that writes scalable vector graphics, without any toolkit.
+#pragma once
+
+#include "plots/surface.h"
+
+#include <string>
+
+namespace korvane {
+
+/// Collects the drawing as SVG elements. Text is measured by the advance widths of Liberation Sans,
+/// which are those of Arial.
+class SvgSurface : public Surface {
+  public:
+    double textWidth(std::string_view text) const override;
+    double textHeight() const override;
+
+    /// The finished file: UTF-8, white ground, true size, showing nothing but `view`.
+    std::string document(const Corners& view) const;
+
+  private:
+    void drawRectangle(const Corners& corners, Pen pen) override;
+    void fillRectangle(const Corners& corners, Colour colour) override;
+    void drawLine(Point from, Point to, Pen pen) override;
+    void drawPoint(Point at, Pen pen) override;
+    void drawCircle(Point centre, double radius, Pen pen) override;
+    void drawText(Point upperLeft, std::string_view text) override;
+
+    std::string pathElement() const;
+    void endPath();
+
+    std::string elements_;
+    std::string path_; ///< lines that hang together, not yet among the elements
+    Point pathEnd_;
+    Pen pathPen_;
+};
+
+} // namespace korvane
