@@ -13,6 +13,8 @@ struct ReadResult {
     bool complete = false;
     std::string title; ///< of the message box; empty when complete
     std::string text;  ///< lines parted by one line feed
+
+    bool operator==(const ReadResult&) const = default;
 };
 
 /// Reads `fileText` into a cleared problem. `fileName` stands in the messages. On a failure the
