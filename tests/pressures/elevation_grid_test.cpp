@@ -1,4 +1,4 @@
-#include "pressure_bench.h"
+#include "support/pressure_bench.h"
 
 #include <algorithm>
 #include <random>

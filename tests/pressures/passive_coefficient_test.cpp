@@ -1,6 +1,6 @@
 // The coefficients alone; angles in degrees here.
-#include "pressure_bench.h"
 #include "pressures/passive_tables.h"
+#include "support/pressure_bench.h"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
-#include "pressure_bench.h"
 #include "pressures/row_insertion.h"
+#include "support/pressure_bench.h"
 
 namespace korvane::test {
 namespace {

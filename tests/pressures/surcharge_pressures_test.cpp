@@ -1,5 +1,5 @@
-#include "pressure_bench.h"
 #include "pressures/surcharge_pressures.h"
+#include "support/pressure_bench.h"
 
 #include <cmath>
 #include <functional>

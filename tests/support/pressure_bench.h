@@ -4,6 +4,7 @@
 #include "pressures/coefficient_pressures.h"
 #include "pressures/elevation_grid.h"
 #include "pressures/water_pressures.h"
+#include "runtime/arithmetic.h"
 #include "support/support.h"
 
 #include <gtest/gtest.h>

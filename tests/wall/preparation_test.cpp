@@ -1,0 +1,309 @@
+#include "support/pressure_bench.h"
+#include "wall/preparation.h"
+
+namespace korvane::test {
+namespace {
+
+/// Wall top and right ground at 0, left ground at -10; dry sand of 120 PCF and 30 degrees.
+class PreparationTest : public testing::Test {
+  protected:
+    void setWater(double right, double left) {
+        problem.WaterDataKind = "E";
+        problem.WaterUnitWeight = 62.4;
+        problem.WaterElev(Right) = right;
+        problem.WaterElev(Left) = left;
+    }
+    void setSeepage(const char* kind, double elevation, double gradient = 0) {
+        problem.SeepageKind = kind;
+        problem.SeepageElev = elevation;
+        problem.SeepageGradient.fill(gradient);
+    }
+    void addSurfacePoint(int side) {
+        const int i = ++problem.SurfacePointCount(side);
+        problem.SurfaceDist(side, i) = 20;
+        problem.SurfaceElev(side, i) = problem.SurfaceElev(side, 1) + 2;
+    }
+    void expectRefusal(const std::string& title, const std::string& text) {
+        state.SolutionFailed = 0;
+        bench.prompts.asked.clear();
+        state.grid.NumElevs = 0;
+        PrepareSolution(state);
+        EXPECT_EQ(state.SolutionFailed, 1);
+        EXPECT_EQ(bench.prompts.asked, (std::vector<MessageBox>{{.text = text, .title = title}}));
+        EXPECT_EQ(state.grid.NumElevs, 0); // nothing else runs
+    }
+    const char* method(int side) {
+        PrepareSolution(state);
+        return preparation.SideMethod(side).c_str();
+    }
+
+    PressureBench bench;
+    State& state = *bench.state;
+    Problem& problem = bench.problem;
+    Preparation& preparation = state.preparation;
+};
+
+TEST_F(PreparationTest, LevelGroundWithoutAdhesionOrSlopesTakesCoefficients) {
+    EXPECT_STREQ(method(Right), "C");
+    EXPECT_STREQ(method(Left), "C");
+    problem.SoilDataKind(Right) = "C";
+    EXPECT_STREQ(method(Right), "C");
+    EXPECT_EQ(state.SolutionFailed, 0);
+}
+
+TEST_F(PreparationTest, ASecondSurfacePointOfOneSideGivesThatSideAWedge) {
+    addSurfacePoint(Left);
+    EXPECT_STREQ(method(Left), "W");
+    EXPECT_STREQ(method(Right), "C");
+}
+
+TEST_F(PreparationTest, AdhesionInAnyLayerGivesAWedge) {
+    setLayerBottoms(problem, Right, {-5, -20});
+    problem.SoilCohesion(Right, 3) = problem.SoilAdhesion(Right, 3) = 10;
+    EXPECT_STREQ(method(Right), "W");
+    problem.SoilDataKind(Right) = "C"; // coefficients know no adhesion
+    EXPECT_STREQ(method(Right), "C");
+}
+
+TEST_F(PreparationTest, ASlopingLayerBottomGivesAWedgeButTheLastLayersSlopeIsNotTested) {
+    setLayerBottoms(problem, Left, {-15});
+    problem.SoilBottomSlope(Left, 2) = 0.1;
+    problem.SoilBottomSlope(Right, 1) = 0.1;
+    EXPECT_STREQ(method(Left), "C");
+    EXPECT_STREQ(method(Right), "C");
+    problem.SoilBottomSlope(Left, 1) = -0.1;
+    EXPECT_STREQ(method(Left), "W");
+}
+
+TEST_F(PreparationTest, CoefficientsUnderSeveralSurfacePointsStillGiveAWedgeAndAreRefused) {
+    problem.SoilDataKind(Right) = problem.SoilDataKind(Left) = "C";
+    addSurfacePoint(Left);
+    expectRefusal("INCONSISTENT SOIL LAYER DATA",
+                  "LEFTSIDE soil data are pressure coefficients, which\n"
+                  "the wedge method required by the surface cannot use.\n"
+                  "\n"
+                  "     Unable to continue.");
+    EXPECT_EQ(preparation.SideMethod(Left), "W");
+    addSurfacePoint(Right); // the right side comes first
+    expectRefusal("INCONSISTENT SOIL LAYER DATA",
+                  "RIGHTSIDE soil data are pressure coefficients, which\n"
+                  "the wedge method required by the surface cannot use.\n"
+                  "\n"
+                  "     Unable to continue.");
+}
+
+TEST_F(PreparationTest, ALayerThatEndsAtOrAboveItsGroundIsRefused) {
+    setLayerBottoms(problem, Left, {-10, -20});
+    expectRefusal("INCONSISTENT SOIL LAYER DATA", "Bottom of LEFTSIDE soil layer 1 is at or above\n"
+                                                  "the soil surface at the wall.\n"
+                                                  "\n"
+                                                  "     Unable to continue.");
+    problem.SoilBottomElev(Left, 1) = -10.001;
+    EXPECT_STREQ(method(Left), "C");
+    // The last layer's bottom is none.
+    problem.SurfaceElev(Left, 1) = -300000;
+    problem.SoilLayerCount(Left) = 1;
+    state.SolutionFailed = 0;
+    PrepareSolution(state);
+    EXPECT_EQ(state.SolutionFailed, 0);
+}
+
+TEST_F(PreparationTest, LayersOfBothSidesAreTestedBeforeCoefficientsAndTheFirstFaultAloneIsShown) {
+    problem.SoilDataKind(Right) = "C";
+    addSurfacePoint(Right);
+    setLayerBottoms(problem, Left, {-2, -5, -20});
+    expectRefusal("INCONSISTENT SOIL LAYER DATA", "Bottom of LEFTSIDE soil layer 1 is at or above\n"
+                                                  "the soil surface at the wall.\n"
+                                                  "\n"
+                                                  "     Unable to continue.");
+    setLayerBottoms(problem, Right, {5, -20});
+    expectRefusal("INCONSISTENT SOIL LAYER DATA",
+                  "Bottom of RIGHTSIDE soil layer 1 is at or above\n"
+                  "the soil surface at the wall.\n"
+                  "\n"
+                  "     Unable to continue.");
+}
+
+// Head 8, from -4 to -10: the gradient may be at most 8 / 6, where it ends at -10 itself.
+TEST_F(PreparationTest, AGivenGradientThatEndsAboveTheLeftGroundIsRefused) {
+    const std::string text = "Seepage gradient is too large for the seepage\n"
+                             "elevation and the water elevations.\n"
+                             "\n"
+                             "     Unable to continue.";
+    setWater(-2, -10);
+    setSeepage("G", -4, 1.34);
+    expectRefusal("INCONSISTENT SEEPAGE DATA", text);
+    problem.ProgramMode = "A";
+    expectRefusal("INCONSISTENT SEEPAGE DATA", text);
+    problem.ProgramMode = "D";
+
+    state.SolutionFailed = 0;
+    problem.SeepageGradient.fill(8.0 / 6.0);
+    PrepareSolution(state);
+    EXPECT_EQ(state.SolutionFailed, 0);
+
+    // The lower of left water and left ground decides: from -4 to -12 with head 10.
+    setWater(-2, -12);
+    problem.SeepageGradient.fill(10.0 / 8.0 + 0.001);
+    expectRefusal("INCONSISTENT SEEPAGE DATA", text);
+}
+
+TEST_F(PreparationTest, LayersAreTestedBeforeTheGradient) {
+    setWater(-2, -10);
+    setSeepage("G", -4, 5);
+    setLayerBottoms(problem, Right, {3});
+    expectRefusal("INCONSISTENT SOIL LAYER DATA",
+                  "Bottom of RIGHTSIDE soil layer 1 is at or above\n"
+                  "the soil surface at the wall.\n"
+                  "\n"
+                  "     Unable to continue.");
+}
+
+TEST_F(PreparationTest, SeepageExistsOnlyWithWaterElevations) {
+    setSeepage("A", -4);
+    PrepareSolution(state);
+    EXPECT_EQ(problem.SeepageKind, "");
+    problem.WaterDataKind = "P";
+    problem.WaterPressCount = 2;
+    problem.WaterPressElev(1) = -2;
+    problem.WaterPressElev(2) = -9;
+    problem.SeepageKind = "G";
+    PrepareSolution(state);
+    EXPECT_EQ(problem.SeepageKind, "");
+    EXPECT_EQ(preparation.SeepageGradientLimit, 0);
+}
+
+// The start value 0.0001: ends at (-4 - 10 - 8 / 0.0001) / 2 = -40007.
+TEST_F(PreparationTest, ADesignWithAutomaticSeepageStartsAtASmallGradient) {
+    setWater(-2, -10);
+    setSeepage("A", -4, 0.7); // a gradient that an earlier solution left behind
+    PrepareSolution(state);
+    for (const int level : {1, 2}) {
+        EXPECT_EQ(problem.SeepageGradient(level), 0.0001);
+        EXPECT_NEAR(preparation.SeepageEndElev(level), -40007, 1e-6);
+    }
+    // The water pressures of the first pass are those of that gradient.
+    EXPECT_NEAR(bench.water(-12, 1), 62.4 * (8 - 0.0001 * 10), 1e-9);
+    EXPECT_NEAR(bench.water(preparation.SeepageEndElev(1), 1), 0, 1e-6);
+}
+
+// Head 8 over the way from -4 to -25 and up to -10.
+TEST_F(PreparationTest, AnAnalysisWithAutomaticSeepageTakesItsWallBottom) {
+    setWater(-2, -10);
+    setSeepage("A", -4);
+    problem.ProgramMode = "A";
+    problem.WallBottomElev = -25;
+    PrepareSolution(state);
+    for (const int level : {1, 2}) {
+        EXPECT_DOUBLE_EQ(problem.SeepageGradient(level), 8.0 / 36.0);
+        EXPECT_DOUBLE_EQ(preparation.SeepageEndElev(level), -25);
+    }
+}
+
+TEST_F(PreparationTest, AGivenGradientStandsForBothLevels) {
+    setWater(-2, -8); // left water above its ground: the ground counts, the head is 6
+    setSeepage("G", -4, 0.25);
+    problem.SeepageGradient(2) = 0.9;
+    PrepareSolution(state);
+    EXPECT_EQ(problem.SeepageGradient(1), 0.25);
+    EXPECT_EQ(problem.SeepageGradient(2), 0.25);
+    EXPECT_DOUBLE_EQ(preparation.SeepageEndElev(1), (-4 - 10 - 24) / 2.0);
+    EXPECT_DOUBLE_EQ(preparation.SeepageEndElev(2), -19);
+}
+
+TEST_F(PreparationTest, WithoutHeadSeepageEndsHalfwayBetweenItsElevationAndTheLeftGround) {
+    setWater(-10, -10);
+    setSeepage("A", -4);
+    PrepareSolution(state);
+    EXPECT_EQ(preparation.SeepageEndElev(1), -7);
+}
+
+TEST_F(PreparationTest, TheGradientLimitIsTheSmallestOfThree) {
+    setWater(-2, -10);
+    setSeepage("A", -4);
+    const auto limit = [&] {
+        PrepareSolution(state);
+        return preparation.SeepageGradientLimit;
+    };
+    problem.SoilSatWeight(Left, 1) = 130; // critical 130 / 62.4 - 1 = 1.083; path 8 / 6
+    EXPECT_EQ(limit(), 0.9999);
+    setLayerBottoms(problem, Left, {-15});
+    problem.SoilSatWeight(Left, 2) = 110; // the lightest layer counts
+    EXPECT_DOUBLE_EQ(limit(), 110 / 62.4 - 1);
+    setWater(-2, -5); // the ground at -10 counts: 3 / 6
+    EXPECT_DOUBLE_EQ(limit(), 0.5);
+    problem.SeepageElev = -10; // no way above the ground: no limit by it
+    EXPECT_DOUBLE_EQ(limit(), 110 / 62.4 - 1);
+    setSeepage("G", -4, 0.3); // set for a given gradient too
+    EXPECT_DOUBLE_EQ(limit(), 0.5);
+}
+
+TEST_F(PreparationTest, FactorsOfALayerGoBeforeThoseOfItsSideAndOfTheProblem) {
+    setLayerBottoms(problem, Right, {-5});
+    problem.FSActive = 1.1;
+    problem.FSPassive = 1.5;
+    problem.Level2FSPassive(Right) = 1.7;
+    problem.SoilFSActive(Right, 2) = 1.3;
+    problem.SoilFSPassive(Right, 2) = 2.0;
+    PrepareSolution(state);
+    for (const int level : {1, 2}) {
+        EXPECT_EQ(preparation.LayerFSActive(Right, 1, level), 1.1);
+        EXPECT_EQ(preparation.LayerFSActive(Right, 2, level), 1.3);
+        EXPECT_EQ(preparation.LayerFSPassive(Right, 1, level), 1.7);
+        EXPECT_EQ(preparation.LayerFSPassive(Right, 2, level), 2.0);
+        EXPECT_EQ(preparation.LayerFSPassive(Left, 1, level), 1.5);
+    }
+}
+
+TEST_F(PreparationTest, AnAnalysisSetsItsFactorsItself) {
+    problem.ProgramMode = "A";
+    problem.FSActive = 1.1;
+    PrepareSolution(state);
+    EXPECT_EQ(preparation.LayerFSActive(Right, 1, 1), 0);
+}
+
+TEST_F(PreparationTest, SurchargesOfAWedgeSideAreCountedWithoutTheUniformOne) {
+    for (const int side : {Right, Left}) {
+        problem.VUniformCount(side) = 1;
+        problem.VUniformLoad(side) = 100;
+        problem.VStripCount(side) = 2;
+        for (const int i : {1, 2}) {
+            problem.VStripStart(side, i) = 2;
+            problem.VStripEnd(side, i) = 4;
+        }
+        problem.VLineCount(side) = 3;
+        problem.VRampCount(side) = 1;
+        problem.VTriCount(side) = 1;
+        problem.VVarCount(side) = 4;
+    }
+    addSurfacePoint(Right);
+    PrepareSolution(state);
+    EXPECT_EQ(preparation.NumSurchargesOnSide(Right), 11);
+    EXPECT_EQ(preparation.NumSurchargesOnSide(Left), 0);
+    EXPECT_GT(state.regions.Layer.Count(Right, 1), 0); // its regions stand
+}
+
+TEST_F(PreparationTest, EverySolutionStartsFromZeroedPressuresMarksAndFlags) {
+    auto& pressures = state.pressures;
+    for (const int i : {1, 150, 301}) {
+        pressures.ActivePressures(Right, i, 1) = pressures.PassivePressures(Left, i, 2) = 77;
+        pressures.ActiveMark(Left, i) = pressures.PassiveMark(Right, i) = "*";
+    }
+    state.wedge.WedgeNoSolution.fill(1);
+    PrepareSolution(state);
+    EXPECT_EQ(pressures.ActivePressures, (Array<double, 2, 301, 2>{}));
+    EXPECT_EQ(pressures.PassivePressures, (Array<double, 2, 301, 2>{}));
+    EXPECT_EQ(pressures.ActiveMark, (Array<std::string, 2, 301>{}));
+    EXPECT_EQ(pressures.PassiveMark, (Array<std::string, 2, 301>{}));
+    EXPECT_EQ(state.wedge.WedgeNoSolution, (Array<int, 3, 2>{}));
+}
+
+TEST_F(PreparationTest, GridAndWaterStandAtTheEnd) {
+    setWater(-2, -12);
+    PrepareSolution(state);
+    EXPECT_GT(state.grid.NumElevs, 60);
+    EXPECT_NEAR(bench.water(-12, 1), 624, 1e-9);
+}
+
+} // namespace
+} // namespace korvane::test
