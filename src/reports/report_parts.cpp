@@ -13,11 +13,12 @@ void pieceLine(PrintLines& lines, std::initializer_list<Piece> pieces) {
     lines.end();
 }
 
-void programHead(PrintLines& lines, std::string_view programLine) {
+void programHead(PrintLines& lines, std::string_view programLine, int shift) {
     const MomentText moment = momentText();
-    lines.line(2, programLine);
-    lines.line(28, "BY CLASSICAL METHODS");
-    lines.spc(2).text("DATE: ").text(moment.date).tab(63).text("TIME: ").text(moment.time).end();
+    lines.line(2 + shift, programLine);
+    lines.line(28 + shift, "BY CLASSICAL METHODS");
+    lines.spc(2 + shift).text("DATE: ").text(moment.date);
+    lines.tab(63 + shift).text("TIME: ").text(moment.time).end();
     lines.empty();
 }
 

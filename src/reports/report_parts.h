@@ -22,8 +22,8 @@ void pieceLine(PrintLines& lines, std::initializer_list<Piece> pieces);
 inline constexpr std::string_view ProgramLine =
     "PROGRAM KORVANE-DESIGN/ANALYSIS OF ANCHORED OR CANTILEVER SHEET PILE WALLS";
 
-/// Program, "BY CLASSICAL METHODS", date and time, an empty line.
-void programHead(PrintLines& lines, std::string_view programLine = ProgramLine);
+/// Program, "BY CLASSICAL METHODS", date and time, an empty line; all `shift` columns farther right.
+void programHead(PrintLines& lines, std::string_view programLine = ProgramLine, int shift = 0);
 
 /// Texts one below the other behind the same blanks, then an empty line.
 void banner(PrintLines& lines, int blanks, std::initializer_list<std::string_view> rows);

@@ -1,0 +1,175 @@
+#include "rowe/reduction_report.h"
+
+#include "reports/report_parts.h"
+#include "runtime/number_text.h"
+
+#include <array>
+#include <string>
+
+namespace korvane {
+
+namespace {
+
+/// What differs between the reports for sand and for clay and between their two forms.
+struct ReportForm {
+    std::string_view bannerRow;
+    std::string_view designTitle;
+    bool valuesInZone; ///< the ratios stand in the next print zone
+    bool hasStability;
+    std::string_view stressFormat;
+    std::array<int, 5> sectionColumns; ///< name, section modulus, inertia, stress, modulus
+    int nameColumn;                    ///< of the table of coefficients
+};
+
+constexpr ReportForm sandForm = {"*  FREE EARTH DESIGN IN SAND  *",
+                                 " II.--DESIGN PARAMETERS",
+                                 false,
+                                 false,
+                                 "0.00E+00",
+                                 {16, 28, 40, 60, 74},
+                                 11};
+constexpr ReportForm sandNotApplicableForm = {"*  FREE EARTH DESIGN IN SAND  *",
+                                              "II.--DESIGN PARAMETERS",
+                                              true,
+                                              false,
+                                              "0.00E+00",
+                                              {16, 28, 40, 60, 73},
+                                              11};
+constexpr ReportForm clayForm = {"*  FREE EARTH DESIGN IN CLAY  *",
+                                 " II.--DESIGN PARAMETERS",
+                                 false,
+                                 true,
+                                 "####0.00",
+                                 {15, 27, 40, 58, 73},
+                                 10};
+
+constexpr std::string_view RatioFormat = "#0.00";
+
+void parameterLine(PrintLines& lines, const ReportForm& form, std::string_view label,
+                   double value) {
+    lines.spc(10).text(label);
+    if (form.valuesInZone) {
+        lines.zone();
+    }
+    lines.text(formatNumber(value, RatioFormat)).end();
+}
+
+void designParameters(PrintLines& lines, const ReportForm& form, const RoweData& rowe) {
+    lines.line(5, form.designTitle).empty();
+    parameterLine(lines, form, "WALL HEIGHT RATIO (ALPHA)  = ", rowe.RoweAlpha);
+    parameterLine(lines, form, "ANCHOR HEIGHT RATIO (BETA) = ", rowe.RoweBeta);
+    if (form.hasStability) {
+        parameterLine(lines, form, "STABILITY NUMBER           = ", rowe.RoweStability);
+    }
+    lines.empty();
+}
+
+void sectionTable(PrintLines& lines, const ReportForm& form, const RoweData& rowe) {
+    lines.line(7, "SHEET PILE DATA:");
+    lines.line(20, "<SECTION PROPERTIES>");
+    lines.line(21, "(PER FOOT OF WALL)");
+    pieceLine(
+        lines,
+        {{10, "SHEET"}, {5, "SECTION"}, {4, "MOMENT OF"}, {10, "ALLOWABLE"}, {4, "MODULUS OF"}});
+    pieceLine(lines,
+              {{11, "PILE"}, {5, "MODULUS"}, {5, "INERTIA"}, {13, "STRESS"}, {5, "ELLASTICITY"}});
+    pieceLine(lines, {{11, "NAME"}, {6, "(IN^3)"}, {6, "(IN^4)"}, {14, "(PSI)"}, {8, "(PSI)"}});
+    const auto& column = form.sectionColumns;
+    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
+        lines.right(column[0], rowe.PileName(p));
+        lines.right(column[1], rowe.PileSectionData(p, 1), "###0.00");
+        lines.right(column[2], rowe.PileSectionData(p, 2), "###0.00");
+        lines.right(column[3], rowe.PileAllowStress(p), form.stressFormat);
+        lines.right(column[4], rowe.PileModulus(p), "0.00E+00").end();
+    }
+    lines.empty();
+}
+
+void coefficientHead(PrintLines& lines, int soil, bool applicable) {
+    lines.line(5, "III.--PRELIMINARY DESIGN DATA").empty();
+    lines.line(5, "SHEET");
+    pieceLine(lines,
+              {{6, "PILE"},
+               {21, "ROWE'S MOMENT"},
+               {4, applicable ? "RATIO OF ALLOWABLE MOMENT TO" : "RATIO OF ALLOWABLE MOMENT"}});
+    pieceLine(lines, {{6, "NAME"},
+                      {5, "LOG(H^4/EI)"},
+                      {4, "REDUCTION COEF."},
+                      {5, applicable ? "REDUCED FREE EARTH MOMENT" : "TO FREE EARTH MOMENT"}});
+    if (soil == 1 && applicable) {
+        pieceLine(lines, {{30, "LOOSE"}, {5, "DENSE"}, {10, "LOOSE"}, {5, "DENSE"}});
+    }
+}
+
+void sandRow(PrintLines& lines, const RoweOutcome& outcome, int p) {
+    if (outcome.inRange(p)) {
+        lines.right(36, outcome.coefficient(p, 1), RatioFormat);
+        lines.right(46, outcome.coefficient(p, 2), RatioFormat);
+    } else {
+        lines.right(37, "1.00*").right(47, "1.00*");
+    }
+    lines.right(61, outcome.reducedRatio(p, 1), RatioFormat);
+    lines.right(71, outcome.reducedRatio(p, 2), RatioFormat).end();
+}
+
+void clayRow(PrintLines& lines, const RoweOutcome& outcome, int p) {
+    if (outcome.inRange(p)) {
+        lines.right(43, outcome.coefficient(p, 1), RatioFormat);
+    } else {
+        lines.spc(11).text("1.0 (***)");
+    }
+    lines.right(64, outcome.reducedRatio(p, 1), RatioFormat).end();
+}
+
+void coefficientRows(PrintLines& lines, const ReportForm& form, const RoweData& rowe, int soil) {
+    const RoweOutcome& outcome = rowe.outcome;
+    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
+        lines.right(form.nameColumn, rowe.PileName(p));
+        lines.right(23, rowe.PileLogRigidity(p), RatioFormat);
+        if (soil == 1 && outcome.applicable) {
+            sandRow(lines, outcome, p);
+        } else {
+            clayRow(lines, outcome, p); // the sand report's not applicable form is the same
+        }
+    }
+}
+
+void conditionNotes(PrintLines& lines, const std::vector<RoweNote>& notes) {
+    for (const RoweNote& note : notes) {
+        lines.empty();
+        lines.spc(10).text("*** REDUCTION NOT APPLICABLE DUE TO ").text(note.cause).end();
+        if (!note.secondLine.empty()) {
+            lines.line(note.blanks, note.secondLine);
+        }
+    }
+}
+
+} // namespace
+
+PrintLines reductionReport(const State& state, int soil, const RoweNotes& notes) {
+    const RoweData& rowe = state.rowe;
+    const bool sand = soil == 1;
+    const bool applicable = notes.broken.empty();
+    const ReportForm& form = !sand ? clayForm : applicable ? sandForm : sandNotApplicableForm;
+    constexpr std::string_view stars = "*******************************";
+
+    PrintLines lines;
+    lines.empty(5);
+    programHead(lines, ProgramLine, 1);
+    banner(lines, 20, {stars, "* PRELIMINARY DESIGN DATA FOR *", form.bannerRow, stars});
+    headingSection(lines, state.problem, "  I.--HEADING");
+    designParameters(lines, form, rowe);
+    sectionTable(lines, form, rowe);
+    coefficientHead(lines, soil, applicable);
+    coefficientRows(lines, form, rowe, soil);
+    conditionNotes(lines, notes.broken);
+    if (notes.sandOutOfRange) {
+        lines.empty().line(10, SandRangeNote[0]).line(10, SandRangeNote[1]);
+    }
+    if (sand || !applicable) { // deliberate: the report for clay that applies ends at its table
+        lines.empty(5);
+    }
+    return lines;
+}
+
+} // namespace korvane
