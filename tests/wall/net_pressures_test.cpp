@@ -114,7 +114,7 @@ TEST_F(NetPressuresTest, ZeroAtAGridPointInsertsNothing) {
     ComputeNetPressures(state);
     EXPECT_EQ(state.grid.NumElevs, before);
     EXPECT_EQ(zeroElev(), -9);
-    EXPECT_NEAR(net.DrivingForce, 320 * 8 / 2 + 320 * 1 / 2, 1e-9);
+    EXPECT_NEAR(net.DrivingForce, 1280 + 160, 1e-9);
 }
 
 // The same wall with 90 PSF from -9 downward: zero above that point, positive below it.
@@ -146,7 +146,7 @@ TEST_F(NetPressuresTest, ZeroReachedOnlyFromAboveAddsAPointMidway) {
         EXPECT_NEAR(state.pressures.PassivePressures(Left, m, k), 540, 1e-9);
     }
     // The sums stop at -9: nothing of the load that begins there.
-    EXPECT_NEAR(net.DrivingForce, 320 * 8 / 2 + 320 * 1 / 2, 1e-9);
+    EXPECT_NEAR(net.DrivingForce, 1280 + 160, 1e-9);
     // Water has stayed where it was, out of step with the grid.
     EXPECT_EQ(bench.row(-20), waterStep + 1);
     EXPECT_EQ(state.pressures.WaterPressures(waterStep, 1), 5);
@@ -230,7 +230,7 @@ TEST_F(NetPressuresTest, TheLowerSurfaceMayBeTheRightOne) {
     solve();
     EXPECT_EQ(zeroElev(), -10); // pushed to the right throughout
     EXPECT_NEAR(active(-10, 2), -360 * 8, 1e-9);
-    EXPECT_NEAR(net.DrivingForce, -360 * 8 * 8 / 2, 1e-9);
+    EXPECT_NEAR(net.DrivingForce, -11520, 1e-9);
 }
 
 TEST_F(NetPressuresTest, ADiagramThatNeverChangesSignIsRefused) {
