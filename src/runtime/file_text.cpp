@@ -206,6 +206,15 @@ void appendFile(const fs::path& path, std::string_view text) {
     writeWith(O_APPEND, path, text);
 }
 
+void overwriteFile(const fs::path& path, std::size_t position, std::string_view text) {
+    OpenFile file(path, ::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    if (::lseek(file.handle(), static_cast<off_t>(position), SEEK_SET) < 0) {
+        fail(errno, path);
+    }
+    file.write(text);
+    file.close();
+}
+
 void saveFile(const fs::path& path, std::string_view text) {
     const fs::path target = behindLinks(path);
     struct stat status {};

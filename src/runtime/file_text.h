@@ -2,6 +2,7 @@
 // Every failure is a RuntimeError (53, 61, 70, 75, 76 ...) that carries the file's name.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -24,6 +25,9 @@ void writeFile(const std::filesystem::path& path, std::string_view text);
 
 /// Appends and flushes.
 void appendFile(const std::filesystem::path& path, std::string_view text);
+
+/// Writes over the bytes of an existing file from `position` on and flushes.
+void overwriteFile(const std::filesystem::path& path, std::size_t position, std::string_view text);
 
 /// Writes beside the target and renames over it, so that a failure leaves the old file whole.
 void saveFile(const std::filesystem::path& path, std::string_view text);

@@ -5,7 +5,6 @@
 #include <bit>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 
 namespace korvane {
@@ -81,9 +80,9 @@ class ByteReader {
 std::string makeSolutionFile(TemporaryFiles& files, int level) {
     std::string& listed = files.ScratchFileList(files.ScratchFileCount + 1);
     for (int number = 0;; ++number) {
-        const std::string name = (std::filesystem::path(files.TempFolder) /
-                                  ("ZZ" + std::to_string(level) + std::to_string(number)))
-                                     .string();
+        std::string name = (std::filesystem::path(files.TempFolder) /
+                            ("ZZ" + std::to_string(level) + std::to_string(number)))
+                               .string();
         if (createExclusively(name)) {
             ++files.ScratchFileCount;
             listed = files.ScratchFileName(level) = name;
@@ -109,17 +108,6 @@ void takeMarks(ByteReader& in, Array<std::string, 2, 301>& marks, const Temporar
             const int length = files.MarkLength(level, kind, side, i);
             marks(side, i) = in.takeText(static_cast<std::size_t>(length));
         }
-    }
-}
-
-/// Writes over a part of a file that exists.
-void overwrite(const std::string& name, std::size_t position, std::string_view bytes) {
-    std::fstream file(name, std::ios::binary | std::ios::in | std::ios::out);
-    file.seekp(static_cast<std::streamoff>(position));
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    if (!file) {
-        throw RuntimeError(57, name);
     }
 }
 
@@ -167,7 +155,7 @@ void LoadResultLevel(State& state, int level) {
     // The water pressures go the other way: those in memory stay and are written, deliberately.
     ByteWriter water;
     water.putAll(pressures.WaterPressures);
-    overwrite(name, in.position(), water.bytes());
+    overwriteFile(name, in.position(), water.bytes());
 }
 
 void KeepSolvedLevel(State& state, int level) {
