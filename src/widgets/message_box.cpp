@@ -1,5 +1,7 @@
 #include "widgets/message_box.h"
 
+#include "widgets/shown_text.h"
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -105,9 +107,9 @@ Answer askBox(QWidget* parent, const MessageBox& box) {
     const PointerFreed freed;
     Box dialog(parent, box.buttons == Buttons::YesNo);
     dialog.setObjectName("messageBox");
-    dialog.setWindowTitle(QString::fromUtf8(box.title.c_str()));
+    dialog.setWindowTitle(shownText(box.title));
     dialog.setTextFormat(Qt::PlainText);
-    dialog.setText(QString::fromUtf8(box.text.c_str()));
+    dialog.setText(shownText(box.text));
     dialog.setIcon(toolkitIcon(box.icon));
     dialog.setStandardButtons(toolkitButtons(box.buttons));
     dialog.setStyleSheet("QDialogButtonBox { button-layout: 0 }"); // affirmative button first

@@ -1,0 +1,82 @@
+// The main window CKORVANE: menus, picture, the stop for review and the end of a solution.
+#pragma once
+
+#include "commands/session.h"
+#include "widgets/screen_table.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <vector>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QMenu;
+class QPushButton;
+
+namespace korvane {
+
+class Picture;
+
+/// Mirrors the menus and panels of a session and hands every click to its command.
+class ShellWindow : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    /// `screens` tells which commands have their screen; `showHelp` serves the help menu.
+    ShellWindow(Session& session, Desktop& desktop, const ScreenTable& screens,
+                std::function<void(QWidget*, int)> showHelp);
+
+    /// Brings menus and panels in line with the session.
+    void mirror();
+
+    /// After the program has been told to end the window closes without a further question.
+    void endWithoutQuestion() { ending_ = true; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    struct MirroredMenu {
+        QMenu* menu;
+        const MenuItem* item;
+    };
+    struct MirroredAction {
+        QAction* action;
+        const MenuItem* item;
+        bool hasScreen;
+    };
+
+    void createMenus(const ScreenTable& screens);
+    void createFileMenu();
+    void createViewMenu(const ScreenTable& screens);
+    void createHelpMenu();
+    void createReviewFrame(const ScreenTable& screens);
+    void createDonePanel();
+    void centrePanels();
+    QMenu* addMenu(QMenu* parent, const char* name, const MenuItem& item);
+    QAction* addItem(QMenu* menu, const char* name, int index, const MenuItem& item,
+                     std::function<void()> command, bool hasScreen = true);
+    QPushButton* addReviewButton(const char* name, const char* caption, double top,
+                                 std::function<void()> command);
+    /// Runs a command through the gate and mirrors the session after it.
+    void command(const std::function<void()>& body);
+
+    Session& session_;
+    Desktop& desktop_;
+    std::function<void(QWidget*, int)> showHelp_;
+    Picture* image1_ = nullptr;
+    QFrame* fraSoilOut_ = nullptr;
+    QFrame* panDone_ = nullptr;
+    QLabel* panDoneText_ = nullptr;
+    QPushButton* cmdOK_ = nullptr;
+    QPushButton* cmdVuOutFile_ = nullptr;
+    std::vector<MirroredMenu> menus_;
+    std::vector<MirroredAction> actions_;
+    FlowStage shownStage_ = FlowStage::Rest;
+    bool ending_ = false;
+};
+
+} // namespace korvane

@@ -1,0 +1,60 @@
+#include "shell/program.h"
+
+#include "commands/commands.h"
+#include "shell/text_window.h"
+#include "shell/title_window.h"
+#include "shell/wedge_prompt.h"
+#include "widgets/gate.h"
+#include "widgets/geometry.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QLocale>
+
+#include <clocale>
+#include <utility>
+
+namespace korvane {
+
+ScreenTable shellScreens() {
+    return {
+        {Screen::WEDGMETH, makes<WedgePrompt>()},
+        {Screen::VUINPTFL, makes<TextWindow>(TextKind::Input)},
+        {Screen::VUINECHO, makes<TextWindow>(TextKind::Output)},
+    };
+}
+
+Program::Program(ScreenTable screens)
+    : desktop(std::move(screens)), session(std::make_unique<Session>(desktop)) {
+    enter(*session, nullptr, [this] { Form_Load(*session); });
+    window = std::make_unique<ShellWindow>(
+        *session, desktop, desktop.screens(),
+        [this](QWidget* active, int command) { desktop.showHelp(active, command); });
+    desktop.attach(*session, *window);
+}
+
+void prepareApplication() {
+    QApplication::setApplicationName("KORVANE");
+    QApplication::setApplicationVersion(KORVANE_VERSION);
+    QApplication::setDesktopFileName("korvane");
+    QApplication::setWindowIcon(QIcon(":/korvane.svg"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    // Numbers are written with the point whatever the user's language.
+    QLocale::setDefault(QLocale::c());
+    std::setlocale(LC_NUMERIC, "C");
+}
+
+int runProgram(ScreenTable screens, int titleMilliseconds) {
+    {
+        TitleWindow title;
+        if (!title.runAtStart(titleMilliseconds)) {
+            return 0;
+        }
+    }
+    Program program(std::move(screens));
+    centreOnScreen(program.window.get());
+    program.window->show();
+    return QApplication::exec();
+}
+
+} // namespace korvane

@@ -1,0 +1,31 @@
+// The desktop program put together: session, desktop, main window.
+#pragma once
+
+#include "shell/main_window.h"
+#include "shell/qt_desktop.h"
+
+#include <memory>
+
+namespace korvane {
+
+/// The screens that this room makes: text windows, wedge prompt, plots.
+ScreenTable shellScreens();
+
+/// One running program. Members are made and ended in the order that they need each other.
+struct Program {
+    /// `screens` are all screens that the program has.
+    explicit Program(ScreenTable screens);
+
+    QtDesktop desktop;
+    std::unique_ptr<Session> session;
+    std::unique_ptr<ShellWindow> window;
+};
+
+/// Title, disclaimer, main window and event loop; the exit status. `titleMilliseconds` is 3000 in
+/// the shipped program.
+int runProgram(ScreenTable screens, int titleMilliseconds);
+
+/// What every main of the desktop does first: plain locale for numbers, name and icon.
+void prepareApplication();
+
+} // namespace korvane

@@ -1,0 +1,143 @@
+#include "shell/qt_desktop.h"
+
+#include "shell/main_window.h"
+#include "shell/title_window.h"
+#include "widgets/message_box.h"
+#include "widgets/shown_text.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace korvane {
+
+namespace {
+
+constexpr int AboutItem = 3;
+
+/// Extension without its point of a filter "caption (*.dat)"; empty for all files.
+QString filterExtension(const QString& filter) {
+    const qsizetype open = filter.lastIndexOf("(*.");
+    return open < 0 ? QString() : filter.mid(open + 3).chopped(1);
+}
+
+} // namespace
+
+QStringList nameFilters(const std::string& filter) {
+    const QStringList parts = shownText(filter).split('|');
+    QStringList filters;
+    for (qsizetype part = 0; part + 1 < parts.size(); part += 2) {
+        const QString caption = parts[part].section('(', 0, 0).trimmed();
+        const QString pattern = parts[part + 1] == "*.*" ? QString("*") : parts[part + 1];
+        filters.append(caption + " (" + pattern + ")");
+    }
+    return filters;
+}
+
+QtDesktop::QtDesktop(ScreenTable screens) : screens_(std::move(screens)) {}
+
+void QtDesktop::attach(Session& session, ShellWindow& window) {
+    session_ = &session;
+    window_ = &window;
+}
+
+QWidget* QtDesktop::activeWindow() const {
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : window_.data();
+}
+
+void QtDesktop::showHelp(QWidget* active, int command) {
+    session_->HelpCommand = command;
+    if (command == AboutItem) {
+        TitleWindow::showAbout(active);
+    } else {
+        help_.show(active, command);
+    }
+}
+
+Answer QtDesktop::Ask(const MessageBox& box) {
+    return askBox(activeWindow(), box);
+}
+
+std::string QtDesktop::ChooseFile(const FileDialog& request) {
+    const bool opening = request.kind == FileDialog::Kind::Open;
+    QFileDialog dialog(activeWindow(), shownText(request.title), shownText(request.initialFolder));
+    dialog.setObjectName("CMDialog1");
+    dialog.setAcceptMode(opening ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+    dialog.setFileMode(opening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite); // the program asks itself
+    const QStringList filters = nameFilters(request.filter);
+    dialog.setNameFilters(filters);
+    dialog.selectNameFilter(filters.value(request.filterIndex - 1));
+    if (!request.fileName.empty()) {
+        dialog.selectFile(shownText(request.fileName));
+    }
+    if (dialog.exec() != QDialog::Accepted) {
+        return {};
+    }
+    QString path = dialog.selectedFiles().value(0);
+    const QString extension = filterExtension(dialog.selectedNameFilter());
+    if (!opening && !extension.isEmpty() && QFileInfo(path).suffix().isEmpty()) {
+        path += "." + extension;
+    }
+    return bytesOf(path);
+}
+
+void QtDesktop::ShowScreen(Screen screen, Session& session) {
+    const auto found = screens_.find(screen);
+    if (found == screens_.end()) {
+        throw RuntimeError(5);
+    }
+    ScreenContext context{session, *this, window_.data(),
+                          [this](QWidget* active, int command) { showHelp(active, command); }};
+    const bool wasBusy = busy_;
+    SetBusy(false);
+    const auto window = found->second(context);
+    window->exec();
+    SetBusy(wasBusy);
+}
+
+void QtDesktop::SetBusy(bool busy) {
+    if (busy == busy_) {
+        return;
+    }
+    busy_ = busy;
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+bool QtDesktop::PrintDocument(const std::string& documentName,
+                              const std::vector<std::string>& lines) {
+    const bool wasBusy = busy_;
+    SetBusy(false);
+    const bool printed =
+        printPages(activeWindow(), printServices, shownText(documentName), textPages(lines));
+    SetBusy(wasBusy);
+    return printed;
+}
+
+void QtDesktop::QuitHelp() {
+    help_.quit();
+}
+
+void QtDesktop::EndProgram() {
+    if (window_ != nullptr) {
+        window_->endWithoutQuestion();
+        window_->close();
+    }
+    QApplication::quit();
+}
+
+void QtDesktop::Mirror(const Session&) {
+    if (window_ != nullptr) {
+        window_->mirror();
+        window_->repaint();
+    }
+}
+
+} // namespace korvane

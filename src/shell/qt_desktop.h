@@ -1,0 +1,54 @@
+// The desktop of windows: what the commands ask for, done with the toolkit.
+#pragma once
+
+#include "commands/desktop.h"
+#include "shell/printing.h"
+#include "widgets/help_viewer.h"
+#include "widgets/screen_table.h"
+
+#include <QPointer>
+
+namespace korvane {
+
+class ShellWindow;
+
+/// Implements Desktop over the main window. The session is made with it, so it is handed over
+/// afterwards by `attach`.
+class QtDesktop : public Desktop {
+  public:
+    explicit QtDesktop(ScreenTable screens);
+
+    void attach(Session& session, ShellWindow& window);
+
+    /// Serves an item of a help menu over the active window.
+    void showHelp(QWidget* active, int command);
+
+    Answer Ask(const MessageBox& box) override;
+    std::string ChooseFile(const FileDialog& dialog) override;
+    void ShowScreen(Screen screen, Session& session) override;
+    void SetBusy(bool busy) override;
+    bool PrintDocument(const std::string& documentName,
+                       const std::vector<std::string>& lines) override;
+    void QuitHelp() override;
+    void EndProgram() override;
+    void Mirror(const Session& session) override;
+
+    const ScreenTable& screens() const { return screens_; }
+    PrintServices printServices = systemPrintServices();
+
+  private:
+    QWidget* activeWindow() const;
+
+    ScreenTable screens_;
+    Session* session_ = nullptr;
+    QPointer<ShellWindow> window_;
+    HelpService help_;
+    bool busy_ = false;
+};
+
+/// The toolkit's form of a filter text "caption|pattern|caption|pattern": one entry a pair, in
+/// which
+/// "*.*" stands for every file.
+QStringList nameFilters(const std::string& filter);
+
+} // namespace korvane

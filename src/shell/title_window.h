@@ -1,0 +1,57 @@
+// The title window: title screen, disclaimer and About box.
+#pragma once
+
+#include <QDialog>
+
+class QEventLoop;
+class QFrame;
+class QLabel;
+class QPushButton;
+
+namespace korvane {
+
+/// splash_form. As title screen and disclaimer it stands before the main window; Escape and the
+/// frame's cross decline. As About box it is modal and anything closes it.
+class TitleWindow : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit TitleWindow(QWidget* parent = nullptr);
+
+    /// Shows the title for a while (three seconds in the shipped program; it cannot be skipped),
+    /// then the disclaimer until it is answered. True when it was accepted.
+    bool runAtStart(int titleMilliseconds);
+
+    /// Turns the window into the disclaimer.
+    void ShowDisclaimer();
+
+    /// Shows the About box modally over `parent`.
+    static void showAbout(QWidget* parent);
+
+    /// 0 no answer yet, 1 accepted, -1 declined.
+    int DisclaimerAnswer = 0;
+
+  signals:
+    void answered();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    enum class Use { Title, Disclaimer, About };
+
+    void createLabels();
+    void createAnswerPanel();
+    void becomeAbout();
+    void answer(int value);
+    void leave();
+
+    Use use_ = Use::Title;
+    QFrame* Panel3D1_ = nullptr;
+    QLabel* okpanel_ = nullptr;
+    QPushButton* okbutton_[2] = {nullptr, nullptr};
+};
+
+} // namespace korvane

@@ -1,0 +1,65 @@
+#include "shell/wedge_prompt.h"
+
+#include "commands/commands.h"
+#include "widgets/geometry.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QShowEvent>
+#include <QVBoxLayout>
+
+namespace korvane {
+
+namespace {
+
+QLabel* makeLabel(const char* name, const char* text) {
+    auto* label = new QLabel(text);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignCenter);
+    label->setFrameStyle(QFrame::Panel | QFrame::Raised);
+    label->setMargin(pixels(180));
+    return label;
+}
+
+} // namespace
+
+WedgePrompt::WedgePrompt(ScreenContext& context)
+    : ScreenWindow(context, "WEDGMETH", "WEDGE METHOD?") {
+    addHelpMenu();
+    auto* fixed = new QPushButton("&Fixed Surface");
+    fixed->setObjectName("cmdFixed");
+    auto* sweep = new QPushButton("&Sweep Search");
+    sweep->setObjectName("cmdSweep");
+    const auto choose = [this](void (*choice)(Session&)) {
+        run([&] {
+            choice(session());
+            accept();
+        });
+    };
+    connect(fixed, &QPushButton::clicked, this, [choose] { choose(&cmdFixed_Click); });
+    connect(sweep, &QPushButton::clicked, this, [choose] { choose(&cmdSweep_Click); });
+
+    auto* layout = new QVBoxLayout(canvas());
+    layout->setSpacing(pixels(180));
+    layout->addWidget(makeLabel("panWedgMeth", "WEDGE METHOD REQUIRED FOR SOIL PRESSURES"));
+    layout->addWidget(makeLabel("Panel3D3", "Select Desired Wedge Method"));
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* button : {fixed, sweep}) {
+        button->setAutoDefault(true);
+        button->setMinimumHeight(pixels(495));
+        buttons->addWidget(button);
+    }
+    layout->addLayout(buttons);
+    layout->addStretch();
+    resize(pixels(6600), pixels(3300));
+    fixed->setFocus();
+}
+
+void WedgePrompt::showEvent(QShowEvent* event) {
+    ScreenWindow::showEvent(event);
+    centreOnScreen(this);
+}
+
+} // namespace korvane

@@ -1,0 +1,175 @@
+#include "widgets/help_viewer.h"
+
+#include "widgets/geometry.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QTextDocument>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace korvane {
+
+namespace {
+
+constexpr int PageRole = Qt::UserRole;
+constexpr int SectionRole = Qt::UserRole + 1;
+
+/// Position of a heading's block in the shown page; -1 where the page has no such heading.
+int headingPosition(const QTextDocument& document, const QString& heading) {
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() > 0 && block.text() == heading) {
+            return block.position();
+        }
+    }
+    return -1;
+}
+
+} // namespace
+
+HelpViewer::HelpViewer(QWidget* parent) : QDialog(parent), pages_(loadHelpPages()) {
+    setObjectName("helpViewer");
+    setWindowTitle("KORVANE Help");
+    setModal(false);
+    tabs_ = new QTabWidget;
+    tabs_->setObjectName("helpTabs");
+    browser_ = new QTextBrowser;
+    browser_->setObjectName("helpPage");
+    browser_->setOpenLinks(false);
+    createContents();
+    createSearch();
+    auto* splitter = new QSplitter;
+    splitter->addWidget(tabs_);
+    splitter->addWidget(browser_);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({pixels(3600), pixels(7600)});
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(splitter);
+    resize(pixels(11200), pixels(7600));
+    openPage(0, {});
+}
+
+void HelpViewer::createContents() {
+    contents_ = new QTreeWidget;
+    contents_->setObjectName("helpContents");
+    contents_->setHeaderHidden(true);
+    for (std::size_t place = 0; place < pages_.size(); ++place) {
+        auto* top = new QTreeWidgetItem(contents_, {pages_[place].title});
+        top->setData(0, PageRole, static_cast<int>(place));
+        for (const QString& section : pages_[place].sections) {
+            auto* item = new QTreeWidgetItem(top, {section});
+            item->setData(0, PageRole, static_cast<int>(place));
+            item->setData(0, SectionRole, section);
+        }
+    }
+    connect(contents_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+        if (item != nullptr) {
+            openPage(item->data(0, PageRole).toInt(), item->data(0, SectionRole).toString());
+        }
+    });
+    tabs_->addTab(contents_, "&Contents");
+}
+
+void HelpViewer::createSearch() {
+    auto* panel = new QWidget;
+    words_ = new QLineEdit;
+    words_->setObjectName("helpWords");
+    words_->setPlaceholderText("Words to search for");
+    hits_ = new QListWidget;
+    hits_->setObjectName("helpHits");
+    hits_->setWordWrap(true);
+    auto* layout = new QVBoxLayout(panel);
+    layout->addWidget(words_);
+    layout->addWidget(hits_);
+    connect(words_, &QLineEdit::textChanged, this, &HelpViewer::search);
+    connect(hits_, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
+        if (item != nullptr) {
+            openPage(item->data(PageRole).toInt(), item->data(SectionRole).toString());
+            browser_->find(words_->text());
+        }
+    });
+    tabs_->addTab(panel, "&Search");
+}
+
+void HelpViewer::search(const QString& words) {
+    hits_->clear();
+    for (const HelpHit& hit : searchHelp(pages_, words)) {
+        const QString& title = pages_[static_cast<std::size_t>(hit.page)].title;
+        auto* item = new QListWidgetItem(title + " - " + hit.section + "\n" + hit.line, hits_);
+        item->setData(PageRole, hit.page);
+        item->setData(SectionRole, hit.section);
+    }
+}
+
+void HelpViewer::openPage(int page, const QString& section) {
+    if (page < 0 || page >= static_cast<int>(pages_.size())) {
+        return;
+    }
+    if (page != page_) {
+        page_ = page;
+        browser_->setMarkdown(pages_[static_cast<std::size_t>(page)].markdown);
+    }
+    const int position = headingPosition(*browser_->document(), section);
+    QTextCursor cursor(browser_->document());
+    cursor.movePosition(QTextCursor::End);
+    browser_->setTextCursor(cursor); // from the end, so that the heading comes to the top
+    cursor.setPosition(position < 0 ? 0 : position);
+    browser_->setTextCursor(cursor);
+    browser_->ensureCursorVisible();
+}
+
+void HelpViewer::showContents() {
+    tabs_->setCurrentIndex(0);
+    contents_->setFocus();
+}
+
+void HelpViewer::showSearch() {
+    tabs_->setCurrentIndex(1);
+    words_->setFocus();
+    words_->selectAll();
+}
+
+void HelpService::show(QWidget* active, int command) {
+    if (viewer_ == nullptr) {
+        viewer_ = new HelpViewer(active);
+    }
+    moveTo(active);
+    if (command == 0) {
+        viewer_->showContents();
+    } else {
+        viewer_->showSearch();
+    }
+    viewer_->raise();
+    viewer_->activateWindow();
+}
+
+void HelpService::moveTo(QWidget* parent) {
+    if (viewer_->parentWidget() != parent) {
+        viewer_->setParent(parent, viewer_->windowFlags());
+    }
+    viewer_->show();
+    // When a modal screen closes the help goes on over the screen below, its page kept.
+    if (auto* screen = qobject_cast<QDialog*>(parent)) {
+        connect(
+            screen, &QDialog::finished, this,
+            [this, screen] {
+                if (viewer_ != nullptr && viewer_->parentWidget() == screen) {
+                    const bool open = viewer_->isVisible();
+                    viewer_->setParent(screen->parentWidget(), viewer_->windowFlags());
+                    viewer_->setVisible(open);
+                }
+            },
+            Qt::SingleShotConnection);
+    }
+}
+
+void HelpService::quit() {
+    delete viewer_;
+}
+
+} // namespace korvane

@@ -1,0 +1,62 @@
+// The help window: contents, search and the pages of the guide.
+#pragma once
+
+#include "widgets/help_pages.h"
+
+#include <QDialog>
+#include <QPointer>
+
+class QLineEdit;
+class QListWidget;
+class QTabWidget;
+class QTextBrowser;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace korvane {
+
+/// Shows the guide. Modeless, and a child of the screen that is active, so that it can be read
+/// while a modal screen is open.
+class HelpViewer : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit HelpViewer(QWidget* parent);
+
+    void showContents();
+    void showSearch();
+    /// Opens a page at one of its headings; an empty heading is its top.
+    void openPage(int page, const QString& section);
+
+  private:
+    void createContents();
+    void createSearch();
+    void fillContents();
+    void search(const QString& words);
+
+    std::vector<HelpPage> pages_;
+    int page_ = -1;
+    QTreeWidget* contents_;
+    QLineEdit* words_;
+    QListWidget* hits_;
+    QTextBrowser* browser_;
+    QTabWidget* tabs_;
+};
+
+/// The one help window of the program and the screen that it belongs to.
+class HelpService : public QObject {
+    Q_OBJECT
+
+  public:
+    /// 0 contents, 1 search, over the active window.
+    void show(QWidget* active, int command);
+    /// Closes the help window, if there is one.
+    void quit();
+
+  private:
+    void moveTo(QWidget* parent);
+
+    QPointer<HelpViewer> viewer_;
+};
+
+} // namespace korvane
