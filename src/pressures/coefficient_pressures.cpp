@@ -225,11 +225,9 @@ void ComputeCoefficientPressures(State& state, int side, int level) {
 
     const int surfaceRow = lastRowAt(state.grid, state.problem.SurfaceElev(side, 1));
     for (int i = 1; i <= rows; ++i) {
-        const double surcharge = pressures.SurchargePressures(side, i);
-        pressures.ActivePressures(side, i, 1) = pressures.PassivePressures(side, i, 1) = surcharge;
-        if (i != surfaceRow) {
-            pressures.ActivePressures(side, i, 2) = pressures.PassivePressures(side, i, 2) =
-                surcharge;
+        for (const int k : {1, 2}) {
+            pressures.ActivePressures(side, i, k) = pressures.PassivePressures(side, i, k) =
+                pressures.SurchargePressures(side, i);
         }
     }
     addSoilDiagram(*breaks, surfaceRow, state.grid, pressures, side);

@@ -43,7 +43,7 @@ struct SurchargeColumn {
 void addLineLoads(const Problem& problem, SurchargeColumn& column) {
     const int side = column.side;
     // The exposed height counts for loads on the right; on the left it is always 0, deliberately.
-    const double H = (problem.SurfaceElev(side, 1) - problem.SurfaceElev(Left, 1)) * (3 - 2 * side);
+    const double H = problem.SurfaceElev(side, 1) - problem.SurfaceElev(Left, 1);
 
     for (int load = 1; load <= problem.VLineCount(side); ++load) {
         const double Q = problem.VLineLoad(side, load);

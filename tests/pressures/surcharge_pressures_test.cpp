@@ -188,6 +188,18 @@ TEST_F(SurchargeTest, StripNeverPullsHoweverDeep) {
     }
 }
 
+// Far below, the closed form is a difference of nearly equal terms and its sign is noise.
+TEST_F(SurchargeTest, NoLoadPullsFarBelowItWhereRoundingNoiseIsLeft) {
+    for (int start = 0; start < 40; ++start) {
+        problem.VTriCount(Right) = 0;
+        addTriangle(start, start + 0.7, start + 2, 900);
+        compute();
+        for (int i = 1; i <= bench.state->grid.NumElevs; ++i) {
+            ASSERT_GE(bench.state->pressures.SurchargePressures(Right, i), 0);
+        }
+    }
+}
+
 TEST_F(SurchargeTest, RampRisesAndGoesOnWithoutEnd) {
     setRamp(4, 9, 800);
     expectSumOfLineLoads([](double x) { return x < 9 ? (x - 4) / 5 * 800 : 800; }, {4, 9, Endless});
