@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
 #include <string>
 #include <vector>
@@ -83,6 +84,24 @@ class OrdinaryUser {
   private:
     bool administrator_;
 };
+
+struct CodeRow {
+    int code;
+    int number;
+};
+
+TEST(FileErrorNumber, IsTheReasonThatTheSystemGives) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a";
+    for (const CodeRow& row :
+         {CodeRow{ENOENT, 53}, CodeRow{ENOTDIR, 76}, CodeRow{EACCES, 70}, CodeRow{EPERM, 70},
+          CodeRow{EROFS, 70}, CodeRow{ENOSPC, 61}, CodeRow{EDQUOT, 61}, CodeRow{EFBIG, 61},
+          CodeRow{EIO, 57}, CodeRow{ENXIO, 71}, CodeRow{ENODEV, 71}, CodeRow{ENAMETOOLONG, 52},
+          CodeRow{EINVAL, 52}, CodeRow{EISDIR, 75}, CodeRow{EMFILE, 75}}) {
+        EXPECT_EQ(fileErrorNumber(row.code, path), row.number) << row.code;
+    }
+    EXPECT_EQ(fileErrorNumber(ENOENT, path / "b"), 76);
+}
 
 TEST(SplitLines, TakesEveryKindOfLineEnd) {
     EXPECT_EQ(splitLines("a\nb\nc\n"), (Lines{"a", "b", "c"}));
