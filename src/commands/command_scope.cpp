@@ -3,6 +3,7 @@
 #include "commands/run_guarded.h"
 #include "runtime/file_text.h"
 
+#include <algorithm>
 #include <atomic>
 #include <system_error>
 
@@ -24,6 +25,29 @@ fs::path newNameBeside(const fs::path& file) {
             return name;
         }
     }
+}
+
+/// Gives a file its old name back; false where somebody else has taken the name meanwhile.
+bool renameIfFree(const fs::path& from, const fs::path& to) {
+    if (::link(from.c_str(), to.c_str()) != 0) {
+        return false;
+    }
+    ::unlink(from.c_str());
+    return true;
+}
+
+/// Puts one file's name in place of another's wherever the session holds it.
+void replaceName(Session& session, const std::string& from, const std::string& to) {
+    const auto replace = [&](std::string& name) {
+        if (name == from) {
+            name = to;
+        }
+    };
+    TemporaryFiles& files = session.state.files;
+    std::for_each(files.ScratchFileList.begin(), files.ScratchFileList.end(), replace);
+    std::for_each(files.ScratchFileName.begin(), files.ScratchFileName.end(), replace);
+    replace(session.CurrentInputName);
+    replace(session.state.report.CurrentOutputName);
 }
 
 } // namespace
@@ -82,10 +106,6 @@ void CommandScope::takeBack() {
         fs::remove(file, ignored);
     }
     made_.clear();
-    for (const auto& [from, to] : aside_) {
-        fs::rename(to, from, ignored);
-    }
-    aside_.clear();
     static_cast<MainWindow&>(session_) = before_.window;
     State& state = session_.state;
     state.problem = before_.problem;
@@ -95,6 +115,12 @@ void CommandScope::takeBack() {
     state.SolutionFailed = before_.SolutionFailed;
     state.DataChanged = before_.DataChanged;
     state.HeadContDataValid = before_.HeadContDataValid;
+    for (const auto& [from, to] : aside_) {
+        if (!renameIfFree(to, from)) {
+            replaceName(session_, from.string(), to.string());
+        }
+    }
+    aside_.clear();
 }
 
 void CommandScope::deleteSetAside() {
@@ -128,16 +154,19 @@ void showFileError(Desktop& desktop, const RuntimeError& fault) {
          .icon = Icon::Exclamation});
 }
 
-void deleteFile(Session& session, const std::string& name) {
-    std::error_code ignored;
-    if (name.empty() || !fs::exists(fs::symlink_status(name, ignored))) {
+void deleteOwnFile(Session& session, std::string name) {
+    if (name.empty()) {
         return;
     }
-    if (session.running != nullptr) {
-        session.running->setAside(name);
-    } else {
+    std::error_code ignored;
+    if (session.running == nullptr) {
         fs::remove(name, ignored);
+    } else if (fs::exists(fs::symlink_status(name, ignored))) {
+        session.running->setAside(name);
     }
+    TemporaryFiles& files = session.state.files;
+    std::replace(files.ScratchFileList.begin(), files.ScratchFileList.end(), name, std::string());
+    std::replace(files.ScratchFileName.begin(), files.ScratchFileName.end(), name, std::string());
 }
 
 } // namespace korvane

@@ -61,8 +61,9 @@ bool runCommand(Session& session, Desktop& desktop, const std::function<void()>&
 /// Shows the box of a fault of a file or printer.
 void showFileError(Desktop& desktop, const RuntimeError& fault);
 
-/// Deletes a file of the session, in a command such that it can come back. A file that is not there
-/// is none to delete.
-void deleteFile(Session& session, const std::string& name);
+/// Deletes a file that this session made, in a command such that it can come back, and blanks its
+/// name in the lists at once: another program may take the name the moment it is free. A file that
+/// is not there is none to delete.
+void deleteOwnFile(Session& session, std::string name);
 
 } // namespace korvane

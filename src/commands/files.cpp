@@ -86,13 +86,11 @@ bool namesTemporaryFile(const Session& session, const std::string& name) {
     return file.parent_path() == folder && file.filename().string().compare(0, 4, "TEMP") == 0;
 }
 
-/// Deletes a file that this session made and blanks its name; any other file stays.
+/// Deletes a file if this session made it; any other file stays.
 void deleteListedFile(Session& session, const std::string& name) {
-    for (std::string& listed : session.state.files.ScratchFileList) {
-        if (!listed.empty() && listed == name) {
-            deleteFile(session, name);
-            listed.clear();
-        }
+    const auto& list = session.state.files.ScratchFileList;
+    if (std::find(list.begin(), list.end(), name) != list.end()) {
+        deleteOwnFile(session, name);
     }
 }
 
@@ -219,14 +217,12 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
 }
 
 void DeleteTempFiles(Session& session, Desktop& desktop) {
-    TemporaryFiles& files = session.state.files;
-    for (std::string& name : files.ScratchFileList) {
-        deleteFile(session, name);
-        name.clear();
+    const TemporaryFiles& files = session.state.files;
+    for (const std::string& name : files.ScratchFileList) {
+        deleteOwnFile(session, name);
     }
-    for (std::string& name : files.ScratchFileName) {
-        deleteFile(session, name);
-        name.clear();
+    for (const std::string& name : files.ScratchFileName) {
+        deleteOwnFile(session, name);
     }
     session.state.report.CurrentOutputName.clear();
     session.CurrentInputName.clear();
