@@ -14,6 +14,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+constexpr int RoweClay = 2; // RoweOutcome::soil
+
 /// Bytes of a UTF-8 character that begins the text; 0 where none does.
 std::size_t utf8Length(std::string_view text) {
     const auto byte = [&](std::size_t i) {
@@ -309,8 +311,52 @@ Json levelsJson(const State& state) {
     return list;
 }
 
-Json roweJson(const State&) {
-    return {};
+/// A value of a section: one number in clay, one for loose and one for dense sand; null where the
+/// section lies outside the range of the curves.
+Json reducedJson(const RoweOutcome& outcome, const Array<double, 13, 2>& values, int p) {
+    if (!outcome.inRange(p)) {
+        return {};
+    }
+    if (outcome.soil == RoweClay) {
+        return values(p, 1);
+    }
+    return {{"loose", values(p, 1)}, {"dense", values(p, 2)}};
+}
+
+Json roweSectionsJson(const RoweData& rowe) {
+    Json list = Json::array();
+    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
+        list.push_back({{"name", utf8(rowe.PileName(p))},
+                        {"sectionModulus", rowe.PileSectionData(p, 1)},
+                        {"inertia", rowe.PileSectionData(p, 2)},
+                        {"allowableStress", rowe.PileAllowStress(p)},
+                        {"modulus", rowe.PileModulus(p)},
+                        {"logRigidity", rowe.PileLogRigidity(p)},
+                        {"momentRatio", rowe.PileMomentRatio(p)},
+                        {"coefficient", reducedJson(rowe.outcome, rowe.outcome.coefficient, p)},
+                        {"reducedRatio", reducedJson(rowe.outcome, rowe.outcome.reducedRatio, p)}});
+    }
+    return list;
+}
+
+Json roweJson(const RoweData& rowe) {
+    const RoweOutcome& outcome = rowe.outcome;
+    if (outcome.soil == 0) {
+        return {};
+    }
+    const bool clay = outcome.soil == RoweClay;
+    Json notes = Json::array();
+    for (const std::string& note : outcome.notes) {
+        notes.push_back(note);
+    }
+    return {{"soil", clay ? "clay" : "sand"},
+            {"height", rowe.RoweHeight},
+            {"alpha", rowe.RoweAlpha},
+            {"beta", rowe.RoweBeta},
+            {"stability", where(clay, rowe.RoweStability)},
+            {"applicable", outcome.applicable},
+            {"notes", notes},
+            {"sections", roweSectionsJson(rowe)}};
 }
 
 } // namespace
@@ -326,7 +372,7 @@ std::string jsonResults(const std::string& input, int status, const std::vector<
                        {"problem", problemJson(state.problem)},
                        {"grid", review == nullptr ? Json::array() : gridJson(*review)},
                        {"levels", status == StatusSolved ? levelsJson(state) : Json::array()},
-                       {"rowe", roweJson(state)}};
+                       {"rowe", roweJson(state.rowe)}};
     return results.dump(1) + "\n";
 }
 

@@ -8,11 +8,11 @@
 #include "reports/soil_pressure_report.h"
 #include "rowe/moment_reduction.h"
 #include "rowe/pile_sections.h"
-#include "runtime/number_text.h"
 #include "wall/analysis.h"
 #include "wall/design.h"
 #include "wall/net_pressures.h"
 #include "wall/preparation.h"
+#include "wall/solution_files.h"
 
 #include <functional>
 
@@ -55,16 +55,6 @@ void runStage(Session& session, Desktop& desktop, const std::function<void()>& s
     } else {
         desktop.Ask({.text = runtimeErrorMessage(fault->number())});
     }
-}
-
-/// Nothing of an earlier solution may show in this one.
-void forgetEarlierSolution(State& state) {
-    state.solved = {};
-    RoweData& rowe = state.rowe;
-    rowe.RoweSoilType = 0;
-    rowe.PileLogRigidity.fill(0);
-    rowe.PileMomentRatio.fill(0);
-    rowe.RoweSandCurve.fill(0);
 }
 
 void chooseWedgeMethod(Session& session, Desktop& desktop) {
@@ -117,7 +107,8 @@ void analyse(State& state, Desktop& desktop) {
 /// From the preparation to the stop for review of a design or to the end of an analysis.
 void firstStage(Session& session, Desktop& desktop) {
     State& state = session.state;
-    forgetEarlierSolution(state);
+    forgetSolvedLevels(state); // nothing of an earlier solution may show in this one
+    clearReduction(state.rowe);
     PrepareSolution(state);
     if (state.SolutionFailed != 0) {
         return;
@@ -214,8 +205,8 @@ void cmdOK_Click(Session& session) {
 
 void acceptDefaultSections(Session& session) {
     RoweData& rowe = session.state.rowe;
-    acceptDefaults(rowe, numericValue(DefaultAllowStressText), numericValue(DefaultModulusText));
-    rowe.PileSectionCount = 8;
+    acceptDefaultTexts(rowe, DefaultAllowStressText, DefaultModulusText);
+    addSections(rowe, {});
 }
 
 } // namespace korvane
