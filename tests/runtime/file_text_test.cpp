@@ -184,6 +184,23 @@ TEST(AppendFile, AddsAtTheEndAndMakesTheFile) {
     EXPECT_EQ(readFile(path), "one\ntwo\n");
 }
 
+TEST(OverwriteFile, ChangesOnlyTheBytesFromThePositionOn) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "ZZ10";
+    writeFile(path, "0123456789");
+    overwriteFile(path, 4, "ab");
+    EXPECT_EQ(readFile(path), "0123ab6789");
+    overwriteFile(path, 9, "xyz");
+    EXPECT_EQ(readFile(path), "0123ab678xyz");
+}
+
+TEST(OverwriteFile, MakesNoFile) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "none";
+    EXPECT_EQ(faultOf(path, [&] { overwriteFile(path, 0, "x"); }), 53);
+    EXPECT_FALSE(fs::exists(path));
+}
+
 TEST(WriteFile, ReportsAFullDisk) {
     const fs::path full = "/dev/full";
     EXPECT_EQ(faultOf(full, [&] { writeFile(full, "x"); }), 61);
