@@ -67,8 +67,8 @@ void rateSections(State& state) {
     const double H = rowe.RoweHeight;
     const double freeEarthMoment = std::fabs(state.results.MaxMoment(1));
     for (int p = 1; p <= rowe.PileSectionCount; ++p) {
-        const double EI = rowe.PileSectionData(p, 2) * rowe.PileModulus(p);
-        rowe.PileLogRigidity(p) = commonLog(divide(H * H * H * H, EI));
+        rowe.PileLogRigidity(p) =
+            pileLogRigidity(H, rowe.PileSectionData(p, 2), rowe.PileModulus(p));
         rowe.PileMomentRatio(p) =
             divide(rowe.PileSectionData(p, 1) * rowe.PileAllowStress(p), 12 * freeEarthMoment);
     }
@@ -174,6 +174,10 @@ void reduceAndReport(State& state, int soil) {
 }
 
 } // namespace
+
+double pileLogRigidity(double height, double inertia, double modulus) {
+    return commonLog(divide(height * height * height * height, inertia * modulus));
+}
 
 void clearReduction(RoweData& rowe) {
     rowe.RoweSoilType = 0;

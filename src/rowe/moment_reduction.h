@@ -18,6 +18,11 @@ void ReduceRoweMoments(State& state, const std::function<void()>& showSections);
 void ReportRoweSand(State& state);
 void ReportRoweClay(State& state);
 
+/// Rowe's flexibility number log10(H^4 / EI): wall height in FT, moment of inertia in IN^4 per foot
+/// of wall, modulus of elasticity in PSI; feet and inches are not brought together, as in Rowe's
+/// curves. RuntimeError 11 or 5 where EI is not above zero.
+double pileLogRigidity(double height, double inertia, double modulus);
+
 /// Forgets all results of an earlier reduction; the sections stay.
 void clearReduction(RoweData& rowe);
 

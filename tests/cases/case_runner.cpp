@@ -1,6 +1,7 @@
 // Runs one plain-text case file (see README.md in this folder) and tells every check.
 #include "pressures/coefficient_pressures.h"
 #include "pressures/elevation_grid.h"
+#include "pressures/surcharge_pressures.h"
 #include "problem/input_reader.h"
 #include "rowe/moment_reduction.h"
 #include "runtime/arithmetic.h"
@@ -16,7 +17,6 @@
 #include <cmath>
 #include <cstdio>
 #include <functional>
-#include <map>
 #include <sstream>
 
 using namespace korvane;
@@ -131,6 +131,9 @@ void solve(SolvedWall& wall, const Case& wanted, const std::filesystem::path& in
     if (state.SolutionFailed == 0) {
         ComputeNetPressures(state);
     }
+    for (const int side : {Right, Left}) {
+        ComputeSurchargePressures(state, side); // anew: the column does not follow inserted rows
+    }
     wall.firstGrid = state.grid;
     wall.firstPressures = state.pressures;
     wall.firstNet = state.net;
@@ -183,7 +186,11 @@ double integrate(const SolvedWall& wall, int from, int to,
     return sum;
 }
 
-using Evaluator = std::function<double(const SolvedWall&, const Check&)>;
+/// A quantity that a check can name.
+struct Quantity {
+    const char* name;
+    double (*evaluate)(const SolvedWall&, const Check&);
+};
 
 double lowerSurface(const Problem& problem) {
     return MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
@@ -205,7 +212,7 @@ double activeForce(const SolvedWall& wall, const Check& check) {
 double zeroActive(const SolvedWall& wall, const Check& check) {
     const int side = sideOf(check);
     int row = 1;
-    while (wall.firstPressures.ActivePressures(side, row, 1) <= 0) {
+    while (wall.firstPressures.ActivePressures(side, row + 1, 2) <= 0) {
         ++row;
     }
     return wall.bench.problem.WallTopElev - wall.firstGrid.ElevGrid(row);
@@ -218,90 +225,109 @@ double surchargeForce(const SolvedWall& wall, const Check& check) {
                      [&](int i, int) { return wall.firstPressures.SurchargePressures(side, i); });
 }
 
-double largestSize(const Array<double, 4>& range, int level) {
-    return MaxOf(std::fabs(range(level)), std::fabs(range(level + 2)));
+/// Largest shear by size, also between rows: where the net pressure passes zero inside a segment
+/// the shear's parabola has its extreme.
+double maxShear(const SolvedWall& wall, const Check& check) {
+    const SolvedLevel& level = wall.bench.state->solved(levelOf(check));
+    double largest = 0;
+    for (int row = 1; row < level.rowCount; ++row) {
+        const double V = level.ResultShear(row);
+        const double p = level.ResultPressure(row);
+        const double q = level.ResultPressure(row + 1);
+        const double h = level.ResultElev(row) - level.ResultElev(row + 1);
+        const double s = p * q < 0 ? h * p / (p - q) : 0;
+        largest = MaxOf(largest, std::fabs(V));
+        if (s > 0) {
+            largest = MaxOf(largest, std::fabs(V + p * s / 2));
+        }
+    }
+    return largest;
 }
 
-const std::map<std::string, Evaluator>& evaluators() {
-    static const std::map<std::string, Evaluator> table = {
-        {"penetration",
-         [](const SolvedWall& wall, const Check& check) {
-             return lowerSurface(wall.bench.problem) -
-                    wall.bench.state->solution.SolvedBottomElev(levelOf(check));
-         }},
-        {"max-moment",
-         [](const SolvedWall& wall, const Check& check) {
-             return std::fabs(wall.bench.state->results.MaxMoment(levelOf(check)));
-         }},
-        {"max-moment-depth",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.bench.problem.WallTopElev -
-                    wall.bench.state->results.MaxMoment(levelOf(check) + 2);
-         }},
-        {"max-shear",
-         [](const SolvedWall& wall, const Check& check) {
-             return largestSize(wall.bench.state->results.ShearRange, levelOf(check));
-         }},
-        {"smallest-moment",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.bench.state->results.MomentRange(levelOf(check) + 2);
-         }},
-        {"largest-moment",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.bench.state->results.MomentRange(levelOf(check));
-         }},
-        {"anchor-force",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.bench.state->solution.AnchorForce(levelOf(check));
-         }},
-        {"factor",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.bench.state->preparation.LayerFSPassive(Right, 1, levelOf(check));
-         }},
-        {"net-active",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.firstNet.NetActive(rowAtDepth(wall, argument(check, 0)), 2);
-         }},
-        {"net-active-below",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.firstNet.NetActive(rowAtDepth(wall, argument(check, 0)), 1);
-         }},
-        {"active",
-         [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, true, 2); }},
-        {"active-below",
-         [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, true, 1); }},
-        {"passive",
-         [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, false, 2); }},
-        {"passive-below",
-         [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, false, 1); }},
-        {"active-force", activeForce},
-        {"zero-active", zeroActive},
-        {"water",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.firstPressures.WaterPressures(rowAtDepth(wall, argument(check, 0)), 2);
-         }},
-        {"surcharge",
-         [](const SolvedWall& wall, const Check& check) {
-             return wall.firstPressures.SurchargePressures(sideOf(check),
-                                                           rowAtDepth(wall, argument(check, 1)));
-         }},
-        {"surcharge-force", surchargeForce},
-        {"coulomb-active",
-         [](const SolvedWall&, const Check& check) {
-             return coulombActive(argument(check, 0) * DegreesToRadians,
-                                  argument(check, 1) * DegreesToRadians);
-         }},
-        {"passive-coefficient",
-         [](const SolvedWall&, const Check& check) {
-             return passiveCoefficient(argument(check, 0) * DegreesToRadians,
-                                       argument(check, 1) * DegreesToRadians);
-         }},
-        {"log-rigidity",
-         [](const SolvedWall&, const Check& check) {
-             return pileLogRigidity(argument(check, 0), argument(check, 1), argument(check, 2));
-         }},
-    };
-    return table;
+const Quantity quantities[] = {
+    {"penetration",
+     [](const SolvedWall& wall, const Check& check) {
+         return lowerSurface(wall.bench.problem) -
+                wall.bench.state->solution.SolvedBottomElev(levelOf(check));
+     }},
+    {"max-moment",
+     [](const SolvedWall& wall, const Check& check) {
+         return std::fabs(wall.bench.state->results.MaxMoment(levelOf(check)));
+     }},
+    {"max-moment-depth",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.bench.problem.WallTopElev -
+                wall.bench.state->results.MaxMoment(levelOf(check) + 2);
+     }},
+    {"max-shear", maxShear},
+    {"smallest-moment",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.bench.state->results.MomentRange(levelOf(check) + 2);
+     }},
+    {"largest-moment",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.bench.state->results.MomentRange(levelOf(check));
+     }},
+    {"anchor-force",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.bench.state->solution.AnchorForce(levelOf(check));
+     }},
+    {"factor",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.bench.state->preparation.LayerFSPassive(Right, 1, levelOf(check));
+     }},
+    {"net-active",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.firstNet.NetActive(rowAtDepth(wall, argument(check, 0)), 2);
+     }},
+    {"net-active-below",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.firstNet.NetActive(rowAtDepth(wall, argument(check, 0)), 1);
+     }},
+    {"active",
+     [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, true, 2); }},
+    {"active-below",
+     [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, true, 1); }},
+    {"passive",
+     [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, false, 2); }},
+    {"passive-below",
+     [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, false, 1); }},
+    {"active-force", activeForce},
+    {"zero-active", zeroActive},
+    {"water",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.firstPressures.WaterPressures(rowAtDepth(wall, argument(check, 0)), 2);
+     }},
+    {"surcharge",
+     [](const SolvedWall& wall, const Check& check) {
+         return wall.firstPressures.SurchargePressures(sideOf(check),
+                                                       rowAtDepth(wall, argument(check, 1)));
+     }},
+    {"surcharge-force", surchargeForce},
+    {"coulomb-active",
+     [](const SolvedWall&, const Check& check) {
+         return coulombActive(argument(check, 0) * DegreesToRadians,
+                              argument(check, 1) * DegreesToRadians);
+     }},
+    {"passive-coefficient",
+     [](const SolvedWall&, const Check& check) {
+         return passiveCoefficient(argument(check, 0) * DegreesToRadians,
+                                   argument(check, 1) * DegreesToRadians)
+             .value_or(0);
+     }},
+    {"log-rigidity",
+     [](const SolvedWall&, const Check& check) {
+         return pileLogRigidity(argument(check, 0), argument(check, 1), argument(check, 2));
+     }},
+};
+
+double evaluate(const SolvedWall& wall, const Check& check) {
+    for (const Quantity& quantity : quantities) {
+        if (check.quantity == quantity.name) {
+            return quantity.evaluate(wall, check);
+        }
+    }
+    refuse("unknown quantity: " + check.quantity);
 }
 
 /// True where the solution's outcome is the one that the case tells.
@@ -337,11 +363,7 @@ int main(int argc, char** argv) {
             good = outcomeHolds(wanted, wall);
         }
         for (const Check& check : wanted.checks) {
-            const auto found = evaluators().find(check.quantity);
-            if (found == evaluators().end()) {
-                refuse("unknown quantity: " + check.quantity);
-            }
-            const double value = found->second(wall, check);
+            const double value = evaluate(wall, check);
             const bool holds = std::fabs(value - check.expected) <= check.tolerance;
             std::printf("%s: %s: got %.6g\n", holds ? "ok" : "FAILED", check.text.c_str(), value);
             good = good && holds;
