@@ -3,7 +3,6 @@
 #include "runtime/number_text.h"
 #include "runtime/print_lines.h"
 
-#include <algorithm>
 #include <initializer_list>
 #include <string_view>
 
@@ -258,14 +257,6 @@ std::string inputFileText(const Problem& problem) {
     writeVerticalLoads(lines, problem);
     writeHorizontalLoads(lines, problem);
     return lines.text("FINISHED").end().content();
-}
-
-int inputFileLineCount(const Problem& problem, InputTarget target) {
-    if (target == InputTarget::Printer) {
-        return problem.NumHeadingLines + 2;
-    }
-    const std::string text = inputFileText(problem);
-    return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
 }
 
 } // namespace korvane

@@ -7,18 +7,11 @@
 
 namespace korvane {
 
-/// Where the text of an input file goes.
-enum class InputTarget { File, Printer };
-
-/// The text of the input file, each line with its line feed; the same for both targets. A missing
+/// The text of the input file, each line with its line feed, for a file or the printer. A missing
 /// value leaves its blanks. What the format cannot hold: a factor of safety of 0 before a given one
 /// (the reader takes the later one in its place), more than two decimals of the control line's
 /// factors, the slopes of layer bottoms and a given seepage gradient (written, never read back),
 /// and the level 2 factors of a side given by coefficients.
 std::string inputFileText(const Problem& problem);
-
-/// `FileLineCount` after the text has gone to its target: all lines of a file. On the printer only
-/// the headings, the control and the wall line count: deliberate.
-int inputFileLineCount(const Problem& problem, InputTarget target);
 
 } // namespace korvane
