@@ -13,7 +13,6 @@ namespace korvane {
 namespace {
 
 constexpr double sameElevation = 0.0001; // FT
-constexpr double stepTolerance = 0.0001; // PSF
 
 void reportHead(PrintLines& lines, const State& state, int level) {
     const Problem& problem = state.problem;
@@ -116,27 +115,14 @@ void pressureRow(PrintLines& lines, const State& state, int i, int k, std::strin
     lines.end();
 }
 
-/// True where the water pressure or a soil pressure of either side has a step at grid point i.
-bool hasStep(const Pressures& pressures, int i) {
-    const auto differ = [](double below, double above) {
-        return std::fabs(below - above) > stepTolerance;
-    };
-    bool step = differ(pressures.WaterPressures(i, 1), pressures.WaterPressures(i, 2));
-    for (const int side : {Right, Left}) {
-        step =
-            step ||
-            differ(pressures.ActivePressures(side, i, 1), pressures.ActivePressures(side, i, 2)) ||
-            differ(pressures.PassivePressures(side, i, 1), pressures.PassivePressures(side, i, 2));
-    }
-    return step;
-}
-
 /// The grid points down to the first one below the wall bottom.
 void pressureRows(PrintLines& lines, const State& state, int level) {
     const auto& ElevGrid = state.grid.ElevGrid;
+    const auto& WaterPressures = state.pressures.WaterPressures;
     pressureRow(lines, state, 1, 1, "");
     for (int i = 2; i <= state.grid.NumElevs; ++i) {
-        const bool step = hasStep(state.pressures, i);
+        const bool step =
+            hasSoilStep(state.pressures, i) || isStep(WaterPressures(i, 1), WaterPressures(i, 2));
         pressureRow(lines, state, i, 2, step ? "+" : " ");
         if (step) {
             pressureRow(lines, state, i, 1, "-");

@@ -2,6 +2,7 @@
 
 #include "runtime/dates.h"
 
+#include <cmath>
 #include <string>
 
 namespace korvane {
@@ -48,6 +49,22 @@ void methodStatement(PrintLines& lines, const State& state, int side) {
     } else {
         lines.text(method == "S" ? "SWEEP SEARCH" : "FIXED SURFACE").text(" WEDGE METHOD.").end();
     }
+}
+
+bool isStep(double below, double above) {
+    return std::fabs(below - above) > 0.0001;
+}
+
+bool hasSoilStep(const Pressures& pressures, int i) {
+    const auto& ActivePressures = pressures.ActivePressures;
+    const auto& PassivePressures = pressures.PassivePressures;
+    for (const int side : {Right, Left}) {
+        if (isStep(ActivePressures(side, i, 1), ActivePressures(side, i, 2)) ||
+            isStep(PassivePressures(side, i, 1), PassivePressures(side, i, 2))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool hasAutomaticSeepage(const Problem& problem) {

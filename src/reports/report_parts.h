@@ -22,7 +22,8 @@ void pieceLine(PrintLines& lines, std::initializer_list<Piece> pieces);
 inline constexpr std::string_view ProgramLine =
     "PROGRAM KORVANE-DESIGN/ANALYSIS OF ANCHORED OR CANTILEVER SHEET PILE WALLS";
 
-/// Program, "BY CLASSICAL METHODS", date and time, an empty line; all `shift` columns farther right.
+/// Program, "BY CLASSICAL METHODS", date and time, an empty line; all `shift` columns farther
+/// right.
 void programHead(PrintLines& lines, std::string_view programLine = ProgramLine, int shift = 0);
 
 /// Texts one below the other behind the same blanks, then an empty line.
@@ -33,6 +34,12 @@ void headingSection(PrintLines& lines, const Problem& problem, std::string_view 
 
 /// Tells by which method the soil pressures of a side were determined.
 void methodStatement(PrintLines& lines, const State& state, int side);
+
+/// True where the value just below an elevation and the one just above differ by more than 0.0001.
+bool isStep(double below, double above);
+
+/// True where a soil pressure of either side has a step at grid point i.
+bool hasSoilStep(const Pressures& pressures, int i);
 
 /// True where the seepage gradient is found by the solution.
 bool hasAutomaticSeepage(const Problem& problem);

@@ -5,14 +5,11 @@
 #include "runtime/arithmetic.h"
 #include "runtime/number_text.h"
 
-#include <cmath>
 #include <string_view>
 
 namespace korvane {
 
 namespace {
-
-constexpr double stepTolerance = 0.0001; // PSF
 
 /// The lowest elevation that the table is wanted for: three heights of the retained soil below the
 /// lower surface, at least 30 FT, but not below the lowest working row of the grid.
@@ -26,21 +23,10 @@ double lastElevationWanted(const State& state) {
 /// True where any soil or net pressure of row i has a step. Net passive counts for a cantilever
 /// only; the water pressures are not tested.
 bool hasStep(const State& state, int i) {
-    const auto& ActivePressures = state.pressures.ActivePressures;
-    const auto& PassivePressures = state.pressures.PassivePressures;
     const auto& NetActive = state.net.NetActive;
     const auto& NetPassive = state.net.NetPassive;
-    const auto differ = [](double below, double above) {
-        return std::fabs(below - above) > stepTolerance;
-    };
-    for (const int side : {Right, Left}) {
-        if (differ(ActivePressures(side, i, 1), ActivePressures(side, i, 2)) ||
-            differ(PassivePressures(side, i, 1), PassivePressures(side, i, 2))) {
-            return true;
-        }
-    }
-    return differ(NetActive(i, 1), NetActive(i, 2)) ||
-           (state.problem.WallType == "C" && differ(NetPassive(i, 1), NetPassive(i, 2)));
+    return hasSoilStep(state.pressures, i) || isStep(NetActive(i, 1), NetActive(i, 2)) ||
+           (state.problem.WallType == "C" && isStep(NetPassive(i, 1), NetPassive(i, 2)));
 }
 
 void columnHeads(PrintLines& lines, bool cantilever) {

@@ -92,7 +92,7 @@ TEST(InputEcho, OfAPlainWallIsThisText) {
 TEST(InputEcho, IsTheEchoOfEveryReferenceReport) {
     int compared = 0;
     for (const auto& entry : fs::directory_iterator(KORVANE_SOURCE_DIR "/tests/reference")) {
-        const fs::path input = entry.path();
+        const fs::path& input = entry.path();
         if (input.extension() != ".dat") {
             continue;
         }

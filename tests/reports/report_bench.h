@@ -40,7 +40,7 @@ struct ReportBench : Bench {
         writeFile(state->report.CurrentOutputName, "");
         const int before = state->report.OutputLineCount;
         write(*state);
-        const Lines written = lines();
+        Lines written = lines();
         EXPECT_EQ(state->report.OutputLineCount - before, static_cast<int>(written.size()));
         return written;
     }
