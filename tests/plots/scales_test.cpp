@@ -1,0 +1,231 @@
+#include "plots/scales.h"
+
+#include "drawing.h"
+#include "runtime/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace korvane::test {
+
+namespace {
+
+struct Rounding {
+    double value;
+    double rounded;
+};
+
+class RoundUpScaleRule : public testing::TestWithParam<Rounding> {};
+
+TEST_P(RoundUpScaleRule, RaisesToOneSignificantDigit) {
+    // 1E-12: the powers of ten below 1 are no exact doubles.
+    const double rounded = GetParam().rounded;
+    EXPECT_NEAR(RoundUpScale(GetParam().value), rounded, 1e-12 * rounded);
+}
+
+INSTANTIATE_TEST_SUITE_P(Values, RoundUpScaleRule,
+                         testing::Values(Rounding{3450, 4000}, Rounding{3000, 3000},
+                                         Rounding{1000, 1000}, Rounding{9.5, 10}, Rounding{1, 1},
+                                         // truncation toward zero: exponents 0 and -1
+                                         Rounding{0.5, 1}, Rounding{0.05, 0.1},
+                                         // exponent 0 as well: every value below 1 down to 0.1
+                                         Rounding{0.11, 1}, Rounding{0.9, 1},
+                                         // (1000.5 + 999) / 1000 truncates to 1
+                                         Rounding{1000.5, 1000}, Rounding{1001, 2000},
+                                         Rounding{2.5e9, 3e9}, Rounding{7.2e-5, 1e-4}));
+
+TEST(RoundUpScale, NothingAboveZeroGivesZero) {
+    EXPECT_EQ(RoundUpScale(0), 0);
+    EXPECT_EQ(RoundUpScale(-5), 0);
+    EXPECT_EQ(RoundUpScale(std::numeric_limits<double>::quiet_NaN()), 0);
+}
+
+TEST(RoundUpScale, StaysADoubleAtTheEndOfTheRange) {
+    const double rounded = RoundUpScale(1.7e308); // two at this power of ten is no double
+    EXPECT_EQ(rounded, 1.7e308);
+    EXPECT_TRUE(std::isfinite(RoundUpScale(std::numeric_limits<double>::denorm_min())));
+}
+
+TEST(RoundUpScale, RoundingTwiceChangesNothing) {
+    for (const double value : {3450.0, 0.05, 9.5, 1000.5, 7.2e-5, 0.3, 8.8e12}) {
+        const double once = RoundUpScale(value);
+        EXPECT_EQ(formatNumber(RoundUpScale(once), "0.00E+00"), formatNumber(once, "0.00E+00"));
+    }
+}
+
+TEST(PrepareRange, KeepsLargestAndSizeOfSmallest) {
+    Array<double, 4> range;
+    range(2) = 3450;
+    range(4) = -750;
+    prepareRange(range, 2);
+    EXPECT_EQ(range(2), 4000);
+    EXPECT_EQ(range(4), 800);
+    EXPECT_EQ(range(1), 0);
+}
+
+TEST(PrepareRange, LargestOfFiveHundredThousandthsCountsAsZero) {
+    Array<double, 4> range;
+    range(1) = 0.00005;
+    range(3) = -0.00005;
+    prepareRange(range, 1);
+    EXPECT_EQ(range(1), 0);
+    EXPECT_EQ(range(3), 0);
+}
+
+TEST(PrepareRange, ThresholdItselfCountsAsZero) {
+    Array<double, 4> range;
+    range(1) = 0.0001;
+    range(3) = 0.00011;
+    prepareRange(range, 1);
+    EXPECT_EQ(range(1), 0);
+    EXPECT_NEAR(range(3), 0.001, 1e-15); // exponent -3: (0.00011 + 0.000999) / 0.001 gives 1
+}
+
+TEST(PrepareRange, SmallestAboveZeroCountsByItsSize) {
+    Array<double, 4> range;
+    range(1) = 900;
+    range(3) = 42;
+    prepareRange(range, 1);
+    EXPECT_EQ(range(3), 50);
+}
+
+TEST(PressureScales, TakeTheLargestOfBothSidesDownToTheBottomRow) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    PlotScales scales;
+    prepareSolvedPressureScales(*bench.state, 1, scales);
+    EXPECT_EQ(scales.ActiveScale, 400);  // 380 on the right side at -20
+    EXPECT_EQ(scales.PassiveScale, 800); // 780 on the left side at -20
+}
+
+TEST(PressureScales, TheValueBelowTheBottomRowIsNotLookedAt) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    bench.state->solution.BottomIndex(1) = 3; // rows down to -10
+    bench.state->pressures.ActivePressures(Right, 3, 2) = 250;
+    bench.state->pressures.ActivePressures(Right, 3, 1) = 9000;
+    PlotScales scales;
+    prepareSolvedPressureScales(*bench.state, 1, scales);
+    EXPECT_EQ(scales.ActiveScale, 300);
+    EXPECT_EQ(scales.PassiveScale, 600);
+}
+
+TEST(PressureScales, RowCountBeyondTheGridStopsAtTheGrid) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    bench.state->solution.BottomIndex(1) = 7; // second rows of jumps count too
+    bench.state->pressures.PassivePressures(Left, 5, 2) = 880;
+    bench.state->pressures.PassivePressures(Left, 5, 1) = 5000; // below the last row
+    bench.state->pressures.PassivePressures(Left, 6, 2) = 6000; // beyond the grid
+    PlotScales scales;
+    prepareSolvedPressureScales(*bench.state, 1, scales);
+    EXPECT_EQ(scales.PassiveScale, 900);
+    EXPECT_EQ(gridRows(*bench.state, 1), 5);
+}
+
+TEST(PressureScales, ActiveScaleBelowTheThresholdIsZeroButPassiveScaleIsRounded) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    bench.state->pressures.ActivePressures.fill(0.00005);
+    bench.state->pressures.PassivePressures.fill(0.00005);
+    PlotScales scales;
+    prepareSolvedPressureScales(*bench.state, 1, scales);
+    EXPECT_EQ(scales.ActiveScale, 0);
+    EXPECT_NEAR(scales.PassiveScale, 0.0001, 1e-16); // exponent -4
+}
+
+TEST(PressureScales, PassiveScaleOfZeroStaysZero) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    bench.state->pressures.PassivePressures.fill(0);
+    PlotScales scales;
+    prepareSolvedPressureScales(*bench.state, 1, scales);
+    EXPECT_EQ(scales.PassiveScale, 0);
+}
+
+TEST(WaterScales, StopAboveTheValueBelowTheBottom) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    bench.state->pressures.WaterPressures(4, 1) = -5000; // below the wall bottom
+    PlotScales scales;
+    prepareWaterScales(*bench.state, -20, scales);
+    EXPECT_EQ(scales.WaterScaleMax, 300);
+    EXPECT_EQ(scales.WaterScaleMin, 0);
+    EXPECT_TRUE(scales.hasWater());
+}
+
+TEST(WaterScales, LargestAndSmallestCountByTheirSizes) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    bench.state->pressures.WaterPressures.fill(-420); // both are -420
+    PlotScales scales;
+    prepareWaterScales(*bench.state, -20, scales);
+    EXPECT_EQ(scales.WaterScaleMax, 500);
+    EXPECT_EQ(scales.WaterScaleMin, 500);
+}
+
+TEST(WaterScales, NoWaterDataOrNoPressureGiveNoScale) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    PlotScales scales;
+    bench.problem.WaterDataKind = "";
+    prepareWaterScales(*bench.state, -20, scales);
+    EXPECT_FALSE(scales.hasWater());
+    bench.problem.WaterDataKind = "P";
+    bench.state->pressures.WaterPressures.fill(0.00009);
+    prepareWaterScales(*bench.state, -20, scales);
+    EXPECT_FALSE(scales.hasWater());
+}
+
+TEST(InitialPressureScales, StopOnlyBelowTheBottomElevation) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    auto& passive = bench.state->pressures.PassivePressures;
+    passive(Left, 4, 1) = 1900; // just below -20: the row lies at the bottom and does not stop
+    passive(Left, 5, 2) = 2400; // just above -30, the first row below the bottom
+    passive(Left, 5, 1) = 9000;
+    PlotScales scales;
+    prepareInitialPressureScales(*bench.state, -20, scales);
+    EXPECT_EQ(scales.PassiveScale, 3000);
+}
+
+TEST(InitialPressureScales, StartFromBothSides) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    bench.state->pressures.ActivePressures(Left, 1, 1) = 620; // k = 1 of the first row
+    PlotScales initial;
+    prepareInitialPressureScales(*bench.state, -20, initial);
+    EXPECT_EQ(initial.ActiveScale, 700);
+    PlotScales solved; // starts from the right side alone
+    prepareSolvedPressureScales(*bench.state, 1, solved);
+    EXPECT_EQ(solved.ActiveScale, 400);
+}
+
+TEST(ValueAxis, ZeroLiesWhereTheScalesMeet) {
+    const ValueAxis moment{4000, 800, false};
+    EXPECT_DOUBLE_EQ(moment.zero(), 3120); // 800 / 4800 x 5760 + 2160
+    const ValueAxis deflection{3e9, 1e9, true};
+    EXPECT_DOUBLE_EQ(deflection.zero(), 6480); // 3 / 4 x 5760 + 2160
+    EXPECT_DOUBLE_EQ(deflection.x(3e9), 2160);
+}
+
+TEST(ValueAxis, ZeroOfAnEmptyScaleLiesAtTheLeftEdgeAndOfDeflectionsAtTheRight) {
+    EXPECT_EQ((ValueAxis{0, 0, false}.zero()), 2160);
+    EXPECT_EQ((ValueAxis{0, 0, true}.zero()), 7920);
+    EXPECT_FALSE((ValueAxis{0, 0, true}.drawable()));
+}
+
+TEST(ElevationAxis, InsideIsStrict) {
+    const ElevationAxis axis{10, -10};
+    EXPECT_TRUE(axis.inside(0));
+    EXPECT_FALSE(axis.inside(10));
+    EXPECT_FALSE(axis.inside(-10));
+    EXPECT_DOUBLE_EQ(axis.y(0), 3168);
+    EXPECT_FALSE((ElevationAxis{5, 5}.drawable()));
+}
+
+} // namespace
+
+} // namespace korvane::test
