@@ -29,7 +29,9 @@ void appendFile(const std::filesystem::path& path, std::string_view text);
 /// Writes over the bytes of an existing file from `position` on and flushes.
 void overwriteFile(const std::filesystem::path& path, std::size_t position, std::string_view text);
 
-/// Writes beside the target and renames over it, so that a failure leaves the old file whole.
+/// Writes beside the target and renames over it, so that a failure leaves the old file whole. The
+/// old file's permissions stay, a link stays a link (its target is replaced), and a device or pipe
+/// is written to as it stands.
 void saveFile(const std::filesystem::path& path, std::string_view text);
 
 /// Makes a new file readable by the user alone; false where the name is taken (links are not
