@@ -19,14 +19,14 @@ std::string formatNumber(double value, std::string_view format);
 std::string generalForm(double value);
 
 /// The numeric test: blanks around, an optional sign, digits with at most one point and at least
-/// one digit, an optional exponent; nothing else, and nothing beyond the range of a double. (What is
-/// too small for a double is zero and passes.)
+/// one digit, an optional exponent; nothing else, and nothing beyond the range of a double (what
+/// is too small for one is zero and passes).
 bool isNumeric(std::string_view text);
 
 /// The value of a text that passes isNumeric; RuntimeError 13 where it does not.
 double numericValue(std::string_view text);
 
-/// The longest head of a text that passes isNumeric (leading blanks skipped), 0 where there is none.
+/// The longest head of a text that passes isNumeric (leading blanks skipped); 0 where none does.
 double valueAtHead(std::string_view text);
 
 /// Upper case of the ASCII letters; all other bytes pass unchanged.
