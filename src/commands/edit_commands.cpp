@@ -20,11 +20,12 @@ void askForUnsavedData(Session& session, Desktop& desktop) {
     }
 }
 
-/// False where nothing was changed and the input has its file but no report: then the report alone
-/// is made anew.
+/// False where nothing was changed and the input has its whole file but no report: then the report
+/// alone is made anew.
 bool needsInputFile(const Session& session) {
     std::error_code ignored;
     return session.state.DataChanged != 0 || !session.state.report.CurrentOutputName.empty() ||
+           session.inputFileShort ||
            !std::filesystem::is_regular_file(session.CurrentInputName, ignored);
 }
 

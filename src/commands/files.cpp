@@ -15,43 +15,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the two save dialogs differ in.
-struct SaveDialog {
-    const char* title;
-    const char* filter;
-    const char* refusedExtension; ///< of the temporary files, upper case
-};
-
 constexpr SaveDialog saveInputDialog{
     "OPEN SAVE-INPUT-DATA FILE",
     "Input Files (*.dat)|*.dat|Input Files (*.in)|*.in|All Files (*.*)|*.*", ".III"};
 constexpr SaveDialog saveOutputDialog{
     "OPEN SAVE-OUTPUT-DATA FILE",
     "Output Files (*.out)|*.out|Output Files (*.dat)|*.dat|All Files (*.*)|*.*", ".OOO"};
-
-/// Shows the save dialog until a name is accepted; empty where it was cancelled.
-std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog) {
-    for (;;) {
-        const std::string name = chooseFile(
-            session, desktop,
-            {.kind = FileDialog::Kind::Save, .title = dialog.title, .filter = dialog.filter});
-        if (name.empty()) {
-            return name;
-        }
-        RememberDialogFolder(session, name);
-        if (endsIn(name, dialog.refusedExtension)) {
-            desktop.Ask({.text = "File:  " + name +
-                                 "  is a temporary file in use.\n"
-                                 "Please choose another file name for saving input data."});
-        } else if (!fs::exists(name) ||
-                   desktop.Ask({.text = "File: " + name + " exists.\nDo you want to write over it?",
-                                .title = "OVERWRITE?",
-                                .buttons = Buttons::YesNo,
-                                .icon = Icon::Question}) == Answer::Yes) {
-            return name;
-        }
-    }
-}
 
 /// How much of a file a copy has taken.
 struct Copy {
@@ -103,6 +72,29 @@ void keepSaved(Session& session) {
 
 } // namespace
 
+std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog) {
+    for (;;) {
+        const std::string name = chooseFile(
+            session, desktop,
+            {.kind = FileDialog::Kind::Save, .title = dialog.title, .filter = dialog.filter});
+        if (name.empty()) {
+            return name;
+        }
+        RememberDialogFolder(session, name);
+        if (dialog.refusedExtension != nullptr && endsIn(name, dialog.refusedExtension)) {
+            desktop.Ask({.text = "File:  " + name +
+                                 "  is a temporary file in use.\n"
+                                 "Please choose another file name for saving input data."});
+        } else if (!fs::exists(name) ||
+                   desktop.Ask({.text = "File: " + name + " exists.\nDo you want to write over it?",
+                                .title = "OVERWRITE?",
+                                .buttons = Buttons::YesNo,
+                                .icon = Icon::Question}) == Answer::Yes) {
+            return name;
+        }
+    }
+}
+
 std::string chooseFile(Session& session, Desktop& desktop, FileDialog dialog) {
     dialog.initialFolder = session.DialogFolder;
     const std::string name = desktop.ChooseFile(dialog);
@@ -152,7 +144,8 @@ void SaveInputData(Session& session, Desktop& desktop) {
         return;
     }
     const Copy copy = copyLines(CurrentInputName, InputFileName, session.FileLineCount);
-    if (copy.lines < copy.sourceLines) {
+    session.inputFileShort = copy.lines < copy.sourceLines;
+    if (session.inputFileShort) {
         desktop.Ask({.text = "Only " + std::to_string(copy.lines) + " of " +
                              std::to_string(copy.sourceLines) +
                              " lines were saved.\nChoose Edit, Finished, then save again.",
@@ -209,6 +202,7 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
     const std::string text = inputFileText(problem);
     if (mode == "FILE") {
         writeFile(session.CurrentInputName, text);
+        session.inputFileShort = false;
         session.FileLineCount = static_cast<int>(std::count(text.begin(), text.end(), '\n'));
     } else if (desktop.PrintDocument(session.CurrentInputName, splitLines(text))) {
         // Deliberate: a print counts the headings, the control and the wall line alone.

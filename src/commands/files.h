@@ -14,6 +14,18 @@ std::string chooseFile(Session& session, Desktop& desktop, FileDialog dialog);
 /// True where a name ends in an extension (given in upper case), in any case of its letters.
 bool endsIn(const std::string& name, const std::string& extension);
 
+/// What the save dialogs differ in.
+struct SaveDialog {
+    const char* title;
+    const char* filter;
+    const char* refusedExtension =
+        nullptr; ///< of the temporary files, upper case; none for figures
+};
+
+/// Shows a save dialog until a name is accepted: a refused extension and a No to the overwrite
+/// question ask again. Empty where the dialog was cancelled.
+std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog);
+
 /// What a save question may be asked with.
 inline constexpr const char* SaveInputQuestion = "DO YOU WANT TO SAVE CURRENT INPUT DATA?";
 inline constexpr const char* SaveInputBeforeEditing =

@@ -86,6 +86,7 @@ struct MainWindow {
     std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
     std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
     int FileLineCount = 0;        ///< lines written to the temporary input file
+    bool inputFileShort = false;  ///< the last save took fewer lines than the problem has
     int InputSavedFlag = 0;       ///< 1 after a successful input save; nothing reads it
     int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
     std::string DialogFolder;     ///< initial folder of the file dialogs
