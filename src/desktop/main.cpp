@@ -9,5 +9,5 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     korvane::prepareApplication();
     constexpr int titleMilliseconds = 3000;
-    return korvane::runProgram(korvane::shellScreens(), titleMilliseconds);
+    return korvane::runProgram({}, titleMilliseconds);
 }

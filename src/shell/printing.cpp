@@ -5,8 +5,6 @@
 #include "widgets/shown_text.h"
 
 #include <QBuffer>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrintDialog>
@@ -68,6 +66,12 @@ void drawText(QPagedPaintDevice& device, const std::vector<std::string>& lines) 
     }
 }
 
+/// Three quarters of an inch all around until the user chooses otherwise.
+void setMargins(QPagedPaintDevice& device) {
+    device.setPageSize(QPageSize(QPageSize::Letter));
+    device.setPageMargins(QMarginsF(0.75, 0.75, 0.75, 0.75), QPageLayout::Inch);
+}
+
 /// The whole PDF is made in memory first, so that a failure leaves an old file as it is.
 void printToPdf(const QString& path, const QString& documentName, const PageDrawing& draw) {
     QBuffer buffer;
@@ -77,8 +81,7 @@ void printToPdf(const QString& path, const QString& documentName, const PageDraw
         writer.setTitle(documentName);
         writer.setCreator("KORVANE");
         writer.setResolution(PdfResolution);
-        writer.setPageSize(QPageSize(QPageSize::Letter));
-        writer.setPageMargins(QMarginsF(0.75, 0.75, 0.75, 0.75), QPageLayout::Inch);
+        setMargins(writer);
         draw(writer);
     }
     const QByteArray& bytes = buffer.data();
@@ -95,13 +98,6 @@ PrintServices systemPrintServices() {
         dialog.setObjectName("printDialog");
         return dialog.exec() == QDialog::Accepted;
     };
-    services.choosePdf = [](QWidget* parent) {
-        QFileDialog dialog(parent, "PRINT TO PDF FILE", {}, "PDF files (*.pdf)");
-        dialog.setObjectName("pdfDialog");
-        dialog.setAcceptMode(QFileDialog::AcceptSave);
-        dialog.setDefaultSuffix("pdf");
-        return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-    };
     return services;
 }
 
@@ -117,7 +113,7 @@ bool printPages(QWidget* parent, const PrintServices& services, const QString& d
     }
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(documentName);
-    printer.setPageSize(QPageSize(QPageSize::Letter));
+    setMargins(printer);
     if (!services.chooseSetup(printer, parent)) {
         return false;
     }

@@ -23,7 +23,7 @@ struct PrintServices {
     std::function<QString(QWidget*)> choosePdf;
 };
 
-/// The print dialog of the toolkit and its file dialog.
+/// The print dialog of the toolkit. The choice of a PDF file is the desktop's, which fills it in.
 PrintServices systemPrintServices();
 
 /// Draws on a paged device, which is open; RuntimeError 57 where a page cannot be had.

@@ -1,6 +1,7 @@
 #include "shell/program.h"
 
 #include "commands/commands.h"
+#include "shell/plot_window.h"
 #include "shell/text_window.h"
 #include "shell/title_window.h"
 #include "shell/wedge_prompt.h"
@@ -16,16 +17,26 @@
 
 namespace korvane {
 
-ScreenTable shellScreens() {
+ScreenTable shellScreens(const PrintServices& services) {
+    const auto plot = [&services](PlotScreenName name) {
+        return makes<PlotWindow>(name, &services);
+    };
     return {
         {Screen::WEDGMETH, makes<WedgePrompt>()},
         {Screen::VUINPTFL, makes<TextWindow>(TextKind::Input)},
         {Screen::VUINECHO, makes<TextWindow>(TextKind::Output)},
+        {Screen::VUINPLOT, plot(PlotScreenName::VUINPLOT)},
+        {Screen::CANPLOT, plot(PlotScreenName::CANPLOT)},
+        {Screen::FREEPLOT, plot(PlotScreenName::FREEPLOT)},
+        {Screen::FIXDPLOT, plot(PlotScreenName::FIXDPLOT)},
+        {Screen::ROWECURV, plot(PlotScreenName::ROWECURV)},
+        {Screen::VUSOLPLT, plot(PlotScreenName::VUSOLPLT)},
     };
 }
 
-Program::Program(ScreenTable screens)
-    : desktop(std::move(screens)), session(std::make_unique<Session>(desktop)) {
+Program::Program(ScreenTable dataScreens)
+    : desktop(std::move(dataScreens)), session(std::make_unique<Session>(desktop)) {
+    desktop.addScreens(shellScreens(desktop.printServices));
     enter(*session, nullptr, [this] { Form_Load(*session); });
     window = std::make_unique<ShellWindow>(
         *session, desktop, desktop.screens(),
@@ -44,14 +55,14 @@ void prepareApplication() {
     std::setlocale(LC_NUMERIC, "C");
 }
 
-int runProgram(ScreenTable screens, int titleMilliseconds) {
+int runProgram(ScreenTable dataScreens, int titleMilliseconds) {
     {
         TitleWindow title;
         if (!title.runAtStart(titleMilliseconds)) {
             return 0;
         }
     }
-    Program program(std::move(screens));
+    Program program(std::move(dataScreens));
     centreOnScreen(program.window.get());
     program.window->show();
     return QApplication::exec();

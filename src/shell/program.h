@@ -8,13 +8,13 @@
 
 namespace korvane {
 
-/// The screens that this room makes: text windows, wedge prompt, plots.
-ScreenTable shellScreens();
+/// The screens that this room makes: text windows, wedge prompt, plots, which print by `services`.
+ScreenTable shellScreens(const PrintServices& services);
 
 /// One running program. Members are made and ended in the order that they need each other.
 struct Program {
-    /// `screens` are all screens that the program has.
-    explicit Program(ScreenTable screens);
+    /// `dataScreens` are the screens of the data entry; those of this room are added.
+    explicit Program(ScreenTable dataScreens);
 
     QtDesktop desktop;
     std::unique_ptr<Session> session;
@@ -23,7 +23,7 @@ struct Program {
 
 /// Title, disclaimer, main window and event loop; the exit status. `titleMilliseconds` is 3000 in
 /// the shipped program.
-int runProgram(ScreenTable screens, int titleMilliseconds);
+int runProgram(ScreenTable dataScreens, int titleMilliseconds);
 
 /// What every main of the desktop does first: plain locale for numbers, name and icon.
 void prepareApplication();

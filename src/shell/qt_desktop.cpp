@@ -1,5 +1,6 @@
 #include "shell/qt_desktop.h"
 
+#include "commands/files.h"
 #include "shell/main_window.h"
 #include "shell/title_window.h"
 #include "widgets/message_box.h"
@@ -16,6 +17,7 @@ namespace korvane {
 namespace {
 
 constexpr int AboutItem = 3;
+constexpr SaveDialog PdfDialog{"PRINT TO PDF FILE", "PDF documents (*.pdf)|*.pdf"};
 
 /// Extension without its point of a filter "caption (*.dat)"; empty for all files.
 QString filterExtension(const QString& filter) {
@@ -36,7 +38,11 @@ QStringList nameFilters(const std::string& filter) {
     return filters;
 }
 
-QtDesktop::QtDesktop(ScreenTable screens) : screens_(std::move(screens)) {}
+QtDesktop::QtDesktop(ScreenTable screens) : screens_(std::move(screens)) {
+    printServices.choosePdf = [this](QWidget*) {
+        return shownText(chooseSaveName(*session_, *this, PdfDialog));
+    };
+}
 
 void QtDesktop::attach(Session& session, ShellWindow& window) {
     session_ = &session;

@@ -18,6 +18,7 @@ class QtDesktop : public Desktop {
   public:
     explicit QtDesktop(ScreenTable screens);
 
+    void addScreens(ScreenTable screens) { screens_.merge(screens); }
     void attach(Session& session, ShellWindow& window);
 
     /// Serves an item of a help menu over the active window.

@@ -1,0 +1,77 @@
+#include "shell/painter_surface.h"
+
+#include "widgets/shown_text.h"
+
+namespace korvane {
+
+namespace {
+
+QFont plotFont() {
+    QFont font(PlotFontName);
+    font.setStyleHint(QFont::SansSerif);
+    font.setPixelSize(static_cast<int>(PlotFontHeight)); // a pixel of the drawing is a twip
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+QColor toColor(Colour colour) {
+    return {colour.red, colour.green, colour.blue};
+}
+
+QRectF toRect(const Corners& corners) {
+    return QRectF(QPointF(corners.a.x, corners.a.y), QPointF(corners.b.x, corners.b.y))
+        .normalized();
+}
+
+} // namespace
+
+PainterSurface::PainterSurface(QPainter& painter)
+    : painter_(painter), font_(plotFont()), metrics_(font_) {
+    painter_.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    painter_.setFont(font_);
+}
+
+double PainterSurface::textWidth(std::string_view text) const {
+    return metrics_.horizontalAdvance(shownText(text));
+}
+
+double PainterSurface::textHeight() const {
+    return metrics_.height();
+}
+
+void PainterSurface::usePen(Pen pen) {
+    painter_.setPen(QPen(toColor(pen.colour), pen.width * LineWidthUnit, Qt::SolidLine,
+                         Qt::RoundCap, Qt::RoundJoin));
+    painter_.setBrush(Qt::NoBrush);
+}
+
+void PainterSurface::drawRectangle(const Corners& corners, Pen pen) {
+    usePen(pen);
+    painter_.drawRect(toRect(corners));
+}
+
+void PainterSurface::fillRectangle(const Corners& corners, Colour colour) {
+    painter_.fillRect(toRect(corners), toColor(colour));
+}
+
+void PainterSurface::drawLine(Point from, Point to, Pen pen) {
+    usePen(pen);
+    painter_.drawLine(QPointF(from.x, from.y), QPointF(to.x, to.y));
+}
+
+void PainterSurface::drawPoint(Point at, Pen pen) {
+    usePen(pen);
+    painter_.drawPoint(QPointF(at.x, at.y));
+}
+
+void PainterSurface::drawCircle(Point centre, double radius, Pen pen) {
+    usePen(pen);
+    painter_.drawEllipse(QPointF(centre.x, centre.y), radius, radius);
+}
+
+void PainterSurface::drawText(Point upperLeft, std::string_view text) {
+    painter_.setPen(toColor(Black));
+    painter_.drawText(QPointF(upperLeft.x, upperLeft.y + metrics_.ascent()), shownText(text));
+}
+
+} // namespace korvane

@@ -1,0 +1,120 @@
+// Diagrams on paper and in files.
+#include "commands/files.h"
+#include "plots/svg_surface.h"
+#include "runtime/runtime_error.h"
+#include "shell/painter_surface.h"
+#include "shell/plot_window.h"
+#include "widgets/geometry.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QPdfWriter>
+
+#include <algorithm>
+
+namespace korvane {
+
+namespace {
+
+constexpr double PngPixelsPerInch = 200;
+constexpr int DeviceFault = 57;
+
+const double frameWidth = PaperFrame.b.x - PaperFrame.a.x;
+const double frameHeight = PaperFrame.b.y - PaperFrame.a.y;
+
+std::string bytes(const QByteArray& array) {
+    return {array.constData(), static_cast<std::size_t>(array.size())};
+}
+
+/// The frame's drawing with its upper left corner at the painter's origin.
+void drawFramed(QPainter& painter, const State& state, const PlotView& view) {
+    painter.setClipRect(QRectF(0, 0, frameWidth, frameHeight));
+    painter.translate(-PaperFrame.a.x, -PaperFrame.a.y);
+    PainterSurface surface(painter);
+    drawPlot(surface, state, view, Medium::Paper);
+}
+
+std::string pngFile(const State& state, const PlotView& view) {
+    const double factor = PngPixelsPerInch / TwipsPerInch;
+    QImage image(static_cast<int>(frameWidth * factor), static_cast<int>(frameHeight * factor),
+                 QImage::Format_RGB32);
+    image.fill(Qt::white);
+    image.setDotsPerMeterX(static_cast<int>(PngPixelsPerInch / 0.0254));
+    image.setDotsPerMeterY(static_cast<int>(PngPixelsPerInch / 0.0254));
+    QPainter painter(&image);
+    painter.scale(factor, factor);
+    drawFramed(painter, state, view);
+    painter.end();
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, "PNG")) {
+        throw RuntimeError(DeviceFault);
+    }
+    return bytes(buffer.data());
+}
+
+std::string pdfFile(const State& state, const PlotView& view) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setCreator("KORVANE");
+    writer.setResolution(static_cast<int>(TwipsPerInch));
+    writer.setPageSize(QPageSize(QSizeF(frameWidth, frameHeight) / TwipsPerInch, QPageSize::Inch));
+    writer.setPageMargins(QMarginsF());
+    QPainter painter;
+    if (!painter.begin(&writer)) {
+        throw RuntimeError(DeviceFault);
+    }
+    drawFramed(painter, state, view);
+    if (!painter.end()) {
+        throw RuntimeError(DeviceFault);
+    }
+    return bytes(buffer.data());
+}
+
+std::string svgFile(const State& state, const PlotView& view) {
+    SvgSurface surface;
+    drawPlot(surface, state, view, Medium::Paper);
+    return surface.document(PaperFrame);
+}
+
+} // namespace
+
+std::string figureFile(const State& state, const PlotView& view, const std::string& name) {
+    if (endsIn(name, ".PNG")) {
+        return pngFile(state, view);
+    }
+    if (endsIn(name, ".SVG")) {
+        return svgFile(state, view);
+    }
+    if (endsIn(name, ".PDF")) {
+        return pdfFile(state, view);
+    }
+    throw RuntimeError(5);
+}
+
+PageDrawing plotPage(const State& state, const PlotView& view) {
+    return [&state, view](QPagedPaintDevice& device) {
+        QPageLayout layout = device.pageLayout();
+        layout.setMode(QPageLayout::FullPageMode); // the drawing's origin is the page's corner
+        device.setPageLayout(layout);
+        QPainter painter;
+        if (!painter.begin(&device)) {
+            throw RuntimeError(DeviceFault);
+        }
+        // The drawing needs its own margins beyond the frame; a smaller page shrinks all of it.
+        const double neededWidth = PaperFrame.b.x + 240;
+        const double neededHeight = PaperFrame.b.y + 240;
+        const double perTwipX = device.logicalDpiX() / TwipsPerInch;
+        const double factor =
+            std::min({perTwipX, device.width() / neededWidth, device.height() / neededHeight});
+        painter.scale(factor, factor);
+        PainterSurface surface(painter);
+        drawPlot(surface, state, view, Medium::Paper);
+        if (!painter.end()) {
+            throw RuntimeError(DeviceFault);
+        }
+    };
+}
+
+} // namespace korvane
