@@ -1,0 +1,188 @@
+// Random walls of all kinds from the input file to the report: what must hold for each of them.
+#include "problem/input_writer.h"
+#include "runtime/file_text.h"
+#include "scripted_desktop.h"
+#include "support/balance.h"
+#include "support/random_problem.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <optional>
+
+namespace korvane::test {
+namespace {
+
+constexpr int WallCount = 400;
+
+/// Every second wall takes the fixed surface where a wedge method is needed.
+void solveFromFile(Office& office, const Problem& problem, int number) {
+    const bool fixed = number % 2 == 0;
+    office.desktop.onScreen = [fixed](Screen screen, Session& session) {
+        if (screen == Screen::WEDGMETH && fixed) {
+            for (std::string& method : session.state.preparation.SideMethod) {
+                method = method == "S" ? "F" : method;
+            }
+        }
+    };
+    // Yes to the question of a large factor up to 20, as the batch command answers.
+    office.desktop.onBox = [&office](const MessageBox& box) {
+        if (box.title == "LARGE FACTOR OF SAFETY") {
+            const bool beyond = box.text.find("than 25.00.") != std::string::npos;
+            office.desktop.answers.push_back(beyond ? Answer::No : Answer::Yes);
+        }
+    };
+    office.open(office.write("wall.dat", inputFileText(problem)));
+    ASSERT_EQ(office.session->state.SolutionFailed, 0);
+    office.solve();
+}
+
+void expectDescending(const ElevationGrid& grid) {
+    for (int i = 2; i <= grid.NumElevs; ++i) {
+        ASSERT_LT(grid.ElevGrid(i), grid.ElevGrid(i - 1)) << "row " << i;
+    }
+}
+
+/// The searches end with a force within 0.1 LB and a moment within 1 LB-FT of balance (a cantilever
+/// wall: both; an anchored one: the moment about the bottom after the anchor force took the rest);
+/// sums of hundreds of rows add rounding, and a row inserted within 0.0001 FT of another is left
+/// out of the diagram's corner.
+void expectBalance(const State& state, int level) {
+    const Balance balance = balanceOf(state, level);
+    const double rounding = 1e-7;
+    const bool fixedEarth = state.problem.WallType == "A" && level == 2;
+    if (!fixedEarth) { // built in at its foot the wall has a reaction there
+        EXPECT_LE(std::fabs(balance.force), 0.1 + rounding * balance.sizes);
+    }
+    EXPECT_LE(std::fabs(balance.moment), 1.0 + 0.1 * 0.001 + rounding * balance.momentSizes);
+}
+
+int lineCount(const std::string& text) {
+    return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+}
+
+void expectInvariants(const Office& office) {
+    const State& state = office.session->state;
+    EXPECT_EQ(office.session->stage, FlowStage::Rest);
+    EXPECT_FALSE(office.desktop.busy);
+    EXPECT_EQ(lineCount(office.report()), state.report.OutputLineCount);
+
+    // A failure shows one box that tells why, a success none.
+    int told = 0;
+    for (const MessageBox& box : office.desktop.boxes) {
+        const bool question = box.buttons == Buttons::YesNo;
+        told += question || box.title == "INPUT COMPLETE" ? 0 : 1;
+    }
+    const std::string& words = office.session->panels.panDoneText;
+    if (state.SolutionFailed != 0) {
+        EXPECT_EQ(words, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
+        const bool discontinued = office.desktop.titles().back() == "LARGE FACTOR OF SAFETY";
+        EXPECT_EQ(told, discontinued ? 0 : 1);
+        return;
+    }
+    EXPECT_EQ(words, "SOLUTION COMPLETE");
+    EXPECT_EQ(told, 0);
+    for (int level = 1; level <= (state.problem.WallType == "A" ? 2 : 1); ++level) {
+        ASSERT_TRUE(state.solved(level).solved);
+        expectDescending(state.solved(level).grid);
+        expectBalance(state, level);
+    }
+}
+
+TEST(RandomWalls, KeepGridBalanceCountsAndMessagesConsistent) {
+    RandomProblems problems(20261121);
+    int solved = 0;
+    for (int number = 1; number <= WallCount; ++number) {
+        const Problem problem = problems.next();
+        SCOPED_TRACE("wall " + std::to_string(number) + "\n" + inputFileText(problem));
+        Office office;
+        solveFromFile(office, problem, number);
+        expectInvariants(office);
+        solved += office.session->state.SolutionFailed == 0 ? 1 : 0;
+        if (HasFailure()) {
+            return; // one wall is enough to look at
+        }
+    }
+    EXPECT_GE(solved, WallCount / 2) << "too few walls can be solved to show anything";
+}
+
+/// Bottom elevation of a cantilever design; none where it cannot be solved.
+std::optional<double> bottomOf(const Problem& problem) {
+    Office office;
+    solveFromFile(office, problem, 1);
+    if (office.session->state.SolutionFailed != 0) {
+        return {};
+    }
+    return office.session->state.solution.SolvedBottomElev(1);
+}
+
+/// Cantilever walls by coefficients without wall friction and seepage.
+RandomKind plainKind(RandomKind::Soil soil) {
+    RandomKind kind;
+    kind.anchored = false;
+    kind.analysis = false;
+    kind.soil = soil;
+    kind.friction = false;
+    kind.adhesion = false;
+    kind.sloping = false;
+    kind.factors = false;
+    kind.water = RandomKind::Water::Level;
+    return kind;
+}
+
+/// The moment test leaves the bottom that much room, FT.
+constexpr double BottomRoom = 0.05;
+
+/// Solves each problem before and after a change that must not shorten (or must not deepen) the
+/// wall.
+void expectMonotony(RandomKind::Soil soil, bool deeper,
+                    const std::function<void(Problem&)>& change) {
+    RandomProblems problems(7);
+    int compared = 0;
+    for (int number = 1; number <= 400 && compared < 40; ++number) {
+        Problem problem = problems.next(plainKind(soil));
+        const auto before = bottomOf(problem);
+        change(problem);
+        SCOPED_TRACE(inputFileText(problem));
+        const auto after = bottomOf(problem);
+        if (before && after) {
+            ++compared;
+            const double lower = *before - *after; // FT by which the wall grew
+            EXPECT_GE(deeper ? lower : -lower, -BottomRoom);
+        }
+    }
+    EXPECT_GE(compared, 40);
+}
+
+TEST(RandomWalls, MorePassiveFactorNeverShortensACantileverWall) {
+    expectMonotony(RandomKind::Soil::Sand, true,
+                   [](Problem& problem) { problem.FSPassive += 0.25; });
+}
+
+TEST(RandomWalls, HeavierUniformLoadOnTheRetainedSideNeverShortensACantileverWall) {
+    expectMonotony(RandomKind::Soil::Sand, true, [](Problem& problem) {
+        problem.VUniformLoad(Right) =
+            (problem.VUniformCount(Right) != 0 ? problem.VUniformLoad(Right) : 0) + 200;
+        problem.VUniformCount(Right) = 1;
+        if (problem.VUniformCount(Left) == 0) {
+            problem.VUniformLoad(Left) = 0;
+        }
+    });
+}
+
+TEST(RandomWalls, MoreCohesionNeverDeepensACantileverWall) {
+    expectMonotony(RandomKind::Soil::Clay, false, [](Problem& problem) {
+        for (const int side : {Right, Left}) {
+            for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+                if (problem.SoilCohesion(side, layer) > 0) {
+                    problem.SoilCohesion(side, layer) += 100;
+                }
+            }
+        }
+    });
+}
+
+} // namespace
+} // namespace korvane::test
