@@ -1,3 +1,4 @@
+// The start of the program and its empty problem.
 #include "commands/commands.h"
 
 #include "commands/run_guarded.h"

@@ -1,3 +1,4 @@
+// Sketches of the horizontal loads and of the net water pressures.
 #include "plots/frame.h"
 #include "plots/input_plots.h"
 #include "plots/scales.h"
@@ -20,7 +21,7 @@ constexpr double WallX = 5040;
 constexpr double WallBottom = 5320;
 constexpr double LoadReach = 2880; ///< of the scale's load
 constexpr double HeadLength = 72;  ///< of an arrow
-constexpr double HeadHalf = 36;
+constexpr double HeadHalf = 72;
 
 /// A load at an elevation (FT): PLF or PSF, positive when it pushes the wall to the left.
 struct LoadPoint {

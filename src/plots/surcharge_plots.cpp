@@ -1,3 +1,4 @@
+// Sketches of the vertical surcharges.
 #include "plots/frame.h"
 #include "plots/input_plots.h"
 #include "runtime/number_text.h"

@@ -1,3 +1,4 @@
+// The system of wall, ground, layers, water and anchor.
 #include "plots/frame.h"
 #include "plots/input_plots.h"
 #include "runtime/number_text.h"

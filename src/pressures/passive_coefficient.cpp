@@ -1,3 +1,4 @@
+// Active and passive coefficients from developed friction angles.
 #include "pressures/coefficient_pressures.h"
 #include "pressures/passive_tables.h"
 #include "runtime/arithmetic.h"

@@ -1,3 +1,4 @@
+// The fixed surface method: planes whose angle each layer fixes.
 #include "pressures/elevation_grid.h"
 #include "pressures/wedge_forces.h"
 #include "pressures/wedge_load.h"

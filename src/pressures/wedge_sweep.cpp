@@ -1,3 +1,4 @@
+// The sweep search: planes over a range of angles.
 #include "pressures/elevation_grid.h"
 #include "pressures/wedge_forces.h"
 #include "pressures/wedge_load.h"
