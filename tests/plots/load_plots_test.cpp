@@ -192,7 +192,7 @@ Drawing horizontalAxis(const std::string& largest, const std::string& title) {
 /// The head of a positive load's arrow points to the left, where it pushes.
 Drawing head(double y, bool positive) {
     const double tip = positive ? 4968 : 5112;
-    return {line(5040, y - 36, tip, y, Red, 3), line(5040, y + 36, tip, y, Red, 3)};
+    return {line(5040, y - 72, tip, y, Red, 3), line(5040, y + 72, tip, y, Red, 3)};
 }
 
 TEST(HorizontalPlots, PositiveLineLoadsLieOnTheLeftOfTheWall) {
