@@ -3,6 +3,7 @@
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <sstream>
 #include <stdexcept>
@@ -35,21 +36,15 @@ std::string words(const std::string& line) {
     return result;
 }
 
-std::size_t lineThatBegins(const std::vector<std::string>& lines, const std::string& beginning,
-                           const std::string& name) {
-    std::size_t found = lines.size();
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        if (words(lines[i]).starts_with(beginning)) {
-            if (found != lines.size()) {
-                throw std::runtime_error(name + ": more than one line begins with " + beginning);
-            }
-            found = i;
-        }
+std::size_t lineThatBegins(const std::vector<std::string>& lines, const std::string& beginning) {
+    const auto begins = [&beginning](const std::string& line) {
+        return words(line).starts_with(beginning);
+    };
+    if (std::count_if(lines.begin(), lines.end(), begins) != 1) {
+        throw std::runtime_error("no line or more than one begins with " + beginning);
     }
-    if (found == lines.size()) {
-        throw std::runtime_error(name + ": no line begins with " + beginning);
-    }
-    return found;
+    return static_cast<std::size_t>(std::find_if(lines.begin(), lines.end(), begins) -
+                                    lines.begin());
 }
 
 void replaceAll(std::string& text, std::string_view from, std::string_view to) {
@@ -63,7 +58,7 @@ void replaceAll(std::string& text, std::string_view from, std::string_view to) {
 InputCase caseOf(const std::vector<std::string>& row, const std::string& base,
                  const std::vector<std::string>& lines) {
     InputCase result{row[0], base, {}, row[3], {}};
-    const std::size_t changed = lineThatBegins(lines, row[1], row[0]);
+    const std::size_t changed = lineThatBegins(lines, row[1]);
     std::string put = row[2];
     replaceAll(put, "<tab>", "\t");
     const std::size_t end = put.find("<end>");
