@@ -191,13 +191,11 @@ void clipBelow(const Polygon& from, Polygon& to, double elevation, const Line* b
     }
 
     to.setKind(CutRegion);
-    if (above(1)) {
-        if (bottom != nullptr && bottom->atWall > elevation) {
-            to.add(0, bottom->atWall);
-            to.add(bottom->distanceAt(elevation), elevation);
-        } else {
-            to.add(0, elevation);
-        }
+    if (bottom != nullptr && bottom->atWall > elevation) {
+        to.add(0, bottom->atWall);
+        to.add(bottom->distanceAt(elevation), elevation);
+    } else {
+        to.add(0, MinOf(from.y(1), elevation));
     }
     for (int p = 2; p <= last; ++p) {
         if (above(p) != above(p - 1)) {
