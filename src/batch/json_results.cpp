@@ -1,12 +1,12 @@
 #include "batch/json_results.h"
 
 #include "runtime/arithmetic.h"
+#include "runtime/utf8_text.h"
 
 #include <nlohmann/json.hpp>
 
 #include <array>
 #include <cstddef>
-#include <string_view>
 
 namespace korvane::batch {
 
@@ -15,46 +15,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr int RoweClay = 2; // RoweOutcome::soil
-
-/// Bytes of a UTF-8 character that begins the text; 0 where none does.
-std::size_t utf8Length(std::string_view text) {
-    const auto byte = [&](std::size_t i) {
-        return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-    };
-    const unsigned first = byte(0);
-    const std::size_t length = first < 0x80   ? 1
-                               : first < 0xC2 ? 0
-                               : first < 0xE0 ? 2
-                               : first < 0xF0 ? 3
-                               : first < 0xF5 ? 4
-                                              : 0;
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80U) {
-            return 0;
-        }
-    }
-    const bool overlong = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xF0 && byte(1) < 0x90);
-    const bool noCharacter = (first == 0xED && byte(1) > 0x9F) || (first == 0xF4 && byte(1) > 0x8F);
-    return overlong || noCharacter ? 0 : length;
-}
-
-/// The text as UTF-8; bytes that are none become the Latin-1 characters of their codes.
-std::string utf8(std::string_view text) {
-    std::string result;
-    while (!text.empty()) {
-        const std::size_t length = utf8Length(text);
-        if (length > 0) {
-            result += text.substr(0, length);
-            text.remove_prefix(length);
-        } else {
-            const auto code = static_cast<unsigned char>(text.front());
-            result += static_cast<char>(0xC0U | (code >> 6U));
-            result += static_cast<char>(0x80U | (code & 0x3FU));
-            text.remove_prefix(1);
-        }
-    }
-    return result;
-}
 
 const char* statusText(int status) {
     return status == StatusSolved ? "solved" : status == StatusFailed ? "failed" : "error";
@@ -77,8 +37,8 @@ const char* answerText(Answer answer) {
 Json messagesJson(const std::vector<Message>& messages) {
     Json list = Json::array();
     for (const Message& message : messages) {
-        list.push_back({{"title", utf8(message.box.title)},
-                        {"text", utf8(message.box.text)},
+        list.push_back({{"title", utf8Text(message.box.title)},
+                        {"text", utf8Text(message.box.text)},
                         {"answer", answerText(message.answer)}});
     }
     return list;
@@ -123,7 +83,7 @@ Json sideLists(const Array<double, 2, N>& values, const Array<int, 2>& counts,
 Json headingsJson(const Problem& problem) {
     Json list = Json::array();
     for (int i = 1; i <= problem.NumHeadingLines; ++i) {
-        list.push_back(utf8(problem.HeadingLines(i)));
+        list.push_back(utf8Text(problem.HeadingLines(i)));
     }
     return list;
 }
@@ -326,7 +286,7 @@ Json reducedJson(const RoweOutcome& outcome, const Array<double, 13, 2>& values,
 Json roweSectionsJson(const RoweData& rowe) {
     Json list = Json::array();
     for (int p = 1; p <= rowe.PileSectionCount; ++p) {
-        list.push_back({{"name", utf8(rowe.PileName(p))},
+        list.push_back({{"name", utf8Text(rowe.PileName(p))},
                         {"sectionModulus", rowe.PileSectionData(p, 1)},
                         {"inertia", rowe.PileSectionData(p, 2)},
                         {"allowableStress", rowe.PileAllowStress(p)},
@@ -366,7 +326,7 @@ std::string jsonResults(const std::string& input, int status, const std::vector<
     const Json results{{"schema", 1},
                        {"program", "KORVANE"},
                        {"version", KORVANE_VERSION},
-                       {"input", utf8(input)},
+                       {"input", utf8Text(input)},
                        {"status", statusText(status)},
                        {"messages", messagesJson(messages)},
                        {"problem", problemJson(state.problem)},

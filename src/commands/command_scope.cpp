@@ -15,12 +15,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// An empty file of a new name in the folder of `file`.
+/// An empty file of a new name in the folder of `file`, with its extension.
 fs::path newNameBeside(const fs::path& file) {
     static std::atomic<unsigned> counter{0};
     for (;;) {
-        fs::path name = file.parent_path() / (".korvane-aside-" + std::to_string(::getpid()) + "-" +
-                                              std::to_string(counter++));
+        fs::path name =
+            file.parent_path() / (".korvane-aside-" + std::to_string(::getpid()) + "-" +
+                                  std::to_string(counter++) + file.extension().string());
         if (createExclusively(name)) {
             return name;
         }
@@ -96,6 +97,7 @@ void CommandScope::keepEnteredData() {
     before_.HeadContDataValid = state.HeadContDataValid;
     if (state.DataChanged != 0) {
         before_.DataChanged = state.DataChanged;
+        before_.window.inputFileStale = true;
         before_.window.menus.mnuSolve.enabled = false;
     }
 }

@@ -25,7 +25,7 @@ void askForUnsavedData(Session& session, Desktop& desktop) {
 bool needsInputFile(const Session& session) {
     std::error_code ignored;
     return session.state.DataChanged != 0 || !session.state.report.CurrentOutputName.empty() ||
-           session.inputFileShort ||
+           session.inputFileStale ||
            !std::filesystem::is_regular_file(session.CurrentInputName, ignored);
 }
 

@@ -144,8 +144,8 @@ void SaveInputData(Session& session, Desktop& desktop) {
         return;
     }
     const Copy copy = copyLines(CurrentInputName, InputFileName, session.FileLineCount);
-    session.inputFileShort = copy.lines < copy.sourceLines;
-    if (session.inputFileShort) {
+    session.inputFileStale = copy.lines < copy.sourceLines;
+    if (session.inputFileStale) {
         desktop.Ask({.text = "Only " + std::to_string(copy.lines) + " of " +
                              std::to_string(copy.sourceLines) +
                              " lines were saved.\nChoose Edit, Finished, then save again.",
@@ -202,7 +202,7 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
     const std::string text = inputFileText(problem);
     if (mode == "FILE") {
         writeFile(session.CurrentInputName, text);
-        session.inputFileShort = false;
+        session.inputFileStale = false;
         session.FileLineCount = static_cast<int>(std::count(text.begin(), text.end(), '\n'));
     } else if (desktop.PrintDocument(session.CurrentInputName, splitLines(text))) {
         // Deliberate: a print counts the headings, the control and the wall line alone.

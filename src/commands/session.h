@@ -86,7 +86,7 @@ struct MainWindow {
     std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
     std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
     int FileLineCount = 0;        ///< lines written to the temporary input file
-    bool inputFileShort = false;  ///< the last save took fewer lines than the problem has
+    bool inputFileStale = false;  ///< CurrentInputName does not hold the whole problem
     int InputSavedFlag = 0;       ///< 1 after a successful input save; nothing reads it
     int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
     std::string DialogFolder;     ///< initial folder of the file dialogs
@@ -107,6 +107,7 @@ struct Session : MainWindow {
     explicit Session(Desktop& desktop) : state(desktop) {}
 
     State state;
+    int LoadKind = 0;                ///< what SURCHARG (1 to 6) or HORLOAD (1, 2) is to show
     bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue
     CommandScope* running = nullptr; ///< of the command at work that can be taken back, if any
 };

@@ -72,7 +72,7 @@ void ClearProblem(Session& session) {
     state.report = {};
 
     session.FileLineCount = 0;
-    session.inputFileShort = false;
+    session.inputFileStale = false;
     session.InputSavedFlag = 0;
     session.OutputSavedFlag = 0;
     session.InputFileName.clear();

@@ -16,7 +16,7 @@ const char* const twoLayerInput = "'TWO LAYERS\n"
                                   "SURFACE RIGHTSIDE 1 0 10\n"
                                   "SURFACE LEFTSIDE 1 0 0\n"
                                   "SOIL BOTH STRENGTHS 2\n"
-                                  " 120 110 30 0 0 0 -2\n"
+                                  " 120 110 30 0 0 0 -2 0\n"
                                   " 125 115 33 0 0 0\n"
                                   "FINISHED\n";
 

@@ -1,0 +1,420 @@
+// What becomes of faults: of files in commands and in solutions, of the arithmetic, fatal ones.
+#include "commands/run_guarded.h"
+#include "problem/input_writer.h"
+#include "runtime/file_text.h"
+#include "scripted_desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <new>
+#include <stdexcept>
+
+#include <sys/resource.h>
+
+namespace korvane::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// While it stands, no file of the process grows beyond a few bytes: a full disk.
+class FullDisk {
+  public:
+    FullDisk() {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit small{16, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+  private:
+    rlimit before_{};
+};
+
+/// What a command that a fault has taken back must leave alone.
+struct Standing {
+    explicit Standing(const Office& office)
+        : problem(office.session->state.problem), menus(office.session->menus),
+          input(office.session->CurrentInputName), output(office.outputName()),
+          inputText(input.empty() ? "" : readFile(input)), report(office.report()),
+          lineCount(office.session->state.report.OutputLineCount), files(office.temporaryFiles()) {}
+
+    Problem problem;
+    Menus menus;
+    std::string input;
+    std::string output;
+    std::string inputText;
+    std::string report;
+    int lineCount;
+    std::set<std::string> files;
+};
+
+void expectStill(const Office& office, const Standing& before) {
+    EXPECT_EQ(office.session->state.problem, before.problem);
+    EXPECT_EQ(office.session->menus, before.menus);
+    EXPECT_EQ(office.session->CurrentInputName, before.input);
+    EXPECT_EQ(office.outputName(), before.output);
+    EXPECT_EQ(office.session->state.report.OutputLineCount, before.lineCount);
+    EXPECT_EQ(office.temporaryFiles(), before.files);
+    EXPECT_EQ(office.report(), before.report);
+    EXPECT_EQ(readFile(office.session->CurrentInputName), before.inputText);
+}
+
+void expectFileError(const Office& office, const std::string& name, const std::string& reason) {
+    ASSERT_FALSE(office.desktop.boxes.empty());
+    EXPECT_EQ(office.desktop.boxes.back(),
+              (MessageBox{.text = "File: " + name + "\n" + reason + "\n\nYour data are kept.",
+                          .title = "FILE ERROR",
+                          .buttons = Buttons::Ok,
+                          .icon = Icon::Exclamation}));
+}
+
+/// A problem entered on the screens.
+void enterProblem(Office& office) {
+    office.desktop.onScreen = [](Screen screen, Session& session) {
+        if (screen == Screen::KEYIN) {
+            session.state.problem = plainCantilever();
+            session.state.DataChanged = 1;
+        }
+    };
+    mnuEditItem_Click(*office.session, office.desktop);
+    office.desktop.onScreen = nullptr;
+}
+
+template <class Command>
+int errorOf(const Command& command) {
+    const auto fault = runGuarded(command);
+    return fault ? fault->number() : 0;
+}
+
+} // namespace
+
+TEST(RunGuarded, ExceptionsComeOutAsRunTimeErrors) {
+    EXPECT_FALSE(runGuarded([] {}));
+    EXPECT_EQ(errorOf([] { throw RuntimeError(11); }), 11);
+    EXPECT_EQ(errorOf([] { throw std::bad_alloc(); }), 7);
+    EXPECT_EQ(errorOf([] { throw std::logic_error("unforeseen"); }), 51);
+    EXPECT_EQ(errorOf([] { throw 1; }), 51);
+}
+
+TEST(RunGuarded, AFaultOfTheFileSystemCarriesItsFile) {
+    const auto missing = runGuarded([] { fs::resize_file("/nowhere/file", 0); });
+    ASSERT_TRUE(missing);
+    EXPECT_EQ(missing->number(), 76);
+    EXPECT_EQ(missing->fileName(), "/nowhere/file");
+    const TemporaryFolder folder;
+    EXPECT_EQ(errorOf([&] { fs::resize_file(folder.path() / "file", 0); }), 53);
+}
+
+TEST(FileFaults, OpeningAMissingFileKeepsTheOldProblem) {
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    const std::string missing = office.userFile("missing.dat");
+    office.open(missing);
+    expectFileError(office, missing, "File not found");
+    expectStill(office, before);
+}
+
+TEST(FileFaults, OpeningOnesOwnTemporaryFileIsRefusedAndKeepsIt) {
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    office.open(office.session->CurrentInputName);
+    expectFileError(office, before.input, "File not found");
+    expectStill(office, before);
+}
+
+TEST(FileFaults, AFullDiskAtTheEchoTakesTheWholeOpenBack) {
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    std::optional<FullDisk> full;
+    office.desktop.onBox = [&](const MessageBox& box) {
+        if (box.title == "INPUT COMPLETE") {
+            full.emplace();
+        }
+    };
+    office.open("anchored-sand");
+    full.reset();
+    expectFileError(office, (office.temporary.path() / "TEMP0.ooo").string(), "Disk full");
+    expectStill(office, before);
+}
+
+TEST(FileFaults, AVanishedTemporaryFolderIsToldAndKeepsTheProblem) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    const Problem problem = office.session->state.problem;
+    const Menus menus = office.session->menus;
+    const std::string output = office.outputName();
+    fs::remove_all(office.temporary.path());
+    office.open("anchored-sand");
+    expectFileError(office, (office.temporary.path() / "TEMP0.ooo").string(), "Path not found");
+    EXPECT_EQ(office.session->state.problem, problem);
+    EXPECT_EQ(office.session->menus, menus);
+    EXPECT_EQ(office.outputName(), output);
+}
+
+TEST(FileFaults, SavingToAFullDeviceLeavesEverythingAsItWas) {
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    for (const int item : {0, 1}) {
+        office.desktop.chosenFiles = {"/dev/full"};
+        mnuSaveItem_Click(*office.session, office.desktop, item);
+        expectFileError(office, "/dev/full", "Disk full");
+        expectStill(office, before);
+        EXPECT_EQ(office.session->state.DataChanged, 1);
+    }
+}
+
+TEST(FileFaults, AFailedSaveLeavesTheOldFileWhole) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    office.solve();
+    const std::string old = office.write("old.out", "the old report");
+    office.desktop.chosenFiles = {old};
+    {
+        const FullDisk full;
+        mnuSaveItem_Click(*office.session, office.desktop, 1);
+    }
+    expectFileError(office, old, "Disk full");
+    EXPECT_EQ(readFile(old), "the old report");
+    EXPECT_EQ(std::distance(fs::directory_iterator(office.user.path()), {}), 1);
+    EXPECT_EQ(office.session->OutputSavedFlag, 0);
+}
+
+TEST(FileFaults, SavingIntoAMissingFolderIsTold) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    const Standing before(office);
+    const std::string target = office.userFile("nowhere/wall.out");
+    office.desktop.chosenFiles = {target};
+    mnuSaveItem_Click(*office.session, office.desktop, 1);
+    expectFileError(office, target, "Path not found");
+    expectStill(office, before);
+}
+
+TEST(FileFaults, AFaultInASaveQuestionEndsTheCommandWithNothingLost) {
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    for (const int command : {0, 1, 7}) {
+        office.desktop.answers = {Answer::Yes};
+        office.desktop.chosenFiles = {office.userFile("nowhere/wall.dat")};
+        mnuFileItem_Click(*office.session, office.desktop, command);
+        expectFileError(office, office.userFile("nowhere/wall.dat"), "Path not found");
+        expectStill(office, before);
+    }
+    EXPECT_FALSE(office.desktop.ended);
+}
+
+TEST(FileFaults, WhatWasSavedStaysSavedWhenTheCommandFailsLater) {
+    Office office;
+    enterProblem(office);
+    const std::string saved = office.userFile("wall.dat");
+    office.desktop.answers = {Answer::Yes, Answer::No};
+    office.desktop.chosenFiles = {saved, office.userFile("missing.dat")};
+    mnuFileItem_Click(*office.session, office.desktop, 1);
+    expectFileError(office, office.userFile("missing.dat"), "File not found");
+    EXPECT_EQ(office.session->CurrentInputName, saved);
+    EXPECT_TRUE(fs::exists(saved));
+    EXPECT_EQ(office.temporaryFiles(), std::set<std::string>{"TEMP0.ooo"});
+    EXPECT_EQ(fs::path(office.outputName()).filename(), "TEMP0.ooo");
+}
+
+TEST(FileFaults, AFailedEditKeepsWhatWasTypedAndSolvesNothingFromThere) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    const Standing before(office);
+    std::optional<FullDisk> full;
+    office.desktop.onScreen = [&](Screen screen, Session& session) {
+        if (screen == Screen::KEYIN) {
+            session.state.problem.WallTopElev = 12.5;
+            session.state.DataChanged = 1;
+            full.emplace();
+        }
+    };
+    mnuEditItem_Click(*office.session, office.desktop);
+    full.reset();
+    expectFileError(office, (office.temporary.path() / "TEMP0.iii").string(), "Disk full");
+    EXPECT_EQ(office.session->state.problem.WallTopElev, 12.5);
+    EXPECT_EQ(office.session->CurrentInputName, before.input);
+    EXPECT_EQ(office.temporaryFiles(), before.files);
+    EXPECT_EQ(office.report(), before.report);
+    EXPECT_FALSE(office.session->menus.mnuSolve.enabled);
+
+    // Once there is room, Edit and Finished complete the command.
+    office.desktop.onScreen = nullptr;
+    mnuEditItem_Click(*office.session, office.desktop);
+    EXPECT_TRUE(office.session->menus.mnuSolve.enabled);
+    EXPECT_EQ(readFile(office.session->CurrentInputName),
+              inputFileText(office.session->state.problem));
+}
+
+TEST(FileFaults, ANameTakenByAnotherProgramMeanwhileIsNotOverwritten) {
+    Office office;
+    enterProblem(office);
+    const std::string inputText = readFile(office.session->CurrentInputName);
+    const std::string taken = office.session->CurrentInputName;
+    // The command has set the file aside when the file dialog opens.
+    class TakingDesktop : public ScriptedDesktop {
+      public:
+        explicit TakingDesktop(std::string name) : name_(std::move(name)) {}
+        std::string ChooseFile(const FileDialog&) override {
+            writeFile(name_, "another program's");
+            return "/nowhere/missing.dat";
+        }
+
+      private:
+        std::string name_;
+    } desktop(taken);
+    mnuFileItem_Click(*office.session, desktop, 1);
+    EXPECT_EQ(readFile(taken), "another program's");
+    EXPECT_NE(office.session->CurrentInputName, taken);
+    EXPECT_EQ(readFile(office.session->CurrentInputName), inputText);
+    EXPECT_TRUE(endsIn(office.session->CurrentInputName, ".III")); // still asked about
+    DeleteTempFiles(*office.session, office.desktop);
+    EXPECT_EQ(office.temporaryFiles(), std::set<std::string>{fs::path(taken).filename().string()});
+}
+
+TEST(FileFaults, AMissingReportIsToldWhenPrintedOrViewed) {
+    Office office;
+    office.open("anchored-sand");
+    office.solve();
+    const std::string output = office.outputName();
+    const std::string scratch = office.session->state.files.ScratchFileName(1);
+    fs::remove(output);
+    fs::remove(scratch);
+    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    expectFileError(office, output, "File not found");
+    mnuViewItem_Click(*office.session, office.desktop, 4);
+    expectFileError(office, scratch, "File not found");
+    EXPECT_EQ(office.desktop.shown(Screen::FREEPLOT), 0);
+    office.desktop.onScreen = [&](Screen, const Session& session) { inputFileView(session); };
+    office.session->CurrentInputName = office.userFile("gone.dat");
+    mnuViewItem_Click(*office.session, office.desktop, 0);
+    expectFileError(office, office.userFile("gone.dat"), "File not found");
+}
+
+TEST(FileFaults, APrinterThatFailsLeavesTheLineCountAlone) {
+    class BrokenPrinter : public ScriptedDesktop {
+      public:
+        bool PrintDocument(const std::string&, const std::vector<std::string>&) override {
+            throw RuntimeError(57, "LPT1");
+        }
+    } desktop;
+    Office office;
+    enterProblem(office);
+    const int count = office.session->FileLineCount;
+    mnuPrintItem_Click(*office.session, desktop, 0);
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_EQ(desktop.boxes[0].text, "File: LPT1\nDevice I/O error\n\nYour data are kept.");
+    EXPECT_EQ(office.session->FileLineCount, count);
+    EXPECT_FALSE(desktop.busy);
+}
+
+TEST(FileFaults, ExitEndsTheProgramThoughItsTemporaryFolderIsGone) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    fs::remove_all(office.temporary.path());
+    mnuFileItem_Click(*office.session, office.desktop, 7);
+    EXPECT_TRUE(office.desktop.ended);
+}
+
+TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
+    for (const bool atContinue : {false, true}) {
+        Office office;
+        office.open("anchored-sand");
+        const Problem problem = office.session->state.problem;
+        if (atContinue) {
+            mnuSolveItem_Click(*office.session, office.desktop);
+        }
+        {
+            const FullDisk full;
+            atContinue ? cmdContinue_Click(*office.session, office.desktop)
+                       : mnuSolveItem_Click(*office.session, office.desktop);
+        }
+        ASSERT_FALSE(office.desktop.boxes.empty());
+        EXPECT_EQ(office.desktop.boxes.back().title, "FILE ERROR");
+        EXPECT_EQ(office.session->state.SolutionFailed, 1);
+        EXPECT_TRUE(office.session->panels.panDoneVisible);
+        EXPECT_EQ(office.session->panels.panDoneText, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
+        EXPECT_FALSE(office.desktop.busy);
+        EXPECT_EQ(office.session->state.problem, problem);
+        cmdOK_Click(*office.session);
+        EXPECT_FALSE(office.session->menus.mnuViewItem(4).enabled);
+        EXPECT_TRUE(office.session->menus.mnuEdit.enabled);
+    }
+}
+
+TEST(SolutionFaults, AZeroDivisorShowsItsBoxAndTheAbortedPanel) {
+    Office office;
+    office.open("anchored-sand");
+    office.desktop.onScreen = [](Screen screen, Session& session) {
+        if (screen == Screen::ROWEPILE) {
+            session.state.rowe.PileModulus.fill(0); // an accepted modulus of 0
+        }
+    };
+    mnuSolveItem_Click(*office.session, office.desktop);
+    cmdContinue_Click(*office.session, office.desktop);
+    EXPECT_EQ(office.desktop.boxes.back(),
+              (MessageBox{.text = "Run-time error '11':\n\nDivision by zero"}));
+    EXPECT_EQ(office.session->state.SolutionFailed, 1);
+    EXPECT_EQ(office.session->panels.panDoneText, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
+    EXPECT_EQ(office.session->state.report.OutputLineCount,
+              static_cast<int>(splitLines(office.report()).size()));
+}
+
+TEST(FatalFaults, TheReadersOwnLeaveTheCommandAndRescueNothing) {
+    Office office;
+    const int number = errorOf([&] {
+        office.open(office.write("gradient.dat", "'A GIVEN SEEPAGE GRADIENT CANNOT BE READ\n"
+                                                 "CONTROL CANTILEVER DESIGN 1.00 1.50\nWALL 10\n"
+                                                 "SURFACE RIGHTSIDE 1 0 10\n"
+                                                 "SURFACE LEFTSIDE 1 0 0\n"
+                                                 "SOIL BOTH STRENGTHS 1\n 120 110 30 0 0 0\n"
+                                                 "WATER ELEVATIONS 62.4 8 0 0 0.1\nFINISHED\n"));
+    });
+    EXPECT_EQ(number, 9);
+    EXPECT_EQ(rescueInput(*office.session), "");
+    EXPECT_EQ(errorOf([&] {
+                  office.open(office.write("lone.dat", "'A LONE V ON A LINE\n"
+                                                       "CONTROL CANTILEVER DESIGN 1.00 1.50\n"
+                                                       "WALL 10\nSURFACE RIGHTSIDE 1 0 10\n"
+                                                       "SURFACE LEFTSIDE 1 0 0\n"
+                                                       "SOIL BOTH STRENGTHS 1\n"
+                                                       " 120 110 30 0 0 0\nV\nFINISHED\n"));
+              }),
+              5);
+    EXPECT_EQ(rescueInput(*office.session), "");
+}
+
+TEST(FatalFaults, TheNinetyThirdTemporaryNameIsRescued) {
+    Office office;
+    enterProblem(office);
+    office.desktop.answers.assign(200, Answer::No);
+    office.session->state.files.ScratchFileCount = 100;
+    office.desktop.onScreen = [](Screen, Session& session) { session.state.DataChanged = 1; };
+    const int number = errorOf([&] { mnuEditItem_Click(*office.session, office.desktop); });
+    EXPECT_EQ(number, 9);
+    const std::string kept = rescueInput(*office.session);
+    EXPECT_EQ(fs::path(kept).filename(), "KORVANE-RESCUE-0.dat");
+    EXPECT_EQ(readFile(kept), inputFileText(plainCantilever()));
+    EXPECT_EQ(fs::path(rescueInput(*office.session)).filename(), "KORVANE-RESCUE-1.dat");
+    DeleteTempFiles(*office.session, office.desktop);
+    EXPECT_TRUE(fs::exists(kept)); // not listed for deletion
+}
+
+TEST(FatalFaults, AProblemWithoutHeadingsIsNotRescued) {
+    const Office office;
+    EXPECT_EQ(rescueInput(*office.session), "");
+    EXPECT_TRUE(office.temporaryFiles().empty());
+}
+
+} // namespace korvane::test

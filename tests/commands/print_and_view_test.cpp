@@ -1,0 +1,159 @@
+// The Print and View commands and the two text windows.
+#include "problem/input_writer.h"
+#include "runtime/file_text.h"
+#include "scripted_desktop.h"
+
+#include <gtest/gtest.h>
+
+namespace korvane::test {
+
+namespace {
+
+void enterProblem(Office& office) {
+    office.desktop.onScreen = [](Screen screen, Session& session) {
+        if (screen == Screen::KEYIN) {
+            session.state.problem = plainCantilever();
+            session.state.DataChanged = 1;
+        }
+    };
+    mnuEditItem_Click(*office.session, office.desktop);
+}
+
+/// Makes the report longer than the text window takes.
+void lengthenReport(Office& office, std::size_t bytes) {
+    std::string text = office.report();
+    int lines = 0;
+    while (text.size() < bytes) {
+        text += std::string(70, 'x') + "\n";
+        ++lines;
+    }
+    writeFile(office.outputName(), text);
+    office.session->state.report.OutputLineCount += lines;
+}
+
+} // namespace
+
+TEST(Print, TheInputIsPrintedAsItWouldBeWritten) {
+    Office office;
+    office.open("anchored-all-loads");
+    mnuPrintItem_Click(*office.session, office.desktop, 0);
+    ASSERT_EQ(office.desktop.prints.size(), 1U);
+    EXPECT_EQ(office.desktop.prints[0].documentName, examplePath("anchored-all-loads"));
+    EXPECT_EQ(office.desktop.prints[0].lines,
+              splitLines(inputFileText(office.session->state.problem)));
+    EXPECT_FALSE(office.desktop.busy);
+}
+
+TEST(Print, PrintingTheInputResetsTheLineCount) {
+    Office office;
+    enterProblem(office);
+    EXPECT_GT(office.session->FileLineCount, 3);
+    mnuPrintItem_Click(*office.session, office.desktop, 0);
+    EXPECT_EQ(office.session->FileLineCount, 3); // one heading, control, wall
+}
+
+TEST(Print, ACancelledPrintChangesNothing) {
+    Office office;
+    enterProblem(office);
+    const int count = office.session->FileLineCount;
+    office.desktop.printerAccepts = false;
+    mnuPrintItem_Click(*office.session, office.desktop, 0);
+    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    EXPECT_EQ(office.session->FileLineCount, count);
+}
+
+TEST(Print, TheOutputIsPrintedWhole) {
+    Office office;
+    office.open("anchored-sand");
+    office.solve();
+    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    ASSERT_EQ(office.desktop.prints.size(), 1U);
+    EXPECT_EQ(office.desktop.prints[0].documentName, office.outputName());
+    EXPECT_EQ(office.desktop.prints[0].lines, splitLines(office.report()));
+}
+
+TEST(Print, AReportShorterThanItsCountIsAFileError) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    ++office.session->state.report.OutputLineCount;
+    office.desktop.boxes.clear();
+    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    ASSERT_EQ(office.desktop.boxes.size(), 1U);
+    EXPECT_EQ(office.desktop.boxes[0].text,
+              "File: " + office.outputName() + "\nInput past end of file\n\nYour data are kept.");
+    EXPECT_TRUE(office.desktop.prints.empty());
+    EXPECT_FALSE(office.desktop.busy);
+}
+
+TEST(View, EachItemShowsItsScreen) {
+    Office office;
+    office.open("anchored-sand");
+    office.solve();
+    office.desktop.screens.clear();
+    for (int item = 0; item < 7; ++item) {
+        mnuViewItem_Click(*office.session, office.desktop, item);
+    }
+    EXPECT_EQ(
+        office.desktop.screens,
+        (std::vector<Screen>{Screen::VUINPTFL, Screen::VUINECHO, Screen::VUINPLOT, Screen::CANPLOT,
+                             Screen::FREEPLOT, Screen::FIXDPLOT, Screen::ROWECURV}));
+}
+
+TEST(View, ThePlotsOfAnAnchoredWallLoadTheirLevelFirst) {
+    Office office;
+    office.open("anchored-sand");
+    office.solve();
+    const State& state = office.session->state;
+    for (const int level : {1, 2, 1}) {
+        mnuViewItem_Click(*office.session, office.desktop, 3 + level);
+        const int rows = state.solution.BottomIndex(level);
+        EXPECT_EQ(rows, state.solved(level).rowCount);
+        for (int i = 1; i <= rows; ++i) {
+            EXPECT_EQ(state.results.ResultElev(i), state.solved(level).ResultElev(i));
+            EXPECT_EQ(state.results.ResultMoment(i), state.solved(level).ResultMoment(i));
+        }
+    }
+}
+
+TEST(View, TheInputIsShownWithoutItsLastCharacter) {
+    Office office;
+    office.open(office.write("wall.dat", twoLayerInput));
+    const TextView view = inputFileView(*office.session);
+    EXPECT_EQ(view.title, office.userFile("wall.dat"));
+    EXPECT_EQ(view.text + "\n", twoLayerInput);
+}
+
+TEST(View, AnOutputOfExactlyTheLimitIsShownWhole) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    std::string text = office.report();
+    text.resize(48000, 'x');
+    writeFile(office.outputName(), text);
+    office.desktop.boxes.clear();
+    EXPECT_EQ(outputFileView(*office.session, office.desktop).text, text);
+    EXPECT_TRUE(office.desktop.boxes.empty());
+}
+
+TEST(View, ALongOutputIsShownInPartYetPrintsAndSavesWhole) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    lengthenReport(office, 48001);
+    office.desktop.boxes.clear();
+    const TextView view = outputFileView(*office.session, office.desktop);
+    EXPECT_EQ(view.title, office.outputName());
+    EXPECT_EQ(view.text, office.report().substr(0, 48000));
+    ASSERT_EQ(office.desktop.boxes.size(), 1U);
+    EXPECT_EQ(office.desktop.boxes[0].text,
+              "The current output file: " + office.outputName() +
+                  "\n  is too long to display in its entirety.\n"
+                  "To see the entire file, save the file as a permanent\n"
+                  "file and view it after after exiting KORVANE.");
+    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    EXPECT_EQ(office.desktop.prints.at(0).lines, splitLines(office.report()));
+    const std::string text = office.report();
+    office.desktop.chosenFiles = {office.userFile("long.out")};
+    mnuSaveItem_Click(*office.session, office.desktop, 1);
+    EXPECT_EQ(readFile(office.userFile("long.out")), text);
+}
+
+} // namespace korvane::test

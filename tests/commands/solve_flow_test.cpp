@@ -1,0 +1,313 @@
+// The order of the stages of a solution and how it ends.
+#include "runtime/file_text.h"
+#include "scripted_desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <thread>
+
+namespace korvane::test {
+
+namespace {
+
+constexpr const char* completeText = "SOLUTION COMPLETE";
+constexpr const char* abortedText = "SOLUTION ABORTED DUE TO CALCULATION ERRORS";
+
+/// Headings of the report's sections in their order.
+std::string sections(const Office& office) {
+    std::string found;
+    const std::string report = office.report();
+    struct Section {
+        const char* head;
+        const char* letter;
+    };
+    std::size_t position = 0;
+    const Section all[] = {{"INPUT DATA", "E"},
+                           {"SOIL PRESSURES FOR", "P"},
+                           {"SUMMARY OF RESULTS FOR", "S"},
+                           {"COMPLETE OF RESULTS FOR", "C"},
+                           {"PRELIMINARY DESIGN DATA FOR", "R"}};
+    for (const Section& section : all) {
+        std::size_t next = report.find(section.head, position);
+        while (next != std::string::npos) {
+            found += section.letter;
+            position = next + 1;
+            next = section.letter == std::string("E") ? std::string::npos
+                                                      : report.find(section.head, position);
+        }
+    }
+    return found;
+}
+
+void expectLineCount(const Office& office) {
+    EXPECT_EQ(office.session->state.report.OutputLineCount,
+              static_cast<int>(splitLines(office.report()).size()));
+}
+
+/// A report whose date and file names do not depend on the run.
+std::string solvedReport(const std::string& example) {
+    Office office;
+    office.open(example);
+    office.solve();
+    return office.report();
+}
+
+} // namespace
+
+TEST(SolveFlow, ADesignStopsForReviewWithThePressuresInTheReport) {
+    Office office;
+    office.open("anchored-sand");
+    mnuSolveItem_Click(*office.session, office.desktop);
+    const Panels& panels = office.session->panels;
+    EXPECT_EQ(office.session->stage, FlowStage::Review);
+    EXPECT_TRUE(panels.fraSoilOutVisible);
+    EXPECT_FALSE(panels.Image1Visible);
+    EXPECT_FALSE(panels.panDoneVisible);
+    EXPECT_FALSE(office.desktop.busy);
+    EXPECT_EQ(sections(office), "EP");
+    expectLineCount(office);
+
+    cmdVuOutFile_Click(*office.session, office.desktop);
+    cmdPlotPres_Click(*office.session, office.desktop);
+    cmdVuOutFile_Click(*office.session, office.desktop);
+    EXPECT_EQ(office.desktop.screens,
+              (std::vector<Screen>{Screen::VUINECHO, Screen::VUSOLPLT, Screen::VUINECHO}));
+    EXPECT_EQ(office.session->stage, FlowStage::Review);
+
+    cmdContinue_Click(*office.session, office.desktop);
+    EXPECT_EQ(office.session->stage, FlowStage::Finished);
+    EXPECT_FALSE(panels.fraSoilOutVisible);
+    EXPECT_TRUE(panels.panDoneVisible);
+    EXPECT_EQ(panels.panDoneText, completeText);
+    EXPECT_EQ(sections(office), "EPSCCR");
+    expectLineCount(office);
+
+    cmdOK_Click(*office.session);
+    EXPECT_EQ(office.session->stage, FlowStage::Rest);
+    EXPECT_TRUE(panels.Image1Visible);
+    EXPECT_FALSE(panels.panDoneVisible);
+}
+
+TEST(SolveFlow, ACantileverDesignEndsWithOneCompleteReportAndNoSections) {
+    Office office;
+    office.open("cantilever-dry-sand");
+    office.solve();
+    EXPECT_EQ(sections(office), "EPSC");
+    expectLineCount(office);
+    EXPECT_EQ(office.desktop.shown(Screen::ROWEPILE), 0);
+}
+
+TEST(SolveFlow, AnAnalysisHasNoReviewNoPressureReportAndNoReduction) {
+    for (const char* example : {"analysis-cantilever", "analysis-anchored"}) {
+        Office office;
+        office.open(example);
+        mnuSolveItem_Click(*office.session, office.desktop);
+        EXPECT_EQ(office.session->stage, FlowStage::Finished);
+        EXPECT_EQ(office.session->panels.panDoneText, completeText);
+        EXPECT_EQ(sections(office), office.session->state.problem.WallType == "A" ? "ESCC" : "ESC");
+        expectLineCount(office);
+        EXPECT_EQ(office.desktop.shown(Screen::ROWEPILE), 0);
+        EXPECT_FALSE(office.desktop.busy);
+    }
+}
+
+TEST(SolveFlow, CoefficientsOnBothSidesNeverAskForAWedgeMethod) {
+    Office office;
+    office.open("anchored-all-loads");
+    office.solve();
+    EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 0);
+}
+
+TEST(SolveFlow, AWedgeOnOneSideAsksOnceAndTheOtherSideKeepsItsCoefficients) {
+    Office office;
+    office.open("sloping-backfill-sweep"); // level ground on the left
+    mnuSolveItem_Click(*office.session, office.desktop);
+    EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
+    EXPECT_EQ(office.session->state.preparation.SideMethod(Right), "S");
+    EXPECT_EQ(office.session->state.preparation.SideMethod(Left), "C");
+}
+
+TEST(SolveFlow, TheChoiceIsOneForBothSides) {
+    Office office;
+    office.open("sloping-both-sides-fixed");
+    office.desktop.onScreen = [](Screen screen, Session& session) {
+        if (screen == Screen::WEDGMETH) {
+            session.state.preparation.SideMethod.fill("W");
+            cmdFixed_Click(session);
+        }
+    };
+    mnuSolveItem_Click(*office.session, office.desktop);
+    EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
+    EXPECT_EQ(office.session->state.preparation.SideMethod(Right), "F");
+    EXPECT_EQ(office.session->state.preparation.SideMethod(Left), "F");
+}
+
+TEST(SolveFlow, TheBusyPointerIsOffAtTheWedgePromptAndAtTheSections) {
+    Office office;
+    office.open("sloping-both-sides-fixed");
+    int prompts = 0;
+    office.desktop.onScreen = [&](Screen, const Session&) {
+        ++prompts;
+        EXPECT_FALSE(office.desktop.busy);
+    };
+    office.solve();
+    EXPECT_GE(prompts, 1);
+    EXPECT_FALSE(office.desktop.busy);
+}
+
+TEST(SolveFlow, DiscontinueLeavesEchoAndPressuresAndTheData) {
+    Office office;
+    office.open("anchored-sand");
+    const Problem problem = office.session->state.problem;
+    mnuSolveItem_Click(*office.session, office.desktop);
+    cmdDiscontinue_Click(*office.session);
+    EXPECT_EQ(sections(office), "EP");
+    EXPECT_EQ(office.session->state.SolutionFailed, 2);
+    EXPECT_TRUE(office.session->panels.Image1Visible);
+    EXPECT_FALSE(office.session->panels.fraSoilOutVisible);
+    EXPECT_EQ(office.session->state.problem, problem);
+    mnuEditItem_Click(*office.session, office.desktop); // the data can be edited at once
+    EXPECT_EQ(office.session->state.SolutionFailed, 0);
+    EXPECT_TRUE(office.session->menus.mnuSolve.enabled);
+}
+
+TEST(SolveFlow, AFailedAnalysisStillShowsThePanelWithTheAbortWords) {
+    Office office;
+    // Its factor of safety lies above 5.
+    office.open(std::string(KORVANE_SOURCE_DIR) + "/tests/reference/anchored-analysis-9001.dat");
+    office.desktop.boxes.clear();
+    office.desktop.answers = {Answer::No}; // the search for a large factor is ended
+    mnuSolveItem_Click(*office.session, office.desktop);
+    ASSERT_EQ(office.desktop.titles(), std::vector<std::string>{"LARGE FACTOR OF SAFETY"});
+    EXPECT_EQ(office.session->panels.panDoneText, abortedText);
+    EXPECT_TRUE(office.session->panels.panDoneVisible);
+    EXPECT_EQ(sections(office), "E"); // what was written before the failure
+    expectLineCount(office);
+    cmdOK_Click(*office.session);
+    for (const int item : {3, 4, 5, 6}) {
+        EXPECT_FALSE(office.session->menus.mnuViewItem(item).enabled);
+    }
+    for (const int item : {0, 1, 2}) {
+        EXPECT_TRUE(office.session->menus.mnuViewItem(item).enabled);
+    }
+}
+
+TEST(SolveFlow, AFailedPreparationGoesStraightToTheAbortedPanel) {
+    Office office;
+    // The first layer's bottom stands above the ground at the wall.
+    office.open(office.write("layers.dat", "'A LAYER THAT LIES ABOVE THE GROUND OF ITS SIDE\n"
+                                           "CONTROL CANTILEVER DESIGN 1.00 1.50\nWALL 10\n"
+                                           "SURFACE RIGHTSIDE 2 0 5\n 10 8\n"
+                                           "SURFACE LEFTSIDE 1 0 0\n"
+                                           "SOIL RIGHTSIDE STRENGTHS 2\n 120 110 30 0 0 0 7 0\n"
+                                           " 120 110 30 0 0 0\n"
+                                           "SOIL LEFTSIDE STRENGTHS 1\n 120 110 30 0 0 0\n"
+                                           "FINISHED\n"));
+    office.desktop.boxes.clear();
+    mnuSolveItem_Click(*office.session, office.desktop);
+    EXPECT_EQ(office.desktop.titles(), std::vector<std::string>{"INCONSISTENT SOIL LAYER DATA"});
+    EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 0);
+    EXPECT_EQ(office.session->panels.panDoneText, abortedText);
+    EXPECT_EQ(sections(office), "E");
+}
+
+TEST(SolveFlow, AnEarlierReductionShowsNowhereInTheNextSolution) {
+    Office office;
+    office.open("anchored-sand");
+    office.solve();
+    ASSERT_EQ(office.session->state.rowe.RoweSoilType, 1);
+    office.open("anchored-layered-water");
+    mnuSolveItem_Click(*office.session, office.desktop);
+    for (const double value : office.session->state.rowe.RoweSandCurve) {
+        EXPECT_EQ(value, 0);
+    }
+    for (const double value : office.session->state.rowe.PileMomentRatio) {
+        EXPECT_EQ(value, 0);
+    }
+}
+
+TEST(SolveFlow, AThenBThenAGivesTheFirstReportAgainToTheByte) {
+    const char* const examples[] = {"anchored-all-loads", "cantilever-water-seepage",
+                                    "sloping-both-sides-fixed", "analysis-anchored",
+                                    "anchored-clay"};
+    Office office;
+    for (const char* a : examples) {
+        office.open(a);
+        office.solve();
+        const std::string first = office.report();
+        for (const char* b : examples) {
+            if (a == b) {
+                continue;
+            }
+            office.open(b);
+            office.solve();
+            office.open(a);
+            office.solve();
+            EXPECT_EQ(office.report(), first) << a << " after " << b;
+        }
+    }
+}
+
+TEST(SolveFlow, ABottomSlopeFromTheScreensCarriesOverToTheNextFile) {
+    // A file has no slopes of its own, so that those in memory stay: required.
+    Office office;
+    office.desktop.onScreen = [](Screen screen, Session& session) {
+        if (screen == Screen::KEYIN) {
+            session.state.problem = plainCantilever();
+            session.state.problem.SoilBottomSlope(Right, 1) = 0.1;
+            session.state.DataChanged = 1;
+        }
+    };
+    mnuEditItem_Click(*office.session, office.desktop);
+    office.open(office.write("two.dat", twoLayerInput));
+    EXPECT_EQ(office.session->state.problem.SoilBottomSlope(Right, 1), 0.1);
+    mnuSolveItem_Click(*office.session, office.desktop);
+    EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
+
+    Office fresh;
+    fresh.open(fresh.write("two.dat", twoLayerInput));
+    mnuSolveItem_Click(*fresh.session, fresh.desktop);
+    EXPECT_EQ(fresh.desktop.shown(Screen::WEDGMETH), 0);
+}
+
+TEST(SolveFlow, SessionsInParallelThreadsGiveTheSameReports) {
+    const std::vector<std::string> examples = {"anchored-all-loads",       "anchored-clay",
+                                               "cantilever-water-seepage", "analysis-anchored",
+                                               "sloping-both-sides-fixed", "cantilever-clay",
+                                               "sloping-backfill-sweep",   "anchored-sand"};
+    std::vector<std::string> expected;
+    for (const std::string& example : examples) {
+        expected.push_back(solvedReport(example));
+    }
+    const TemporaryFolder folder;
+    setenv("temp", folder.path().c_str(), 1);
+    constexpr int repeats = 3;
+    std::vector<std::string> reports(examples.size());
+    std::vector<std::jthread> threads;
+    for (std::size_t i = 0; i < examples.size(); ++i) {
+        threads.emplace_back([&, i] {
+            ScriptedDesktop desktop;
+            const auto session = std::make_unique<Session>(desktop);
+            Form_Load(*session);
+            for (int repeat = 0; repeat < repeats; ++repeat) {
+                desktop.chosenFiles = {examplePath(examples[i])};
+                mnuFileItem_Click(*session, desktop, 1);
+                mnuSolveItem_Click(*session, desktop);
+                if (session->stage == FlowStage::Review) {
+                    cmdContinue_Click(*session, desktop);
+                }
+                cmdOK_Click(*session);
+                reports[i] = readFile(session->state.report.CurrentOutputName);
+            }
+            DeleteTempFiles(*session, desktop);
+        });
+    }
+    threads.clear();
+    for (std::size_t i = 0; i < examples.size(); ++i) {
+        EXPECT_EQ(reports[i], expected[i]) << examples[i];
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+} // namespace korvane::test
