@@ -29,8 +29,6 @@ constexpr std::array<const char*, InputPlotCount> InputNames{"system",
                                                              "water-pressures"};
 constexpr std::array<const char*, 1> RoweNames{"rowe"};
 
-constexpr double Margin = 30; ///< twips around the frame, so that its line shows whole
-
 /// Figures of one screen, and the words before their names.
 struct FigureGroup {
     PlotScreenName screen;
@@ -89,8 +87,7 @@ std::vector<std::string> figureNames() {
 std::string svgFigure(const Figure& figure) {
     SvgSurface surface;
     figure.draw(surface);
-    return surface.document({{PaperFrame.a.x - Margin, PaperFrame.a.y - Margin},
-                             {PaperFrame.b.x + Margin, PaperFrame.b.y + Margin}});
+    return surface.document(FigureView);
 }
 
 } // namespace korvane
