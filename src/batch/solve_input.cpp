@@ -43,7 +43,6 @@ struct Run {
 void solve(Run& run) {
     Session& session = run.session;
     constexpr int open = 1;
-    Form_Load(session);
     mnuFileItem_Click(session, run.desktop, open);
     if (!session.menus.mnuSolve.enabled) {
         return; // refused
@@ -58,18 +57,28 @@ void solve(Run& run) {
     run.status = session.state.SolutionFailed == 0 ? StatusSolved : StatusFailed;
 }
 
+void tellError(Run& run, const RuntimeError& fault) {
+    run.desktop.Ask({.text = runtimeErrorMessage(fault.number()), .icon = Icon::Critical});
+    run.raise(StatusError);
+}
+
+/// Starts the session; false where its temporary folder is none.
+bool start(Run& run) {
+    const auto fault = runGuarded([&] { Form_Load(run.session); });
+    if (fault) {
+        tellError(run, *fault);
+    }
+    return !fault;
+}
+
 /// Runs a step; a fault becomes a message and a status.
 void guarded(Run& run, const std::function<void()>& step) {
     const auto fault = runGuarded(step);
-    if (!fault) {
-        return;
-    }
-    if (fault->isFileFault()) {
+    if (fault && fault->isFileFault()) {
         showFileError(run.desktop, *fault);
         run.raise(StatusFailed);
-    } else {
-        run.desktop.Ask({.text = runtimeErrorMessage(fault->number()), .icon = Icon::Critical});
-        run.raise(StatusError);
+    } else if (fault) {
+        tellError(run, *fault);
     }
 }
 
@@ -77,7 +86,9 @@ void guarded(Run& run, const std::function<void()>& step) {
 
 Outcome solveInput(const Job& job, const Options& options) {
     const auto run = std::make_unique<Run>(job, options);
-    guarded(*run, [&] { solve(*run); });
+    if (start(*run)) {
+        guarded(*run, [&] { solve(*run); });
+    }
     Outcome outcome;
     if (job.reportPath.empty()) {
         outcome.report = run->report;

@@ -1,0 +1,235 @@
+// What the batch command solves, writes and tells.
+#include "batch_run.h"
+#include "runtime/file_text.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace korvane::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::vector<std::string> allExamples = {"analysis-anchored",
+                                              "analysis-cantilever",
+                                              "anchored-adhesion",
+                                              "anchored-all-loads",
+                                              "anchored-clay",
+                                              "anchored-layered-water",
+                                              "anchored-sand",
+                                              "cantilever-clay",
+                                              "cantilever-coefficients",
+                                              "cantilever-dry-sand",
+                                              "cantilever-water-seepage",
+                                              "sloping-backfill-sweep",
+                                              "sloping-both-sides-fixed"};
+
+/// All examples and the three kinds of failures, as arguments.
+std::vector<std::string> mixedInputs(const BatchOffice& office) {
+    std::vector<std::string> inputs;
+    for (const std::string& example : allExamples) {
+        inputs.push_back(office.copy("examples/" + example + ".dat", example + ".dat"));
+    }
+    inputs.insert(inputs.begin() + 2, office.write("refused.dat", refusedInput));
+    inputs.insert(inputs.begin() + 4, office.write("failing.dat", failingInput));
+    inputs.insert(inputs.begin() + 6, office.write("fatal.dat", fatalInput));
+    return inputs;
+}
+
+std::vector<std::string> joined(std::vector<std::string> options,
+                                const std::vector<std::string>& inputs) {
+    options.insert(options.end(), inputs.begin(), inputs.end());
+    return options;
+}
+
+} // namespace
+
+TEST(Batch, TheReportStandsBesideTheInput) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "wall.v2.dat");
+    const BatchRun run = office.run({input});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, input + ": [INPUT COMPLETE] Input file processed: " + input +
+                           " /  /      No errors detected.\n");
+    EXPECT_EQ(office.files(), (std::set<std::string>{"wall.v2.dat", "wall.v2.out"}));
+    EXPECT_NE(office.read("wall.v2.out").find("WALL BOTTOM ELEV. (FT)"), std::string::npos);
+}
+
+TEST(Batch, TheReportGoesWhereItIsTold) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "wall");
+    ASSERT_EQ(office.run({input}).status, 0);
+    const std::string report = office.read("wall.out"); // an input without extension
+    EXPECT_EQ(office.run({"-o", office.file("r.txt"), input}).status, 0);
+    EXPECT_EQ(office.read("r.txt"), report);
+    const BatchRun run = office.run({"-o", "-", input});
+    EXPECT_EQ(run.out, report);
+    EXPECT_EQ(office.run({"--output-dir", office.file("deep/down"), "--json", input}).status, 0);
+    EXPECT_EQ(office.read("deep/down/wall.out"), report);
+    EXPECT_TRUE(fs::exists(office.file("deep/down/wall.json")));
+    EXPECT_EQ(office.run({"-o", office.file("j.out"), "--json", input}).status, 0);
+    EXPECT_TRUE(fs::exists(office.file("j.json")));
+}
+
+TEST(Batch, TheHighestStatusOfAllInputsWins) {
+    const BatchOffice office;
+    const std::string good = office.copy("examples/cantilever-dry-sand.dat", "good.dat");
+    const std::string refused = office.write("refused.dat", refusedInput);
+    const std::string failing = office.write("failing.dat", failingInput);
+    const std::string fatal = office.write("fatal.dat", fatalInput);
+    EXPECT_EQ(office.run({good}).status, 0);
+    EXPECT_EQ(office.run({refused}).status, 1);
+    EXPECT_EQ(office.run({failing}).status, 1);
+    EXPECT_EQ(office.run({fatal}).status, 70);
+    EXPECT_EQ(office.run({refused, good}).status, 1);
+    EXPECT_EQ(office.run({fatal, good, failing}).status, 70); // the others are solved all the same
+    EXPECT_NE(office.read("good.out").find("COMPLETE OF RESULTS"), std::string::npos);
+}
+
+TEST(Batch, TheReportIsWrittenAnewAndHoldsWhatCameBeforeTheFailure) {
+    const BatchOffice office;
+    for (const char* name : {"refused", "failing", "fatal"}) {
+        office.write(std::string(name) + ".out", "an old report");
+    }
+    office.run({office.write("refused.dat", refusedInput),
+                office.write("failing.dat", failingInput), office.write("fatal.dat", fatalInput)});
+    EXPECT_EQ(office.read("refused.out"), "");
+    EXPECT_EQ(office.read("fatal.out"), "");
+    const std::string failing = office.read("failing.out");
+    EXPECT_NE(failing.find("INPUT DATA"), std::string::npos);
+    EXPECT_EQ(failing.find("SUMMARY OF RESULTS"), std::string::npos);
+}
+
+TEST(Batch, MessagesAreOneLineEachBehindTheInputsName) {
+    const BatchOffice office;
+    const std::string refused = office.write("refused.dat", refusedInput);
+    EXPECT_EQ(office.run({"--quiet", refused}).err,
+              refused + ": [DATA ERROR IN INPUT FILE: " + refused +
+                  "] Error detected while attempting to process CONTROL DATA / "
+                  "Current input line is: /  / CONTROL CANTILEVER  /  / Unable to continue.\n");
+    const std::string fatal = office.write("fatal.dat", fatalInput);
+    EXPECT_EQ(office.run({"--quiet", fatal}).err,
+              fatal + ": [KORVANE] Run-time error '5': /  / Invalid procedure call or argument\n");
+}
+
+TEST(Batch, AShortFileIsReadAllTheSame) {
+    const BatchOffice office;
+    const BatchRun run = office.run({office.write("short.dat", "'SHORT\n")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.err.find("Do you want to continue?"), std::string::npos);
+    EXPECT_NE(run.err.find("is incomplete."), std::string::npos);
+}
+
+TEST(Batch, TheOrderAndTheReportsDoNotDependOnTheJobs) {
+    const BatchOffice office;
+    const std::vector<std::string> inputs = mixedInputs(office);
+    const auto outputs = [&](const std::string& jobs) {
+        const BatchRun run = office.run(joined({"--json", "--jobs", jobs}, inputs));
+        EXPECT_EQ(run.status, 70);
+        std::string all = run.err;
+        for (const std::string& name : office.files()) {
+            if (!fs::path(name).extension().string().compare(".dat")) {
+                continue;
+            }
+            all += "== " + name + "\n" + office.read(name);
+            fs::remove(office.file(name));
+        }
+        return all;
+    };
+    const std::string one = outputs("1");
+    EXPECT_EQ(outputs("8"), one);
+    EXPECT_EQ(outputs("3"), one);
+}
+
+TEST(Batch, NoTemporaryFileIsLeft) {
+    const BatchOffice office;
+    const std::vector<std::string> inputs = mixedInputs(office);
+    for (const char* jobs : {"1", "8"}) {
+        office.run(joined({"--jobs", jobs}, inputs));
+        EXPECT_EQ(office.temporaryFileCount(), 0) << jobs;
+    }
+}
+
+TEST(Batch, InputsAreNeverWrittenTo) {
+    const BatchOffice office;
+    const std::vector<std::string> inputs = mixedInputs(office);
+    std::vector<std::string> texts;
+    std::vector<fs::file_time_type> times;
+    for (const std::string& input : inputs) {
+        texts.push_back(readFile(input));
+        times.push_back(fs::last_write_time(input));
+    }
+    office.run(joined({"--json"}, inputs));
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        EXPECT_EQ(readFile(inputs[i]), texts[i]) << inputs[i];
+        EXPECT_EQ(fs::last_write_time(inputs[i]), times[i]) << inputs[i];
+    }
+}
+
+TEST(Batch, AProgressLineCountsSeveralInputsUnlessQuiet) {
+    const BatchOffice office;
+    const std::string a = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    const std::string b = office.copy("examples/cantilever-clay.dat", "b.dat");
+    EXPECT_NE(office.run({a, b}).err.find("2 of 2 inputs done\n"), std::string::npos);
+    EXPECT_EQ(office.run({"--quiet", a, b}).err.find("inputs done"), std::string::npos);
+    EXPECT_EQ(office.run({a}).err.find("inputs done"), std::string::npos);
+    const std::string redrawn = office.run({a, b}, true).err;
+    EXPECT_NE(redrawn.find("1 of 2 inputs done\r"), std::string::npos);
+}
+
+TEST(Batch, TheWedgeMethodIsTheOptions) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/sloping-backfill-sweep.dat", "a.dat");
+    EXPECT_NE(office.run({"-o", "-", input}).out.find("SWEEP SEARCH WEDGE METHOD"),
+              std::string::npos);
+    EXPECT_NE(office.run({"-o", "-", "--wedge", "sweep", input}).out.find("SWEEP SEARCH"),
+              std::string::npos);
+    EXPECT_NE(office.run({"-o", "-", "--wedge", "fixed", input}).out.find("FIXED SURFACE"),
+              std::string::npos);
+}
+
+TEST(Batch, ALargeFactorIsSearchedUpToTheLimitGiven) {
+    // The factor of this wall lies between 5 and 10: one question, which names 5.00.
+    const BatchOffice office;
+    const std::string input =
+        office.copy("tests/reference/anchored-analysis-9001.dat", "large.dat");
+    EXPECT_EQ(office.run({input}).status, 0);
+    EXPECT_EQ(office.run({"--max-fs", "5", input}).status, 0);
+    const BatchRun run = office.run({"--max-fs", "4.99", input});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.err.find("appears to be greater than 5.00."), std::string::npos);
+}
+
+TEST(Batch, AReportThatCannotBeWrittenIsStatusOne) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    const std::string report = office.file("nowhere/a.out");
+    const BatchRun missing = office.run({"-o", report, input});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_NE(missing.err.find("[FILE ERROR] File: " + report + " / Path not found"),
+              std::string::npos);
+    const BatchRun full = office.run({"-o", "/dev/full", input});
+    EXPECT_EQ(full.status, 1);
+    EXPECT_NE(full.err.find("Disk full"), std::string::npos);
+}
+
+TEST(Batch, ATempThatNamesNoFolderIsARunTimeErrorForEachInput) {
+    const BatchOffice office;
+    const std::string a = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    setenv("temp", "/nowhere", 1);
+    const BatchRun run = office.run({"--quiet", a});
+    EXPECT_EQ(run.status, 70);
+    EXPECT_EQ(run.err, a + ": [KORVANE] Run-time error '76': /  / Path not found\n");
+}
+
+TEST(Batch, NoDisplayAndNoToolkitIsNeeded) {
+    const std::string program = readFile("/proc/self/maps");
+    EXPECT_EQ(program.find("libQt"), std::string::npos);
+    EXPECT_EQ(program.find("libX11"), std::string::npos);
+}
+
+} // namespace korvane::test

@@ -1,0 +1,256 @@
+// The JSON results: complete, and every number the same double.
+#include "batch_run.h"
+#include "commands/commands.h"
+#include "runtime/file_text.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <filesystem>
+#include <memory>
+#include <regex>
+
+namespace korvane::test {
+
+namespace {
+
+using Json = nlohmann::json;
+
+/// The desktop of a second, independent run of the same input.
+class Operator : public Desktop {
+  public:
+    explicit Operator(std::string input) : input_(std::move(input)) {}
+    Answer Ask(const MessageBox& box) override {
+        return box.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
+    }
+    std::string ChooseFile(const FileDialog&) override { return input_; }
+    void ShowScreen(Screen screen, Session& session) override {
+        screen == Screen::WEDGMETH ? cmdSweep_Click(session) : acceptDefaultSections(session);
+    }
+    void SetBusy(bool) override {}
+    bool PrintDocument(const std::string&, const std::vector<std::string>&) override {
+        return false;
+    }
+    void QuitHelp() override {}
+    void EndProgram() override {}
+    void Mirror(const Session&) override {}
+
+  private:
+    std::string input_;
+};
+
+Json resultsOf(const BatchOffice& office, const std::string& input, int status = 0) {
+    EXPECT_EQ(office.run({"--json", "--quiet", input}).status, status);
+    return Json::parse(readFile(std::filesystem::path(input).replace_extension(".json")));
+}
+
+/// The entry of a grid against the pressures that it was written from.
+void expectGrid(const Json& grid, const ElevationGrid& elevations, const Pressures& pressures,
+                const Array<double, 301, 2>& netActive, const Array<double, 301, 2>& netPassive) {
+    ASSERT_EQ(grid.size(), static_cast<std::size_t>(elevations.NumElevs));
+    for (int i = 1; i <= elevations.NumElevs; ++i) {
+        const Json& entry = grid[static_cast<std::size_t>(i - 1)];
+        EXPECT_EQ(entry["elev"], elevations.ElevGrid(i));
+        for (int k = 1; k <= 2; ++k) {
+            const auto place = static_cast<std::size_t>(k - 1);
+            EXPECT_EQ(entry["water"][place], pressures.WaterPressures(i, k));
+            EXPECT_EQ(entry["right"]["active"][place], pressures.ActivePressures(Right, i, k));
+            EXPECT_EQ(entry["right"]["passive"][place], pressures.PassivePressures(Right, i, k));
+            EXPECT_EQ(entry["left"]["active"][place], pressures.ActivePressures(Left, i, k));
+            EXPECT_EQ(entry["left"]["passive"][place], pressures.PassivePressures(Left, i, k));
+            EXPECT_EQ(entry["netActive"][place], netActive(i, k));
+            EXPECT_EQ(entry["netPassive"][place], netPassive(i, k));
+        }
+        EXPECT_EQ(entry["left"]["marks"][0], pressures.ActiveMark(Left, i));
+        EXPECT_EQ(entry["left"]["marks"][1], pressures.PassiveMark(Left, i));
+    }
+}
+
+void expectLevel(const Json& json, const State& state, int level) {
+    const SolvedLevel& solved = state.solved(level);
+    EXPECT_EQ(json["bottomElev"], state.solution.SolvedBottomElev(level));
+    EXPECT_EQ(json["maxMoment"]["value"], state.results.MaxMoment(level));
+    EXPECT_EQ(json["maxMoment"]["elev"], state.results.MaxMoment(level + 2));
+    EXPECT_EQ(json["maxDeflection"]["value"], state.results.MaxDeflection(level));
+    EXPECT_EQ(json["maxDeflection"]["elev"], state.results.MaxDeflection(level + 2));
+    ASSERT_EQ(json["rows"].size(), static_cast<std::size_t>(solved.rowCount));
+    for (int i = 1; i <= solved.rowCount; ++i) {
+        const Json& row = json["rows"][static_cast<std::size_t>(i - 1)];
+        EXPECT_EQ(row["elev"], solved.ResultElev(i));
+        EXPECT_EQ(row["moment"], solved.ResultMoment(i));
+        EXPECT_EQ(row["shear"], solved.ResultShear(i));
+        EXPECT_EQ(row["deflection"], solved.ResultDeflection(i));
+        EXPECT_EQ(row["pressure"], solved.ResultPressure(i));
+    }
+    expectGrid(json["grid"], solved.grid, solved.pressures, solved.NetActive, solved.NetPassive);
+}
+
+} // namespace
+
+TEST(Json, EveryNumberReadsBackToTheSameDouble) {
+    for (const char* example : {"anchored-all-loads", "cantilever-water-seepage",
+                                "sloping-backfill-sweep", "analysis-anchored"}) {
+        const BatchOffice office;
+        const std::string input =
+            office.copy("examples/" + std::string(example) + ".dat", "wall.dat");
+        const Json json = resultsOf(office, input);
+
+        Operator person(input);
+        const auto session = std::make_unique<Session>(person);
+        Form_Load(*session);
+        mnuFileItem_Click(*session, person, 1);
+        mnuSolveItem_Click(*session, person);
+        const State& state = session->state;
+        if (session->stage == FlowStage::Review) {
+            expectGrid(json["grid"], state.grid, state.pressures, state.net.NetActive,
+                       state.net.NetPassive);
+            cmdContinue_Click(*session, person);
+        } else {
+            EXPECT_TRUE(json["grid"].empty());
+        }
+        const int levels = state.problem.WallType == "A" ? 2 : 1;
+        ASSERT_EQ(json["levels"].size(), static_cast<std::size_t>(levels));
+        for (int level = 1; level <= levels; ++level) {
+            expectLevel(json["levels"][static_cast<std::size_t>(level - 1)], state, level);
+        }
+        mnuFileItem_Click(*session, person, 0);
+    }
+}
+
+TEST(Json, WhatDoesNotApplyIsNull) {
+    const BatchOffice office;
+    const Json design = resultsOf(
+        office, office.copy("examples/cantilever-dry-sand.dat", "design.dat"))["levels"][0];
+    EXPECT_EQ(design["method"], "cantilever");
+    EXPECT_TRUE(design["anchorForce"].is_null());
+    EXPECT_TRUE(design["factorOfSafety"].is_null());
+    EXPECT_TRUE(design["seepageGradient"].is_null());
+    EXPECT_EQ(design["penetration"], -design["bottomElev"].get<double>()); // lower ground at 0
+
+    const Json analysis =
+        resultsOf(office, office.copy("examples/analysis-anchored.dat", "analysis.dat"));
+    EXPECT_EQ(analysis["levels"][0]["method"], "free earth");
+    EXPECT_EQ(analysis["levels"][1]["method"], "fixed earth");
+    for (const Json& level : analysis["levels"]) {
+        EXPECT_TRUE(level["factorOfSafety"].is_number());
+        EXPECT_TRUE(level["anchorForce"].is_number());
+    }
+    EXPECT_TRUE(analysis["rowe"].is_null());
+
+    const Json seepage =
+        resultsOf(office, office.copy("examples/cantilever-water-seepage.dat", "seepage.dat"));
+    EXPECT_TRUE(seepage["levels"][0]["seepageGradient"].is_number());
+    EXPECT_TRUE(seepage["problem"]["AnchorElev"].is_null());
+    EXPECT_TRUE(seepage["problem"]["SoilCoefActive"][0].is_null());
+    EXPECT_TRUE(seepage["problem"]["SoilBottomElev"][0].back().is_null());
+}
+
+TEST(Json, StatusAndMessagesTellWhatHappened) {
+    const BatchOffice office;
+    const std::string input = office.write("refused.dat", refusedInput);
+    const Json refused = resultsOf(office, input, 1);
+    EXPECT_EQ(refused["schema"], 1);
+    EXPECT_EQ(refused["program"], "KORVANE");
+    EXPECT_EQ(refused["input"], input);
+    EXPECT_EQ(refused["status"], "failed");
+    ASSERT_EQ(refused["messages"].size(), 1U);
+    EXPECT_EQ(refused["messages"][0]["title"], "DATA ERROR IN INPUT FILE: " + input);
+    EXPECT_EQ(refused["messages"][0]["answer"], "OK");
+    EXPECT_TRUE(refused["levels"].empty());
+
+    const Json failing = resultsOf(office, office.write("failing.dat", failingInput), 1);
+    EXPECT_EQ(failing["status"], "failed");
+    EXPECT_EQ(failing["problem"]["WallTopElev"], 10.0);
+    EXPECT_TRUE(failing["levels"].empty());
+    EXPECT_TRUE(failing["rowe"].is_null());
+
+    const Json fatal = resultsOf(office, office.write("fatal.dat", fatalInput), 70);
+    EXPECT_EQ(fatal["status"], "error");
+    EXPECT_EQ(fatal["messages"].back()["text"],
+              "Run-time error '5':\n\nInvalid procedure call or argument");
+
+    const Json large =
+        resultsOf(office, office.copy("tests/reference/anchored-analysis-9001.dat", "large.dat"));
+    EXPECT_EQ(large["messages"][1]["answer"], "Yes");
+}
+
+TEST(Json, TheProblemHasEveryFieldUnderItsName) {
+    const BatchOffice office;
+    const Json problem =
+        resultsOf(office, office.copy("examples/anchored-all-loads.dat", "wall.dat"))["problem"];
+    const std::string header = readFile(sourceFile("src/problem/problem.h"));
+    const std::string record =
+        header.substr(header.find("struct Problem {"),
+                      header.find("bool operator==") - header.find("struct Problem {"));
+    const std::regex field("\\n    [a-zA-Z:<>, 0-9]+ ([A-Z][A-Za-z0-9]+)( = [0-9.]+)?;");
+    int fields = 0;
+    for (std::sregex_iterator it(record.begin(), record.end(), field), end; it != end; ++it) {
+        EXPECT_TRUE(problem.contains((*it)[1].str())) << (*it)[1].str();
+        ++fields;
+    }
+    EXPECT_EQ(static_cast<int>(problem.size()), fields);
+    EXPECT_GT(fields, 60);
+}
+
+TEST(Json, ListsHoldAsManyEntriesAsTheirCountTells) {
+    const BatchOffice office;
+    const Json problem = resultsOf(
+        office, office.copy("examples/anchored-layered-water.dat", "wall.dat"))["problem"];
+    EXPECT_EQ(problem["HeadingLines"].size(), 2U);
+    EXPECT_EQ(problem["SoilLayerCount"], Json::parse("[3, 2]"));
+    EXPECT_EQ(problem["SoilFriction"], Json::parse("[[30.0, 28.0, 34.0], [28.0, 34.0]]"));
+    EXPECT_EQ(problem["SoilBottomElev"], Json::parse("[[8.0, -5.0, null], [-5.0, null]]"));
+    EXPECT_EQ(problem["WaterElev"], Json::parse("[10.0, 6.0]"));
+    EXPECT_EQ(problem["VUniformLoad"], Json::parse("[null, null]"));
+}
+
+TEST(Json, RoweTellsTheReductionOfEachSection) {
+    const BatchOffice office;
+    const Json sand =
+        resultsOf(office, office.copy("examples/anchored-sand.dat", "sand.dat"))["rowe"];
+    EXPECT_EQ(sand["soil"], "sand");
+    EXPECT_EQ(sand["applicable"], true);
+    EXPECT_TRUE(sand["stability"].is_null());
+    ASSERT_EQ(sand["sections"].size(), 8U);
+    int reduced = 0;
+    for (const Json& section : sand["sections"]) {
+        // H^4 / (E I) and S x stress / (12 M), from the section's own numbers.
+        const double H = sand["height"];
+        const double x = std::log10(
+            std::pow(H, 4) / (section["modulus"].get<double>() * section["inertia"].get<double>()));
+        EXPECT_NEAR(section["logRigidity"], x, 1e-12);
+        if (section["coefficient"].is_null()) {
+            EXPECT_TRUE(section["reducedRatio"].is_null());
+            continue;
+        }
+        ++reduced;
+        for (const char* density : {"loose", "dense"}) {
+            EXPECT_NEAR(section["reducedRatio"][density].get<double>() *
+                            section["coefficient"][density].get<double>(),
+                        section["momentRatio"], 1e-12);
+        }
+    }
+    EXPECT_GT(reduced, 0);
+
+    const Json clay =
+        resultsOf(office, office.copy("tests/reference/rowe-clay-9001.dat", "clay.dat"))["rowe"];
+    EXPECT_EQ(clay["soil"], "clay");
+    EXPECT_EQ(clay["applicable"], false);
+    EXPECT_LT(clay["stability"], 0.5);
+    EXPECT_EQ(clay["notes"],
+              Json({"REDUCTION NOT APPLICABLE DUE TO STABILITY NUMBER LESS THAN 0.5."}));
+    for (const Json& section : clay["sections"]) {
+        EXPECT_TRUE(section["coefficient"].is_null());
+    }
+}
+
+TEST(Json, BytesThatAreNotUtf8BecomeLatinOneCharacters) {
+    const BatchOffice office;
+    std::string text = readFile(sourceFile("examples/cantilever-dry-sand.dat"));
+    text.replace(text.find("CANTILEVER WALL IN"), 18, "M\xDCLLER, S\xC3\xA4GEWERK ");
+    const Json problem = resultsOf(office, office.write("wall.dat", text))["problem"];
+    EXPECT_EQ(problem["HeadingLines"][0], "'M\xC3\x9CLLER, S\xC3\xA4GEWERK  DRY SAND ");
+}
+
+} // namespace korvane::test

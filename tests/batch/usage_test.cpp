@@ -1,0 +1,115 @@
+// Wrong usage is told with status 2 before anything is solved.
+#include "batch_run.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace korvane::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Runs with arguments in which "@name" stands for a file of the user's folder.
+BatchRun runIn(const BatchOffice& office, std::vector<std::string> arguments) {
+    for (std::string& argument : arguments) {
+        if (argument.rfind('@', 0) == 0) {
+            argument = office.file(argument.substr(1));
+        }
+    }
+    return office.run(arguments);
+}
+
+void expectUsage(const BatchOffice& office, const std::vector<std::string>& arguments) {
+    const std::set<std::string> before = office.files();
+    const BatchRun run = runIn(office, arguments);
+    std::string line;
+    for (const std::string& argument : arguments) {
+        line += argument + " ";
+    }
+    EXPECT_EQ(run.status, 2) << line;
+    EXPECT_FALSE(run.err.empty()) << line;
+    EXPECT_EQ(run.out, "") << line;
+    EXPECT_EQ(office.files(), before) << line;
+}
+
+} // namespace
+
+TEST(BatchUsage, WrongArgumentsAreStatusTwoAndNothingIsSolved) {
+    const BatchOffice office;
+    office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    office.copy("examples/cantilever-clay.dat", "b.dat");
+    const std::vector<std::vector<std::string>> wrong = {
+        {},
+        {"--unknown", "@a.dat"},
+        {"@missing.dat"},
+        {"@a.dat", "@missing.dat"},
+        {"@"},
+        {"-o"},
+        {"-o", "@r.out", "@a.dat", "@b.dat"},
+        {"-o", "-", "@a.dat", "@b.dat"},
+        {"-o", "-", "--json", "@a.dat"},
+        {"-o", "@r.out", "--output-dir", "@d", "@a.dat"},
+        {"--wedge", "both", "@a.dat"},
+        {"--jobs", "0", "@a.dat"},
+        {"--jobs", "two", "@a.dat"},
+        {"--jobs", "1.5", "@a.dat"},
+        {"--max-fs", "many", "@a.dat"},
+        {"--max-fs", "inf", "@a.dat"},
+        {"--max-fs", "nan", "@a.dat"},
+        {"--output-dir", "@a.dat", "@b.dat"},
+    };
+    for (const std::vector<std::string>& arguments : wrong) {
+        expectUsage(office, arguments);
+    }
+}
+
+TEST(BatchUsage, AnOutputThatIsAnInputOrAnotherOutputIsRefused) {
+    const BatchOffice office;
+    office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    office.copy("examples/cantilever-clay.dat", "a.out");
+    office.copy("examples/cantilever-clay.dat", "b.json");
+    office.copy("examples/cantilever-clay.dat", "c.dat");
+    fs::create_directory(office.file("sub"));
+    office.copy("examples/cantilever-clay.dat", "sub/c.dat");
+    fs::create_symlink(office.file("a.dat"), office.file("link.out"));
+    office.copy("examples/cantilever-clay.dat", "link.dat");
+    // Two links that lead to one file which does not exist yet.
+    office.copy("examples/cantilever-clay.dat", "d.dat");
+    office.copy("examples/cantilever-clay.dat", "e.dat");
+    fs::create_symlink("target.txt", office.file("d.out"));
+    fs::create_symlink(office.file("target.txt"), office.file("e.out"));
+    const std::vector<std::vector<std::string>> colliding = {
+        {"-o", "@a.dat", "@a.dat"},
+        {"@a.out"},
+        {"@a.dat", "@a.out"},
+        {"-o", "@link.out", "@a.dat"},
+        {"@link.dat", "@a.dat"},
+        {"--json", "@b.json"},
+        {"--json", "-o", "@r.json", "@a.dat"},
+        {"@c.dat", "@c.dat"},
+        {"--output-dir", "@new", "@c.dat", "@sub/c.dat"},
+        {"-o", "@sub/../a.dat", "@a.dat"},
+        {"@d.dat", "@e.dat"},
+    };
+    for (const std::vector<std::string>& arguments : colliding) {
+        expectUsage(office, arguments);
+    }
+}
+
+TEST(BatchUsage, VersionAndHelpGoToStandardOutput) {
+    const BatchOffice office;
+    const BatchRun version = office.run({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out.rfind("korvane-batch ", 0), 0U);
+    EXPECT_EQ(version.err, "");
+    const BatchRun help = office.run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    for (const char* option : {"-o", "--output", "--output-dir", "--wedge", "--json", "--jobs",
+                               "--max-fs", "--quiet", "--version", "--help", "INPUT"}) {
+        EXPECT_NE(help.out.find(option), std::string::npos) << option;
+    }
+}
+
+} // namespace korvane::test
