@@ -156,7 +156,9 @@ void showFileError(Desktop& desktop, const RuntimeError& fault) {
          .icon = Icon::Exclamation});
 }
 
-void deleteOwnFile(Session& session, std::string name) {
+void deleteOwnFile(Session& session, const std::string& listed) {
+    // Perhaps an entry of the very lists that are blanked below, hence a copy.
+    const std::string name = listed; // NOLINT(performance-unnecessary-copy-initialization)
     if (name.empty()) {
         return;
     }

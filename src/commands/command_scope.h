@@ -64,6 +64,6 @@ void showFileError(Desktop& desktop, const RuntimeError& fault);
 /// Deletes a file that this session made, in a command such that it can come back, and blanks its
 /// name in the lists at once: another program may take the name the moment it is free. A file that
 /// is not there is none to delete.
-void deleteOwnFile(Session& session, std::string name);
+void deleteOwnFile(Session& session, const std::string& listed);
 
 } // namespace korvane

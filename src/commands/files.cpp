@@ -74,7 +74,7 @@ void keepSaved(Session& session) {
 
 std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog) {
     for (;;) {
-        const std::string name = chooseFile(
+        std::string name = chooseFile(
             session, desktop,
             {.kind = FileDialog::Kind::Save, .title = dialog.title, .filter = dialog.filter});
         if (name.empty()) {

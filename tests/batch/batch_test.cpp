@@ -29,10 +29,11 @@ const std::vector<std::string> allExamples = {"analysis-anchored",
 
 /// All examples and the three kinds of failures, as arguments.
 std::vector<std::string> mixedInputs(const BatchOffice& office) {
-    std::vector<std::string> inputs;
-    for (const std::string& example : allExamples) {
-        inputs.push_back(office.copy("examples/" + example + ".dat", example + ".dat"));
-    }
+    std::vector<std::string> inputs(allExamples.size());
+    std::transform(allExamples.begin(), allExamples.end(), inputs.begin(),
+                   [&](const std::string& example) {
+                       return office.copy("examples/" + example + ".dat", example + ".dat");
+                   });
     inputs.insert(inputs.begin() + 2, office.write("refused.dat", refusedInput));
     inputs.insert(inputs.begin() + 4, office.write("failing.dat", failingInput));
     inputs.insert(inputs.begin() + 6, office.write("fatal.dat", fatalInput));
@@ -132,7 +133,7 @@ TEST(Batch, TheOrderAndTheReportsDoNotDependOnTheJobs) {
         EXPECT_EQ(run.status, 70);
         std::string all = run.err;
         for (const std::string& name : office.files()) {
-            if (!fs::path(name).extension().string().compare(".dat")) {
+            if (fs::path(name).extension() == ".dat") {
                 continue;
             }
             all += "== " + name + "\n" + office.read(name);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <thread>
 
@@ -276,10 +277,8 @@ TEST(SolveFlow, SessionsInParallelThreadsGiveTheSameReports) {
                                                "cantilever-water-seepage", "analysis-anchored",
                                                "sloping-both-sides-fixed", "cantilever-clay",
                                                "sloping-backfill-sweep",   "anchored-sand"};
-    std::vector<std::string> expected;
-    for (const std::string& example : examples) {
-        expected.push_back(solvedReport(example));
-    }
+    std::vector<std::string> expected(examples.size());
+    std::transform(examples.begin(), examples.end(), expected.begin(), solvedReport);
     const TemporaryFolder folder;
     setenv("temp", folder.path().c_str(), 1);
     constexpr int repeats = 3;
