@@ -1,5 +1,6 @@
 // The desktop program.
 #include "commands/commands.h"
+#include "screens/screens.h"
 #include "shell/program.h"
 
 #include <QApplication>
@@ -9,5 +10,5 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     korvane::prepareApplication();
     constexpr int titleMilliseconds = 3000;
-    return korvane::runProgram({}, titleMilliseconds);
+    return korvane::runProgram(korvane::dataScreens(), titleMilliseconds);
 }

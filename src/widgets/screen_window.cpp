@@ -2,17 +2,29 @@
 
 #include "widgets/gate.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace korvane {
 
+namespace {
+
+/// The screen below the one that opens.
+QWidget* screenBelow(const ScreenContext& context) {
+    QWidget* modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : context.mainWindow;
+}
+
+} // namespace
+
 ScreenWindow::ScreenWindow(ScreenContext& context, const QString& name, const QString& title)
-    : QDialog(context.mainWindow), context_(context), menuBar_(new QMenuBar(this)),
+    : QDialog(screenBelow(context)), context_(context), menuBar_(new QMenuBar(this)),
       scroll_(new QScrollArea(this)), canvas_(new QWidget) {
     setObjectName(name);
     setWindowTitle(title);
@@ -23,6 +35,12 @@ ScreenWindow::ScreenWindow(ScreenContext& context, const QString& name, const QS
     scroll_->setWidgetResizable(true);
     scroll_->setFrameShape(QFrame::NoFrame);
     scroll_->setWidget(canvas_);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now != nullptr && canvas_->isAncestorOf(now)) {
+            scroll_->ensureWidgetVisible(now);
+        }
+    });
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setMenuBar(menuBar_);
@@ -63,11 +81,19 @@ void ScreenWindow::closeEvent(QCloseEvent* event) {
 }
 
 void ScreenWindow::keyPressEvent(QKeyEvent* event) {
-    // Escape closes no screen, and Enter pushes no button that has not the focus.
-    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return ||
-        event->key() == Qt::Key_Enter) {
+    // Escape closes no screen; Enter pushes the button that has the focus and no other.
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (auto* button = qobject_cast<QPushButton*>(focusWidget()); button != nullptr) {
+            button->click();
+        }
+        [[fallthrough]];
+    case Qt::Key_Escape:
         event->accept();
         return;
+    default:
+        break;
     }
     QDialog::keyPressEvent(event);
 }

@@ -1,0 +1,127 @@
+#include "screens/controls.h"
+
+#include "widgets/geometry.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
+
+namespace korvane {
+
+namespace {
+
+constexpr double TitleTop = 30;     // twips
+constexpr double TitleHeight = 270; // twips, one line
+
+/// Some captions hold blanks that once placed their words: they are drawn without them.
+class Caption : public QLabel {
+  public:
+    using QLabel::QLabel;
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        drawFrame(&painter);
+        style()->drawItemText(&painter, contentsRect(),
+                              static_cast<int>(alignment()) | Qt::TextWordWrap, palette(),
+                              isEnabled(), text().simplified(), foregroundRole());
+    }
+};
+
+QLabel* plainLabel(QWidget* parent, const QString& name, const QString& text) {
+    auto* label = new Caption(text, parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+} // namespace
+
+void place(QWidget* widget, const Place& where) {
+    place(widget, where.left, where.top, where.width, where.height);
+}
+
+void paintGround(QWidget* widget, const QColor& ground, const QColor& text) {
+    QPalette colours = widget->palette();
+    for (const QPalette::ColorRole role : {QPalette::Window, QPalette::Button, QPalette::Base}) {
+        colours.setColor(role, ground);
+    }
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::ButtonText, QPalette::Text}) {
+        colours.setColor(role, text);
+    }
+    widget->setPalette(colours);
+    widget->setAutoFillBackground(true);
+}
+
+QLabel* makeLabel(QWidget* parent, const QString& name, const QString& text, const Place& where,
+                  LabelSide side) {
+    QLabel* label = plainLabel(parent, name, text);
+    label->setAlignment(side == LabelSide::Above ? Qt::AlignHCenter | Qt::AlignBottom
+                                                 : Qt::AlignLeft | Qt::AlignVCenter);
+    place(label, where);
+    return label;
+}
+
+QLabel* makeTitle(QWidget* parent, const QString& name, const QString& text, const Place& where) {
+    QLabel* label = plainLabel(parent, name, text);
+    label->setAlignment(Qt::AlignCenter);
+    label->setFrameStyle(QFrame::Panel | QFrame::Raised);
+    label->setLineWidth(2);
+    paintGround(label, GroundColour, PlainColour);
+    place(label, where);
+    return label;
+}
+
+QPushButton* makeButton(QWidget* parent, const QString& name, const QString& caption,
+                        const Place& where) {
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    place(button, where);
+    return button;
+}
+
+QRadioButton* makeOption(QWidget* parent, const QString& name, const QString& caption,
+                         const Place& where) {
+    auto* option = new QRadioButton(caption, parent);
+    option->setObjectName(name);
+    place(option, where);
+    return option;
+}
+
+QFrame* makeGroup(QWidget* parent, const QString& name, const QString& title, const Place& where) {
+    auto* frame = new QFrame(parent);
+    frame->setObjectName(name);
+    frame->setAccessibleName(title);
+    frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    place(frame, where);
+    if (!title.isEmpty()) {
+        QLabel* label = plainLabel(frame, name + "_title", title);
+        label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+        place(label, TitleTop, TitleTop, where.width - 2 * TitleTop, TitleHeight);
+        const int needed = label->heightForWidth(label->width());
+        label->resize(label->width(), qMax(label->height(), needed));
+    }
+    return frame;
+}
+
+QFrame* makePanel(QWidget* parent, const QString& name, const Place& where) {
+    auto* panel = new QFrame(parent);
+    panel->setObjectName(name);
+    panel->setFrameStyle(QFrame::Panel | QFrame::Raised);
+    place(panel, where);
+    highlight(panel, false);
+    return panel;
+}
+
+void highlight(QFrame* panel, bool dataAvailable) {
+    paintGround(panel, dataAvailable ? DataColour : NoDataColour, PlainColour);
+    panel->setAccessibleDescription(dataAvailable ? "data are available" : "");
+}
+
+} // namespace korvane

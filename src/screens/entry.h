@@ -1,0 +1,102 @@
+// What a field holds: where its number goes and which test it must pass.
+#pragma once
+
+#include "problem/problem.h"
+#include "state/prompts.h"
+
+#include <string>
+
+namespace korvane {
+
+// ---- fields of the record by side and row
+// --------------------------------------------------------
+
+inline double& numberIn(double& value, int, int) {
+    return value;
+}
+inline double& numberIn(Array<double, 2>& sides, int side, int) {
+    return sides(side);
+}
+template <int Rows>
+double& numberIn(Array<double, Rows>& list, int, int row) {
+    return list(row);
+}
+template <int Rows>
+double& numberIn(Array<double, 2, Rows>& list, int side, int row) {
+    return list(side, row);
+}
+
+/// The number of a side and row, whatever of the two the field of the record has.
+using NumberAt = double& (*)(Problem&, int side, int row);
+template <auto Member>
+double& numberAt(Problem& problem, int side, int row) {
+    return numberIn(problem.*Member, side, row);
+}
+
+inline int& countIn(int& count, int) {
+    return count;
+}
+inline int& countIn(Array<int, 2>& counts, int side) {
+    return counts(side);
+}
+
+/// The count of a side, or the one count of a section without sides.
+using CountAt = int& (*)(Problem&, int side);
+template <auto Member>
+int& countAt(Problem& problem, int side) {
+    return countIn(problem.*Member, side);
+}
+
+// ---- tests
+// ---------------------------------------------------------------------------------------
+
+/// A number as typed, before it is stored; what was read before it stands in the record already.
+struct Entry {
+    const Problem& problem;
+    int side;
+    int row;
+    double value;
+};
+
+using Test = bool (*)(const Entry&);
+inline bool anyNumber(const Entry&) {
+    return true;
+}
+inline bool aboveZero(const Entry& entry) {
+    return entry.value > 0;
+}
+inline bool notNegative(const Entry& entry) {
+    return entry.value >= 0;
+}
+
+enum class IfEmpty { Missing, Invalid, Zero };
+enum class Fault { None, Missing, Invalid };
+
+/// One field of a row, or a field by itself.
+struct Column {
+    const char* control;
+    const char* label;
+    NumberAt number;
+    Test test = anyNumber;
+    IfEmpty ifEmpty = IfEmpty::Missing;
+};
+
+/// Reads a trimmed text: a number that passes its test is stored at once.
+Fault readEntry(const std::string& text, const Column& column, Problem& problem, int side = Right,
+                int row = 1);
+
+// ---- boxes
+// ---------------------------------------------------------------------------------------
+
+/// Title and text of a box with OK and Cancel.
+struct BoxText {
+    const char* title;
+    const char* text;
+};
+
+MessageBox okCancelBox(const std::string& title, const std::string& text);
+
+/// The box of a fault, missing or invalid.
+MessageBox faultBox(Fault fault, const BoxText& missing, const BoxText& invalid);
+
+} // namespace korvane

@@ -1,0 +1,395 @@
+#include "screens/heading_screen.h"
+
+#include "widgets/shown_text.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <utility>
+
+namespace korvane {
+
+namespace {
+
+constexpr int HeadingRows = 4;
+constexpr TableRows HeadingPlace{.count = HeadingRows, .firstTop = 390, .pitch = 300};
+
+struct GroupSpec {
+    const char* name;
+    const char* title;
+    Place place;
+};
+
+// The two groups of safety factors share one place.
+constexpr GroupSpec groups[] = {
+    {"fraHeading", "Heading", {180, 960, 9090, 1740}},
+    {"fraWallType", "Wall Type", {180, 2880, 1860, 1260}},
+    {"fraMode", "Mode", {2220, 2880, 1620, 1260}},
+    {"fraWallTop", "Wall Top", {4020, 2880, 1800, 1260}},
+    {"fraAnchor", "Anchor", {180, 4320, 1860, 1260}},
+    {"fraWallProps", "Wall Properties", {2220, 4320, 3600, 1620}},
+    {"fraSafety", "Level 1 Safety Factors", {6000, 2880, 3270, 1260}},
+    {"fraFSOption", "Safety Factor Option", {6000, 2880, 3270, 1260}},
+};
+
+struct OptionSpec {
+    const char* frame;
+    const char* name;
+    const char* caption;
+    Place place;
+};
+
+constexpr OptionSpec optionSpecs[] = {
+    {"fraWallType", "optCantilever", "Cantilever", {120, 420, 1650, 330}},
+    {"fraWallType", "optAnchored", "Anchored", {120, 780, 1650, 330}},
+    {"fraMode", "optDesign", "Design", {120, 420, 1410, 330}},
+    {"fraMode", "optAnalysis", "Analysis", {120, 780, 1410, 330}},
+    {"fraFSOption", "optFSOption1", "Active FS = Passive FS", {120, 420, 3060, 330}},
+    {"fraFSOption", "optFSOption2", "Active FS Input", {120, 780, 1950, 330}},
+};
+
+bool isAnchored(const Problem& problem) {
+    return problem.WallType == "A";
+}
+
+bool notAboveTop(const Entry& anchor) {
+    return anchor.value <= anchor.problem.WallTopElev;
+}
+
+bool belowTopAndAnchor(const Entry& bottom) {
+    return bottom.value < bottom.problem.WallTopElev &&
+           (!isAnchored(bottom.problem) || bottom.value < bottom.problem.AnchorElev);
+}
+
+struct FieldSpec {
+    const char* frame;
+    const char* labelName; ///< where the system names the label
+    Column column;
+    Place label;
+    Place place;
+};
+
+constexpr FieldSpec fieldSpecs[] = {
+    {"fraWallTop",
+     nullptr,
+     {"txtWallTop", "Elevation (FT)", numberAt<&Problem::WallTopElev>},
+     {90, 330, 1620, 360},
+     {300, 720, 1200, 300}},
+    {"fraAnchor",
+     nullptr,
+     {"txtAnchorEl", "Elevation (FT)", numberAt<&Problem::AnchorElev>, notAboveTop},
+     {90, 330, 1680, 360},
+     {330, 720, 1200, 300}},
+    {"fraSafety",
+     "lblActive",
+     {"txtFSA1", "Active", numberAt<&Problem::FSActive>, notNegative},
+     {330, 330, 1200, 360},
+     {330, 720, 1200, 300}},
+    {"fraSafety",
+     "lblPassive",
+     {"txtFSP1", "Passive", numberAt<&Problem::FSPassive>, notNegative},
+     {1740, 330, 1200, 360},
+     {1740, 720, 1200, 300}},
+    {"fraFSOption",
+     nullptr,
+     {"txtFSAAnalysis", "", numberAt<&Problem::FSActive>, aboveZero, IfEmpty::Invalid},
+     {},
+     {2130, 795, 1020, 300}},
+    {"fraWallProps",
+     nullptr,
+     {"txtWallBot", "Elevation at Bottom (FT)", numberAt<&Problem::WallBottomElev>,
+      belowTopAndAnchor},
+     {120, 405, 2280, 300},
+     {2400, 405, 1110, 300}},
+    {"fraWallProps",
+     nullptr,
+     {"txtWallE", "Modulus of Elasticity (PSI)", numberAt<&Problem::WallModulus>, aboveZero},
+     {120, 765, 2280, 300},
+     {2400, 765, 1110, 300}},
+    {"fraWallProps",
+     nullptr,
+     {"txtWallI", "Moment of Inertia (IN^4)", numberAt<&Problem::WallInertia>, aboveZero},
+     {120, 1125, 2280, 300},
+     {2400, 1125, 1110, 300}},
+};
+
+MessageBox missingBox(const std::string& list) {
+    return okCancelBox("DATA MISSING", "The following required data are missing:\n\n" + list +
+                                           "\n\n     Choose OK to continue DATA entry."
+                                           "\n     Choose CANCEL to DELETE ALL DATA"
+                                           "\n          on this form and exit.");
+}
+
+MessageBox invalidBox() {
+    return okCancelBox("INVALID DATA", "At least one data value is invalid."
+                                       "\n\n   Choose OK to continue data entry."
+                                       "\n   Choose CANCEL to DELETE ALL DATA"
+                                       "\n          on this form and exit.");
+}
+
+} // namespace
+
+HeadingScreen::HeadingScreen(ScreenContext& context)
+    : DataScreen(context, "HEADCONT", "HEADING, CONTROL AND WALL DATA"), headings_(HeadingPlace) {
+    createGroups();
+    createFields();
+    createOptions();
+    watchFields();
+
+    std::vector<QWidget*> order = headings_.focusOrder();
+    for (const Option option : {Cantilever, Anchored, Design, Analysis}) {
+        order.push_back(options_[option]);
+    }
+    order.push_back(fields_[WallTop]);
+    order.push_back(fields_[FSActive]);
+    order.push_back(fields_[FSPassive]);
+    order.push_back(options_[OneFactor]);
+    order.push_back(options_[GivenFactor]);
+    for (const Number number : {FSGiven, Anchor, WallBottom, Modulus, Inertia}) {
+        order.push_back(fields_[number]);
+    }
+    order.push_back(cmdFinished_);
+    setFocusOrder(order);
+    fill();
+    order.front()->setFocus();
+}
+
+void HeadingScreen::createGroups() {
+    QWidget* sheet = makeSheet(9450, 6780);
+    title_ = makeTitle(sheet, "panHeadCont", {}, {2325, 240, 4800, 480});
+    for (const GroupSpec& group : groups) {
+        makeGroup(sheet, group.name, group.title, group.place);
+    }
+    cmdFinished_ = addButton(sheet, "cmdFinished", "&Finished", {3825, 6120, 1800, 495},
+                             [this] { finishStage(); });
+    headings_.addColumn(findChild<QFrame*>("fraHeading"), "txtHead", {}, 120, 8850);
+}
+
+void HeadingScreen::createFields() {
+    std::size_t number = 0;
+    for (const FieldSpec& spec : fieldSpecs) {
+        auto* frame = findChild<QFrame*>(spec.frame);
+        const QString control = spec.column.control;
+        const QString label = spec.column.label;
+        if (!label.isEmpty()) {
+            const bool beside = spec.label.top == spec.place.top;
+            makeLabel(frame, spec.labelName != nullptr ? spec.labelName : control + "_label", label,
+                      spec.label, beside ? LabelSide::Beside : LabelSide::Above);
+        }
+        auto* field = new Field(frame, control);
+        place(field, spec.place);
+        field->setAccessibleName(frame->accessibleName() + " " + label);
+        fields_[number++] = field;
+    }
+}
+
+void HeadingScreen::createOptions() {
+    std::size_t number = 0;
+    for (const OptionSpec& spec : optionSpecs) {
+        const auto option = static_cast<Option>(number);
+        options_[number++] = addOption(findChild<QFrame*>(spec.frame), spec.name, spec.caption,
+                                       spec.place, [this, option] { choose(option); });
+    }
+}
+
+void HeadingScreen::showMode(bool design) {
+    findChild<QFrame*>("fraSafety")->setVisible(design);
+    findChild<QFrame*>("fraFSOption")->setVisible(!design);
+    findChild<QFrame*>("fraWallProps")->setVisible(!design);
+}
+
+void HeadingScreen::choose(Option option) {
+    dataChanged();
+    switch (option) {
+    case Cantilever:
+    case Anchored:
+        problem().WallType = option == Anchored ? "A" : "C";
+        findChild<QFrame*>("fraAnchor")->setVisible(option == Anchored);
+        break;
+    case Design:
+    case Analysis:
+        problem().ProgramMode = option == Design ? "D" : "A";
+        showMode(option == Design);
+        break;
+    case OneFactor:
+        problem().FSKind = 1;
+        fields_[FSGiven]->setText({});
+        fields_[FSGiven]->setEnabled(false);
+        break;
+    case GivenFactor:
+        problem().FSKind = 2;
+        fields_[FSGiven]->setEnabled(true);
+        break;
+    }
+}
+
+void HeadingScreen::fill() {
+    for (const char* frame : {"fraSafety", "fraFSOption", "fraAnchor", "fraWallProps"}) {
+        findChild<QFrame*>(frame)->hide();
+    }
+    fields_[FSGiven]->setEnabled(false);
+    fields_[FSActive]->showNumber(problem().FSActive);
+    fields_[FSPassive]->showNumber(problem().FSPassive);
+    if (session().state.HeadContDataValid == 0) {
+        fillBlank();
+    } else {
+        fillEditing();
+    }
+}
+
+void HeadingScreen::fillBlank() {
+    title_->setText("Enter Heading and Control Data");
+    problem().ProgramMode.clear();
+    problem().WallType.clear();
+    problem().FSKind = 0;
+}
+
+void HeadingScreen::fillEditing() {
+    const auto show = [this](Number number) {
+        fields_[number]->showNumber(fieldSpecs[number].column.number(problem(), Right, 1));
+    };
+    title_->setText("Edit Heading and Control Data");
+    for (int row = 1; row <= problem().NumHeadingLines; ++row) {
+        headings_.field(0, row)->setText(shownText(problem().HeadingLines(row)));
+    }
+    show(WallTop);
+    if (isAnchored(problem())) {
+        setOption(options_[Anchored], true);
+        findChild<QFrame*>("fraAnchor")->show();
+        show(Anchor);
+    } else if (problem().WallType == "C") {
+        setOption(options_[Cantilever], true);
+    }
+    const bool design = problem().ProgramMode == "D";
+    setOption(options_[design ? Design : Analysis], true);
+    showMode(design);
+    if (design) {
+        problem().FSKind = 0; // a later change to analysis demands a choice
+        return;
+    }
+    for (const Number number : {WallBottom, Modulus, Inertia}) {
+        show(number);
+    }
+    if (problem().FSKind == 1) {
+        setOption(options_[OneFactor], true);
+        return;
+    }
+    problem().FSKind = 2;
+    setOption(options_[GivenFactor], true);
+    fields_[FSGiven]->setEnabled(true);
+    show(FSGiven);
+}
+
+void HeadingScreen::finishStage() {
+    session().state.HeadContDataValid = 0;
+    readHeading();
+    std::string missing = missingItems();
+    if (missing.empty()) {
+        if (readFactors() != Fault::None || readWall(missing) != Fault::None) {
+            if (!goesOn(invalidBox())) {
+                accept();
+            }
+            return;
+        }
+    }
+    if (!missing.empty()) {
+        if (!goesOn(missingBox(missing))) {
+            accept();
+        }
+        return;
+    }
+    session().state.HeadContDataValid = 1;
+    accept();
+}
+
+void HeadingScreen::readHeading() {
+    int& lines = problem().NumHeadingLines;
+    lines = 0;
+    for (int row = 1; row <= HeadingRows; ++row) {
+        std::string line = headings_.entry(0, row);
+        if (line.empty()) {
+            continue;
+        }
+        if (line.front() != '\'') {
+            line.insert(0, 1, '\'');
+        }
+        problem().HeadingLines(++lines) = std::move(line);
+    }
+}
+
+std::string HeadingScreen::missingItems() {
+    const Problem& record = problem();
+    std::string list;
+    const auto add = [&](bool isMissing, const char* item) {
+        if (isMissing) {
+            list += (list.empty() ? "     " : "\n     ") + std::string(item);
+        }
+    };
+    add(record.NumHeadingLines == 0, "HEADING");
+    add(record.WallType != "A" && record.WallType != "C", "WALL TYPE");
+    add(fields_[WallTop]->entry().empty(), "WALL TOP ELEVATION");
+    add(record.ProgramMode != "D" && record.ProgramMode != "A", "MODE");
+    add(isAnchored(record) && fields_[Anchor]->entry().empty(), "ANCHOR ELEVATION");
+    return list;
+}
+
+Fault HeadingScreen::read(Number number) {
+    return readEntry(fields_[number]->entry(), fieldSpecs[number].column, problem());
+}
+
+Fault HeadingScreen::readDesignFactor(Number number, double fallback) {
+    double& factor = fieldSpecs[number].column.number(problem(), Right, 1);
+    if (fields_[number]->entry().empty()) {
+        factor = fallback;
+        return Fault::None;
+    }
+    const Fault fault = read(number);
+    if (fault == Fault::None && factor == 0) {
+        factor = fallback;
+    }
+    return fault;
+}
+
+Fault HeadingScreen::readFactors() {
+    if (problem().ProgramMode == "D") {
+        const Fault fault = readDesignFactor(FSActive, 1.0);
+        return fault != Fault::None ? fault : readDesignFactor(FSPassive, problem().FSActive);
+    }
+    return problem().FSKind == 2 ? read(FSGiven) : Fault::None;
+}
+
+Fault HeadingScreen::readWall(std::string& missing) {
+    if (read(WallTop) != Fault::None) {
+        return Fault::Invalid;
+    }
+    if (isAnchored(problem()) && read(Anchor) != Fault::None) {
+        return Fault::Invalid;
+    }
+    if (problem().ProgramMode != "A") {
+        return Fault::None;
+    }
+    constexpr std::pair<Number, const char*> needed[] = {
+        {WallBottom, "0\nELEVATION AT BOTTOM OF WALL"}, // the "0" is deliberate
+        {Modulus, "\nMODULUS OF ELLASTICITY"},
+        {Inertia, "\nMOMENT OF INERTIA"},
+    };
+    for (const auto& [number, item] : needed) {
+        switch (read(number)) {
+        case Fault::Missing:
+            missing += item;
+            break;
+        case Fault::Invalid:
+            return Fault::Invalid;
+        case Fault::None:
+            break;
+        }
+    }
+    if (problem().FSKind < 1) {
+        missing += "\nFACTOR OF SAFETY OPTION FOR ANALYSIS";
+    }
+    return Fault::None;
+}
+
+} // namespace korvane

@@ -1,0 +1,86 @@
+#include "screens/keyin_screen.h"
+
+#include "screens/section_checks.h"
+
+namespace korvane {
+
+namespace {
+
+constexpr int RequiredSections = 3;
+
+bool hasSurcharges(const State& state) {
+    const Problem& problem = state.problem;
+    int loads = 0;
+    for (const auto* count : {&problem.VLineCount, &problem.VUniformCount, &problem.VStripCount,
+                              &problem.VRampCount, &problem.VTriCount, &problem.VVarCount}) {
+        loads += (*count)(Right) + (*count)(Left);
+    }
+    return loads > 0;
+}
+
+const SectionList& sectionList() {
+    static const SectionList list{
+        .screen = "KEYIN",
+        .windowTitle = "KEYBOARD INPUT",
+        .titlePanel = "panKeyIn",
+        .title = "Select Data Section to be Entered",
+        .frame = "fraInputSects",
+        .sections =
+            {{{"cmdHeadCont", "&Heading, Wall and Control Data", "panHeadCont", true,
+               [](const State& state) { return state.HeadContDataValid != 0; }},
+              Screen::HEADCONT},
+             {{"cmdSurface", "Soil &Surface Data", "panSurface", true,
+               [](const State& state) { return state.problem.SurfacePointCount(Right) > 0; }},
+              Screen::SURFACE},
+             // The left side's layers are deliberately not looked at.
+             {{"cmdLayerData", "Soil &Layer Data", "panLayerData", true,
+               [](const State& state) { return state.problem.SoilLayerCount(Right) >= 1; }},
+              Screen::LAYRDATA},
+             {{"cmdWaterData", "&Water Data", "panWaterData", false,
+               [](const State& state) { return !state.problem.WaterDataKind.empty(); }},
+              Screen::WATER},
+             {{"cmdSurcharge", "S&urface Surcharge Data", "panSurcharge", false, hasSurcharges},
+              Screen::SURCHCON},
+             {{"cmdHorizontal", "Applied &Horizontal Loads", "panHorizontal", false,
+               [](const State& state) {
+                   return state.problem.HLineCount + state.problem.HDistCount > 0;
+               }},
+              Screen::HORCON}},
+        .requiredNote = "(Sections indicated in red are required.)",
+    };
+    return list;
+}
+
+} // namespace
+
+KeyinScreen::KeyinScreen(ScreenContext& context) : SectionScreen(context, &sectionList()) {
+    State& state = session().state;
+    state.DataChanged = 0;
+    state.SolutionFailed = 0;
+    const bool editing = problem().NumHeadingLines != 0;
+    if (editing) {
+        state.HeadContDataValid = 1;
+        setTitle("Select Data Section to be Edited");
+    }
+    // On opening a new problem nothing is highlighted; of a held one the required sections are,
+    // whatever their counts.
+    for (int section = 0; section < static_cast<int>(sectionList().sections.size()); ++section) {
+        const auto hasData =
+            sectionList().sections[static_cast<std::size_t>(section)].button.hasData;
+        highlight(panel(section), editing && (section < RequiredSections || hasData(state)));
+    }
+}
+
+void KeyinScreen::finishStage() {
+    State& state = session().state;
+    state.SolutionFailed = 0;
+    if (const auto fault = sectionFault(state)) {
+        if (goesOn(*fault)) {
+            return;
+        }
+        state.SolutionFailed = 1;
+    }
+    accept();
+}
+
+} // namespace korvane

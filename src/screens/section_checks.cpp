@@ -1,0 +1,75 @@
+#include "screens/section_checks.h"
+
+#include "screens/entry.h"
+
+#include <algorithm>
+
+namespace korvane {
+
+namespace {
+
+constexpr const char* Choices = "\n\n     Choose OK to continue data entry."
+                                "\n     Choose CANCEL to abort this run.";
+
+/// The first line opens the list; every other one stands behind a line end, even as the first.
+std::string missingSections(const State& state) {
+    const Problem& problem = state.problem;
+    std::string list;
+    if (state.HeadContDataValid == 0) {
+        list = "     HEADING, CONTROL, AND WALL DATA.";
+    }
+    if (problem.SurfacePointCount(Right) + problem.SurfacePointCount(Left) == 0) {
+        list += "\n     SOIL SURFACE DATA.";
+    }
+    if (problem.SoilLayerCount(Right) == 0) {
+        list += "\n     RIGHT SIDE SOIL LAYER DATA.";
+    }
+    if (problem.SoilLayerCount(Left) == 0) {
+        list += "\n     LEFT SIDE SOIL LAYER DATA.";
+    }
+    return list;
+}
+
+bool seepageIsInconsistent(const Problem& problem) {
+    const auto lowerOf = [&](int side) {
+        return std::min(problem.SurfaceElev(side, 1), problem.WaterElev(side));
+    };
+    return !problem.SeepageKind.empty() &&
+           std::min(lowerOf(Right), lowerOf(Left)) < problem.SeepageElev;
+}
+
+MessageBox wallFault(const std::string& text) {
+    return okCancelBox("INCONSISTENT WALL/SURFACE ELEVATION DATA", text + Choices);
+}
+
+} // namespace
+
+std::optional<MessageBox> sectionFault(const State& state) {
+    const Problem& problem = state.problem;
+    if (const std::string list = missingSections(state); !list.empty()) {
+        return okCancelBox("DATA MISSING",
+                           "The following required data have not been provided.\n\n" + list +
+                               "\n\nChoose OK to continue data entry."
+                               "\nChoose CANCEL to abort this run.");
+    }
+    if (seepageIsInconsistent(problem)) {
+        return okCancelBox("INCONSISTENT SEEPAGE DATA",
+                           std::string("Seepage elevation is inconsistent with Surface"
+                                       "\nand/or water elevations.") +
+                               Choices);
+    }
+    if (problem.SurfaceElev(Right, 1) > problem.WallTopElev ||
+        problem.SurfaceElev(Left, 1) > problem.WallTopElev) {
+        return wallFault("Right or left side surface has been specified"
+                         "\nabove the top of the wall.");
+    }
+    // Deliberately the first two points of the right side and not the first of each side.
+    if (problem.ProgramMode == "A" &&
+        std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Right, 2)) <=
+            problem.WallBottomElev) {
+        return wallFault("Wall bottom has been specified above the soil surface.");
+    }
+    return std::nullopt;
+}
+
+} // namespace korvane

@@ -1,0 +1,142 @@
+#include "screens/surface_screen.h"
+
+#include "runtime/number_text.h"
+#include "screens/entry.h"
+
+#include <QFrame>
+#include <QPushButton>
+
+namespace korvane {
+
+namespace {
+
+constexpr TableRows SurfaceRows{.count = 11, .labelTop = 330, .firstTop = 840, .pitch = 285};
+
+constexpr int Distance = 0;
+constexpr int Elevation = 1;
+
+struct SideSpec {
+    int side;
+    const char* frame;
+    const char* title;
+    const char* distance;
+    const char* elevation;
+    double left;
+    BoxText none;
+    const char* invalid;
+};
+
+// The two sides' boxes are deliberately worded apart.
+constexpr SideSpec sides[] = {
+    {Right,
+     "fraSurfRight",
+     "Rightside Surface Data",
+     "txtRightDist",
+     "txtRightElev",
+     180,
+     {"DATA MISSING", "At least one SURFACE point is required for the right side."
+                      "\n\nChoose OK to continue SURFACE DATA entry."
+                      "\nChoose CANCEL to DELETE ALL SURFACE DATA"
+                      "\n     and exit."},
+     "At least one RIGHT SIDE SURFACE DATA value is invalid."},
+    {Left,
+     "fraSurfLeft",
+     "Leftside Surface Data",
+     "txtLeftDist",
+     "txtLeftElev",
+     4560,
+     {"DATA MISSING", "At least one SURFACE point is required for the left side."
+                      "\n\n     Choose OK to continue SURFACE DATA entry."
+                      "\nChoose CANCEL to DELETE ALL SURFACE DATA and exit."},
+     "At least one LEFT SIDE SURDACE DATA value is invalid."},
+};
+
+constexpr const char* InvalidChoices = "\n\nChoose OK to continue data entry."
+                                       "\n\n     Choose OK to continue SURFACE"
+                                       "\n          DATA entry."
+                                       "\nChoose CANCEL to DELETE ALL SURFACE"
+                                       "\n          DATA and exit.";
+
+} // namespace
+
+SurfaceScreen::SurfaceScreen(ScreenContext& context)
+    : DataScreen(context, "SURFACE", "SURFACE DATA") {
+    const bool editing = problem().SurfacePointCount(Right) >= 1;
+    QWidget* sheet = makeSheet(8700, 6240);
+    makeTitle(sheet, "Panel3D1", editing ? "Edit Surface Data" : "Enter Surface Data",
+              {2550, 240, 3600, 480});
+    std::vector<QWidget*> order;
+    for (const SideSpec& spec : sides) {
+        auto& rows = tables_[spec.side - 1];
+        rows = std::make_unique<FieldTable>(SurfaceRows);
+        QFrame* frame = makeGroup(sheet, spec.frame, spec.title, {spec.left, 960, 3960, 4110});
+        rows->addRowNumbers(frame, 90, 360);
+        rows->addColumn(frame, spec.distance, "Distance From Wall (FT)", 480, 1620);
+        rows->addColumn(frame, spec.elevation, "           Elevation (FT)", 2190, 1620);
+        const auto fields = rows->focusOrder();
+        order.insert(order.end(), fields.begin(), fields.end());
+        for (int row = 1; editing && row <= problem().SurfacePointCount(spec.side); ++row) {
+            rows->field(Distance, row)->showNumber(problem().SurfaceDist(spec.side, row));
+            rows->field(Elevation, row)->showNumber(problem().SurfaceElev(spec.side, row));
+        }
+    }
+    order.push_back(addButton(sheet, "cmdFinished", "&Finished", {3450, 5460, 1800, 495},
+                              [this] { finishStage(); }));
+    setFocusOrder(order);
+    watchFields();
+    order.front()->setFocus();
+}
+
+void SurfaceScreen::finishStage() {
+    if (readSide(Right) && readSide(Left)) {
+        accept();
+    }
+}
+
+bool SurfaceScreen::readSide(int side) {
+    const SideSpec& spec = sides[side - 1];
+    // Deliberate: filled rows are counted on the right, rows down to the last filled on the left.
+    int& count = problem().SurfacePointCount(side);
+    count =
+        side == Right ? table(side).filledRows(Distance) : table(side).lastFilledRow({Distance});
+    if (count == 0) {
+        fault(okCancelBox(spec.none.title, spec.none.text));
+        return false;
+    }
+    if (!readRows(side)) {
+        fault(okCancelBox("INVALID DATA", std::string(spec.invalid) + InvalidChoices));
+        return false;
+    }
+    return true;
+}
+
+bool SurfaceScreen::readRows(int side) {
+    Problem& record = problem();
+    for (int row = 1; row <= record.SurfacePointCount(side); ++row) {
+        const std::string distance = table(side).entry(Distance, row);
+        if (distance.empty()) {
+            return false;
+        }
+        // Deliberate: no numeric test, a text counts as the number at its head.
+        const double value = valueAtHead(distance);
+        if (row > 1 && value <= record.SurfaceDist(side, row - 1)) {
+            return false;
+        }
+        record.SurfaceDist(side, row) = value;
+        const std::string elevation = table(side).entry(Elevation, row);
+        if (elevation.empty()) {
+            return false;
+        }
+        record.SurfaceElev(side, row) = valueAtHead(elevation);
+    }
+    return true;
+}
+
+void SurfaceScreen::fault(const MessageBox& box) {
+    if (!goesOn(box)) {
+        problem().SurfacePointCount.fill(0);
+        accept();
+    }
+}
+
+} // namespace korvane

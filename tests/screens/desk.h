@@ -1,0 +1,110 @@
+// A desktop on which the real screens are opened one upon another and worked by a script.
+#pragma once
+
+#include "commands/commands.h"
+#include "support/support.h"
+#include "widgets/screen_window.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace korvane::test {
+
+/// Finds controls on the topmost screen alone and works only what a person could work: a control
+/// that is missing, hidden or disabled is a failure of the test.
+class Desk : public Desktop {
+  public:
+    Desk();
+    ~Desk() override;
+
+    // ---- screens ----
+
+    /// Opens a screen over the others. It stays until it closes itself, or to the end.
+    void open(Screen screen, int loadKind = 0);
+    /// True while the topmost screen is shown.
+    bool isOpen() const;
+    ScreenWindow& top();
+    /// The frame's cross of the topmost screen.
+    void closeFrame() { top().close(); }
+
+    // ---- controls of the topmost screen ----
+
+    template <class Control = QWidget>
+    Control* find(const QString& name) {
+        auto* found = top().findChild<Control*>(name);
+        if (found == nullptr) {
+            throw std::runtime_error("no control " + name.toStdString());
+        }
+        return found;
+    }
+    /// The same, where it can be worked.
+    template <class Control>
+    Control* workable(const QString& name) {
+        auto* found = find<Control>(name);
+        if (!found->isVisible() || !found->isEnabled()) {
+            throw std::runtime_error("cannot be worked: " + name.toStdString());
+        }
+        return found;
+    }
+    bool isShown(const QString& name) { return find(name)->isVisible(); }
+    std::string text(const QString& name);
+    bool isSet(const QString& option) { return find<QRadioButton>(option)->isChecked(); }
+    /// True where the panel has the colour of data.
+    bool isHighlighted(const QString& panel);
+    /// Name of the control that has the focus.
+    std::string focused();
+
+    /// Types into an emptied field.
+    void type(const QString& field, const QString& text);
+    /// Types texts into fields name_0, name_1 ...; a text "." leaves its field alone.
+    void typeDown(const QString& array, const std::vector<std::string>& texts);
+    void press(const QString& control, Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    /// Clicks a button or an option with the mouse.
+    void click(const QString& control);
+
+    // ---- boxes ----
+
+    /// The last box; an empty one where none came since the last look.
+    MessageBox lastBox();
+    /// Answers of the boxes to come; then OK, or No to a question.
+    std::deque<Answer> answers;
+    std::vector<MessageBox> boxes;
+    std::vector<Screen> shown;          ///< asked for by a screen
+    std::function<void(Screen)> onShow; ///< instead of the screen that was asked for
+    std::vector<int> helpItems;
+
+    // ---- Desktop ----
+    Answer Ask(const MessageBox& box) override;
+    std::string ChooseFile(const FileDialog&) override { return {}; }
+    void ShowScreen(Screen screen, Session& of) override;
+    void SetBusy(bool) override {}
+    bool PrintDocument(const std::string&, const std::vector<std::string>&) override {
+        return false;
+    }
+    void QuitHelp() override {}
+    void EndProgram() override {}
+    void Mirror(const Session&) override {}
+
+    std::unique_ptr<Session> session;
+    State& state;
+    Problem& problem;
+    QWidget mainWindow;
+
+  private:
+    ScreenContext context_;
+    std::vector<std::unique_ptr<ScreenWindow>> screens_;
+    std::size_t looked_ = 0;
+};
+
+/// Boxes are compared with their texts, so that a difference reads as such.
+std::string described(const MessageBox& box);
+
+} // namespace korvane::test

@@ -1,0 +1,93 @@
+// No text is cut off and no control covers another, at any scale (ctest runs this file at 1, 1.5
+// and 2). With KORVANE_SCREENSHOTS set to a folder each screen is drawn to a picture there.
+#include "looks.h"
+
+#include <QDir>
+#include <QFrame>
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+namespace korvane::test {
+
+namespace {
+
+/// Room that a control's text needs.
+QSize neededSize(const QWidget* control) {
+    const QFontMetrics metrics(control->font());
+    if (const auto* label = qobject_cast<const QLabel*>(control)) {
+        const int flags = label->wordWrap() ? Qt::TextWordWrap : 0;
+        const QRect room(0, 0, label->contentsRect().width(), 10000);
+        return metrics.boundingRect(room, flags, label->text()).size() + label->size() -
+               label->contentsRect().size();
+    }
+    if (const auto* button = qobject_cast<const QPushButton*>(control)) {
+        const QSize text = metrics.size(Qt::TextShowMnemonic, button->text());
+        return text + QSize(10, 4);
+    }
+    if (const auto* option = qobject_cast<const QRadioButton*>(control)) {
+        return option->minimumSizeHint();
+    }
+    if (qobject_cast<const QLineEdit*>(control) != nullptr) {
+        return {0, control->minimumSizeHint().height()};
+    }
+    return {};
+}
+
+std::string nameOf(const QWidget* control) {
+    std::string name = control->objectName().toStdString();
+    if (const auto* label = qobject_cast<const QLabel*>(control)) {
+        name += " \"" + label->text().toStdString() + "\"";
+    }
+    return name;
+}
+
+void expectRoom(const QWidget* control) {
+    const QSize needed = neededSize(control);
+    EXPECT_LE(needed.width(), control->width()) << nameOf(control);
+    EXPECT_LE(needed.height(), control->height()) << nameOf(control);
+    const QRect inside = control->parentWidget()->rect();
+    EXPECT_TRUE(inside.contains(control->geometry())) << nameOf(control) << " leaves its parent";
+}
+
+void expectApart(const QList<QWidget*>& siblings) {
+    for (qsizetype one = 0; one < siblings.size(); ++one) {
+        for (qsizetype other = one + 1; other < siblings.size(); ++other) {
+            EXPECT_FALSE(siblings[one]->geometry().intersects(siblings[other]->geometry()))
+                << nameOf(siblings[one]) << " and " << nameOf(siblings[other]);
+        }
+    }
+}
+
+void checkLayout(const QWidget* parent) {
+    QList<QWidget*> shown;
+    for (QWidget* child : parent->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isVisible()) {
+            shown.push_back(child);
+            expectRoom(child);
+            if (qobject_cast<QLineEdit*>(child) == nullptr) {
+                checkLayout(child);
+            }
+        }
+    }
+    expectApart(shown);
+}
+
+} // namespace
+
+TEST(Layout, NoTextIsCutOffAndNothingOverlaps) {
+    const QString folder = qEnvironmentVariable("KORVANE_SCREENSHOTS");
+    for (const Look& look : allLooks()) {
+        SCOPED_TRACE(look.name);
+        Desk desk;
+        look.reach(desk);
+        checkLayout(desk.find("canvas"));
+        if (!folder.isEmpty()) {
+            QDir().mkpath(folder);
+            EXPECT_TRUE(desk.top().grab().save(
+                QDir(folder).filePath(QString::fromStdString(look.name) + ".png")));
+        }
+    }
+}
+
+} // namespace korvane::test
