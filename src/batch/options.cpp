@@ -46,6 +46,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         ->check(CLI::IsMember({"sweep", "fixed"}))
         ->capture_default_str();
     app.add_flag("--json", options.json, "all numeric results as JSON beside each report");
+    app.add_flag("--plots", options.plots, "the result and input plots as SVG beside each report");
     app.add_option("--jobs", options.jobs, "problems solved at once")
         ->check(CLI::Range(1, 1000))
         ->capture_default_str();

@@ -20,6 +20,7 @@ struct Options {
     std::string outputDir;           ///< "" beside the input
     bool fixedSurface = false;       ///< the wedge method: fixed surface or sweep search
     bool json = false;
+    bool plots = false;
     bool quiet = false;
     int jobs = 1;      ///< problems solved at once
     double maxFs = 20; ///< a larger limit of the factor of safety ends the search
@@ -41,6 +42,10 @@ struct Job {
     std::filesystem::path inputPath;
     std::filesystem::path reportPath; ///< empty: standard output
     std::filesystem::path jsonPath;   ///< empty: none
+    bool plots = false;               ///< figures beside the report
+
+    /// "NAME-figure.svg" beside the report NAME.out.
+    std::filesystem::path figurePath(const std::string& figure) const;
 };
 
 /// The jobs of a command line, or what is wrong with its paths: an input that is no file, an

@@ -1,5 +1,6 @@
 // Where the results of each input go.
 #include "batch/options.h"
+#include "plots/figures.h"
 
 #include <set>
 #include <system_error>
@@ -23,7 +24,11 @@ fs::path resolved(const fs::path& path) {
 }
 
 Job planJob(const Options& options, const std::string& input) {
-    Job job{.input = input, .inputPath = fs::absolute(input), .reportPath = {}, .jsonPath = {}};
+    Job job{.input = input,
+            .inputPath = fs::absolute(input),
+            .reportPath = {},
+            .jsonPath = {},
+            .plots = options.plots};
     if (options.output == "-") {
         return job;
     }
@@ -47,8 +52,8 @@ std::string wrongCombination(const Options& options) {
     if (!options.output.empty() && options.inputs.size() > 1) {
         return "--output takes the report of a single input.";
     }
-    if (options.output == "-" && options.json) {
-        return "--json needs a report file; the report goes to standard output.";
+    if (options.output == "-" && (options.json || options.plots)) {
+        return "--json and --plots need a report file; the report goes to standard output.";
     }
     return {};
 }
@@ -64,17 +69,31 @@ std::string missingInput(const std::vector<Job>& jobs) {
     return {};
 }
 
+/// Every file that a job may write.
+std::vector<fs::path> outputsOf(const Job& job, const std::vector<std::string>& figures) {
+    std::vector<fs::path> outputs;
+    for (const fs::path& output : {job.reportPath, job.jsonPath}) {
+        if (!output.empty()) {
+            outputs.push_back(output);
+        }
+    }
+    if (job.plots) {
+        for (const std::string& figure : figures) {
+            outputs.push_back(job.figurePath(figure));
+        }
+    }
+    return outputs;
+}
+
 std::string collision(const std::vector<Job>& jobs) {
     std::set<fs::path> inputs;
     for (const Job& job : jobs) {
         inputs.insert(resolved(job.inputPath));
     }
+    const std::vector<std::string> figures = figureNames();
     std::set<fs::path> outputs;
     for (const Job& job : jobs) {
-        for (const fs::path& output : {job.reportPath, job.jsonPath}) {
-            if (output.empty()) {
-                continue;
-            }
+        for (const fs::path& output : outputsOf(job, figures)) {
             const fs::path file = resolved(output);
             if (inputs.count(file) != 0) {
                 return output.string() + ": the output would be written over an input.";
@@ -88,6 +107,10 @@ std::string collision(const std::vector<Job>& jobs) {
 }
 
 } // namespace
+
+std::filesystem::path Job::figurePath(const std::string& figure) const {
+    return reportPath.parent_path() / (reportPath.stem().string() + "-" + figure + ".svg");
+}
 
 Plan planJobs(const Options& options) {
     Plan plan;

@@ -6,6 +6,7 @@
 #include "commands/commands.h"
 #include "commands/files.h"
 #include "commands/run_guarded.h"
+#include "plots/figures.h"
 #include "runtime/file_text.h"
 
 #include <algorithm>
@@ -33,6 +34,7 @@ struct Run {
     BatchDesktop desktop;
     Session session{desktop};
     std::unique_ptr<SolvedLevel> review; ///< null where the stop for review was not reached
+    bool opened = false;                 ///< the problem was read
     int status = StatusFailed;
     std::string report;
 
@@ -47,6 +49,7 @@ void solve(Run& run) {
     if (!session.menus.mnuSolve.enabled) {
         return; // refused
     }
+    run.opened = true;
     mnuSolveItem_Click(session, run.desktop);
     if (session.stage == FlowStage::Review) {
         run.review = reviewGrid(session.state);
@@ -82,6 +85,13 @@ void guarded(Run& run, const std::function<void()>& step) {
     }
 }
 
+/// Last of all: drawing rounds the ranges of the results and loads levels.
+void writeFigures(Run& run) {
+    visitFigures(run.session.state, run.status == StatusSolved, [&](const Figure& figure) {
+        saveFile(run.job.figurePath(figure.name), svgFigure(figure));
+    });
+}
+
 } // namespace
 
 Outcome solveInput(const Job& job, const Options& options) {
@@ -100,6 +110,9 @@ Outcome solveInput(const Job& job, const Options& options) {
             saveFile(job.jsonPath, jsonResults(job.input, run->status, run->desktop.messages(),
                                                run->session.state, run->review.get()));
         });
+    }
+    if (job.plots && run->opened) {
+        guarded(*run, [&] { writeFigures(*run); });
     }
     guarded(*run, [&] { DeleteTempFiles(run->session, run->desktop); });
     outcome.status = run->status;

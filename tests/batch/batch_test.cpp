@@ -218,6 +218,35 @@ TEST(Batch, AReportThatCannotBeWrittenIsStatusOne) {
     EXPECT_NE(full.err.find("Disk full"), std::string::npos);
 }
 
+TEST(Batch, PlotsStandBesideTheReport) {
+    const BatchOffice office;
+    const std::string solved = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    const std::string failing = office.write("failing.dat", failingInput);
+    const std::string refused = office.write("refused.dat", refusedInput);
+    EXPECT_EQ(office.run({"--plots", "--json", solved, failing, refused}).status, 1);
+    const std::set<std::string> files = office.files();
+    EXPECT_EQ(files.count("a-moment.svg"), 1U);
+    EXPECT_EQ(files.count("a-input-system.svg"), 1U);
+    EXPECT_EQ(files.count("failing-moment.svg"), 0U); // there are no results to draw
+    EXPECT_EQ(files.count("failing-input-system.svg"), 1U);
+    for (const std::string& name : files) {
+        if (fs::path(name).extension() == ".svg") {
+            EXPECT_NE(name.rfind("refused", 0), 0U) << name;
+            EXPECT_NE(office.read(name).find("<svg"), std::string::npos) << name;
+        }
+    }
+    EXPECT_EQ(office.temporaryFileCount(), 0);
+}
+
+TEST(Batch, ReportAndResultsAreTheSameWithPlots) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/anchored-sand.dat", "a.dat");
+    office.run({"--json", input});
+    const std::string plain = office.read("a.out") + office.read("a.json");
+    office.run({"--json", "--plots", input});
+    EXPECT_EQ(office.read("a.out") + office.read("a.json"), plain);
+}
+
 TEST(Batch, ATempThatNamesNoFolderIsARunTimeErrorForEachInput) {
     const BatchOffice office;
     const std::string a = office.copy("examples/cantilever-dry-sand.dat", "a.dat");

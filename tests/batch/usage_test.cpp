@@ -50,6 +50,7 @@ TEST(BatchUsage, WrongArgumentsAreStatusTwoAndNothingIsSolved) {
         {"-o", "@r.out", "@a.dat", "@b.dat"},
         {"-o", "-", "@a.dat", "@b.dat"},
         {"-o", "-", "--json", "@a.dat"},
+        {"-o", "-", "--plots", "@a.dat"},
         {"-o", "@r.out", "--output-dir", "@d", "@a.dat"},
         {"--wedge", "both", "@a.dat"},
         {"--jobs", "0", "@a.dat"},
@@ -71,6 +72,7 @@ TEST(BatchUsage, AnOutputThatIsAnInputOrAnotherOutputIsRefused) {
     office.copy("examples/cantilever-clay.dat", "a.out");
     office.copy("examples/cantilever-clay.dat", "b.json");
     office.copy("examples/cantilever-clay.dat", "c.dat");
+    office.copy("examples/cantilever-clay.dat", "c-moment.svg");
     fs::create_directory(office.file("sub"));
     office.copy("examples/cantilever-clay.dat", "sub/c.dat");
     fs::create_symlink(office.file("a.dat"), office.file("link.out"));
@@ -92,6 +94,7 @@ TEST(BatchUsage, AnOutputThatIsAnInputOrAnotherOutputIsRefused) {
         {"--output-dir", "@new", "@c.dat", "@sub/c.dat"},
         {"-o", "@sub/../a.dat", "@a.dat"},
         {"@d.dat", "@e.dat"},
+        {"--plots", "@c.dat", "@c-moment.svg"},
     };
     for (const std::vector<std::string>& arguments : colliding) {
         expectUsage(office, arguments);
@@ -106,8 +109,8 @@ TEST(BatchUsage, VersionAndHelpGoToStandardOutput) {
     EXPECT_EQ(version.err, "");
     const BatchRun help = office.run({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (const char* option : {"-o", "--output", "--output-dir", "--wedge", "--json", "--jobs",
-                               "--max-fs", "--quiet", "--version", "--help", "INPUT"}) {
+    for (const char* option : {"-o", "--output", "--output-dir", "--wedge", "--json", "--plots",
+                               "--jobs", "--max-fs", "--quiet", "--version", "--help", "INPUT"}) {
         EXPECT_NE(help.out.find(option), std::string::npos) << option;
     }
 }
