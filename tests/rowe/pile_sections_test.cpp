@@ -1,0 +1,151 @@
+#include "rowe/pile_sections.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace korvane::test {
+namespace {
+
+PileEntry entry(const std::string& name) {
+    return {name, "50.5", " 300 ", "2.5E4", "30E6"};
+}
+
+TEST(PileSections, EightDefaultsAreLoaded) {
+    RoweData rowe;
+    rowe.PileName(9) = "OLD";
+    rowe.PileSectionData(13, 2) = 5;
+    rowe.PileAllowStress(10) = 5;
+    rowe.PileModulus(11) = 5;
+    LoadPileDefaults(rowe);
+
+    struct Section {
+        const char* name;
+        double modulus, inertia;
+    };
+    // Section modulus IN^3 and moment of inertia IN^4 per foot of wall, from the makers' lists.
+    const Section sections[] = {
+        {"PZ40", 60.7, 490.8}, {"PZ38", 46.8, 280.8}, {"PZ35", 48.5, 361.2},
+        {"PZ32", 38.3, 220.4}, {"PZ27", 30.2, 184.2}, {"PZ22", 18.1, 84.4},
+        {"PLZ25", 32.8, 223.25}, {"PLZ23", 30.2, 203.75},
+    };
+    EXPECT_EQ(rowe.PileSectionCount, 8);
+    for (int p = 1; p <= 13; ++p) {
+        const Section expected = p <= 8 ? sections[p - 1] : Section{"", 0, 0};
+        EXPECT_EQ(rowe.PileName(p), expected.name);
+        EXPECT_EQ(rowe.PileSectionData(p, 1), expected.modulus);
+        EXPECT_EQ(rowe.PileSectionData(p, 2), expected.inertia);
+        EXPECT_EQ(rowe.PileAllowStress(p), p <= 8 ? 24000.0 : 0.0);
+        EXPECT_EQ(rowe.PileModulus(p), p <= 8 ? 29.0e6 : 0.0);
+    }
+}
+
+TEST(PileSections, AcceptGivesStressAndModulusToAllDefaults) {
+    RoweData rowe;
+    LoadPileDefaults(rowe);
+    EXPECT_TRUE(acceptDefaultTexts(rowe, " 25.0E3 ", "28000000"));
+    for (int p = 1; p <= 8; ++p) {
+        EXPECT_EQ(rowe.PileAllowStress(p), 25000);
+        EXPECT_EQ(rowe.PileModulus(p), 28e6);
+    }
+    EXPECT_EQ(rowe.PileAllowStress(9), 0);
+}
+
+TEST(PileSections, AcceptRefusesAStressThatIsNoNumberAboveZero) {
+    for (const char* stress : {"", "24 KSI", "0", "-24.0E3", "1E999"}) {
+        RoweData rowe;
+        LoadPileDefaults(rowe);
+        EXPECT_FALSE(acceptDefaultTexts(rowe, stress, "28E6")) << stress;
+        EXPECT_EQ(rowe.PileAllowStress(1), 24000);
+        EXPECT_EQ(rowe.PileModulus(1), 29e6);
+    }
+}
+
+TEST(PileSections, AcceptTestsTheModulusForANumberButNotForItsSign) {
+    RoweData rowe;
+    LoadPileDefaults(rowe);
+    EXPECT_FALSE(acceptDefaultTexts(rowe, "24.0E3", "STEEL"));
+    EXPECT_FALSE(acceptDefaultTexts(rowe, "24.0E3", ""));
+    EXPECT_TRUE(acceptDefaultTexts(rowe, "24.0E3", "-1"));
+    EXPECT_EQ(rowe.PileModulus(8), -1);
+}
+
+TEST(PileSections, DoneWithoutAdditionalRowsGivesEightSections) {
+    RoweData rowe;
+    rowe.PileSectionCount = 11;
+    EXPECT_TRUE(addSections(rowe, {}));
+    EXPECT_EQ(rowe.PileSectionCount, 8);
+}
+
+TEST(PileSections, AdditionalRowsFollowTheDefaults) {
+    RoweData rowe;
+    LoadPileDefaults(rowe);
+    EXPECT_TRUE(addSections(rowe, {entry(" AZ26 "), entry("B"), entry("C"), entry("D"), entry("E")}));
+    EXPECT_EQ(rowe.PileSectionCount, 13);
+    EXPECT_EQ(rowe.PileName(9), "AZ26");
+    EXPECT_EQ(rowe.PileName(13), "E");
+    EXPECT_EQ(rowe.PileSectionData(9, 1), 50.5);
+    EXPECT_EQ(rowe.PileSectionData(9, 2), 300);
+    EXPECT_EQ(rowe.PileAllowStress(9), 25000);
+    EXPECT_EQ(rowe.PileModulus(9), 30e6);
+}
+
+TEST(PileSections, ANameInRow2BehindAnEmptyRow1IsIgnored) {
+    RoweData rowe;
+    LoadPileDefaults(rowe);
+    for (const char* blank : {"", "  "}) {
+        EXPECT_TRUE(addSections(rowe, {entry(blank), entry("SECOND")}));
+        EXPECT_EQ(rowe.PileSectionCount, 8);
+        EXPECT_EQ(rowe.PileName(9), "");
+    }
+}
+
+TEST(PileSections, EachOfARowsFourNumbersMustBeAboveZero) {
+    for (const char* bad : {"", "0", "-1", "X", "1 2"}) {
+        for (std::string PileEntry::*field :
+             {&PileEntry::sectionModulus, &PileEntry::inertia, &PileEntry::allowStress,
+              &PileEntry::modulus}) {
+            RoweData rowe;
+            PileEntry second = entry("SECOND");
+            second.*field = bad;
+            EXPECT_FALSE(addSections(rowe, {entry("FIRST"), second, entry("THIRD")})) << bad;
+        }
+    }
+}
+
+TEST(PileSections, TheCountGrowsBeforeARowIsTestedAndCancelGoesBackToEight) {
+    RoweData rowe;
+    LoadPileDefaults(rowe);
+    PileEntry bad = entry("BAD");
+    bad.inertia = "?";
+    EXPECT_FALSE(addSections(rowe, {bad}));
+    EXPECT_EQ(rowe.PileSectionCount, 9);
+    EXPECT_EQ(rowe.PileName(9), "BAD");
+    EXPECT_EQ(rowe.PileSectionData(9, 1), 50.5); // stored as soon as it passed
+
+    LoadPileDefaults(rowe); // what Cancel does
+    EXPECT_EQ(rowe.PileSectionCount, 8);
+    EXPECT_EQ(rowe.PileName(9), "");
+}
+
+TEST(PileSections, ACorrectedRowIsRead) {
+    RoweData rowe;
+    PileEntry row = entry("ROW");
+    row.modulus = "";
+    EXPECT_FALSE(addSections(rowe, {row}));
+    row.modulus = "30E6";
+    EXPECT_TRUE(addSections(rowe, {row}));
+    EXPECT_EQ(rowe.PileSectionCount, 9);
+}
+
+TEST(PileSections, TheBoxOfAnInvalidValue) {
+    const MessageBox box = invalidSectionsBox();
+    EXPECT_EQ(box.title, "INVALID DATA");
+    EXPECT_EQ(box.buttons, Buttons::OkCancel);
+    EXPECT_EQ(box.text, "At least one data value is invalid.\n\n"
+                        "     Choose OK to continue SHEET PILE DATA entry.\n"
+                        "     Choose CANCEL to return to DEFAULT DATA values.");
+}
+
+} // namespace
+} // namespace korvane::test
