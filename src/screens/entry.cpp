@@ -27,9 +27,4 @@ MessageBox okCancelBox(const std::string& title, const std::string& text) {
     return {.text = text, .title = title, .buttons = Buttons::OkCancel, .icon = Icon::Exclamation};
 }
 
-MessageBox faultBox(Fault fault, const BoxText& missing, const BoxText& invalid) {
-    const BoxText& box = fault == Fault::Missing ? missing : invalid;
-    return okCancelBox(box.title, box.text);
-}
-
 } // namespace korvane

@@ -88,15 +88,16 @@ Fault readEntry(const std::string& text, const Column& column, Problem& problem,
 // ---- boxes
 // ---------------------------------------------------------------------------------------
 
-/// Title and text of a box with OK and Cancel.
+/// First lines of most boxes.
+inline constexpr const char* ValueMissing = "At least one required data value is missing.";
+inline constexpr const char* ValueInvalid = "At least one data value is invalid.";
+
+/// Title and first line of a box with OK and Cancel.
 struct BoxText {
     const char* title;
     const char* text;
 };
 
 MessageBox okCancelBox(const std::string& title, const std::string& text);
-
-/// The box of a fault, missing or invalid.
-MessageBox faultBox(Fault fault, const BoxText& missing, const BoxText& invalid);
 
 } // namespace korvane

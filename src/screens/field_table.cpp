@@ -32,9 +32,9 @@ QString CellBlock::cell(int row, int column) const {
 }
 
 int FieldTable::addColumn(QWidget* parent, const QString& control, const QString& label,
-                          double left, double width) {
+                          double left, double width, const QString& labelName) {
     if (!label.isEmpty()) {
-        makeLabel(parent, control + "_label", label,
+        makeLabel(parent, labelName.isEmpty() ? control + "_label" : labelName, label,
                   {left, rows_.labelTop, width, rows_.firstTop - rows_.labelTop});
     }
     const int column = columnCount();

@@ -49,7 +49,7 @@ class FieldTable {
     /// Adds a column of fields under its label and returns its number. A control array counts from
     /// 0; the control of a table of one row has no index.
     int addColumn(QWidget* parent, const QString& control, const QString& label, double left,
-                  double width);
+                  double width, const QString& labelName = {});
     /// Writes the row numbers 1, 2 ... before the rows.
     void addRowNumbers(QWidget* parent, double left, double width);
 

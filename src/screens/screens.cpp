@@ -2,6 +2,8 @@
 
 #include "screens/heading_screen.h"
 #include "screens/keyin_screen.h"
+#include "screens/load_lists.h"
+#include "screens/load_screen.h"
 #include "screens/surface_screen.h"
 
 namespace korvane {
@@ -11,6 +13,10 @@ ScreenTable dataScreens() {
         {Screen::KEYIN, makes<KeyinScreen>()},
         {Screen::HEADCONT, makes<HeadingScreen>()},
         {Screen::SURFACE, makes<SurfaceScreen>()},
+        {Screen::SURCHCON, makes<SectionScreen>(&surchargeList())},
+        {Screen::SURCHARG, makes<LoadScreen>("SURCHARG", "SURFACE SURCHARGES", &verticalLoad)},
+        {Screen::HORCON, makes<SectionScreen>(&horizontalLoadList())},
+        {Screen::HORLOAD, makes<LoadScreen>("HORLOAD", "HORIZONTAL LOADS", &horizontalLoad)},
     };
 }
 

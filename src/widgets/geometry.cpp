@@ -35,7 +35,10 @@ int pixels(double twips) {
 }
 
 QRect pixelRect(double left, double top, double width, double height) {
-    return {pixels(left), pixels(top), pixels(width), pixels(height)};
+    // By edges, so that neighbours share them.
+    const int x = pixels(left);
+    const int y = pixels(top);
+    return {x, y, pixels(left + width) - x, pixels(top + height) - y};
 }
 
 void place(QWidget* widget, double left, double top, double width, double height) {

@@ -97,6 +97,8 @@ std::vector<Look> allLooks() {
     };
     for (const auto& [name, screen] :
          std::vector<std::pair<std::string, Screen>>{{"keyin", Screen::KEYIN},
+                                                     {"surchcon", Screen::SURCHCON},
+                                                     {"horcon", Screen::HORCON},
                                                      {"headcont", Screen::HEADCONT},
                                                      {"surface", Screen::SURFACE}}) {
         blank(name, screen);
@@ -106,6 +108,19 @@ std::vector<Look> allLooks() {
                          hold(desk, analysis());
                          desk.open(Screen::HEADCONT);
                      }});
+    const auto load = [&](const std::string& name, Screen screen, int kind) {
+        looks.push_back({name + "-blank", [screen, kind](Desk& desk) { desk.open(screen, kind); }});
+        looks.push_back({name + "-filled", [screen, kind](Desk& desk) {
+                             hold(desk, fullProblem());
+                             desk.open(screen, kind);
+                         }});
+    };
+    for (const int kind : {1, 2, 3, 4, 5, 6}) {
+        load("surcharg-" + std::to_string(kind), Screen::SURCHARG, kind);
+    }
+    for (const int section : {1, 2}) {
+        load("horload-" + std::to_string(section), Screen::HORLOAD, section);
+    }
     return looks;
 }
 

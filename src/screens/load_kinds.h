@@ -1,0 +1,54 @@
+// The kinds of load as data: six vertical surcharges on either side, two horizontal loads.
+#pragma once
+
+#include "screens/entry.h"
+
+#include <span>
+
+namespace korvane {
+
+struct Sketch;
+
+/// One side of a kind: the frame of its rows, and the button that deletes them.
+struct LoadSide {
+    const char* frame = nullptr; ///< none: the rows stand on the frame of the kind
+    const char* title = "";
+    const char* deleteName = nullptr; ///< none where the other side's button deletes both
+    const char* deleteCaption = "";
+};
+
+/// A column of a kind; the left side has controls of its own.
+struct LoadColumn {
+    Column right;
+    const char* leftControl = nullptr;
+    const char* leftLabel = nullptr; ///< where it differs
+    const char* labelName[2] = {};   ///< where the system names the labels
+};
+
+struct LoadKind {
+    const char* frame;
+    const char* title;
+    const char* picture;
+    const Sketch* sketch;
+    int sides; ///< 1 for a load that has no side
+    int rows;  ///< of a side
+    CountAt count;
+    LoadSide side[2]; ///< right, left
+    std::span<const LoadColumn> columns;
+    const char* columnsTitle; ///< over all columns but the load's, or over both sides
+    const char* finishedName;
+    BoxText missing{"DATA MISSING", ValueMissing};
+    BoxText invalid{"INVALID DATA", ValueInvalid};
+    const char* missingChoices = nullptr; ///< of the missing box, where it words them otherwise
+    const char* choices;                  ///< what OK and Cancel do
+    int leastRows = 0;                    ///< fewer rows, but some, are invalid
+    bool countsWhenRead = false;  ///< an empty side is none; the count stands after the test
+    bool cancelIsFailure = false; ///< Cancel sets SolutionFailed
+};
+
+/// Kinds 1 to 6 of SURCHARG.
+const LoadKind& verticalLoad(int kind);
+/// Sections 1 and 2 of HORLOAD.
+const LoadKind& horizontalLoad(int section);
+
+} // namespace korvane
