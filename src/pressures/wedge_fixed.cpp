@@ -30,15 +30,14 @@ struct Point {
     double y;
 };
 
-/// The piece at the wall, kept until the outer pieces are known.
-struct WallPiece {
-    double load = 0; ///< W
-    double C = 0;    ///< developed cohesion, LB
+/// A piece of plane within one layer and the terms of its equilibrium.
+struct Piece {
+    double W = 0; ///< soil and surcharge, LB
+    double C = 0; ///< developed cohesion, LB
     double sin = 0;
     double cos = 0;
     double U = 0;
     double V = 0;
-    double D = 0;
 };
 
 /// Planes of fixed angle, for active (s = +1) or passive (s = -1) forces.
@@ -58,6 +57,8 @@ class FixedPlanes {
     Point groundPoint(const Point& from, double k) const;
     Point groundPointAlong(int boundary, const Point& from, double k) const;
     int leavesLayer(int layer, double groundX) const;
+    Point boundaryPoint(int boundary, const Point& start, double k) const;
+    Piece weighPiece(const Point& start, const Point& end, double k, int layer) const;
 
     State& state_;
     const Problem& problem_;
@@ -120,61 +121,68 @@ int FixedPlanes::leavesLayer(int layer, double groundX) const {
     return !lastLayer && groundX > layers.X(side_, layer + 1, 2) ? 1 : 0;
 }
 
+/// Where a piece from `start` passes through a boundary.
+Point FixedPlanes::boundaryPoint(int boundary, const Point& start, double k) const {
+    const double x = divide(problem_.SoilBottomElev(side_, boundary) - start.y + k * start.x,
+                            k - problem_.SoilBottomSlope(side_, boundary));
+    return {x, (x - start.x) * k + start.y};
+}
+
+Piece FixedPlanes::weighPiece(const Point& start, const Point& end, double k, int layer) const {
+    const LayerPlane& plane = planes_(layer);
+    const double W =
+        WedgeWeight(state_, start.y, k, side_, level_, start.x, start.y, end.x, end.y, layer) +
+        WedgeSurchargeLoad(problem_, side_, start.x, end.x);
+    const double length = std::hypot(end.x - start.x, end.y - start.y);
+    return {W,
+            length * strength(layer).cohesion,
+            plane.sin,
+            plane.cos,
+            s_ * plane.friction * plane.sin + plane.cos,
+            s_ * plane.friction * plane.cos - plane.sin};
+}
+
 double FixedPlanes::forceAt(double y, int layer) {
     auto& PieceForce = state_.wedge.PieceForce;
     const double s = s_;
-    const double dw = divide(wall_.friction, problem_.SurfaceElev(side_, 1) - y);
-    const double Cd = std::cos(dw);
-    const double Sd = std::sin(dw);
-
-    WallPiece wallPiece;
+    Piece wallPiece;
     int outerPieces = 0;
     double Hs = 0; // sum of PieceForce
     Point start{0, y};
     double k = planes_(layer).slope;
     Point ground = groundPoint(start, k);
     for (bool atWall = true;; atWall = false) {
-        const LayerPlane& plane = planes_(layer);
         const int dir = leavesLayer(layer, ground.x);
         const int boundary = dir < 0 ? layer - 1 : layer;
-        Point end = ground;
-        if (dir != 0) {
-            end.x = divide(problem_.SoilBottomElev(side_, boundary) - start.y + k * start.x,
-                           k - problem_.SoilBottomSlope(side_, boundary));
-            end.y = (end.x - start.x) * k + start.y;
-        }
-
-        const double W =
-            WedgeWeight(state_, y, k, side_, level_, start.x, start.y, end.x, end.y, layer) +
-            WedgeSurchargeLoad(problem_, side_, start.x, end.x);
-        const double C = std::hypot(end.x - start.x, end.y - start.y) * strength(layer).cohesion;
-        const double U = s * plane.friction * plane.sin + plane.cos;
-        const double V = s * plane.friction * plane.cos - plane.sin;
+        const Point end = dir == 0 ? ground : boundaryPoint(boundary, start, k);
+        const Piece piece = weighPiece(start, end, k, layer);
         if (atWall) {
-            wallPiece = {W, C, plane.sin, plane.cos, U, V, s * Sd * V - Cd * U};
+            wallPiece = piece; // until the outer pieces are known
         } else {
             // A piece meets its inner neighbour without friction.
-            PieceForce(++outerPieces) =
-                divide((W - s * C * plane.sin) * V + s * C * plane.cos * U, -U);
+            const auto& [W, C, sinTh, cosTh, U, V] = piece;
+            PieceForce(++outerPieces) = divide((W - s * C * sinTh) * V + s * C * cosTh * U, -U);
             Hs += PieceForce(outerPieces);
         }
         if (dir == 0) {
             break;
         }
-
         layer += dir;
         start = end;
         k = planes_(layer).slope;
         const double boundarySlope = problem_.SoilBottomSlope(side_, boundary);
         if (dir < 0 ? k < boundarySlope : k > boundarySlope) {
-            k = boundarySlope; // no steeper or flatter than the boundary just passed
+            k = boundarySlope; // it may not lead back through the boundary just passed
             ground = groundPointAlong(boundary, start, k);
         } else {
             ground = groundPoint(start, k);
         }
     }
 
-    const auto& [W, C, sinTh, cosTh, U, V, D] = wallPiece;
+    const double dw = divide(wall_.friction, problem_.SurfaceElev(side_, 1) - y);
+    const double Cd = std::cos(dw);
+    const auto& [W, C, sinTh, cosTh, U, V] = wallPiece;
+    const double D = s * std::sin(dw) * V - Cd * U;
     const double P =
         divide((W - s * C * sinTh - s * wall_.adhesion) * V - (Hs - s * C * cosTh) * U, D);
     return P * Cd;

@@ -41,6 +41,7 @@ void WedgeBench::setGround(int side, const std::vector<std::pair<double, double>
 
 void WedgeBench::setLayers(int side, const std::vector<std::pair<double, double>>& bottoms) {
     std::vector<double> elevations;
+    elevations.reserve(bottoms.size());
     for (const auto& bottom : bottoms) {
         elevations.push_back(bottom.first);
     }

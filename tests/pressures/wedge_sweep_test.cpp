@@ -1,31 +1,10 @@
 #include "pressures/wedge_forces.h"
+#include "wedge_allocations.h"
 #include "wedge_second_method.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <new>
 #include <numbers>
-
-namespace {
-
-thread_local long allocations = 0;
-
-} // namespace
-
-// Counts what the sweep takes from the heap.
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* memory = std::malloc(size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace korvane::test {
 namespace {
@@ -293,11 +272,11 @@ TEST_F(WedgeSweepTest, TheSearchAllocatesNothing) {
     bench.setSeepage(-4, 0.1);
     bench.buildGround();
     sweep(); // the table of directions is made once
-    const long before = allocations;
+    const long before = heapAllocations();
     sweep();
-    EXPECT_EQ(allocations, before);
-    delete new int(1); // the counter counts
-    EXPECT_EQ(allocations, before + 1);
+    EXPECT_EQ(heapAllocations(), before);
+    ::operator delete(::operator new(1)); // the counter counts
+    EXPECT_EQ(heapAllocations(), before + 1);
 }
 
 // ---- against free bodies ----------------------------------------------------------------------
