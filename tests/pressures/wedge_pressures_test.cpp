@@ -420,5 +420,47 @@ TEST(WedgePressuresInvariants, RandomProblems) {
     EXPECT_GT(inserted, 0);
 }
 
+// Ground as steep as a cliff and layer boundaries that cross one another, which no method is made
+// for: every run ends in finite pressures or in a told run-time error.
+TEST(WedgePressuresInvariants, AnyGroundEndsInPressuresOrInAToldError) {
+    Dice dice(46);
+    int solved = 0;
+    for (int run = 0; run < 400; ++run) {
+        WedgeBench drawn;
+        Problem& problem = drawn.problem;
+        drawWedgeProblem(drawn, dice, true);
+        for (const int side : {Right, Left}) {
+            for (int layer = 1; layer < problem.SoilLayerCount(side); ++layer) {
+                problem.SoilBottomSlope(side, layer) = dice.between(-2, 2);
+            }
+            for (int point = 2; point <= problem.SurfacePointCount(side); ++point) {
+                problem.SurfaceElev(side, point) += dice.between(-30, 30);
+            }
+        }
+        const int error = errorOf([&] {
+            drawn.buildGround();
+            for (const int side : {Right, Left}) {
+                drawn.press(run % 2 == 0 ? "S" : "F", side);
+            }
+        });
+        EXPECT_TRUE(error == 0 || error == 5 || error == 9 || error == 11) << run << " " << error;
+        if (error != 0) {
+            continue;
+        }
+        ++solved;
+        const State& state = *drawn.state;
+        for (const int side : {Right, Left}) {
+            for (int i = 1; i <= state.grid.NumElevs; ++i) {
+                for (const int k : {1, 2}) {
+                    ASSERT_TRUE(std::isfinite(state.pressures.ActivePressures(side, i, k)) &&
+                                std::isfinite(state.pressures.PassivePressures(side, i, k)))
+                        << run;
+                }
+            }
+        }
+    }
+    EXPECT_GT(solved, 300);
+}
+
 } // namespace
 } // namespace korvane::test
