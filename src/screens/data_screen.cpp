@@ -31,10 +31,10 @@ void DataScreen::keepCentred(QWidget* widget, Centre how) {
     arrange();
 }
 
-QWidget* DataScreen::makeSheet(double width, double height) {
+QWidget* DataScreen::makeSheet(double width, double height, double top) {
     auto* sheet = new QWidget(canvas());
     sheet->setObjectName("sheet");
-    place(sheet, 0, 0, width, height);
+    place(sheet, 0, top, width, height);
     keepCentred(sheet, Centre::Across);
     return sheet;
 }
@@ -92,8 +92,15 @@ void DataScreen::setOption(QRadioButton* option, bool on) {
 }
 
 void DataScreen::watchFields() {
+    watchRemarks();
     for (const Field* field : canvas()->findChildren<Field*>()) {
         connect(field, &Field::textEdited, this, &DataScreen::dataChanged);
+    }
+}
+
+void DataScreen::watchRemarks() {
+    for (const Field* field : canvas()->findChildren<Field*>()) {
+        connect(field, &Field::textEdited, this, [this] { remark({}); });
         connect(field, &Field::refused, this, &DataScreen::remark);
     }
 }
@@ -107,7 +114,6 @@ void DataScreen::setFocusOrder(const std::vector<QWidget*>& order) {
 void DataScreen::dataChanged() {
     session().state.DataChanged = 1;
     touch();
-    remark({});
 }
 
 void DataScreen::remark(const QString& text) {

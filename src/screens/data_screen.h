@@ -27,7 +27,7 @@ class DataScreen : public ScreenWindow {
     /// Keeps a child of the canvas centred; the canvas scrolls where it has no room.
     void keepCentred(QWidget* widget, Centre how);
     /// A sheet of a size in twips, centred across, on which the controls of a screen stand.
-    QWidget* makeSheet(double width, double height);
+    QWidget* makeSheet(double width, double height, double top = 0);
     /// After a change of what is shown: centres anew.
     void arrange();
 
@@ -41,8 +41,11 @@ class DataScreen : public ScreenWindow {
     /// Sets or clears by code: without effect.
     void setOption(QRadioButton* option, bool on);
 
-    /// Makes every field on the screen report changes by a person. Call it when all are made.
+    /// Makes every field on the screen report changes of the data by a person. Call it when all
+    /// are made.
     void watchFields();
+    /// Likewise for fields that hold no data of the problem.
+    void watchRemarks();
 
     static void setFocusOrder(const std::vector<QWidget*>& order);
 

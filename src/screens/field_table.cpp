@@ -31,20 +31,21 @@ QString CellBlock::cell(int row, int column) const {
     return cells_.at(static_cast<std::size_t>(row)).value(column);
 }
 
-int FieldTable::addColumn(QWidget* parent, const QString& control, const QString& label,
-                          double left, double width, const QString& labelName) {
-    if (!label.isEmpty()) {
-        makeLabel(parent, labelName.isEmpty() ? control + "_label" : labelName, label,
-                  {left, rows_.labelTop, width, rows_.firstTop - rows_.labelTop});
+int FieldTable::addColumn(QWidget* parent, const FieldColumn& spec) {
+    if (!spec.label.isEmpty()) {
+        makeLabel(parent, spec.labelName.isEmpty() ? spec.control + "_label" : spec.labelName,
+                  spec.label,
+                  {spec.left, spec.labelTop, spec.width, rows_.firstTop - spec.labelTop});
     }
     const int column = columnCount();
     std::vector<Field*> fields;
     for (int row = 1; row <= rows_.count; ++row) {
-        const QString name =
-            rows_.count == 1 ? control : QString("%1_%2").arg(control).arg(row - 1);
-        auto* field = new Field(parent, name);
-        place(field, {left, rows_.firstTop + (row - 1) * rows_.pitch, width, rows_.pitch});
-        field->setAccessibleName(QString("%1, row %2").arg(label.simplified()).arg(row));
+        const bool isArray = rows_.count > 1;
+        auto* field = new Field(parent, isArray ? QString("%1_%2").arg(spec.control).arg(row - 1)
+                                                : spec.control);
+        place(field,
+              {spec.left, rows_.firstTop + (row - 1) * rows_.pitch, spec.width, rows_.pitch});
+        field->setAccessibleName(QString("%1, row %2").arg(spec.label.simplified()).arg(row));
         field->join(*this, column, row);
         fields.push_back(field);
     }
@@ -115,8 +116,7 @@ int FieldTable::filledRows(int column) const {
 
 void FieldTable::moveFocus(int column, int row) {
     if (row >= 1 && row <= rowCount()) {
-        field(column, row)->setFocus();
-        field(column, row)->selectAll();
+        field(column, row)->setFocus(Qt::TabFocusReason); // which selects the text
     }
 }
 

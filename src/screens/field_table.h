@@ -32,10 +32,19 @@ CellBlock cellBlock(const QString& text);
 /// Where the rows of a table stand, in twips.
 struct TableRows {
     int count = 1;
-    double labelTop = 0; ///< upper edge of the column labels
-    double firstTop = 0; ///< upper edge of the first row, lower edge of the labels
+    double firstTop = 0; ///< upper edge of the first row, lower edge of the column labels
     double pitch = 270;  ///< from row to row
     double height() const { return count * pitch; }
+};
+
+/// A column and where it stands, in twips.
+struct FieldColumn {
+    QString control;
+    QString label;
+    double left = 0;
+    double width = 0;
+    double labelTop = 0;
+    QString labelName = {}; ///< where the system names the label
 };
 
 /// The rows of one side of a section. Columns count from 0 in the order in which they were added,
@@ -48,8 +57,7 @@ class FieldTable {
 
     /// Adds a column of fields under its label and returns its number. A control array counts from
     /// 0; the control of a table of one row has no index.
-    int addColumn(QWidget* parent, const QString& control, const QString& label, double left,
-                  double width, const QString& labelName = {});
+    int addColumn(QWidget* parent, const FieldColumn& column);
     /// Writes the row numbers 1, 2 ... before the rows.
     void addRowNumbers(QWidget* parent, double left, double width);
 

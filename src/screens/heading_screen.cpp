@@ -153,7 +153,7 @@ HeadingScreen::HeadingScreen(ScreenContext& context)
     order.push_back(cmdFinished_);
     setFocusOrder(order);
     fill();
-    order.front()->setFocus();
+    order.front()->setFocus(Qt::TabFocusReason);
 }
 
 void HeadingScreen::createGroups() {
@@ -164,7 +164,8 @@ void HeadingScreen::createGroups() {
     }
     cmdFinished_ = addButton(sheet, "cmdFinished", "&Finished", {3825, 6120, 1800, 495},
                              [this] { finishStage(); });
-    headings_.addColumn(findChild<QFrame*>("fraHeading"), "txtHead", {}, 120, 8850);
+    headings_.addColumn(findChild<QFrame*>("fraHeading"),
+                        {.control = "txtHead", .label = {}, .left = 120, .width = 8850});
 }
 
 void HeadingScreen::createFields() {

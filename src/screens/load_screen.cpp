@@ -47,8 +47,8 @@ struct LoadScreen::Arrangement {
         const double title = kind.columnsTitle != nullptr ? TitleHeight : 0;
         const bool framed = hasSideFrames(kind);
         rows = {.count = kind.rows, .pitch = Pitch};
-        rows.labelTop = (*kind.side[0].title != '\0' ? TitleHeight : 0) + (framed ? title : 0);
-        rows.firstTop = rows.labelTop + LabelHeight;
+        labelTop = (*kind.side[0].title != '\0' ? TitleHeight : 0) + (framed ? title : 0);
+        rows.firstTop = labelTop + LabelHeight;
         sideTop = SketchTop + SketchHeight + Margin + (framed ? 0 : title);
         sideWidth =
             std::max(LeastSideWidth, NumbersWidth + 2 * Margin +
@@ -62,6 +62,7 @@ struct LoadScreen::Arrangement {
     double sideLeft(int side) const { return sidesLeft + (side - 1) * (sideWidth + Margin); }
 
     TableRows rows;
+    double labelTop; ///< on the frame of a side
     double sideTop, sideWidth, sideHeight, sidesLeft;
     double width, buttonTop;
 };
@@ -100,7 +101,7 @@ LoadScreen::LoadScreen(ScreenContext& context, const char* name, const char* tit
         }
     }
     setFocusOrder(order);
-    order.front()->setFocus();
+    order.front()->setFocus(Qt::TabFocusReason);
 }
 
 bool LoadScreen::sharesDelete() const {
@@ -127,13 +128,17 @@ void LoadScreen::createSide(QWidget* frame, int side, const Arrangement& at) {
     const double width = (at.sideWidth - left - Margin) / columns;
     double place = left;
     for (const LoadColumn& column : kind_.columns) {
-        rows->addColumn(parent, controlName(column, side), labelText(column, side), place,
-                        width - Margin / 3, column.labelName[side - 1]);
+        rows->addColumn(parent, {.control = controlName(column, side),
+                                 .label = labelText(column, side),
+                                 .left = place,
+                                 .width = width - Margin / 3,
+                                 .labelTop = at.labelTop,
+                                 .labelName = column.labelName[side - 1]});
         place += width;
     }
     if (kind_.columnsTitle != nullptr && spec.frame != nullptr) {
         makeLabel(parent, QString(spec.frame) + "_distances", kind_.columnsTitle,
-                  {left, at.rows.labelTop - TitleHeight, width * (columns - 1), TitleHeight});
+                  {left, at.labelTop - TitleHeight, width * (columns - 1), TitleHeight});
     }
 }
 

@@ -2,9 +2,12 @@
 
 #include "screens/heading_screen.h"
 #include "screens/keyin_screen.h"
+#include "screens/layer_screen.h"
 #include "screens/load_lists.h"
 #include "screens/load_screen.h"
+#include "screens/pile_screen.h"
 #include "screens/surface_screen.h"
+#include "screens/water_screen.h"
 
 namespace korvane {
 
@@ -13,10 +16,13 @@ ScreenTable dataScreens() {
         {Screen::KEYIN, makes<KeyinScreen>()},
         {Screen::HEADCONT, makes<HeadingScreen>()},
         {Screen::SURFACE, makes<SurfaceScreen>()},
+        {Screen::LAYRDATA, makes<LayerScreen>()},
+        {Screen::WATER, makes<WaterScreen>()},
         {Screen::SURCHCON, makes<SectionScreen>(&surchargeList())},
         {Screen::SURCHARG, makes<LoadScreen>("SURCHARG", "SURFACE SURCHARGES", &verticalLoad)},
         {Screen::HORCON, makes<SectionScreen>(&horizontalLoadList())},
         {Screen::HORLOAD, makes<LoadScreen>("HORLOAD", "HORIZONTAL LOADS", &horizontalLoad)},
+        {Screen::ROWEPILE, makes<PileScreen>()},
     };
 }
 

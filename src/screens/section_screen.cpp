@@ -51,7 +51,7 @@ SectionScreen::SectionScreen(ScreenContext& context, const SectionList* list)
                               [this] { finishStage(); }));
     setFocusOrder(order);
     highlightAll();
-    order.front()->setFocus();
+    order.front()->setFocus(Qt::TabFocusReason);
 }
 
 void SectionScreen::highlightAll() {

@@ -10,7 +10,7 @@ namespace korvane {
 
 namespace {
 
-constexpr TableRows SurfaceRows{.count = 11, .labelTop = 330, .firstTop = 840, .pitch = 285};
+constexpr TableRows SurfaceRows{.count = 11, .firstTop = 840, .pitch = 285};
 
 constexpr int Distance = 0;
 constexpr int Elevation = 1;
@@ -20,7 +20,9 @@ struct SideSpec {
     const char* frame;
     const char* title;
     const char* distance;
+    const char* distanceLabel;
     const char* elevation;
+    const char* elevationLabel;
     double left;
     BoxText none;
     const char* invalid;
@@ -32,7 +34,9 @@ constexpr SideSpec sides[] = {
      "fraSurfRight",
      "Rightside Surface Data",
      "txtRightDist",
+     "lblRightDist",
      "txtRightElev",
+     "lblRightElev",
      180,
      {"DATA MISSING", "At least one SURFACE point is required for the right side."
                       "\n\nChoose OK to continue SURFACE DATA entry."
@@ -43,7 +47,9 @@ constexpr SideSpec sides[] = {
      "fraSurfLeft",
      "Leftside Surface Data",
      "txtLeftDist",
+     "lblLeftDist",
      "txtLeftElev",
+     "lblLeftElev",
      4560,
      {"DATA MISSING", "At least one SURFACE point is required for the left side."
                       "\n\n     Choose OK to continue SURFACE DATA entry."
@@ -71,8 +77,18 @@ SurfaceScreen::SurfaceScreen(ScreenContext& context)
         rows = std::make_unique<FieldTable>(SurfaceRows);
         QFrame* frame = makeGroup(sheet, spec.frame, spec.title, {spec.left, 960, 3960, 4110});
         rows->addRowNumbers(frame, 90, 360);
-        rows->addColumn(frame, spec.distance, "Distance From Wall (FT)", 480, 1620);
-        rows->addColumn(frame, spec.elevation, "           Elevation (FT)", 2190, 1620);
+        rows->addColumn(frame, {.control = spec.distance,
+                                .label = "Distance From Wall (FT)",
+                                .left = 480,
+                                .width = 1620,
+                                .labelTop = 330,
+                                .labelName = spec.distanceLabel});
+        rows->addColumn(frame, {.control = spec.elevation,
+                                .label = "           Elevation (FT)",
+                                .left = 2190,
+                                .width = 1620,
+                                .labelTop = 330,
+                                .labelName = spec.elevationLabel});
         const auto fields = rows->focusOrder();
         order.insert(order.end(), fields.begin(), fields.end());
         for (int row = 1; editing && row <= problem().SurfacePointCount(spec.side); ++row) {
@@ -84,7 +100,7 @@ SurfaceScreen::SurfaceScreen(ScreenContext& context)
                               [this] { finishStage(); }));
     setFocusOrder(order);
     watchFields();
-    order.front()->setFocus();
+    order.front()->setFocus(Qt::TabFocusReason);
 }
 
 void SurfaceScreen::finishStage() {

@@ -1,5 +1,6 @@
 #include "desk.h"
 
+#include "rowe/pile_sections.h"
 #include "screens/controls.h"
 #include "screens/screens.h"
 #include "widgets/geometry.h"
@@ -13,6 +14,7 @@ Desk::Desk()
       problem(state.problem), context_{*session, *this, &mainWindow,
                                        [this](QWidget*, int item) { helpItems.push_back(item); }} {
     clearProblemData(problem);
+    LoadPileDefaults(state.rowe);
     mainWindow.resize(pixels(11600), pixels(8200));
     mainWindow.show();
 }

@@ -97,6 +97,8 @@ std::vector<Look> allLooks() {
     };
     for (const auto& [name, screen] :
          std::vector<std::pair<std::string, Screen>>{{"keyin", Screen::KEYIN},
+                                                     {"layrdata", Screen::LAYRDATA},
+                                                     {"water", Screen::WATER},
                                                      {"surchcon", Screen::SURCHCON},
                                                      {"horcon", Screen::HORCON},
                                                      {"headcont", Screen::HEADCONT},
@@ -121,6 +123,52 @@ std::vector<Look> allLooks() {
     for (const int section : {1, 2}) {
         load("horload-" + std::to_string(section), Screen::HORLOAD, section);
     }
+    for (const auto& [side, button] : std::vector<std::pair<std::string, std::string>>{
+             {"right", "cmdEnterRightside"}, {"left", "cmdEnterLeftside"}}) {
+        const auto control = [&, open = QString::fromStdString(button)](const std::string& kind,
+                                                                        bool onward) {
+            return [open, kind, onward](Desk& desk) {
+                Problem problem = fullProblem();
+                problem.SoilDataKind.fill(kind);
+                problem.SoilCoefActive.fill(0.333);
+                problem.SoilCoefPassive.fill(3);
+                hold(desk, problem);
+                desk.open(Screen::LAYRDATA);
+                desk.click(open);
+                if (onward) {
+                    desk.click("cmdOK");
+                }
+            };
+        };
+        looks.push_back({"layrdata-control-" + side, control("S", false)});
+        looks.push_back({"layrdata-strengths-" + side, control("S", true)});
+        looks.push_back({"layrdata-coefficients-" + side, control("C", true)});
+    }
+    const auto water = [&](const std::string& name, const char* kind, const char* seepage,
+                           const char* button) {
+        looks.push_back({"water-" + name, [kind, seepage, button](Desk& desk) {
+                             Problem problem = fullProblem();
+                             problem.WaterDataKind = kind;
+                             problem.SeepageKind = seepage;
+                             problem.WaterPressCount = 2;
+                             problem.WaterPressElev(1) = -5;
+                             problem.WaterPressElev(2) = -20;
+                             problem.WaterPressure(2) = 624;
+                             hold(desk, problem);
+                             desk.open(Screen::WATER);
+                             desk.click(button);
+                         }});
+    };
+    water("elevations-none", "E", "", "cmdWaterEls");
+    water("elevations-gradient", "E", "G", "cmdWaterEls");
+    water("elevations-automatic", "E", "A", "cmdWaterEls");
+    water("pressures", "P", "", "cmdWaterPres");
+    looks.push_back({"rowepile-defaults", [](Desk& desk) { desk.open(Screen::ROWEPILE); }});
+    looks.push_back({"rowepile-additions", [](Desk& desk) {
+                         desk.open(Screen::ROWEPILE);
+                         desk.click("cmdDefAccept");
+                         desk.type("txtName_0", "AZ 26");
+                     }});
     return looks;
 }
 

@@ -1,0 +1,386 @@
+#include "screens/layer_screen.h"
+
+#include "screens/layer_columns.h"
+#include "widgets/geometry.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace korvane {
+
+namespace {
+
+// All in twips.
+constexpr int LayerRows = 11;
+constexpr double GroupTop = 1080;
+constexpr double GroupHeight = 3885;
+constexpr double GroupMargin = 60;
+constexpr double NumbersWidth = 210;
+constexpr double LabelTop = 465; ///< under a title of two lines
+constexpr double RowPitch = 270;
+constexpr TableRows LayerPlace{
+    .count = LayerRows,
+    .firstTop = GroupHeight - GroupMargin - LayerRows * RowPitch,
+    .pitch = RowPitch,
+};
+
+struct SideWords {
+    const char* name;
+    const char* capitals;
+};
+constexpr SideWords sideWords[] = {{"Rightside", "RIGHTSIDE"}, {"Leftside", "LEFTSIDE"}};
+
+const SideWords& wordsOf(int side) {
+    return sideWords[side - 1];
+}
+
+constexpr Column factorColumns[] = {
+    {"txtFSA2", "Active", numberAt<&Problem::Level2FSActive>, notNegative, IfEmpty::Zero},
+    {"txtFSP2", "Passive", numberAt<&Problem::Level2FSPassive>, notNegative, IfEmpty::Zero},
+};
+
+constexpr const char* LayerChoices = "\n\n     Choose OK to continue SOIL LAYER"
+                                     "\n          DATA entry."
+                                     "\n     Choose CANCEL to delete ALL SOIL LAYER"
+                                     "\n          DATA and exit.";
+
+MessageBox layerBox(Fault fault) {
+    const bool missing = fault == Fault::Missing;
+    return okCancelBox(
+        missing ? "DATA MISSING" : "INVALID DATA",
+        std::string(missing ? ValueMissing : "At least one required data value is invalid.") +
+            LayerChoices);
+}
+
+MessageBox changeKindBox(const std::string& chosen) {
+    return {.text = chosen == "C" ? "Current data are for SOIL STRENGTH DATA."
+                                    "\nDo you want to change to SOIL PRESSURE COEFFICIENTS?"
+                                  : "Current data are for SOIL PRESSURE COEFFICIENTS."
+                                    "\nDo you want to change to SOIL STRENGTH DATA?",
+            .title = "CHANGE SOIL DATA TYPE?",
+            .buttons = Buttons::YesNo,
+            .icon = Icon::Question};
+}
+
+} // namespace
+
+LayerScreen::LayerScreen(ScreenContext& context)
+    : DataScreen(context, "LAYRDATA", "SOIL LAYER DATA"), table_(LayerPlace) {
+    heading_ = makeTitle(canvas(), "panHeading", {}, {0, 240, 4800, 480});
+    keepCentred(heading_, Centre::Across);
+    createSideStage();
+    createControlStage();
+    createLayerStage();
+    watchFields();
+    show(Stage::Sides);
+}
+
+// ---- building
+// ------------------------------------------------------------------------------------
+
+void LayerScreen::createSideStage() {
+    const bool edit = problem().SoilLayerCount(Right) != 0; // of the right side for both
+    sideFrame_ = makeGroup(canvas(), "fraSoilDataAction", {}, {0, 0, 4335, 3495});
+    makeTitle(sideFrame_, "panSoilDataAction", "Select Desired Action", {240, 150, 3855, 450});
+    double top = 750;
+    std::vector<QWidget*> order;
+    for (const int side : {Right, Left}) {
+        const std::string name = wordsOf(side).name;
+        const std::string button = "cmdEnter" + name;
+        const std::string panel = "pan" + name;
+        sideControl(side) = makeSectionControl(
+            sideFrame_, {.name = button.c_str(), .caption = "", .panel = panel.c_str()},
+            {240, top, 3855, 630});
+        captionSide(side, edit);
+        highlight(sideControl(side).panel, edit);
+        connect(sideControl(side).button, &QPushButton::clicked, this,
+                [this, side] { run([&] { chooseSide(side); }); });
+        order.push_back(sideControl(side).button);
+        top += 720;
+    }
+    makeLabel(sideFrame_, "Label3", HighlightNote, {60, top + 60, 4215, 450});
+    order.push_back(addButton(sideFrame_, "cmdFinishedAction", "&Finished", {1365, 2850, 1605, 465},
+                              [this] { finishSides(); }));
+    setFocusOrder(order);
+    keepCentred(sideFrame_, Centre::Both);
+}
+
+void LayerScreen::createControlStage() {
+    control_ = makeGroup(canvas(), "panControlData", " ", {0, 0, 5925, 2415});
+    controlTitle_ = control_->findChild<QLabel*>("panControlData_title");
+    QFrame* type = makeGroup(control_, "fraSoilType", "Soil Data Type", {240, 420, 2100, 1260});
+    strengths_ = addOption(type, "optStrengths", "Strengths", {150, 390, 1800, 330},
+                           [this] { chooseKind("S"); });
+    coefficients_ = addOption(type, "optCoefficients", "Coefficients", {150, 750, 1800, 330},
+                              [this] { chooseKind("C"); });
+    factors_ = makeGroup(control_, "fraSafety2", "Level 2 Safety Factors", {2580, 420, 3105, 1260});
+    std::vector<QWidget*> order{strengths_, coefficients_};
+    double left = 240;
+    int number = 0;
+    for (const Column& column : factorColumns) {
+        makeLabel(factors_, QString(column.control) + "_label", column.label,
+                  {left, 330, 1200, 360});
+        auto* field = new Field(factors_, column.control);
+        place(field, {left, 720, 1200, 300});
+        field->setAccessibleName(QString("Level 2 Safety Factors ") + column.label);
+        factorFields_[number++] = field;
+        order.push_back(field);
+        left += 1425;
+    }
+    order.push_back(
+        addButton(control_, "cmdOK", "&OK", {2362, 1815, 1200, 465}, [this] { finishControl(); }));
+    setFocusOrder(order);
+    keepCentred(control_, Centre::Both);
+}
+
+void LayerScreen::createLayerStage() {
+    layerSheet_ = makeSheet(9450, GroupHeight + 900, GroupTop);
+    for (const LayerGroup& group : layerGroups()) {
+        const double width =
+            group.strengthsWidth > 0 ? group.strengthsWidth : group.coefficientsWidth;
+        QFrame* frame =
+            makeGroup(layerSheet_, group.frame, group.title, {0, 0, width, GroupHeight});
+        double left = GroupMargin;
+        if (table_.columnCount() == 0) {
+            table_.addRowNumbers(frame, left / 2, NumbersWidth);
+            left += NumbersWidth;
+        }
+        double columns = 0;
+        for (const LayerColumn& column : layerColumns()) {
+            columns += column.frame == std::string(group.frame) ? 1 : 0;
+        }
+        const double each = (width - left - GroupMargin) / columns;
+        for (const LayerColumn& column : layerColumns()) {
+            if (column.frame == std::string(group.frame)) {
+                table_.addColumn(frame,
+                                 {.control = column.column.control,
+                                  .label = column.column.label,
+                                  .left = left,
+                                  .width = each,
+                                  .labelTop = *group.title != '\0' ? LabelTop : GroupMargin});
+                left += each;
+            }
+        }
+    }
+    cmdFinished_ = addButton(layerSheet_, "cmdFinished", {}, {3225, GroupHeight + 210, 3000, 495},
+                             [this] { finishLayers(); });
+    std::vector<QWidget*> order = table_.focusOrder();
+    order.push_back(cmdFinished_);
+    setFocusOrder(order);
+}
+
+void LayerScreen::arrangeGroups(const std::string& kind) {
+    for (const LayerGroup& group : layerGroups()) {
+        const bool ofStrengths = kind == "S";
+        const double width = ofStrengths ? group.strengthsWidth : group.coefficientsWidth;
+        auto* frame = layerSheet_->findChild<QFrame*>(group.frame);
+        frame->setVisible(width > 0);
+        place(frame,
+              {ofStrengths ? group.strengthsLeft : group.coefficientsLeft, 0, width, GroupHeight});
+    }
+}
+
+void LayerScreen::captionSide(int side, bool edit) {
+    sideControl(side).button->setText(
+        QString("%1 &%2 Soil Data").arg(edit ? "Edit" : "Enter").arg(wordsOf(side).name));
+}
+
+void LayerScreen::show(Stage stage) {
+    stage_ = stage;
+    sideFrame_->setVisible(stage == Stage::Sides);
+    heading_->setVisible(stage != Stage::Sides);
+    control_->setVisible(stage == Stage::Control);
+    layerSheet_->setVisible(stage == Stage::Layers);
+    arrange();
+    switch (stage) {
+    case Stage::Sides:
+        sideControl(Right).button->setFocus(Qt::TabFocusReason);
+        break;
+    case Stage::Control:
+        (coefficients_->isChecked() ? coefficients_ : strengths_)->setFocus(Qt::TabFocusReason);
+        break;
+    case Stage::Layers:
+        table_.moveFocus(0, 1);
+        break;
+    }
+}
+
+// ---- stage 1
+// -------------------------------------------------------------------------------------
+
+void LayerScreen::chooseSide(int side) {
+    SideIndex_ = side;
+    const bool edit = layers() != 0;
+    heading_->setText(
+        QString("%1 %2 Soil Data").arg(edit ? "Edit" : "Enter").arg(wordsOf(side).capitals));
+    controlTitle_->setText(QString("Control Data for %1 Soil").arg(wordsOf(side).name));
+    setOption(strengths_, edit && kind() == "S");
+    setOption(coefficients_, edit && kind() == "C");
+    for (int number = 0; number < 2; ++number) {
+        const double factor = factorColumns[number].number(problem(), side, 1);
+        factorFields_[number]->setText({});
+        if (edit && factor != 0) {
+            factorFields_[number]->showNumber(factor);
+        }
+    }
+    show(Stage::Control);
+}
+
+void LayerScreen::finishSides() {
+    if (problem().SoilLayerCount(Right) != 0 && problem().SoilLayerCount(Left) != 0) {
+        accept();
+        return;
+    }
+    if (!goesOn(okCancelBox("INSUFFICIENT DATA", "Insufficient SOIL LAYER DATA have been provided."
+                                                 "\n\n     Choose OK to continue SOIL LAYER"
+                                                 "\n          DATA entry."
+                                                 "\n     Choose CANCEL to DELETE ALL SOIL LAYER"
+                                                 "\n          DATA and exit."))) {
+        dropLayers(true);
+    }
+}
+
+void LayerScreen::dropLayers(bool andKinds) {
+    problem().SoilLayerCount.fill(0);
+    if (andKinds) {
+        problem().SoilDataKind.fill("");
+    }
+    accept();
+}
+
+// ---- stage 2
+// -------------------------------------------------------------------------------------
+
+/// A side that has layers of the other kind loses them if that is confirmed. Deliberately a No
+/// leaves the option as clicked.
+void LayerScreen::chooseKind(const std::string& chosen) {
+    const std::string other = chosen == "C" ? "S" : "C";
+    if (layers() == 0 || kind() != other || ask(changeKindBox(chosen)) != Answer::Yes) {
+        return;
+    }
+    dataChanged();
+    layers() = 0;
+    captionSide(SideIndex_, false);
+    factors_->setVisible(chosen == "C");
+    if (chosen == "C") {
+        factorFields_[0]->setText({});
+        factorFields_[1]->setText({});
+    }
+}
+
+void LayerScreen::finishControl() {
+    kind() = coefficients_->isChecked() ? "C" : strengths_->isChecked() ? "S" : "";
+    if (kind().empty()) {
+        return; // deliberately without a message
+    }
+    for (int number = 0; number < 2; ++number) {
+        if (readEntry(factorFields_[number]->entry(), factorColumns[number], problem(),
+                      SideIndex_) != Fault::None) {
+            if (!goesOn(okCancelBox("INVALID DATA",
+                                    std::string(ValueInvalid) +
+                                        "\n\nChoose OK to continue DATA entry."
+                                        "\nChoose CANCEL to DELETE ALL DATA on this form"
+                                        "\n     and exit."))) {
+                dropLayers(true);
+            }
+            return;
+        }
+    }
+    arrangeGroups(kind());
+    fillLayers();
+    cmdFinished_->setText(QString("Finished With &%1").arg(wordsOf(SideIndex_).name));
+    show(Stage::Layers);
+}
+
+// ---- stage 3
+// -------------------------------------------------------------------------------------
+
+void LayerScreen::fillLayers() {
+    table_.clear();
+    for (int layer = 1; layer <= layers(); ++layer) {
+        int place = 0;
+        for (const LayerColumn& column : layerColumns()) {
+            const double value = column.column.number(problem(), SideIndex_, layer);
+            if (column.isOf(kind()) && !(column.notOfLast && layer == layers()) &&
+                !(column.emptyIfZero && value == 0)) {
+                table_.field(place, layer)->showNumber(value);
+            }
+            ++place;
+        }
+    }
+}
+
+int LayerScreen::filledLayers() const {
+    std::vector<int> counting;
+    int place = 0;
+    for (const LayerColumn& column : layerColumns()) {
+        if (column.countsRow && column.isOf(coefficients_->isChecked() ? "C" : "S")) {
+            counting.push_back(place);
+        }
+        ++place;
+    }
+    return table_.lastFilledRow(counting);
+}
+
+/// In each layer first what both kinds have, then the kind's own columns.
+Fault LayerScreen::readLayers() {
+    for (int layer = 1; layer <= layers(); ++layer) {
+        for (const bool ofBoth : {true, false}) {
+            int place = -1;
+            for (const LayerColumn& column : layerColumns()) {
+                ++place;
+                const bool common = column.isOf("S") && column.isOf("C");
+                if (common != ofBoth || !column.isOf(kind()) ||
+                    (column.notOfLast && layer == layers())) {
+                    continue;
+                }
+                const Fault fault = readEntry(table_.entry(place, layer), column.column, problem(),
+                                              SideIndex_, layer);
+                if (fault != Fault::None) {
+                    return fault;
+                }
+            }
+        }
+    }
+    return Fault::None;
+}
+
+void LayerScreen::finishLayers() {
+    layers() = filledLayers();
+    if (layers() == 0) {
+        if (!goesOn(
+                okCancelBox("DATA MISSING",
+                            std::string("At least one soil layer is required.") + LayerChoices))) {
+            dropLayers(true);
+        }
+        return;
+    }
+    if (const Fault fault = readLayers(); fault != Fault::None) {
+        if (!goesOn(layerBox(fault))) {
+            dropLayers(false); // the kinds deliberately stay here
+        }
+        return;
+    }
+    captionSide(SideIndex_, true);
+    highlight(sideControl(SideIndex_).panel, true);
+    problem().SoilBottomElev(SideIndex_, layers()) = NoLayerBottom;
+    show(Stage::Sides);
+}
+
+void LayerScreen::finishStage() {
+    switch (stage_) {
+    case Stage::Sides:
+        finishSides();
+        break;
+    case Stage::Control:
+        finishControl();
+        break;
+    case Stage::Layers:
+        finishLayers();
+        break;
+    }
+}
+
+} // namespace korvane

@@ -1,0 +1,237 @@
+#include "screens/pile_screen.h"
+
+#include "rowe/pile_sections.h"
+#include "runtime/number_text.h"
+#include "widgets/shown_text.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPushButton>
+
+namespace korvane {
+
+namespace {
+
+constexpr int AddedRows = 5;
+
+// All in twips.
+constexpr double ColumnLeft = 600;
+constexpr double ColumnPitch = 1680;
+constexpr double ColumnWidth = 1590;
+constexpr double DefaultTop = 840;
+constexpr double DefaultPitch = 255;
+constexpr TableRows AddedPlace{.count = AddedRows, .firstTop = 840, .pitch = 285};
+
+struct PileColumn {
+    const char* label;   ///< heading of both tables
+    const char* shown;   ///< labels of the default sections
+    const char* entered; ///< fields of the additional ones
+};
+
+constexpr PileColumn pileColumns[] = {
+    {"Pile Name", "lblName", "txtName"},
+    {"Section Modulus (IN^3)", "lblSectMod", "txtSectMod"},
+    {"Moment of Inertia (IN^4)", "lblInertia", "txtInertia"},
+    {"Allowable Stress (PSI)", "lblAllow", "txtAllow"},
+    {"Modulus of Elasticity (PSI)", "lblEMod", "txtEMod"},
+};
+constexpr int Stress = 3;
+constexpr int Modulus = 4;
+
+constexpr const char* FirstPrompt =
+    "Change allowable stress and modulus of eLLASTicity for default piles if desired.";
+constexpr const char* SecondPrompt = "Enter data for additional pile sections if desired.";
+
+QString general(double value) {
+    return shownText(generalForm(value));
+}
+
+/// The four numbers of a section in the order of their columns.
+std::array<double, 4> numbersOf(const RoweData& rowe, int p) {
+    return {rowe.PileSectionData(p, 1), rowe.PileSectionData(p, 2), rowe.PileAllowStress(p),
+            rowe.PileModulus(p)};
+}
+
+} // namespace
+
+PileScreen::PileScreen(ScreenContext& context)
+    : DataScreen(context, "ROWEPILE", "SHEET PILE DATA FOR ROWE'S MOMENT REDUCTION"),
+      rows_(AddedPlace) {
+    QWidget* sheet = makeSheet(9450, 7380);
+    prompt_ = makeLabel(sheet, "Label2", {}, {180, 120, 9090, 420});
+    prompt_->setAlignment(Qt::AlignCenter);
+    createDefaults(sheet);
+    createDefaultFields(sheet);
+    createAdditions(sheet);
+    watchRemarks();
+
+    std::vector<QWidget*> order{defaultField_[0], defaultField_[1], cmdDefAccept_};
+    const auto fields = rows_.focusOrder();
+    order.insert(order.end(), fields.begin(), fields.end());
+    order.push_back(cmdDone_);
+    setFocusOrder(order);
+    showDefaults();
+    showAdditions();
+    showStage(false);
+}
+
+// ---- building
+// ------------------------------------------------------------------------------------
+
+void PileScreen::createDefaults(QWidget* sheet) {
+    QFrame* frame =
+        makeGroup(sheet, "frmDefData", "Default Sheet Pile Data", {180, 660, 9090, 3510});
+    double left = ColumnLeft;
+    for (int column = 0; column < Columns; ++column) {
+        const PileColumn& spec = pileColumns[column];
+        makeLabel(frame, QString(spec.shown) + "_label", spec.label,
+                  {left, 330, ColumnWidth, DefaultTop - 330});
+        for (int row = 0; row < DefaultSectionCount; ++row) {
+            QLabel* label =
+                makeLabel(frame, QString("%1_%2").arg(spec.shown).arg(row), {},
+                          {left, DefaultTop + row * DefaultPitch, ColumnWidth, DefaultPitch});
+            label->setAlignment(Qt::AlignCenter);
+            label->setWordWrap(false);
+            defaultRows_[static_cast<std::size_t>(column)].push_back(label);
+        }
+        left += ColumnPitch;
+    }
+    cmdDefAccept_ = addButton(frame, "cmdDefAccept", "&Accept", {3645, 2970, 1800, 465},
+                              [this] { acceptDefaultFields(); });
+}
+
+void PileScreen::createDefaultFields(QWidget* sheet) {
+    defaultFields_ = makeGroup(sheet, "frmDefAllE", {}, {4950, 4320, 4320, 1200});
+    static constexpr const char* names[] = {"txtDefAllow", "txtDefEMod"};
+    double left = 180;
+    for (int number = 0; number < 2; ++number) {
+        const int column = Stress + number;
+        const QString label = pileColumns[column].label;
+        makeLabel(defaultFields_, QString(names[number]) + "_label", label, {left, 60, 1890, 570});
+        auto* field = new Field(defaultFields_, names[number]);
+        place(field, {left + 150, 660, 1590, 300});
+        field->setAccessibleName(label + " of the default sections");
+        defaultField_[number] = field;
+        connect(field, &Field::textChanged, this, [this, column](const QString& text) {
+            for (QLabel* shown : defaultRows_[static_cast<std::size_t>(column)]) {
+                shown->setText(text);
+            }
+        });
+        left += 2070;
+    }
+}
+
+void PileScreen::createAdditions(QWidget* sheet) {
+    addition_ =
+        makeGroup(sheet, "frmAddData", "Additional Sheet Pile Data", {180, 4260, 9090, 2430});
+    double left = ColumnLeft;
+    for (const PileColumn& spec : pileColumns) {
+        rows_.addColumn(addition_, {.control = spec.entered,
+                                    .label = spec.label,
+                                    .left = left,
+                                    .width = ColumnWidth,
+                                    .labelTop = 330});
+        left += ColumnPitch;
+    }
+    cmdDone_ = addButton(sheet, "cmdDone", "&Done", {3825, 6780, 1800, 465}, [this] { finish(); });
+}
+
+// ---- showing
+// -------------------------------------------------------------------------------------
+
+void PileScreen::showDefaults() {
+    for (int p = 1; p <= DefaultSectionCount; ++p) {
+        const auto row = static_cast<std::size_t>(p - 1);
+        const auto numbers = numbersOf(rowe(), p);
+        defaultRows_[0][row]->setText(shownText(rowe().PileName(p)));
+        defaultRows_[1][row]->setText(general(numbers[0]));
+        defaultRows_[2][row]->setText(general(numbers[1]));
+    }
+    defaultField_[0]->setText(DefaultAllowStressText);
+    defaultField_[1]->setText(DefaultModulusText);
+}
+
+/// The sections that were added before, without a gap.
+void PileScreen::showAdditions() {
+    rows_.clear();
+    for (int row = 1; row <= AddedRows; ++row) {
+        const int p = DefaultSectionCount + row;
+        if (rowe().PileName(p).empty()) {
+            return;
+        }
+        rows_.field(0, row)->setText(shownText(rowe().PileName(p)));
+        int column = 1;
+        for (const double number : numbersOf(rowe(), p)) {
+            rows_.field(column++, row)->showNumber(number);
+        }
+    }
+}
+
+void PileScreen::showStage(bool accepted) {
+    accepted_ = accepted;
+    prompt_->setText(accepted ? SecondPrompt : FirstPrompt);
+    paintGround(prompt_, GroundColour, accepted ? RequiredColour : PlainColour);
+    defaultFields_->setVisible(!accepted);
+    cmdDefAccept_->setVisible(!accepted);
+    addition_->setVisible(accepted);
+    cmdDone_->setVisible(accepted);
+    if (accepted) {
+        rows_.moveFocus(0, 1);
+    } else {
+        defaultField_[0]->setFocus(Qt::TabFocusReason);
+    }
+}
+
+// ---- steps
+// ---------------------------------------------------------------------------------------
+
+void PileScreen::acceptDefaultFields() {
+    if (!acceptDefaultTexts(rowe(), defaultField_[0]->entry(), defaultField_[1]->entry())) {
+        offerDefaults();
+        return;
+    }
+    for (int p = 1; p <= DefaultSectionCount; ++p) {
+        const auto row = static_cast<std::size_t>(p - 1);
+        defaultRows_[Stress][row]->setText(general(rowe().PileAllowStress(p)));
+        defaultRows_[Modulus][row]->setText(general(rowe().PileModulus(p)));
+    }
+    showStage(true);
+}
+
+void PileScreen::finish() {
+    std::array<PileEntry, AddedRows> entries;
+    int row = 0;
+    for (PileEntry& entry : entries) {
+        ++row;
+        entry = {rows_.entry(0, row), rows_.entry(1, row), rows_.entry(2, row), rows_.entry(3, row),
+                 rows_.entry(4, row)};
+    }
+    if (!addSections(rowe(), entries)) {
+        offerDefaults();
+        return;
+    }
+    // What was taken out of the rows does not come back the next time.
+    for (int p = rowe().PileSectionCount + 1; p <= DefaultSectionCount + AddedRows; ++p) {
+        rowe().PileName(p).clear();
+    }
+    accept();
+}
+
+void PileScreen::offerDefaults() {
+    if (!goesOn(invalidSectionsBox())) {
+        LoadPileDefaults(rowe());
+        showDefaults();
+        showAdditions();
+        showStage(false);
+    }
+}
+
+void PileScreen::finishStage() {
+    if (accepted_) {
+        finish();
+    } else {
+        acceptDefaultFields();
+    }
+}
+
+} // namespace korvane
