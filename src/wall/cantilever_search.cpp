@@ -129,24 +129,6 @@ double parabolaRoot(const MomentCurve& curve) {
     return divide(-B - squareRoot(B * B - 4 * A * C), 2 * A);
 }
 
-/// NetPassive at a trial bottom (PSF). Between rows the slope comes from the values above both
-/// rows while the line starts from the value below the upper one: deliberate.
-double passivePressureAt(const State& state, double elev) {
-    const auto& ElevGrid = state.grid.ElevGrid;
-    const auto& NetPassive = state.net.NetPassive;
-    for (int k = state.net.NetZeroIndex; k <= state.grid.NumElevs; ++k) {
-        if (elev == ElevGrid(k)) {
-            return NetPassive(k, 2);
-        }
-        if (ElevGrid(k) < elev) {
-            const double slope =
-                divide(NetPassive(k, 2) - NetPassive(k - 1, 2), ElevGrid(k - 1) - ElevGrid(k));
-            return NetPassive(k - 1, 1) + slope * (ElevGrid(k - 1) - elev);
-        }
-    }
-    throw RuntimeError(9);
-}
-
 /// Notes the moment of the present trial and moves the bottom to the next one: down the grid until
 /// the curve has its points, then to the root of the parabola. False after a failure.
 bool tryNextBottom(State& state, MomentCurve& curve, int& row, double moment) {
@@ -290,6 +272,22 @@ TrialResultant IntegrateNetPressure(const State& state, double drivingForce, dou
     F += drivingForce;
     M = M - (ElevGrid(startIndex) - Zb) * drivingForce + drivingMoment;
     return {F, M};
+}
+
+double passivePressureAt(const State& state, double elev) {
+    const auto& ElevGrid = state.grid.ElevGrid;
+    const auto& NetPassive = state.net.NetPassive;
+    for (int k = state.net.NetZeroIndex; k <= state.grid.NumElevs; ++k) {
+        if (elev == ElevGrid(k)) {
+            return NetPassive(k, 2);
+        }
+        if (ElevGrid(k) < elev) {
+            const double slope =
+                divide(NetPassive(k, 2) - NetPassive(k - 1, 2), ElevGrid(k - 1) - ElevGrid(k));
+            return NetPassive(k - 1, 1) + slope * (ElevGrid(k - 1) - elev);
+        }
+    }
+    throw RuntimeError(9);
 }
 
 // Purpose: bottom and transition of a cantilever wall whose diagram is NetActive from the top to

@@ -19,6 +19,11 @@ struct TrialResultant {
 TrialResultant IntegrateNetPressure(const State& state, double drivingForce, double drivingMoment,
                                     int startIndex, int endIndex, const DiagramPoint& transition);
 
+/// NetPassive (PSF) at the elevation of a trial bottom: of a row the value above it, between rows a
+/// line that starts from the value below the upper row with the slope of the values above both
+/// rows, deliberately. RuntimeError 9 below the last row.
+double passivePressureAt(const State& state, double elev);
+
 /// Finds SolvedBottomElev(1), BottomPressure(1), BottomIndex(1) and the final NetActive diagram.
 /// Needs DrivingMoment shifted to the zero point. Failure: a box and SolutionFailed 1.
 void SolveCantileverBottom(State& state);

@@ -19,9 +19,12 @@ std::optional<DiagramPoint> refineBySecants(const Refinement& refinement, const 
     for (int pass = 1; pass <= SecantPasses; ++pass) {
         trial.elev = segment.upperElev + (segment.upperElev - trial.elev) * refinement.heldBalance /
                                              (present - refinement.heldBalance);
+        if (!std::isfinite(trial.elev)) {
+            return std::nullopt;
+        }
         trial.pressure = segment.pressureAt(trial.elev);
         present = balance(trial);
-        if (!std::isfinite(trial.elev) || !std::isfinite(present)) {
+        if (!std::isfinite(present)) {
             return std::nullopt;
         }
         if (std::abs(present) <= refinement.tolerance) {

@@ -1,0 +1,144 @@
+#include "search_bench.h"
+
+#include "wall/analysis.h"
+#include "wall/design.h"
+#include "wall/net_pressures.h"
+#include "wall/preparation.h"
+#include "wall/trial_pressures.h"
+
+namespace korvane::test {
+
+namespace {
+
+constexpr int LowestElev = -40;
+
+void setPiece(Array<double, 301, 2>& diagram, int top, int bottom, double p1, double p2) {
+    for (int elev = top; elev >= bottom; --elev) {
+        const double p = p1 + (p2 - p1) * (top - elev) / (top - bottom);
+        const int row = HandMadeWall::rowAt(elev);
+        if (elev != bottom) {
+            diagram(row, 1) = p;
+        }
+        if (elev != top) {
+            diagram(row, 2) = p;
+        }
+    }
+}
+
+void setUniform(State& state, Array<double, 301, 2>& diagram, double p) {
+    for (int i = HandMadeWall::ZeroRow; i <= state.grid.NumElevs; ++i) {
+        diagram(i, 1) = diagram(i, 2) = p;
+    }
+}
+
+} // namespace
+
+HandMadeWall::HandMadeWall(const std::string& wallType) {
+    clearProblemData(problem);
+    problem.WallType = wallType;
+    problem.ProgramMode = "D";
+    problem.WallTopElev = 10;
+    problem.AnchorElev = 10;
+    auto& grid = state->grid;
+    grid.ElevGrid(1) = problem.WallTopElev;
+    for (int elev = 0; elev >= LowestElev; --elev) {
+        grid.ElevGrid(rowAt(elev)) = elev;
+    }
+    const int last = rowAt(LowestElev);
+    grid.ElevGrid(last + 1) = LowestElev - 50000.0;
+    grid.ElevGrid(last + 2) = LowestElev - 100000.0;
+    grid.NumElevs = last + 2;
+    state->net.NetZeroIndex = ZeroRow;
+}
+
+void HandMadeWall::setActive(int top, int bottom, double p1, double p2) {
+    setPiece(state->net.NetActive, top, bottom, p1, p2);
+}
+
+void HandMadeWall::setPassive(int top, int bottom, double p1, double p2) {
+    setPiece(state->net.NetPassive, top, bottom, p1, p2);
+}
+
+void HandMadeWall::setUniformActive(double p) {
+    setUniform(*state, state->net.NetActive, p);
+}
+
+void HandMadeWall::setUniformPassive(double p) {
+    setUniform(*state, state->net.NetPassive, p);
+}
+
+void HandMadeWall::setDriving(double force, double moment) {
+    state->net.DrivingForce = force;
+    state->net.DrivingMoment = moment;
+}
+
+void HandMadeWall::addLineLoad(double elev, double load) {
+    ++problem.HLineCount;
+    problem.HLineElev(problem.HLineCount) = elev;
+    problem.HLineLoad(problem.HLineCount) = load;
+}
+
+void computePressures(State& state) {
+    PrepareSolution(state);
+    for (const int side : {Right, Left}) {
+        if (state.SolutionFailed == 0) {
+            auto& method = state.preparation.SideMethod(side);
+            method = method == "W" ? "S" : method;
+            ComputeSidePressures(state, side, 1);
+        }
+    }
+    if (state.SolutionFailed == 0) {
+        ComputeNetPressures(state);
+    }
+}
+
+void solve(State& state) {
+    if (state.problem.ProgramMode == "D") {
+        computePressures(state);
+        if (state.SolutionFailed == 0) {
+            SolveDesign(state);
+        }
+        return;
+    }
+    PrepareSolution(state);
+    if (state.SolutionFailed == 0) {
+        SolveAnalysis(state);
+    }
+}
+
+Resultant resultant(const State& state, int level) {
+    const Problem& problem = state.problem;
+    const SolvedLevel& solved = state.solved(level);
+    const double bottom = state.solution.SolvedBottomElev(level);
+    Resultant sum;
+    const auto add = [&](double force, double elev) {
+        sum.force += force;
+        sum.moment += force * (elev - bottom);
+    };
+    for (int row = 2; row <= solved.rowCount; ++row) {
+        const double top = solved.ResultElev(row - 1);
+        const double end = row == solved.rowCount ? bottom : solved.ResultElev(row);
+        // The trapezoid as two triangles, each with its centre at a third of its height.
+        add(solved.ResultPressure(row - 1) * (top - end) / 2, end + (top - end) * 2 / 3);
+        add(solved.ResultPressure(row) * (top - end) / 2, end + (top - end) / 3);
+    }
+    for (int j = 1; j <= problem.HLineCount; ++j) {
+        if (problem.HLineElev(j) > bottom) {
+            add(problem.HLineLoad(j), problem.HLineElev(j));
+        }
+    }
+    if (problem.WallType == "A") {
+        add(-state.solution.AnchorForce(level), problem.AnchorElev);
+    }
+    return sum;
+}
+
+std::vector<std::string> textsOf(const ScriptedPrompts& prompts) {
+    std::vector<std::string> texts;
+    for (const MessageBox& box : prompts.asked) {
+        texts.push_back(box.text);
+    }
+    return texts;
+}
+
+} // namespace korvane::test
