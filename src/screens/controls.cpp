@@ -31,6 +31,20 @@ class Caption : public QLabel {
     }
 };
 
+/// An option that Tab reaches whether its group has the focus or not.
+class Option : public QRadioButton {
+  public:
+    using QRadioButton::QRadioButton;
+
+  protected:
+    void focusInEvent(QFocusEvent* event) override {
+        QRadioButton::focusInEvent(event); // takes Tab from the other options of the group
+        for (auto* option : parentWidget()->findChildren<QRadioButton*>()) {
+            option->setFocusPolicy(Qt::StrongFocus);
+        }
+    }
+};
+
 QLabel* plainLabel(QWidget* parent, const QString& name, const QString& text) {
     auto* label = new Caption(text, parent);
     label->setObjectName(name);
@@ -88,7 +102,7 @@ QPushButton* makeButton(QWidget* parent, const QString& name, const QString& cap
 
 QRadioButton* makeOption(QWidget* parent, const QString& name, const QString& caption,
                          const Place& where) {
-    auto* option = new QRadioButton(caption, parent);
+    auto* option = new Option(caption, parent);
     option->setObjectName(name);
     place(option, where);
     return option;

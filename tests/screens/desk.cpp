@@ -73,6 +73,17 @@ std::string Desk::focused() {
     return control == nullptr ? "" : control->objectName().toStdString();
 }
 
+std::vector<std::string> Desk::tabOrder(const QString& first) {
+    std::vector<std::string> names;
+    auto* start = workable<QWidget>(first);
+    start->setFocus();
+    do {
+        names.push_back(focused());
+        QTest::keyClick(top().focusWidget(), Qt::Key_Tab);
+    } while (top().focusWidget() != start && names.size() < 200);
+    return names;
+}
+
 void Desk::type(const QString& field, const QString& text) {
     auto* control = workable<QLineEdit>(field);
     control->setFocus();
@@ -101,12 +112,15 @@ void Desk::click(const QString& control) {
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
 }
 
-MessageBox Desk::lastBox() {
+std::string Desk::lastBox() {
     if (looked_ == boxes.size()) {
-        return {.text = "", .title = ""};
+        return noBox;
+    }
+    if (boxes.size() != looked_ + 1) {
+        throw std::runtime_error("more than one box");
     }
     looked_ = boxes.size();
-    return boxes.back();
+    return described(boxes.back());
 }
 
 Answer Desk::Ask(const MessageBox& box) {
@@ -124,6 +138,13 @@ void Desk::ShowScreen(Screen screen, Session&) {
     if (onShow) {
         onShow(screen);
     }
+}
+
+const std::string noBox = "(no box)";
+
+std::string okCancel(const std::string& title, const std::string& text) {
+    return described(
+        {.text = text, .title = title, .buttons = Buttons::OkCancel, .icon = Icon::Exclamation});
 }
 
 std::string described(const MessageBox& box) {

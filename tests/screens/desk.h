@@ -29,6 +29,11 @@ class Desk : public Desktop {
 
     /// Opens a screen over the others. It stays until it closes itself, or to the end.
     void open(Screen screen, int loadKind = 0);
+    /// Takes away a screen that has closed itself.
+    void reopen(Screen screen, int loadKind = 0) {
+        screens_.clear();
+        open(screen, loadKind);
+    }
     /// True while the topmost screen is shown.
     bool isOpen() const;
     ScreenWindow& top();
@@ -62,6 +67,9 @@ class Desk : public Desktop {
     /// Name of the control that has the focus.
     std::string focused();
 
+    /// The controls that Tab goes through, from the first one round to it.
+    std::vector<std::string> tabOrder(const QString& first);
+
     /// Types into an emptied field.
     void type(const QString& field, const QString& text);
     /// Types texts into fields name_0, name_1 ...; a text "." leaves its field alone.
@@ -72,8 +80,8 @@ class Desk : public Desktop {
 
     // ---- boxes ----
 
-    /// The last box; an empty one where none came since the last look.
-    MessageBox lastBox();
+    /// The one box since the last look, described; noBox where none came. More are a failure.
+    std::string lastBox();
     /// Answers of the boxes to come; then OK, or No to a question.
     std::deque<Answer> answers;
     std::vector<MessageBox> boxes;
@@ -104,7 +112,13 @@ class Desk : public Desktop {
     std::size_t looked_ = 0;
 };
 
-/// Boxes are compared with their texts, so that a difference reads as such.
+/// A box as one text: title, buttons, icon and words, so that a difference reads as such.
 std::string described(const MessageBox& box);
+
+/// A box with OK and Cancel and the exclamation icon, described.
+std::string okCancel(const std::string& title, const std::string& text);
+
+/// What lastBox() describes where no box came.
+extern const std::string noBox;
 
 } // namespace korvane::test

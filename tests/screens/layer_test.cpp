@@ -1,0 +1,561 @@
+// LAYRDATA: stages, kinds of data, the table of layers and its tests.
+#include "looks.h"
+
+#include <gtest/gtest.h>
+
+namespace korvane::test {
+
+namespace {
+
+const std::string layerChoices = "\n\n     Choose OK to continue SOIL LAYER"
+                                 "\n          DATA entry."
+                                 "\n     Choose CANCEL to delete ALL SOIL LAYER"
+                                 "\n          DATA and exit.";
+const std::string noLayer =
+    okCancel("DATA MISSING", "At least one soil layer is required." + layerChoices);
+const std::string missing =
+    okCancel("DATA MISSING", "At least one required data value is missing." + layerChoices);
+const std::string invalid =
+    okCancel("INVALID DATA", "At least one required data value is invalid." + layerChoices);
+const std::string insufficient =
+    okCancel("INSUFFICIENT DATA", "Insufficient SOIL LAYER DATA have been provided."
+                                  "\n\n     Choose OK to continue SOIL LAYER"
+                                  "\n          DATA entry."
+                                  "\n     Choose CANCEL to DELETE ALL SOIL LAYER"
+                                  "\n          DATA and exit.");
+const std::string invalidFactor =
+    okCancel("INVALID DATA", "At least one data value is invalid."
+                             "\n\nChoose OK to continue DATA entry."
+                             "\nChoose CANCEL to DELETE ALL DATA on this form"
+                             "\n     and exit.");
+
+const std::vector<QString> groups = {"fraUnitWt", "fraStrengths", "fraCoeffs",
+                                     "fraElev",   "fraSlope",     "fraSafety3"};
+
+class LayerTest : public testing::Test {
+  protected:
+    Desk desk;
+
+    void openTable(const QString& option, const QString& side = "cmdEnterRightside") {
+        desk.open(Screen::LAYRDATA);
+        desk.click(side);
+        desk.click(option);
+        desk.click("cmdOK");
+    }
+    /// Types a row of strengths: weights, friction, cohesion and, where given, a bottom.
+    void typeLayer(int row, const QString& friction, const QString& cohesion,
+                   const QString& bottom = {}) {
+        const QString index = "_" + QString::number(row - 1);
+        desk.type("txtSATWt" + index, "120");
+        desk.type("txtMSTWt" + index, "110");
+        desk.type("txtIntFrict" + index, friction);
+        desk.type("txtCohes" + index, cohesion);
+        desk.type("txtElev" + index, bottom);
+    }
+    void typeCoefficients(int row, const QString& active, const QString& passive,
+                          const QString& bottom = {}) {
+        const QString index = "_" + QString::number(row - 1);
+        desk.type("txtSATWt" + index, "120");
+        desk.type("txtMSTWt" + index, "110");
+        desk.type("txtAK" + index, active);
+        desk.type("txtPK" + index, passive);
+        desk.type("txtElev" + index, bottom);
+    }
+    std::string finish() {
+        desk.click("cmdFinished");
+        return desk.lastBox();
+    }
+    std::string shownGroups() {
+        std::string names;
+        for (const QString& group : groups) {
+            names += desk.isShown(group) ? group.toStdString() + " " : "";
+        }
+        return names;
+    }
+    Problem& problem = desk.problem;
+};
+
+} // namespace
+
+// ---- stage 1
+// -------------------------------------------------------------------------------------
+
+TEST_F(LayerTest, ANewProblemOpensWithEnterOnWhitePanels) {
+    desk.open(Screen::LAYRDATA);
+    EXPECT_EQ(desk.text("cmdEnterRightside"), "Enter &Rightside Soil Data");
+    EXPECT_EQ(desk.text("cmdEnterLeftside"), "Enter &Leftside Soil Data");
+    EXPECT_FALSE(desk.isHighlighted("panRightside"));
+    EXPECT_FALSE(desk.isHighlighted("panLeftside"));
+    EXPECT_FALSE(desk.isShown("panHeading"));
+    EXPECT_FALSE(desk.isShown("panControlData"));
+    EXPECT_EQ(
+        desk.tabOrder("cmdEnterRightside"),
+        (std::vector<std::string>{"cmdEnterRightside", "cmdEnterLeftside", "cmdFinishedAction"}));
+}
+
+TEST_F(LayerTest, TheRightSidesLayersAloneDecideTheLookOfBothSides) {
+    problem = plainCantilever();
+    problem.SoilLayerCount(Left) = 0;
+    desk.open(Screen::LAYRDATA);
+    EXPECT_EQ(desk.text("cmdEnterLeftside"), "Edit &Leftside Soil Data");
+    EXPECT_TRUE(desk.isHighlighted("panLeftside"));
+    desk.click("cmdFinishedAction");
+    EXPECT_EQ(desk.lastBox(), insufficient);
+    EXPECT_TRUE(desk.isOpen());
+    EXPECT_EQ(problem.SoilLayerCount(Right), 1);
+}
+
+TEST_F(LayerTest, CancelInTheChoiceOfSidesDropsLayersAndKinds) {
+    problem = plainCantilever();
+    problem.SoilLayerCount(Left) = 0;
+    desk.answers = {Answer::Cancel};
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdFinishedAction");
+    EXPECT_FALSE(desk.isOpen());
+    EXPECT_EQ(problem.SoilLayerCount(Right), 0);
+    EXPECT_EQ(problem.SoilDataKind(Right), "");
+    EXPECT_EQ(problem.SoilDataKind(Left), "");
+}
+
+TEST_F(LayerTest, FinishedClosesWithLayersOnBothSides) {
+    problem = plainCantilever();
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdFinishedAction");
+    EXPECT_EQ(desk.lastBox(), noBox);
+    EXPECT_FALSE(desk.isOpen());
+}
+
+// ---- stage 2
+// -------------------------------------------------------------------------------------
+
+TEST_F(LayerTest, TheControlDataOfANewSideAreBlank) {
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterLeftside");
+    EXPECT_EQ(desk.text("panHeading"), "Enter LEFTSIDE Soil Data");
+    EXPECT_EQ(desk.text("panControlData_title"), "Control Data for Leftside Soil");
+    EXPECT_FALSE(desk.isShown("fraSoilDataAction"));
+    EXPECT_FALSE(desk.isSet("optStrengths"));
+    EXPECT_FALSE(desk.isSet("optCoefficients"));
+    EXPECT_TRUE(desk.isShown("fraSafety2"));
+    EXPECT_EQ(desk.tabOrder("optStrengths"),
+              (std::vector<std::string>{"optStrengths", "optCoefficients", "txtFSA2", "txtFSP2",
+                                        "cmdOK"}));
+}
+
+TEST_F(LayerTest, OkWithoutAKindDoesNothingAtAll) {
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.type("txtFSA2", "rubbish");
+    desk.click("cmdOK");
+    EXPECT_EQ(desk.lastBox(), noBox);
+    EXPECT_TRUE(desk.isShown("panControlData"));
+    EXPECT_EQ(desk.text("txtFSA2"), "rubbish");
+}
+
+TEST_F(LayerTest, TheControlDataOfASideWithLayersAreFilled) {
+    problem = plainCantilever();
+    problem.SoilDataKind(Right) = "C";
+    problem.Level2FSActive(Right) = 1.25;
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    EXPECT_EQ(desk.text("panHeading"), "Edit RIGHTSIDE Soil Data");
+    EXPECT_TRUE(desk.isSet("optCoefficients"));
+    EXPECT_EQ(desk.text("txtFSA2"), " 1.25");
+    EXPECT_EQ(desk.text("txtFSP2"), "");
+    EXPECT_EQ(desk.state.DataChanged, 0);
+}
+
+TEST_F(LayerTest, LevelTwoFactorsMustBeNumbersNotBelowZero) {
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.click("optStrengths");
+    problem.Level2FSPassive(Right) = 9;
+    desk.type("txtFSA2", "1.5");
+    for (const char* text : {"-0.1", "x"}) {
+        desk.type("txtFSP2", text);
+        desk.click("cmdOK");
+        EXPECT_EQ(desk.lastBox(), invalidFactor);
+        EXPECT_TRUE(desk.isShown("panControlData"));
+    }
+    EXPECT_EQ(problem.Level2FSActive(Right), 1.5);
+    EXPECT_EQ(problem.SoilDataKind(Right), "S");
+    desk.type("txtFSP2", "");
+    desk.click("cmdOK");
+    EXPECT_EQ(problem.Level2FSPassive(Right), 0);
+    EXPECT_TRUE(desk.isShown("fraUnitWt"));
+}
+
+TEST_F(LayerTest, CancelInTheControlDataDropsLayersAndKinds) {
+    problem = plainCantilever();
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.type("txtFSA2", "x");
+    desk.answers = {Answer::Cancel};
+    desk.click("cmdOK");
+    EXPECT_FALSE(desk.isOpen());
+    EXPECT_EQ(problem.SoilLayerCount(Left), 0);
+    EXPECT_EQ(problem.SoilDataKind(Left), "");
+}
+
+TEST_F(LayerTest, AnAcceptedChangeToCoefficientsDropsTheSidesLayers) {
+    problem = plainCantilever();
+    problem.Level2FSActive(Right) = 1.5;
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.answers = {Answer::Yes};
+    desk.click("optCoefficients");
+    EXPECT_EQ(desk.lastBox(),
+              described({.text = "Current data are for SOIL STRENGTH DATA."
+                                 "\nDo you want to change to SOIL PRESSURE COEFFICIENTS?",
+                         .title = "CHANGE SOIL DATA TYPE?",
+                         .buttons = Buttons::YesNo,
+                         .icon = Icon::Question}));
+    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(problem.SoilLayerCount(Right), 0);
+    EXPECT_EQ(problem.SoilLayerCount(Left), 1);
+    EXPECT_EQ(desk.text("cmdEnterRightside"), "Enter &Rightside Soil Data");
+    EXPECT_EQ(desk.text("txtFSA2"), "");
+    desk.click("cmdOK");
+    EXPECT_EQ(problem.SoilDataKind(Right), "C");
+    EXPECT_EQ(desk.text("txtSATWt_0"), "");
+}
+
+TEST_F(LayerTest, AnAcceptedChangeToStrengthsHidesTheFactorsButOkStillReachesTheTable) {
+    problem = plainCantilever();
+    problem.SoilDataKind(Right) = "C";
+    problem.SoilDataKind(Left) = "C";
+    problem.Level2FSActive(Right) = 1.5;
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.answers = {Answer::Yes};
+    desk.click("optStrengths");
+    EXPECT_EQ(desk.lastBox(), described({.text = "Current data are for SOIL PRESSURE COEFFICIENTS."
+                                                 "\nDo you want to change to SOIL STRENGTH DATA?",
+                                         .title = "CHANGE SOIL DATA TYPE?",
+                                         .buttons = Buttons::YesNo,
+                                         .icon = Icon::Question}));
+    EXPECT_FALSE(desk.isShown("fraSafety2"));
+    problem.Level2FSActive(Right) = 0;
+    desk.click("cmdOK");
+    EXPECT_TRUE(desk.isShown("fraStrengths"));
+    EXPECT_EQ(problem.Level2FSActive(Right), 1.5); // the hidden field is read
+    typeLayer(1, "30", "0");
+    EXPECT_EQ(finish(), noBox);
+    // Hidden for the other side too, until a change back to coefficients or the next opening.
+    desk.click("cmdEnterLeftside");
+    EXPECT_FALSE(desk.isShown("fraSafety2"));
+    desk.answers = {Answer::Yes};
+    desk.click("optStrengths");
+    EXPECT_FALSE(desk.isShown("fraSafety2"));
+    desk.reopen(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    EXPECT_TRUE(desk.isShown("fraSafety2"));
+}
+
+TEST_F(LayerTest, ARefusedChangeLeavesTheOptionAndTakesTheLayersOver) {
+    problem = plainCantilever();
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.answers = {Answer::No};
+    desk.click("optCoefficients");
+    EXPECT_TRUE(desk.isSet("optCoefficients"));
+    EXPECT_EQ(problem.SoilLayerCount(Right), 1);
+    EXPECT_EQ(desk.state.DataChanged, 0);
+    desk.click("cmdOK");
+    EXPECT_EQ(problem.SoilDataKind(Right), "C");
+    EXPECT_EQ(desk.text("txtSATWt_0"), " 120");
+    EXPECT_EQ(desk.text("txtAK_0"), " 0");
+}
+
+TEST_F(LayerTest, ClickingBackAfterANoAsksNothing) {
+    problem = plainCantilever();
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.click("optCoefficients");
+    EXPECT_EQ(desk.boxes.size(), 1U);
+    desk.click("optStrengths");
+    EXPECT_EQ(desk.boxes.size(), 1U);
+}
+
+// ---- stage 3
+// -------------------------------------------------------------------------------------
+
+TEST_F(LayerTest, TheTableShowsTheGroupsOfItsKindWhereTold) {
+    openTable("optStrengths");
+    EXPECT_EQ(shownGroups(), "fraUnitWt fraStrengths fraElev fraSlope fraSafety3 ");
+    EXPECT_EQ(desk.text("cmdFinished"), "Finished With &Rightside");
+    const double zoom = desk.find("fraSafety3")->x() / 7455.0;
+    const auto expectAt = [&](const char* group, double left, double width) {
+        EXPECT_NEAR(desk.find(group)->x(), left * zoom, 1) << group;
+        EXPECT_NEAR(desk.find(group)->width(), width * zoom, 1) << group;
+        EXPECT_NEAR(desk.find(group)->height(), 3885 * zoom, 1) << group;
+        const QPoint onCanvas = desk.find(group)->mapTo(desk.find("canvas"), QPoint(0, 0));
+        EXPECT_NEAR(onCanvas.y(), 1080 * zoom, 1) << group;
+    };
+    expectAt("fraUnitWt", 180, 1830);
+    expectAt("fraStrengths", 1995, 3630);
+    expectAt("fraElev", 5610, 930);
+    expectAt("fraSlope", 6525, 930);
+    expectAt("fraSafety3", 7455, 1815);
+    desk.reopen(Screen::LAYRDATA);
+    desk.click("cmdEnterLeftside");
+    desk.click("optCoefficients");
+    desk.click("cmdOK");
+    EXPECT_EQ(shownGroups(), "fraUnitWt fraCoeffs fraElev ");
+    EXPECT_EQ(desk.text("cmdFinished"), "Finished With &Leftside");
+    expectAt("fraUnitWt", 2370, 1830);
+    expectAt("fraCoeffs", 4185, 1815);
+    expectAt("fraElev", 6000, 930);
+}
+
+TEST_F(LayerTest, FocusGoesRowByRowOverTheColumnsOfTheKind) {
+    openTable("optStrengths");
+    auto order = desk.tabOrder("txtSATWt_0");
+    ASSERT_EQ(order.size(), 111U);
+    order.resize(11);
+    EXPECT_EQ(order,
+              (std::vector<std::string>{"txtSATWt_0", "txtMSTWt_0", "txtIntFrict_0", "txtCohes_0",
+                                        "txtWallFrict_0", "txtAdhes_0", "txtElev_0", "txtSlope_0",
+                                        "txtFSA3_0", "txtFSP3_0", "txtSATWt_1"}));
+    desk.reopen(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.click("optCoefficients");
+    desk.click("cmdOK");
+    order = desk.tabOrder("txtSATWt_0");
+    ASSERT_EQ(order.size(), 56U);
+    EXPECT_EQ(order.back(), "cmdFinished");
+    order.resize(6);
+    EXPECT_EQ(order, (std::vector<std::string>{"txtSATWt_0", "txtMSTWt_0", "txtAK_0", "txtPK_0",
+                                               "txtElev_0", "txtSATWt_1"}));
+}
+
+TEST_F(LayerTest, OneLayerHasNeitherBottomNorSlope) {
+    problem.SoilBottomSlope(Right, 1) = 0.25;
+    openTable("optStrengths");
+    typeLayer(1, "30", "", "not read");
+    desk.type("txtSlope_0", "not read");
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(problem.SoilLayerCount(Right), 1);
+    EXPECT_EQ(problem.SoilBottomElev(Right, 1), NoLayerBottom);
+    EXPECT_EQ(problem.SoilBottomSlope(Right, 1), 0.25);
+    EXPECT_EQ(problem.SoilCohesion(Right, 1), 0);
+    EXPECT_TRUE(desk.isShown("fraSoilDataAction"));
+    EXPECT_EQ(desk.text("cmdEnterRightside"), "Edit &Rightside Soil Data");
+    EXPECT_TRUE(desk.isHighlighted("panRightside"));
+    EXPECT_FALSE(desk.isHighlighted("panLeftside"));
+    EXPECT_FALSE(desk.isShown("panHeading"));
+}
+
+TEST_F(LayerTest, ElevenRowsAreElevenLayers) {
+    openTable("optStrengths");
+    for (int row = 1; row <= 11; ++row) {
+        typeLayer(row, "30", "0", row < 11 ? QString::number(-row) : QString());
+    }
+    EXPECT_THROW(desk.find("txtSATWt_11"), std::runtime_error);
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(problem.SoilLayerCount(Right), 11);
+    EXPECT_EQ(problem.SoilBottomElev(Right, 10), -10);
+    EXPECT_EQ(problem.SoilBottomElev(Right, 11), NoLayerBottom);
+}
+
+TEST_F(LayerTest, AllFieldsOfALayerReachTheRecord) {
+    openTable("optStrengths", "cmdEnterLeftside");
+    typeLayer(1, "35", "200", "-5");
+    desk.type("txtWallFrict_0", "20");
+    desk.type("txtAdhes_0", "100");
+    desk.type("txtSlope_0", "-0.125");
+    desk.type("txtFSA3_0", "1.1");
+    desk.type("txtFSP3_0", "1.6");
+    typeLayer(2, "", "750");
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(problem.SoilDataKind(Left), "S");
+    EXPECT_EQ(problem.SoilLayerCount(Left), 2);
+    EXPECT_EQ(problem.SoilSatWeight(Left, 1), 120);
+    EXPECT_EQ(problem.SoilMoistWeight(Left, 1), 110);
+    EXPECT_EQ(problem.SoilFriction(Left, 1), 35);
+    EXPECT_EQ(problem.SoilCohesion(Left, 1), 200);
+    EXPECT_EQ(problem.SoilWallFriction(Left, 1), 20);
+    EXPECT_EQ(problem.SoilAdhesion(Left, 1), 100);
+    EXPECT_EQ(problem.SoilBottomElev(Left, 1), -5);
+    EXPECT_EQ(problem.SoilBottomSlope(Left, 1), -0.125);
+    EXPECT_EQ(problem.SoilFSActive(Left, 1), 1.1);
+    EXPECT_EQ(problem.SoilFSPassive(Left, 1), 1.6);
+    EXPECT_EQ(problem.SoilFriction(Left, 2), 0);
+    EXPECT_EQ(problem.SoilCohesion(Left, 2), 750);
+    EXPECT_EQ(problem.SoilLayerCount(Right), 0);
+}
+
+TEST_F(LayerTest, ASoilHasFrictionOrCohesion) {
+    openTable("optStrengths");
+    typeLayer(1, "0", "0");
+    EXPECT_EQ(finish(), invalid);
+    typeLayer(1, "", "");
+    EXPECT_EQ(finish(), invalid);
+    typeLayer(1, "0", "-1");
+    EXPECT_EQ(finish(), invalid);
+    typeLayer(1, "0", "500");
+    EXPECT_EQ(finish(), noBox);
+}
+
+TEST_F(LayerTest, FrictionReachesFromZeroToFortyFive) {
+    openTable("optStrengths");
+    for (const char* text : {"45.01", "-1", "30 DEG"}) {
+        typeLayer(1, text, "10");
+        EXPECT_EQ(finish(), invalid) << text;
+    }
+    typeLayer(1, "45", "");
+    EXPECT_EQ(finish(), noBox);
+}
+
+TEST_F(LayerTest, WallFrictionMayReachTheSoilsAndHasNoLowerBound) {
+    openTable("optStrengths");
+    typeLayer(1, "30", "");
+    desk.type("txtWallFrict_0", "31");
+    EXPECT_EQ(finish(), invalid);
+    desk.type("txtWallFrict_0", "-12");
+    desk.type("txtAdhes_0", "-1");
+    EXPECT_EQ(finish(), invalid);
+    EXPECT_EQ(problem.SoilWallFriction(Right, 1), -12);
+    desk.type("txtAdhes_0", "");
+    desk.type("txtWallFrict_0", "30");
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(problem.SoilWallFriction(Right, 1), 30);
+}
+
+TEST_F(LayerTest, SlopeAndLevelThreeFactorsAreTested) {
+    openTable("optStrengths");
+    typeLayer(1, "30", "", "-5");
+    typeLayer(2, "30", "");
+    for (const char* field : {"txtSlope_0", "txtFSA3_0", "txtFSP3_1"}) {
+        desk.type(field, "x");
+        EXPECT_EQ(finish(), invalid) << field;
+        desk.type(field, "");
+    }
+    desk.type("txtFSA3_1", "-1");
+    EXPECT_EQ(finish(), invalid);
+    desk.type("txtFSA3_1", "0");
+    EXPECT_EQ(finish(), noBox);
+}
+
+TEST_F(LayerTest, WeightsMustBeAboveZero) {
+    openTable("optStrengths");
+    for (const char* field : {"txtSATWt_0", "txtMSTWt_0"}) {
+        typeLayer(1, "30", "");
+        desk.type(field, "0");
+        EXPECT_EQ(finish(), invalid);
+        desk.type(field, "");
+        EXPECT_EQ(finish(), missing);
+    }
+}
+
+TEST_F(LayerTest, BottomsMustFallStrictly) {
+    openTable("optStrengths");
+    typeLayer(1, "30", "", "-5");
+    typeLayer(2, "30", "", "-5");
+    typeLayer(3, "30", "");
+    EXPECT_EQ(finish(), invalid);
+    desk.type("txtElev_1", "");
+    EXPECT_EQ(finish(), missing);
+    desk.type("txtElev_1", "-5.01");
+    EXPECT_EQ(finish(), noBox);
+}
+
+TEST_F(LayerTest, TheBottomIsReadBeforeTheStrengths) {
+    openTable("optStrengths");
+    typeLayer(1, "99", "", ""); // missing bottom, invalid friction: the missing one is first
+    typeLayer(2, "30", "");
+    EXPECT_EQ(finish(), missing);
+}
+
+TEST_F(LayerTest, ABlankRowBetweenIsARowWithMissingData) {
+    openTable("optStrengths");
+    typeLayer(1, "30", "", "-5");
+    typeLayer(3, "30", "");
+    EXPECT_EQ(finish(), missing);
+    EXPECT_EQ(problem.SoilLayerCount(Right), 3);
+    EXPECT_EQ(problem.SoilBottomElev(Right, 1), -5); // what was read stays
+}
+
+TEST_F(LayerTest, ARowCountsByItsMainFieldsAlone) {
+    openTable("optStrengths");
+    typeLayer(1, "30", "", "-5");
+    desk.type("txtWallFrict_4", "10");
+    desk.type("txtElev_5", "-8");
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(problem.SoilLayerCount(Right), 1);
+}
+
+TEST_F(LayerTest, EachMainFieldMakesItsRowALayer) {
+    openTable("optStrengths");
+    for (const char* field : {"txtSATWt_1", "txtMSTWt_1", "txtIntFrict_1", "txtCohes_1"}) {
+        typeLayer(1, "30", "", "-5");
+        desk.type(field, "1");
+        EXPECT_EQ(finish(), missing) << field;
+        EXPECT_EQ(problem.SoilLayerCount(Right), 2) << field;
+        desk.type(field, "");
+    }
+}
+
+TEST_F(LayerTest, AnEmptyTableIsMissingItsFirstLayer) {
+    openTable("optStrengths");
+    EXPECT_EQ(finish(), noLayer);
+    EXPECT_TRUE(desk.isOpen());
+    desk.answers = {Answer::Cancel};
+    EXPECT_EQ(finish(), noLayer);
+    EXPECT_FALSE(desk.isOpen());
+    EXPECT_EQ(problem.SoilDataKind(Right), "");
+}
+
+TEST_F(LayerTest, CancelInTheTableDropsTheLayersAndLeavesTheKinds) {
+    problem = plainCantilever();
+    openTable("optStrengths");
+    desk.type("txtIntFrict_0", "x");
+    desk.answers = {Answer::Cancel};
+    EXPECT_EQ(finish(), invalid);
+    EXPECT_FALSE(desk.isOpen());
+    EXPECT_EQ(problem.SoilLayerCount(Right), 0);
+    EXPECT_EQ(problem.SoilLayerCount(Left), 0);
+    EXPECT_EQ(problem.SoilDataKind(Right), "S");
+    EXPECT_EQ(problem.SoilSatWeight(Right, 1), 120); // stale, until the next entry
+}
+
+TEST_F(LayerTest, AnActiveCoefficientMayBeZeroAPassiveOneMayNot) {
+    openTable("optCoefficients");
+    typeCoefficients(1, "0", "0");
+    EXPECT_EQ(finish(), invalid);
+    typeCoefficients(1, "-0.1", "3");
+    EXPECT_EQ(finish(), invalid);
+    typeCoefficients(1, "0", "3");
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(problem.SoilDataKind(Right), "C");
+    EXPECT_EQ(problem.SoilCoefActive(Right, 1), 0);
+    EXPECT_EQ(problem.SoilCoefPassive(Right, 1), 3);
+}
+
+TEST_F(LayerTest, AnEmptyCoefficientIsInvalidAndNotMissing) {
+    openTable("optCoefficients");
+    typeCoefficients(1, "", "3");
+    EXPECT_EQ(finish(), invalid);
+    typeCoefficients(1, "0.3", "");
+    EXPECT_EQ(finish(), invalid);
+    typeCoefficients(1, "", "");
+    EXPECT_EQ(finish(), invalid);
+}
+
+TEST_F(LayerTest, TheTableOfASideWithLayersIsFilled) {
+    problem = fullProblem();
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterLeftside");
+    desk.click("cmdOK");
+    EXPECT_EQ(desk.text("txtSATWt_0"), " 120");
+    EXPECT_EQ(desk.text("txtElev_0"), "-14.25");
+    EXPECT_EQ(desk.text("txtSlope_0"), " 0.05");
+    EXPECT_EQ(desk.text("txtFSA3_0"), "");
+    EXPECT_EQ(desk.text("txtElev_1"), "");
+    EXPECT_EQ(desk.text("txtSlope_1"), "");
+    EXPECT_EQ(desk.text("txtFSP3_1"), " 1.75");
+    EXPECT_EQ(desk.text("txtSATWt_2"), "");
+    EXPECT_EQ(desk.state.DataChanged, 0);
+}
+
+} // namespace korvane::test
