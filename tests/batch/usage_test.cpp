@@ -1,8 +1,10 @@
 // Wrong usage is told with status 2 before anything is solved.
 #include "batch_run.h"
+#include "runtime/file_text.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace korvane::test {
@@ -101,7 +103,7 @@ TEST(BatchUsage, AnOutputThatIsAnInputOrAnotherOutputIsRefused) {
     }
 }
 
-TEST(BatchUsage, VersionAndHelpGoToStandardOutput) {
+TEST(BatchUsage, VersionAndHelpGoToStandardOutputAndTheManualTellsEachOption) {
     const BatchOffice office;
     const BatchRun version = office.run({"--version"});
     EXPECT_EQ(version.status, 0);
@@ -109,9 +111,12 @@ TEST(BatchUsage, VersionAndHelpGoToStandardOutput) {
     EXPECT_EQ(version.err, "");
     const BatchRun help = office.run({"--help"});
     EXPECT_EQ(help.status, 0);
+    std::string manual = readFile(sourceFile("packaging/man/korvane-batch.1"));
+    manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
     for (const char* option : {"-o", "--output", "--output-dir", "--wedge", "--json", "--plots",
                                "--jobs", "--max-fs", "--quiet", "--version", "--help", "INPUT"}) {
         EXPECT_NE(help.out.find(option), std::string::npos) << option;
+        EXPECT_NE(manual.find(option), std::string::npos) << option;
     }
 }
 
