@@ -112,11 +112,7 @@ void PileScreen::createDefaultFields(QWidget* sheet) {
         place(field, {left + 150, 660, 1590, 300});
         field->setAccessibleName(label + " of the default sections");
         defaultField_[number] = field;
-        connect(field, &Field::textChanged, this, [this, column](const QString& text) {
-            for (QLabel* shown : defaultRows_[static_cast<std::size_t>(column)]) {
-                shown->setText(text);
-            }
-        });
+        connect(field, &Field::textEdited, this, [this, column] { followField(column); });
         left += 2070;
     }
 }
@@ -149,6 +145,14 @@ void PileScreen::showDefaults() {
     }
     defaultField_[0]->setText(DefaultAllowStressText);
     defaultField_[1]->setText(DefaultModulusText);
+    followField(Stress);
+    followField(Modulus);
+}
+
+void PileScreen::followField(int column) {
+    for (QLabel* shown : defaultRows_[static_cast<std::size_t>(column)]) {
+        shown->setText(defaultField_[column - Stress]->text());
+    }
 }
 
 /// The sections that were added before, without a gap.

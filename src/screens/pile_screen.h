@@ -28,6 +28,8 @@ class PileScreen : public DataScreen {
     void createDefaultFields(QWidget* sheet);
     void createAdditions(QWidget* sheet);
     void showDefaults();
+    /// Every default row shows the text of its field.
+    void followField(int column);
     void showAdditions();
     void showStage(bool accepted);
 
