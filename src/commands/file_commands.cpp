@@ -118,8 +118,10 @@ void openFile(Session& session, Desktop& desktop) {
     }
 }
 
+/// Works at rest, at the review and at the last panel, but never in the middle of a solution.
 void exitProgram(Session& session, Desktop& desktop) {
-    if (runCommand(session, desktop, [&] { askForUnsavedFiles(session, desktop); })) {
+    if (session.stage != FlowStage::Solving &&
+        runCommand(session, desktop, [&] { askForUnsavedFiles(session, desktop); })) {
         DeleteTempFiles(session, desktop);
         desktop.EndProgram();
     }

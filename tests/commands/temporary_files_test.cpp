@@ -146,6 +146,30 @@ TEST(TemporaryFiles, ExitDeletesThemAllAndEndsTheProgram) {
     EXPECT_TRUE(office.desktop.ended);
 }
 
+TEST(TemporaryFiles, ExitWorksAtTheReviewAndAtTheLastPanelButNotWhileSolving) {
+    for (const FlowStage stage : {FlowStage::Review, FlowStage::Finished}) {
+        Office office;
+        office.open("anchored-sand");
+        mnuSolveItem_Click(*office.session, office.desktop);
+        bool endedWhileSolving = false;
+        office.desktop.onScreen = [&](Screen, Session& session) {
+            mnuFileItem_Click(session, office.desktop, 7);
+            endedWhileSolving = office.desktop.ended;
+        };
+        if (stage == FlowStage::Finished) {
+            cmdContinue_Click(*office.session, office.desktop);
+            EXPECT_EQ(office.desktop.shown(Screen::ROWEPILE), 1);
+        }
+        ASSERT_EQ(office.session->stage, stage);
+        EXPECT_FALSE(endedWhileSolving);
+        office.desktop.boxes.clear();
+        mnuFileItem_Click(*office.session, office.desktop, 7);
+        EXPECT_EQ(office.desktop.titles(), std::vector<std::string>{"SAVE OUTPUT DATA?"});
+        EXPECT_TRUE(office.temporaryFiles().empty());
+        EXPECT_TRUE(office.desktop.ended);
+    }
+}
+
 TEST(SetTempFolder, TheTrimmedValueIsFolderAndStartOfTheDialogs) {
     const Office office;
     const std::string folder = office.temporary.path().string();
