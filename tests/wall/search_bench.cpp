@@ -78,12 +78,18 @@ void HandMadeWall::addLineLoad(double elev, double load) {
     problem.HLineLoad(problem.HLineCount) = load;
 }
 
-void computePressures(State& state) {
+void prepare(State& state) {
     PrepareSolution(state);
     for (const int side : {Right, Left}) {
+        auto& method = state.preparation.SideMethod(side);
+        method = method == "W" ? "S" : method;
+    }
+}
+
+void computePressures(State& state) {
+    prepare(state);
+    for (const int side : {Right, Left}) {
         if (state.SolutionFailed == 0) {
-            auto& method = state.preparation.SideMethod(side);
-            method = method == "W" ? "S" : method;
             ComputeSidePressures(state, side, 1);
         }
     }
@@ -95,14 +101,11 @@ void computePressures(State& state) {
 void solve(State& state) {
     if (state.problem.ProgramMode == "D") {
         computePressures(state);
-        if (state.SolutionFailed == 0) {
-            SolveDesign(state);
-        }
-        return;
+    } else {
+        prepare(state);
     }
-    PrepareSolution(state);
     if (state.SolutionFailed == 0) {
-        SolveAnalysis(state);
+        state.problem.ProgramMode == "D" ? SolveDesign(state) : SolveAnalysis(state);
     }
 }
 

@@ -31,11 +31,14 @@ struct HandMadeWall : Bench {
     void addLineLoad(double elev, double load);
 };
 
-/// Prepares a problem and computes the pressures of both sides and the net pressures, as the solve
-/// command does; a side that needs a wedge takes the sweep search.
+/// PrepareSolution; a side that needs a wedge takes the sweep search.
+void prepare(State& state);
+
+/// A prepared problem with the pressures of both sides and the net pressures, as the solve command
+/// leaves them at the stop for review.
 void computePressures(State& state);
 
-/// computePressures and SolveDesign, or SolveAnalysis.
+/// The whole road: computePressures and SolveDesign, or prepare and SolveAnalysis.
 void solve(State& state);
 
 /// What the result rows of a level add up to, with line loads and anchor force: force (LB) and

@@ -1,0 +1,353 @@
+#include "wall/analysis.h"
+
+#include "search_bench.h"
+#include "wall/solution_files.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+
+namespace korvane::test {
+namespace {
+
+/// A session with a folder for its scratch files.
+struct AnalysisBench : Bench {
+    explicit AnalysisBench(const Problem& problem_) {
+        problem = problem_;
+        state->files.TempFolder = folder.path().string();
+    }
+    double factor(int side, int layer, int level) const {
+        return state->preparation.LayerFSPassive(side, layer, level);
+    }
+    double activeFactor(int side, int layer, int level) const {
+        return state->preparation.LayerFSActive(side, layer, level);
+    }
+
+    TemporaryFolder folder;
+};
+
+Problem anchored(Problem problem) {
+    problem.WallType = "A";
+    problem.AnchorElev = -3;
+    return problem;
+}
+
+Problem withWater(Problem problem) {
+    problem.WaterDataKind = "E";
+    problem.WaterUnitWeight = 62.4;
+    problem.WaterElev(Right) = -4;
+    problem.WaterElev(Left) = -9;
+    return problem;
+}
+
+Problem withSeepage(Problem problem) {
+    problem = withWater(problem);
+    problem.SeepageKind = "A";
+    problem.SeepageElev = -5;
+    return problem;
+}
+
+Problem layered(Problem problem) {
+    for (const int side : {Right, Left}) {
+        problem.SoilLayerCount(side) = 2;
+        problem.SoilBottomElev(side, 1) = -13;
+        problem.SoilBottomElev(side, 2) = NoLayerBottom;
+        problem.SoilSatWeight(side, 2) = 125;
+        problem.SoilMoistWeight(side, 2) = 118;
+        problem.SoilFriction(side, 2) = 33;
+        problem.SoilCohesion(side, 2) = 150;
+        problem.SoilWallFriction(side, 2) = 10;
+    }
+    return problem;
+}
+
+Problem sloping(Problem problem) {
+    problem.SurfacePointCount(Right) = 2;
+    problem.SurfaceDist(Right, 2) = 20;
+    problem.SurfaceElev(Right, 2) = 3;
+    return problem;
+}
+
+/// The bottom (FT) that a design with one factor on both pressures finds.
+double designedBottom(Problem problem, double factor, int level) {
+    AnalysisBench bench(problem);
+    bench.problem.ProgramMode = "D";
+    bench.problem.FSActive = factor;
+    bench.problem.FSPassive = factor;
+    solve(*bench.state);
+    EXPECT_EQ(bench.state->SolutionFailed, 0);
+    return bench.state->solution.SolvedBottomElev(level);
+}
+
+Problem analysisOf(Problem problem, double bottom) {
+    problem.ProgramMode = "A";
+    problem.FSKind = 1;
+    problem.WallBottomElev = bottom;
+    problem.WallModulus = 29e6;
+    problem.WallInertia = 100;
+    return problem;
+}
+
+TEST(SolveAnalysis, GivesBackTheFactorOfADesign) {
+    const Problem plain = plainCantilever();
+    const Problem walls[] = {plain,
+                             withWater(plain),
+                             withSeepage(plain),
+                             layered(withWater(plain)),
+                             sloping(plain),
+                             anchored(plain),
+                             anchored(withWater(plain)),
+                             anchored(layered(plain)),
+                             anchored(withSeepage(layered(plain)))};
+    int number = 0;
+    for (const Problem& wall : walls) {
+        SCOPED_TRACE(++number);
+        for (int level = 1; level <= (wall.WallType == "A" ? 2 : 1); ++level) {
+            const double factor = 1.45; // between the steps of the search
+            const double bottom = designedBottom(wall, factor, level);
+            AnalysisBench bench(analysisOf(wall, bottom));
+            solve(*bench.state);
+            ASSERT_EQ(textsOf(bench.prompts), std::vector<std::string>{});
+            EXPECT_NEAR(bench.state->solution.SolvedBottomElev(level), bottom, 0.1);
+            // The bottom may stand 0.1 FT off; with seepage also the one that the gradient of the
+            // design belongs to. Factors follow by the slope between two designs.
+            const double perFoot = 0.1 / (designedBottom(wall, factor - 0.05, level) -
+                                          designedBottom(wall, factor + 0.05, level));
+            const double feet = wall.SeepageKind.empty() ? 0.1 : 0.2;
+            EXPECT_NEAR(bench.factor(Right, 1, level), factor, 1.1 * feet * perFoot);
+            EXPECT_EQ(bench.factor(Left, 1, level), bench.factor(Right, 1, level));
+            EXPECT_EQ(bench.activeFactor(Left, 1, level), bench.factor(Right, 1, level));
+        }
+    }
+}
+
+TEST(SolveAnalysis, SolvedWallsAreInBalance) {
+    for (const Problem& wall : {withWater(plainCantilever()), anchored(plainCantilever())}) {
+        AnalysisBench bench(analysisOf(wall, designedBottom(wall, 1.3, 1)));
+        solve(*bench.state);
+        for (int level = 1; level <= (wall.WallType == "A" ? 2 : 1); ++level) {
+            EXPECT_NEAR(resultant(*bench.state, level).moment, 0, 1.0 + 1e-6);
+            if (level == 1) {
+                EXPECT_NEAR(resultant(*bench.state, level).force, 0, 0.1 + 1e-6);
+            }
+        }
+    }
+}
+
+TEST(SolveAnalysis, AWallThatIsJustRightAtOneTakesOneTrial) {
+    for (const double off : {0.0, 0.099, -0.099}) {
+        const double bottom = designedBottom(plainCantilever(), 1, 1);
+        AnalysisBench bench(analysisOf(plainCantilever(), bottom + off));
+        solve(*bench.state);
+        EXPECT_EQ(bench.factor(Right, 1, 1), 1.0);
+        EXPECT_EQ(bench.state->solution.SolvedBottomElev(1), bottom);
+    }
+}
+
+TEST(SolveAnalysis, WritesTheScratchFilesOfAllItsLevels) {
+    AnalysisBench cantilever(analysisOf(plainCantilever(), -25));
+    solve(*cantilever.state);
+    EXPECT_EQ(cantilever.state->files.ScratchFileName(1), (cantilever.folder.path() / "ZZ10"));
+    EXPECT_EQ(cantilever.state->files.ScratchFileCount, 9);
+    EXPECT_TRUE(cantilever.state->solved(1).solved);
+    EXPECT_FALSE(cantilever.state->solved(2).solved);
+
+    AnalysisBench wall(analysisOf(anchored(plainCantilever()), -16));
+    solve(*wall.state);
+    EXPECT_EQ(wall.state->files.ScratchFileName(2), (wall.folder.path() / "ZZ20"));
+    for (const int level : {1, 2}) {
+        const SolvedLevel& solved = wall.state->solved(level);
+        EXPECT_TRUE(solved.solved);
+        LoadResultLevel(*wall.state, level);
+        EXPECT_TRUE(wall.state->results.ResultDeflection == solved.ResultDeflection);
+        EXPECT_TRUE(wall.state->pressures.PassivePressures == solved.pressures.PassivePressures);
+    }
+}
+
+TEST(SolveAnalysis, BothMethodsEndAtTheWallsBottom) {
+    AnalysisBench bench(analysisOf(anchored(withWater(plainCantilever())), -19));
+    solve(*bench.state);
+    ASSERT_EQ(bench.state->SolutionFailed, 0);
+    for (const int level : {1, 2}) {
+        EXPECT_NEAR(bench.state->solution.SolvedBottomElev(level), -19, 0.1);
+    }
+    // A wall that must be built in at its foot has less to spare.
+    EXPECT_GT(bench.factor(Right, 1, 1), bench.factor(Right, 1, 2));
+}
+
+TEST(SolveAnalysis, AGivenActiveFactorHoldsInAllTrials) {
+    AnalysisBench bench(analysisOf(anchored(layered(plainCantilever())), -17));
+    bench.problem.FSKind = 2;
+    bench.problem.FSActive = 1.1;
+    bench.problem.Level2FSActive(Left) = 1.25;
+    bench.problem.SoilFSActive(Right, 2) = 1.05;
+    bench.problem.SoilFSActive(Left, 1) = 1.4;
+    bench.problem.SoilFSPassive(Left, 1) = 3; // of a design: no part in an analysis
+    bench.problem.Level2FSPassive(Right) = 3;
+    solve(*bench.state);
+    ASSERT_EQ(bench.state->SolutionFailed, 0);
+    for (const int level : {1, 2}) {
+        EXPECT_EQ(bench.activeFactor(Right, 1, level), 1.1);
+        EXPECT_EQ(bench.activeFactor(Right, 2, level), 1.05);
+        EXPECT_EQ(bench.activeFactor(Left, 1, level), 1.4);
+        EXPECT_EQ(bench.activeFactor(Left, 2, level), 1.25);
+        for (const int side : {Right, Left}) {
+            for (const int layer : {1, 2}) {
+                EXPECT_EQ(bench.factor(side, layer, level), bench.factor(Right, 1, level));
+            }
+        }
+    }
+    EXPECT_NE(bench.factor(Right, 1, 1), bench.factor(Right, 1, 2));
+}
+
+TEST(SolveAnalysis, AnActiveFactorOfNothingIsNotGiven) {
+    AnalysisBench bench(analysisOf(plainCantilever(), -25));
+    bench.problem.FSActive = 0.0001;
+    bench.problem.SoilFSActive(Right, 1) = 1.3;
+    solve(*bench.state);
+    ASSERT_EQ(bench.state->SolutionFailed, 0); // one factor for both: the trials set it
+    EXPECT_EQ(bench.activeFactor(Right, 1, 1), bench.factor(Right, 1, 1));
+    EXPECT_EQ(bench.activeFactor(Right, 1, 2), 0); // the level that is not analysed has none
+}
+
+/// Ten FT of sand held by stiff clay. The anchor stands 3 FT below the top, 3.67 FT above the 2000
+/// LB of the sand; clay with 6000 / FS PSF balances them by 3 FT of embedment at a factor of
+/// 10.7: 25.5 x (6000 / FS - 400) + 3240 = 7333, the sand below the left ground included.
+Problem stiffClay() {
+    Problem problem = analysisOf(anchored(plainCantilever()), -13);
+    problem.FSKind = 2;
+    problem.SoilFriction(Left, 1) = 0;
+    problem.SoilCohesion(Left, 1) = 3000;
+    return problem;
+}
+
+TEST(SolveAnalysis, NoToTheQuestionOfALargeFactorFailsWithoutAnotherBox) {
+    AnalysisBench bench(stiffClay());
+    bench.prompts.answers = {Answer::No};
+    solve(*bench.state);
+    EXPECT_EQ(bench.state->SolutionFailed, 1);
+    ASSERT_EQ(bench.prompts.asked.size(), 1U);
+    EXPECT_EQ(bench.prompts.asked[0].title, "LARGE FACTOR OF SAFETY");
+    EXPECT_EQ(bench.state->files.ScratchFileCount, 8);
+    EXPECT_FALSE(bench.state->solved(1).solved);
+}
+
+TEST(SolveAnalysis, YesToTheQuestionOfALargeFactorGoesOnAndAsksAgain) {
+    AnalysisBench bench(stiffClay());
+    bench.prompts.answers = {Answer::Yes, Answer::Yes, Answer::Yes};
+    solve(*bench.state);
+    EXPECT_EQ(bench.state->SolutionFailed, 0);
+    // Twice by the free earth method; the fixed earth method begins at 5 again.
+    const std::string limits[] = {"5.00.", "10.00.", "5.00."};
+    ASSERT_EQ(bench.prompts.asked.size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_NE(bench.prompts.asked[i].text.find("greater than " + limits[i]), std::string::npos);
+    }
+    EXPECT_GT(bench.factor(Left, 1, 2), 5);
+    EXPECT_LT(bench.factor(Left, 1, 2), 10.2);
+    EXPECT_NEAR(bench.state->solution.SolvedBottomElev(1), -13, 0.1);
+    // The bottom's 0.1 FT, with 400 PSF at 10 FT from the anchor, are 400 LB-FT or 16 of 560 PSF.
+    EXPECT_NEAR(bench.factor(Left, 1, 1), 10.7, 0.5);
+}
+
+TEST(SolveAnalysis, AWeakWallHasAFactorBelowOne) {
+    const double bottom = designedBottom(plainCantilever(), 0.7, 1);
+    AnalysisBench bench(analysisOf(plainCantilever(), bottom));
+    solve(*bench.state);
+    EXPECT_EQ(bench.state->SolutionFailed, 0);
+    EXPECT_NEAR(bench.factor(Right, 1, 1), 0.7, 0.02);
+    EXPECT_TRUE(bench.prompts.asked.empty());
+}
+
+/// Coefficients on both sides: no factor moves the bottom.
+Problem coefficientWall(double bottom) {
+    Problem problem = analysisOf(anchored(plainCantilever()), bottom);
+    for (const int side : {Right, Left}) {
+        problem.SoilDataKind(side) = "C";
+        problem.SoilCoefActive(side, 1) = 0.33;
+        problem.SoilCoefPassive(side, 1) = 3;
+    }
+    return problem;
+}
+
+TEST(SolveAnalysis, FactorsThatMoveNothingEndAfterTenThousandTrials) {
+    AnalysisBench bench(coefficientWall(-11)); // too short: the factor falls and falls
+    solve(*bench.state);
+    EXPECT_EQ(bench.state->SolutionFailed, 1);
+    EXPECT_EQ(textsOf(bench.prompts),
+              std::vector<std::string>{"SEARCH FOR THE FACTOR OF SAFETY DOES NOT CONVERGE.\n\n"
+                                       "     UNABLE TO CONTINUE."});
+    EXPECT_EQ(bench.prompts.asked[0].title, "KORVANE");
+    EXPECT_NEAR(bench.factor(Right, 1, 1), 1 - 0.2 * 9999, 1e-6); // as it stands, below zero
+    EXPECT_EQ(bench.factor(Right, 1, 2), 0);                      // the second level never began
+    EXPECT_EQ(bench.state->files.ScratchFileCount, 8);
+}
+
+TEST(SolveAnalysis, AFactorOfZeroIsARunTimeErrorOfThePressures) {
+    // 1 - 5 x 0.2 leaves 5.6E-17, at which the friction is 90 degrees and sin is 1: the passive
+    // coefficient divides by zero.
+    AnalysisBench bench(analysisOf(anchored(plainCantilever()), -10.05));
+    bench.problem.FSKind = 2;
+    EXPECT_EQ(errorOf([&] { solve(*bench.state); }), 11);
+}
+
+TEST(SolveAnalysis, AWallThatTurnsTheOtherWayIsTheRotationMessage) {
+    AnalysisBench bench(analysisOf(plainCantilever(), -25));
+    bench.problem.SurfaceElev(Left, 1) = 0;
+    solve(*bench.state);
+    EXPECT_EQ(bench.state->SolutionFailed, 1);
+    ASSERT_EQ(bench.prompts.asked.size(), 1U);
+    EXPECT_EQ(bench.prompts.asked[0].title, "IMPROPER WALL ROTATION");
+}
+
+TEST(SolveAnalysis, ASearchThatFailsEndsItWithItsOwnMessage) {
+    // 15 FT of 120 PCF over clay of 460 PSF: stable by a hair at a factor of 1, never above.
+    AnalysisBench bench(analysisOf(plainCantilever(), -60));
+    bench.problem.SurfaceElev(Left, 1) = -15;
+    for (const int side : {Right, Left}) {
+        bench.problem.SoilFriction(side, 1) = 0;
+        bench.problem.SoilCohesion(side, 1) = 460;
+    }
+    solve(*bench.state);
+    EXPECT_NE(bench.state->SolutionFailed, 0);
+    EXPECT_EQ(bench.prompts.asked.size(), 1U);
+    EXPECT_FALSE(bench.state->solved(1).solved);
+}
+
+TEST(SolveAnalysis, AFaultOfTheRightSideLeavesOutTheLeftAndShowsOneBox) {
+    AnalysisBench bench(analysisOf(plainCantilever(), -25));
+    bench.problem.SoilMoistWeight(Right, 1) = 0;
+    bench.problem.SoilMoistWeight(Left, 1) = 0;
+    solve(*bench.state);
+    EXPECT_EQ(bench.state->SolutionFailed, 1);
+    ASSERT_EQ(bench.prompts.asked.size(), 1U);
+    EXPECT_EQ(bench.prompts.asked[0].title, "IMPROPER SOIL WEIGHT");
+}
+
+TEST(SolveAnalysis, MarksOfATrialBeforeAreCleared) {
+    AnalysisBench bench(analysisOf(plainCantilever(), -25));
+    prepare(*bench.state);
+    for (const int side : {Right, Left}) {
+        bench.state->pressures.ActiveMark(side, 301) = "*";
+        bench.state->pressures.PassiveMark(side, 7) = "*";
+    }
+    SolveAnalysis(*bench.state);
+    for (const int side : {Right, Left}) {
+        EXPECT_EQ(bench.state->pressures.ActiveMark(side, 301), "");
+        EXPECT_EQ(bench.state->pressures.PassiveMark(side, 7), "");
+    }
+}
+
+TEST(SolveAnalysis, ForgetsTheLevelsOfTheSolutionBefore) {
+    AnalysisBench bench(analysisOf(anchored(plainCantilever()), -16));
+    solve(*bench.state);
+    ASSERT_TRUE(bench.state->solved(2).solved);
+    bench.problem = analysisOf(plainCantilever(), -25);
+    solve(*bench.state);
+    EXPECT_TRUE(bench.state->solved(1).solved);
+    EXPECT_FALSE(bench.state->solved(2).solved);
+}
+
+} // namespace
+} // namespace korvane::test
