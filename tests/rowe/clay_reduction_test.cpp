@@ -113,10 +113,9 @@ TEST(ClayReduction, AnywhereAgreesWithPolynomialsByNevillesScheme) {
         const double x = anyX(random);
         double G[3];
         for (int group = 0; group < 3; ++group) {
-            G[group] = neville({0.8, 0.7, 0.6},
-                               {rowValue(group, 0, S), -rowValue(group, 1, S),
-                                rowValue(group, 2, S)},
-                               alpha);
+            G[group] = neville(
+                {0.8, 0.7, 0.6},
+                {rowValue(group, 0, S), -rowValue(group, 1, S), rowValue(group, 2, S)}, alpha);
         }
         EXPECT_NEAR(clayCoefficient(S, alpha, x),
                     neville({-3.1, -2.6, -2.0}, {G[0], -G[1], G[2]}, x), 1e-10);

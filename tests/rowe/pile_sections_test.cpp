@@ -25,8 +25,8 @@ TEST(PileSections, EightDefaultsAreLoaded) {
     };
     // Section modulus IN^3 and moment of inertia IN^4 per foot of wall, from the makers' lists.
     const Section sections[] = {
-        {"PZ40", 60.7, 490.8}, {"PZ38", 46.8, 280.8}, {"PZ35", 48.5, 361.2},
-        {"PZ32", 38.3, 220.4}, {"PZ27", 30.2, 184.2}, {"PZ22", 18.1, 84.4},
+        {"PZ40", 60.7, 490.8},   {"PZ38", 46.8, 280.8},   {"PZ35", 48.5, 361.2},
+        {"PZ32", 38.3, 220.4},   {"PZ27", 30.2, 184.2},   {"PZ22", 18.1, 84.4},
         {"PLZ25", 32.8, 223.25}, {"PLZ23", 30.2, 203.75},
     };
     EXPECT_EQ(rowe.PileSectionCount, 8);
@@ -80,7 +80,8 @@ TEST(PileSections, DoneWithoutAdditionalRowsGivesEightSections) {
 TEST(PileSections, AdditionalRowsFollowTheDefaults) {
     RoweData rowe;
     LoadPileDefaults(rowe);
-    EXPECT_TRUE(addSections(rowe, {entry(" AZ26 "), entry("B"), entry("C"), entry("D"), entry("E")}));
+    EXPECT_TRUE(
+        addSections(rowe, {entry(" AZ26 "), entry("B"), entry("C"), entry("D"), entry("E")}));
     EXPECT_EQ(rowe.PileSectionCount, 13);
     EXPECT_EQ(rowe.PileName(9), "AZ26");
     EXPECT_EQ(rowe.PileName(13), "E");
@@ -102,9 +103,8 @@ TEST(PileSections, ANameInRow2BehindAnEmptyRow1IsIgnored) {
 
 TEST(PileSections, EachOfARowsFourNumbersMustBeAboveZero) {
     for (const char* bad : {"", "0", "-1", "X", "1 2"}) {
-        for (std::string PileEntry::*field :
-             {&PileEntry::sectionModulus, &PileEntry::inertia, &PileEntry::allowStress,
-              &PileEntry::modulus}) {
+        for (std::string PileEntry::*field : {&PileEntry::sectionModulus, &PileEntry::inertia,
+                                              &PileEntry::allowStress, &PileEntry::modulus}) {
             RoweData rowe;
             PileEntry second = entry("SECOND");
             second.*field = bad;
