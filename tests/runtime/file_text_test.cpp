@@ -241,23 +241,6 @@ TEST(WriteFile, ReportsANameThatTheSystemCannotTake) {
     EXPECT_EQ(entriesIn(folder.path()), 0);
 }
 
-TEST(OverwriteFile, ReplacesAPartAndLeavesTheRest) {
-    const TemporaryFolder folder;
-    const fs::path path = folder.path() / "a";
-    writeFile(path, "0123456789");
-    overwriteFile(path, 3, "abc");
-    EXPECT_EQ(readFile(path), "012abc6789");
-    overwriteFile(path, 8, "xyz");
-    EXPECT_EQ(readFile(path), "012abc67xyz");
-}
-
-TEST(OverwriteFile, MakesNoFile) {
-    const TemporaryFolder folder;
-    const fs::path path = folder.path() / "a";
-    EXPECT_EQ(faultOf(path, [&] { overwriteFile(path, 0, "abc"); }), 53);
-    EXPECT_FALSE(fs::exists(path));
-}
-
 TEST(SaveFile, MakesAndReplacesAndLeavesNothingBeside) {
     const TemporaryFolder folder;
     const fs::path path = folder.path() / "a.dat";
