@@ -119,9 +119,12 @@ void Field::keyPressEvent(QKeyEvent* event) {
 
 void Field::contextMenuEvent(QContextMenuEvent* event) {
     const std::unique_ptr<QMenu> menu(createStandardContextMenu());
-    if (auto* paste = menu->findChild<QAction*>("edit-paste"); paste != nullptr) {
-        disconnect(paste, nullptr, this, nullptr);
-        connect(paste, &QAction::triggered, this, &Field::pasteClipboard);
+    const QString key = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
+    for (QAction* action : menu->actions()) {
+        if (action->text().endsWith("\t" + key)) { // its paste knows nothing of blocks
+            disconnect(action, nullptr, this, nullptr);
+            connect(action, &QAction::triggered, this, &Field::pasteClipboard);
+        }
     }
     menu->exec(event->globalPos());
 }

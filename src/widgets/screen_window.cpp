@@ -38,7 +38,8 @@ ScreenWindow::ScreenWindow(ScreenContext& context, const QString& name, const QS
     scroll_->setFocusPolicy(Qt::NoFocus);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
         if (now != nullptr && canvas_->isAncestorOf(now)) {
-            scroll_->ensureWidgetVisible(now);
+            const QPoint middle = now->mapTo(canvas_, now->rect().center());
+            scroll_->ensureVisible(middle.x(), middle.y(), now->width(), now->height());
         }
     });
     auto* layout = new QVBoxLayout(this);

@@ -66,9 +66,10 @@ Problem fullProblem() {
 
 namespace {
 
-void hold(Desk& desk, const Problem& problem) {
-    desk.problem = problem;
-    desk.state.HeadContDataValid = 1;
+Problem blankProblem() {
+    Problem problem;
+    clearProblemData(problem);
+    return problem;
 }
 
 Problem analysis() {
@@ -82,93 +83,80 @@ Problem analysis() {
     return problem;
 }
 
+Problem layersOfKind(const std::string& kind) {
+    Problem problem = fullProblem();
+    problem.SoilDataKind.fill(kind);
+    problem.SoilCoefActive.fill(0.333);
+    problem.SoilCoefPassive.fill(3);
+    return problem;
+}
+
+Problem waterOfKind(const std::string& kind, const std::string& seepage) {
+    Problem problem = fullProblem();
+    problem.WaterDataKind = kind;
+    problem.SeepageKind = seepage;
+    problem.WaterPressCount = 2;
+    problem.WaterPressElev(1) = -5;
+    problem.WaterPressElev(2) = -20;
+    problem.WaterPressure(2) = 624;
+    return problem;
+}
+
+std::function<void(Desk&)> opening(Screen screen, int loadKind = 0) {
+    return [screen, loadKind](Desk& desk) { desk.open(screen, loadKind); };
+}
+
+/// Opens a screen and clicks buttons one after another.
+std::function<void(Desk&)> clicking(Screen screen, const std::vector<QString>& buttons) {
+    return [screen, buttons](Desk& desk) {
+        desk.open(screen);
+        for (const QString& button : buttons) {
+            desk.click(button);
+        }
+    };
+}
+
 } // namespace
 
 std::vector<Look> allLooks() {
     std::vector<Look> looks;
-    const auto blank = [&](const std::string& name, Screen screen) {
-        looks.push_back({name + "-blank", [screen](Desk& desk) { desk.open(screen); }});
+    const auto blankAndFilled = [&](const std::string& name, Screen screen, int loadKind = 0) {
+        looks.push_back({name + "-blank", blankProblem(), opening(screen, loadKind)});
+        looks.push_back({name + "-filled", fullProblem(), opening(screen, loadKind)});
     };
-    const auto filled = [&](const std::string& name, Screen screen) {
-        looks.push_back({name + "-filled", [screen](Desk& desk) {
-                             hold(desk, fullProblem());
-                             desk.open(screen);
-                         }});
-    };
-    for (const auto& [name, screen] :
-         std::vector<std::pair<std::string, Screen>>{{"keyin", Screen::KEYIN},
-                                                     {"layrdata", Screen::LAYRDATA},
-                                                     {"water", Screen::WATER},
-                                                     {"surchcon", Screen::SURCHCON},
-                                                     {"horcon", Screen::HORCON},
-                                                     {"headcont", Screen::HEADCONT},
-                                                     {"surface", Screen::SURFACE}}) {
-        blank(name, screen);
-        filled(name, screen);
+    blankAndFilled("keyin", Screen::KEYIN);
+    blankAndFilled("headcont", Screen::HEADCONT);
+    looks.push_back({"headcont-analysis", analysis(), opening(Screen::HEADCONT)});
+    blankAndFilled("surface", Screen::SURFACE);
+    blankAndFilled("layrdata", Screen::LAYRDATA);
+    for (const std::string side : {"Rightside", "Leftside"}) {
+        const QString enter = QString::fromStdString("cmdEnter" + side);
+        looks.push_back(
+            {"layrdata-control-" + side, fullProblem(), clicking(Screen::LAYRDATA, {enter})});
+        looks.push_back({"layrdata-strengths-" + side, layersOfKind("S"),
+                         clicking(Screen::LAYRDATA, {enter, "cmdOK"})});
+        looks.push_back({"layrdata-coefficients-" + side, layersOfKind("C"),
+                         clicking(Screen::LAYRDATA, {enter, "cmdOK"})});
     }
-    looks.push_back({"headcont-analysis", [](Desk& desk) {
-                         hold(desk, analysis());
-                         desk.open(Screen::HEADCONT);
-                     }});
-    const auto load = [&](const std::string& name, Screen screen, int kind) {
-        looks.push_back({name + "-blank", [screen, kind](Desk& desk) { desk.open(screen, kind); }});
-        looks.push_back({name + "-filled", [screen, kind](Desk& desk) {
-                             hold(desk, fullProblem());
-                             desk.open(screen, kind);
-                         }});
-    };
+    blankAndFilled("water", Screen::WATER);
+    for (const auto& [name, seepage] : std::vector<std::pair<std::string, std::string>>{
+             {"none", ""}, {"gradient", "G"}, {"automatic", "A"}}) {
+        looks.push_back({"water-elevations-" + name, waterOfKind("E", seepage),
+                         clicking(Screen::WATER, {"cmdWaterEls"})});
+    }
+    looks.push_back(
+        {"water-pressures", waterOfKind("P", ""), clicking(Screen::WATER, {"cmdWaterPres"})});
+    blankAndFilled("surchcon", Screen::SURCHCON);
     for (const int kind : {1, 2, 3, 4, 5, 6}) {
-        load("surcharg-" + std::to_string(kind), Screen::SURCHARG, kind);
+        blankAndFilled("surcharg-" + std::to_string(kind), Screen::SURCHARG, kind);
     }
+    blankAndFilled("horcon", Screen::HORCON);
     for (const int section : {1, 2}) {
-        load("horload-" + std::to_string(section), Screen::HORLOAD, section);
+        blankAndFilled("horload-" + std::to_string(section), Screen::HORLOAD, section);
     }
-    for (const auto& [side, button] : std::vector<std::pair<std::string, std::string>>{
-             {"right", "cmdEnterRightside"}, {"left", "cmdEnterLeftside"}}) {
-        const auto control = [&, open = QString::fromStdString(button)](const std::string& kind,
-                                                                        bool onward) {
-            return [open, kind, onward](Desk& desk) {
-                Problem problem = fullProblem();
-                problem.SoilDataKind.fill(kind);
-                problem.SoilCoefActive.fill(0.333);
-                problem.SoilCoefPassive.fill(3);
-                hold(desk, problem);
-                desk.open(Screen::LAYRDATA);
-                desk.click(open);
-                if (onward) {
-                    desk.click("cmdOK");
-                }
-            };
-        };
-        looks.push_back({"layrdata-control-" + side, control("S", false)});
-        looks.push_back({"layrdata-strengths-" + side, control("S", true)});
-        looks.push_back({"layrdata-coefficients-" + side, control("C", true)});
-    }
-    const auto water = [&](const std::string& name, const char* kind, const char* seepage,
-                           const char* button) {
-        looks.push_back({"water-" + name, [kind, seepage, button](Desk& desk) {
-                             Problem problem = fullProblem();
-                             problem.WaterDataKind = kind;
-                             problem.SeepageKind = seepage;
-                             problem.WaterPressCount = 2;
-                             problem.WaterPressElev(1) = -5;
-                             problem.WaterPressElev(2) = -20;
-                             problem.WaterPressure(2) = 624;
-                             hold(desk, problem);
-                             desk.open(Screen::WATER);
-                             desk.click(button);
-                         }});
-    };
-    water("elevations-none", "E", "", "cmdWaterEls");
-    water("elevations-gradient", "E", "G", "cmdWaterEls");
-    water("elevations-automatic", "E", "A", "cmdWaterEls");
-    water("pressures", "P", "", "cmdWaterPres");
-    looks.push_back({"rowepile-defaults", [](Desk& desk) { desk.open(Screen::ROWEPILE); }});
-    looks.push_back({"rowepile-additions", [](Desk& desk) {
-                         desk.open(Screen::ROWEPILE);
-                         desk.click("cmdDefAccept");
-                         desk.type("txtName_0", "AZ 26");
-                     }});
+    looks.push_back({"rowepile-defaults", blankProblem(), opening(Screen::ROWEPILE)});
+    looks.push_back(
+        {"rowepile-additions", blankProblem(), clicking(Screen::ROWEPILE, {"cmdDefAccept"})});
     return looks;
 }
 

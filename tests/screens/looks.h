@@ -11,7 +11,14 @@ namespace korvane::test {
 
 struct Look {
     std::string name;
-    std::function<void(Desk&)> reach;
+    Problem held; ///< what the screen is opened on
+    std::function<void(Desk&)> go;
+
+    void reach(Desk& desk) const {
+        desk.problem = held;
+        desk.state.HeadContDataValid = held.NumHeadingLines != 0 ? 1 : 0;
+        go(desk);
+    }
 };
 
 std::vector<Look> allLooks();
