@@ -1,0 +1,228 @@
+#include "person.h"
+
+#include "commands/files.h"
+#include "runtime/file_text.h"
+#include "screens/screens.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace korvane::test {
+
+namespace {
+
+constexpr int PollMilliseconds = 5;
+constexpr int PatienceMilliseconds = 8000;
+
+template <class Control>
+Control* workable(QWidget& window, const QString& name) {
+    auto* found = window.findChild<Control*>(name);
+    if (found == nullptr) {
+        throw std::runtime_error("no control " + name.toStdString());
+    }
+    if (!found->isEnabled()) {
+        throw std::runtime_error("disabled: " + name.toStdString());
+    }
+    return found;
+}
+
+/// An action that a person can reach: it and every menu above it are enabled.
+QAction* reachable(QWidget& window, const QString& name) {
+    auto* action = workable<QAction>(window, name);
+    for (QObject* object : action->associatedObjects()) {
+        if (auto* menu = qobject_cast<QMenu*>(object); menu != nullptr && !menu->isEnabled()) {
+            throw std::runtime_error("its menu is disabled: " + name.toStdString());
+        }
+    }
+    return action;
+}
+
+SeenBox seen(const QMessageBox& box) {
+    SeenBox result;
+    result.title = box.windowTitle().toStdString();
+    result.text = box.text().toStdString();
+    result.busy = QApplication::overrideCursor() != nullptr;
+    QList<QAbstractButton*> buttons = box.buttons();
+    std::sort(buttons.begin(), buttons.end(),
+              [](const auto* a, const auto* b) { return a->geometry().x() < b->geometry().x(); });
+    for (const QAbstractButton* button : buttons) {
+        result.buttons.push_back(button->text().remove('&').toStdString());
+    }
+    return result;
+}
+
+} // namespace
+
+Person::Person() {
+    qputenv("temp", temporary.path().c_str());
+    qputenv("SOURCE_DATE_EPOCH", "1795305907");
+    program = std::make_unique<Program>(dataScreens());
+    program->desktop.printServices.hasPrinter = [] { return false; };
+    window().show();
+    window().activateWindow();
+    if (!QTest::qWaitForWindowActive(&window())) {
+        throw std::runtime_error("the main window does not become active");
+    }
+    QObject::connect(&timer_, &QTimer::timeout, [this] { poll(); });
+    timer_.start(PollMilliseconds);
+}
+
+Person::~Person() {
+    timer_.stop();
+    if (program->window != nullptr) {
+        program->window->endWithoutQuestion();
+    }
+    DeleteTempFiles(session(), program->desktop);
+}
+
+void Person::expectNothingLeft() {
+    EXPECT_TRUE(steps_.empty()) << "not taken: " << (steps_.empty() ? "" : steps_.front().what);
+    steps_.clear();
+}
+
+/// Takes the next step once the modal window that it is for is on show.
+void Person::poll() {
+    auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (modal == nullptr || !modal->isVisible()) {
+        waited_ = 0;
+        return;
+    }
+    if (!steps_.empty() && steps_.front().fits(*modal)) {
+        waited_ = 0;
+        const Step step = steps_.front();
+        steps_.pop_front();
+        try {
+            step.act(*modal);
+        } catch (const std::exception& error) {
+            ADD_FAILURE() << step.what << ": " << error.what();
+            modal->done(0);
+        }
+        return;
+    }
+    waited_ += PollMilliseconds;
+    if (waited_ > PatienceMilliseconds) { // never leave a modal loop hanging
+        ADD_FAILURE() << "unexpected window " << modal->objectName().toStdString() << " \""
+                      << modal->windowTitle().toStdString() << "\", expected "
+                      << (steps_.empty() ? "none" : steps_.front().what);
+        waited_ = 0;
+        modal->done(0);
+    }
+}
+
+void Person::expectBox(const std::string& button) {
+    steps_.push_back({"box with " + button,
+                      [](QDialog& modal) { return qobject_cast<QMessageBox*>(&modal) != nullptr; },
+                      [this, button](QDialog& modal) {
+                          auto& box = static_cast<QMessageBox&>(modal);
+                          boxes.push_back(seen(box));
+                          for (QAbstractButton* candidate : box.buttons()) {
+                              if (candidate->text().remove('&').toStdString() == button) {
+                                  candidate->click();
+                                  return;
+                              }
+                          }
+                          throw std::runtime_error("no button " + button);
+                      }});
+}
+
+void Person::expectFile(const std::string& path) {
+    steps_.push_back(
+        {"file dialog for " + path,
+         [](QDialog& modal) { return qobject_cast<QFileDialog*>(&modal) != nullptr; },
+         [path](QDialog& modal) {
+             if (path.empty()) {
+                 modal.reject();
+                 return;
+             }
+             modal.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(path));
+             auto* buttons = modal.findChild<QDialogButtonBox*>("buttonBox");
+             const auto role = buttons->button(QDialogButtonBox::Open) != nullptr
+                                   ? QDialogButtonBox::Open
+                                   : QDialogButtonBox::Save;
+             buttons->button(role)->click();
+         }});
+}
+
+void Person::expectScreen(const std::string& name, std::function<void(QDialog&)> act) {
+    steps_.push_back({"screen " + name,
+                      [name](QDialog& modal) { return modal.objectName().toStdString() == name; },
+                      std::move(act)});
+}
+
+void Person::choose(const char* item) {
+    reachable(window(), item)->trigger();
+    QApplication::processEvents();
+}
+
+bool Person::canChoose(const char* item) const {
+    try {
+        reachable(*program->window, item);
+        return true;
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+}
+
+std::string Person::caption(const char* item) const {
+    return program->window->findChild<QAction*>(item)->text().toStdString();
+}
+
+void Person::push(const char* button) {
+    auto* found = workable<QAbstractButton>(window(), button);
+    if (!found->isVisible()) {
+        throw std::runtime_error(std::string("hidden: ") + button);
+    }
+    QTest::mouseClick(found, Qt::LeftButton);
+    QApplication::processEvents();
+}
+
+bool Person::isShown(const char* control) const {
+    return program->window->findChild<QWidget*>(control)->isVisible();
+}
+
+void Person::open(const std::string& path) {
+    expectFile(path);
+    expectBox("OK");
+    choose("mnuFileItem_1");
+}
+
+void pushButton(QWidget& window, const QString& name) {
+    auto* button = workable<QAbstractButton>(window, name);
+    if (!button->isVisible()) {
+        throw std::runtime_error("hidden: " + name.toStdString());
+    }
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
+void chooseAction(QWidget& window, const QString& name) {
+    reachable(window, name)->trigger();
+}
+
+std::string examplePath(const std::string& name) {
+    return std::string(KORVANE_SOURCE_DIR) + "/examples/" + name + ".dat";
+}
+
+std::string batchReport(const std::string& input, const QStringList& options) {
+    const TemporaryFolder folder;
+    const std::string report = (folder.path() / "batch.out").string();
+    QProcess batch;
+    batch.start(KORVANE_BATCH, QStringList{"--quiet", "--output", QString::fromStdString(report)} +
+                                   options + QStringList{QString::fromStdString(input)});
+    if (!batch.waitForFinished() || batch.exitCode() != 0) {
+        throw std::runtime_error("the batch command fails");
+    }
+    return readFile(report);
+}
+
+} // namespace korvane::test

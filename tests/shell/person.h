@@ -1,0 +1,91 @@
+// Somebody at the real main window: works menus, boxes, dialogs and screens by their names.
+#pragma once
+
+#include "shell/program.h"
+#include "support/support.h"
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QTest>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace korvane::test {
+
+/// What a person saw of a message box.
+struct SeenBox {
+    std::string title;
+    std::string text;
+    std::vector<std::string> buttons; ///< from left to right
+    bool busy = false;                ///< the pointer was busy while the box was shown
+};
+
+/// A program in a temporary folder of its own, and the steps that a person takes at the modal
+/// windows to come. A control that is missing, hidden or disabled is an error; so is a modal window
+/// that is not the one expected, or one that does not come.
+class Person {
+  public:
+    Person();
+    ~Person();
+
+    // ---- steps for the modal windows to come, in their order ----
+
+    /// A message box: pushes the button of that caption.
+    void expectBox(const std::string& button);
+    /// A file dialog: chooses a path; an empty one cancels.
+    void expectFile(const std::string& path);
+    /// Any screen: does something at it that closes it.
+    void expectScreen(const std::string& name, std::function<void(QDialog&)> act);
+
+    // ---- the main window ----
+
+    /// Triggers a menu item that can be chosen.
+    void choose(const char* item);
+    bool canChoose(const char* item) const;
+    std::string caption(const char* item) const;
+    /// Pushes a button of the main window.
+    void push(const char* button);
+    bool isShown(const char* control) const;
+
+    /// Opens an input file; the box tells that it is complete.
+    void open(const std::string& path);
+
+    ShellWindow& window() { return *program->window; }
+    Session& session() { return *program->session; }
+    std::string userFile(const std::string& name) const { return (user.path() / name).string(); }
+
+    TemporaryFolder temporary;
+    TemporaryFolder user;
+    std::vector<SeenBox> boxes;
+    std::unique_ptr<Program> program;
+
+    /// Ends with an error where a step was not taken.
+    void expectNothingLeft();
+
+  private:
+    struct Step {
+        std::string what;
+        std::function<bool(QDialog&)> fits;
+        std::function<void(QDialog&)> act;
+    };
+    void poll();
+
+    std::deque<Step> steps_;
+    QTimer timer_;
+    int waited_ = 0;
+};
+
+/// Pushes a button of a screen.
+void pushButton(QWidget& window, const QString& name);
+/// Triggers an enabled action of a screen.
+void chooseAction(QWidget& window, const QString& name);
+
+std::string examplePath(const std::string& name);
+/// The report that the batch command writes for an input.
+std::string batchReport(const std::string& input, const QStringList& options = {});
+
+} // namespace korvane::test
