@@ -143,6 +143,7 @@ bool anyOutOfRange(const RoweData& rowe) {
 /// The report's notes in one line each, without their asterisks.
 std::vector<std::string> plainNotes(const std::vector<RoweNote>& notes, bool sandOutOfRange) {
     std::vector<std::string> plain;
+    plain.reserve(notes.size() + 1);
     for (const RoweNote& note : notes) {
         plain.push_back(trimmed("REDUCTION NOT APPLICABLE DUE TO " + std::string(note.cause) + " " +
                                 trimmed(note.secondLine)));
