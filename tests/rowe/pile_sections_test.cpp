@@ -23,7 +23,7 @@ TEST(PileSections, EightDefaultsAreLoaded) {
         const char* name;
         double modulus, inertia;
     };
-    // Section modulus IN^3 and moment of inertia IN^4 per foot of wall, from the makers' lists.
+    // Section modulus IN^3 and moment of inertia IN^4 per foot of wall.
     const Section sections[] = {
         {"PZ40", 60.7, 490.8},   {"PZ38", 46.8, 280.8},   {"PZ35", 48.5, 361.2},
         {"PZ32", 38.3, 220.4},   {"PZ27", 30.2, 184.2},   {"PZ22", 18.1, 84.4},
