@@ -228,6 +228,25 @@ std::string_view withoutBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+constexpr const char* anyDigit = "0123456789";
+
+/// Length of the longest head of a number that is within the range of a double, of those with
+/// `shortest` to `longest` characters: numbers that only grow with their length. 0 if none is.
+std::size_t longestInRange(std::string_view number, std::size_t shortest, std::size_t longest) {
+    if (!parsed(number.substr(0, shortest))) {
+        return 0;
+    }
+    while (shortest < longest) {
+        const std::size_t middle = longest - (longest - shortest) / 2;
+        if (parsed(number.substr(0, middle))) {
+            shortest = middle;
+        } else {
+            longest = middle - 1;
+        }
+    }
+    return shortest;
+}
+
 /// The value of a text that passes the numeric test.
 std::optional<double> valueOf(std::string_view text) {
     const std::string_view number = withoutBlanks(text);
@@ -285,12 +304,24 @@ double numericValue(std::string_view text) {
 
 double valueAtHead(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-    for (std::size_t length = numberLength(text); length > 0; --length) {
-        if (const std::optional<double> value = valueOf(text.substr(0, length))) {
-            return *value;
-        }
+    const std::string_view number = text.substr(0, numberLength(text));
+    if (number.empty()) {
+        return 0;
     }
-    return 0;
+    if (const std::optional<double> value = parsed(number)) {
+        return *value;
+    }
+    // Too large: first fewer digits of the exponent, then fewer of the mantissa.
+    const std::size_t mantissa = std::min(number.find_first_of("Ee"), number.size());
+    const std::size_t exponent = number.find_first_of(anyDigit, mantissa);
+    std::size_t length = 0;
+    if (exponent != std::string_view::npos) {
+        length = longestInRange(number, exponent + 1, number.size());
+    }
+    if (length == 0) {
+        length = longestInRange(number, number.find_first_of(anyDigit) + 1, mantissa);
+    }
+    return *parsed(number.substr(0, length));
 }
 
 std::string upperCase(std::string_view text) {

@@ -262,7 +262,20 @@ TEST(ValueAtHead, IsZeroWhereThereIsNone) {
 // The longest head that passes the numeric test: "1E999" is no number, "1E99" is one.
 TEST(ValueAtHead, NeverGoesBeyondTheRangeOfADouble) {
     EXPECT_EQ(valueAtHead("1E999"), 1e99);
+    EXPECT_EQ(valueAtHead("-1E+0308999"), -1e308);
+    EXPECT_EQ(valueAtHead("17E308"), 17e30);
+    EXPECT_EQ(valueAtHead(std::string(400, '9') + "E5"), 1e308); // 308 nines, to the nearest
     EXPECT_TRUE(std::isfinite(valueAtHead(std::string(400, '9'))));
+}
+
+// A thousand times, so that work that grows with the square of the length would not end.
+TEST(ValueAtHead, IsQuickOnVeryLongTexts) {
+    const std::string sevens(30'000, '7');
+    const double expected = std::strtod(sevens.substr(0, 308).c_str(), nullptr);
+    for (int time = 0; time < 1000; ++time) {
+        ASSERT_EQ(valueAtHead(sevens), expected);
+        ASSERT_EQ(valueAtHead("1E" + sevens), 1e77);
+    }
 }
 
 TEST(NearestEven, TakesHalvesToTheEvenNumber) {

@@ -125,6 +125,9 @@ std::string Desk::lastBox() {
 
 Answer Desk::Ask(const MessageBox& box) {
     boxes.push_back(box);
+    if (onAsk) {
+        return onAsk(box);
+    }
     if (answers.empty()) {
         return box.buttons == Buttons::YesNo ? Answer::No : Answer::Ok;
     }

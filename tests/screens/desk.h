@@ -84,6 +84,7 @@ class Desk : public Desktop {
     std::string lastBox();
     /// Answers of the boxes to come; then OK, or No to a question.
     std::deque<Answer> answers;
+    std::function<Answer(const MessageBox&)> onAsk; ///< instead of them
     std::vector<MessageBox> boxes;
     std::vector<Screen> shown;          ///< asked for by a screen
     std::function<void(Screen)> onShow; ///< instead of the screen that was asked for

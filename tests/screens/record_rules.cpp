@@ -1,0 +1,169 @@
+#include "record_rules.h"
+
+#include <algorithm>
+
+namespace korvane::test {
+
+namespace {
+
+bool heading(const Problem& p) {
+    if (p.NumHeadingLines < 1) {
+        return false;
+    }
+    for (int line = 1; line <= p.NumHeadingLines; ++line) {
+        if (p.HeadingLines(line).rfind('\'', 0) != 0) {
+            return false;
+        }
+    }
+    const bool anchored = p.WallType == "A";
+    if ((!anchored && p.WallType != "C") || (anchored && p.AnchorElev > p.WallTopElev)) {
+        return false;
+    }
+    if (p.ProgramMode == "D") {
+        return p.FSActive > 0 && p.FSPassive > 0;
+    }
+    return p.ProgramMode == "A" && (p.FSKind == 1 || (p.FSKind == 2 && p.FSActive > 0)) &&
+           p.WallBottomElev < p.WallTopElev && (!anchored || p.WallBottomElev < p.AnchorElev) &&
+           p.WallModulus > 0 && p.WallInertia > 0;
+}
+
+bool surface(const Problem& p) {
+    for (const int side : {Right, Left}) {
+        if (p.SurfacePointCount(side) < 1) {
+            return false;
+        }
+        for (int i = 2; i <= p.SurfacePointCount(side); ++i) {
+            if (p.SurfaceDist(side, i) <= p.SurfaceDist(side, i - 1)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool layer(const Problem& p, int side, int i) {
+    const bool last = i == p.SoilLayerCount(side);
+    if (p.SoilSatWeight(side, i) <= 0 || p.SoilMoistWeight(side, i) <= 0 ||
+        (last && p.SoilBottomElev(side, i) != NoLayerBottom) ||
+        (!last && i > 1 && p.SoilBottomElev(side, i) >= p.SoilBottomElev(side, i - 1))) {
+        return false;
+    }
+    if (p.SoilDataKind(side) == "C") {
+        return p.SoilCoefActive(side, i) >= 0 && p.SoilCoefPassive(side, i) > 0;
+    }
+    const double friction = p.SoilFriction(side, i);
+    return friction >= 0 && friction <= 45 && p.SoilCohesion(side, i) >= 0 &&
+           friction + p.SoilCohesion(side, i) > 0 && p.SoilWallFriction(side, i) <= friction &&
+           p.SoilAdhesion(side, i) >= 0 && p.SoilFSActive(side, i) >= 0 &&
+           p.SoilFSPassive(side, i) >= 0;
+}
+
+bool layers(const Problem& p) {
+    for (const int side : {Right, Left}) {
+        if (p.SoilLayerCount(side) < 1 ||
+            (p.SoilDataKind(side) != "S" && p.SoilDataKind(side) != "C") ||
+            p.Level2FSActive(side) < 0 || p.Level2FSPassive(side) < 0) {
+            return false;
+        }
+        for (int i = 1; i <= p.SoilLayerCount(side); ++i) {
+            if (!layer(p, side, i)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool water(const Problem& p) {
+    if (p.WaterDataKind == "P") {
+        return p.WaterPressCount >= 2;
+    }
+    if (p.WaterDataKind == "") {
+        return p.SeepageKind == "";
+    }
+    const bool seeps = p.SeepageKind == "A" || p.SeepageKind == "G";
+    return p.WaterDataKind == "E" && p.WaterUnitWeight > 0 && (seeps || p.SeepageKind == "") &&
+           (!seeps || p.WaterElev(Right) > p.WaterElev(Left)) &&
+           (p.SeepageKind != "G" || (p.SeepageGradient(1) > 0 && p.SeepageGradient(1) < 1));
+}
+
+bool surcharge(const Problem& p, int kind, int side, int i) {
+    switch (kind) {
+    case 1:
+        return p.VLineDist(side, i) > 0 && p.VLineLoad(side, i) > 0;
+    case 2:
+        return p.VUniformLoad(side) >= 0;
+    case 3:
+        return p.VStripStart(side, i) >= 0 && p.VStripEnd(side, i) > p.VStripStart(side, i) &&
+               p.VStripLoad(side, i) > 0;
+    case 4:
+        return p.VRampStart(side) >= 0 && p.VRampEnd(side) >= p.VRampStart(side) &&
+               p.VRampLoad(side) >= 0;
+    case 5:
+        return p.VTriStart(side, i) >= 0 && p.VTriPeak(side, i) >= p.VTriStart(side, i) &&
+               p.VTriEnd(side, i) >= p.VTriPeak(side, i) &&
+               p.VTriEnd(side, i) > p.VTriStart(side, i) && p.VTriLoad(side, i) > 0;
+    default:
+        return p.VVarDist(side, i) >= 0 && p.VVarLoad(side, i) >= 0 &&
+               (i == 1 || p.VVarDist(side, i) > p.VVarDist(side, i - 1));
+    }
+}
+
+bool surcharges(const Problem& p, int kind) {
+    const Array<int, 2>* counts[] = {&p.VLineCount, &p.VUniformCount, &p.VStripCount,
+                                     &p.VRampCount, &p.VTriCount,     &p.VVarCount};
+    for (const int side : {Right, Left}) {
+        for (int i = 1; i <= (*counts[kind - 1])(side); ++i) {
+            if (!surcharge(p, kind, side, i)) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool distributed(const Problem& p) {
+    for (int i = 2; i <= p.HDistCount; ++i) {
+        if (p.HDistElev(i) >= p.HDistElev(i - 1)) {
+            return false;
+        }
+    }
+    return p.HDistCount != 1;
+}
+
+} // namespace
+
+bool meetsTests(const Problem& problem, Screen screen, int loadKind) {
+    switch (screen) {
+    case Screen::HEADCONT:
+        return heading(problem);
+    case Screen::SURFACE:
+        return surface(problem);
+    case Screen::LAYRDATA:
+        return layers(problem);
+    case Screen::WATER:
+        return water(problem);
+    case Screen::SURCHARG:
+        return surcharges(problem, loadKind);
+    case Screen::HORLOAD:
+        return loadKind == 1 || distributed(problem);
+    default:
+        return true;
+    }
+}
+
+bool countsInRange(const Problem& p) {
+    const auto within = [](int count, int most) { return count >= 0 && count <= most; };
+    for (const int side : {Right, Left}) {
+        if (!within(p.SurfacePointCount(side), 11) || !within(p.SoilLayerCount(side), 11) ||
+            !within(p.VLineCount(side), 5) || !within(p.VUniformCount(side), 1) ||
+            !within(p.VStripCount(side), 5) || !within(p.VRampCount(side), 1) ||
+            !within(p.VTriCount(side), 5) || !within(p.VVarCount(side), 11)) {
+            return false;
+        }
+    }
+    return within(p.NumHeadingLines, 4) && within(p.WaterPressCount, 11) &&
+           within(p.HLineCount, 5) && within(p.HDistCount, 11);
+}
+
+} // namespace korvane::test
