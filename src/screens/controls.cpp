@@ -53,6 +53,22 @@ QLabel* plainLabel(QWidget* parent, const QString& name, const QString& text) {
     return label;
 }
 
+/// Letters as large as usual where the text has room, else smaller down to two thirds.
+void fitLetters(QLabel* label) {
+    QFont letters = label->font();
+    const double smallest = letters.pointSizeF() * 2 / 3;
+    const QSize room = label->contentsRect().size();
+    const auto fits = [&] {
+        const QRect needed = QFontMetrics(letters).boundingRect(
+            QRect(0, 0, room.width(), 0), Qt::TextWordWrap, label->text().simplified());
+        return needed.width() <= room.width() && needed.height() <= room.height();
+    };
+    while (!fits() && letters.pointSizeF() > smallest) {
+        letters.setPointSizeF(letters.pointSizeF() - 0.25);
+    }
+    label->setFont(letters);
+}
+
 } // namespace
 
 void place(QWidget* widget, const Place& where) {
@@ -78,6 +94,7 @@ QLabel* makeLabel(QWidget* parent, const QString& name, const QString& text, con
     label->setAlignment(side == LabelSide::Above ? Qt::AlignHCenter | Qt::AlignBottom
                                                  : Qt::AlignLeft | Qt::AlignVCenter);
     place(label, where);
+    fitLetters(label);
     return label;
 }
 
@@ -112,7 +129,7 @@ QFrame* makeGroup(QWidget* parent, const QString& name, const QString& title, co
     auto* frame = new QFrame(parent);
     frame->setObjectName(name);
     frame->setAccessibleName(title);
-    frame->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    frame->setFrameStyle(QFrame::Box | QFrame::Sunken);
     place(frame, where);
     if (!title.isEmpty()) {
         QLabel* label = plainLabel(frame, name + "_title", title);

@@ -29,7 +29,7 @@ constexpr GroupSpec groups[] = {
     {"fraMode", "Mode", {2220, 2880, 1620, 1260}},
     {"fraWallTop", "Wall Top", {4020, 2880, 1800, 1260}},
     {"fraAnchor", "Anchor", {180, 4320, 1860, 1260}},
-    {"fraWallProps", "Wall Properties", {2220, 4320, 3600, 1620}},
+    {"fraWallProps", "Wall Properties", {2220, 4320, 4200, 1620}},
     {"fraSafety", "Level 1 Safety Factors", {6000, 2880, 3270, 1260}},
     {"fraFSOption", "Safety Factor Option", {6000, 2880, 3270, 1260}},
 };
@@ -101,18 +101,18 @@ constexpr FieldSpec fieldSpecs[] = {
      nullptr,
      {"txtWallBot", "Elevation at Bottom (FT)", numberAt<&Problem::WallBottomElev>,
       belowTopAndAnchor},
-     {120, 405, 2280, 300},
-     {2400, 405, 1110, 300}},
+     {120, 405, 2850, 300},
+     {2985, 405, 1110, 300}},
     {"fraWallProps",
      nullptr,
      {"txtWallE", "Modulus of Elasticity (PSI)", numberAt<&Problem::WallModulus>, aboveZero},
-     {120, 765, 2280, 300},
-     {2400, 765, 1110, 300}},
+     {120, 765, 2850, 300},
+     {2985, 765, 1110, 300}},
     {"fraWallProps",
      nullptr,
      {"txtWallI", "Moment of Inertia (IN^4)", numberAt<&Problem::WallInertia>, aboveZero},
-     {120, 1125, 2280, 300},
-     {2400, 1125, 1110, 300}},
+     {120, 1125, 2850, 300},
+     {2985, 1125, 1110, 300}},
 };
 
 MessageBox missingBox(const std::string& list) {
