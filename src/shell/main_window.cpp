@@ -251,6 +251,9 @@ void ShellWindow::closeEvent(QCloseEvent* event) {
     }
     constexpr int exitItem = 7;
     command([this] { mnuFileItem_Click(session_, desktop_, exitItem); });
+    if (ending_) {
+        event->accept();
+    }
 }
 
 } // namespace korvane

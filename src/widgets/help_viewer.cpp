@@ -51,7 +51,8 @@ HelpViewer::HelpViewer(QWidget* parent) : QDialog(parent), pages_(loadHelpPages(
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
     resize(pixels(11200), pixels(7600));
-    openPage(0, {});
+    // A current item from the start: the focus alone must not change the page later.
+    contents_->setCurrentItem(contents_->topLevelItem(0));
 }
 
 void HelpViewer::createContents() {

@@ -72,10 +72,11 @@ class Person {
         std::function<bool(QDialog&)> fits;
         std::function<void(QDialog&)> act;
     };
+    void schedule();
     void poll();
 
     std::deque<Step> steps_;
-    QTimer timer_;
+    QObject looks_; ///< ends the looks with the person
     int waited_ = 0;
 };
 

@@ -1,0 +1,248 @@
+// Opening, saving, ending and faults, at the main window.
+#include "person.h"
+
+#include "runtime/file_text.h"
+
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace korvane::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What the table of menu states tells of a row.
+struct MenuRow {
+    bool save, print, edit, view, view0, view3, solve;
+    const char* caption;
+};
+
+void expectMenus(const Person& person, const MenuRow& row) {
+    EXPECT_TRUE(person.canChoose("mnuFileItem_0"));
+    EXPECT_TRUE(person.canChoose("mnuFileItem_1"));
+    EXPECT_TRUE(person.canChoose("mnuFileItem_7"));
+    EXPECT_EQ(person.program->window->findChild<QWidget*>("mnuFileItem_3")->isEnabled(), row.save);
+    EXPECT_EQ(person.program->window->findChild<QWidget*>("mnuFileItem_5")->isEnabled(), row.print);
+    EXPECT_EQ(person.canChoose("mnuEditItem_0"), row.edit);
+    EXPECT_EQ(person.canChoose("mnuViewItem_0"), row.view && row.view0);
+    EXPECT_EQ(person.canChoose("mnuViewItem_3"), row.view && row.view3);
+    EXPECT_EQ(person.canChoose("mnuSolveItem_0"), row.solve);
+    EXPECT_EQ(person.caption("mnuEditItem_0"), row.caption);
+}
+
+/// Leaves the section list by its button, with boxes expected before.
+void finishKeyin(QDialog& keyin) {
+    pushButton(keyin, "cmdFinished");
+}
+
+TEST(MenuRows, AfterStartNewOpenAndFailedOpen) {
+    Person person;
+    expectMenus(person, {false, false, true, false, false, false, false, "&Enter Input data"});
+    person.choose("mnuFileItem_0");
+    expectMenus(person, {false, false, true, false, false, false, false, "&Enter Input Data"});
+    person.open(examplePath("cantilever-dry-sand"));
+    expectMenus(person, {true, true, true, true, true, false, true, "&Edit Input Data"});
+    EXPECT_FALSE(person.canChoose("mnuSaveItem_0")) << "nothing to save: the file is the user's";
+    EXPECT_TRUE(person.canChoose("mnuSaveItem_1"));
+
+    const std::string bad = person.userFile("bad.dat");
+    writeFile(bad,
+              "NO HEADING HERE, BUT A LINE LONG ENOUGH FOR A FILE THAT MAY BE COMPLETE AS IT IS\n");
+    person.expectBox("No"); // the output of the problem before
+    person.expectFile(bad);
+    person.expectBox("OK");
+    person.choose("mnuFileItem_1");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "INPUT DATA ERRORS");
+    expectMenus(person, {false, false, false, false, false, false, false, "&Enter Input Data"});
+}
+
+TEST(MenuRows, AfterEditAndFailedEdit) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    person.expectBox("Yes"); // save the output first?
+    person.expectFile(person.userFile("first.out"));
+    person.expectScreen("KEYIN", finishKeyin);
+    person.choose("mnuEditItem_0");
+    person.expectNothingLeft();
+    expectMenus(person, {true, true, true, true, true, false, true, "Edit Input Data"});
+    EXPECT_TRUE(person.canChoose("mnuSaveItem_0"));
+    EXPECT_EQ(
+        person.session().CurrentInputName.substr(person.session().CurrentInputName.size() - 4),
+        ".iii");
+
+    // An empty problem has all sections missing; Cancel at that box leaves the edit.
+    person.expectBox("No"); // input
+    person.expectBox("No"); // output
+    person.choose("mnuFileItem_0");
+    person.expectScreen("KEYIN", [&](QDialog& keyin) {
+        person.expectBox("Cancel");
+        finishKeyin(keyin);
+    });
+    person.choose("mnuEditItem_0");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "DATA MISSING");
+    expectMenus(person, {false, false, true, false, false, false, false, "&Enter Input Data"});
+}
+
+TEST(Saving, ACancelledDialogBringsTheQuestionBack) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    person.expectBox("Yes");
+    person.expectFile("");
+    person.expectBox("Yes");
+    const std::string saved = person.userFile("saved"); // completed by the filter's extension
+    person.expectFile(saved);
+    person.choose("mnuFileItem_0");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "SAVE OUTPUT DATA?");
+    EXPECT_TRUE(fs::exists(saved + ".out"));
+}
+
+TEST(Saving, TemporaryExtensionsAreRefusedAndOverwritingIsAsked) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    const std::string existing = person.userFile("old.out");
+    writeFile(existing, "OLD\n");
+    person.expectFile(person.userFile("x.OoO"));
+    person.expectBox("OK");
+    person.expectFile(existing);
+    person.expectBox("No");
+    person.expectFile(existing);
+    person.expectBox("Yes");
+    person.choose("mnuSaveItem_1");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes[1].text, "File:  " + person.userFile("x.OoO") +
+                                        "  is a temporary file in use.\nPlease choose another file "
+                                        "name for saving input data.");
+    EXPECT_EQ(person.boxes[2].title, "OVERWRITE?");
+    EXPECT_EQ(person.boxes[2].buttons, (std::vector<std::string>{"Yes", "No"}));
+    EXPECT_NE(readFile(existing), "OLD\n");
+}
+
+TEST(Saving, SavedInputIsNotAskedForAgain) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    person.expectBox("Yes");
+    person.expectFile(person.userFile("first.out"));
+    person.expectScreen("KEYIN", finishKeyin);
+    person.choose("mnuEditItem_0");
+    person.expectFile(person.userFile("mine.dat"));
+    person.choose("mnuSaveItem_0");
+    person.expectBox("No"); // the output alone
+    person.choose("mnuFileItem_0");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "SAVE OUTPUT DATA?");
+    EXPECT_TRUE(fs::exists(person.userFile("mine.dat")));
+}
+
+TEST(Ending, TheFramesCrossAsksAndDeletesTheTemporaryFiles) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    EXPECT_FALSE(fs::is_empty(person.temporary.path()));
+    person.expectBox("No");
+    person.window().close();
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "SAVE OUTPUT DATA?");
+    EXPECT_FALSE(person.window().isVisible());
+    EXPECT_TRUE(fs::is_empty(person.temporary.path()));
+}
+
+TEST(Ending, ACloseAtTheStopForReviewTakesTheSameWay) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    person.choose("mnuSolveItem_0");
+    person.expectBox("No");
+    person.window().close();
+    person.expectNothingLeft();
+    EXPECT_FALSE(person.window().isVisible());
+}
+
+TEST(Ending, ACloseWhileSolvingIsIgnored) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    person.session().stage = FlowStage::Solving;
+    person.window().close();
+    EXPECT_TRUE(person.window().isVisible());
+    person.session().stage = FlowStage::Rest;
+}
+
+TEST(Faults, AFileThatIsGoneTellsAndKeepsTheProblem) {
+    Person person;
+    const std::string input = person.userFile("input.dat");
+    fs::copy_file(examplePath("cantilever-dry-sand"), input);
+    person.open(input);
+    fs::remove(input);
+    person.expectBox("OK");
+    person.choose("mnuViewItem_0");
+    EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
+    EXPECT_EQ(person.boxes.back().text,
+              "File: " + input + "\nFile not found\n\nYour data are kept.");
+    EXPECT_EQ(person.session().state.problem.NumHeadingLines, 1);
+    EXPECT_TRUE(person.canChoose("mnuSolveItem_0"));
+}
+
+TEST(Faults, AFullDiskTellsAndKeepsTheOutput) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    const std::string full = person.userFile("full.out");
+    fs::create_symlink("/dev/full", full);
+    person.expectFile(full);
+    person.expectBox("Yes"); // it exists
+    person.expectBox("OK");
+    person.choose("mnuSaveItem_1");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
+    EXPECT_NE(person.boxes.back().text.find("Disk full"), std::string::npos);
+    EXPECT_TRUE(person.canChoose("mnuSolveItem_0"));
+    EXPECT_TRUE(fs::exists(person.session().state.report.CurrentOutputName));
+}
+
+TEST(Faults, AVanishedTemporaryFolderFailsTheSolutionAndKeepsTheData) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    fs::remove_all(person.temporary.path());
+    person.expectBox("OK");
+    person.choose("mnuSolveItem_0");
+    EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
+    EXPECT_EQ(person.session().panels.panDoneText, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
+    person.push("cmdOK");
+    EXPECT_EQ(person.session().state.problem.NumHeadingLines, 1);
+    fs::create_directories(person.temporary.path());
+}
+
+TEST(Faults, TwoProgramsAtOnceDoNotDisturbEachOther) {
+    Person first;
+    first.open(examplePath("cantilever-dry-sand"));
+    qputenv("temp", first.temporary.path().c_str());
+    Program second({});
+    EXPECT_EQ(second.session->state.files.TempFolder, first.session().state.files.TempFolder);
+    second.session.reset(); // ends without deleting what is not its own
+    EXPECT_TRUE(fs::exists(first.session().state.report.CurrentOutputName));
+    second.window->endWithoutQuestion();
+}
+
+/// A run-time error in a screen above a screen ends the process at once with its box and status.
+TEST(Faults, RunTimeError9InANestedScreenKeepsTheInputAndEndsWithStatus70) {
+    const TemporaryFolder folder;
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("temp", QString::fromStdString(folder.path().string()));
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    program.setProcessEnvironment(environment);
+    program.start(KORVANE_FAULT, QStringList());
+    ASSERT_TRUE(program.waitForFinished(20000));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 70);
+    const std::string kept = (folder.path() / "KORVANE-RESCUE-0.dat").string();
+    EXPECT_EQ(program.readAllStandardOutput().toStdString(),
+              "KORVANE\nRun-time error '9':\n\nSubscript out of range\nYour input was kept in " +
+                  kept + "\n");
+    EXPECT_NE(readFile(kept).find("'KEEP THIS "), std::string::npos);
+}
+
+} // namespace
+} // namespace korvane::test
