@@ -111,6 +111,7 @@ TEST_F(SurfaceTest, ATextCountsAsTheNumberAtItsHead) {
 
 TEST_F(SurfaceTest, ElevenRowsAreTheMost) {
     std::vector<std::string> rows;
+    rows.reserve(11);
     for (int row = 0; row < 11; ++row) {
         rows.push_back(std::to_string(row));
     }

@@ -393,6 +393,7 @@ TEST_F(WaterTest, PressureRowsAreTestedInOrder) {
 TEST_F(WaterTest, ElevenRowsOfPressuresAreTheMost) {
     openPressures();
     std::vector<std::string> rows;
+    rows.reserve(11);
     for (int row = 0; row < 11; ++row) {
         rows.push_back(std::to_string(row));
     }
