@@ -57,7 +57,7 @@ class FieldTable {
 
     /// Adds a column of fields under its label and returns its number. A control array counts from
     /// 0; the control of a table of one row has no index.
-    int addColumn(QWidget* parent, const FieldColumn& column);
+    int addColumn(QWidget* parent, const FieldColumn& spec);
     /// Writes the row numbers 1, 2 ... before the rows.
     void addRowNumbers(QWidget* parent, double left, double width);
 

@@ -35,7 +35,7 @@ SectionScreen::SectionScreen(ScreenContext& context, const SectionList* list)
             frame, listed.button, {FrameMargin, top, SheetWidth - 2 * FrameMargin, PanelHeight}));
         QPushButton* button = controls_.back().button;
         connect(button, &QPushButton::clicked, this,
-                [this, section] { run([&] { open(section); }); });
+                [this, section] { run([&] { openSection(section); }); });
         order.push_back(button);
         top += PanelPitch;
     }
@@ -65,7 +65,7 @@ void SectionScreen::setTitle(const QString& title) {
     title_->setText(title);
 }
 
-void SectionScreen::open(int section) {
+void SectionScreen::openSection(int section) {
     const ListedSection& listed = list_.sections[static_cast<std::size_t>(section)];
     session().LoadKind = listed.loadKind;
     context().desktop.ShowScreen(listed.screen, session());

@@ -42,7 +42,7 @@ class SectionScreen : public DataScreen {
     void finishStage() override { accept(); }
 
   private:
-    void open(int section);
+    void openSection(int section);
 
     const SectionList& list_;
     std::vector<SectionControl> controls_;

@@ -58,9 +58,9 @@ class ShellWindow : public QMainWindow {
     void centrePanels();
     QMenu* addMenu(QMenu* parent, const char* name, const MenuItem& item);
     QAction* addItem(QMenu* menu, const char* name, int index, const MenuItem& item,
-                     std::function<void()> command, bool hasScreen = true);
+                     std::function<void()> body, bool hasScreen = true);
     QPushButton* addReviewButton(const char* name, const char* caption, double top,
-                                 std::function<void()> command);
+                                 std::function<void()> body);
     /// Runs a command through the gate and mirrors the session after it.
     void command(const std::function<void()>& body);
 

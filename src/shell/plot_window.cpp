@@ -138,7 +138,7 @@ void PlotWindow::createLabelsAndButtons() {
         connect(made, &QPushButton::clicked, this, [this, slot] { run([&] { (this->*slot)(); }); });
         return made;
     };
-    cmdDone_ = button("cmdDone", DoneCaption, &PlotWindow::done);
+    cmdDone_ = button("cmdDone", DoneCaption, &PlotWindow::endPlot);
     cmdPrint_ = button("cmdPrint", PrintCaption, &PlotWindow::print);
     cmdSave_ = button("cmdSave", SaveCaption, &PlotWindow::saveFigure);
     layout->addLayout(row);
@@ -175,7 +175,7 @@ void PlotWindow::choose(int plotNumber) {
     mirror();
 }
 
-void PlotWindow::done() {
+void PlotWindow::endPlot() {
     if (finishPlot(view_)) {
         accept();
         return;

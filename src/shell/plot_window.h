@@ -31,7 +31,7 @@ class PlotWindow : public ScreenWindow {
     /// Brings menus, pictures, labels and buttons in line with the view.
     void mirror();
     void choose(int plotNumber);
-    void done();
+    void endPlot();
     void print();
     void saveFigure();
 

@@ -25,7 +25,7 @@ class QtDesktop : public Desktop {
     void showHelp(QWidget* active, int command);
 
     Answer Ask(const MessageBox& box) override;
-    std::string ChooseFile(const FileDialog& dialog) override;
+    std::string ChooseFile(const FileDialog& request) override;
     void ShowScreen(Screen screen, Session& session) override;
     void SetBusy(bool busy) override;
     bool PrintDocument(const std::string& documentName,

@@ -1,12 +1,10 @@
 #include "state/state.h"
 
-#include <utility>
-
 namespace korvane {
 
-void failSolution(State& state, MessageBox box) {
+void failSolution(State& state, const MessageBox& box) {
     state.SolutionFailed = 1;
-    state.prompts.Ask(std::move(box));
+    state.prompts.Ask(box);
 }
 
 } // namespace korvane

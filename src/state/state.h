@@ -192,6 +192,6 @@ struct State {
 };
 
 /// Shows a box with one OK button (icon none unless told) and sets SolutionFailed to 1.
-void failSolution(State& state, MessageBox box);
+void failSolution(State& state, const MessageBox& box);
 
 } // namespace korvane
