@@ -186,13 +186,15 @@ void writeTriangles(PrintLines& lines, const Problem& problem, int side) {
     }
 }
 
+/// The screens let a load of one point pass, which no file can give back.
 void writeVariable(PrintLines& lines, const Problem& problem, int side) {
+    const int points = problem.VVarCount(side);
     lines.text("VERTICAL VARIABLE  ").text(sideName(side));
-    numbers(lines, gap, {1.0 * problem.VVarCount(side)});
-    for (int point = 1; point <= problem.VVarCount(side); ++point) {
+    numbers(lines, gap, {1.0 * points});
+    for (int point = 1; point <= points; ++point) {
         numbers(lines, point <= 2 ? gap : loadIndent,
                 {problem.VVarDist(side, point), problem.VVarLoad(side, point)});
-        if (point >= 2) {
+        if (point >= 2 || points == 1) {
             lines.end();
         }
     }

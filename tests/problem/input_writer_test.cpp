@@ -181,6 +181,15 @@ TEST(InputWriter, AUniformLoadOfOneSideShowsZeroOnTheOther) {
     EXPECT_EQ(lineOf(problem, "VERTICAL"), "VERTICAL UNIFORM   0    100 ");
 }
 
+TEST(InputWriter, AVariableLoadOfOnePointHasALineOfItsOwn) {
+    Problem problem = readText(plainFile("HORIZONTAL LINE 1 5 400\n")).problem;
+    problem.VVarCount(Right) = 1;
+    problem.VVarDist(Right, 1) = 6;
+    problem.VVarLoad(Right, 1) = 200;
+    EXPECT_EQ(lineOf(problem, "VERTICAL"), "VERTICAL VARIABLE  RIGHTSIDE   1    6    200 ");
+    EXPECT_EQ(lineOf(problem, "HORIZONTAL"), "HORIZONTAL LINE   1   5   400");
+}
+
 TEST(InputWriter, ALevel2FactorOfCoefficientsIsNotWritten) {
     const Problem problem = readBase("design.dat");
     ASSERT_EQ(problem.Level2FSActive(Left), 1.15);
