@@ -19,8 +19,8 @@ namespace {
 constexpr double PngPixelsPerInch = 200;
 constexpr int DeviceFault = 57;
 
-const double frameWidth = PaperFrame.b.x - PaperFrame.a.x;
-const double frameHeight = PaperFrame.b.y - PaperFrame.a.y;
+const double frameWidth = FigureView.b.x - FigureView.a.x;
+const double frameHeight = FigureView.b.y - FigureView.a.y;
 
 std::string bytes(const QByteArray& array) {
     return {array.constData(), static_cast<std::size_t>(array.size())};
@@ -29,7 +29,7 @@ std::string bytes(const QByteArray& array) {
 /// The frame's drawing with its upper left corner at the painter's origin.
 void drawFramed(QPainter& painter, const State& state, const PlotView& view) {
     painter.setClipRect(QRectF(0, 0, frameWidth, frameHeight));
-    painter.translate(-PaperFrame.a.x, -PaperFrame.a.y);
+    painter.translate(-FigureView.a.x, -FigureView.a.y);
     PainterSurface surface(painter);
     drawPlot(surface, state, view, Medium::Paper);
 }
@@ -75,7 +75,7 @@ std::string pdfFile(const State& state, const PlotView& view) {
 std::string svgFile(const State& state, const PlotView& view) {
     SvgSurface surface;
     drawPlot(surface, state, view, Medium::Paper);
-    return surface.document(PaperFrame);
+    return surface.document(FigureView);
 }
 
 } // namespace
@@ -102,9 +102,9 @@ PageDrawing plotPage(const State& state, const PlotView& view) {
         if (!painter.begin(&device)) {
             throw RuntimeError(DeviceFault);
         }
-        // The drawing needs its own margins beyond the frame; a smaller page shrinks all of it.
-        const double neededWidth = PaperFrame.b.x + 240;
-        const double neededHeight = PaperFrame.b.y + 240;
+        // Paper keeps some room beyond the drawing; a smaller page shrinks all of it.
+        const double neededWidth = FigureView.b.x + 240;
+        const double neededHeight = FigureView.b.y + 240;
         const double perTwipX = device.logicalDpiX() / TwipsPerInch;
         const double factor =
             std::min({perTwipX, device.width() / neededWidth, device.height() / neededHeight});

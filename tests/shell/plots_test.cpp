@@ -1,0 +1,281 @@
+// The plot windows: menus and states, every diagram on the screen, on paper and in files.
+#include "person.h"
+
+#include "runtime/file_text.h"
+
+#include <QAction>
+#include <QImage>
+#include <QLabel>
+#include <QMenuBar>
+#include <QProcess>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+
+namespace korvane::test {
+namespace {
+
+/// Solves an example with the default sections.
+void solveExample(Person& person, const char* name, bool sectionsShown) {
+    person.open(examplePath(name));
+    person.choose("mnuSolveItem_0");
+    if (person.isShown("fraSoilOut")) {
+        if (sectionsShown) {
+            person.expectScreen("ROWEPILE", [](QDialog& screen) {
+                pushButton(screen, "cmdDefAccept");
+                pushButton(screen, "cmdDone");
+            });
+        }
+        person.push("cmdContinue");
+    }
+    ASSERT_EQ(person.session().state.SolutionFailed, 0);
+    person.push("cmdOK");
+}
+
+/// The enabled entries of a plot screen that open a diagram.
+std::vector<QAction*> diagramsOf(QDialog& screen) {
+    std::vector<QAction*> found;
+    for (QAction* action : screen.findChildren<QAction*>()) {
+        const QString name = action->objectName();
+        const bool diagram = name.startsWith("mnu") && name != "mnuFinished" &&
+                             !name.startsWith("mnuHelp") && action->menu() == nullptr;
+        if (diagram && action->isEnabled()) {
+            found.push_back(action);
+        }
+    }
+    return found;
+}
+
+QWidget* pictureOnShow(QDialog& screen) {
+    QWidget* shown = nullptr;
+    for (int number = 1; number <= 10; ++number) {
+        auto* picture = screen.findChild<QWidget*>(QString("Picture%1").arg(number));
+        if (picture != nullptr && picture->isVisible()) {
+            EXPECT_EQ(shown, nullptr) << "one picture at a time";
+            shown = picture;
+        }
+    }
+    return shown;
+}
+
+/// Number of colours: a blank picture has one.
+std::size_t coloursOf(const QImage& image) {
+    std::set<QRgb> colours;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            colours.insert(image.pixel(x, y));
+        }
+    }
+    return colours.size();
+}
+
+void expectMenuState(QDialog& screen) {
+    for (const char* button : {"cmdDone", "cmdPrint", "cmdSave"}) {
+        EXPECT_FALSE(screen.findChild<QWidget*>(button)->isVisible()) << button;
+    }
+    EXPECT_EQ(pictureOnShow(screen), nullptr);
+    EXPECT_FALSE(screen.findChild<QWidget*>("Label1_0")->isVisible());
+}
+
+void expectShowing(QDialog& screen) {
+    for (const char* button : {"cmdDone", "cmdPrint", "cmdSave"}) {
+        EXPECT_TRUE(screen.findChild<QWidget*>(button)->isVisible()) << button;
+    }
+    EXPECT_TRUE(diagramsOf(screen).empty()) << "entries are disabled while a diagram is on show";
+    EXPECT_FALSE(screen.findChild<QAction*>("mnuFinished")->isEnabled());
+    EXPECT_TRUE(screen.findChild<QWidget*>("Label1_0")->isVisible());
+}
+
+/// The first page of a PDF as a picture of 50 pixels an inch; a second page is a failure.
+QImage pageOf(const std::string& pdf) {
+    const std::string stem = pdf + "-page";
+    QProcess reader;
+    reader.start("pdftoppm",
+                 {"-r", "50", "-png", QString::fromStdString(pdf), QString::fromStdString(stem)});
+    EXPECT_TRUE(reader.waitForFinished());
+    EXPECT_FALSE(std::filesystem::exists(stem + "-2.png"));
+    return QImage(QString::fromStdString(stem + "-1.png"));
+}
+
+/// Where something is drawn, in pixels.
+QRect inkOf(const QImage& image) {
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != image.pixel(0, 0)) {
+                ink |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return ink;
+}
+
+/// Goes through all diagrams of a screen: shows each, prints it to a PDF, returns to the menu.
+void printAll(Person& person, QDialog& screen) {
+    for (QAction* diagram : diagramsOf(screen)) {
+        const std::string name = diagram->objectName().toStdString();
+        SCOPED_TRACE(name);
+        diagram->trigger();
+        expectShowing(screen);
+        ASSERT_NE(pictureOnShow(screen), nullptr);
+        EXPECT_GE(coloursOf(pictureOnShow(screen)->grab().toImage()), 3U);
+        const std::string pdf =
+            person.userFile(screen.objectName().toStdString() + "-" + name + ".pdf");
+        person.expectFile(pdf);
+        pushButton(screen, "cmdPrint");
+        expectShowing(screen); // the diagram stays
+        const QImage page = pageOf(pdf);
+        EXPECT_EQ(page.width(), 425); // Letter: 8.5 IN at 50 pixels an inch
+        const QRect ink = inkOf(page);
+        EXPECT_GT(ink.width(), 100);
+        EXPECT_GT(ink.height(), 50);
+        // The frame lies from (1, 3) to (7.75, 6.75) IN, heading lines above it; the top elevation
+        // of a cantilever wall's deflections stands out to the left of it.
+        EXPECT_GE(ink.left(), 0.5 * 50);
+        EXPECT_LE(ink.right(), 7.75 * 50 + 3);
+        EXPECT_LE(ink.bottom(), 6.75 * 50 + 3);
+        pushButton(screen, "cmdDone");
+        expectMenuState(screen);
+    }
+    chooseAction(screen, "mnuFinished");
+}
+
+struct PlotCase {
+    const char* example;
+    bool sectionsShown; ///< left soil of one kind in an anchored design
+    const char* viewItem;
+    const char* screen;
+    std::size_t diagrams;
+    const char* title;
+};
+
+class Plots : public testing::TestWithParam<PlotCase> {};
+
+TEST_P(Plots, EveryDiagramShowsAndPrints) {
+    const PlotCase& plot = GetParam();
+    Person person;
+    solveExample(person, plot.example, plot.sectionsShown);
+    person.expectScreen(plot.screen, [&](QDialog& screen) {
+        EXPECT_EQ(screen.windowTitle().toStdString(), plot.title);
+        EXPECT_EQ(diagramsOf(screen).size(), plot.diagrams);
+        expectMenuState(screen);
+        printAll(person, screen);
+    });
+    person.choose(plot.viewItem);
+    person.expectNothingLeft();
+}
+
+std::string plotName(const testing::TestParamInfo<PlotCase>& parameter) {
+    return std::string(parameter.param.screen) + std::to_string(parameter.index);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Windows, Plots,
+    testing::Values(
+        PlotCase{"cantilever-water-seepage", false, "mnuViewItem_3", "CANPLOT", 7,
+                 "CANTILEVER WALL RESULTS"},
+        PlotCase{"cantilever-dry-sand", false, "mnuViewItem_3", "CANPLOT", 6, // no water
+                 "CANTILEVER WALL RESULTS"},
+        PlotCase{"anchored-layered-water", false, "mnuViewItem_4", "FREEPLOT", 7,
+                 "ANCHORED WALL RESULTS BY FREE EARTH METHOD"},
+        PlotCase{"anchored-layered-water", false, "mnuViewItem_5", "FIXDPLOT", 7,
+                 "ANCHORED WALL RESULTS BY FIXED EARTH METHOD"},
+        PlotCase{"analysis-anchored", true, "mnuViewItem_4", "FREEPLOT", 7,
+                 "ANCHORED WALL RESULTS BY FREE EARTH METHOD"},
+        PlotCase{"anchored-all-loads", true, "mnuViewItem_2", "VUINPLOT", 9, "INPUT DATA"},
+        PlotCase{"cantilever-dry-sand", false, "mnuViewItem_2", "VUINPLOT", 1, "INPUT DATA"}),
+    plotName);
+
+TEST(InitialPlots, EveryDiagramShowsAndPrintsFromTheReview) {
+    Person person;
+    person.open(examplePath("cantilever-water-seepage"));
+    person.choose("mnuSolveItem_0");
+    person.expectScreen("VUSOLPLT", [&](QDialog& screen) {
+        EXPECT_EQ(diagramsOf(screen).size(), 4U);
+        printAll(person, screen);
+    });
+    person.push("cmdPlotPres");
+    person.expectNothingLeft();
+}
+
+TEST(RoweCurves, ShowsItsDiagramAtOnceAndDoneClosesIt) {
+    Person person;
+    solveExample(person, "anchored-sand", true);
+    person.expectScreen("ROWECURV", [&](QDialog& screen) {
+        EXPECT_EQ(screen.windowTitle(), "ROWE'S MOMENT REDUCTION FOR PILES IN SAND");
+        ASSERT_NE(pictureOnShow(screen), nullptr);
+        EXPECT_GE(coloursOf(pictureOnShow(screen)->grab().toImage()), 4U);
+        pushButton(screen, "cmdDone");
+        EXPECT_FALSE(screen.isVisible());
+    });
+    person.choose("mnuViewItem_6");
+    person.expectNothingLeft();
+}
+
+TEST(PlotFrame, TheCrossIsDoneWhileADiagramShowsAndFinishedOtherwise) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuMoment");
+        screen.close();
+        EXPECT_TRUE(screen.isVisible());
+        expectMenuState(screen);
+        QTest::keyClick(&screen, Qt::Key_Escape);
+        EXPECT_TRUE(screen.isVisible());
+        screen.close();
+        EXPECT_FALSE(screen.isVisible());
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+}
+
+TEST(Figures, AreSavedByTheFiltersOrTheNamesExtension) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuMoment");
+        for (const char* name : {"moment", "moment.svg", "moment.pdf"}) {
+            person.expectFile(person.userFile(name)); // the first filter is PNG
+            pushButton(screen, "cmdSave");
+        }
+        expectShowing(screen);
+        screen.close();
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+    const QImage png(QString::fromStdString(person.userFile("moment.png")));
+    EXPECT_GE(coloursOf(png), 3U);
+    // The frame is 6.75 by 3.75 IN, at 200 pixels an inch, with half a line around it at most.
+    EXPECT_NEAR(png.width(), 1350, 12);
+    EXPECT_NEAR(png.height(), 750, 12);
+    EXPECT_NE(readFile(person.userFile("moment.svg")).find("BENDING MOMENT (LB-FT)"),
+              std::string::npos);
+    EXPECT_EQ(readFile(person.userFile("moment.pdf")).rfind("%PDF", 0), 0U);
+}
+
+TEST(Figures, AFullDiskTellsAndTheDiagramStays) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    const std::string fullDisk = person.userFile("moment.png");
+    std::filesystem::create_symlink("/dev/full", fullDisk);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuMoment");
+        person.expectFile(fullDisk);
+        person.expectBox("Yes");
+        person.expectBox("OK");
+        pushButton(screen, "cmdSave");
+        expectShowing(screen);
+        screen.close();
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
+}
+
+} // namespace
+} // namespace korvane::test
