@@ -78,11 +78,11 @@ bool water(const Problem& p) {
     if (p.WaterDataKind == "P") {
         return p.WaterPressCount >= 2;
     }
-    if (p.WaterDataKind == "") {
-        return p.SeepageKind == "";
+    if (p.WaterDataKind.empty()) {
+        return p.SeepageKind.empty();
     }
     const bool seeps = p.SeepageKind == "A" || p.SeepageKind == "G";
-    return p.WaterDataKind == "E" && p.WaterUnitWeight > 0 && (seeps || p.SeepageKind == "") &&
+    return p.WaterDataKind == "E" && p.WaterUnitWeight > 0 && (seeps || p.SeepageKind.empty()) &&
            (!seeps || p.WaterElev(Right) > p.WaterElev(Left)) &&
            (p.SeepageKind != "G" || (p.SeepageGradient(1) > 0 && p.SeepageGradient(1) < 1));
 }
