@@ -146,7 +146,11 @@ void PlotWindow::createLabelsAndButtons() {
 
 void PlotWindow::mirror() {
     for (const auto& [action, entry] : entries_) {
-        action->setEnabled(korvane::isEnabled(view_, *entry));
+        const bool enabled = korvane::isEnabled(view_, *entry);
+        action->setEnabled(enabled);
+        // A disabled entry gives its mnemonic up, so that Alt+D reaches Done and not Deflections.
+        QString caption = entry->caption;
+        action->setText(enabled ? caption : caption.remove('&'));
     }
     for (std::size_t place = 0; place < pictures_.size(); ++place) {
         const bool shown = view_.showing && static_cast<int>(place) + 1 == view_.PlotNumber;

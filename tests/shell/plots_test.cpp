@@ -232,6 +232,24 @@ TEST(PlotFrame, TheCrossIsDoneWhileADiagramShowsAndFinishedOtherwise) {
     person.expectNothingLeft();
 }
 
+TEST(PlotKeys, AltDReachesDoneThoughAMenuHasTheSameLetter) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuMoment");
+        screen.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+        QTest::keyClick(&screen, Qt::Key_D, Qt::AltModifier);
+        auto* done = screen.findChild<QPushButton*>("cmdDone");
+        EXPECT_TRUE(QTest::qWaitFor([done] { return !done->isVisible(); }, 1000));
+        expectMenuState(screen);
+        EXPECT_EQ(screen.findChild<QAction*>("mnuDefl")->text(), "&Deflections");
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+}
+
 TEST(Figures, AreSavedByTheFiltersOrTheNamesExtension) {
     Person person;
     solveExample(person, "cantilever-dry-sand", false);
