@@ -10,12 +10,12 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <regex>
 
 namespace korvane::test {
 
@@ -99,7 +99,7 @@ std::string solve(Robot& robot, const Piles& piles = {}) {
 }
 
 std::string withoutTrailingBlanks(const std::string& text) {
-    return std::regex_replace(text, std::regex(" +\n"), "\n");
+    return QString::fromStdString(text).replace(QRegularExpression(" +\n"), "\n").toStdString();
 }
 
 /// Saves the input under a name, opens it and solves it.
