@@ -9,7 +9,9 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace korvane {
@@ -25,15 +27,24 @@ QString filterExtension(const QString& filter) {
     return open < 0 ? QString() : filter.mid(open + 3).chopped(1);
 }
 
+/// Whether a name can stay as it is: where all files are offered any extension will do, else it must
+/// be one of the filters'.
+bool hasExtension(const QString& path, const QStringList& filters) {
+    const QString suffix = QFileInfo(path).suffix();
+    return std::any_of(filters.begin(), filters.end(), [&](const QString& filter) {
+        const QString wanted = filterExtension(filter);
+        return wanted.isEmpty() ? !suffix.isEmpty()
+                                : suffix.compare(wanted, Qt::CaseInsensitive) == 0;
+    });
+}
+
 } // namespace
 
 QStringList nameFilters(const std::string& filter) {
     const QStringList parts = shownText(filter).split('|');
     QStringList filters;
     for (qsizetype part = 0; part + 1 < parts.size(); part += 2) {
-        const QString caption = parts[part].section('(', 0, 0).trimmed();
-        const QString pattern = parts[part + 1] == "*.*" ? QString("*") : parts[part + 1];
-        filters.append(caption + " (" + pattern + ")");
+        filters.append(QString(parts[part]).replace("(*.*)", "(*)"));
     }
     return filters;
 }
@@ -74,6 +85,8 @@ std::string QtDesktop::ChooseFile(const FileDialog& request) {
     dialog.setAcceptMode(opening ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(opening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite); // the program asks itself
+    // Dialogs of desktops tell extensions apart by the case of their letters.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
     const QStringList filters = nameFilters(request.filter);
     dialog.setNameFilters(filters);
     dialog.selectNameFilter(filters.value(request.filterIndex - 1));
@@ -85,8 +98,8 @@ std::string QtDesktop::ChooseFile(const FileDialog& request) {
     }
     QString path = dialog.selectedFiles().value(0);
     const QString extension = filterExtension(dialog.selectedNameFilter());
-    if (!opening && !extension.isEmpty() && QFileInfo(path).suffix().isEmpty()) {
-        path += "." + extension;
+    if (!opening && !extension.isEmpty() && !hasExtension(path, filters)) {
+        path += (path.endsWith('.') ? "" : ".") + extension;
     }
     return bytesOf(path);
 }
@@ -101,6 +114,7 @@ void QtDesktop::ShowScreen(Screen screen, Session& session) {
     const bool wasBusy = busy_;
     SetBusy(false);
     const auto window = found->second(context);
+    QTimer::singleShot(0, window.get(), [this, &window] { help_.follow(window.get()); });
     window->exec();
     SetBusy(wasBusy);
 }
@@ -119,12 +133,7 @@ void QtDesktop::SetBusy(bool busy) {
 
 bool QtDesktop::PrintDocument(const std::string& documentName,
                               const std::vector<std::string>& lines) {
-    const bool wasBusy = busy_;
-    SetBusy(false);
-    const bool printed =
-        printPages(activeWindow(), printServices, shownText(documentName), textPages(lines));
-    SetBusy(wasBusy);
-    return printed;
+    return printPages(activeWindow(), printServices, shownText(documentName), textPages(lines));
 }
 
 void QtDesktop::QuitHelp() {

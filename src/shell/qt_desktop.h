@@ -47,9 +47,8 @@ class QtDesktop : public Desktop {
     bool busy_ = false;
 };
 
-/// The toolkit's form of a filter text "caption|pattern|caption|pattern": one entry a pair, in
-/// which
-/// "*.*" stands for every file.
+/// The toolkit's form of a filter text "caption (pattern)|pattern|caption (pattern)|pattern": its
+/// captions, in which "(*.*)" becomes the pattern of every file.
 QStringList nameFilters(const std::string& filter);
 
 } // namespace korvane

@@ -2,6 +2,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextTable>
 
 #include <algorithm>
 
@@ -11,28 +15,50 @@ namespace {
 
 const QString guideFolder = ":/guide";
 
+/// Takes the document of a page apart; blocks in one row of a table make one piece.
+void takeApart(HelpPage& page) {
+    QTextDocument document;
+    document.setMarkdown(page.markdown);
+    const QTextTable* lastTable = nullptr;
+    int lastRow = -1;
+    QString section;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const QString text = block.text();
+        const int level = block.blockFormat().headingLevel();
+        if (level == 1) {
+            page.title = text;
+        } else if (level == 2) {
+            page.sections.append(text);
+        }
+        if (level == 1 || level == 2) {
+            section = text;
+        }
+        const QTextCursor cursor(block);
+        const QTextTable* table = cursor.currentTable();
+        const int row = table == nullptr ? -1 : table->cellAt(cursor).row();
+        if (table != nullptr && table == lastTable && row == lastRow) {
+            page.pieces.back().text += " | " + text;
+        } else if (table != nullptr || !text.isEmpty()) {
+            page.pieces.push_back({section, text, block.position()});
+        }
+        lastTable = table;
+        lastRow = row;
+    }
+}
+
 HelpPage readPage(const QString& path) {
     HelpPage page;
     QFile file(path);
     if (file.open(QIODevice::ReadOnly)) {
         page.markdown = QString::fromUtf8(file.readAll());
     }
-    bool inCode = false;
-    for (const QString& line : page.markdown.split('\n')) {
-        if (line.startsWith("```")) {
-            inCode = !inCode;
-        } else if (!inCode && line.startsWith("# ")) {
-            page.title = line.mid(2);
-        } else if (!inCode && line.startsWith("## ")) {
-            page.sections.append(line.mid(3));
-        }
-    }
+    takeApart(page);
     return page;
 }
 
-bool holdsAll(const QString& line, const QStringList& words) {
+bool holdsAll(const QString& text, const QStringList& words) {
     return std::all_of(words.begin(), words.end(), [&](const QString& word) {
-        return line.contains(word, Qt::CaseInsensitive);
+        return text.contains(word, Qt::CaseInsensitive);
     });
 }
 
@@ -54,13 +80,9 @@ std::vector<HelpHit> searchHelp(const std::vector<HelpPage>& pages, const QStrin
         return hits;
     }
     for (std::size_t place = 0; place < pages.size(); ++place) {
-        QString section = pages[place].title;
-        for (const QString& line : pages[place].markdown.split('\n')) {
-            if (line.startsWith("## ")) {
-                section = line.mid(3);
-            }
-            if (holdsAll(line, wanted)) {
-                hits.push_back({static_cast<int>(place), section, line.trimmed()});
+        for (const HelpPiece& piece : pages[place].pieces) {
+            if (holdsAll(piece.text, wanted)) {
+                hits.push_back({static_cast<int>(place), piece});
             }
         }
     }

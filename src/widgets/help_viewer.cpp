@@ -13,12 +13,15 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace korvane {
 
 namespace {
 
 constexpr int PageRole = Qt::UserRole;
 constexpr int SectionRole = Qt::UserRole + 1;
+constexpr int PositionRole = Qt::UserRole + 2;
 
 /// Position of a heading's block in the shown page; -1 where the page has no such heading.
 int headingPosition(const QTextDocument& document, const QString& heading) {
@@ -90,8 +93,8 @@ void HelpViewer::createSearch() {
     connect(words_, &QLineEdit::textChanged, this, &HelpViewer::search);
     connect(hits_, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
         if (item != nullptr) {
-            openPage(item->data(PageRole).toInt(), item->data(SectionRole).toString());
-            browser_->find(words_->text());
+            openAt(item->data(PageRole).toInt(), item->data(PositionRole).toInt());
+            browser_->find(words_->text().section(' ', 0, 0, QString::SectionSkipEmpty));
         }
     });
     tabs_->addTab(panel, "&Search");
@@ -101,25 +104,41 @@ void HelpViewer::search(const QString& words) {
     hits_->clear();
     for (const HelpHit& hit : searchHelp(pages_, words)) {
         const QString& title = pages_[static_cast<std::size_t>(hit.page)].title;
-        auto* item = new QListWidgetItem(title + " - " + hit.section + "\n" + hit.line, hits_);
+        const HelpPiece& piece = hit.piece;
+        auto* item = new QListWidgetItem(title + " - " + piece.section + "\n" + piece.text, hits_);
         item->setData(PageRole, hit.page);
-        item->setData(SectionRole, hit.section);
+        item->setData(PositionRole, piece.position);
     }
 }
 
 void HelpViewer::openPage(int page, const QString& section) {
+    if (showPage(page)) {
+        scrollTo(std::max(0, headingPosition(*browser_->document(), section)));
+    }
+}
+
+void HelpViewer::openAt(int page, int position) {
+    if (showPage(page)) {
+        scrollTo(position);
+    }
+}
+
+bool HelpViewer::showPage(int page) {
     if (page < 0 || page >= static_cast<int>(pages_.size())) {
-        return;
+        return false;
     }
     if (page != page_) {
         page_ = page;
         browser_->setMarkdown(pages_[static_cast<std::size_t>(page)].markdown);
     }
-    const int position = headingPosition(*browser_->document(), section);
+    return true;
+}
+
+void HelpViewer::scrollTo(int position) {
     QTextCursor cursor(browser_->document());
     cursor.movePosition(QTextCursor::End);
-    browser_->setTextCursor(cursor); // from the end, so that the heading comes to the top
-    cursor.setPosition(position < 0 ? 0 : position);
+    browser_->setTextCursor(cursor); // from the end, so that the place comes to the top
+    cursor.setPosition(position);
     browser_->setTextCursor(cursor);
     browser_->ensureCursorVisible();
 }
@@ -145,24 +164,35 @@ void HelpService::show(QWidget* active, int command) {
     } else {
         viewer_->showSearch();
     }
+    viewer_->show();
     viewer_->raise();
     viewer_->activateWindow();
 }
 
+void HelpService::follow(QWidget* screen) {
+    if (viewer_ != nullptr && viewer_->isVisible()) {
+        moveTo(screen);
+    }
+}
+
 void HelpService::moveTo(QWidget* parent) {
     if (viewer_->parentWidget() != parent) {
+        // The page and the window's place are kept; the screen keeps the focus.
+        const bool open = viewer_->isVisible();
+        const QRect place = viewer_->geometry();
         viewer_->setParent(parent, viewer_->windowFlags());
+        viewer_->setGeometry(place);
+        viewer_->setAttribute(Qt::WA_ShowWithoutActivating);
+        viewer_->setVisible(open);
+        viewer_->setAttribute(Qt::WA_ShowWithoutActivating, false);
     }
-    viewer_->show();
-    // When a modal screen closes the help goes on over the screen below, its page kept.
+    // When a modal screen closes the help goes on over the screen below.
     if (auto* screen = qobject_cast<QDialog*>(parent)) {
         connect(
             screen, &QDialog::finished, this,
             [this, screen] {
                 if (viewer_ != nullptr && viewer_->parentWidget() == screen) {
-                    const bool open = viewer_->isVisible();
-                    viewer_->setParent(screen->parentWidget(), viewer_->windowFlags());
-                    viewer_->setVisible(open);
+                    moveTo(screen->parentWidget());
                 }
             },
             Qt::SingleShotConnection);

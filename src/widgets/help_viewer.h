@@ -27,12 +27,16 @@ class HelpViewer : public QDialog {
     void showSearch();
     /// Opens a page at one of its headings; an empty heading is its top.
     void openPage(int page, const QString& section);
+    /// Opens a page at a place of its text.
+    void openAt(int page, int position);
 
   private:
     void createContents();
     void createSearch();
     void fillContents();
     void search(const QString& words);
+    bool showPage(int page);
+    void scrollTo(int position);
 
     std::vector<HelpPage> pages_;
     int page_ = -1;
@@ -50,6 +54,8 @@ class HelpService : public QObject {
   public:
     /// 0 contents, 1 search, over the active window.
     void show(QWidget* active, int command);
+    /// Moves an open help window to a modal screen that has opened, which would block it otherwise.
+    void follow(QWidget* screen);
     /// Closes the help window, if there is one.
     void quit();
 

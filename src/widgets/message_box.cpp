@@ -1,8 +1,8 @@
 #include "widgets/message_box.h"
 
+#include "widgets/busy_pointer.h"
 #include "widgets/shown_text.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -35,29 +35,6 @@ class Box : public QMessageBox {
 
   private:
     bool mustChoose_;
-};
-
-/// The busy pointer taken off for the life of the object.
-class PointerFreed {
-  public:
-    PointerFreed() {
-        if (const QCursor* cursor = QApplication::overrideCursor()) {
-            shape_ = cursor->shape();
-            wasBusy_ = true;
-            QApplication::restoreOverrideCursor();
-        }
-    }
-    ~PointerFreed() {
-        if (wasBusy_) {
-            QApplication::setOverrideCursor(shape_);
-        }
-    }
-    PointerFreed(const PointerFreed&) = delete;
-    PointerFreed& operator=(const PointerFreed&) = delete;
-
-  private:
-    bool wasBusy_ = false;
-    Qt::CursorShape shape_ = Qt::ArrowCursor;
 };
 
 QMessageBox::Icon toolkitIcon(Icon icon) {
@@ -104,7 +81,7 @@ Answer answerOf(int button) {
 } // namespace
 
 Answer askBox(QWidget* parent, const MessageBox& box) {
-    const PointerFreed freed;
+    const BusyPointerOff pointer;
     Box dialog(parent, box.buttons == Buttons::YesNo);
     dialog.setObjectName("messageBox");
     dialog.setWindowTitle(shownText(box.title));

@@ -1,14 +1,11 @@
 #include "widgets/shown_text.h"
 
-#include <QStringDecoder>
+#include "runtime/utf8_text.h"
 
 namespace korvane {
 
 QString shownText(std::string_view bytes) {
-    const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = decode(view);
-    return decode.hasError() ? QString::fromLatin1(view) : text;
+    return QString::fromStdString(utf8Text(bytes));
 }
 
 std::string bytesOf(const QString& text) {

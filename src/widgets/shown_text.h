@@ -8,7 +8,8 @@
 
 namespace korvane {
 
-/// Bytes as text: UTF-8 where they are valid UTF-8, else Latin-1.
+/// Bytes as text: what is UTF-8 as it stands, each other byte as the Latin-1 character of its
+/// value.
 QString shownText(std::string_view bytes);
 
 /// A text of the user as bytes (UTF-8).

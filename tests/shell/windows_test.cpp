@@ -179,8 +179,8 @@ TEST(Help, SearchFindsWordsInAllPagesWithTheirSections) {
     ASSERT_FALSE(hits.empty());
     std::vector<int> found;
     for (const HelpHit& hit : hits) {
-        EXPECT_TRUE(hit.line.contains("seepage", Qt::CaseInsensitive));
-        EXPECT_TRUE(hit.line.contains("gradient", Qt::CaseInsensitive));
+        EXPECT_TRUE(hit.piece.text.contains("seepage", Qt::CaseInsensitive));
+        EXPECT_TRUE(hit.piece.text.contains("gradient", Qt::CaseInsensitive));
         found.push_back(hit.page);
     }
     found.erase(std::unique(found.begin(), found.end()), found.end());
