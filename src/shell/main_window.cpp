@@ -6,8 +6,10 @@
 #include "widgets/geometry.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFrame>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
@@ -61,6 +63,7 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
     createMenus(screens);
     createReviewFrame(screens);
     createDonePanel();
+    setMinimumSize(pixels(DoneWidth + 480), pixels(ReviewHeight + 960)); // the panels stay whole
     resize(pixels(11600), pixels(8200));
     mirror();
 }
@@ -80,11 +83,12 @@ QMenu* ShellWindow::addMenu(QMenu* parent, const char* name, const MenuItem& ite
 
 QAction* ShellWindow::addItem(QMenu* menu, const char* name, int index, const MenuItem& item,
                               std::function<void()> body, bool hasScreen) {
-    if (item.caption.empty()) {
-        return menu->addSeparator();
-    }
-    QAction* action = menu->addAction(QString::fromStdString(item.caption));
+    QAction* action = item.caption.empty() ? menu->addSeparator()
+                                           : menu->addAction(QString::fromStdString(item.caption));
     action->setObjectName(QString("%1_%2").arg(name).arg(index));
+    if (action->isSeparator()) {
+        return action;
+    }
     connect(action, &QAction::triggered, this, [this, body = std::move(body)] { command(body); });
     actions_.push_back({action, &item, hasScreen});
     return action;
@@ -165,6 +169,7 @@ void ShellWindow::createReviewFrame(const ScreenTable& screens) {
     title->setObjectName("SSPanel1");
     title->setTextFormat(Qt::PlainText);
     title->setAlignment(Qt::AlignCenter);
+    title->setWordWrap(true);
     title->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     place(title, 240, 240, ReviewWidth - 2 * 240, 600);
     cmdVuOutFile_ = addReviewButton("cmdVuOutFile", "&View Output File", 1020,
@@ -240,13 +245,22 @@ void ShellWindow::resizeEvent(QResizeEvent* event) {
     centrePanels();
 }
 
+void ShellWindow::keyPressEvent(QKeyEvent* event) {
+    // Where no window manager takes Alt+F4.
+    if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::AltModifier) {
+        close();
+        return;
+    }
+    QMainWindow::keyPressEvent(event);
+}
+
 void ShellWindow::closeEvent(QCloseEvent* event) {
     if (ending_) {
         event->accept();
         return;
     }
     event->ignore();
-    if (session_.stage == FlowStage::Solving) {
+    if (session_.stage == FlowStage::Solving || QApplication::activeModalWidget() != nullptr) {
         return;
     }
     constexpr int exitItem = 7;

@@ -35,6 +35,9 @@ class ShellWindow : public QMainWindow {
     void endWithoutQuestion() { ending_ = true; }
 
   protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    /// Alt+F4's way at rest, at the review and at the last panel; ignored while a solution runs or
+    /// a modal window is open.
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
