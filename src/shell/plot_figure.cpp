@@ -57,6 +57,7 @@ std::string pdfFile(const State& state, const PlotView& view) {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
+    writer.setTitle(plotScreen(view.screen).title);
     writer.setCreator("KORVANE");
     writer.setResolution(static_cast<int>(TwipsPerInch));
     writer.setPageSize(QPageSize(QSizeF(frameWidth, frameHeight) / TwipsPerInch, QPageSize::Inch));
@@ -70,6 +71,18 @@ std::string pdfFile(const State& state, const PlotView& view) {
         throw RuntimeError(DeviceFault);
     }
     return bytes(buffer.data());
+}
+
+/// Device units of a twip. The drawing needs a page that holds its frame; on a smaller one it
+/// shrinks until some room stays beyond the frame.
+double paperFactor(const QPagedPaintDevice& device) {
+    constexpr double Room = 240;
+    const double perTwip = device.logicalDpiX() / TwipsPerInch;
+    if (device.width() >= PaperFrame.b.x * perTwip && device.height() >= PaperFrame.b.y * perTwip) {
+        return perTwip;
+    }
+    return std::min({perTwip, device.width() / (PaperFrame.b.x + Room),
+                     device.height() / (PaperFrame.b.y + Room)});
 }
 
 std::string svgFile(const State& state, const PlotView& view) {
@@ -102,12 +115,7 @@ PageDrawing plotPage(const State& state, const PlotView& view) {
         if (!painter.begin(&device)) {
             throw RuntimeError(DeviceFault);
         }
-        // Paper keeps some room beyond the drawing; a smaller page shrinks all of it.
-        const double neededWidth = FigureView.b.x + 240;
-        const double neededHeight = FigureView.b.y + 240;
-        const double perTwipX = device.logicalDpiX() / TwipsPerInch;
-        const double factor =
-            std::min({perTwipX, device.width() / neededWidth, device.height() / neededHeight});
+        const double factor = paperFactor(device);
         painter.scale(factor, factor);
         PainterSurface surface(painter);
         drawPlot(surface, state, view, Medium::Paper);

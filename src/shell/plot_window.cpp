@@ -116,16 +116,24 @@ void PlotWindow::createPictures() {
     }
 }
 
+std::size_t PlotWindow::headingLabelCount() const {
+    constexpr std::size_t PlotLabels = 2;
+    return screen_.name == PlotScreenName::ROWECURV ? view_.headings.size() : PlotLabels;
+}
+
 void PlotWindow::createLabelsAndButtons() {
     auto* layout = qobject_cast<QVBoxLayout*>(canvas()->layout());
     auto* row = new QHBoxLayout;
     row->setContentsMargins(pixels(240), pixels(60), pixels(240), pixels(60));
     auto* headings = new QVBoxLayout;
-    int place = 0;
-    for (const std::string& heading : view_.headings) {
-        auto* label = new QLabel(shownText(heading), canvas());
-        label->setObjectName(QString("Label1_%1").arg(place++));
+    for (std::size_t place = 0; place < headingLabelCount(); ++place) {
+        auto* label = new QLabel(canvas());
+        label->setObjectName(QString("Label1_%1").arg(place));
         label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true); // a long line must not make the picture wider than the window
+        if (place < view_.headings.size()) {
+            label->setText(shownText(view_.headings[place]));
+        }
         headings->addWidget(label);
         labels_.push_back(label);
     }
@@ -199,10 +207,13 @@ void PlotWindow::print() {
     for (QPushButton* button : {cmdDone_, cmdPrint_, cmdSave_}) {
         button->hide();
     }
+    context().desktop.SetBusy(true);
     runCommand(session(), context().desktop, [this] {
         printPages(this, *services_, windowTitle(), plotPage(session().state, view_));
     });
+    context().desktop.SetBusy(false);
     mirror();
+    cmdPrint_->setFocus();
 }
 
 void PlotWindow::saveFigure() {

@@ -28,6 +28,8 @@ class PlotWindow : public ScreenWindow {
     void createMenus();
     void createPictures();
     void createLabelsAndButtons();
+    /// Two labels for heading lines, whatever the problem has; ROWECURV has one for each line.
+    std::size_t headingLabelCount() const;
     /// Brings menus, pictures, labels and buttons in line with the view.
     void mirror();
     void choose(int plotNumber);
