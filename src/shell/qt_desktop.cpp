@@ -27,8 +27,8 @@ QString filterExtension(const QString& filter) {
     return open < 0 ? QString() : filter.mid(open + 3).chopped(1);
 }
 
-/// Whether a name can stay as it is: where all files are offered any extension will do, else it must
-/// be one of the filters'.
+/// Whether a name can stay as it is: where all files are offered any extension will do, else it
+/// must be one of the filters'.
 bool hasExtension(const QString& path, const QStringList& filters) {
     const QString suffix = QFileInfo(path).suffix();
     return std::any_of(filters.begin(), filters.end(), [&](const QString& filter) {
