@@ -107,7 +107,6 @@ void PlotWindow::createMenus() {
 void PlotWindow::createPictures() {
     auto* layout = new QVBoxLayout(canvas());
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setAlignment(Qt::AlignTop);
     for (int number = 1; number <= screen_.pictureCount; ++number) {
         auto* picture = new PlotPicture(canvas(), session().state, view_);
         picture->setObjectName(QString("Picture%1").arg(number));
@@ -150,6 +149,7 @@ void PlotWindow::createLabelsAndButtons() {
     cmdPrint_ = button("cmdPrint", PrintCaption, &PlotWindow::print);
     cmdSave_ = button("cmdSave", SaveCaption, &PlotWindow::saveFigure);
     layout->addLayout(row);
+    layout->addStretch();
 }
 
 void PlotWindow::mirror() {
