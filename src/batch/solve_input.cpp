@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
+#include <system_error>
 
 namespace korvane::batch {
 
@@ -35,6 +37,7 @@ struct Run {
     Session session{desktop};
     std::unique_ptr<SolvedLevel> review; ///< null where the stop for review was not reached
     bool opened = false;                 ///< the problem was read
+    bool solved = false;                 ///< the results are there
     int status = StatusFailed;
     std::string report;
 
@@ -57,7 +60,8 @@ void solve(Run& run) {
     }
     cmdOK_Click(session);
     run.report = readFile(session.state.report.CurrentOutputName);
-    run.status = session.state.SolutionFailed == 0 ? StatusSolved : StatusFailed;
+    run.solved = session.state.SolutionFailed == 0;
+    run.status = run.solved ? StatusSolved : StatusFailed;
 }
 
 void tellError(Run& run, const RuntimeError& fault) {
@@ -85,11 +89,27 @@ void guarded(Run& run, const std::function<void()>& step) {
     }
 }
 
+/// Takes away figures that an earlier run left: no old drawing may stand beside a new report.
+void removeOtherFigures(const Job& job, const std::set<std::string>& written) {
+    for (const std::string& name : figureNames()) {
+        const std::filesystem::path figure = job.figurePath(name);
+        std::error_code failure;
+        if (written.count(name) == 0 && !std::filesystem::remove(figure, failure) && failure) {
+            throw RuntimeError(fileErrorNumber(failure.value(), figure), figure.string());
+        }
+    }
+}
+
 /// Last of all: drawing rounds the ranges of the results and loads levels.
 void writeFigures(Run& run) {
-    visitFigures(run.session.state, run.status == StatusSolved, [&](const Figure& figure) {
-        saveFile(run.job.figurePath(figure.name), svgFigure(figure));
-    });
+    std::set<std::string> written;
+    if (run.opened) {
+        visitFigures(run.session.state, run.solved, [&](const Figure& figure) {
+            saveFile(run.job.figurePath(figure.name), svgFigure(figure));
+            written.insert(figure.name);
+        });
+    }
+    removeOtherFigures(run.job, written);
 }
 
 } // namespace
@@ -111,7 +131,7 @@ Outcome solveInput(const Job& job, const Options& options) {
                                                run->session.state, run->review.get()));
         });
     }
-    if (job.plots && run->opened) {
+    if (job.plots) {
         guarded(*run, [&] { writeFigures(*run); });
     }
     guarded(*run, [&] { DeleteTempFiles(run->session, run->desktop); });

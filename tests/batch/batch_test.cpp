@@ -129,7 +129,7 @@ TEST(Batch, TheOrderAndTheReportsDoNotDependOnTheJobs) {
     const BatchOffice office;
     const std::vector<std::string> inputs = mixedInputs(office);
     const auto outputs = [&](const std::string& jobs) {
-        const BatchRun run = office.run(joined({"--json", "--jobs", jobs}, inputs));
+        const BatchRun run = office.run(joined({"--json", "--plots", "--jobs", jobs}, inputs));
         EXPECT_EQ(run.status, 70);
         std::string all = run.err;
         for (const std::string& name : office.files()) {
@@ -235,6 +235,51 @@ TEST(Batch, PlotsStandBesideTheReport) {
             EXPECT_NE(office.read(name).find("<svg"), std::string::npos) << name;
         }
     }
+    EXPECT_EQ(office.temporaryFileCount(), 0);
+}
+
+TEST(Batch, AnAnchoredWallHasThePlotsOfBothMethodsAndRowesCurves) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/anchored-sand.dat", "a.dat");
+    EXPECT_EQ(office.run({"--plots", "-o", office.file("r.txt"), input}).status, 0);
+    std::set<std::string> expected{"a.dat", "r.txt", "r-rowe.svg", "r-input-system.svg"};
+    for (const char* method : {"free", "fixed"}) {
+        for (const char* diagram : {"deflection", "moment", "shear", "net-pressure",
+                                    "left-pressure", "right-pressure"}) { // no net water pressure
+            expected.insert(std::string("r-") + method + "-" + diagram + ".svg");
+        }
+    }
+    EXPECT_EQ(office.files(), expected);
+    EXPECT_NE(office.read("r-fixed-moment.svg").find("DESIGN BY FIXED EARTH METHOD"),
+              std::string::npos);
+    EXPECT_NE(office.read("r-free-moment.svg").find("DESIGN BY FREE EARTH METHOD"),
+              std::string::npos);
+}
+
+TEST(Batch, NoPlotOfAnEarlierRunStaysBesideANewReport) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    office.write("a-rowe.svg", "old");
+    office.write("a-other.svg", "the user's own");
+    office.run({"--plots", input});
+    EXPECT_EQ(office.files().count("a-rowe.svg"), 0U);
+    EXPECT_EQ(office.files().count("a-moment.svg"), 1U);
+    office.write("a.dat", failingInput);
+    EXPECT_EQ(office.run({"--plots", input}).status, 1);
+    EXPECT_EQ(office.files().count("a-moment.svg"), 0U);
+    EXPECT_EQ(office.files().count("a-input-system.svg"), 1U);
+    office.write("a.dat", refusedInput);
+    EXPECT_EQ(office.run({"--plots", input}).status, 1);
+    EXPECT_EQ(office.files(), (std::set<std::string>{"a.dat", "a.out", "a-other.svg"}));
+}
+
+TEST(Batch, APlotThatCannotBeWrittenIsStatusOne) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    fs::create_directory(office.file("a-moment.svg"));
+    const BatchRun run = office.run({"--plots", input});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.err.find("[FILE ERROR] File: " + office.file("a-moment.svg")), std::string::npos);
     EXPECT_EQ(office.temporaryFileCount(), 0);
 }
 

@@ -75,6 +75,7 @@ TEST(BatchUsage, AnOutputThatIsAnInputOrAnotherOutputIsRefused) {
     office.copy("examples/cantilever-clay.dat", "b.json");
     office.copy("examples/cantilever-clay.dat", "c.dat");
     office.copy("examples/cantilever-clay.dat", "c-moment.svg");
+    office.copy("examples/cantilever-clay.dat", "c-free.dat");
     fs::create_directory(office.file("sub"));
     office.copy("examples/cantilever-clay.dat", "sub/c.dat");
     fs::create_symlink(office.file("a.dat"), office.file("link.out"));
@@ -97,6 +98,7 @@ TEST(BatchUsage, AnOutputThatIsAnInputOrAnotherOutputIsRefused) {
         {"-o", "@sub/../a.dat", "@a.dat"},
         {"@d.dat", "@e.dat"},
         {"--plots", "@c.dat", "@c-moment.svg"},
+        {"--plots", "@c.dat", "@c-free.dat"}, // both could write c-free-moment.svg
     };
     for (const std::vector<std::string>& arguments : colliding) {
         expectUsage(office, arguments);
