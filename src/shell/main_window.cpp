@@ -205,7 +205,11 @@ void ShellWindow::createDonePanel() {
 
 void ShellWindow::mirror() {
     for (const MirroredMenu& mirrored : menus_) {
-        mirrored.menu->setTitle(QString::fromStdString(mirrored.item->caption));
+        QString caption = QString::fromStdString(mirrored.item->caption);
+        if (session_.stage != FlowStage::Rest && !mirrored.item->enabled) {
+            caption.remove('&'); // a menu that is off leaves Alt+V to the review's button
+        }
+        mirrored.menu->setTitle(caption);
         mirrored.menu->setEnabled(mirrored.item->enabled);
     }
     for (const MirroredAction& mirrored : actions_) {

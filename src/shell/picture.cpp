@@ -20,6 +20,7 @@ constexpr double WallTop = 120;
 constexpr double WallBottom = 600;
 constexpr double RightGround = 140;
 constexpr double LeftGround = 400;
+constexpr double SoilFoot = 660;
 constexpr double WaterRight = 260;
 constexpr double WaterLeft = 330;
 constexpr double AnchorY = 200;
@@ -47,8 +48,13 @@ Colours coloursOf(const QPalette& palette) {
 void drawSoil(QPainter& painter, const Colours& colours) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(colours.soil);
-    painter.drawRect(QRectF(WallX, RightGround, SheetWidth - WallX - 40, 520));
-    painter.drawRect(QRectF(40, LeftGround, WallX - 40, RightGround + 520 - LeftGround));
+    const QPolygonF soil({{40, LeftGround},
+                          {WallX, LeftGround},
+                          {WallX, RightGround},
+                          {SheetWidth - 40, RightGround},
+                          {SheetWidth - 40, SoilFoot},
+                          {40, SoilFoot}});
+    painter.drawPolygon(soil); // in one piece: no seam under the wall
     painter.setPen(QPen(colours.soilLine, 3));
     painter.drawLine(QPointF(WallX, RightGround), QPointF(SheetWidth - 40, RightGround));
     painter.drawLine(QPointF(40, LeftGround), QPointF(WallX, LeftGround));

@@ -44,8 +44,8 @@ class TitlePicture : public QWidget {
         enterPaint([this] {
             QPainter painter(this);
             painter.setRenderHint(QPainter::Antialiasing);
-            drawLine(painter, "KORVANE", height() * 0.52, height() * 0.46);
-            drawLine(painter, "Sheet-Pile Walls", height() * 0.86, height() * 0.20);
+            drawLine(painter, "KORVANE", QPalette::WindowText, 0.52, 0.46);
+            drawLine(painter, "Sheet-Pile Walls", QPalette::Highlight, 0.86, 0.20);
         });
     }
 
@@ -61,7 +61,11 @@ class TitlePicture : public QWidget {
         const bool first = place == 0 || text[place - 1] == ' ' || text[place - 1] == '-';
         return first ? size : size * 0.72;
     }
-    void drawLine(QPainter& painter, const QString& text, double baseLine, double size) const {
+    /// Base line and size of the letters are parts of the picture's height.
+    void drawLine(QPainter& painter, const QString& text, QPalette::ColorRole colour,
+                  double baseLinePart, double sizePart) const {
+        const double baseLine = baseLinePart * height();
+        const double size = sizePart * height();
         double width = 0;
         for (qsizetype place = 0; place < text.size(); ++place) {
             width += QFontMetricsF(letterFont(letterSize(text, place, size)))
@@ -75,7 +79,7 @@ class TitlePicture : public QWidget {
             painter.setFont(font);
             painter.setPen(ShadowGrey);
             painter.drawText(QPointF(x + offset, baseLine + offset), text.mid(place, 1));
-            painter.setPen(first ? TitleRed : palette().color(QPalette::WindowText));
+            painter.setPen(first ? TitleRed : palette().color(colour));
             painter.drawText(QPointF(x, baseLine), text.mid(place, 1));
             x += QFontMetricsF(font).horizontalAdvance(text[place]);
         }

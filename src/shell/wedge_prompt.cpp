@@ -5,6 +5,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QShowEvent>
 #include <QVBoxLayout>
@@ -52,8 +53,7 @@ WedgePrompt::WedgePrompt(ScreenContext& context)
         buttons->addWidget(button);
     }
     layout->addLayout(buttons);
-    layout->addStretch();
-    resize(pixels(6600), pixels(3300));
+    resize(pixels(6600), menuBar()->sizeHint().height() + layout->sizeHint().height());
     fixed->setFocus();
 }
 

@@ -33,6 +33,21 @@ int headingPosition(const QTextDocument& document, const QString& heading) {
     return -1;
 }
 
+/// What a list of hits shows of a piece: the words around the first one that was searched for.
+QString excerpt(const QString& text, const QString& words) {
+    constexpr qsizetype longest = 160; // letters
+    constexpr qsizetype before = 60;
+    if (text.size() <= longest) {
+        return text;
+    }
+    const QString first = words.section(' ', 0, 0, QString::SectionSkipEmpty);
+    const qsizetype found = text.indexOf(first, 0, Qt::CaseInsensitive);
+    qsizetype start = std::clamp<qsizetype>(found - before, 0, text.size() - longest);
+    start = start == 0 ? 0 : text.indexOf(' ', start) + 1; // from a whole word on
+    QString shown = (start > 0 ? "... " : "") + text.mid(start, longest).section(' ', 0, -2);
+    return start + longest < text.size() ? shown + " ..." : shown;
+}
+
 } // namespace
 
 HelpViewer::HelpViewer(QWidget* parent) : QDialog(parent), pages_(loadHelpPages()) {
@@ -87,6 +102,7 @@ void HelpViewer::createSearch() {
     hits_ = new QListWidget;
     hits_->setObjectName("helpHits");
     hits_->setWordWrap(true);
+    hits_->setAlternatingRowColors(true);
     auto* layout = new QVBoxLayout(panel);
     layout->addWidget(words_);
     layout->addWidget(hits_);
@@ -105,7 +121,8 @@ void HelpViewer::search(const QString& words) {
     for (const HelpHit& hit : searchHelp(pages_, words)) {
         const QString& title = pages_[static_cast<std::size_t>(hit.page)].title;
         const HelpPiece& piece = hit.piece;
-        auto* item = new QListWidgetItem(title + " - " + piece.section + "\n" + piece.text, hits_);
+        auto* item = new QListWidgetItem(
+            title + " - " + piece.section + "\n" + excerpt(piece.text, words), hits_);
         item->setData(PageRole, hit.page);
         item->setData(PositionRole, piece.position);
     }
