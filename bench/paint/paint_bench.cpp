@@ -1,12 +1,9 @@
-// Repaint of every diagram of a solved anchored wall through the toolkit's painter.
+// Repaint of every diagram of every plot screen through the toolkit's painter, at the largest size
+// that the arrays hold: in a picture of 1400 by 800 pixels and in one of twice the resolution.
+#include "../largest_wall.h"
+
 #include "plots/plot_screen.h"
-#include "problem/input_reader.h"
-#include "runtime/file_text.h"
 #include "shell/painter_surface.h"
-#include "wall/design.h"
-#include "wall/net_pressures.h"
-#include "wall/preparation.h"
-#include "wall/trial_pressures.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -14,72 +11,51 @@
 
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
-#include <memory>
+#include <string>
 
-namespace korvane {
 namespace {
 
-class YesPrompts : public Prompts {
-  public:
-    Answer Ask(const MessageBox&) override { return Answer::Yes; }
-};
+using namespace korvane;
 
-YesPrompts prompts;
-
-/// The example with all loads, solved.
-State& solvedWall() {
-    static const std::unique_ptr<State> state = [] {
-        auto made = std::make_unique<State>(prompts);
-        made->files.TempFolder = std::filesystem::temp_directory_path().string();
-        const std::string name =
-            std::string(KORVANE_SOURCE_DIR) + "/examples/anchored-all-loads.dat";
-        readProblem(made->problem, readFile(name), name);
-        PrepareSolution(*made);
-        for (const int side : {Right, Left}) {
-            ComputeSidePressures(*made, side, 1);
-        }
-        ComputeNetPressures(*made);
-        SolveDesign(*made);
-        for (const std::string& file : made->files.ScratchFileName) {
-            std::filesystem::remove(file);
-        }
-        return made;
-    }();
-    return *state;
+void paint(benchmark::State& run, PlotScreenName screen, int plotNumber, int scale) {
+    const bench::LargestWall wall;
+    PlotView view = openPlotScreen(*wall.state, screen);
+    view.PlotNumber = plotNumber;
+    QImage image(1400 * scale, 800 * scale, QImage::Format_RGB32);
+    const double factor = image.height() / (PictureView.b.y - PictureView.a.y);
+    for (auto pass : run) {
+        image.fill(Qt::lightGray);
+        QPainter painter(&image);
+        painter.scale(factor, factor);
+        PainterSurface surface(painter);
+        drawPlot(surface, *wall.state, view, Medium::Screen);
+    }
 }
 
-void paint(benchmark::State& run, PlotScreenName screen, int plotNumber) {
-    State& state = solvedWall();
-    PlotView view = openPlotScreen(state, screen);
-    choosePlot(view, plotNumber);
-    QImage image(1400, 800, QImage::Format_RGB32);
-    for (auto pass : run) {
-        QPainter painter(&image);
-        painter.scale(800 / 5760.0, 800 / 5760.0);
-        PainterSurface surface(painter);
-        drawPlot(surface, state, view, Medium::Screen);
+void registerPaints() {
+    for (const auto name :
+         {PlotScreenName::CANPLOT, PlotScreenName::FREEPLOT, PlotScreenName::FIXDPLOT,
+          PlotScreenName::VUSOLPLT, PlotScreenName::VUINPLOT, PlotScreenName::ROWECURV}) {
+        const PlotScreen& screen = plotScreen(name);
+        for (int n = 1; n <= screen.pictureCount; ++n) {
+            for (const int scale : {1, 2}) {
+                const std::string title = std::string("Paint/") + screen.title + "/" +
+                                          std::to_string(n) + "/scale:" + std::to_string(scale);
+                benchmark::RegisterBenchmark(title.c_str(), paint, name, n, scale)
+                    ->Unit(benchmark::kMicrosecond);
+            }
+        }
     }
 }
 
 } // namespace
-} // namespace korvane
 
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     const QGuiApplication application(argc, argv);
-    using korvane::PlotScreenName;
-    for (int number = 1; number <= 7; ++number) {
-        benchmark::RegisterBenchmark(("Paint/FREEPLOT/" + std::to_string(number)).c_str(),
-                                     korvane::paint, PlotScreenName::FREEPLOT, number);
-    }
-    for (int number = 1; number <= 9; ++number) {
-        benchmark::RegisterBenchmark(("Paint/VUINPLOT/" + std::to_string(number)).c_str(),
-                                     korvane::paint, PlotScreenName::VUINPLOT, number);
-    }
-    benchmark::RegisterBenchmark("Paint/ROWECURV", korvane::paint, PlotScreenName::ROWECURV, 1);
+    registerPaints();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
