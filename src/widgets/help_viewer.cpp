@@ -126,6 +126,10 @@ void HelpViewer::search(const QString& words) {
         item->setData(PageRole, hit.page);
         item->setData(PositionRole, piece.position);
     }
+    if (hits_->count() == 0 && !words.trimmed().isEmpty()) {
+        auto* none = new QListWidgetItem("No paragraph holds all these words.", hits_);
+        none->setFlags(Qt::NoItemFlags);
+    }
 }
 
 void HelpViewer::openPage(int page, const QString& section) {
@@ -202,6 +206,9 @@ void HelpService::moveTo(QWidget* parent) {
         viewer_->setAttribute(Qt::WA_ShowWithoutActivating);
         viewer_->setVisible(open);
         viewer_->setAttribute(Qt::WA_ShowWithoutActivating, false);
+        if (open) {
+            parent->activateWindow();
+        }
     }
     // When a modal screen closes the help goes on over the screen below.
     if (auto* screen = qobject_cast<QDialog*>(parent)) {
