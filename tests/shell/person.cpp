@@ -37,15 +37,39 @@ Control* workable(QWidget& window, const QString& name) {
     return found;
 }
 
-/// An action that a person can reach: it and every menu above it are enabled.
+/// True where the action and every menu above it are enabled.
+bool isReachable(const QAction& action) {
+    const auto objects = action.associatedObjects();
+    return action.isEnabled() && std::all_of(objects.begin(), objects.end(), [](QObject* object) {
+               const auto* menu = qobject_cast<QMenu*>(object);
+               return menu == nullptr || (menu->isEnabled() && isReachable(*menu->menuAction()));
+           });
+}
+
+/// Nobody reaches a window behind a modal one.
+void expectOnTop(const QWidget& window) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal != nullptr && modal != &window) {
+        throw std::runtime_error("behind " + modal->objectName().toStdString());
+    }
+}
+
 QAction* reachable(QWidget& window, const QString& name) {
+    expectOnTop(window);
     auto* action = workable<QAction>(window, name);
-    for (QObject* object : action->associatedObjects()) {
-        if (auto* menu = qobject_cast<QMenu*>(object); menu != nullptr && !menu->isEnabled()) {
-            throw std::runtime_error("its menu is disabled: " + name.toStdString());
-        }
+    if (!isReachable(*action)) {
+        throw std::runtime_error("its menu is disabled: " + name.toStdString());
     }
     return action;
+}
+
+QAbstractButton* pushable(QWidget& window, const QString& name) {
+    expectOnTop(window);
+    auto* button = workable<QAbstractButton>(window, name);
+    if (!button->isVisible()) {
+        throw std::runtime_error("hidden: " + name.toStdString());
+    }
+    return button;
 }
 
 SeenBox seen(const QMessageBox& box) {
@@ -64,8 +88,9 @@ SeenBox seen(const QMessageBox& box) {
 
 } // namespace
 
-Person::Person() {
-    qputenv("temp", temporary.path().c_str());
+Person::Person(const std::filesystem::path& sharedTemporary) {
+    const auto& folder = sharedTemporary.empty() ? temporary.path() : sharedTemporary;
+    qputenv("temp", folder.c_str());
     qputenv("SOURCE_DATE_EPOCH", "1795305907");
     program = std::make_unique<Program>(dataScreens());
     program->desktop.printServices.hasPrinter = [] { return false; };
@@ -147,11 +172,14 @@ void Person::expectBox(const std::string& button) {
                       }});
 }
 
-void Person::expectFile(const std::string& path) {
+void Person::expectFile(const std::string& path, std::function<void(QFileDialog&)> look) {
     steps_.push_back(
         {"file dialog for " + path,
          [](QDialog& modal) { return qobject_cast<QFileDialog*>(&modal) != nullptr; },
-         [path](QDialog& modal) {
+         [path, look = std::move(look)](QDialog& modal) {
+             if (look) {
+                 look(static_cast<QFileDialog&>(modal));
+             }
              if (path.empty()) {
                  modal.reject();
                  return;
@@ -190,11 +218,7 @@ std::string Person::caption(const char* item) const {
 }
 
 void Person::push(const char* button) {
-    auto* found = workable<QAbstractButton>(window(), button);
-    if (!found->isVisible()) {
-        throw std::runtime_error(std::string("hidden: ") + button);
-    }
-    QTest::mouseClick(found, Qt::LeftButton);
+    QTest::mouseClick(pushable(window(), button), Qt::LeftButton);
     QApplication::processEvents();
 }
 
@@ -209,11 +233,7 @@ void Person::open(const std::string& path) {
 }
 
 void pushButton(QWidget& window, const QString& name) {
-    auto* button = workable<QAbstractButton>(window, name);
-    if (!button->isVisible()) {
-        throw std::runtime_error("hidden: " + name.toStdString());
-    }
-    QTest::mouseClick(button, Qt::LeftButton);
+    QTest::mouseClick(pushable(window, name), Qt::LeftButton);
 }
 
 void chooseAction(QWidget& window, const QString& name) {

@@ -6,10 +6,12 @@
 
 #include <QAbstractButton>
 #include <QDialog>
+#include <QFileDialog>
 #include <QTest>
 #include <QTimer>
 
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -29,15 +31,16 @@ struct SeenBox {
 /// that is not the one expected, or one that does not come.
 class Person {
   public:
-    Person();
+    /// `sharedTemporary` is the temporary folder of another person; an own one where it is empty.
+    explicit Person(const std::filesystem::path& sharedTemporary = {});
     ~Person();
 
     // ---- steps for the modal windows to come, in their order ----
 
     /// A message box: pushes the button of that caption.
     void expectBox(const std::string& button);
-    /// A file dialog: chooses a path; an empty one cancels.
-    void expectFile(const std::string& path);
+    /// A file dialog: looks at it, then chooses a path; an empty one cancels.
+    void expectFile(const std::string& path, std::function<void(QFileDialog&)> look = {});
     /// Any screen: does something at it that closes it.
     void expectScreen(const std::string& name, std::function<void(QDialog&)> act);
 
