@@ -216,15 +216,20 @@ void overwriteFile(const fs::path& path, std::size_t position, std::string_view 
 }
 
 void saveFile(const fs::path& path, std::string_view text) {
-    const fs::path target = behindLinks(path);
     struct stat status {};
-    if (::stat(target.c_str(), &status) != 0) {
-        if (errno != ENOENT) {
-            fail(errno, path);
-        }
+    const bool found = ::stat(path.c_str(), &status) == 0;
+    if (!found && errno != ENOENT) {
+        fail(errno, path);
+    }
+    if (found && !S_ISREG(status.st_mode)) {
+        // A device or a pipe holds nothing that could be lost. Its links are left to the system:
+        // that of an open pipe (/dev/stdout) leads to no name.
+        writeFile(path, text);
+        return;
+    }
+    const fs::path target = behindLinks(path);
+    if (!found) {
         replaceFile(target, text, std::nullopt);
-    } else if (!S_ISREG(status.st_mode)) {
-        writeFile(path, text); // a device or a pipe holds nothing that could be lost
     } else if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
         fail(errno, path);
     } else {

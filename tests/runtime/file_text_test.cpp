@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <string>
@@ -331,6 +332,17 @@ TEST(SaveFile, ALinkToNothingGetsItsTarget) {
     saveFile(link, "one\n");
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(readFile(folder.path() / "new.dat"), "one\n");
+}
+
+TEST(SaveFile, APipeThatOnlyTheSystemsOwnLinkNamesIsWrittenTo) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    saveFile("/dev/fd/" + std::to_string(ends[1]), "one\n");
+    std::array<char, 8> block{};
+    EXPECT_EQ(::read(ends[0], block.data(), block.size()), 4);
+    EXPECT_STREQ(block.data(), "one\n");
+    ::close(ends[0]);
+    ::close(ends[1]);
 }
 
 TEST(SaveFile, LinksInACircleAreAFault) {
