@@ -19,6 +19,12 @@ const CLI::Validator finiteNumber(
     },
     "NUMBER");
 
+const CLI::Validator namesSomething(
+    [](const std::string& text) {
+        return text.empty() ? std::string("the name is empty") : std::string{};
+    },
+    "");
+
 /// What CLI11 would print for a parse that ended early, and whether that is a fault.
 CommandLine ended(const CLI::App& app, const CLI::ParseError& end) {
     std::ostringstream text;
@@ -37,10 +43,12 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
 
     CLI::App app{"Solves input files of sheet-pile walls without windows.", "korvane-batch"};
     app.set_version_flag("--version", "korvane-batch " KORVANE_VERSION);
-    app.add_option("INPUT", options.inputs, "input files")->required();
+    app.add_option("INPUT", options.inputs, "input files")->required()->check(namesSomething);
     auto* output = app.add_option("-o,--output", options.output,
-                                  "the report of a single input; - is standard output");
+                                  "the report of a single input; - is standard output")
+                       ->check(namesSomething);
     app.add_option("--output-dir", options.outputDir, "where results go, made if missing")
+        ->check(namesSomething)
         ->excludes(output);
     app.add_option("--wedge", wedge, "the wedge method, where one is required")
         ->check(CLI::IsMember({"sweep", "fixed"}))

@@ -133,7 +133,7 @@ int runBatch(const std::vector<std::string>& arguments, std::ostream& out, std::
     if (!options.outputDir.empty()) {
         std::error_code failure;
         std::filesystem::create_directories(options.outputDir, failure);
-        if (!std::filesystem::is_directory(options.outputDir)) {
+        if (!std::filesystem::is_directory(options.outputDir, failure)) {
             return usageFault(err, options.outputDir + ": no folder, and none can be made.");
         }
     }

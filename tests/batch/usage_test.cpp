@@ -48,6 +48,10 @@ TEST(BatchUsage, WrongArgumentsAreStatusTwoAndNothingIsSolved) {
         {"@missing.dat"},
         {"@a.dat", "@missing.dat"},
         {"@"},
+        {""},
+        {"@a.dat", ""},
+        {"-o", "", "@a.dat"},
+        {"--output-dir", "", "@a.dat"},
         {"-o"},
         {"-o", "@r.out", "@a.dat", "@b.dat"},
         {"-o", "-", "@a.dat", "@b.dat"},
@@ -62,6 +66,7 @@ TEST(BatchUsage, WrongArgumentsAreStatusTwoAndNothingIsSolved) {
         {"--max-fs", "inf", "@a.dat"},
         {"--max-fs", "nan", "@a.dat"},
         {"--output-dir", "@a.dat", "@b.dat"},
+        {"--output-dir", "@" + std::string(300, 'n'), "@a.dat"},
     };
     for (const std::vector<std::string>& arguments : wrong) {
         expectUsage(office, arguments);
