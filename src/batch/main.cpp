@@ -4,11 +4,16 @@
 #include "commands/commands.h"
 #include "commands/run_guarded.h"
 
+#include <csignal>
 #include <iostream>
 
 #include <unistd.h>
 
 int main(int argc, char** argv) {
+    // A reader that goes away or a limit on the size of files is a fault like any other: the other
+    // inputs are solved all the same and no temporary file is left.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     int status = korvane::batch::StatusError;
     const auto fault = korvane::runGuarded([&] {
         korvane::provideTempVariable();
