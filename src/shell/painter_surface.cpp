@@ -2,6 +2,11 @@
 
 #include "widgets/shown_text.h"
 
+#include <QPaintEngine>
+
+#include <algorithm>
+#include <cmath>
+
 namespace korvane {
 
 namespace {
@@ -26,7 +31,9 @@ QRectF toRect(const Corners& corners) {
 } // namespace
 
 PainterSurface::PainterSurface(QPainter& painter)
-    : painter_(painter), font_(plotFont()), metrics_(font_) {
+    : painter_(painter), font_(plotFont()), metrics_(font_), toPixels_(painter.deviceTransform()),
+      fromPixels_(toPixels_.inverted()),
+      hasPixels_(painter.paintEngine()->type() == QPaintEngine::Raster) {
     painter_.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     painter_.setFont(font_);
 }
@@ -45,16 +52,41 @@ void PainterSurface::usePen(Pen pen) {
     painter_.setBrush(Qt::NoBrush);
 }
 
+void PainterSurface::fillPixels(const QRectF& pixels, Colour colour) {
+    const QPointF upperLeft(std::round(pixels.left()), std::round(pixels.top()));
+    const QPointF lowerRight(std::round(pixels.right()), std::round(pixels.bottom()));
+    painter_.fillRect(fromPixels_.mapRect(QRectF(upperLeft, lowerRight)), toColor(colour));
+}
+
 void PainterSurface::drawRectangle(const Corners& corners, Pen pen) {
+    if (hasPixels_) {
+        const Point c{corners.b.x, corners.a.y};
+        const Point d{corners.a.x, corners.b.y};
+        drawLine(corners.a, c, pen);
+        drawLine(c, corners.b, pen);
+        drawLine(corners.b, d, pen);
+        drawLine(d, corners.a, pen);
+        return;
+    }
     usePen(pen);
     painter_.drawRect(toRect(corners));
 }
 
 void PainterSurface::fillRectangle(const Corners& corners, Colour colour) {
-    painter_.fillRect(toRect(corners), toColor(colour));
+    if (hasPixels_) {
+        fillPixels(toPixels_.mapRect(toRect(corners)), colour);
+    } else {
+        painter_.fillRect(toRect(corners), toColor(colour));
+    }
 }
 
 void PainterSurface::drawLine(Point from, Point to, Pen pen) {
+    if (hasPixels_ && (from.x == to.x || from.y == to.y)) {
+        const QRectF line = toPixels_.mapRect(toRect({from, to}));
+        const double width = std::max(1.0, std::round(pen.width * LineWidthUnit * toPixels_.m11()));
+        fillPixels(line.adjusted(-width / 2, -width / 2, width / 2, width / 2), pen.colour);
+        return;
+    }
     usePen(pen);
     painter_.drawLine(QPointF(from.x, from.y), QPointF(to.x, to.y));
 }

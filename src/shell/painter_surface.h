@@ -9,7 +9,9 @@
 
 namespace korvane {
 
-/// Draws in twips on a painter whose transformation maps twips to its device.
+/// Draws in twips on a painter whose transformation scales and moves twips to its device. Where the
+/// device has pixels, level and upright lines and rectangles keep to whole ones, so that their
+/// edges are sharp at any scale.
 class PainterSurface : public Surface {
   public:
     explicit PainterSurface(QPainter& painter);
@@ -26,10 +28,14 @@ class PainterSurface : public Surface {
     void drawText(Point upperLeft, std::string_view text) override;
 
     void usePen(Pen pen);
+    void fillPixels(const QRectF& pixels, Colour colour);
 
     QPainter& painter_;
     QFont font_;
     QFontMetricsF metrics_;
+    QTransform toPixels_;
+    QTransform fromPixels_;
+    bool hasPixels_;
 };
 
 } // namespace korvane
