@@ -14,78 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the table of menu states tells of a row.
-struct MenuRow {
-    bool save, print, edit, view, view0, view3, solve;
-    const char* caption;
-};
-
-void expectMenus(const Person& person, const MenuRow& row) {
-    EXPECT_TRUE(person.canChoose("mnuFileItem_0"));
-    EXPECT_TRUE(person.canChoose("mnuFileItem_1"));
-    EXPECT_TRUE(person.canChoose("mnuFileItem_7"));
-    EXPECT_EQ(person.program->window->findChild<QWidget*>("mnuFileItem_3")->isEnabled(), row.save);
-    EXPECT_EQ(person.program->window->findChild<QWidget*>("mnuFileItem_5")->isEnabled(), row.print);
-    EXPECT_EQ(person.canChoose("mnuEditItem_0"), row.edit);
-    EXPECT_EQ(person.canChoose("mnuViewItem_0"), row.view && row.view0);
-    EXPECT_EQ(person.canChoose("mnuViewItem_3"), row.view && row.view3);
-    EXPECT_EQ(person.canChoose("mnuSolveItem_0"), row.solve);
-    EXPECT_EQ(person.caption("mnuEditItem_0"), row.caption);
-}
-
 /// Leaves the section list by its button, with boxes expected before.
 void finishKeyin(QDialog& keyin) {
     pushButton(keyin, "cmdFinished");
-}
-
-TEST(MenuRows, AfterStartNewOpenAndFailedOpen) {
-    Person person;
-    expectMenus(person, {false, false, true, false, false, false, false, "&Enter Input data"});
-    person.choose("mnuFileItem_0");
-    expectMenus(person, {false, false, true, false, false, false, false, "&Enter Input Data"});
-    person.open(examplePath("cantilever-dry-sand"));
-    expectMenus(person, {true, true, true, true, true, false, true, "&Edit Input Data"});
-    EXPECT_FALSE(person.canChoose("mnuSaveItem_0")) << "nothing to save: the file is the user's";
-    EXPECT_TRUE(person.canChoose("mnuSaveItem_1"));
-
-    const std::string bad = person.userFile("bad.dat");
-    writeFile(bad,
-              "NO HEADING HERE, BUT A LINE LONG ENOUGH FOR A FILE THAT MAY BE COMPLETE AS IT IS\n");
-    person.expectBox("No"); // the output of the problem before
-    person.expectFile(bad);
-    person.expectBox("OK");
-    person.choose("mnuFileItem_1");
-    person.expectNothingLeft();
-    EXPECT_EQ(person.boxes.back().title, "INPUT DATA ERRORS");
-    expectMenus(person, {false, false, false, false, false, false, false, "&Enter Input Data"});
-}
-
-TEST(MenuRows, AfterEditAndFailedEdit) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    person.expectBox("Yes"); // save the output first?
-    person.expectFile(person.userFile("first.out"));
-    person.expectScreen("KEYIN", finishKeyin);
-    person.choose("mnuEditItem_0");
-    person.expectNothingLeft();
-    expectMenus(person, {true, true, true, true, true, false, true, "Edit Input Data"});
-    EXPECT_TRUE(person.canChoose("mnuSaveItem_0"));
-    EXPECT_EQ(
-        person.session().CurrentInputName.substr(person.session().CurrentInputName.size() - 4),
-        ".iii");
-
-    // An empty problem has all sections missing; Cancel at that box leaves the edit.
-    person.expectBox("No"); // input
-    person.expectBox("No"); // output
-    person.choose("mnuFileItem_0");
-    person.expectScreen("KEYIN", [&](QDialog& keyin) {
-        person.expectBox("Cancel");
-        finishKeyin(keyin);
-    });
-    person.choose("mnuEditItem_0");
-    person.expectNothingLeft();
-    EXPECT_EQ(person.boxes.back().title, "DATA MISSING");
-    expectMenus(person, {false, false, true, false, false, false, false, "&Enter Input Data"});
 }
 
 TEST(Saving, ACancelledDialogBringsTheQuestionBack) {
