@@ -36,6 +36,7 @@ ScreenTable shellScreens(const PrintServices& services) {
 
 Program::Program(ScreenTable dataScreens)
     : desktop(std::move(dataScreens)), session(std::make_unique<Session>(desktop)) {
+    qApp->installEventFilter(&menuKeys);
     desktop.addScreens(shellScreens(desktop.printServices));
     enter(*session, nullptr, [this] { Form_Load(*session); });
     window = std::make_unique<ShellWindow>(

@@ -3,6 +3,7 @@
 
 #include "shell/main_window.h"
 #include "shell/qt_desktop.h"
+#include "widgets/menu_keys.h"
 
 #include <memory>
 
@@ -16,6 +17,7 @@ struct Program {
     /// `dataScreens` are the screens of the data entry; those of this room are added.
     explicit Program(ScreenTable dataScreens);
 
+    MenuKeys menuKeys;
     QtDesktop desktop;
     std::unique_ptr<Session> session;
     std::unique_ptr<ShellWindow> window;

@@ -326,6 +326,34 @@ TEST(Keys, TheMenusWorkByTheKeyboardAlone) {
     EXPECT_FALSE(person.isShown("panDone"));
 }
 
+// "Current &Input File" and "F&ixed Earth Method Results Plots" have the same letter.
+TEST(Keys, ADisabledEntryDoesNotTakeTheLetterFromAnEnabledOne) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    activate(person);
+    person.expectScreen("VUINPTFL", [](QDialog& screen) { chooseAction(screen, "mnuFinished"); });
+    QTest::keyClick(&person.window(), Qt::Key_V, Qt::AltModifier);
+    QTest::keyClick(person.window().findChild<QMenu*>("mnuView"), Qt::Key_I);
+    person.expectNothingLeft();
+}
+
+TEST(Keys, ASharedLetterWalksTheEntriesThatCanBeChosen) {
+    Person person;
+    person.open(examplePath("anchored-sand"));
+    person.choose("mnuSolveItem_0");
+    person.expectScreen("ROWEPILE", acceptSections);
+    person.push("cmdContinue");
+    person.push("cmdOK");
+    activate(person);
+    QTest::keyClick(&person.window(), Qt::Key_V, Qt::AltModifier);
+    auto* view = person.window().findChild<QMenu*>("mnuView");
+    QTest::keyClick(view, Qt::Key_Home);
+    QTest::keyClick(view, Qt::Key_I);
+    EXPECT_EQ(view->activeAction()->objectName(), "mnuViewItem_5");
+    QTest::keyClick(view, Qt::Key_I);
+    EXPECT_EQ(view->activeAction()->objectName(), "mnuViewItem_0");
+}
+
 TEST(Keys, AltF4TakesTheWayOfExit) {
     Person person;
     person.open(examplePath("cantilever-dry-sand"));
