@@ -3,15 +3,13 @@
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "scripted_desktop.h"
+#include "support/faulty_machine.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
 #include <new>
 #include <stdexcept>
-
-#include <sys/resource.h>
 
 namespace korvane::test {
 
@@ -19,22 +17,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// While it stands, no file of the process grows beyond a few bytes: a full disk.
-class FullDisk {
-  public:
-    FullDisk() {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit small{16, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-  private:
-    rlimit before_{};
-};
+constexpr rlim_t fewBytes = 16; // room on a full disk
 
 /// What a command that a fault has taken back must leave alone.
 struct Standing {
@@ -134,10 +117,10 @@ TEST(FileFaults, AFullDiskAtTheEchoTakesTheWholeOpenBack) {
     Office office;
     enterProblem(office);
     const Standing before(office);
-    std::optional<FullDisk> full;
+    std::optional<SmallDisk> full;
     office.desktop.onBox = [&](const MessageBox& box) {
         if (box.title == "INPUT COMPLETE") {
-            full.emplace();
+            full.emplace(fewBytes);
         }
     };
     office.open("anchored-sand");
@@ -180,13 +163,45 @@ TEST(FileFaults, AFailedSaveLeavesTheOldFileWhole) {
     const std::string old = office.write("old.out", "the old report");
     office.desktop.chosenFiles = {old};
     {
-        const FullDisk full;
+        const SmallDisk full(fewBytes);
         mnuSaveItem_Click(*office.session, office.desktop, 1);
     }
     expectFileError(office, old, "Disk full");
     EXPECT_EQ(readFile(old), "the old report");
     EXPECT_EQ(std::distance(fs::directory_iterator(office.user.path()), {}), 1);
     EXPECT_EQ(office.session->OutputSavedFlag, 0);
+}
+
+TEST(FileFaults, AFileThatMayNotBeReadIsTold) {
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    const std::string locked = office.write("locked.dat", "'NOT FOR EVERYBODY\n");
+    fs::permissions(locked, fs::perms::none);
+    office.open(locked);
+    expectFileError(office, locked, "Permission denied");
+    expectStill(office, before);
+}
+
+TEST(FileFaults, AFolderThatMayNotBeWrittenToIsToldAndItsFilesStay) {
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    const std::string old = office.write("old.out", "the old report");
+    const Standing before(office);
+    fs::permissions(office.user.path(), fs::perms(0555));
+    for (const char* name : {"old.out", "new.out"}) {
+        const std::string target = office.userFile(name);
+        for (const int item : {0, 1}) {
+            office.desktop.chosenFiles = {target};
+            mnuSaveItem_Click(*office.session, office.desktop, item);
+            expectFileError(office, target, "Permission denied");
+            expectStill(office, before);
+        }
+    }
+    EXPECT_EQ(readFile(old), "the old report");
+    fs::permissions(office.user.path(), fs::perms(0755));
 }
 
 TEST(FileFaults, SavingIntoAMissingFolderIsTold) {
@@ -232,12 +247,12 @@ TEST(FileFaults, AFailedEditKeepsWhatWasTypedAndSolvesNothingFromThere) {
     Office office;
     office.open("cantilever-dry-sand");
     const Standing before(office);
-    std::optional<FullDisk> full;
+    std::optional<SmallDisk> full;
     office.desktop.onScreen = [&](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
             session.state.problem.WallTopElev = 12.5;
             session.state.DataChanged = 1;
-            full.emplace();
+            full.emplace(fewBytes);
         }
     };
     mnuEditItem_Click(*office.session, office.desktop);
@@ -336,7 +351,7 @@ TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
             mnuSolveItem_Click(*office.session, office.desktop);
         }
         {
-            const FullDisk full;
+            const SmallDisk full(fewBytes);
             atContinue ? cmdContinue_Click(*office.session, office.desktop)
                        : mnuSolveItem_Click(*office.session, office.desktop);
         }

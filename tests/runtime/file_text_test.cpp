@@ -2,25 +2,25 @@
 #include "runtime/file_text.h"
 
 #include "runtime/runtime_error.h"
+#include "support/faulty_machine.h"
 #include "support/support.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <string>
 #include <vector>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace korvane {
 namespace {
 
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
+using test::OrdinaryUser;
+using test::SmallDisk;
 using test::TemporaryFolder;
 
 /// The run-time error of an action, which must name `path`; 0 where there is none.
@@ -48,43 +48,6 @@ int modeOf(const fs::path& path) {
     EXPECT_EQ(::stat(path.c_str(), &status), 0);
     return static_cast<int>(status.st_mode & 07777);
 }
-
-/// Files cannot grow beyond a number of bytes: a disk that becomes full.
-class SmallDisk {
-  public:
-    explicit SmallDisk(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &old_);
-        rlimit small = old_;
-        small.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk() {
-        setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, oldHandler_);
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-  private:
-    rlimit old_{};
-    void (*oldHandler_)(int);
-};
-
-/// Gives up the rights of the administrator, whom no permission stops.
-class OrdinaryUser {
-  public:
-    OrdinaryUser() : administrator_(geteuid() == 0 && seteuid(65534) == 0) {}
-    ~OrdinaryUser() {
-        if (administrator_) {
-            EXPECT_EQ(seteuid(0), 0);
-        }
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-  private:
-    bool administrator_;
-};
 
 struct CodeRow {
     int code;
