@@ -290,7 +290,7 @@ void LayerScreen::finishControl() {
     }
     arrangeGroups(kind());
     fillLayers();
-    cmdFinished_->setText(QString("Finished With &%1").arg(wordsOf(SideIndex_).name));
+    cmdFinished_->setText(QString("Finished With &%1 Soil").arg(wordsOf(SideIndex_).name));
     show(Stage::Layers);
 }
 

@@ -283,7 +283,7 @@ TEST_F(LayerTest, ClickingBackAfterANoAsksNothing) {
 TEST_F(LayerTest, TheTableShowsTheGroupsOfItsKindWhereTold) {
     openTable("optStrengths");
     EXPECT_EQ(shownGroups(), "fraUnitWt fraStrengths fraElev fraSlope fraSafety3 ");
-    EXPECT_EQ(desk.text("cmdFinished"), "Finished With &Rightside");
+    EXPECT_EQ(desk.text("cmdFinished"), "Finished With &Rightside Soil");
     const double zoom = desk.find("fraSafety3")->x() / 7455.0;
     const auto expectAt = [&](const char* group, double left, double width) {
         EXPECT_NEAR(desk.find(group)->x(), left * zoom, 1) << group;
@@ -302,7 +302,7 @@ TEST_F(LayerTest, TheTableShowsTheGroupsOfItsKindWhereTold) {
     desk.click("optCoefficients");
     desk.click("cmdOK");
     EXPECT_EQ(shownGroups(), "fraUnitWt fraCoeffs fraElev ");
-    EXPECT_EQ(desk.text("cmdFinished"), "Finished With &Leftside");
+    EXPECT_EQ(desk.text("cmdFinished"), "Finished With &Leftside Soil");
     expectAt("fraUnitWt", 2370, 1830);
     expectAt("fraCoeffs", 4185, 1815);
     expectAt("fraElev", 6000, 930);
