@@ -1,18 +1,20 @@
 // The plot windows: menus and states, every diagram on the screen, on paper and in files.
 #include "person.h"
+#include "pixels.h"
 
+#include "plots/plot_screen.h"
 #include "runtime/file_text.h"
 
 #include <QAction>
 #include <QImage>
 #include <QLabel>
 #include <QMenuBar>
-#include <QProcess>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 #include <set>
 
 namespace korvane::test {
@@ -89,15 +91,20 @@ void expectShowing(QDialog& screen) {
     EXPECT_TRUE(screen.findChild<QWidget*>("Label1_0")->isVisible());
 }
 
-/// The first page of a PDF as a picture of 50 pixels an inch; a second page is a failure.
-QImage pageOf(const std::string& pdf) {
-    const std::string stem = pdf + "-page";
-    QProcess reader;
-    reader.start("pdftoppm",
-                 {"-r", "50", "-png", QString::fromStdString(pdf), QString::fromStdString(stem)});
-    EXPECT_TRUE(reader.waitForFinished());
-    EXPECT_FALSE(std::filesystem::exists(stem + "-2.png"));
-    return QImage(QString::fromStdString(stem + "-1.png"));
+/// What the diagram on show consists of.
+std::vector<Primitive> recipeOf(Person& person, const QDialog& screen, const QWidget& picture,
+                                Medium medium) {
+    static const std::map<QString, PlotScreenName> names{
+        {"CANPLOT", PlotScreenName::CANPLOT},   {"FREEPLOT", PlotScreenName::FREEPLOT},
+        {"FIXDPLOT", PlotScreenName::FIXDPLOT}, {"VUSOLPLT", PlotScreenName::VUSOLPLT},
+        {"VUINPLOT", PlotScreenName::VUINPLOT}, {"ROWECURV", PlotScreenName::ROWECURV}};
+    State& state = person.session().state;
+    PlotView view = openPlotScreen(state, names.at(screen.objectName()));
+    view.PlotNumber =
+        picture.objectName().mid(static_cast<int>(std::string("Picture").size())).toInt();
+    RecordingSurface surface;
+    drawPlot(surface, state, view, medium);
+    return surface.primitives();
 }
 
 /// Where something is drawn, in pixels.
@@ -121,22 +128,24 @@ void printAll(Person& person, QDialog& screen) {
         diagram->trigger();
         expectShowing(screen);
         ASSERT_NE(pictureOnShow(screen), nullptr);
-        EXPECT_GE(coloursOf(pictureOnShow(screen)->grab().toImage()), 3U);
+        QWidget& picture = *pictureOnShow(screen);
+        expectPainted(pixelsOf(picture), recipeOf(person, screen, picture, Medium::Screen));
         const std::string pdf =
             person.userFile(screen.objectName().toStdString() + "-" + name + ".pdf");
         person.expectFile(pdf);
         pushButton(screen, "cmdPrint");
         expectShowing(screen); // the diagram stays
-        const QImage page = pageOf(pdf);
-        EXPECT_EQ(page.width(), 425); // Letter: 8.5 IN at 50 pixels an inch
-        const QRect ink = inkOf(page);
-        EXPECT_GT(ink.width(), 100);
-        EXPECT_GT(ink.height(), 50);
+        const Pixels page = pageOf(pdf);
+        expectPainted(page, recipeOf(person, screen, picture, Medium::Paper));
+        EXPECT_EQ(page.image.width(), 850); // Letter: 8.5 IN at 100 pixels an inch
+        const QRect ink = inkOf(page.image);
+        EXPECT_GT(ink.width(), 200);
+        EXPECT_GT(ink.height(), 100);
         // The frame lies from (1, 3) to (7.75, 6.75) IN, heading lines above it; the top elevation
         // of a cantilever wall's deflections stands out to the left of it.
-        EXPECT_GE(ink.left(), 0.5 * 50);
-        EXPECT_LE(ink.right(), 7.75 * 50 + 3);
-        EXPECT_LE(ink.bottom(), 6.75 * 50 + 3);
+        EXPECT_GE(ink.left(), 0.5 * 100);
+        EXPECT_LE(ink.right(), 7.75 * 100 + 6);
+        EXPECT_LE(ink.bottom(), 6.75 * 100 + 6);
         pushButton(screen, "cmdDone");
         expectMenuState(screen);
     }
@@ -207,7 +216,8 @@ TEST(RoweCurves, ShowsItsDiagramAtOnceAndDoneClosesIt) {
     person.expectScreen("ROWECURV", [&](QDialog& screen) {
         EXPECT_EQ(screen.windowTitle(), "ROWE'S MOMENT REDUCTION FOR PILES IN SAND");
         ASSERT_NE(pictureOnShow(screen), nullptr);
-        EXPECT_GE(coloursOf(pictureOnShow(screen)->grab().toImage()), 4U);
+        QWidget& picture = *pictureOnShow(screen);
+        expectPainted(pixelsOf(picture), recipeOf(person, screen, picture, Medium::Screen));
         pushButton(screen, "cmdDone");
         EXPECT_FALSE(screen.isVisible());
     });
