@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <limits>
+#include <ostream>
 
 namespace korvane::test {
 
@@ -16,6 +17,11 @@ struct Rounding {
     double value;
     double rounded;
 };
+
+/// Names the case in the list of tests.
+void PrintTo(const Rounding& one, std::ostream* out) {
+    *out << one.value;
+}
 
 class RoundUpScaleRule : public testing::TestWithParam<Rounding> {};
 

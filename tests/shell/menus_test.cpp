@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ostream>
 
 namespace korvane::test {
 namespace {
@@ -201,6 +202,11 @@ struct Finished {
     bool sections; ///< the section screen comes
     std::array<bool, 7> viewItems;
 };
+
+/// Names the case in the list of tests.
+void PrintTo(const Finished& one, std::ostream* out) {
+    *out << one.example;
+}
 
 class FinishedRows : public testing::TestWithParam<Finished> {};
 

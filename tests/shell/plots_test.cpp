@@ -15,6 +15,7 @@
 
 #include <filesystem>
 #include <map>
+#include <ostream>
 #include <set>
 
 namespace korvane::test {
@@ -160,6 +161,11 @@ struct PlotCase {
     std::size_t diagrams;
     const char* title;
 };
+
+/// Names the case in the list of tests.
+void PrintTo(const PlotCase& one, std::ostream* out) {
+    *out << one.example;
+}
 
 class Plots : public testing::TestWithParam<PlotCase> {};
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace korvane::test {
 namespace {
 
@@ -16,6 +18,11 @@ struct Example {
     bool anchored;
     const char* wedgeButton; ///< pushed at the wedge prompt; nullptr where none comes
 };
+
+/// Names the case in the list of tests.
+void PrintTo(const Example& one, std::ostream* out) {
+    *out << one.name;
+}
 
 class WholeProblems : public testing::TestWithParam<Example> {};
 
