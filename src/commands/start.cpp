@@ -7,6 +7,7 @@
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
@@ -17,6 +18,14 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* tempVariable = "temp";
+
+/// The system's folder for temporary files, though an environment variable that the library reads
+/// is empty or names no folder.
+std::string systemTemporaryFolder() {
+    std::error_code failure;
+    const fs::path folder = fs::temp_directory_path(failure);
+    return failure ? P_tmpdir : folder.string();
+}
 
 } // namespace
 
@@ -31,7 +40,7 @@ void provideTempVariable() {
             return;
         }
     }
-    setenv(tempVariable, fs::temp_directory_path().c_str(), 0);
+    setenv(tempVariable, systemTemporaryFolder().c_str(), 0);
 }
 
 void Form_Load(Session& session) {

@@ -224,4 +224,20 @@ TEST(ProvideTempVariable, FallsBackToTheSystemsFolder) {
     EXPECT_EQ(std::getenv("temp"), fs::temp_directory_path().string());
 }
 
+// The library looks at these variables too and refuses what is no folder.
+TEST(ProvideTempVariable, FallsBackToTheSystemsFolderThoughAVariableIsEmptyOrNamesNone) {
+    const std::pair<const char*, const char*> useless[] = {{"TMPDIR", ""}, {"TEMPDIR", "/nowhere"}};
+    for (const auto& [variable, value] : useless) {
+        for (const char* name : {"temp", "TEMP", "TMP", "TMPDIR", "TEMPDIR"}) {
+            unsetenv(name);
+        }
+        setenv(variable, value, 1);
+        provideTempVariable();
+        unsetenv(variable);
+        ASSERT_NE(std::getenv("temp"), nullptr);
+        EXPECT_STREQ(std::getenv("temp"), "/tmp") << variable;
+        EXPECT_TRUE(fs::is_directory(std::getenv("temp")));
+    }
+}
+
 } // namespace korvane::test
