@@ -9,6 +9,9 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <iterator>
+
 namespace korvane {
 
 namespace {
@@ -17,9 +20,16 @@ constexpr double FontPoints = 10;
 
 /// Keys that would change the text; arrows, paging, selecting and copying are free.
 bool wouldChangeText(const QKeyEvent& key) {
-    if (key.matches(QKeySequence::Paste) || key.matches(QKeySequence::Cut) ||
-        key.matches(QKeySequence::Delete) || key.matches(QKeySequence::Undo) ||
-        key.matches(QKeySequence::Redo)) {
+    constexpr QKeySequence::StandardKey changes[] = {QKeySequence::Paste,
+                                                     QKeySequence::Cut,
+                                                     QKeySequence::Delete,
+                                                     QKeySequence::DeleteEndOfLine,
+                                                     QKeySequence::DeleteEndOfWord,
+                                                     QKeySequence::DeleteCompleteLine,
+                                                     QKeySequence::Undo,
+                                                     QKeySequence::Redo};
+    if (std::any_of(std::begin(changes), std::end(changes),
+                    [&](QKeySequence::StandardKey change) { return key.matches(change); })) {
         return true;
     }
     switch (key.key()) {

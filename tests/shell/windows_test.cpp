@@ -3,6 +3,7 @@
 
 #include "runtime/file_text.h"
 #include "shell/title_window.h"
+#include "support/faulty_machine.h"
 #include "widgets/help_pages.h"
 #include "widgets/message_box.h"
 
@@ -51,6 +52,24 @@ TEST(Title, DeclineEscapeAndTheFramesCrossEndIt) {
         EXPECT_FALSE(title.runAtStart(ShortTitle));
         EXPECT_EQ(title.DisclaimerAnswer, -1);
     }
+}
+
+TEST(Title, DecliningEndsTheProgramBeforeAnyMenuAppearsAndMakesNoTemporaryFile) {
+    const TemporaryFolder folder;
+    qputenv("temp", folder.path().c_str());
+    bool menuSeen = false;
+    QTimer::singleShot(5 * ShortTitle, qApp, [&] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            menuSeen = menuSeen || window->objectName() == "CKORVANE";
+        }
+        pushButton(*QApplication::activeWindow(), "okbutton_1");
+    });
+    EXPECT_EQ(runProgram({}, ShortTitle), 0);
+    EXPECT_FALSE(menuSeen);
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        EXPECT_NE(window->objectName(), "CKORVANE");
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 TEST(Title, EscapeDuringTheTitleScreenDeclines) {
@@ -260,6 +279,18 @@ TEST(TextWindows, AKeyThatWouldChangeTheTextShowsTheMessageAndChangesNothing) {
             person.expectBox("OK");
             QTest::keyClick(text, key);
         }
+        std::size_t told = 4;
+        for (const auto change :
+             {QKeySequence::Paste, QKeySequence::Cut, QKeySequence::DeleteEndOfLine,
+              QKeySequence::DeleteCompleteLine}) {
+            for (const QKeySequence& keys : QKeySequence::keyBindings(change)) {
+                person.expectBox("OK");
+                QTest::keySequence(text, keys);
+                ++told;
+            }
+        }
+        EXPECT_GE(told, 4U + 2U);                 // paste and cut have keys everywhere
+        EXPECT_EQ(person.boxes.size(), 1 + told); // the first told that the input is complete
         for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown, Qt::Key_End}) {
             QTest::keyClick(text, key); // free
         }
@@ -270,8 +301,8 @@ TEST(TextWindows, AKeyThatWouldChangeTheTextShowsTheMessageAndChangesNothing) {
     });
     person.choose("mnuViewItem_0");
     person.expectNothingLeft();
-    ASSERT_EQ(person.boxes.size(), 5U); // the first told that the input is complete
-    for (std::size_t box = 1; box < 5; ++box) {
+    ASSERT_GT(person.boxes.size(), 5U);
+    for (std::size_t box = 1; box < person.boxes.size(); ++box) {
         EXPECT_EQ(person.boxes[box].text, "Changes made in this window are ignored.");
     }
 }
@@ -349,14 +380,25 @@ TEST(Printing, CancelPrintsNothingAndChangesNothing) {
 }
 
 TEST(Printing, AFailedWriteTellsAndLeavesTheOldFileWhole) {
+    constexpr rlim_t lessThanAPage = 1000; // bytes
     Person person;
     person.open(examplePath("cantilever-dry-sand"));
-    person.expectFile(person.userFile("missing/report.pdf"));
-    person.expectBox("OK"); // of the file dialog or of the program: the folder does not exist
-    person.expectFile("");
-    person.choose("mnuPrintItem_1");
-    EXPECT_FALSE(std::filesystem::exists(person.userFile("missing")));
-    EXPECT_FALSE(person.boxes.back().text.empty());
+    const std::string old = person.userFile("old.pdf");
+    writeFile(old, "the old print");
+    for (const char* item : {"mnuPrintItem_0", "mnuPrintItem_1"}) {
+        person.expectFile(old);
+        person.expectBox("Yes"); // it exists
+        person.expectBox("OK");
+        {
+            const SmallDisk full(lessThanAPage);
+            person.choose(item);
+        }
+        person.expectNothingLeft();
+        EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
+        EXPECT_EQ(person.boxes.back().text, "File: " + old + "\nDisk full\n\nYour data are kept.");
+        EXPECT_EQ(readFile(old), "the old print");
+    }
+    EXPECT_EQ(person.session().FileLineCount, 0); // nothing was printed
 }
 
 TEST(Printing, ALineWiderThanThePageWrapsAndLongTextsTakeMorePages) {
