@@ -16,7 +16,14 @@ namespace {
 constexpr double TitleTop = 30;     // twips
 constexpr double TitleHeight = 270; // twips, one line
 
-/// Some captions hold blanks that once placed their words: they are drawn without them.
+/// A caption as it is drawn: without the blanks that once placed its words, and with a unit such as
+/// (FT/FT) on one line.
+QString drawnText(const QString& text) {
+    static const QString keepTogether("/\u2060"); // a word joiner
+    return text.simplified().replace('/', keepTogether);
+}
+
+/// A label that draws its text so.
 class Caption : public QLabel {
   public:
     using QLabel::QLabel;
@@ -27,7 +34,7 @@ class Caption : public QLabel {
         drawFrame(&painter);
         style()->drawItemText(&painter, contentsRect(),
                               static_cast<int>(alignment()) | Qt::TextWordWrap, palette(),
-                              isEnabled(), text().simplified(), foregroundRole());
+                              isEnabled(), drawnText(text()), foregroundRole());
     }
 };
 
@@ -60,7 +67,7 @@ void fitLetters(QLabel* label) {
     const QSize room = label->contentsRect().size();
     const auto fits = [&] {
         const QRect needed = QFontMetrics(letters).boundingRect(
-            QRect(0, 0, room.width(), 0), Qt::TextWordWrap, label->text().simplified());
+            QRect(0, 0, room.width(), 0), Qt::TextWordWrap, drawnText(label->text()));
         return needed.width() <= room.width() && needed.height() <= room.height();
     };
     while (!fits() && letters.pointSizeF() > smallest) {

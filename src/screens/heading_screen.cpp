@@ -1,5 +1,6 @@
 #include "screens/heading_screen.h"
 
+#include "runtime/number_text.h"
 #include "widgets/shown_text.h"
 
 #include <QFrame>
@@ -253,7 +254,9 @@ void HeadingScreen::fillEditing() {
     };
     title_->setText("Edit Heading and Control Data");
     for (int row = 1; row <= problem().NumHeadingLines; ++row) {
-        headings_.field(0, row)->setText(shownText(problem().HeadingLines(row)));
+        std::string& line = shownHeadings_.at(static_cast<std::size_t>(row - 1));
+        line = problem().HeadingLines(row);
+        headings_.field(0, row)->setText(shownText(line));
     }
     show(WallTop);
     if (isAnchored(problem())) {
@@ -309,7 +312,10 @@ void HeadingScreen::readHeading() {
     int& lines = problem().NumHeadingLines;
     lines = 0;
     for (int row = 1; row <= HeadingRows; ++row) {
-        std::string line = headings_.entry(0, row);
+        // A line that was left alone keeps its bytes, of whatever encoding.
+        const std::string& shown = shownHeadings_.at(static_cast<std::size_t>(row - 1));
+        const bool leftAlone = headings_.field(0, row)->text() == shownText(shown);
+        std::string line = leftAlone ? trimmed(shown) : headings_.entry(0, row);
         if (line.empty()) {
             continue;
         }

@@ -312,11 +312,11 @@ void LayerScreen::fillLayers() {
     }
 }
 
-int LayerScreen::filledLayers() const {
+int LayerScreen::filledLayers() {
     std::vector<int> counting;
     int place = 0;
     for (const LayerColumn& column : layerColumns()) {
-        if (column.countsRow && column.isOf(coefficients_->isChecked() ? "C" : "S")) {
+        if (column.countsRow && column.isOf(kind())) {
             counting.push_back(place);
         }
         ++place;

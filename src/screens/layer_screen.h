@@ -40,7 +40,7 @@ class LayerScreen : public DataScreen {
     void finishControl();
     void fillLayers();
     void finishLayers();
-    int filledLayers() const;
+    int filledLayers();
     Fault readLayers();
     void finishSides();
     /// Both sides are without layers; without kinds too where told.

@@ -40,15 +40,16 @@ SectionScreen::SectionScreen(ScreenContext& context, const SectionList* list)
         top += PanelPitch;
     }
 
-    top = FrameTop + frameHeight + 120;
+    top = FrameTop + frameHeight + 180;
+    order.push_back(addButton(sheet, "cmdFinished", "&Finished",
+                              {(SheetWidth - 1800) / 2, top, 1800, 495},
+                              [this] { finishStage(); }));
+    top += 495 + 120;
     if (list_.requiredNote != nullptr) {
         makeLabel(sheet, "Label2", list_.requiredNote, {0, top, SheetWidth, NoteHeight});
         top += NoteHeight;
     }
     makeLabel(sheet, "Label5", HighlightNote, {0, top, SheetWidth, NoteHeight});
-    order.push_back(addButton(sheet, "cmdFinished", "&Finished",
-                              {(SheetWidth - 1800) / 2, top + NoteHeight + 180, 1800, 495},
-                              [this] { finishStage(); }));
     setFocusOrder(order);
     highlightAll();
     order.front()->setFocus(Qt::TabFocusReason);

@@ -142,6 +142,20 @@ TEST_F(HeadingTest, HeadingLinesMoveUpAndGetTheirApostrophe) {
     EXPECT_EQ(desk.text("panHeadCont"), "Edit Heading and Control Data");
 }
 
+TEST_F(HeadingTest, AHeadingThatIsLeftAloneKeepsItsBytes) {
+    desk.problem = fullProblem();
+    desk.problem.NumHeadingLines = 2;
+    desk.problem.HeadingLines(1) = "'QUAI \xC0 PALPLANCHES"; // Latin-1
+    desk.problem.HeadingLines(2) = "'H\xD6HE 3 M";
+    desk.state.HeadContDataValid = 1;
+    desk.open(Screen::HEADCONT);
+    EXPECT_EQ(desk.text("txtHead_0"), "'QUAI \xC3\x80 PALPLANCHES"); // shown as UTF-8
+    desk.type("txtHead_1", QString::fromUtf8("'H\xC3\x96HE 4 M"));
+    expectFinished();
+    EXPECT_EQ(desk.problem.HeadingLines(1), "'QUAI \xC0 PALPLANCHES");
+    EXPECT_EQ(desk.problem.HeadingLines(2), "'H\xC3\x96HE 4 M");
+}
+
 TEST_F(HeadingTest, EmptyFactorsOfADesignAreOne) {
     typeDesign();
     desk.type("txtFSA1", "");

@@ -106,6 +106,24 @@ TEST_F(KeyinTest, OpeningClearsTheFlagsAndTakesTheMainWindowsPlace) {
     EXPECT_EQ(desk.top().geometry(), desk.mainWindow.geometry());
 }
 
+TEST_F(KeyinTest, ControlsStandInTheirOrderFromTopToBottom) {
+    desk.open(Screen::KEYIN);
+    QWidget* canvas = desk.find("canvas");
+    const auto topOf = [&](const QString& name) {
+        return desk.find(name)->mapTo(canvas, QPoint(0, 0)).y();
+    };
+    int above = -1;
+    for (const char* name :
+         {"panKeyIn", "panHeadCont", "panSurface", "panLayerData", "panWaterData", "panSurcharge",
+          "panHorizontal", "cmdFinished", "Label2", "Label5"}) {
+        EXPECT_GT(topOf(name), above) << name;
+        above = topOf(name);
+    }
+    const QWidget* frame = desk.find("fraInputSects");
+    const QPoint middle = frame->mapTo(canvas, frame->rect().center());
+    EXPECT_NEAR(middle.x(), canvas->rect().center().x(), 1);
+}
+
 TEST_F(KeyinTest, AProblemFromAFileShowsTheRequiredSectionsWhateverTheirCounts) {
     hold();
     desk.state.HeadContDataValid = 0;

@@ -252,6 +252,28 @@ TEST_F(LayerTest, AnAcceptedChangeToStrengthsHidesTheFactorsButOkStillReachesThe
     EXPECT_TRUE(desk.isShown("fraSafety2"));
 }
 
+TEST_F(LayerTest, AnAcceptedChangeToCoefficientsShowsTheFactorsAgain) {
+    problem = plainCantilever();
+    problem.SoilDataKind(Right) = "C";
+    problem.Level2FSPassive(Left) = 1.4;
+    desk.open(Screen::LAYRDATA);
+    desk.click("cmdEnterRightside");
+    desk.answers = {Answer::Yes};
+    desk.click("optStrengths");
+    desk.click("cmdOK");
+    typeLayer(1, "30", "0");
+    desk.click("cmdFinished");
+    desk.click("cmdEnterLeftside");
+    EXPECT_FALSE(desk.isShown("fraSafety2"));
+    EXPECT_EQ(desk.text("txtFSP2"), " 1.4");
+    desk.answers = {Answer::Yes};
+    desk.click("optCoefficients");
+    EXPECT_TRUE(desk.isShown("fraSafety2"));
+    EXPECT_EQ(desk.text("txtFSP2"), "");
+    EXPECT_EQ(desk.text("cmdEnterLeftside"), "Enter &Leftside Soil Data");
+    EXPECT_EQ(desk.text("cmdEnterRightside"), "Edit &Rightside Soil Data");
+}
+
 TEST_F(LayerTest, ARefusedChangeLeavesTheOptionAndTakesTheLayersOver) {
     problem = plainCantilever();
     desk.open(Screen::LAYRDATA);
@@ -306,6 +328,39 @@ TEST_F(LayerTest, TheTableShowsTheGroupsOfItsKindWhereTold) {
     expectAt("fraUnitWt", 2370, 1830);
     expectAt("fraCoeffs", 4185, 1815);
     expectAt("fraElev", 6000, 930);
+}
+
+TEST_F(LayerTest, StagesStandWhereTold) {
+    desk.open(Screen::LAYRDATA);
+    const QPoint centre = desk.find("canvas")->rect().center();
+    const auto expectCentred = [&](const char* name, double width, double height) {
+        const QWidget* frame = desk.find(name);
+        EXPECT_NEAR(frame->geometry().center().x(), centre.x(), 1) << name;
+        EXPECT_NEAR(frame->geometry().center().y(), centre.y(), 1) << name;
+        const double zoom = frame->width() / width;
+        EXPECT_NEAR(frame->height(), height * zoom, 1) << name;
+        return zoom;
+    };
+    const double zoom = expectCentred("fraSoilDataAction", 4335, 3495);
+    desk.click("cmdEnterLeftside");
+    EXPECT_NEAR(expectCentred("panControlData", 5925, 2415), zoom, 0.0005);
+    const QRect heading = desk.find("panHeading")->geometry();
+    EXPECT_NEAR(heading.center().x(), centre.x(), 1);
+    EXPECT_NEAR(heading.top(), 240 * zoom, 1);
+}
+
+TEST_F(LayerTest, FinishedPutsTheTableAway) {
+    openTable("optStrengths");
+    EXPECT_FALSE(desk.isShown("panControlData"));
+    EXPECT_TRUE(desk.isShown("panHeading"));
+    typeLayer(1, "30", "0");
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(shownGroups(), "");
+    EXPECT_FALSE(desk.isShown("cmdFinished"));
+    EXPECT_EQ(desk.focused(), "cmdEnterRightside");
+    EXPECT_EQ(
+        desk.tabOrder("cmdEnterRightside"),
+        (std::vector<std::string>{"cmdEnterRightside", "cmdEnterLeftside", "cmdFinishedAction"}));
 }
 
 TEST_F(LayerTest, FocusGoesRowByRowOverTheColumnsOfTheKind) {
@@ -540,6 +595,32 @@ TEST_F(LayerTest, AnEmptyCoefficientIsInvalidAndNotMissing) {
     EXPECT_EQ(finish(), invalid);
     typeCoefficients(1, "", "");
     EXPECT_EQ(finish(), invalid);
+}
+
+TEST_F(LayerTest, EachMainFieldOfCoefficientsMakesItsRowALayer) {
+    openTable("optCoefficients");
+    for (const char* field : {"txtSATWt_1", "txtMSTWt_1", "txtAK_1", "txtPK_1"}) {
+        typeCoefficients(1, "0.3", "3", "-5");
+        desk.type(field, "1");
+        EXPECT_EQ(finish(), missing) << field;
+        EXPECT_EQ(problem.SoilLayerCount(Right), 2) << field;
+        desk.type(field, "");
+    }
+    desk.type("txtElev_1", "-9"); // a bottom alone makes none
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(problem.SoilLayerCount(Right), 1);
+}
+
+TEST_F(LayerTest, ALayerOfCoefficientsNeedsItsBottom) {
+    openTable("optCoefficients", "cmdEnterLeftside");
+    typeCoefficients(1, "0.3", "3");
+    typeCoefficients(2, "0.4", "2.5");
+    EXPECT_EQ(finish(), missing);
+    desk.type("txtElev_0", "-5");
+    EXPECT_EQ(finish(), noBox);
+    EXPECT_EQ(problem.SoilBottomElev(Left, 1), -5);
+    EXPECT_EQ(problem.SoilBottomElev(Left, 2), NoLayerBottom);
+    EXPECT_EQ(problem.SoilCoefPassive(Left, 2), 2.5);
 }
 
 TEST_F(LayerTest, TheTableOfASideWithLayersIsFilled) {
