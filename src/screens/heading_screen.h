@@ -45,8 +45,8 @@ class HeadingScreen : public DataScreen {
     QLabel* title_ = nullptr;
     QPushButton* cmdFinished_ = nullptr;
     FieldTable headings_;
-    std::array<std::string, 4>
-        shownHeadings_; ///< the bytes behind the lines as they were filled in
+    /// The bytes behind the heading lines as they were filled in.
+    std::array<std::string, 4> shownHeadings_;
     std::array<Field*, 8> fields_{};
     std::array<QRadioButton*, 6> options_{};
 };

@@ -18,8 +18,10 @@ QSize neededSize(const QWidget* control) {
     if (const auto* label = qobject_cast<const QLabel*>(control)) {
         const int flags = label->wordWrap() ? Qt::TextWordWrap : 0;
         const QRect room(0, 0, label->contentsRect().width(), 10000);
-        return metrics.boundingRect(room, flags, label->text().simplified()).size() +
-               label->size() - label->contentsRect().size();
+        // As labels are drawn: a unit such as (FT/FT) stays on one line.
+        const QString drawn = label->text().simplified().replace('/', QString("/\u2060"));
+        return metrics.boundingRect(room, flags, drawn).size() + label->size() -
+               label->contentsRect().size();
     }
     if (const auto* button = qobject_cast<const QPushButton*>(control)) {
         const QSize text = metrics.size(Qt::TextShowMnemonic, button->text());
