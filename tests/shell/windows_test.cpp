@@ -4,6 +4,7 @@
 #include "runtime/file_text.h"
 #include "shell/title_window.h"
 #include "support/faulty_machine.h"
+#include "widgets/gate.h"
 #include "widgets/help_pages.h"
 #include "widgets/message_box.h"
 
@@ -11,6 +12,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
 #include <QTextBlock>
@@ -121,6 +123,32 @@ TEST(About, HasOneButtonAndAnythingClosesIt) {
         person.expectNothingLeft();
         EXPECT_TRUE(person.window().isVisible());
     }
+}
+
+// ---- faults in a paint ----
+
+TEST(Paint, AFaultSkipsWhatIsLeftOfTheDrawing) {
+    class FaultyPicture : public QWidget {
+      public:
+        int begun = 0;
+        int ended = 0;
+
+      protected:
+        void paintEvent(QPaintEvent*) override {
+            enterPaint([this] {
+                ++begun;
+                if (begun == 1) {
+                    throw RuntimeError(9);
+                }
+                ++ended;
+            });
+        }
+    } picture;
+    picture.grab(); // goes on with the event loop, without a box
+    EXPECT_EQ(picture.begun, 1);
+    EXPECT_EQ(picture.ended, 0);
+    picture.grab();
+    EXPECT_EQ(picture.ended, 1);
 }
 
 // ---- message boxes ----
@@ -399,6 +427,61 @@ TEST(Printing, AFailedWriteTellsAndLeavesTheOldFileWhole) {
         EXPECT_EQ(readFile(old), "the old print");
     }
     EXPECT_EQ(person.session().FileLineCount, 0); // nothing was printed
+}
+
+/// A machine with a printer, and what its setup dialog leaves.
+void givePrinter(Person& person, const std::function<bool(QPrinter&)>& setUp) {
+    PrintServices& services = person.program->desktop.printServices;
+    services.hasPrinter = [] { return true; };
+    services.chooseSetup = [setUp](QPrinter& printer, QWidget*) {
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+        return setUp(printer);
+    };
+}
+
+TEST(Printing, CancelAtThePrintersSetupPrintsNothingAndChangesNothing) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    int asked = 0;
+    givePrinter(person, [&](const QPrinter& printer) {
+        ++asked;
+        EXPECT_EQ(printer.docName().toStdString(), examplePath("cantilever-dry-sand"));
+        return false;
+    });
+    person.choose("mnuPrintItem_0");
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(person.session().FileLineCount, 0);
+    EXPECT_EQ(person.boxes.size(), 1U); // that the input is complete
+}
+
+TEST(Printing, TheSetupsOwnPdfFileTakesTheWholeReport) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    const std::string pdf = person.userFile("by-setup.pdf");
+    givePrinter(person, [&](QPrinter& printer) {
+        printer.setOutputFileName(QString::fromStdString(pdf));
+        return true;
+    });
+    person.choose("mnuPrintItem_1");
+    EXPECT_EQ(words(textOfPdf(pdf)),
+              words(readFile(person.session().state.report.CurrentOutputName)));
+}
+
+TEST(Printing, APrinterThatIsGoneAfterTheSetupIsTold) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    givePrinter(person, [](QPrinter& printer) {
+        printer.setOutputFileName({});
+        printer.setOutputFormat(QPrinter::PdfFormat); // what the toolkit falls back to
+        return true;
+    });
+    person.expectBox("OK");
+    person.choose("mnuPrintItem_0");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
+    EXPECT_NE(person.boxes.back().text.find("Device I/O error"), std::string::npos);
+    EXPECT_EQ(person.session().FileLineCount, 0);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 TEST(Printing, ALineWiderThanThePageWrapsAndLongTextsTakeMorePages) {
