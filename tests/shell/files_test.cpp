@@ -147,13 +147,37 @@ TEST(Faults, AVanishedTemporaryFolderFailsTheSolutionAndKeepsTheData) {
 
 TEST(Faults, TwoProgramsAtOnceDoNotDisturbEachOther) {
     Person first;
+    const auto outputOf = [](Person& person) {
+        return person.session().state.report.CurrentOutputName;
+    };
+    const auto solveIt = [](Person& person) {
+        person.choose("mnuSolveItem_0");
+        person.push("cmdContinue");
+        person.push("cmdOK");
+        person.expectNothingLeft();
+    };
     first.open(examplePath("cantilever-dry-sand"));
-    qputenv("temp", first.temporary.path().c_str());
-    Program second({});
-    EXPECT_EQ(second.session->state.files.TempFolder, first.session().state.files.TempFolder);
-    second.session.reset(); // ends without deleting what is not its own
-    EXPECT_TRUE(fs::exists(first.session().state.report.CurrentOutputName));
-    second.window->endWithoutQuestion();
+    {
+        Person second(first.temporary.path());
+        second.open(examplePath("cantilever-clay"));
+        EXPECT_EQ(fs::path(outputOf(first)).filename(), "TEMP0.ooo");
+        EXPECT_EQ(fs::path(outputOf(second)).filename(), "TEMP1.ooo");
+        EXPECT_EQ(fs::path(outputOf(first)).parent_path(),
+                  fs::path(outputOf(second)).parent_path());
+        solveIt(first);
+        const std::string report = readFile(outputOf(first));
+        solveIt(second);
+        second.expectBox("No");
+        second.window().close();
+        second.expectNothingLeft();
+        EXPECT_EQ(readFile(outputOf(first)), report);
+    }
+    first.expectScreen("CANPLOT", [](QDialog& screen) { screen.close(); });
+    first.choose("mnuViewItem_3"); // its solution can still be read
+    first.expectBox("No");
+    first.window().close();
+    first.expectNothingLeft();
+    EXPECT_TRUE(fs::is_empty(first.temporary.path()));
 }
 
 /// A run-time error in a screen above a screen ends the process at once with its box and status.
