@@ -108,9 +108,6 @@ auto askedFor(const Dialog& dialog) {
 
 void printOnPaper(QPrinter& printer, const PageDrawing& draw) {
     const std::string name = bytesOf(printer.printerName());
-    if (!printer.isValid() || printer.outputFormat() == QPrinter::PdfFormat) {
-        throw RuntimeError(DeviceFault, name); // it is gone: the toolkit would print to nowhere
-    }
     if (const auto fault = runGuarded([&] { draw(printer); })) {
         throw RuntimeError(fault->number(), name);
     }
