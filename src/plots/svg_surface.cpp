@@ -75,10 +75,18 @@ std::string circleFrame(Point centre, double radius) {
            attribute("r", number(radius));
 }
 
-/// Text as the content of an element. XML knows no control characters: they become blanks.
+/// Text as the content of an element. XML knows no control characters: they become blanks, as do
+/// U+FFFE and U+FFFF, which no file may hold.
 std::string escaped(std::string_view text) {
+    std::string characters = utf8Text(text);
+    for (const std::string_view outlaw : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
+        for (auto at = characters.find(outlaw); at != std::string::npos;
+             at = characters.find(outlaw)) {
+            characters.replace(at, outlaw.size(), " ");
+        }
+    }
     std::string content;
-    for (const char c : utf8Text(text)) {
+    for (const char c : characters) {
         if (c == '&') {
             content += "&amp;";
         } else if (c == '<') {

@@ -93,6 +93,17 @@ TEST(SvgSurface, TextStandsOnItsBaseLineAndIsEscaped) {
     EXPECT_EQ(elements[1].text, "caf\xC3\xA9 bar ");
 }
 
+TEST(SvgSurface, CharactersThatNoXmlFileMayHoldBecomeBlanks) {
+    SvgSurface surface;
+    surface.text({0, 0}, "A\xEF\xBF\xBE\xEF\xBF\xBF"
+                         "B");
+    surface.text({0, 0}, "\xEF\xBF\xBD \"PZ'27\""); // U+FFFD is a character; quotes need no escape
+    const auto elements = elementsOf(surface);
+    ASSERT_EQ(elements.size(), 2U);
+    EXPECT_EQ(elements[0].text, "A  B");
+    EXPECT_EQ(elements[1].text, "\xEF\xBF\xBD \"PZ'27\"");
+}
+
 TEST(SvgSurface, MeasuresTextByTheFontsAdvanceWidths) {
     const SvgSurface surface;
     // Published widths of the face in 1/1000 of its height: digits 556, point 278, capitals
