@@ -200,6 +200,13 @@ TEST_F(InitialPressures, WaterDiagramStopsAtThePlotBottom) {
                   strokes({{2160, 1008}, {3600, 3168}, {3600, 3168}, {7920, 5328}}, Blue, 3));
 }
 
+TEST_F(InitialPressures, WaterDiagramOfAnAnchoredWallHasTheAnchorLine) {
+    EXPECT_TRUE(linesOf(drawn(InitialNetWaterPlot), Red, 2).empty());
+    state.problem.WallType = "A"; // anchor -2 at 432 twips a foot
+    expectDrawing(linesOf(drawn(InitialNetWaterPlot), Red, 2),
+                  {line(2160, 1872, 7920, 1872, Red, 2)});
+}
+
 TEST_F(InitialPressures, SideDiagramsOnPaperKeepTheirOwnBottomText) {
     const Drawing screen = drawn(InitialLeftPlot);
     const Drawing paper = drawn(InitialLeftPlot, Medium::Paper);

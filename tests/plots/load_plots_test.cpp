@@ -216,6 +216,16 @@ TEST(HorizontalPlots, PositiveLineLoadsLieOnTheLeftOfTheWall) {
                  textAt(1080, 3408 - 97.5, "EL= -5.0")}}));
 }
 
+TEST(HorizontalPlots, TheLargestLoadCountsByItsSize) {
+    Problem problem = plainCantilever();
+    problem.HLineCount = 2;
+    problem.HLineElev(1) = -2;
+    problem.HLineLoad(1) = 300;
+    problem.HLineElev(2) = -8;
+    problem.HLineLoad(2) = -950;
+    EXPECT_EQ(textsOf(drawn(problem, HorizontalLinePlot)).front(), "1000");
+}
+
 TEST(HorizontalPlots, DistributedLoadsAreJoinedToTheWallAtBothEnds) {
     Problem problem = plainCantilever();
     problem.HDistCount = 3;

@@ -184,6 +184,14 @@ TEST_F(ResultPlots, WaterRunsOnTheGridAndStartsGreen) {
                 waterCurve(StartGrey)}));
 }
 
+TEST_F(ResultPlots, WaterStartsAtTheValueBelowTheFirstRow) {
+    state.pressures.WaterPressures(1, 2) = 250; // above the wall top: not drawn
+    state.pressures.WaterPressures(1, 1) = 60;
+    // The smallest is 60, above zero, and counts by its size: x = 2160 + (60 + 60) / 360 x 5760.
+    expectDrawing(linesOf(drawn(state, CantileverResults, NetWaterPlot), Green, 3),
+                  {line(4080, 1008, 4080, 1008, Green, 3)});
+}
+
 // ---- soil pressures of one side ---------------------------------------------------------------
 
 /// Level lines across two boxes, surfaces first, then layers, then water.
@@ -330,6 +338,14 @@ TEST_F(ResultPlots, AnchorIsRuledAlsoOutsideTheBox) {
     state.problem.AnchorElev = 5; // y = 1008 - 5 x 216
     expectDrawing(linesOf(drawn(state, FreeEarthResults, MomentPlot), Red, 2),
                   {line(2160, -72, 7920, -72, Red, 2)});
+}
+
+TEST_F(ResultPlots, WaterDiagramsOfAnchoredWallsHaveTheAnchorLine) {
+    expectDrawing(linesOf(drawn(state, FreeEarthResults, NetWaterPlot), Red, 2),
+                  {line(2160, 1440, 7920, 1440, Red, 2)});
+    expectDrawing(linesOf(drawn(state, FixedEarthResults, NetWaterPlot), Red, 2),
+                  {line(2160, 1368, 7920, 1368, Red, 2)}); // 180 twips a foot
+    EXPECT_TRUE(linesOf(drawn(state, CantileverResults, NetWaterPlot), Red, 2).empty());
 }
 
 TEST_F(ResultPlots, LevelsAtTheEndsAreNotRuled) {

@@ -106,6 +106,20 @@ TEST(PressureScales, TakeTheLargestOfBothSidesDownToTheBottomRow) {
     EXPECT_EQ(scales.PassiveScale, 800); // 780 on the left side at -20
 }
 
+TEST(PressureScales, StartFromTheRightSidesValueBelowTheFirstRow) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    auto& pressures = bench.state->pressures;
+    pressures.ActivePressures(Right, 1, 2) = 9000; // above the wall top: not looked at
+    pressures.ActivePressures(Right, 1, 1) = 520;
+    pressures.PassivePressures(Right, 1, 2) = 9000;
+    pressures.PassivePressures(Right, 1, 1) = 1150;
+    PlotScales scales;
+    prepareSolvedPressureScales(*bench.state, 1, scales);
+    EXPECT_EQ(scales.ActiveScale, 600);
+    EXPECT_EQ(scales.PassiveScale, 2000);
+}
+
 TEST(PressureScales, TheValueBelowTheBottomRowIsNotLookedAt) {
     Bench bench;
     solveSmallWall(*bench.state);
@@ -170,6 +184,21 @@ TEST(WaterScales, LargestAndSmallestCountByTheirSizes) {
     prepareWaterScales(*bench.state, -20, scales);
     EXPECT_EQ(scales.WaterScaleMax, 500);
     EXPECT_EQ(scales.WaterScaleMin, 500);
+}
+
+TEST(WaterScales, StartFromTheValueBelowTheFirstRow) {
+    Bench bench;
+    solveSmallWall(*bench.state);
+    auto& water = bench.state->pressures.WaterPressures;
+    water(1, 2) = -9000; // above the wall top: not looked at
+    water(1, 1) = -640;
+    PlotScales scales;
+    prepareWaterScales(*bench.state, -20, scales);
+    EXPECT_EQ(scales.WaterScaleMin, 700);
+    water(1, 2) = 9000;
+    water(1, 1) = 820;
+    prepareWaterScales(*bench.state, -20, scales);
+    EXPECT_EQ(scales.WaterScaleMax, 900);
 }
 
 TEST(WaterScales, NoWaterDataOrNoPressureGiveNoScale) {

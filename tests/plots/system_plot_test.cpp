@@ -139,6 +139,12 @@ TEST(SystemPlot, WaterLevelsExtendTheDrawing) {
     EXPECT_NEAR(drawn(problem).front().a.y, (1 - 11.0 / 17) * 5400, 1e-9);
 }
 
+TEST(SystemPlot, LayerBoundariesExtendTheDrawingButNotTheLastLayer) {
+    Problem problem = twoLayers(0);
+    problem.SoilBottomElev(Right, 1) = -16; // limits 0 and -17: H = 18, 300 twips a foot
+    EXPECT_NEAR(drawn(problem).front().a.y, 300, 1e-9);
+}
+
 TEST(SystemPlot, WaterGivenByPressuresShowsNoLines) {
     Problem problem = plainCantilever();
     problem.WaterDataKind = "P";
