@@ -97,6 +97,18 @@ void Office::open(const std::string& name) {
     mnuFileItem_Click(*session, desktop, 1);
 }
 
+void Office::enter(const Problem& problem) {
+    desktop.onScreen = [&problem](Screen screen, Session& of) {
+        if (screen == Screen::KEYIN) {
+            of.state.problem = problem;
+            of.state.HeadContDataValid = 1;
+            of.state.DataChanged = 1;
+        }
+    };
+    mnuEditItem_Click(*session, desktop);
+    desktop.onScreen = nullptr;
+}
+
 std::string Office::userFile(const std::string& name) const {
     return (user.path() / name).string();
 }
@@ -124,10 +136,6 @@ std::set<std::string> Office::temporaryFiles() const {
         names.insert(entry.path().filename().string());
     }
     return names;
-}
-
-std::string examplePath(const std::string& name) {
-    return std::string(KORVANE_SOURCE_DIR) + "/examples/" + name + ".dat";
 }
 
 } // namespace korvane::test

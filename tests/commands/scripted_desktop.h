@@ -61,6 +61,8 @@ struct Office {
 
     /// Opens an input file; an example's name stands for its path.
     void open(const std::string& name);
+    /// Edit, with a problem entered on the screens.
+    void enter(const Problem& problem);
     /// The path of a file in the user's folder, written with a text.
     std::string write(const std::string& name, const std::string& text) const;
     std::string userFile(const std::string& name) const;
@@ -76,8 +78,6 @@ struct Office {
     ScriptedDesktop desktop;
     std::unique_ptr<Session> session;
 };
-
-std::string examplePath(const std::string& name);
 
 /// An input of a cantilever wall with two layers on each side that no wedge is needed for.
 extern const char* const twoLayerInput;

@@ -1,5 +1,7 @@
 #include "desk.h"
 
+#include "../shell/person.h"
+
 #include "rowe/pile_sections.h"
 #include "screens/controls.h"
 #include "screens/screens.h"
@@ -85,11 +87,7 @@ std::vector<std::string> Desk::tabOrder(const QString& first) {
 }
 
 void Desk::type(const QString& field, const QString& text) {
-    auto* control = workable<QLineEdit>(field);
-    control->setFocus();
-    control->selectAll();
-    QTest::keyClick(control, Qt::Key_Delete);
-    QTest::keyClicks(control, text);
+    typeInto(top(), field, text);
 }
 
 void Desk::typeDown(const QString& array, const std::vector<std::string>& texts) {
@@ -107,9 +105,7 @@ void Desk::press(const QString& control, Qt::Key key, Qt::KeyboardModifiers modi
 }
 
 void Desk::click(const QString& control) {
-    auto* button = workable<QAbstractButton>(control);
-    button->setFocus();
-    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
+    pushButton(top(), control);
 }
 
 std::string Desk::lastBox() {

@@ -1,5 +1,5 @@
 // From nothing to a report through the screens alone, compared with the same problem built in code.
-#include "robot.h"
+#include "typing.h"
 
 #include "../commands/scripted_desktop.h"
 #include "problem/input_reader.h"
@@ -7,11 +7,7 @@
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
 
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRegularExpression>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -47,12 +43,9 @@ struct Piles {
 /// The report of a problem that was built in code: no window has a part in it.
 std::string reportInCode(const Problem& problem, const Piles& piles = {}) {
     Office office;
+    office.enter(problem);
     office.desktop.onScreen = [&](Screen screen, Session& session) {
-        if (screen == Screen::KEYIN) {
-            session.state.problem = problem;
-            session.state.HeadContDataValid = 1;
-            session.state.DataChanged = 1;
-        } else if (screen == Screen::ROWEPILE) {
+        if (screen == Screen::ROWEPILE) {
             acceptDefaultTexts(session.state.rowe, piles.allowStress, DefaultModulusText);
             std::array<PileEntry, 5> rows;
             if (!piles.added.empty()) {
@@ -62,40 +55,48 @@ std::string reportInCode(const Problem& problem, const Piles& piles = {}) {
             EXPECT_TRUE(addSections(session.state.rowe, rows));
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
     office.solve();
     EXPECT_EQ(office.session->panels.panDoneVisible, false);
     EXPECT_EQ(office.session->state.SolutionFailed, 0);
     return office.report();
 }
 
+/// Types a whole problem through the screens.
+void enter(Person& person, const Problem& problem) {
+    person.answer("POSSIBLE INCONSISTENT SEEPAGE ELVATION", "OK");
+    expectEntry(person, problem);
+    person.choose("mnuEditItem_0");
+    person.expectNothingLeft();
+}
+
 /// Solves what the program holds, from the Solve command to the button of the last panel.
-std::string solve(Robot& robot, const Piles& piles = {}) {
-    const Problem& problem = robot.session().state.problem;
+std::string solve(Person& person, const Piles& piles = {}) {
+    const Problem& problem = person.session().state.problem;
     const bool design = problem.ProgramMode == "D";
     const bool wedge = problem.SurfacePointCount(Right) > 1 || problem.SurfacePointCount(Left) > 1;
     if (wedge) {
-        robot.planClick("WEDGMETH", "cmdSweep");
+        person.expectScreen("WEDGMETH", [](QDialog& window) { pushButton(window, "cmdSweep"); });
     }
-    robot.choose("mnuSolveItem_0");
+    person.choose("mnuSolveItem_0");
     if (design) {
         if (problem.WallType == "A") {
-            robot.plan("ROWEPILE", [piles](QWidget& window) {
+            person.expectScreen("ROWEPILE", [piles](QDialog& window) {
                 typeInto(window, "txtDefAllow", QString::fromStdString(piles.allowStress));
-                clickOn(window, "cmdDefAccept");
+                pushButton(window, "cmdDefAccept");
                 static const char* const names[] = {"txtName_0", "txtSectMod_0", "txtInertia_0",
                                                     "txtAllow_0", "txtEMod_0"};
                 for (std::size_t column = 0; column < piles.added.size(); ++column) {
                     typeInto(window, names[column], QString::fromStdString(piles.added[column]));
                 }
-                clickOn(window, "cmdDone");
+                pushButton(window, "cmdDone");
             });
         }
-        robot.click("cmdContinue");
+        person.push("cmdContinue");
     }
-    EXPECT_EQ(robot.session().state.SolutionFailed, 0);
-    robot.click("cmdOK");
-    return robot.report();
+    person.expectNothingLeft();
+    EXPECT_EQ(person.session().state.SolutionFailed, 0);
+    person.push("cmdOK");
+    return readFile(person.session().state.report.CurrentOutputName);
 }
 
 std::string withoutTrailingBlanks(const std::string& text) {
@@ -103,23 +104,14 @@ std::string withoutTrailingBlanks(const std::string& text) {
 }
 
 /// Saves the input under a name, opens it and solves it.
-std::string saveOpenAndSolve(Robot& robot, const std::string& name, const Piles& piles = {}) {
-    const QString path = QString::fromStdString((robot.folder.path() / name).string());
-    const auto chooseFile = [path](QWidget& window) {
-        auto* edit = window.findChild<QLineEdit*>("fileNameEdit");
-        ASSERT_NE(edit, nullptr);
-        edit->setText(path);
-        qobject_cast<QFileDialog*>(&window)->findChild<QPushButton*>()->setFocus();
-        QMetaObject::invokeMethod(&window, "accept");
-    };
-    robot.plan("CMDialog1", chooseFile);
-    robot.choose("mnuSaveItem_0");
-    EXPECT_TRUE(std::filesystem::exists(path.toStdString()));
-    robot.answer("SAVE OUTPUT DATA?", "No");
-    robot.answer("INPUT COMPLETE", "OK");
-    robot.plan("CMDialog1", chooseFile);
-    robot.choose("mnuFileItem_1");
-    return solve(robot, piles);
+std::string saveOpenAndSolve(Person& person, const std::string& name, const Piles& piles = {}) {
+    const std::string path = person.userFile(name);
+    person.expectFile(path);
+    person.choose("mnuSaveItem_0");
+    EXPECT_TRUE(std::filesystem::exists(path));
+    person.answer("SAVE OUTPUT DATA?", "No");
+    person.open(path);
+    return solve(person, piles);
 }
 
 } // namespace
@@ -130,32 +122,28 @@ TEST(Road, ACantileverDesignIsTypedAndSolvedAsBuiltInCode) {
     problem.VStripStart(Right, 1) = 4;
     problem.VStripEnd(Right, 1) = 12.5;
     problem.VStripLoad(Right, 1) = 250;
-    Robot robot;
-    robot.answer("POSSIBLE INCONSISTENT SEEPAGE ELVATION", "OK");
-    robot.planEntry(problem);
-    robot.choose("mnuEditItem_0");
+    Person person;
+    enter(person, problem);
     const std::string expected = reportInCode(problem);
-    const std::string report = solve(robot);
+    const std::string report = solve(person);
     EXPECT_EQ(report, expected);
     EXPECT_NE(report.find("PENETRATION"), std::string::npos);
-    EXPECT_EQ(withoutTrailingBlanks(saveOpenAndSolve(robot, "cantilever.dat")),
+    EXPECT_EQ(withoutTrailingBlanks(saveOpenAndSolve(person, "cantilever.dat")),
               withoutTrailingBlanks(expected));
 }
 
 TEST(Road, AnAnchoredDesignInClayEndsWithItsSectionsChangedAndAdded) {
     const Problem problem = exampleProblem("anchored-clay");
     const Piles piles{"36E3", {"OWN 1", "55.5", "444.25", "25000", "3E7"}};
-    Robot robot;
-    robot.answer("POSSIBLE INCONSISTENT SEEPAGE ELVATION", "OK");
-    robot.planEntry(problem);
-    robot.choose("mnuEditItem_0");
+    Person person;
+    enter(person, problem);
     const std::string expected = reportInCode(problem, piles);
-    const std::string report = solve(robot, piles);
+    const std::string report = solve(person, piles);
     EXPECT_EQ(report, expected);
     EXPECT_NE(report.find("OWN 1"), std::string::npos);
     EXPECT_NE(report.find("55.50"), std::string::npos);
     EXPECT_NE(report, reportInCode(problem)); // the changed stress shows
-    EXPECT_EQ(withoutTrailingBlanks(saveOpenAndSolve(robot, "anchored.dat", piles)),
+    EXPECT_EQ(withoutTrailingBlanks(saveOpenAndSolve(person, "anchored.dat", piles)),
               withoutTrailingBlanks(expected));
 }
 
@@ -173,13 +161,11 @@ TEST(Road, AnAnalysisWithWedgeSidesAndSlopingLayersIsTypedAndSolved) {
     problem.SoilSatWeight(Right, 2) = 128;
     problem.SoilMoistWeight(Right, 2) = 120;
     problem.SoilFriction(Right, 2) = 34;
-    Robot robot;
-    robot.answer("POSSIBLE INCONSISTENT SEEPAGE ELVATION", "OK");
-    robot.planEntry(problem);
-    robot.choose("mnuEditItem_0");
-    EXPECT_EQ(robot.session().state.problem.SoilBottomSlope(Right, 1), 0.1);
-    robot.answer("LARGE FACTOR OF SAFETY", "Yes");
-    EXPECT_EQ(solve(robot), reportInCode(problem));
+    Person person;
+    enter(person, problem);
+    EXPECT_EQ(person.session().state.problem.SoilBottomSlope(Right, 1), 0.1);
+    person.answer("LARGE FACTOR OF SAFETY", "Yes");
+    EXPECT_EQ(solve(person), reportInCode(problem));
 }
 
 TEST(Road, AGivenGradientWhichOnlyTheScreensCanEnterIsSolved) {
@@ -187,12 +173,10 @@ TEST(Road, AGivenGradientWhichOnlyTheScreensCanEnterIsSolved) {
     problem.SeepageKind = "G";
     problem.SeepageGradient(1) = 0.15;
     problem.SeepageGradient(2) = 0.15;
-    Robot robot;
-    robot.answer("POSSIBLE INCONSISTENT SEEPAGE ELVATION", "OK");
-    robot.planEntry(problem);
-    robot.choose("mnuEditItem_0");
-    EXPECT_EQ(robot.session().state.problem.SeepageKind, "G");
-    const std::string report = solve(robot);
+    Person person;
+    enter(person, problem);
+    EXPECT_EQ(person.session().state.problem.SeepageKind, "G");
+    const std::string report = solve(person);
     EXPECT_EQ(report, reportInCode(problem));
     EXPECT_NE(report.find("0.15"), std::string::npos);
 }
@@ -206,19 +190,11 @@ TEST(Road, EveryExampleCanBeTyped) {
         const std::string name = entry.path().stem().string();
         SCOPED_TRACE(name);
         const Problem problem = exampleProblem(name);
-        Robot robot;
-        robot.answer("POSSIBLE INCONSISTENT SEEPAGE ELVATION", "OK");
-        robot.planEntry(problem);
-        robot.choose("mnuEditItem_0");
-        EXPECT_EQ(robot.report(), [&] {
-            Office office;
-            office.desktop.onScreen = [&](Screen, Session& session) {
-                session.state.problem = problem;
-                session.state.DataChanged = 1;
-            };
-            mnuEditItem_Click(*office.session, office.desktop);
-            return office.report();
-        }());
+        Person person;
+        enter(person, problem);
+        Office office;
+        office.enter(problem);
+        EXPECT_EQ(readFile(person.session().state.report.CurrentOutputName), office.report());
     }
 }
 

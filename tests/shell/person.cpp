@@ -1,7 +1,6 @@
 #include "person.h"
 
 #include "commands/files.h"
-#include "runtime/file_text.h"
 #include "screens/screens.h"
 
 #include <QApplication>
@@ -10,7 +9,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
-#include <QProcess>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -33,6 +31,9 @@ Control* workable(QWidget& window, const QString& name) {
     }
     if (!found->isEnabled()) {
         throw std::runtime_error("disabled: " + name.toStdString());
+    }
+    if (!found->isVisible()) {
+        throw std::runtime_error("hidden: " + name.toStdString());
     }
     return found;
 }
@@ -63,15 +64,6 @@ QAction* reachable(QWidget& window, const QString& name) {
     return action;
 }
 
-QAbstractButton* pushable(QWidget& window, const QString& name) {
-    expectOnTop(window);
-    auto* button = workable<QAbstractButton>(window, name);
-    if (!button->isVisible()) {
-        throw std::runtime_error("hidden: " + name.toStdString());
-    }
-    return button;
-}
-
 SeenBox seen(const QMessageBox& box) {
     SeenBox result;
     result.title = box.windowTitle().toStdString();
@@ -88,11 +80,9 @@ SeenBox seen(const QMessageBox& box) {
 
 } // namespace
 
-Person::Person(const std::filesystem::path& sharedTemporary) {
-    const auto& folder = sharedTemporary.empty() ? temporary.path() : sharedTemporary;
-    qputenv("temp", folder.c_str());
-    qputenv("SOURCE_DATE_EPOCH", "1795305907");
-    program = std::make_unique<Program>(dataScreens());
+Person::Person(const std::filesystem::path& sharedTemporary)
+    : temp_("temp", (sharedTemporary.empty() ? temporary.path() : sharedTemporary).string()),
+      date_("SOURCE_DATE_EPOCH", "1795305907"), program(std::make_unique<Program>(dataScreens())) {
     program->desktop.printServices.hasPrinter = [] { return false; };
     window().show();
     window().activateWindow();
@@ -123,6 +113,17 @@ void Person::expectNothingLeft() {
     steps_.clear();
 }
 
+/// No exception may pass through the event loop of a window.
+void Person::take(const Step& step, QDialog& modal) {
+    waited_ = 0;
+    try {
+        step.act(modal);
+    } catch (const std::exception& error) {
+        ADD_FAILURE() << step.what << ": " << error.what();
+        modal.done(0);
+    }
+}
+
 /// Takes the next step once the modal window that it is for is on show.
 void Person::poll() {
     auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -130,16 +131,20 @@ void Person::poll() {
         waited_ = 0;
         return;
     }
+    if (const auto* box = qobject_cast<QMessageBox*>(modal)) {
+        const auto known = answers_.find(box->windowTitle().toStdString());
+        if (known != answers_.end()) {
+            take({"answer to " + known->first,
+                  {},
+                  [&](QDialog&) { pushInBox(*box, known->second); }},
+                 *modal);
+            return;
+        }
+    }
     if (!steps_.empty() && steps_.front().fits(*modal)) {
-        waited_ = 0;
         const Step step = steps_.front();
         steps_.pop_front();
-        try {
-            step.act(*modal);
-        } catch (const std::exception& error) {
-            ADD_FAILURE() << step.what << ": " << error.what();
-            modal->done(0);
-        }
+        take(step, *modal);
         return;
     }
     waited_ += PollMilliseconds;
@@ -157,19 +162,21 @@ void Person::poll() {
 }
 
 void Person::expectBox(const std::string& button) {
-    steps_.push_back({"box with " + button,
-                      [](QDialog& modal) { return qobject_cast<QMessageBox*>(&modal) != nullptr; },
-                      [this, button](QDialog& modal) {
-                          auto& box = static_cast<QMessageBox&>(modal);
-                          boxes.push_back(seen(box));
-                          for (QAbstractButton* candidate : box.buttons()) {
-                              if (candidate->text().remove('&').toStdString() == button) {
-                                  candidate->click();
-                                  return;
-                              }
-                          }
-                          throw std::runtime_error("no button " + button);
-                      }});
+    steps_.push_back(
+        {"box with " + button,
+         [](QDialog& modal) { return qobject_cast<QMessageBox*>(&modal) != nullptr; },
+         [this, button](QDialog& modal) { pushInBox(static_cast<QMessageBox&>(modal), button); }});
+}
+
+void Person::pushInBox(const QMessageBox& box, const std::string& button) {
+    boxes.push_back(seen(box));
+    for (QAbstractButton* candidate : box.buttons()) {
+        if (candidate->text().remove('&').toStdString() == button) {
+            candidate->click();
+            return;
+        }
+    }
+    throw std::runtime_error("no button " + button);
 }
 
 void Person::expectFile(const std::string& path, std::function<void(QFileDialog&)> look) {
@@ -218,7 +225,7 @@ std::string Person::caption(const char* item) const {
 }
 
 void Person::push(const char* button) {
-    QTest::mouseClick(pushable(window(), button), Qt::LeftButton);
+    pushButton(window(), button);
     QApplication::processEvents();
 }
 
@@ -233,27 +240,23 @@ void Person::open(const std::string& path) {
 }
 
 void pushButton(QWidget& window, const QString& name) {
-    QTest::mouseClick(pushable(window, name), Qt::LeftButton);
+    expectOnTop(window);
+    auto* button = workable<QAbstractButton>(window, name);
+    // At its left, since an option takes clicks only as far as its caption goes.
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
+}
+
+void typeInto(QWidget& window, const QString& field, const QString& text) {
+    expectOnTop(window);
+    auto* control = workable<QLineEdit>(window, field);
+    control->setFocus();
+    control->selectAll();
+    QTest::keyClick(control, Qt::Key_Delete);
+    QTest::keyClicks(control, text);
 }
 
 void chooseAction(QWidget& window, const QString& name) {
     reachable(window, name)->trigger();
-}
-
-std::string examplePath(const std::string& name) {
-    return std::string(KORVANE_SOURCE_DIR) + "/examples/" + name + ".dat";
-}
-
-std::string batchReport(const std::string& input, const QStringList& options) {
-    const TemporaryFolder folder;
-    const std::string report = (folder.path() / "batch.out").string();
-    QProcess batch;
-    batch.start(KORVANE_BATCH, QStringList{"--quiet", "--output", QString::fromStdString(report)} +
-                                   options + QStringList{QString::fromStdString(input)});
-    if (!batch.waitForFinished() || batch.exitCode() != 0) {
-        throw std::runtime_error("the batch command fails");
-    }
-    return readFile(report);
 }
 
 } // namespace korvane::test

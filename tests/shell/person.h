@@ -7,12 +7,14 @@
 #include <QAbstractButton>
 #include <QDialog>
 #include <QFileDialog>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -39,6 +41,9 @@ class Person {
 
     /// A message box: pushes the button of that caption.
     void expectBox(const std::string& button);
+    /// Pushes the button of that caption whenever a message box of that title comes, expected or
+    /// not.
+    void answer(const std::string& title, const std::string& button) { answers_[title] = button; }
     /// A file dialog: looks at it, then chooses a path; an empty one cancels.
     void expectFile(const std::string& path, std::function<void(QFileDialog&)> look = {});
     /// Any screen: does something at it that closes it.
@@ -64,6 +69,12 @@ class Person {
     TemporaryFolder temporary;
     TemporaryFolder user;
     std::vector<SeenBox> boxes;
+
+  private:
+    EnvironmentVariable temp_;
+    EnvironmentVariable date_;
+
+  public:
     std::unique_ptr<Program> program;
 
     /// Ends with an error where a step was not taken.
@@ -77,19 +88,20 @@ class Person {
     };
     void schedule();
     void poll();
+    void take(const Step& step, QDialog& modal);
+    void pushInBox(const QMessageBox& box, const std::string& button);
 
     std::deque<Step> steps_;
+    std::map<std::string, std::string> answers_;
     QObject looks_; ///< ends the looks with the person
     int waited_ = 0;
 };
 
-/// Pushes a button of a screen.
+/// Pushes a button of a screen, or sets an option.
 void pushButton(QWidget& window, const QString& name);
+/// Types into an emptied field of a screen.
+void typeInto(QWidget& window, const QString& field, const QString& text);
 /// Triggers an enabled action of a screen.
 void chooseAction(QWidget& window, const QString& name);
-
-std::string examplePath(const std::string& name);
-/// The report that the batch command writes for an input.
-std::string batchReport(const std::string& input, const QStringList& options = {});
 
 } // namespace korvane::test

@@ -4,6 +4,7 @@
 #include "runtime/file_text.h"
 
 #include <QPlainTextEdit>
+#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,19 @@
 
 namespace korvane::test {
 namespace {
+
+/// The report that the batch command writes for an input.
+std::string batchReport(const std::string& input, const QStringList& options) {
+    const TemporaryFolder folder;
+    const std::string report = (folder.path() / "batch.out").string();
+    QProcess batch;
+    batch.start(KORVANE_BATCH, QStringList{"--quiet", "--output", QString::fromStdString(report)} +
+                                   options + QStringList{QString::fromStdString(input)});
+    if (!batch.waitForFinished() || batch.exitCode() != 0) {
+        throw std::runtime_error("the batch command fails");
+    }
+    return readFile(report);
+}
 
 struct Example {
     const char* name;

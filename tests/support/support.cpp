@@ -80,4 +80,8 @@ Problem plainCantilever() {
     return problem;
 }
 
+std::string examplePath(const std::string& name) {
+    return std::string(KORVANE_SOURCE_DIR) + "/examples/" + name + ".dat";
+}
+
 } // namespace korvane::test

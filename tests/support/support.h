@@ -59,4 +59,7 @@ struct Bench {
 /// both sides, factors of safety 1 and 1.
 Problem plainCantilever();
 
+/// The path of an input file among the examples.
+std::string examplePath(const std::string& name);
+
 } // namespace korvane::test
