@@ -1,8 +1,8 @@
 // No text is cut off and no control covers another, at any scale (ctest runs this file at 1, 1.5
 // and 2). With KORVANE_SCREENSHOTS set to a folder each screen is drawn to a picture there.
 #include "looks.h"
+#include "screenshots.h"
 
-#include <QDir>
 #include <QFrame>
 #include <QLineEdit>
 
@@ -84,17 +84,12 @@ void checkLayout(const QWidget* parent) {
 } // namespace
 
 TEST(Layout, NoTextIsCutOffAndNothingOverlaps) {
-    const QString folder = qEnvironmentVariable("KORVANE_SCREENSHOTS");
     for (const Look& look : allLooks()) {
         SCOPED_TRACE(look.name);
         Desk desk;
         look.reach(desk);
         checkLayout(desk.find("canvas"));
-        if (!folder.isEmpty()) {
-            QDir().mkpath(folder);
-            EXPECT_TRUE(desk.top().grab().save(
-                QDir(folder).filePath(QString::fromStdString(look.name) + ".png")));
-        }
+        keepScreenshot(desk.top(), QString::fromStdString(look.name));
     }
 }
 

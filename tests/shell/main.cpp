@@ -1,20 +1,24 @@
-#include "commands/commands.h"
+// The tests of the windows run on the real screens, without a display.
+#include "screenshots.h"
+
 #include "shell/program.h"
+#include "support/support.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    const QTemporaryDir home; // file dialogs keep their history in the settings
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    // File dialogs keep their history in the settings.
+    const korvane::test::TemporaryFolder home;
+    qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(home.path().string()));
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QApplication application(argc, argv);
     korvane::prepareApplication();
+    const korvane::test::Screenshots screenshots;
     return RUN_ALL_TESTS();
 }

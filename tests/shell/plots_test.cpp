@@ -1,6 +1,7 @@
 // The plot windows: menus and states, every diagram on the screen, on paper and in files.
 #include "person.h"
 #include "pixels.h"
+#include "screenshots.h"
 
 #include "plots/plot_screen.h"
 #include "runtime/file_text.h"
@@ -130,6 +131,7 @@ void printAll(Person& person, QDialog& screen) {
         expectShowing(screen);
         ASSERT_NE(pictureOnShow(screen), nullptr);
         QWidget& picture = *pictureOnShow(screen);
+        keepScreenshot(screen, screen.objectName() + "-" + diagram->objectName());
         expectPainted(pixelsOf(picture), recipeOf(person, screen, picture, Medium::Screen));
         const std::string pdf =
             person.userFile(screen.objectName().toStdString() + "-" + name + ".pdf");
@@ -216,6 +218,22 @@ TEST(InitialPlots, EveryDiagramShowsAndPrintsFromTheReview) {
     person.expectNothingLeft();
 }
 
+TEST(InputPlots, WaterPressuresGivenByElevationShowAndPrint) {
+    Person person;
+    const std::string input = person.userFile("pressures.dat");
+    writeFile(input, "'WALL WITH GIVEN WATER PRESSURES, A HEADING OF SOME LENGTH\n"
+                     "CONTROL C D 1 1\nWALL 0\nSURFACE R 1 0 0\nSURFACE L 1 0 -10\n"
+                     "SOIL B S 1\n 120 120 30 0 0 0\n"
+                     "WATER PRESSURES 3 -2 0 -10 400\n -30 0\nFINISHED\n");
+    person.open(input);
+    person.expectScreen("VUINPLOT", [&](QDialog& screen) {
+        EXPECT_EQ(diagramsOf(screen).size(), 2U);
+        printAll(person, screen);
+    });
+    person.choose("mnuViewItem_2");
+    person.expectNothingLeft();
+}
+
 TEST(RoweCurves, ShowsItsDiagramAtOnceAndDoneClosesIt) {
     Person person;
     solveExample(person, "anchored-sand", true);
@@ -223,7 +241,12 @@ TEST(RoweCurves, ShowsItsDiagramAtOnceAndDoneClosesIt) {
         EXPECT_EQ(screen.windowTitle(), "ROWE'S MOMENT REDUCTION FOR PILES IN SAND");
         ASSERT_NE(pictureOnShow(screen), nullptr);
         QWidget& picture = *pictureOnShow(screen);
+        keepScreenshot(screen, "ROWECURV-curves");
         expectPainted(pixelsOf(picture), recipeOf(person, screen, picture, Medium::Screen));
+        const std::string pdf = person.userFile("rowe.pdf");
+        person.expectFile(pdf);
+        pushButton(screen, "cmdPrint");
+        expectPainted(pageOf(pdf), recipeOf(person, screen, picture, Medium::Paper));
         pushButton(screen, "cmdDone");
         EXPECT_FALSE(screen.isVisible());
     });
