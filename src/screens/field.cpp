@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPalette>
 
 #include <algorithm>
@@ -137,6 +138,18 @@ void Field::dropEvent(QDropEvent* event) {
     }
     pasteText(text);
     event->setDropAction(Qt::CopyAction); // the source keeps its cells
+    event->accept();
+}
+
+/// Where the desktop pastes what is selected by the middle button, a block may come that way too.
+void Field::mouseReleaseEvent(QMouseEvent* event) {
+    const QClipboard* clipboard = QGuiApplication::clipboard();
+    if (event->button() != Qt::MiddleButton || !clipboard->supportsSelection()) {
+        QLineEdit::mouseReleaseEvent(event);
+        return;
+    }
+    deselect();
+    pasteText(clipboard->text(QClipboard::Selection));
     event->accept();
 }
 

@@ -259,6 +259,23 @@ TEST_F(KeyboardTest, ABlockPastesRightAndDownFromTheFieldInFocus) {
     EXPECT_EQ(remark(), "");
 }
 
+TEST_F(KeyboardTest, TheMiddleButtonPastesTheSelectionAsABlock) {
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (!clipboard->supportsSelection()) {
+        GTEST_SKIP() << "this platform pastes nothing by the middle button";
+    }
+    desk.open(Screen::SURFACE);
+    clipboard->setText("0\t10\n5\t9.5\n", QClipboard::Selection);
+    QTest::mouseClick(field("txtRightDist_1"), Qt::MiddleButton);
+    EXPECT_EQ(column("txtRightDist", 3), "|0|5|");
+    EXPECT_EQ(column("txtRightElev", 3), "|10|9.5|");
+    EXPECT_EQ(desk.state.DataChanged, 1);
+    clipboard->setText("7", QClipboard::Selection);
+    desk.type("txtLeftDist_0", "1");
+    QTest::mouseClick(field("txtLeftDist_0"), Qt::MiddleButton);
+    EXPECT_EQ(field("txtLeftDist_0")->text().size(), 2);
+}
+
 TEST_F(KeyboardTest, AColumnPastesDownward) {
     desk.open(Screen::SURFACE);
     paste("txtLeftElev_8", "1\n2\n3");
