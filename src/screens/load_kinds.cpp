@@ -10,10 +10,6 @@ namespace {
 
 constexpr const char* Distances = "Distances From Wall (FT)";
 
-bool inRowAboveLess(double previous, double value) {
-    return previous < value;
-}
-
 // ---- tests that look at what was read before
 // -----------------------------------------------------
 
@@ -37,12 +33,11 @@ bool triangleEnd(const Entry& e) {
 }
 
 bool variableDistance(const Entry& e) {
-    return e.value >= 0 &&
-           (e.row == 1 || inRowAboveLess(e.problem.VVarDist(e.side, e.row - 1), e.value));
+    return e.value >= 0 && (e.row == 1 || e.value > e.problem.VVarDist(e.side, e.row - 1));
 }
 
 bool fallingElevation(const Entry& e) {
-    return e.row == 1 || inRowAboveLess(e.value, e.problem.HDistElev(e.row - 1));
+    return e.row == 1 || e.value < e.problem.HDistElev(e.row - 1);
 }
 
 // ---- columns

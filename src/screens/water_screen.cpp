@@ -342,10 +342,10 @@ void WaterScreen::finishElevations() {
         offer(missingBox()); // deliberately also where a number is bad
         return;
     }
-    if (!problem().SeepageKind.empty() && !readSeepage()) {
-        return;
-    }
     if (!problem().SeepageKind.empty()) {
+        if (!readSeepage()) {
+            return;
+        }
         highlightKind("E");
         deleteControl_.panel->show();
     }

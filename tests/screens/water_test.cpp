@@ -41,7 +41,7 @@ class WaterTest : public testing::Test {
     Problem& problem = desk.problem;
 
     void openElevations() {
-        desk.open(Screen::WATER);
+        desk.reopen(Screen::WATER);
         desk.click("cmdWaterEls");
     }
     void typeElevations(const QString& weight, const QString& right, const QString& left) {
@@ -128,6 +128,20 @@ TEST_F(WaterTest, OpeningTheElevationsOnPressuresShowsBlanksAndSetsTheKind) {
     EXPECT_EQ(desk.state.DataChanged, 0);
 }
 
+TEST_F(WaterTest, AKindOfSeepageBesidePressuresSetsNoOption) {
+    problem = fullProblem();
+    problem.WaterDataKind = "P";
+    openElevations();
+    for (const char* option : {"optNoSeep", "optSeepEl", "optAutoSeep"}) {
+        EXPECT_FALSE(desk.isSet(option)) << option;
+    }
+    EXPECT_FALSE(desk.isShown("fraSeepData"));
+    typeElevations("64", "10", "2");
+    EXPECT_EQ(finish(), missing);           // an option has to be chosen
+    EXPECT_EQ(problem.WaterUnitWeight, 64); // the elevations are read before that
+    EXPECT_EQ(problem.WaterElev(Right), 10);
+}
+
 TEST_F(WaterTest, AllElevationFieldsEmptyDeletesWithoutAMessage) {
     problem = fullProblem();
     openElevations();
@@ -154,8 +168,7 @@ TEST_F(WaterTest, TheSameLevelOnBothSidesIsFineWithoutSeepageAlone) {
     typeElevations("62.4", "5", "5");
     EXPECT_EQ(finish(), noBox);
     EXPECT_FALSE(desk.isOpen());
-    desk.reopen(Screen::WATER);
-    desk.click("cmdWaterEls");
+    openElevations();
     desk.click("optAutoSeep");
     desk.type("txtSeepEl", "4");
     EXPECT_EQ(finish(), rightNotHigher);
@@ -170,20 +183,38 @@ TEST_F(WaterTest, TheSameLevelOnBothSidesIsFineWithoutSeepageAlone) {
     EXPECT_FALSE(desk.isOpen());
 }
 
-TEST_F(WaterTest, CancelOfEachBoxDeletesTheWaterData) {
-    openElevations();
-    typeElevations("62.4", "5", "5");
-    desk.click("optAutoSeep");
-    desk.type("txtSeepEl", "4");
-    desk.answers = {Answer::Cancel};
+TEST_F(WaterTest, SeepageNeedsTheHigherWaterOnTheRight) {
+    typeGradient("1", "0.2");
+    typeElevations("62.4", "2", "10");
     EXPECT_EQ(finish(), rightNotHigher);
-    expectDropped();
-    desk.reopen(Screen::WATER);
-    desk.click("cmdWaterEls");
-    typeElevations("62.4", "", "5");
-    desk.answers = {Answer::Cancel};
-    EXPECT_EQ(finish(), missing);
-    expectDropped();
+    EXPECT_TRUE(desk.isOpen());
+    EXPECT_EQ(problem.SeepageKind, "");
+    EXPECT_FALSE(desk.isSet("optSeepEl"));
+    EXPECT_FALSE(desk.isShown("fraSeepData"));
+    EXPECT_EQ(desk.text("txtWaterElL"), "10"); // nothing else typed is lost
+}
+
+TEST_F(WaterTest, CancelOfEachBoxDeletesTheWaterData) {
+    struct Case {
+        const char* left;
+        const char* seepage;
+        const char* gradient;
+        std::string box;
+    };
+    // Right 10 throughout: the missing box of each step, then the boxes of their own.
+    const Case cases[] = {
+        {"", "8", "0.2", missing},          {"x", "8", "0.2", missing},
+        {"2", "x", "0.2", missing},         {"2", "8", "", missing},
+        {"2", "8", "x", invalid},           {"2", "8", "1", gradientOutside},
+        {"10", "8", "0.2", rightNotHigher}, {"2", "11", "0.2", seepageTooHigh},
+    };
+    for (const Case& one : cases) {
+        typeGradient(one.seepage, one.gradient);
+        desk.type("txtWaterElL", one.left);
+        desk.answers = {Answer::Cancel};
+        EXPECT_EQ(finish(), one.box) << one.left << one.seepage << one.gradient;
+        expectDropped();
+    }
 }
 
 TEST_F(WaterTest, TwoOfThreeFieldsAreMissingOne) {
@@ -276,15 +307,6 @@ TEST_F(WaterTest, SeepageAboveTheRightWaterIsToldAndTakenAsItStands) {
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(problem.SeepageElev, 10.5);
     EXPECT_EQ(problem.SeepageGradient(1), 0.2);
-    problem.WaterDataKind = "";
-    desk.reopen(Screen::WATER);
-    desk.click("cmdWaterEls");
-    typeElevations("62.4", "10", "2");
-    desk.click("optAutoSeep");
-    desk.type("txtSeepEl", "11");
-    desk.answers = {Answer::Cancel};
-    EXPECT_EQ(finish(), seepageTooHigh);
-    expectDropped();
 }
 
 TEST_F(WaterTest, SeepageBelowTheLeftWaterIsAWarningOnly) {
@@ -321,8 +343,7 @@ TEST_F(WaterTest, TheElevationsAreFilledByTheirKindOfSeepage) {
     EXPECT_EQ(desk.text("txtSeepGrad"), " 0.125");
     EXPECT_EQ(desk.state.DataChanged, 0);
     problem.SeepageKind = "A";
-    desk.reopen(Screen::WATER);
-    desk.click("cmdWaterEls");
+    openElevations();
     EXPECT_TRUE(desk.isSet("optAutoSeep"));
     EXPECT_EQ(desk.text("txtSeepEl"), "-8");
     EXPECT_FALSE(desk.find("txtSeepGrad")->isEnabled());
