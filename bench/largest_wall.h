@@ -16,12 +16,12 @@ class NoPrompts : public Prompts {
 inline void enterProblem(Problem& problem) {
     clearProblemData(problem);
     problem.NumHeadingLines = 4;
-    problem.WallType = "A";
-    problem.ProgramMode = "D";
+    problem.WallType = WallKind::Anchored;
+    problem.ProgramMode = Mode::Design;
     problem.AnchorElev = -5;
     for (const int side : {Right, Left}) {
         problem.SurfacePointCount(side) = 11;
-        problem.SoilDataKind(side) = "S";
+        problem.SoilDataKind(side) = SoilData::Strengths;
         problem.SoilLayerCount(side) = 11;
         problem.VLineCount(side) = problem.VStripCount(side) = problem.VTriCount(side) = 5;
         problem.VUniformCount(side) = problem.VRampCount(side) = 1;
@@ -35,7 +35,7 @@ inline void enterProblem(Problem& problem) {
             problem.VVarLoad(side, i) = 20 * i;
         }
     }
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 11;
     problem.HLineCount = 5;
     problem.HDistCount = 11;

@@ -59,13 +59,14 @@ void solve(State& state, const char* wedgeMethod) {
     for (std::string& method : state.preparation.SideMethod) {
         method = method == "W" ? wedgeMethod : method;
     }
-    if (state.problem.ProgramMode == "A") {
+    if (state.problem.ProgramMode == Mode::Analysis) {
         SolveAnalysis(state);
         return;
     }
     for (const int side : {Right, Left}) {
-        state.preparation.SideMethod(side) == "C" ? ComputeCoefficientPressures(state, side, 1)
-                                                  : ComputeWedgePressures(state, side, 1);
+        state.preparation.SideMethod(side) == PressureMethod::Coefficients
+            ? ComputeCoefficientPressures(state, side, 1)
+            : ComputeWedgePressures(state, side, 1);
     }
     ComputeNetPressures(state);
     SolveDesign(state);

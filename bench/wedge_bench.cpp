@@ -25,11 +25,11 @@ struct Wall {
     explicit Wall(bool layered) {
         Problem& problem = state->problem;
         clearProblemData(problem);
-        problem.WallType = "C";
-        problem.ProgramMode = "D";
+        problem.WallType = WallKind::Cantilever;
+        problem.ProgramMode = Mode::Design;
         setGround(problem);
         for (const int side : {Right, Left}) {
-            problem.SoilDataKind(side) = "S";
+            problem.SoilDataKind(side) = SoilData::Strengths;
             problem.SoilLayerCount(side) = layered ? 3 : 1;
             for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
                 problem.SoilSatWeight(side, layer) = 122 + 2 * layer;
@@ -47,11 +47,11 @@ struct Wall {
             }
         }
         if (layered) {
-            problem.WaterDataKind = "E";
+            problem.WaterDataKind = WaterData::Elevations;
             problem.WaterUnitWeight = 62.4;
             problem.WaterElev(Right) = -8;
             problem.WaterElev(Left) = -18;
-            problem.SeepageKind = "G";
+            problem.SeepageKind = Seepage::Given;
             problem.SeepageElev = -10;
             problem.SeepageGradient(1) = 0.15;
             state->preparation.SeepageEndElev(1) = -47;

@@ -100,13 +100,13 @@ Json layerBottoms(const Problem& problem) {
 }
 
 void addHeadingToSurface(Json& json, const Problem& problem) {
-    const bool anchored = problem.WallType == "A";
-    const bool design = problem.ProgramMode == "D";
-    const bool analysis = problem.ProgramMode == "A";
+    const bool anchored = problem.WallType == WallKind::Anchored;
+    const bool design = problem.ProgramMode == Mode::Design;
+    const bool analysis = problem.ProgramMode == Mode::Analysis;
     json["NumHeadingLines"] = problem.NumHeadingLines;
     json["HeadingLines"] = headingsJson(problem);
-    json["WallType"] = problem.WallType;
-    json["ProgramMode"] = problem.ProgramMode;
+    json["WallType"] = letterOf(problem.WallType);
+    json["ProgramMode"] = letterOf(problem.ProgramMode);
     json["FSActive"] = where(design || (analysis && problem.FSKind == 2), problem.FSActive);
     json["FSPassive"] = where(design, problem.FSPassive);
     json["FSKind"] = where(analysis, problem.FSKind);
@@ -123,9 +123,11 @@ void addHeadingToSurface(Json& json, const Problem& problem) {
 void addSoil(Json& json, const Problem& problem) {
     const auto& kind = problem.SoilDataKind;
     const auto& count = problem.SoilLayerCount;
-    const std::array<bool, 2> strengths{kind(Right) == "S", kind(Left) == "S"};
-    const std::array<bool, 2> coefficients{kind(Right) == "C", kind(Left) == "C"};
-    json["SoilDataKind"] = bothSides(kind);
+    const std::array<bool, 2> strengths{kind(Right) == SoilData::Strengths,
+                                        kind(Left) == SoilData::Strengths};
+    const std::array<bool, 2> coefficients{kind(Right) == SoilData::Coefficients,
+                                           kind(Left) == SoilData::Coefficients};
+    json["SoilDataKind"] = {letterOf(kind(Right)), letterOf(kind(Left))};
     json["SoilLayerCount"] = bothSides(count);
     json["Level2FSActive"] = bothSides(problem.Level2FSActive);
     json["Level2FSPassive"] = bothSides(problem.Level2FSPassive);
@@ -144,14 +146,14 @@ void addSoil(Json& json, const Problem& problem) {
 }
 
 void addWater(Json& json, const Problem& problem) {
-    const bool elevations = problem.WaterDataKind == "E";
-    const bool pressures = problem.WaterDataKind == "P";
-    const bool seepage = !problem.SeepageKind.empty();
+    const bool elevations = problem.WaterDataKind == WaterData::Elevations;
+    const bool pressures = problem.WaterDataKind == WaterData::Pressures;
+    const bool seepage = problem.SeepageKind != Seepage::None;
     const int count = pressures ? problem.WaterPressCount : 0;
-    json["WaterDataKind"] = problem.WaterDataKind;
+    json["WaterDataKind"] = letterOf(problem.WaterDataKind);
     json["WaterUnitWeight"] = where(elevations, problem.WaterUnitWeight);
     json["WaterElev"] = bothSides(problem.WaterElev, elevations);
-    json["SeepageKind"] = problem.SeepageKind;
+    json["SeepageKind"] = letterOf(problem.SeepageKind);
     json["SeepageElev"] = where(seepage, problem.SeepageElev);
     json["SeepageGradient"] = bothSides(problem.SeepageGradient, seepage);
     json["WaterPressCount"] = count;
@@ -209,7 +211,8 @@ Json sideJson(const Pressures& pressures, int side, int i) {
     const auto& passive = pressures.PassivePressures;
     return {{"active", {active(side, i, 1), active(side, i, 2)}},
             {"passive", {passive(side, i, 1), passive(side, i, 2)}},
-            {"marks", {pressures.ActiveMark(side, i), pressures.PassiveMark(side, i)}}};
+            {"marks",
+             {markText(pressures.ActiveMark(side, i)), markText(pressures.PassiveMark(side, i))}}};
 }
 
 Json gridJson(const SolvedLevel& level) {
@@ -241,7 +244,7 @@ Json rowsJson(const SolvedLevel& level) {
 
 Json levelJson(const State& state, int level) {
     const Problem& problem = state.problem;
-    const bool anchored = problem.WallType == "A";
+    const bool anchored = problem.WallType == WallKind::Anchored;
     const double bottom = state.solution.SolvedBottomElev(level);
     const double ground = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
     const auto& MaxMoment = state.results.MaxMoment;
@@ -254,9 +257,10 @@ Json levelJson(const State& state, int level) {
         {"bottomElev", bottom},
         {"penetration", ground - bottom},
         {"anchorForce", where(anchored, state.solution.AnchorForce(level))},
-        {"factorOfSafety",
-         where(problem.ProgramMode == "A", state.preparation.LayerFSPassive(Right, 1, level))},
-        {"seepageGradient", where(!problem.SeepageKind.empty(), problem.SeepageGradient(level))},
+        {"factorOfSafety", where(problem.ProgramMode == Mode::Analysis,
+                                 state.preparation.LayerFSPassive(Right, 1, level))},
+        {"seepageGradient",
+         where(problem.SeepageKind != Seepage::None, problem.SeepageGradient(level))},
         {"maxMoment", {{"value", MaxMoment(level)}, {"elev", MaxMoment(level + 2)}}},
         {"maxDeflection", {{"value", MaxDeflection(level)}, {"elev", MaxDeflection(level + 2)}}},
         {"rows", rowsJson(solved)},
@@ -265,7 +269,7 @@ Json levelJson(const State& state, int level) {
 
 Json levelsJson(const State& state) {
     Json list = Json::array();
-    for (int level = 1; level <= (state.problem.WallType == "A" ? 2 : 1); ++level) {
+    for (int level = 1; level <= (state.problem.WallType == WallKind::Anchored ? 2 : 1); ++level) {
         list.push_back(levelJson(state, level));
     }
     return list;

@@ -59,14 +59,14 @@ void runStage(Session& session, Desktop& desktop, const std::function<void()>& s
 
 void chooseWedgeMethod(Session& session, Desktop& desktop) {
     const auto& SideMethod = session.state.preparation.SideMethod;
-    if (SideMethod(Right) == "W" || SideMethod(Left) == "W") {
+    if (SideMethod(Right) == PressureMethod::Wedge || SideMethod(Left) == PressureMethod::Wedge) {
         desktop.ShowScreen(Screen::WEDGMETH, session);
     }
 }
 
-void setWedgeMethod(Session& session, const char* method) {
-    for (std::string& SideMethod : session.state.preparation.SideMethod) {
-        if (SideMethod == "W") {
+void setWedgeMethod(Session& session, PressureMethod method) {
+    for (PressureMethod& SideMethod : session.state.preparation.SideMethod) {
+        if (SideMethod == PressureMethod::Wedge) {
             SideMethod = method;
         }
     }
@@ -76,7 +76,7 @@ void setWedgeMethod(Session& session, const char* method) {
 void designPressures(State& state) {
     constexpr int level = 1;
     for (const int side : {Right, Left}) {
-        if (state.preparation.SideMethod(side) == "C") {
+        if (state.preparation.SideMethod(side) == PressureMethod::Coefficients) {
             ComputeCoefficientPressures(state, side, level);
         } else {
             ComputeWedgePressures(state, side, level);
@@ -115,7 +115,7 @@ void firstStage(Session& session, Desktop& desktop) {
     }
     chooseWedgeMethod(session, desktop);
     desktop.SetBusy(true);
-    if (state.problem.ProgramMode == "D") {
+    if (state.problem.ProgramMode == Mode::Design) {
         designPressures(state);
     } else {
         analyse(state, desktop);
@@ -132,7 +132,7 @@ void wallStage(Session& session, Desktop& desktop) {
         return;
     }
     WriteResults(state);
-    if (state.SolutionFailed == 0 && state.problem.WallType == "A") {
+    if (state.SolutionFailed == 0 && state.problem.WallType == WallKind::Anchored) {
         ReduceRoweMoments(state, [&] { desktop.ShowScreen(Screen::ROWEPILE, session); });
     }
 }
@@ -141,7 +141,7 @@ void wallStage(Session& session, Desktop& desktop) {
 void enableResultPlots(Session& session) {
     auto& mnuViewItem = session.menus.mnuViewItem;
     const bool solved = session.state.SolutionFailed == 0;
-    const bool anchored = session.state.problem.WallType == "A";
+    const bool anchored = session.state.problem.WallType == WallKind::Anchored;
     mnuViewItem(3).enabled = solved && !anchored;
     mnuViewItem(4).enabled = solved && anchored;
     mnuViewItem(5).enabled = solved && anchored;
@@ -162,7 +162,7 @@ void mnuSolveItem_Click(Session& session, Desktop& desktop) {
     enableTopMenus(session, false);
     desktop.Mirror(session);
     runStage(session, desktop, [&] { firstStage(session, desktop); });
-    if (session.state.SolutionFailed == 0 && session.state.problem.ProgramMode == "D") {
+    if (session.state.SolutionFailed == 0 && session.state.problem.ProgramMode == Mode::Design) {
         enterStage(session, FlowStage::Review);
     } else {
         showDone(session);
@@ -170,11 +170,11 @@ void mnuSolveItem_Click(Session& session, Desktop& desktop) {
 }
 
 void cmdFixed_Click(Session& session) {
-    setWedgeMethod(session, "F");
+    setWedgeMethod(session, PressureMethod::FixedSurface);
 }
 
 void cmdSweep_Click(Session& session) {
-    setWedgeMethod(session, "S");
+    setWedgeMethod(session, PressureMethod::Sweep);
 }
 
 void cmdVuOutFile_Click(Session& session, Desktop& desktop) {

@@ -59,7 +59,7 @@ void visitGroup(State& state, const FigureGroup& group,
 
 void visitFigures(State& state, bool solved, const std::function<void(const Figure&)>& take) {
     constexpr int Sand = 1;
-    if (solved && state.problem.WallType == "A") {
+    if (solved && state.problem.WallType == WallKind::Anchored) {
         LoadResultLevel(state, 1);
         visitGroup(state, FreeEarthGroup, take);
         LoadResultLevel(state, 2);

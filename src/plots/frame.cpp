@@ -67,7 +67,8 @@ void LevelRuler::ruleLayers(int side) const {
 }
 
 void LevelRuler::ruleWater(int side) const {
-    if (problem.WaterDataKind == "E" && elevations.inside(problem.WaterElev(side))) {
+    if (problem.WaterDataKind == WaterData::Elevations &&
+        elevations.inside(problem.WaterElev(side))) {
         rule(problem.WaterElev(side), Down::LowerEdge, Blue);
     }
 }

@@ -55,7 +55,7 @@ HorizontalLoads loadsOnShow(const Problem& p, int plotNumber) {
     case InputWaterPlot:
         return {"INPUT WATER PRESSURES (PSF)", false,
                 loadPoints(p.WaterPressElev, p.WaterPressure,
-                           p.WaterDataKind == "P" ? p.WaterPressCount : 0)};
+                           p.WaterDataKind == WaterData::Pressures ? p.WaterPressCount : 0)};
     default:
         throw RuntimeError(5);
     }

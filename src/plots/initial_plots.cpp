@@ -21,14 +21,14 @@ struct NetExtremes {
 };
 
 bool isAnchored(const State& state) {
-    return state.problem.WallType == "A";
+    return state.problem.WallType == WallKind::Anchored;
 }
 
 Titles titlesOf(const State& state, const char* first) {
     Titles titles;
     titles.first = first;
     titles.second = isAnchored(state) ? "FOR ANCHORED " : "FOR CANTILEVER ";
-    titles.second += state.problem.ProgramMode == "D" ? "WALL DESIGN" : "WALL ANALYSIS";
+    titles.second += state.problem.ProgramMode == Mode::Design ? "WALL DESIGN" : "WALL ANALYSIS";
     return titles;
 }
 

@@ -28,7 +28,7 @@ bool hasInputPlot(const Problem& problem, int plotNumber) {
     case HorizontalDistributedPlot:
         return problem.HDistCount > 0;
     case InputWaterPlot:
-        return problem.WaterDataKind == "P";
+        return problem.WaterDataKind == WaterData::Pressures;
     default:
         throw RuntimeError(5);
     }

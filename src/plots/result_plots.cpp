@@ -39,7 +39,7 @@ constexpr std::array<RowPlot, 4> RowPlots{{
 constexpr double LoweredTitles = 72; ///< twips
 
 bool isDesign(const State& state) {
-    return state.problem.ProgramMode == "D";
+    return state.problem.ProgramMode == Mode::Design;
 }
 
 ElevationAxis solvedElevations(const State& state, const ResultKind& kind) {

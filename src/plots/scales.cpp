@@ -93,7 +93,7 @@ void prepareWaterScales(const State& state, double bottomElev, PlotScales& scale
 
     scales.WaterScaleMax = 0;
     scales.WaterScaleMin = 0;
-    if (state.problem.WaterDataKind.empty()) {
+    if (state.problem.WaterDataKind == WaterData::None) {
         return;
     }
     double largest = WaterPressures(1, 1);

@@ -42,10 +42,10 @@ struct SystemView {
 SystemView systemView(const Problem& problem) {
     double upper = problem.WallTopElev;
     double lower = problem.WallTopElev - 10;
-    if (problem.WallType == "A") {
+    if (problem.WallType == WallKind::Anchored) {
         lower = problem.AnchorElev;
     }
-    if (problem.ProgramMode == "A") {
+    if (problem.ProgramMode == Mode::Analysis) {
         lower = problem.WallBottomElev;
     }
     const auto take = [&](double elevation) {
@@ -58,7 +58,7 @@ SystemView systemView(const Problem& problem) {
         for (int i = 1; i <= points; ++i) {
             take(problem.SurfaceElev(side, i));
         }
-        if (problem.WaterDataKind == "E") {
+        if (problem.WaterDataKind == WaterData::Elevations) {
             take(problem.WaterElev(side));
         }
         for (int i = 1; i < problem.SoilLayerCount(side); ++i) {
@@ -79,7 +79,7 @@ void writeElevation(Sheet& sheet, const SystemView& view, double elevation) {
 
 /// In design the wall runs to the bottom of the drawing: its length is not known.
 void drawWall(Sheet& sheet, const Problem& problem, const SystemView& view) {
-    const bool design = problem.ProgramMode == "D";
+    const bool design = problem.ProgramMode == Mode::Design;
     const double bottom = design ? DrawingHeight : view.y(problem.WallBottomElev);
     sheet.filledBox({view.face(Left), view.y(problem.WallTopElev)}, {view.face(Right), bottom});
     writeElevation(sheet, view, problem.WallTopElev);
@@ -119,8 +119,9 @@ void drawLayers(Sheet& sheet, const Problem& problem, const SystemView& view, in
     constexpr Corners area{{EdgeLeft, 0}, {EdgeRight, DrawingHeight}};
     for (int i = 1; i < problem.SoilLayerCount(side); ++i) {
         const double bottom = problem.SoilBottomElev(side, i);
-        const double slope =
-            problem.SoilDataKind(side) == "S" ? problem.SoilBottomSlope(side, i) : 0;
+        const double slope = problem.SoilDataKind(side) == SoilData::Strengths
+                                 ? problem.SoilBottomSlope(side, i)
+                                 : 0;
         Point from{view.face(side), view.y(bottom)};
         Point to{view.edge(side), view.y(bottom + slope * view.reach(side))};
         if (cutLine(from, to, area)) {
@@ -133,7 +134,7 @@ void drawLayers(Sheet& sheet, const Problem& problem, const SystemView& view, in
 /// The water level with the usual sign on it, midway between wall and edge: a triangle that stands
 /// on the line, and two short lines below.
 void drawWater(Sheet& sheet, const Problem& problem, const SystemView& view, int side) {
-    if (problem.WaterDataKind != "E") {
+    if (problem.WaterDataKind != WaterData::Elevations) {
         return;
     }
     const double y = view.y(problem.WaterElev(side));
@@ -167,7 +168,7 @@ void drawSystemPlot(Surface& surface, const Problem& problem, Medium medium) {
         drawLayers(sheet, problem, view, side);
         drawWater(sheet, problem, view, side);
     }
-    if (problem.WallType == "A") {
+    if (problem.WallType == WallKind::Anchored) {
         drawAnchor(sheet, problem, view);
     }
 }

@@ -31,7 +31,7 @@ struct LayerCoefficients {
 std::optional<LayerCoefficients> layerCoefficients(State& state, int side, int L, int level) {
     const Problem& problem = state.problem;
     LayerCoefficients layer;
-    if (problem.SoilDataKind(side) != "S") {
+    if (problem.SoilDataKind(side) != SoilData::Strengths) {
         layer.Ka = problem.SoilCoefActive(side, L);
         layer.Kp = problem.SoilCoefPassive(side, L);
         return layer;
@@ -73,13 +73,13 @@ void listBreaks(const State& state, int side, int level, BreakPressures& breaks)
         append(problem.SoilBottomElev(side, L));
     }
     append(state.grid.ElevGrid(state.grid.NumElevs));
-    if (problem.WaterDataKind != "E") {
+    if (problem.WaterDataKind != WaterData::Elevations) {
         return; // descending as it stands
     }
     if (problem.WaterElev(side) <= BreakElev(1)) {
         append(problem.WaterElev(side));
     }
-    if (!problem.SeepageKind.empty()) {
+    if (problem.SeepageKind != Seepage::None) {
         if (side == Right) {
             append(problem.SeepageElev);
         }
@@ -96,7 +96,7 @@ void listBreaks(const State& state, int side, int level, BreakPressures& breaks)
 /// downward flow on the right makes the soil heavier, upward flow on the left lighter.
 double waterShare(const State& state, int side, int level, double lowerEnd) {
     const Problem& problem = state.problem;
-    const bool seeps = !problem.SeepageKind.empty() &&
+    const bool seeps = problem.SeepageKind != Seepage::None &&
                        (side == Left || lowerEnd < problem.SeepageElev) &&
                        lowerEnd >= state.preparation.SeepageEndElev(level);
     return seeps ? (1 - (3 - 2 * side) * problem.SeepageGradient(level)) * problem.WaterUnitWeight
@@ -181,7 +181,7 @@ std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int 
 
         const double lowerEnd = BreakElev(j + 1);
         double g = problem.SoilMoistWeight(side, L);
-        if (problem.WaterDataKind == "E" && lowerEnd < problem.WaterElev(side)) {
+        if (problem.WaterDataKind == WaterData::Elevations && lowerEnd < problem.WaterElev(side)) {
             g = problem.SoilSatWeight(side, L);
             w = waterShare(state, side, level, lowerEnd);
         }
@@ -214,8 +214,8 @@ void ComputeCoefficientPressures(State& state, int side, int level) {
         for (const int k : {1, 2}) {
             pressures.ActivePressures(side, i, k) = pressures.PassivePressures(side, i, k) = 0;
         }
-        pressures.ActiveMark(side, i).clear();
-        pressures.PassiveMark(side, i).clear();
+        pressures.ActiveMark(side, i) = false;
+        pressures.PassiveMark(side, i) = false;
     }
     const auto breaks = ComputeBreakPressures(state, side, level);
     if (!breaks) {

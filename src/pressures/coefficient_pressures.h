@@ -7,7 +7,7 @@
 
 namespace korvane {
 
-/// Fills ActivePressures and PassivePressures of a side whose SideMethod is "C", with its
+/// Fills ActivePressures and PassivePressures of a side by coefficients, with its
 /// surcharge pressures and the tension cut-off; inserts a grid row at each zero crossing. A
 /// failure shows its box and sets SolutionFailed to 1.
 void ComputeCoefficientPressures(State& state, int side, int level);

@@ -45,19 +45,19 @@ void appendDataPoints(ElevationGrid& grid, const Problem& problem) {
     appendPoint(grid, problem.WallTopElev);
     appendPoint(grid, problem.SurfaceElev(Right, 1));
     appendPoint(grid, problem.SurfaceElev(Left, 1));
-    if (problem.WallType == "A") {
+    if (problem.WallType == WallKind::Anchored) {
         appendPoint(grid, problem.AnchorElev);
     }
-    if (problem.WaterDataKind == "E") {
+    if (problem.WaterDataKind == WaterData::Elevations) {
         for (const int side : {Right, Left}) {
             if (problem.WaterElev(side) < problem.WallTopElev) {
                 appendPoint(grid, problem.WaterElev(side));
             }
         }
-        if (!problem.SeepageKind.empty()) {
+        if (problem.SeepageKind != Seepage::None) {
             appendPoint(grid, problem.SeepageElev);
         }
-    } else if (problem.WaterDataKind == "P") {
+    } else if (problem.WaterDataKind == WaterData::Pressures) {
         for (int i = 1; i <= problem.WaterPressCount; ++i) {
             appendPoint(grid, problem.WaterPressElev(i));
         }
@@ -129,7 +129,7 @@ void BuildElevationGrid(State& state, int level) {
     appendPoint(grid, (lowest + farthest) / 2);
     appendPoint(grid, farthest);
 
-    if (!problem.SeepageKind.empty() && problem.SeepageGradient(level) > 0) {
+    if (problem.SeepageKind != Seepage::None && problem.SeepageGradient(level) > 0) {
         placeSeepageEnd(grid, state.preparation.SeepageEndElev(level), grid.SeepageEndIndex(level));
     }
 }

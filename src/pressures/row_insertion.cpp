@@ -23,7 +23,7 @@ void openRow(State& state, int row, int lastSide) {
             for (int i = NumElevs; i > row; --i) {
                 (*mark)(side, i) = (*mark)(side, i - 1);
             }
-            (*mark)(side, row).clear();
+            (*mark)(side, row) = false;
         }
     }
 }

@@ -106,12 +106,12 @@ void ComputeWaterPressures(State& state, int level) {
     auto& pressures = state.pressures;
 
     pressures.WaterPressures.fill(0);
-    if (problem.WaterDataKind == "P") {
+    if (problem.WaterDataKind == WaterData::Pressures) {
         applyPressureTable(problem, state.grid, pressures);
-    } else if (problem.WaterDataKind == "E") {
+    } else if (problem.WaterDataKind == WaterData::Elevations) {
         applyHydrostatic(problem, state.grid, pressures, Right);
         applyHydrostatic(problem, state.grid, pressures, Left);
-        if (!problem.SeepageKind.empty()) {
+        if (problem.SeepageKind != Seepage::None) {
             applySeepage(state, pressures, level);
         }
     }

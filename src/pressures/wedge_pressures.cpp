@@ -105,10 +105,11 @@ void removeTension(State& state, int side, int surfaceRow) {
 /// downward share. A row exactly where seepage ends is outside the seepage zone here.
 double intervalWeight(const State& state, int side, int level, int layer, double y) {
     const Problem& problem = state.problem;
-    if (problem.WaterDataKind != "E" || !(y < problem.WaterElev(side))) {
+    if (problem.WaterDataKind != WaterData::Elevations || !(y < problem.WaterElev(side))) {
         return problem.SoilMoistWeight(side, layer);
     }
-    const bool seeps = !problem.SeepageKind.empty() && (side == Left || y < problem.SeepageElev) &&
+    const bool seeps = problem.SeepageKind != Seepage::None &&
+                       (side == Left || y < problem.SeepageElev) &&
                        y > state.preparation.SeepageEndElev(level);
     const double share = seeps ? 1 - (3 - 2 * side) * problem.SeepageGradient(level) : 1;
     return problem.SoilSatWeight(side, layer) - share * problem.WaterUnitWeight;
@@ -145,12 +146,12 @@ void ComputeWedgePressures(State& state, int side, int level) {
     auto& wedge = state.wedge;
 
     wedge.WedgeNoSolution(level, side) = 0;
-    if (state.preparation.SideMethod(side) == "S") {
+    if (state.preparation.SideMethod(side) == PressureMethod::Sweep) {
         SweepSearchForces(state, side, level);
         for (int i = 1; i <= state.grid.NumElevs; ++i) {
             wedge.WedgeActiveForce(i, side) = MaxOf(0, wedge.WedgeActiveForce(i, side));
         }
-    } else if (state.preparation.SideMethod(side) == "F") {
+    } else if (state.preparation.SideMethod(side) == PressureMethod::FixedSurface) {
         FixedSurfaceForces(state, side, level);
     }
 

@@ -5,8 +5,8 @@
 
 namespace korvane {
 
-/// Fills ActivePressures and PassivePressures of a side whose SideMethod is "S" or "F"; inserts a
-/// grid row at each zero crossing of the active diagram.
+/// Fills ActivePressures and PassivePressures of a side that takes the sweep search or the fixed
+/// surface; inserts a grid row at each zero crossing of the active diagram.
 void ComputeWedgePressures(State& state, int side, int level);
 
 } // namespace korvane

@@ -253,11 +253,11 @@ void BuildWedgeRegions(State& state, int side) {
         }
         polygon.storeReach();
 
-        if (problem.WaterDataKind != "E") {
+        if (problem.WaterDataKind != WaterData::Elevations) {
             continue;
         }
         clipLayer(problem, regions.Layer, regions.Wet, side, layer, problem.WaterElev(side));
-        if (problem.SeepageKind.empty() || regions.Wet.Kind(side, layer) == NoRegion) {
+        if (problem.SeepageKind == Seepage::None || regions.Wet.Kind(side, layer) == NoRegion) {
             continue;
         }
         // On the left water rises through all of the wet soil.
@@ -274,7 +274,8 @@ void BuildSeepageEndRegions(State& state, int side, int level) {
     WedgeRegions& regions = state.regions;
 
     clearKinds(regions.Deep, side);
-    if (problem.WaterDataKind != "E" || !(problem.SeepageGradient(level) > StartGradient)) {
+    if (problem.WaterDataKind != WaterData::Elevations ||
+        !(problem.SeepageGradient(level) > StartGradient)) {
         return;
     }
     for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {

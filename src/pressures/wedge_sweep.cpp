@@ -359,11 +359,11 @@ void Sweep::sweepRow(int row) {
         return;
     }
     if (gain) {
-        state_.pressures.ActiveMark(side_, row) = "*";
+        state_.pressures.ActiveMark(side_, row) = true;
         state_.wedge.WedgeNoSolution(level_, side_) = 1;
     }
     if (!rising) {
-        state_.pressures.PassiveMark(side_, row) = "*";
+        state_.pressures.PassiveMark(side_, row) = true;
         state_.wedge.WedgeNoSolution(level_, side_) = 1;
     }
 }
@@ -388,8 +388,8 @@ void SweepSearchForces(State& state, int side, int level) {
     for (int row = 1; row <= state.grid.ElevGrid.size(); ++row) {
         state.wedge.WedgeActiveForce(row, side) = 0;
         state.wedge.WedgePassiveForce(row, side) = 0;
-        state.pressures.ActiveMark(side, row).clear();
-        state.pressures.PassiveMark(side, row).clear();
+        state.pressures.ActiveMark(side, row) = false;
+        state.pressures.PassiveMark(side, row) = false;
     }
     Sweep(state, side, level).run();
 }

@@ -51,7 +51,7 @@ bool readControl(Reading& reading) {
         return false;
     }
     const bool hasFactor = hasToken(reading.input, 4);
-    if (problem.ProgramMode == "A") {
+    if (problem.ProgramMode == Mode::Analysis) {
         problem.FSKind = hasFactor ? 2 : 1;
         return !hasFactor || number(reading, 4, FSActive, positive);
     }
@@ -70,8 +70,8 @@ bool readControl(Reading& reading) {
 /// Top; for an anchored wall the anchor; for an analysis bottom, modulus and inertia.
 bool readWall(Reading& reading) {
     Problem& problem = reading.problem;
-    const bool anchored = problem.WallType == "A";
-    const bool analysis = problem.ProgramMode == "A";
+    const bool anchored = problem.WallType == WallKind::Anchored;
+    const bool analysis = problem.ProgramMode == Mode::Analysis;
 
     reading.SectionName = "WALL DATA";
     const int lastElevation = anchored ? 3 : 2; // before those of an analysis
@@ -134,7 +134,7 @@ bool readSurface(Reading& reading) {
         }
     }
     const double lower = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
-    if (problem.ProgramMode == "A" && lower <= problem.WallBottomElev) {
+    if (problem.ProgramMode == Mode::Analysis && lower <= problem.WallBottomElev) {
         return refuse(reading, "WALL BOTTOM ELEVATION AND SOIL SURFACE ELEVATIONS\n"
                                "     ARE INCONSISTENT.\n\n  Unable to continue.");
     }
@@ -198,7 +198,7 @@ void copySoilToLeft(Problem& problem) {
         }
     };
     copyAll({&Problem::SoilSatWeight, &Problem::SoilMoistWeight, &Problem::SoilBottomElev});
-    if (problem.SoilDataKind(Left) == "S") {
+    if (problem.SoilDataKind(Left) == SoilData::Strengths) {
         copyAll({&Problem::SoilFriction, &Problem::SoilCohesion, &Problem::SoilWallFriction,
                  &Problem::SoilAdhesion, &Problem::SoilBottomSlope, &Problem::SoilFSActive,
                  &Problem::SoilFSPassive});
@@ -223,8 +223,8 @@ bool readSoilOfSide(Reading& reading) {
           optionalNumber(reading, 6, problem.Level2FSPassive(side), notNegative))) {
         return false;
     }
-    const auto readLayer =
-        problem.SoilDataKind(side) == "S" ? readStrengthLayer : readCoefficientLayer;
+    const auto readLayer = problem.SoilDataKind(side) == SoilData::Strengths ? readStrengthLayer
+                                                                             : readCoefficientLayer;
     for (int layer = 1; layer <= SoilLayerCount(side); ++layer) {
         if (!readLayer(reading, side, layer, layer == SoilLayerCount(side))) {
             return false;
@@ -256,7 +256,7 @@ bool readSeepage(Reading& reading) {
     auto& SurfaceElev = problem.SurfaceElev;
     auto& SeepageGradient = problem.SeepageGradient;
 
-    problem.SeepageKind.clear();
+    problem.SeepageKind = Seepage::None;
     SeepageGradient.fill(0);
     if (!hasToken(reading.input, 6)) {
         return true;
@@ -270,10 +270,10 @@ bool readSeepage(Reading& reading) {
         return false;
     }
     if (firstLetter(reading, 7) == 'A') {
-        problem.SeepageKind = "A";
+        problem.SeepageKind = Seepage::Automatic;
         return true;
     }
-    problem.SeepageKind = "G";
+    problem.SeepageKind = Seepage::Given;
     double gradient = 0;
     if (!number(reading, 7, gradient, positive)) {
         return false;
@@ -325,7 +325,8 @@ bool readWater(Reading& reading) {
     if (!(needTokens(reading, 2) && choice(reading, 2, "EP", WaterDataKind))) {
         return false;
     }
-    return (WaterDataKind == "E" ? readWaterElevations(reading) : readWaterPressures(reading)) &&
+    return (WaterDataKind == WaterData::Elevations ? readWaterElevations(reading)
+                                                   : readWaterPressures(reading)) &&
            nextLine(reading);
 }
 

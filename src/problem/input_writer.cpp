@@ -43,9 +43,10 @@ std::string factorOrNone(double factor) {
 
 void writeControl(PrintLines& lines, const Problem& problem) {
     const auto factor = [](double value) { return formatNumber(value, "#0.00"); };
-    const bool design = problem.ProgramMode == "D";
+    const bool design = problem.ProgramMode == Mode::Design;
     const bool firstGiven = design || problem.FSKind != 1;
-    lines.text("CONTROL").spc(gap).text(problem.WallType == "C" ? "CANTILEVER" : "ANCHORED");
+    lines.text("CONTROL").spc(gap).text(problem.WallType == WallKind::Cantilever ? "CANTILEVER"
+                                                                                 : "ANCHORED");
     lines.spc(gap).text(design ? "DESIGN" : "ANALYSIS");
     lines.spc(gap).text(firstGiven ? factor(problem.FSActive) : "");
     lines.spc(gap).text(design ? factor(problem.FSPassive) : "").end();
@@ -54,9 +55,10 @@ void writeControl(PrintLines& lines, const Problem& problem) {
 void writeWall(PrintLines& lines, const Problem& problem) {
     lines.text("WALL");
     numbers(lines, gap, {problem.WallTopElev});
-    lines.spc(gap).text(problem.WallType == "A" ? generalForm(problem.AnchorElev) : none);
+    lines.spc(gap).text(problem.WallType == WallKind::Anchored ? generalForm(problem.AnchorElev)
+                                                               : none);
     lines.spc(gap)
-        .text(problem.ProgramMode == "A"
+        .text(problem.ProgramMode == Mode::Analysis
                   ? composed({problem.WallBottomElev, problem.WallModulus, problem.WallInertia})
                   : none)
         .end();
@@ -96,7 +98,7 @@ void writeStrengthLayer(PrintLines& lines, const Problem& problem, int side, int
 }
 
 void writeSoil(PrintLines& lines, const Problem& problem, int side) {
-    const bool strengths = problem.SoilDataKind(side) == "S";
+    const bool strengths = problem.SoilDataKind(side) == SoilData::Strengths;
 
     lines.text("SOIL ").text(sideName(side)).spc(gap);
     lines.text(strengths ? "STRENGTHS" : "COEFFICIENTS");
@@ -113,20 +115,21 @@ void writeSoil(PrintLines& lines, const Problem& problem, int side) {
 
 /// The gradient of a given seepage is entry 1.
 std::string seepageText(const Problem& problem) {
-    if (problem.SeepageKind == "A") {
+    if (problem.SeepageKind == Seepage::Automatic) {
         return composed({problem.SeepageElev}) + "  AUTOMATIC";
     }
-    return problem.SeepageKind == "G" ? composed({problem.SeepageElev, problem.SeepageGradient(1)})
-                                      : none;
+    return problem.SeepageKind == Seepage::Given
+               ? composed({problem.SeepageElev, problem.SeepageGradient(1)})
+               : none;
 }
 
 void writeWater(PrintLines& lines, const Problem& problem) {
-    if (problem.WaterDataKind == "E") {
+    if (problem.WaterDataKind == WaterData::Elevations) {
         lines.text("WATER ELEVATIONS");
         numbers(lines, gap,
                 {problem.WaterUnitWeight, problem.WaterElev(Right), problem.WaterElev(Left)});
         lines.spc(gap).text(seepageText(problem)).end();
-    } else if (problem.WaterDataKind == "P") {
+    } else if (problem.WaterDataKind == WaterData::Pressures) {
         lines.text("WATER PRESSURES");
         numbers(lines, gap, {1.0 * problem.WaterPressCount});
         for (int point = 1; point <= problem.WaterPressCount; ++point) {

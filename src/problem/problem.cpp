@@ -16,10 +16,10 @@ void clearProblemData(Problem& problem) {
                         &problem.VTriCount, &problem.VVarCount}) {
         count->fill(0);
     }
-    problem.SoilDataKind.fill("");
+    problem.SoilDataKind.fill(SoilData::None);
 
-    problem.WaterDataKind.clear();
-    problem.SeepageKind.clear();
+    problem.WaterDataKind = WaterData::None;
+    problem.SeepageKind = Seepage::None;
     problem.HLineCount = 0;
     problem.HDistCount = 0;
 }

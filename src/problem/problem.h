@@ -17,6 +17,20 @@ inline constexpr double NoLayerBottom = -200000.0;
 /// Degrees to radians.
 inline constexpr double DegreesToRadians = 0.0174532925199433;
 
+/// Fixed choices. The value is the letter that stands for the choice in files, reports and JSON;
+/// None until one is made.
+enum class WallKind : char { None = 0, Cantilever = 'C', Anchored = 'A' };
+enum class Mode : char { None = 0, Design = 'D', Analysis = 'A' };
+enum class SoilData : char { None = 0, Strengths = 'S', Coefficients = 'C' };
+enum class WaterData : char { None = 0, Elevations = 'E', Pressures = 'P' };
+enum class Seepage : char { None = 0, Automatic = 'A', Given = 'G' };
+
+/// The letter of a choice as a text, empty for None.
+template <class Choice>
+std::string letterOf(Choice choice) {
+    return choice == Choice::None ? std::string() : std::string(1, static_cast<char>(choice));
+}
+
 /// Every input variable of one wall problem. A count tells how many leading entries of the lists
 /// below it are valid; entries beyond it are stale and never read. Lists are addressed (entry) or
 /// (side, entry), from 1. Elevations and distances in FT, weights in PCF, pressures, strengths and
@@ -28,11 +42,11 @@ struct Problem {
     Array<std::string, 4> HeadingLines; ///< each with its leading apostrophe
 
     // Control
-    std::string WallType;    ///< "C" cantilever, "A" anchored, "" until set
-    std::string ProgramMode; ///< "D" design, "A" analysis, "" until set
-    double FSActive = 1.0;   ///< factor of safety, active pressures
-    double FSPassive = 1.5;  ///< factor of safety, passive pressures (design)
-    int FSKind = 0;          ///< analysis: 1 one factor for both, 2 FSActive is given
+    WallKind WallType = WallKind::None;
+    Mode ProgramMode = Mode::None;
+    double FSActive = 1.0;  ///< factor of safety, active pressures
+    double FSPassive = 1.5; ///< factor of safety, passive pressures (design)
+    int FSKind = 0;         ///< analysis: 1 one factor for both, 2 FSActive is given
 
     // Wall
     double WallTopElev = 0;    ///< FT
@@ -47,7 +61,7 @@ struct Problem {
     Array<double, 2, 11> SurfaceElev; ///< FT
 
     // Soil layers, from the top down
-    Array<std::string, 2> SoilDataKind;    ///< "S" strengths, "C" coefficients, "" not entered
+    Array<SoilData, 2> SoilDataKind;       ///< None: not entered
     Array<int, 2> SoilLayerCount;          ///< 1 to 11; 0 not entered
     Array<double, 2> Level2FSActive;       ///< factor of the whole side; 0 = default
     Array<double, 2> Level2FSPassive;      ///< factor of the whole side; 0 = default
@@ -65,10 +79,10 @@ struct Problem {
     Array<double, 2, 11> SoilCoefPassive;  ///< passive pressure coefficient
 
     // Water
-    std::string WaterDataKind;        ///< "" none, "E" elevations, "P" net water pressures
-    double WaterUnitWeight = 0;       ///< PCF
-    Array<double, 2> WaterElev;       ///< FT
-    std::string SeepageKind;          ///< "" none, "A" automatic gradient, "G" given gradient
+    WaterData WaterDataKind = WaterData::None;
+    double WaterUnitWeight = 0; ///< PCF
+    Array<double, 2> WaterElev; ///< FT
+    Seepage SeepageKind = Seepage::None;
     double SeepageElev = 0;           ///< FT
     Array<double, 2> SeepageGradient; ///< FT/FT, by solution level
     int WaterPressCount = 0;          ///< 2 to 11

@@ -61,7 +61,7 @@ char firstLetter(const Reading& reading, int token) {
     return takeToken(reading.input, token).front();
 }
 
-bool choice(Reading& reading, int token, std::string_view letters, std::string& to) {
+bool choice(Reading& reading, int token, std::string_view letters, char& to) {
     const char letter = firstLetter(reading, token);
     if (letters.find(letter) == std::string_view::npos) {
         return refuse(reading);

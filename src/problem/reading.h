@@ -70,7 +70,14 @@ bool keyword(Reading& reading, std::string_view beginning);
 char firstLetter(const Reading& reading, int token);
 
 /// Stores the first letter of a token, which must be one of `letters`.
-bool choice(Reading& reading, int token, std::string_view letters, std::string& to);
+bool choice(Reading& reading, int token, std::string_view letters, char& to);
+template <class Choice>
+bool choice(Reading& reading, int token, std::string_view letters, Choice& to) {
+    auto letter = static_cast<char>(to);
+    const bool taken = choice(reading, token, letters, letter);
+    to = static_cast<Choice>(letter);
+    return taken;
+}
 /// Stores a numeric token within its limits; RuntimeError 5 where the token does not exist.
 bool number(Reading& reading, int token, double& to, const Limits& limits = anyNumber);
 /// The same, with 0 where the token does not exist.

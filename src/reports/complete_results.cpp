@@ -16,7 +16,7 @@ constexpr double sameElevation = 0.0001; // FT
 
 void reportHead(PrintLines& lines, const State& state, int level) {
     const Problem& problem = state.problem;
-    const bool anchored = problem.WallType == "A";
+    const bool anchored = problem.WallType == WallKind::Anchored;
     lines.empty(5);
     // Two words run together here, unlike in the other reports; deliberate.
     programHead(lines, "PROGRAM KORVANE-DESIGN/ANALYSIS OF ANCHOREDOR CANTILEVER SHEET PILE WALLS");
@@ -108,10 +108,10 @@ void pressureRow(PrintLines& lines, const State& state, int i, int k, std::strin
     };
     lines.right(11, state.grid.ElevGrid(i), "####0.00").text(stepMark);
     place(25, "", pressures.WaterPressures(i, k));
-    place(37, pressures.PassiveMark(Left, i), pressures.PassivePressures(Left, i, k));
-    place(49, pressures.ActiveMark(Left, i), pressures.ActivePressures(Left, i, k));
-    place(61, pressures.ActiveMark(Right, i), pressures.ActivePressures(Right, i, k));
-    place(73, pressures.PassiveMark(Right, i), pressures.PassivePressures(Right, i, k));
+    place(37, markText(pressures.PassiveMark(Left, i)), pressures.PassivePressures(Left, i, k));
+    place(49, markText(pressures.ActiveMark(Left, i)), pressures.ActivePressures(Left, i, k));
+    place(61, markText(pressures.ActiveMark(Right, i)), pressures.ActivePressures(Right, i, k));
+    place(73, markText(pressures.PassiveMark(Right, i)), pressures.PassivePressures(Right, i, k));
     lines.end();
 }
 
@@ -135,7 +135,7 @@ void pressureRows(PrintLines& lines, const State& state, int level) {
 
 void completeResultsOfLevel(PrintLines& lines, const State& state, int level) {
     const auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
-    const bool design = state.problem.ProgramMode == "D";
+    const bool design = state.problem.ProgramMode == Mode::Design;
     reportHead(lines, state, level);
     resultHeads(lines, design);
     resultRows(lines, state, level);
@@ -156,7 +156,7 @@ void completeResultsOfLevel(PrintLines& lines, const State& state, int level) {
 } // namespace
 
 void completeResults(PrintLines& lines, State& state) {
-    if (state.problem.WallType == "A") {
+    if (state.problem.WallType == WallKind::Anchored) {
         for (const int level : {1, 2}) {
             LoadResultLevel(state, level);
             completeResultsOfLevel(lines, state, level);

@@ -21,9 +21,10 @@ void labelledValue(PrintLines& lines, std::string_view label, double value, std:
 }
 
 void controlSection(PrintLines& lines, const Problem& problem) {
-    const bool design = problem.ProgramMode == "D";
+    const bool design = problem.ProgramMode == Mode::Design;
     lines.line(5, "  II.--CONTROL");
-    lines.spc(10).text(problem.WallType == "C" ? "CANTILEVER WALL " : "ANCHORED WALL ");
+    lines.spc(10).text(problem.WallType == WallKind::Cantilever ? "CANTILEVER WALL "
+                                                                : "ANCHORED WALL ");
     lines.text(design ? "DESIGN" : "ANALYSIS").end();
     if (!design && problem.FSKind == 1) {
         lines.line(10, "SAME FACTOR OF SAFETY APPLIED TO BOTH ACTIVE AND PASSIVE PRESSURES.");
@@ -41,10 +42,10 @@ void controlSection(PrintLines& lines, const Problem& problem) {
 void wallSection(PrintLines& lines, const Problem& problem) {
     lines.line(5, " III.--WALL DATA");
     labelledValue(lines, "ELEVATION AT TOP OF WALL    = ", problem.WallTopElev, fixed2, " FT.");
-    if (problem.WallType == "A") {
+    if (problem.WallType == WallKind::Anchored) {
         labelledValue(lines, "ELEVATION AT ANCHOR         = ", problem.AnchorElev, fixed2, " FT.");
     }
-    if (problem.ProgramMode == "A") {
+    if (problem.ProgramMode == Mode::Analysis) {
         labelledValue(lines, "ELEVATION AT BOTTOM OF WALL = ", problem.WallBottomElev, fixed2,
                       " FT.");
         labelledValue(lines, "WALL MODULUS OF ELLASTACITY  = ", problem.WallModulus, "0.000E+00",
@@ -122,9 +123,9 @@ void soilSection(PrintLines& lines, const Problem& problem) {
     for (const int side : {Right, Left}) {
         lines.empty();
         lines.line(10, side == Right ? " V.A.--RIGHTSIDE" : " V.B.--LEFTSIDE");
-        if (problem.SoilDataKind(side) == "C") {
+        if (problem.SoilDataKind(side) == SoilData::Coefficients) {
             coefficientLayers(lines, problem, side);
-        } else if (problem.SoilDataKind(side) == "S") {
+        } else if (problem.SoilDataKind(side) == SoilData::Strengths) {
             strengthLayers(lines, problem, side);
         }
     }
@@ -135,12 +136,12 @@ void waterElevations(PrintLines& lines, const Problem& problem) {
     labelledValue(lines, "UNIT WEIGHT         = ", problem.WaterUnitWeight, fixed2, " (PCF)");
     labelledValue(lines, "RIGHTSIDE ELEVATION = ", problem.WaterElev(Right), fixed2, " (FT)");
     labelledValue(lines, "LEFTSIDE ELEVATION  = ", problem.WaterElev(Left), fixed2, " (FT)");
-    if (problem.SeepageKind.empty()) {
+    if (problem.SeepageKind == Seepage::None) {
         lines.line(10, "NO SEEPAGE");
         return;
     }
     labelledValue(lines, "SEEPAGE ELEVATION   = ", problem.SeepageElev, fixed2, " (FT)");
-    if (problem.SeepageKind == "A") {
+    if (problem.SeepageKind == Seepage::Automatic) {
         lines.line(10, "SEEPAGE GRADIENT    = AUTOMATIC");
     } else {
         labelledValue(lines, "SEEPAGE GRADIENT    = ", problem.SeepageGradient(1), "##0.0000",
@@ -150,9 +151,9 @@ void waterElevations(PrintLines& lines, const Problem& problem) {
 
 void waterSection(PrintLines& lines, const Problem& problem) {
     lines.line(5, "  VI.--WATER DATA");
-    if (problem.WaterDataKind == "E") {
+    if (problem.WaterDataKind == WaterData::Elevations) {
         waterElevations(lines, problem);
-    } else if (problem.WaterDataKind == "P") {
+    } else if (problem.WaterDataKind == WaterData::Pressures) {
         pieceLine(lines, {{10, "ELEVATION"}, {6, "NET WATER"}});
         pieceLine(lines, {{13, "(FT)"}, {6, "PRESSURE (PSF)"}});
         for (int i = 1; i <= problem.WaterPressCount; ++i) {

@@ -39,15 +39,17 @@ void headingSection(PrintLines& lines, const Problem& problem, std::string_view 
 }
 
 void methodStatement(PrintLines& lines, const State& state, int side) {
-    const std::string& method = state.preparation.SideMethod(side);
+    const PressureMethod method = state.preparation.SideMethod(side);
     lines.spc(10).text(side == Right ? "RIGHTSIDE" : "LEFTSIDE");
     lines.text(" SOIL PRESSURES DETERMINED BY ");
-    if (method == "C") {
-        const bool strengths = state.problem.SoilDataKind(side) == "S";
+    if (method == PressureMethod::Coefficients) {
+        const bool strengths = state.problem.SoilDataKind(side) == SoilData::Strengths;
         lines.text(strengths ? "COULOMB" : "INPUT").text(" COEFFICIENTS").end();
         lines.line(10, "AND THEORY OF ELLASTICITY EQUATIONS FOR SURCHARGE LOADS.");
     } else {
-        lines.text(method == "S" ? "SWEEP SEARCH" : "FIXED SURFACE").text(" WEDGE METHOD.").end();
+        lines.text(method == PressureMethod::Sweep ? "SWEEP SEARCH" : "FIXED SURFACE")
+            .text(" WEDGE METHOD.")
+            .end();
     }
 }
 
@@ -68,12 +70,13 @@ bool hasSoilStep(const Pressures& pressures, int i) {
 }
 
 bool hasAutomaticSeepage(const Problem& problem) {
-    return problem.WaterDataKind == "E" && problem.SeepageKind == "A";
+    return problem.WaterDataKind == WaterData::Elevations &&
+           problem.SeepageKind == Seepage::Automatic;
 }
 
 std::string_view caseRow(const Problem& problem) {
-    const bool cantilever = problem.WallType == "C";
-    if (problem.ProgramMode == "D") {
+    const bool cantilever = problem.WallType == WallKind::Cantilever;
+    if (problem.ProgramMode == Mode::Design) {
         return cantilever ? "*  CANTILEVER WALL DESIGN  *" : "*   ANCHORED WALL DESIGN   *";
     }
     return cantilever ? "* CANTILEVER WALL ANALYSIS *" : "*  ANCHORED WALL ANALYSIS  *";

@@ -59,7 +59,7 @@ void singleLine(PrintLines& lines, int blanks, std::string_view label, double va
 void cantileverSummary(PrintLines& lines, const State& state) {
     const Problem& problem = state.problem;
     const ResultDiagrams& results = state.results;
-    const bool design = problem.ProgramMode == "D";
+    const bool design = problem.ProgramMode == Mode::Design;
     lines.empty();
     if (design) {
         singleLine(lines, 5, "WALL BOTTOM ELEV. (FT)     :", state.solution.SolvedBottomElev(1),
@@ -109,7 +109,7 @@ void anchoredSummary(PrintLines& lines, const State& state) {
     const auto& AnchorForce = state.solution.AnchorForce;
     const auto& MaxMoment = state.results.MaxMoment;
     const auto& MaxDeflection = state.results.MaxDeflection;
-    const bool design = problem.ProgramMode == "D";
+    const bool design = problem.ProgramMode == Mode::Design;
     lines.empty();
     lines.line(5, "METHOD                             :    FREE EARTH         FIXED EARTH");
     lines.empty();
@@ -147,12 +147,12 @@ void anchoredSummary(PrintLines& lines, const State& state) {
 void WriteResults(State& state) {
     PrintLines lines;
     summaryHead(lines, state);
-    if (state.problem.WallType == "C") {
+    if (state.problem.WallType == WallKind::Cantilever) {
         cantileverSummary(lines, state);
     } else {
         anchoredSummary(lines, state);
     }
-    if (state.problem.ProgramMode == "D") {
+    if (state.problem.ProgramMode == Mode::Design) {
         lines.empty();
         scaledDeflectionNote(lines);
     }

@@ -26,7 +26,8 @@ bool hasStep(const State& state, int i) {
     const auto& NetActive = state.net.NetActive;
     const auto& NetPassive = state.net.NetPassive;
     return hasSoilStep(state.pressures, i) || isStep(NetActive(i, 1), NetActive(i, 2)) ||
-           (state.problem.WallType == "C" && isStep(NetPassive(i, 1), NetPassive(i, 2)));
+           (state.problem.WallType == WallKind::Cantilever &&
+            isStep(NetPassive(i, 1), NetPassive(i, 2)));
 }
 
 void columnHeads(PrintLines& lines, bool cantilever) {
@@ -59,19 +60,19 @@ void pressureRow(PrintLines& lines, const State& state, int i, int k, std::strin
     lines.right(8, state.grid.ElevGrid(i), "###0.0").text(flag);
     lines.right(16, pressures.WaterPressures(i, k), "###0.0");
     lines.right(26, pressures.PassivePressures(Left, i, k), format);
-    lines.text(pressures.PassiveMark(Left, i));
+    lines.text(markText(pressures.PassiveMark(Left, i)));
     lines.right(35, pressures.ActivePressures(Left, i, k), format);
-    lines.text(pressures.ActiveMark(Left, i));
-    if (state.problem.WallType == "C") {
+    lines.text(markText(pressures.ActiveMark(Left, i)));
+    if (state.problem.WallType == WallKind::Cantilever) {
         lines.right(45, state.net.NetActive(i, k), format);
         lines.right(55, state.net.NetPassive(i, k), format);
     } else {
         lines.right(51, state.net.NetActive(i, k), format);
     }
     lines.right(65, pressures.ActivePressures(Right, i, k), format);
-    lines.text(pressures.ActiveMark(Right, i));
+    lines.text(markText(pressures.ActiveMark(Right, i)));
     lines.right(75, pressures.PassivePressures(Right, i, k), format);
-    lines.text(pressures.PassiveMark(Right, i)).end();
+    lines.text(markText(pressures.PassiveMark(Right, i))).end();
 }
 
 /// The rows down to the first one below the last elevation wanted. A step gives two lines, the
@@ -115,7 +116,7 @@ void statements(PrintLines& lines, const State& state) {
 void WriteSoilPressureReport(State& state) {
     const Problem& problem = state.problem;
     const auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
-    const bool cantilever = problem.WallType == "C";
+    const bool cantilever = problem.WallType == WallKind::Cantilever;
 
     PrintLines lines;
     lines.empty();

@@ -12,11 +12,11 @@ namespace {
 /// Unit weight (PCF) of the right side's soil below grid elevation z, less what the water carries.
 double effectiveWeight(const State& state, int layer, double z) {
     const Problem& problem = state.problem;
-    if (problem.WaterDataKind != "E" || z > problem.WaterElev(Right)) {
+    if (problem.WaterDataKind != WaterData::Elevations || z > problem.WaterElev(Right)) {
         return problem.SoilMoistWeight(Right, layer);
     }
     double water = problem.WaterUnitWeight;
-    if (!problem.SeepageKind.empty() && z <= problem.SeepageElev &&
+    if (problem.SeepageKind != Seepage::None && z <= problem.SeepageElev &&
         z > state.preparation.SeepageEndElev(1)) {
         water = (1 - problem.SeepageGradient(1)) * problem.WaterUnitWeight;
     }

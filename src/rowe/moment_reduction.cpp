@@ -41,7 +41,7 @@ bool anyPositive(const Array<double, 2, 11>& values, int layers) {
 /// occurs along the wall. Soil given by coefficients is neither.
 std::optional<int> testSoil(const State& state) {
     const Problem& problem = state.problem;
-    if (problem.SoilDataKind(Left) != "S") {
+    if (problem.SoilDataKind(Left) != SoilData::Strengths) {
         return 0;
     }
     const int layers = layersAlongWall(state);

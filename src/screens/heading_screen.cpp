@@ -52,7 +52,7 @@ constexpr OptionSpec optionSpecs[] = {
 };
 
 bool isAnchored(const Problem& problem) {
-    return problem.WallType == "A";
+    return problem.WallType == WallKind::Anchored;
 }
 
 bool notAboveTop(const Entry& anchor) {
@@ -207,12 +207,12 @@ void HeadingScreen::choose(Option option) {
     switch (option) {
     case Cantilever:
     case Anchored:
-        problem().WallType = option == Anchored ? "A" : "C";
+        problem().WallType = option == Anchored ? WallKind::Anchored : WallKind::Cantilever;
         findChild<QFrame*>("fraAnchor")->setVisible(option == Anchored);
         break;
     case Design:
     case Analysis:
-        problem().ProgramMode = option == Design ? "D" : "A";
+        problem().ProgramMode = option == Design ? Mode::Design : Mode::Analysis;
         showMode(option == Design);
         break;
     case OneFactor:
@@ -243,8 +243,8 @@ void HeadingScreen::fill() {
 
 void HeadingScreen::fillBlank() {
     title_->setText("Enter Heading and Control Data");
-    problem().ProgramMode.clear();
-    problem().WallType.clear();
+    problem().ProgramMode = Mode::None;
+    problem().WallType = WallKind::None;
     problem().FSKind = 0;
 }
 
@@ -263,10 +263,10 @@ void HeadingScreen::fillEditing() {
         setOption(options_[Anchored], true);
         findChild<QFrame*>("fraAnchor")->show();
         show(Anchor);
-    } else if (problem().WallType == "C") {
+    } else if (problem().WallType == WallKind::Cantilever) {
         setOption(options_[Cantilever], true);
     }
-    const bool design = problem().ProgramMode == "D";
+    const bool design = problem().ProgramMode == Mode::Design;
     setOption(options_[design ? Design : Analysis], true);
     showMode(design);
     if (design) {
@@ -335,9 +335,10 @@ std::string HeadingScreen::missingItems() {
         }
     };
     add(record.NumHeadingLines == 0, "HEADING");
-    add(record.WallType != "A" && record.WallType != "C", "WALL TYPE");
+    add(record.WallType != WallKind::Anchored && record.WallType != WallKind::Cantilever,
+        "WALL TYPE");
     add(fields_[WallTop]->entry().empty(), "WALL TOP ELEVATION");
-    add(record.ProgramMode != "D" && record.ProgramMode != "A", "MODE");
+    add(record.ProgramMode != Mode::Design && record.ProgramMode != Mode::Analysis, "MODE");
     add(isAnchored(record) && fields_[Anchor]->entry().empty(), "ANCHOR ELEVATION");
     return list;
 }
@@ -360,7 +361,7 @@ Fault HeadingScreen::readDesignFactor(Number number, double fallback) {
 }
 
 Fault HeadingScreen::readFactors() {
-    if (problem().ProgramMode == "D") {
+    if (problem().ProgramMode == Mode::Design) {
         const Fault fault = readDesignFactor(FSActive, 1.0);
         return fault != Fault::None ? fault : readDesignFactor(FSPassive, problem().FSActive);
     }
@@ -374,7 +375,7 @@ Fault HeadingScreen::readWall(std::string& missing) {
     if (isAnchored(problem()) && read(Anchor) != Fault::None) {
         return Fault::Invalid;
     }
-    if (problem().ProgramMode != "A") {
+    if (problem().ProgramMode != Mode::Analysis) {
         return Fault::None;
     }
     constexpr std::pair<Number, const char*> needed[] = {

@@ -37,7 +37,7 @@ const SectionList& sectionList() {
                [](const State& state) { return state.problem.SoilLayerCount(Right) >= 1; }},
               Screen::LAYRDATA},
              {{"cmdWaterData", "&Water Data", "panWaterData", false,
-               [](const State& state) { return !state.problem.WaterDataKind.empty(); }},
+               [](const State& state) { return state.problem.WaterDataKind != WaterData::None; }},
               Screen::WATER},
              {{"cmdSurcharge", "S&urface Surcharge Data", "panSurcharge", false, hasSurcharges},
               Screen::SURCHCON},

@@ -91,8 +91,8 @@ constexpr LayerColumn columns[] = {
 
 } // namespace
 
-bool LayerColumn::isOf(const std::string& kind) const {
-    return std::string(kinds).find(kind) != std::string::npos;
+bool LayerColumn::isOf(SoilData kind) const {
+    return std::string_view(kinds).find(static_cast<char>(kind)) != std::string_view::npos;
 }
 
 std::span<const LayerGroup> layerGroups() {

@@ -25,7 +25,7 @@ struct LayerColumn {
     bool emptyIfZero = false; ///< a zero is shown as an empty field
     bool countsRow = false;   ///< a row in which one of these is filled is a layer
 
-    bool isOf(const std::string& kind) const;
+    bool isOf(SoilData kind) const;
 };
 
 std::span<const LayerGroup> layerGroups();

@@ -54,11 +54,12 @@ MessageBox layerBox(Fault fault) {
             LayerChoices);
 }
 
-MessageBox changeKindBox(const std::string& chosen) {
-    return {.text = chosen == "C" ? "Current data are for SOIL STRENGTH DATA."
-                                    "\nDo you want to change to SOIL PRESSURE COEFFICIENTS?"
-                                  : "Current data are for SOIL PRESSURE COEFFICIENTS."
-                                    "\nDo you want to change to SOIL STRENGTH DATA?",
+MessageBox changeKindBox(SoilData chosen) {
+    return {.text = chosen == SoilData::Coefficients
+                        ? "Current data are for SOIL STRENGTH DATA."
+                          "\nDo you want to change to SOIL PRESSURE COEFFICIENTS?"
+                        : "Current data are for SOIL PRESSURE COEFFICIENTS."
+                          "\nDo you want to change to SOIL STRENGTH DATA?",
             .title = "CHANGE SOIL DATA TYPE?",
             .buttons = Buttons::YesNo,
             .icon = Icon::Question};
@@ -112,9 +113,9 @@ void LayerScreen::createControlStage() {
     controlTitle_ = control_->findChild<QLabel*>("panControlData_title");
     QFrame* type = makeGroup(control_, "fraSoilType", "Soil Data Type", {240, 420, 2100, 1260});
     strengths_ = addOption(type, "optStrengths", "Strengths", {150, 390, 1800, 330},
-                           [this] { chooseKind("S"); });
+                           [this] { chooseKind(SoilData::Strengths); });
     coefficients_ = addOption(type, "optCoefficients", "Coefficients", {150, 750, 1800, 330},
-                              [this] { chooseKind("C"); });
+                              [this] { chooseKind(SoilData::Coefficients); });
     factors_ = makeGroup(control_, "fraSafety2", "Level 2 Safety Factors", {2580, 420, 3105, 1260});
     std::vector<QWidget*> order{strengths_, coefficients_};
     double left = 240;
@@ -171,9 +172,9 @@ void LayerScreen::createLayerStage() {
     setFocusOrder(order);
 }
 
-void LayerScreen::arrangeGroups(const std::string& kind) {
+void LayerScreen::arrangeGroups(SoilData kind) {
     for (const LayerGroup& group : layerGroups()) {
-        const bool ofStrengths = kind == "S";
+        const bool ofStrengths = kind == SoilData::Strengths;
         const double width = ofStrengths ? group.strengthsWidth : group.coefficientsWidth;
         auto* frame = layerSheet_->findChild<QFrame*>(group.frame);
         frame->setVisible(width > 0);
@@ -216,8 +217,8 @@ void LayerScreen::chooseSide(int side) {
     heading_->setText(
         QString("%1 %2 Soil Data").arg(edit ? "Edit" : "Enter").arg(wordsOf(side).capitals));
     controlTitle_->setText(QString("Control Data for %1 Soil").arg(wordsOf(side).name));
-    setOption(strengths_, edit && kind() == "S");
-    setOption(coefficients_, edit && kind() == "C");
+    setOption(strengths_, edit && kind() == SoilData::Strengths);
+    setOption(coefficients_, edit && kind() == SoilData::Coefficients);
     for (int number = 0; number < 2; ++number) {
         const double factor = factorColumns[number].number(problem(), side, 1);
         factorFields_[number]->setText({});
@@ -245,7 +246,7 @@ void LayerScreen::finishSides() {
 void LayerScreen::dropLayers(bool andKinds) {
     problem().SoilLayerCount.fill(0);
     if (andKinds) {
-        problem().SoilDataKind.fill("");
+        problem().SoilDataKind.fill(SoilData::None);
     }
     accept();
 }
@@ -255,24 +256,27 @@ void LayerScreen::dropLayers(bool andKinds) {
 
 /// A side that has layers of the other kind loses them if that is confirmed. Deliberately a No
 /// leaves the option as clicked.
-void LayerScreen::chooseKind(const std::string& chosen) {
-    const std::string other = chosen == "C" ? "S" : "C";
+void LayerScreen::chooseKind(SoilData chosen) {
+    const SoilData other =
+        chosen == SoilData::Coefficients ? SoilData::Strengths : SoilData::Coefficients;
     if (layers() == 0 || kind() != other || ask(changeKindBox(chosen)) != Answer::Yes) {
         return;
     }
     dataChanged();
     layers() = 0;
     captionSide(SideIndex_, false);
-    factors_->setVisible(chosen == "C");
-    if (chosen == "C") {
+    factors_->setVisible(chosen == SoilData::Coefficients);
+    if (chosen == SoilData::Coefficients) {
         factorFields_[0]->setText({});
         factorFields_[1]->setText({});
     }
 }
 
 void LayerScreen::finishControl() {
-    kind() = coefficients_->isChecked() ? "C" : strengths_->isChecked() ? "S" : "";
-    if (kind().empty()) {
+    kind() = coefficients_->isChecked() ? SoilData::Coefficients
+             : strengths_->isChecked()  ? SoilData::Strengths
+                                        : SoilData::None;
+    if (kind() == SoilData::None) {
         return; // deliberately without a message
     }
     for (int number = 0; number < 2; ++number) {
@@ -331,7 +335,8 @@ Fault LayerScreen::readLayers() {
             int place = -1;
             for (const LayerColumn& column : layerColumns()) {
                 ++place;
-                const bool common = column.isOf("S") && column.isOf("C");
+                const bool common =
+                    column.isOf(SoilData::Strengths) && column.isOf(SoilData::Coefficients);
                 if (common != ofBoth || !column.isOf(kind()) ||
                     (column.notOfLast && layer == layers())) {
                     continue;

@@ -26,17 +26,17 @@ class LayerScreen : public DataScreen {
     void createSideStage();
     void createControlStage();
     void createLayerStage();
-    void arrangeGroups(const std::string& kind);
+    void arrangeGroups(SoilData kind);
     void show(Stage stage);
 
     SectionControl& sideControl(int side) { return sides_[side - 1]; }
     /// The texts of a side's button: Enter or Edit.
     void captionSide(int side, bool edit);
-    std::string& kind() { return problem().SoilDataKind(SideIndex_); }
+    SoilData& kind() { return problem().SoilDataKind(SideIndex_); }
     int& layers() { return problem().SoilLayerCount(SideIndex_); }
 
     void chooseSide(int side);
-    void chooseKind(const std::string& chosen);
+    void chooseKind(SoilData chosen);
     void finishControl();
     void fillLayers();
     void finishLayers();

@@ -34,7 +34,7 @@ bool seepageIsInconsistent(const Problem& problem) {
     const auto lowerOf = [&](int side) {
         return std::min(problem.SurfaceElev(side, 1), problem.WaterElev(side));
     };
-    return !problem.SeepageKind.empty() &&
+    return problem.SeepageKind != Seepage::None &&
            std::min(lowerOf(Right), lowerOf(Left)) < problem.SeepageElev;
 }
 
@@ -64,7 +64,7 @@ std::optional<MessageBox> sectionFault(const State& state) {
                          "\nabove the top of the wall.");
     }
     // Deliberately the first two points of the right side and not the first of each side.
-    if (problem.ProgramMode == "A" &&
+    if (problem.ProgramMode == Mode::Analysis &&
         std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Right, 2)) <=
             problem.WallBottomElev) {
         return wallFault("Wall bottom has been specified above the soil surface.");

@@ -17,7 +17,7 @@ constexpr TableRows PressurePlace{.count = PressureRows, .firstTop = 840, .pitch
 // ---- elevations
 // ----------------------------------------------------------------------------------
 
-bool waterIs(const State& state, const char* kind) {
+bool waterIs(const State& state, WaterData kind) {
     return state.problem.WaterDataKind == kind;
 }
 
@@ -101,7 +101,7 @@ WaterScreen::WaterScreen(ScreenContext& context)
     createPressures();
     watchFields();
     highlightKind(problem().WaterDataKind);
-    deleteControl_.panel->setVisible(!problem().WaterDataKind.empty());
+    deleteControl_.panel->setVisible(problem().WaterDataKind != WaterData::None);
     show(Stage::List);
 }
 
@@ -171,12 +171,12 @@ void WaterScreen::createElevations() {
     };
     constexpr OptionSpec optionSpecs[] = {
         {Seepage::None, "optNoSeep", "None"},
-        {Seepage::Gradient, "optSeepEl", "Elev/Grad"},
+        {Seepage::Given, "optSeepEl", "Elev/Grad"},
         {Seepage::Automatic, "optAutoSeep", "Automatic"},
     };
     double top = 390;
     for (const OptionSpec& spec : optionSpecs) {
-        options_[static_cast<int>(spec.seepage)] =
+        option(spec.seepage) =
             addOption(type, spec.name, spec.caption, {120, top, 1500, 330},
                       [this, seepage = spec.seepage] { chooseSeepage(seepage); });
         top += 390;
@@ -226,16 +226,16 @@ void WaterScreen::show(Stage stage) {
     }
 }
 
-void WaterScreen::highlightKind(const std::string& kind) {
-    highlight(elevationsControl_.panel, kind == "E");
-    highlight(pressuresControl_.panel, kind == "P");
+void WaterScreen::highlightKind(WaterData kind) {
+    highlight(elevationsControl_.panel, kind == WaterData::Elevations);
+    highlight(pressuresControl_.panel, kind == WaterData::Pressures);
 }
 
 // ---- the list
 // ------------------------------------------------------------------------------------
 
 void WaterScreen::openElevations() {
-    const std::string seepageKind = problem().SeepageKind;
+    const Seepage seepageKind = problem().SeepageKind;
     for (const Number number : {UnitWeight, ElevRight, ElevLeft}) {
         fields_[number]->setText({});
     }
@@ -246,32 +246,30 @@ void WaterScreen::openElevations() {
     const auto fill = [this](Number number, int side) {
         fields_[number]->showNumber(fieldSpecs[number].column.number(problem(), side, 1));
     };
-    if (waterIs(session().state, "E")) {
+    if (waterIs(session().state, WaterData::Elevations)) {
         fill(UnitWeight, Right);
         fill(ElevRight, Right);
         fill(ElevLeft, Left);
-        if (seepageKind == "A" || seepageKind == "G") {
-            const bool given = seepageKind == "G";
-            const Seepage seepage = given ? Seepage::Gradient : Seepage::Automatic;
-            setOption(options_[static_cast<int>(seepage)], true);
-            showSeepage(seepage);
+        if (seepageKind != Seepage::None) {
+            setOption(option(seepageKind), true);
+            showSeepage(seepageKind);
             fill(SeepElev, Right);
-            if (given) {
+            if (seepageKind == Seepage::Given) {
                 fill(SeepGradient, 1);
             }
         }
     }
-    if (seepageKind.empty()) {
-        setOption(options_[static_cast<int>(Seepage::None)], true);
+    if (seepageKind == Seepage::None) {
+        setOption(option(Seepage::None), true);
     }
-    highlightKind("E");
-    problem().WaterDataKind = "E"; // deliberately before any data are entered
+    highlightKind(WaterData::Elevations);
+    problem().WaterDataKind = WaterData::Elevations; // deliberately before any data are entered
     show(Stage::Elevations);
 }
 
 void WaterScreen::openPressures() {
     pressures_.clear();
-    if (waterIs(session().state, "P")) {
+    if (waterIs(session().state, WaterData::Pressures)) {
         const int rows = std::min(problem().WaterPressCount, PressureRows);
         for (int row = 1; row <= rows; ++row) {
             int place = 0;
@@ -280,7 +278,7 @@ void WaterScreen::openPressures() {
             }
         }
     }
-    problem().WaterDataKind = "P";
+    problem().WaterDataKind = WaterData::Pressures;
     session().state.DataChanged = 0; // deliberately cleared and not put back
     show(Stage::Pressures);
 }
@@ -292,8 +290,8 @@ void WaterScreen::deleteAll() {
 }
 
 void WaterScreen::dropData() {
-    problem().WaterDataKind.clear();
-    problem().SeepageKind.clear();
+    problem().WaterDataKind = WaterData::None;
+    problem().SeepageKind = Seepage::None;
     accept();
 }
 
@@ -308,8 +306,12 @@ bool WaterScreen::offer(const MessageBox& box) {
 // ---- elevations
 // ----------------------------------------------------------------------------------
 
+QRadioButton*& WaterScreen::option(Seepage seepage) {
+    return options_[seepage == Seepage::None ? 0 : seepage == Seepage::Given ? 1 : 2];
+}
+
 void WaterScreen::showSeepage(Seepage seepage) {
-    const bool given = seepage == Seepage::Gradient;
+    const bool given = seepage == Seepage::Given;
     seepage_->setVisible(seepage != Seepage::None);
     labels_[SeepElev]->setVisible(seepage != Seepage::None);
     fields_[SeepElev]->setEnabled(true);
@@ -318,8 +320,7 @@ void WaterScreen::showSeepage(Seepage seepage) {
 }
 
 void WaterScreen::chooseSeepage(Seepage seepage) {
-    static constexpr const char* kinds[] = {"", "G", "A"};
-    problem().SeepageKind = kinds[static_cast<int>(seepage)];
+    problem().SeepageKind = seepage;
     fields_[SeepElev]->setText({});
     fields_[SeepGradient]->setText({});
     showSeepage(seepage);
@@ -342,20 +343,18 @@ void WaterScreen::finishElevations() {
         offer(missingBox()); // deliberately also where a number is bad
         return;
     }
-    if (!problem().SeepageKind.empty()) {
+    if (problem().SeepageKind != Seepage::None) {
         if (!readSeepage()) {
             return;
         }
-        highlightKind("E");
+        highlightKind(WaterData::Elevations);
         deleteControl_.panel->show();
     }
     accept();
 }
 
 bool WaterScreen::elevationsComplete() {
-    const auto isSet = [this](Seepage seepage) {
-        return options_[static_cast<int>(seepage)]->isChecked();
-    };
+    const auto isSet = [this](Seepage seepage) { return option(seepage)->isChecked(); };
     const bool all = !isEmpty(UnitWeight) && !isEmpty(ElevRight) && !isEmpty(ElevLeft);
     if (isSet(Seepage::None)) {
         return all;
@@ -364,12 +363,12 @@ bool WaterScreen::elevationsComplete() {
         if (!all || isEmpty(SeepElev)) {
             return false;
         }
-        problem().SeepageKind = "A";
-    } else if (isSet(Seepage::Gradient)) {
+        problem().SeepageKind = Seepage::Automatic;
+    } else if (isSet(Seepage::Given)) {
         if (!all || isEmpty(SeepElev) || isEmpty(SeepGradient)) {
             return false;
         }
-        problem().SeepageKind = "G";
+        problem().SeepageKind = Seepage::Given;
     }
     return true;
 }
@@ -391,9 +390,9 @@ bool WaterScreen::readSeepage() {
         if (offer(inconsistentBox("For seepage effects to be included, rightside"
                                   "\nwater elevation must be greater than the"
                                   "\nleftside water elevation."))) {
-            problem().SeepageKind.clear();
-            setOption(options_[static_cast<int>(Seepage::Automatic)], false);
-            setOption(options_[static_cast<int>(Seepage::Gradient)], false);
+            problem().SeepageKind = Seepage::None;
+            setOption(option(Seepage::Automatic), false);
+            setOption(option(Seepage::Given), false);
             seepage_->hide();
         }
         return false;
@@ -411,7 +410,7 @@ bool WaterScreen::readSeepage() {
     if (record.SeepageElev < record.WaterElev(Left)) {
         ask(lowSeepageWarning());
     }
-    return record.SeepageKind != "G" || readGradient();
+    return record.SeepageKind != Seepage::Given || readGradient();
 }
 
 bool WaterScreen::readGradient() {
@@ -459,7 +458,7 @@ void WaterScreen::finishPressures() {
         return;
     }
     deleteControl_.panel->show();
-    highlightKind("P");
+    highlightKind(WaterData::Pressures);
     show(Stage::List);
 }
 

@@ -20,7 +20,6 @@ class WaterScreen : public DataScreen {
 
   private:
     enum class Stage { List, Elevations, Pressures };
-    enum class Seepage { None, Gradient, Automatic };
     /// Fields by their places in the table of the source file.
     enum Number { UnitWeight, ElevRight, ElevLeft, SeepElev, SeepGradient };
 
@@ -28,12 +27,14 @@ class WaterScreen : public DataScreen {
     void createElevations();
     void createPressures();
     void show(Stage stage);
-    void highlightKind(const std::string& kind);
+    void highlightKind(WaterData kind);
 
     void openElevations();
     void openPressures();
     void deleteAll();
 
+    /// The option of a way of seepage.
+    QRadioButton*& option(Seepage seepage);
     void chooseSeepage(Seepage seepage);
     /// What the fields of the seepage show and allow.
     void showSeepage(Seepage seepage);

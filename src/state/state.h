@@ -19,9 +19,18 @@ struct ElevationGrid {
     Array<int, 2> SeepageEndIndex; ///< by level: the grid index of SeepageEndElev
 };
 
+/// How the soil pressures of a side are found; by its letter.
+enum class PressureMethod : char {
+    None = 0,
+    Coefficients = 'C', ///< Coulomb's or given
+    Wedge = 'W',        ///< a wedge method, not yet decided
+    Sweep = 'S',
+    FixedSurface = 'F',
+};
+
 /// What PrepareSolution derives from the problem, and the factors that an analysis varies.
 struct Preparation {
-    Array<std::string, 2> SideMethod;       ///< "C" coefficients, "W" wedge undecided, "S", "F"
+    Array<PressureMethod, 2> SideMethod;
     Array<int, 2> NumSurchargesOnSide;      ///< non-uniform surcharges on a wedge side
     Array<double, 2> SeepageEndElev;        ///< FT by level: where the net head is used up
     double SeepageGradientLimit = 0;        ///< FT/FT, largest gradient of the design search
@@ -29,14 +38,19 @@ struct Preparation {
     Array<double, 2, 11, 2> LayerFSPassive; ///< (side, layer, level)
 };
 
+/// The report's mark of a pressure for which the sweep search found no extreme.
+inline const char* markText(bool marked) {
+    return marked ? "*" : "";
+}
+
 /// Soil and water pressures on the grid, PSF.
 struct Pressures {
     Array<double, 2, 301, 2> ActivePressures;  ///< (side, i, k)
     Array<double, 2, 301, 2> PassivePressures; ///< (side, i, k)
     Array<double, 301, 2> WaterPressures;      ///< (i, k) net, right less left
     Array<double, 2, 301> SurchargePressures;  ///< (side, i) by theory of elasticity
-    Array<std::string, 2, 301> ActiveMark;     ///< (side, i) "" or "*": no extreme found
-    Array<std::string, 2, 301> PassiveMark;    ///< (side, i) likewise
+    Array<bool, 2, 301> ActiveMark;            ///< (side, i) true: the sweep found no extreme
+    Array<bool, 2, 301> PassiveMark;           ///< (side, i) likewise
 };
 
 /// A family of polygons (side, layer, point): along the upper edge from the wall outward, back to

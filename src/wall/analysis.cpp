@@ -52,8 +52,8 @@ void takeTrialFactor(State& state, int level, double factor) {
 
 void clearMarks(State& state, int side) {
     for (int i = 1; i <= 301; ++i) {
-        state.pressures.ActiveMark(side, i).clear();
-        state.pressures.PassiveMark(side, i).clear();
+        state.pressures.ActiveMark(side, i) = false;
+        state.pressures.PassiveMark(side, i) = false;
     }
 }
 
@@ -78,7 +78,7 @@ int solveTrial(State& state, int level) {
         FailRotation(state);
         return 0;
     }
-    if (state.problem.WallType == "C") {
+    if (state.problem.WallType == WallKind::Cantilever) {
         SolveCantileverBottom(state);
         return 0;
     }
@@ -126,7 +126,7 @@ void analyseLevel(State& state, int level) {
 void SolveAnalysis(State& state) {
     forgetSolvedLevels(state);
     takeGivenActiveFactors(state);
-    const int levels = state.problem.WallType == "A" ? 2 : 1;
+    const int levels = state.problem.WallType == WallKind::Anchored ? 2 : 1;
     for (int level = 1; level <= levels && state.SolutionFailed == 0; ++level) {
         analyseLevel(state, level);
     }

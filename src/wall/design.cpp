@@ -43,7 +43,7 @@ void SolveDesign(State& state) {
     forgetSolvedLevels(state);
     if (!shiftDrivingMoment(state)) {
         FailRotation(state);
-    } else if (state.problem.WallType == "C") {
+    } else if (state.problem.WallType == WallKind::Cantilever) {
         designCantilever(state);
     } else {
         designAnchored(state);
@@ -51,7 +51,7 @@ void SolveDesign(State& state) {
 }
 
 void finishLevel(State& state, int anchorIndex, int level) {
-    const bool rotationRestrained = state.problem.WallType == "C" || level == 2;
+    const bool rotationRestrained = state.problem.WallType == WallKind::Cantilever || level == 2;
     SolveBeam(state, anchorIndex, state.solution.BottomIndex(level), rotationRestrained ? 2 : 1,
               level, 0);
     BuildResultDiagrams(state, level);
@@ -59,7 +59,7 @@ void finishLevel(State& state, int anchorIndex, int level) {
 }
 
 void FailRotation(State& state) {
-    const bool cantilever = state.problem.WallType == "C";
+    const bool cantilever = state.problem.WallType == WallKind::Cantilever;
     const std::string wall = cantilever ? "CANTILEVER" : "ANCHORED";
     const std::string turn = cantilever ? "CLOCKWISE" : "COUNTERCLOCKWISE";
     failSolution(state, {.text = "Conditions encountered where impending rotation\nof" + wall +

@@ -11,7 +11,7 @@ constexpr double FactorStep = 0.2;
 constexpr double LimitStep = 5.0;
 
 void failInconsistent(State& state, int level, const FactorSearch& search) {
-    const std::string wall = state.problem.WallType == "C" ? "     CANTILEVER WALL"
+    const std::string wall = state.problem.WallType == WallKind::Cantilever ? "     CANTILEVER WALL"
                              : level == 1 ? "     ANCHORED WALL BY FREE EARTH METHOD"
                                           : "     ANCHORED WALL BY FIXED EARTH METHOD";
     std::string text =

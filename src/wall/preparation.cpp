@@ -25,21 +25,21 @@ void clearWorkingValues(State& state) {
     state.wedge = {};
 }
 
-/// "C" coefficients, or "W" where only a wedge can follow the ground, adhesion or sloping layers.
-std::string sideMethod(const Problem& problem, int side) {
+/// Coefficients, or a wedge where only that can follow the ground, adhesion or sloping layers.
+PressureMethod sideMethod(const Problem& problem, int side) {
     if (problem.SurfacePointCount(side) > 1) {
-        return "W";
+        return PressureMethod::Wedge;
     }
-    if (problem.SoilDataKind(side) == "S") {
+    if (problem.SoilDataKind(side) == SoilData::Strengths) {
         const int layers = problem.SoilLayerCount(side);
         for (int layer = 1; layer <= layers; ++layer) {
             const bool slopes = layer < layers && problem.SoilBottomSlope(side, layer) != 0;
             if (problem.SoilAdhesion(side, layer) > 0 || slopes) {
-                return "W";
+                return PressureMethod::Wedge;
             }
         }
     }
-    return "C";
+    return PressureMethod::Coefficients;
 }
 
 /// Refuses a layer that ends at or above the ground of its side, then a side whose coefficients no
@@ -62,7 +62,8 @@ bool refuseSoilData(State& state) {
         }
     }
     for (const int side : {Right, Left}) {
-        if (problem.SoilDataKind(side) == "C" && state.preparation.SideMethod(side) == "W") {
+        if (problem.SoilDataKind(side) == SoilData::Coefficients &&
+            state.preparation.SideMethod(side) == PressureMethod::Wedge) {
             return refuse(std::string(sideName(side)) +
                           " soil data are pressure coefficients, which\n"
                           "the wedge method required by the surface cannot use.");
@@ -77,8 +78,8 @@ void startSeepage(State& state) {
     auto& SeepageGradient = problem.SeepageGradient;
     auto& SeepageEndElev = state.preparation.SeepageEndElev;
 
-    if (problem.SeepageKind == "A") {
-        SeepageGradient(1) = problem.ProgramMode == "D"
+    if (problem.SeepageKind == Seepage::Automatic) {
+        SeepageGradient(1) = problem.ProgramMode == Mode::Design
                                  ? StartGradient
                                  : seepageGradientForBottom(problem, problem.WallBottomElev);
     }
@@ -89,7 +90,7 @@ void startSeepage(State& state) {
 /// Refuses a given gradient that has used up the head before the water leaves the left soil.
 bool refuseGradient(State& state) {
     const Problem& problem = state.problem;
-    if (problem.SeepageKind != "G" ||
+    if (problem.SeepageKind != Seepage::Given ||
         state.preparation.SeepageEndElev(1) <= seepageExitElev(problem) + ElevationNoise) {
         return false;
     }
@@ -104,14 +105,14 @@ bool refuseGradient(State& state) {
 void prepareWedgeSides(State& state) {
     const Problem& problem = state.problem;
     for (const int side : {Right, Left}) {
-        if (state.preparation.SideMethod(side) != "W") {
+        if (state.preparation.SideMethod(side) != PressureMethod::Wedge) {
             continue;
         }
         state.preparation.NumSurchargesOnSide(side) =
             problem.VStripCount(side) + problem.VLineCount(side) + problem.VRampCount(side) +
             problem.VTriCount(side) + problem.VVarCount(side);
         BuildWedgeRegions(state, side);
-        if (!problem.SeepageKind.empty()) {
+        if (problem.SeepageKind != Seepage::None) {
             BuildSeepageEndRegions(state, side, 1);
         }
     }
@@ -165,10 +166,10 @@ void PrepareSolution(State& state) {
     if (refuseSoilData(state)) {
         return;
     }
-    if (problem.WaterDataKind != "E") {
-        problem.SeepageKind.clear();
+    if (problem.WaterDataKind != WaterData::Elevations) {
+        problem.SeepageKind = Seepage::None;
     }
-    const bool seeps = !problem.SeepageKind.empty();
+    const bool seeps = problem.SeepageKind != Seepage::None;
     if (seeps) {
         startSeepage(state);
         if (refuseGradient(state)) {
@@ -181,7 +182,7 @@ void PrepareSolution(State& state) {
     if (seeps) {
         state.preparation.SeepageGradientLimit = gradientLimit(problem);
     }
-    if (problem.ProgramMode == "D") {
+    if (problem.ProgramMode == Mode::Design) {
         setDesignFactors(state);
     }
 }

@@ -10,7 +10,7 @@ namespace {
 
 /// Deflections to LB-IN^3 (scaled) in a design, to IN in an analysis.
 double deflectionScale(const Problem& problem) {
-    if (problem.ProgramMode == "A") {
+    if (problem.ProgramMode == Mode::Analysis) {
         return divide(1728.0, problem.WallInertia * problem.WallModulus);
     }
     return 1728.0;

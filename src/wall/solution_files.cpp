@@ -91,22 +91,22 @@ std::string makeSolutionFile(TemporaryFiles& files, int level) {
     }
 }
 
-void putMarks(ByteWriter& out, const Array<std::string, 2, 301>& marks, TemporaryFiles& files,
-              int level, int kind) {
+void putMarks(ByteWriter& out, const Array<bool, 2, 301>& marks, TemporaryFiles& files, int level,
+              int kind) {
     for (const int side : {Right, Left}) {
         for (int i = 1; i <= 301; ++i) {
-            out.putText(marks(side, i));
-            files.MarkLength(level, kind, side, i) = static_cast<int>(marks(side, i).size());
+            out.putText(markText(marks(side, i)));
+            files.MarkLength(level, kind, side, i) = marks(side, i) ? 1 : 0;
         }
     }
 }
 
-void takeMarks(ByteReader& in, Array<std::string, 2, 301>& marks, const TemporaryFiles& files,
-               int level, int kind) {
+void takeMarks(ByteReader& in, Array<bool, 2, 301>& marks, const TemporaryFiles& files, int level,
+               int kind) {
     for (const int side : {Right, Left}) {
         for (int i = 1; i <= 301; ++i) {
             const int length = files.MarkLength(level, kind, side, i);
-            marks(side, i) = in.takeText(static_cast<std::size_t>(length));
+            marks(side, i) = !in.takeText(static_cast<std::size_t>(length)).empty();
         }
     }
 }

@@ -10,7 +10,7 @@
 namespace korvane {
 
 void ComputeSidePressures(State& state, int side, int level) {
-    if (state.preparation.SideMethod(side) == "C") {
+    if (state.preparation.SideMethod(side) == PressureMethod::Coefficients) {
         ComputeCoefficientPressures(state, side, level);
     } else {
         ComputeWedgePressures(state, side, level);
@@ -21,7 +21,7 @@ void RebuildForSeepage(State& state, int level) {
     BuildElevationGrid(state, level);
     ComputeWaterPressures(state, level);
     for (const int side : {Right, Left}) {
-        if (state.preparation.SideMethod(side) != "C") {
+        if (state.preparation.SideMethod(side) != PressureMethod::Coefficients) {
             BuildSeepageEndRegions(state, side, level);
         }
         ComputeSidePressures(state, side, level);
@@ -33,13 +33,14 @@ void RebuildForSeepage(State& state, int level) {
 }
 
 bool seepageFollowsBottom(const Problem& problem) {
-    return problem.WaterDataKind == "E" && problem.SeepageKind == "A" && problem.ProgramMode != "A";
+    return problem.WaterDataKind == WaterData::Elevations &&
+           problem.SeepageKind == Seepage::Automatic && problem.ProgramMode != Mode::Analysis;
 }
 
 bool shiftDrivingMoment(State& state) {
     const Problem& problem = state.problem;
     NetPressures& net = state.net;
-    const bool anchored = problem.WallType == "A";
+    const bool anchored = problem.WallType == WallKind::Anchored;
     const double pivot =
         anchored ? problem.AnchorElev : state.grid.ElevGrid(state.net.NetZeroIndex);
     net.DrivingMoment -= (problem.WallTopElev - pivot) * net.DrivingForce;

@@ -61,8 +61,8 @@ void expectGrid(const Json& grid, const ElevationGrid& elevations, const Pressur
             EXPECT_EQ(entry["netActive"][place], netActive(i, k));
             EXPECT_EQ(entry["netPassive"][place], netPassive(i, k));
         }
-        EXPECT_EQ(entry["left"]["marks"][0], pressures.ActiveMark(Left, i));
-        EXPECT_EQ(entry["left"]["marks"][1], pressures.PassiveMark(Left, i));
+        EXPECT_EQ(entry["left"]["marks"][0], markText(pressures.ActiveMark(Left, i)));
+        EXPECT_EQ(entry["left"]["marks"][1], markText(pressures.PassiveMark(Left, i)));
     }
 }
 
@@ -108,7 +108,7 @@ TEST(Json, EveryNumberReadsBackToTheSameDouble) {
         } else {
             EXPECT_TRUE(json["grid"].empty());
         }
-        const int levels = state.problem.WallType == "A" ? 2 : 1;
+        const int levels = state.problem.WallType == WallKind::Anchored ? 2 : 1;
         ASSERT_EQ(json["levels"].size(), static_cast<std::size_t>(levels));
         for (int level = 1; level <= levels; ++level) {
             expectLevel(json["levels"][static_cast<std::size_t>(level - 1)], state, level);

@@ -119,8 +119,9 @@ void solve(SolvedWall& wall, const Case& wanted, const std::filesystem::path& in
     }
     PrepareSolution(state);
     for (const int side : {Right, Left}) {
-        if (state.preparation.SideMethod(side) == "W") {
-            state.preparation.SideMethod(side) = wanted.wedge == "fixed" ? "F" : "S";
+        if (state.preparation.SideMethod(side) == PressureMethod::Wedge) {
+            state.preparation.SideMethod(side) =
+                wanted.wedge == "fixed" ? PressureMethod::FixedSurface : PressureMethod::Sweep;
         }
     }
     for (const int side : {Right, Left}) {
@@ -140,7 +141,7 @@ void solve(SolvedWall& wall, const Case& wanted, const std::filesystem::path& in
     if (state.SolutionFailed != 0) {
         return;
     }
-    if (state.problem.ProgramMode == "D") {
+    if (state.problem.ProgramMode == Mode::Design) {
         SolveDesign(state);
     } else {
         SolveAnalysis(state);

@@ -22,8 +22,8 @@ void solveFromFile(Office& office, const Problem& problem, int number) {
     const bool fixed = number % 2 == 0;
     office.desktop.onScreen = [fixed](Screen screen, Session& session) {
         if (screen == Screen::WEDGMETH && fixed) {
-            for (std::string& method : session.state.preparation.SideMethod) {
-                method = method == "S" ? "F" : method;
+            for (PressureMethod& method : session.state.preparation.SideMethod) {
+                method = method == PressureMethod::Sweep ? PressureMethod::FixedSurface : method;
             }
         }
     };
@@ -50,7 +50,7 @@ void expectDescending(const ElevationGrid& grid) {
 void expectBalance(const State& state, int level) {
     const Balance balance = balanceOf(state, level);
     const double rounding = 1e-7;
-    const bool fixedEarth = state.problem.WallType == "A" && level == 2;
+    const bool fixedEarth = state.problem.WallType == WallKind::Anchored && level == 2;
     if (!fixedEarth) { // built in at its foot the wall has a reaction there
         EXPECT_LE(std::fabs(balance.force), 0.1 + rounding * balance.sizes);
     }
@@ -82,7 +82,7 @@ void expectInvariants(const Office& office) {
     }
     EXPECT_EQ(words, "SOLUTION COMPLETE");
     EXPECT_EQ(told, 0);
-    for (int level = 1; level <= (state.problem.WallType == "A" ? 2 : 1); ++level) {
+    for (int level = 1; level <= (state.problem.WallType == WallKind::Anchored ? 2 : 1); ++level) {
         ASSERT_TRUE(state.solved(level).solved);
         expectDescending(state.solved(level).grid);
         expectBalance(state, level);

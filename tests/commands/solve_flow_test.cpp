@@ -106,7 +106,8 @@ TEST(SolveFlow, AnAnalysisHasNoReviewNoPressureReportAndNoReduction) {
         mnuSolveItem_Click(*office.session, office.desktop);
         EXPECT_EQ(office.session->stage, FlowStage::Finished);
         EXPECT_EQ(office.session->panels.panDoneText, completeText);
-        EXPECT_EQ(sections(office), office.session->state.problem.WallType == "A" ? "ESCC" : "ESC");
+        EXPECT_EQ(sections(office),
+                  office.session->state.problem.WallType == WallKind::Anchored ? "ESCC" : "ESC");
         expectLineCount(office);
         EXPECT_EQ(office.desktop.shown(Screen::ROWEPILE), 0);
         EXPECT_FALSE(office.desktop.busy);
@@ -125,8 +126,8 @@ TEST(SolveFlow, AWedgeOnOneSideAsksOnceAndTheOtherSideKeepsItsCoefficients) {
     office.open("sloping-backfill-sweep"); // level ground on the left
     mnuSolveItem_Click(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
-    EXPECT_EQ(office.session->state.preparation.SideMethod(Right), "S");
-    EXPECT_EQ(office.session->state.preparation.SideMethod(Left), "C");
+    EXPECT_EQ(office.session->state.preparation.SideMethod(Right), PressureMethod::Sweep);
+    EXPECT_EQ(office.session->state.preparation.SideMethod(Left), PressureMethod::Coefficients);
 }
 
 TEST(SolveFlow, TheChoiceIsOneForBothSides) {
@@ -134,14 +135,14 @@ TEST(SolveFlow, TheChoiceIsOneForBothSides) {
     office.open("sloping-both-sides-fixed");
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::WEDGMETH) {
-            session.state.preparation.SideMethod.fill("W");
+            session.state.preparation.SideMethod.fill(PressureMethod::Wedge);
             cmdFixed_Click(session);
         }
     };
     mnuSolveItem_Click(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
-    EXPECT_EQ(office.session->state.preparation.SideMethod(Right), "F");
-    EXPECT_EQ(office.session->state.preparation.SideMethod(Left), "F");
+    EXPECT_EQ(office.session->state.preparation.SideMethod(Right), PressureMethod::FixedSurface);
+    EXPECT_EQ(office.session->state.preparation.SideMethod(Left), PressureMethod::FixedSurface);
 }
 
 TEST(SolveFlow, TheBusyPointerIsOffAtTheWedgePromptAndAtTheSections) {

@@ -172,7 +172,7 @@ void describeSmallWall(Problem& problem) {
     }
     problem.SoilBottomElev(Right, 1) = -5;
     problem.SoilBottomElev(Left, 1) = -12;
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterElev(Right) = -4;
     problem.WaterElev(Left) = -10;
 }

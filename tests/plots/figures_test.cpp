@@ -34,7 +34,7 @@ struct Figures : testing::Test {
     }
 
     void solveAnchored() {
-        state.problem.WallType = "A";
+        state.problem.WallType = WallKind::Anchored;
         WriteSolutionFile(state, 1);
         state.results.ResultShear(2) = -960; // what tells the levels apart
         WriteSolutionFile(state, 2);
@@ -53,7 +53,7 @@ TEST_F(Figures, ACantileverWallHasItsDiagramsAndTheSystem) {
 }
 
 TEST_F(Figures, WithoutWaterTheWaterDiagramIsLeftOut) {
-    state.problem.WaterDataKind = "";
+    state.problem.WaterDataKind = WaterData::None;
     const auto list = names(true);
     EXPECT_EQ(std::count(list.begin(), list.end(), "water-pressure"), 0);
     EXPECT_EQ(list.size(), 7U);

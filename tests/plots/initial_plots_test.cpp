@@ -117,7 +117,7 @@ TEST_F(InitialPressures, NetDiagramOfACantileverWallShowsBothCurves) {
 
 TEST_F(InitialPressures, NetDiagramOfAnAnchoredWallHasNoPassiveCurveAndNoPassiveKey) {
     setNetPressures(state);
-    state.problem.WallType = "A";
+    state.problem.WallType = WallKind::Anchored;
     // M = 400 of the active curve: x = 2160 + (v + 100) x 11.52; anchor -2 at y 1872
     expectDrawing(
         drawn(InitialNetSoilPlot),
@@ -185,8 +185,8 @@ TEST_F(InitialPressures, SideDiagramsRunToThePlotBottom) {
     const auto texts = textsOf(all);
     EXPECT_EQ(texts.at(6), "RIGHTSIDE INITIAL PRESSURES (PSF)");
     EXPECT_EQ(texts.at(7), "FOR CANTILEVER WALL DESIGN");
-    state.problem.ProgramMode = "A";
-    state.problem.WallType = "A";
+    state.problem.ProgramMode = Mode::Analysis;
+    state.problem.WallType = WallKind::Anchored;
     const auto left = textsOf(drawn(InitialLeftPlot));
     EXPECT_EQ(left.at(6), "LEFTSIDE INITIAL PRESSURES (PSF)");
     EXPECT_EQ(left.at(7), "FOR ANCHORED WALL ANALYSIS");
@@ -202,7 +202,7 @@ TEST_F(InitialPressures, WaterDiagramStopsAtThePlotBottom) {
 
 TEST_F(InitialPressures, WaterDiagramOfAnAnchoredWallHasTheAnchorLine) {
     EXPECT_TRUE(linesOf(drawn(InitialNetWaterPlot), Red, 2).empty());
-    state.problem.WallType = "A"; // anchor -2 at 432 twips a foot
+    state.problem.WallType = WallKind::Anchored; // anchor -2 at 432 twips a foot
     expectDrawing(linesOf(drawn(InitialNetWaterPlot), Red, 2),
                   {line(2160, 1872, 7920, 1872, Red, 2)});
 }

@@ -248,7 +248,7 @@ TEST(HorizontalPlots, DistributedLoadsAreJoinedToTheWallAtBothEnds) {
 
 TEST(HorizontalPlots, InputWaterPressuresRunFromZeroWithoutAHead) {
     Problem problem = plainCantilever();
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -2;
     problem.WaterPressElev(2) = -8;
@@ -265,7 +265,7 @@ TEST(HorizontalPlots, InputWaterPressuresRunFromZeroWithoutAHead) {
 
 TEST(HorizontalPlots, WaterPointsOfOtherKindsAreNotRead) {
     Problem problem = plainCantilever();
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterPressCount = 2;
     problem.WaterPressure(1) = 77;
     expectDrawing(drawn(problem, InputWaterPlot),

@@ -147,7 +147,7 @@ TEST_F(PlotScreens, RoweShowsAtOnceAndDoneClosesIt) {
 }
 
 TEST_F(PlotScreens, NoWaterDataDisableTheWaterEntry) {
-    problem.WaterDataKind = "";
+    problem.WaterDataKind = WaterData::None;
     PlotView results = openPlotScreen(state, Name::CANPLOT);
     EXPECT_EQ(enabledEntries(results),
               (Names{"mnuDefl", "mnuMoment", "mnuShear", "mnuPres", "mnuPresItem(0)",
@@ -159,7 +159,7 @@ TEST_F(PlotScreens, NoWaterDataDisableTheWaterEntry) {
 }
 
 TEST_F(PlotScreens, WaterPressuresBelowTheThresholdDisableTheWaterEntry) {
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     state.pressures.WaterPressures.fill(-0.0001);
     EXPECT_FALSE(openPlotScreen(state, Name::CANPLOT).hasPlot(NetWaterPlot));
     state.pressures.WaterPressures(2, 2) = -0.00011;
@@ -193,7 +193,7 @@ TEST_F(PlotScreens, LoadEntriesAreEnabledByTheirCountsOnEitherSide) {
 }
 
 TEST_F(PlotScreens, WaterPressuresGivenOpenTheirView) {
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     PlotView view = openPlotScreen(state, Name::VUINPLOT);
     EXPECT_EQ(enabledEntries(view),
               (Names{"mnuSystem", "mnuHoriz", "mnuHorizItem(2)", "mnuFinished"}));

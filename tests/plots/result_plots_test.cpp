@@ -158,7 +158,7 @@ TEST_F(ResultPlots, NetSoilPressureOnPaperLacksTheWordNetAndItsTitlesStandLower)
         centred(5040, 4608 - 4320, "SOIL PRESSURE (PSF)"),
         centred(5040, 4824 - 4320, "FOR ANCHORED WALL ANALYSIS BY FREE EARTH METHOD"),
         centred(864, 288, "ELEV."), centred(864, 504, "(FT)")};
-    state.problem.ProgramMode = "A";
+    state.problem.ProgramMode = Mode::Analysis;
     expectDrawing(drawn(state, FreeEarthResults, NetPressurePlot, Medium::Paper),
                   onPaper(joined({boxAndZeroLine(3120), pressureScale(), paperHeads, ends(5400),
                                   levels(), anchor(), pressureCurve(White)})));
@@ -306,7 +306,7 @@ TEST_F(ResultPlots, SideDiagramsOfAnAnchoredWallHaveNoAnchorLine) {
 TEST_F(ResultPlots, DesignShowsScaledDeflectionAndAnalysisInches) {
     EXPECT_EQ(textsOf(drawn(state, CantileverResults, DeflectionPlot)).at(3),
               "SCALED DEFLECTION (LB-IN^3)");
-    state.problem.ProgramMode = "A";
+    state.problem.ProgramMode = Mode::Analysis;
     const auto texts = textsOf(drawn(state, CantileverResults, DeflectionPlot));
     EXPECT_EQ(texts.at(3), "DEFLECTION (IN)");
     EXPECT_EQ(texts.at(4), "FOR CANTILEVER WALL ANALYSIS");
@@ -317,7 +317,7 @@ TEST_F(ResultPlots, SecondTitlesOfTheThreeScreens) {
         return textsOf(drawn(state, kind, ShearPlot)).at(4);
     };
     EXPECT_EQ(second(FixedEarthResults), "FOR ANCHORED WALL DESIGN BY FIXED EARTH METHOD");
-    state.problem.ProgramMode = "A";
+    state.problem.ProgramMode = Mode::Analysis;
     EXPECT_EQ(second(FreeEarthResults), "FOR ANCHORED WALL ANALYSIS BY FREE EARTH METHOD");
     EXPECT_EQ(second(FixedEarthResults), "FOR ANCHORED WALL ANALYSIS BY FIXED EARTH METHOD");
 }
@@ -372,7 +372,7 @@ TEST_F(ResultPlots, TheFirstBoundaryAtOrBelowTheBottomEndsTheLayers) {
 }
 
 TEST_F(ResultPlots, WaterGivenByPressuresHasNoLevelLinesButItsDiagram) {
-    state.problem.WaterDataKind = "P";
+    state.problem.WaterDataKind = WaterData::Pressures;
     const Drawing all = drawn(state, CantileverResults, NetWaterPlot);
     EXPECT_TRUE(linesOf(all, Blue, 2).empty());
     EXPECT_EQ(linesOf(all, Blue, 3).size(), 5U);

@@ -205,10 +205,10 @@ TEST(WaterScales, NoWaterDataOrNoPressureGiveNoScale) {
     Bench bench;
     solveSmallWall(*bench.state);
     PlotScales scales;
-    bench.problem.WaterDataKind = "";
+    bench.problem.WaterDataKind = WaterData::None;
     prepareWaterScales(*bench.state, -20, scales);
     EXPECT_FALSE(scales.hasWater());
-    bench.problem.WaterDataKind = "P";
+    bench.problem.WaterDataKind = WaterData::Pressures;
     bench.state->pressures.WaterPressures.fill(0.00009);
     prepareWaterScales(*bench.state, -20, scales);
     EXPECT_FALSE(scales.hasWater());

@@ -32,7 +32,7 @@ TEST(SystemPlot, InDesignTheWallRunsToTheBottomOfTheDrawing) {
 
 TEST(SystemPlot, InAnalysisTheWallEndsAtItsBottom) {
     Problem problem = plainCantilever();
-    problem.ProgramMode = "A";
+    problem.ProgramMode = Mode::Analysis;
     problem.WallBottomElev = -24; // lower limit -25, H = 26: y = (1 - (e + 25) / 26) x 5400
     const Drawing all = drawn(problem);
     const double foot = 5400.0 / 26;
@@ -109,14 +109,14 @@ TEST(SystemPlot, ALayerBottomThatSlopesOutOfThePictureIsCutAtTheEdge) {
 
 TEST(SystemPlot, LayersGivenByCoefficientsAreLevel) {
     Problem problem = twoLayers(0.5);
-    problem.SoilDataKind(Right) = "C"; // the slope is left over from other data
+    problem.SoilDataKind(Right) = SoilData::Coefficients; // the slope is left over from other data
     expectDrawing(linesOf(drawn(problem), SoilBrown, 2),
                   {line(5592, 1800, 9120, 1800, SoilBrown, 2)});
 }
 
 TEST(SystemPlot, WaterOfBothSidesIsBlueWithItsSign) {
     Problem problem = plainCantilever();
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterElev(Right) = -4; // y 2250, from 5592 to 9120: middle 7356
     problem.WaterElev(Left) = -9;  // y 4500, from 5448 to 1920: middle 3684
     const auto water = [](double face, double edge, double x, double y) {
@@ -132,7 +132,7 @@ TEST(SystemPlot, WaterOfBothSidesIsBlueWithItsSign) {
 
 TEST(SystemPlot, WaterLevelsExtendTheDrawing) {
     Problem problem = plainCantilever();
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterElev(Right) = 5;
     problem.WaterElev(Left) = -10;
     // upper limit 5, lower -11: H = 17
@@ -147,14 +147,14 @@ TEST(SystemPlot, LayerBoundariesExtendTheDrawingButNotTheLastLayer) {
 
 TEST(SystemPlot, WaterGivenByPressuresShowsNoLines) {
     Problem problem = plainCantilever();
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterElev(Right) = 50;
     expectDrawing(drawn(problem), drawn(plainCantilever()));
 }
 
 TEST(SystemPlot, AnchorRunsToTheRightEdgeWithAnArrowHead) {
     Problem problem = plainCantilever();
-    problem.WallType = "A";
+    problem.WallType = WallKind::Anchored;
     problem.AnchorElev = -3; // the lower limit still is the left ground, -10
     const Drawing all = drawn(problem);
     expectDrawing({all.end() - 4, all.end()},
@@ -164,7 +164,7 @@ TEST(SystemPlot, AnchorRunsToTheRightEdgeWithAnArrowHead) {
 
 TEST(SystemPlot, LowerLimitOfAnAnchoredDesignIsItsAnchorUnlessSomethingLiesLower) {
     Problem problem = plainCantilever();
-    problem.WallType = "A";
+    problem.WallType = WallKind::Anchored;
     problem.AnchorElev = -2;
     problem.SurfaceElev(Left, 1) = -1; // limits 0 and -2: H = 4, the wall top at y 1350
     EXPECT_NEAR(drawn(problem).front().a.y, 1350, 1e-9);
@@ -172,9 +172,9 @@ TEST(SystemPlot, LowerLimitOfAnAnchoredDesignIsItsAnchorUnlessSomethingLiesLower
 
 TEST(SystemPlot, OnPaperTheEdgesStandAt3600And10800AndTheColumnAt2520) {
     Problem problem = twoLayers(-0.5);
-    problem.WallType = "A";
+    problem.WallType = WallKind::Anchored;
     problem.AnchorElev = -3;
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterElev(Right) = -4;
     problem.WaterElev(Left) = -9;
     Drawing expected = moved(drawn(problem), 1680, 4320);

@@ -20,13 +20,13 @@ class CoefficientPressuresTest : public testing::Test {
         problem.SoilCohesion(side, layer) = cohesion;
     }
     void setWater(double right, double left) {
-        problem.WaterDataKind = "E";
+        problem.WaterDataKind = WaterData::Elevations;
         problem.WaterUnitWeight = 62.4;
         problem.WaterElev(Right) = right;
         problem.WaterElev(Left) = left;
     }
     void setSeepage(double elevation, double gradient) {
-        problem.SeepageKind = "G";
+        problem.SeepageKind = Seepage::Given;
         problem.SeepageElev = elevation;
         problem.SeepageGradient.fill(gradient);
     }
@@ -142,7 +142,7 @@ TEST_F(CoefficientPressuresTest, WallFrictionTakesTheHorizontalShareOfTheIncline
 }
 
 TEST_F(CoefficientPressuresTest, GivenCoefficientsActAloneWithoutWallFrictionOrCohesion) {
-    problem.SoilDataKind(Right) = "C";
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
     problem.SoilCoefActive(Right, 1) = 0.3;
     problem.SoilCoefPassive(Right, 1) = 5;
     problem.SoilWallFriction(Right, 1) = 20;
@@ -207,7 +207,7 @@ TEST_F(CoefficientPressuresTest, SeepageMakesTheRightSoilHeavierAndTheLeftOneLig
 
 TEST_F(CoefficientPressuresTest, NetPressureTablesLeaveTheMoistWeight) {
     problem.SoilSatWeight(Right, 1) = 999;
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterUnitWeight = 62.4; // stale
     problem.WaterElev(Right) = -1;  // stale
     problem.WaterPressCount = 2;
@@ -321,7 +321,7 @@ TEST_F(CoefficientPressuresTest, AFallThroughZeroIsCutBelowItsNewRow) {
 }
 
 TEST_F(CoefficientPressuresTest, ActiveNoiseIsClearedAndPassiveValuesStay) {
-    problem.SoilDataKind(Right) = "C";
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
     problem.SoilCoefActive(Right, 1) = problem.SoilCoefPassive(Right, 1) = 1e-7;
     bench.solve();
     expectActive(Right, -8, 0); // 9.6E-5
@@ -332,20 +332,20 @@ TEST_F(CoefficientPressuresTest, ActiveNoiseIsClearedAndPassiveValuesStay) {
 TEST_F(CoefficientPressuresTest, EachCallRebuildsItsSideFromNothing) {
     bench.solve();
     const auto first = pressures.ActivePressures;
-    pressures.ActiveMark(Right, 7) = pressures.PassiveMark(Right, 8) = "*";
+    pressures.ActiveMark(Right, 7) = pressures.PassiveMark(Right, 8) = true;
     for (int i = 1; i <= 301; ++i) {
         pressures.ActivePressures(Right, i, 1) = pressures.ActivePressures(Right, i, 2) = 77;
     }
     ComputeCoefficientPressures(state, Right, 1);
     EXPECT_EQ(pressures.ActivePressures, first);
-    EXPECT_EQ(pressures.ActiveMark(Right, 7), "");
-    EXPECT_EQ(pressures.PassiveMark(Right, 8), "");
+    EXPECT_FALSE(pressures.ActiveMark(Right, 7));
+    EXPECT_FALSE(pressures.PassiveMark(Right, 8));
 }
 
 // Left clay: 120 z = 1000 at 8.333 FT below -10.
 TEST_F(CoefficientPressuresTest, ARowOfTheLeftSideCarriesTheRightSideAndWaterAlong) {
     setSoil(Left, 1, 120, 0, 500);
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -2;
     problem.WaterPressure(1) = 0;
@@ -408,11 +408,11 @@ TEST_F(CoefficientPressuresTest, AnEffectiveWeightOfZeroOrLessFails) {
     setSeepage(-4, 0.8);
     expectFailure(Left);
     // Exactly zero, without seepage.
-    problem.SeepageKind.clear();
+    problem.SeepageKind = Seepage::None;
     problem.SoilSatWeight(Left, 1) = 62.4;
     expectFailure(Left);
     // A moist weight of zero has the same message.
-    problem.WaterDataKind.clear();
+    problem.WaterDataKind = WaterData::None;
     problem.SoilMoistWeight(Right, 1) = 0;
     expectFailure(Right);
 }

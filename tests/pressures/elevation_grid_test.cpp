@@ -15,11 +15,11 @@ class ElevationGridTest : public testing::Test {
     }
     /// Water with seepage that ends at `end`.
     void setSeepage(double end) {
-        problem.WaterDataKind = "E";
+        problem.WaterDataKind = WaterData::Elevations;
         problem.WaterUnitWeight = 62.4;
         problem.WaterElev(Right) = -2;
         problem.WaterElev(Left) = -12;
-        problem.SeepageKind = "G";
+        problem.SeepageKind = Seepage::Given;
         problem.SeepageElev = -4;
         problem.SeepageGradient(1) = problem.SeepageGradient(2) = 0.2;
         bench.state->preparation.SeepageEndElev.fill(end);
@@ -72,7 +72,7 @@ TEST_F(ElevationGridTest, PointsCountFromTheWallTopBesideTheElevationsOfTheData)
 
 TEST_F(ElevationGridTest, WaterAboveTheWallTopIsNoPoint) {
     setSeepage(-17);
-    problem.SeepageKind.clear();
+    problem.SeepageKind = Seepage::None;
     problem.WaterElev(Right) = 3.3;
     problem.WaterElev(Left) = -4.25;
     build();
@@ -83,7 +83,7 @@ TEST_F(ElevationGridTest, WaterAboveTheWallTopIsNoPoint) {
 
 TEST_F(ElevationGridTest, AnAnchorAtASurfaceElevationGivesOnePoint) {
     setGround(0, -2.5, -10);
-    problem.WallType = "A";
+    problem.WallType = WallKind::Anchored;
     problem.AnchorElev = -2.5;
     build();
     EXPECT_EQ(rowsAt(-2.5), 1);
@@ -91,7 +91,7 @@ TEST_F(ElevationGridTest, AnAnchorAtASurfaceElevationGivesOnePoint) {
     problem.AnchorElev = -3.25;
     build();
     EXPECT_EQ(rowsAt(-3.25), 1);
-    problem.WallType = "C"; // without an anchor its elevation counts for nothing
+    problem.WallType = WallKind::Cantilever; // without an anchor its elevation counts for nothing
     build();
     EXPECT_EQ(rowsAt(-3.25), 0);
 }
@@ -154,7 +154,7 @@ TEST_F(ElevationGridTest, WithoutSeepageOrGradientTheEndIsNoPointAndItsIndexStay
     build();
     EXPECT_EQ(rowsAt(-17.4), 0);
     problem.SeepageGradient(1) = 0.2;
-    problem.SeepageKind.clear();
+    problem.SeepageKind = Seepage::None;
     build();
     EXPECT_EQ(rowsAt(-17.4), 0);
     EXPECT_EQ(rowsAt(-4), 1); // a regular point
@@ -195,7 +195,7 @@ TEST_F(ElevationGridTest, FloatingPointNoiseMakesNoSecondRow) {
 
 TEST_F(ElevationGridTest, LayerBottomsAndLoadsArePointsButTheLastBottomNever) {
     setLayerBottoms(problem, Right, {-3.3, -7.7});
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -5.6;
     problem.WaterPressElev(2) = -6.6;
@@ -231,7 +231,7 @@ TEST_F(ElevationGridTest, RandomProblemsGiveAStrictlyDescendingGridOfAllTheirEle
         const double top = between(-100, 500);
         setGround(top, top - between(0, 5), top - between(0, 60));
         std::vector<double> own{top, problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1)};
-        problem.WallType = "A";
+        problem.WallType = WallKind::Anchored;
         own.push_back(problem.AnchorElev = top - between(0, 10));
         problem.HLineCount = 5;
         for (int i = 1; i <= 5; ++i) {

@@ -19,8 +19,8 @@ class RowInsertionTest : public testing::Test {
                 }
             }
         }
-        pressures.ActiveMark(Right, 2) = "*";
-        pressures.PassiveMark(Left, 3) = "*";
+        pressures.ActiveMark(Right, 2) = true;
+        pressures.PassiveMark(Left, 3) = true;
     }
 
     PressureBench bench;
@@ -47,17 +47,17 @@ TEST_F(RowInsertionTest, AnOpenedRowMovesGridPressuresAndMarksDownOnePlace) {
 
 TEST_F(RowInsertionTest, MarksMoveWithTheirRowsAndTheNewRowHasNone) {
     openRow(state, 2, Left);
-    EXPECT_EQ(pressures.ActiveMark(Right, 2), "");
-    EXPECT_EQ(pressures.ActiveMark(Right, 3), "*");
-    EXPECT_EQ(pressures.PassiveMark(Left, 3), "");
-    EXPECT_EQ(pressures.PassiveMark(Left, 4), "*");
+    EXPECT_FALSE(pressures.ActiveMark(Right, 2));
+    EXPECT_TRUE(pressures.ActiveMark(Right, 3));
+    EXPECT_FALSE(pressures.PassiveMark(Left, 3));
+    EXPECT_TRUE(pressures.PassiveMark(Left, 4));
 }
 
 TEST_F(RowInsertionTest, OnTheRightSideTheLeftArraysStay) {
     openRow(state, 2, Right);
     EXPECT_EQ(pressures.ActivePressures(Right, 3, 1), 121);
     EXPECT_EQ(pressures.ActivePressures(Left, 3, 1), 231);
-    EXPECT_EQ(pressures.PassiveMark(Left, 3), "*");
+    EXPECT_TRUE(pressures.PassiveMark(Left, 3));
 }
 
 TEST_F(RowInsertionTest, TheGridHoldsThreeHundredAndOneRows) {

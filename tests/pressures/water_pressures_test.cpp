@@ -11,13 +11,13 @@ constexpr double Gamma = 62.4; // PCF
 class WaterPressuresTest : public testing::Test {
   protected:
     void setWater(double right, double left) {
-        problem.WaterDataKind = "E";
+        problem.WaterDataKind = WaterData::Elevations;
         problem.WaterUnitWeight = Gamma;
         problem.WaterElev(Right) = right;
         problem.WaterElev(Left) = left;
     }
     void setSeepage(double elevation, double gradient) {
-        problem.SeepageKind = "G";
+        problem.SeepageKind = Seepage::Given;
         problem.SeepageElev = elevation;
         problem.SeepageGradient.fill(gradient);
     }
@@ -193,7 +193,7 @@ TEST_F(WaterPressuresTest, EachLevelHasItsOwnSeepage) {
 }
 
 TEST_F(WaterPressuresTest, ATableStartsWithAStepAndKeepsItsLastValueBelow) {
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 3;
     const double elevations[] = {-2, -6, -9};
     const double values[] = {100, 300, 60};
@@ -216,7 +216,7 @@ TEST_F(WaterPressuresTest, ATableStartsWithAStepAndKeepsItsLastValueBelow) {
 TEST_F(WaterPressuresTest, SeepageValuesOfATrialBottom) {
     setWater(-2, -10);
     setSeepage(-4, 0.4);
-    problem.SeepageKind = "A";
+    problem.SeepageKind = Seepage::Automatic;
     bench.state->preparation.SeepageGradientLimit = 0.9999;
     // Head 8 over the way from -4 down to -20 and up to -10; it ends at the bottom itself.
     setSeepageForBottom(*bench.state, 2, -20);

@@ -10,7 +10,7 @@ namespace korvane::test {
 
 void WedgeBench::buildGround(int level) {
     State& s = *state;
-    if (!problem.SeepageKind.empty()) {
+    if (problem.SeepageKind != Seepage::None) {
         s.preparation.SeepageEndElev(level) =
             seepageEndElevation(problem, problem.SeepageGradient(level));
     }
@@ -24,7 +24,7 @@ void WedgeBench::buildGround(int level) {
     build(level);
 }
 
-void WedgeBench::press(const char* method, int side, int level) {
+void WedgeBench::press(PressureMethod method, int side, int level) {
     state->preparation.SideMethod(side) = method;
     ComputeWedgePressures(*state, side, level);
 }
@@ -53,14 +53,14 @@ void WedgeBench::setLayers(int side, const std::vector<std::pair<double, double>
 }
 
 void WedgeBench::setWater(double right, double left, double unitWeight) {
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterUnitWeight = unitWeight;
     problem.WaterElev(Right) = right;
     problem.WaterElev(Left) = left;
 }
 
 void WedgeBench::setSeepage(double elevation, double gradient) {
-    problem.SeepageKind = "G";
+    problem.SeepageKind = Seepage::Given;
     problem.SeepageElev = elevation;
     problem.SeepageGradient(1) = problem.SeepageGradient(2) = gradient;
 }
@@ -110,13 +110,13 @@ int PointGround::layerAt(double x, double y) const {
 
 double PointGround::unitWeight(double x, double y, int planeLayer) const {
     const int layer = layerAt(x, y);
-    if (problem_.WaterDataKind != "E" || y >= problem_.WaterElev(side_)) {
+    if (problem_.WaterDataKind != WaterData::Elevations || y >= problem_.WaterElev(side_)) {
         return problem_.SoilMoistWeight(side_, layer);
     }
     const double saturated = problem_.SoilSatWeight(side_, layer);
     const double water = problem_.WaterUnitWeight;
     const double gradient = problem_.SeepageGradient(level_);
-    const bool seeps = !problem_.SeepageKind.empty() &&
+    const bool seeps = problem_.SeepageKind != Seepage::None &&
                        (side_ == Left || y < problem_.SeepageElev) &&
                        (gradient <= 0.0001 || y >= state_.preparation.SeepageEndElev(level_));
     if (!seeps) {

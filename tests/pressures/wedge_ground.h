@@ -38,7 +38,7 @@ struct WedgeBench : PressureBench {
     /// Regions, grid and water of both sides, and the number of surcharges.
     void buildGround(int level = 1);
     /// Pressures of one side by "S" or "F".
-    void press(const char* method, int side = Right, int level = 1);
+    void press(PressureMethod method, int side = Right, int level = 1);
 
     void setGround(int side, const std::vector<std::pair<double, double>>& points);
     /// Layer bottoms at the wall with their slopes; the strengths are those of the first layer.

@@ -236,7 +236,10 @@ void compareWithSlices(bool slopingLayers, std::uint64_t seed, int wanted) {
                 << "seed " << seed << " piece " << compared;
             ++compared;
             inLowerLayers += layer > 1 ? 1 : 0;
-            wet += drawn.problem.WaterDataKind == "E" && y1 < drawn.problem.WaterElev(side) ? 1 : 0;
+            wet += drawn.problem.WaterDataKind == WaterData::Elevations &&
+                           y1 < drawn.problem.WaterElev(side)
+                       ? 1
+                       : 0;
         }
     }
     EXPECT_GT(inLowerLayers, wanted / 4);

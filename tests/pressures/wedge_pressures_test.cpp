@@ -23,7 +23,7 @@ class WedgePressuresTest : public testing::Test {
             state.wedge.WedgePassiveForce(i, side) = passive[at];
         }
     }
-    void pressHandMade(int side = Right) { bench.press("W", side); }
+    void pressHandMade(int side = Right) { bench.press(PressureMethod::Wedge, side); }
     double a(int i, int k, int side = Right) { return state.pressures.ActivePressures(side, i, k); }
     double p(int i, int k, int side = Right) {
         return state.pressures.PassivePressures(side, i, k);
@@ -39,7 +39,7 @@ class WedgePressuresTest : public testing::Test {
 TEST_F(WedgePressuresTest, ACohesionlessSoilWithNoUniformLoadHasZeroPressureAtTheSurface) {
     bench.setGround(Right, {{0, 0}, {10, 2}});
     bench.buildGround();
-    bench.press("S");
+    bench.press(PressureMethod::Sweep);
     const int s = bench.row(0);
     for (const int k : {1, 2}) {
         EXPECT_EQ(a(s, k), 0);
@@ -52,7 +52,7 @@ TEST_F(WedgePressuresTest, LevelGroundTakesRankinesPressuresAtTheSurface) {
     problem.VUniformCount(Right) = 1;
     problem.VUniformLoad(Right) = 300;
     bench.buildGround();
-    bench.press("F");
+    bench.press(PressureMethod::FixedSurface);
     const int s = bench.row(0);
     EXPECT_NEAR(a(s, 1), 300 / 3.0 - 100 / std::sqrt(3.0), 1e-9);
     EXPECT_NEAR(p(s, 1), 300 * 3 + 100 * std::sqrt(3.0), 1e-9);
@@ -67,7 +67,7 @@ TEST_F(WedgePressuresTest, FactorsOfSafetyReduceTheSurfacePressuresButNotTheWall
     problem.VUniformLoad(Right) = 300;
     bench.setFactors(1.2, 1.6);
     bench.buildGround();
-    bench.press("F");
+    bench.press(PressureMethod::FixedSurface);
     const int s = bench.row(0);
     const double w = 15 * Degree;
     const double pa = std::atan(std::tan(30 * Degree) / 1.2);
@@ -83,7 +83,7 @@ TEST_F(WedgePressuresTest, FactorsOfSafetyReduceTheSurfacePressuresButNotTheWall
 TEST_F(WedgePressuresTest, ActivePressureAtTheSurfaceIsNotNegative) {
     problem.SoilCohesion(Right, 1) = 50;
     bench.buildGround();
-    bench.press("S");
+    bench.press(PressureMethod::Sweep);
     EXPECT_EQ(a(bench.row(0), 1), 0);
     EXPECT_NEAR(p(bench.row(0), 1), 100 * std::sqrt(3.0), 1e-9);
 }
@@ -92,7 +92,7 @@ TEST_F(WedgePressuresTest, WithoutAUniformLoadTheSurfaceValuesUseZero) {
     problem.SoilCohesion(Right, 1) = 50;
     problem.VUniformLoad(Right) = 999; // left from an earlier problem
     bench.buildGround();
-    bench.press("F");
+    bench.press(PressureMethod::FixedSurface);
     EXPECT_EQ(a(bench.row(0), 1), 0);
     EXPECT_NEAR(p(bench.row(0), 1), 100 * std::sqrt(3.0), 1e-9);
 }
@@ -103,7 +103,7 @@ TEST_F(WedgePressuresTest, TheRisesArctangentIsDividedByTheDistance) {
     problem.VUniformCount(Right) = 1;
     problem.VUniformLoad(Right) = 300;
     bench.buildGround();
-    bench.press("F");
+    bench.press(PressureMethod::FixedSurface);
     const double e = std::atan(500.0) / 1000;
     EXPECT_NEAR(e, 0.0015688, 1e-7);
     const double phi = 30 * Degree;
@@ -119,7 +119,7 @@ TEST_F(WedgePressuresTest, ASteepRiseCountsAsTheFrictionAngle) {
     problem.VUniformCount(Right) = 1;
     problem.VUniformLoad(Right) = 300;
     bench.buildGround();
-    bench.press("F");
+    bench.press(PressureMethod::FixedSurface);
     EXPECT_NEAR(a(bench.row(0), 1), 300 * 0.75, 1e-9); // cos^2
 }
 
@@ -129,7 +129,7 @@ TEST_F(WedgePressuresTest, FallingGroundCountsAsTheFrictionAngleForPassivePressu
     problem.VUniformCount(Right) = 1;
     problem.VUniformLoad(Right) = 300;
     bench.buildGround();
-    bench.press("F");
+    bench.press(PressureMethod::FixedSurface);
     const double Kp = std::pow(std::cos(30 * Degree) / (1 - std::sqrt(0.5)), 2);
     EXPECT_NEAR(p(bench.row(0), 1), 300 * Kp, 1e-9);
     const double b = std::atan(-2.0) / 10;
@@ -237,7 +237,7 @@ TEST_F(WedgePressuresTest, ARowInsertedOnTheLeftGoesThroughTheRightSidesArrays) 
             state.pressures.PassivePressures(Right, i, k) = -300 * state.grid.ElevGrid(i) + 7 * k;
         }
     }
-    state.pressures.ActiveMark(Right, 5) = "*";
+    state.pressures.ActiveMark(Right, 5) = true;
     pressHandMade(Left);
     // 100, 20, -60: one zero, at -2.25.
     ASSERT_EQ(state.grid.NumElevs, 7);
@@ -248,8 +248,8 @@ TEST_F(WedgePressuresTest, ARowInsertedOnTheLeftGoesThroughTheRightSidesArrays) 
         EXPECT_NEAR(p(5, k), 607 + 0.25 * 307, 1e-9);
         EXPECT_NEAR(a(6, k), 90 + 7 * k, 1e-9);
     }
-    EXPECT_EQ(state.pressures.ActiveMark(Right, 5), "");
-    EXPECT_EQ(state.pressures.ActiveMark(Right, 6), "*");
+    EXPECT_FALSE(state.pressures.ActiveMark(Right, 5));
+    EXPECT_TRUE(state.pressures.ActiveMark(Right, 6));
 }
 
 // ---- the floor on passive pressure ------------------------------------------------------------
@@ -308,7 +308,7 @@ TEST_F(WedgePressuresTest, TheFixedSurfaceGivesRankinesPressuresOnLevelGround) {
     problem.VUniformLoad(Right) = 100;
     bench.buildGround();
     const int rows = state.grid.NumElevs;
-    bench.press("F");
+    bench.press(PressureMethod::FixedSurface);
     const double root3 = std::sqrt(3.0);
     const double zero = 300 * root3 / 120 - 100 / 120.0; // 3.497
     ASSERT_EQ(state.grid.NumElevs, rows + 1);
@@ -325,18 +325,18 @@ TEST_F(WedgePressuresTest, TheSweepsActiveForceNeverFallsBelowZero) {
     problem.SoilFriction(Right, 1) = 0;
     problem.SoilCohesion(Right, 1) = 500;
     bench.buildGround();
-    bench.press("S");
+    bench.press(PressureMethod::Sweep);
     const int shallow = bench.row(-5); // 4 c / g is 16.7 FT
     EXPECT_EQ(state.wedge.WedgeActiveForce(shallow, Right), 0);
     bench.buildGround();
-    bench.press("F");
+    bench.press(PressureMethod::FixedSurface);
     EXPECT_LT(state.wedge.WedgeActiveForce(bench.row(-5), Right), 0); // the fixed surface keeps it
 }
 
 TEST_F(WedgePressuresTest, TheNoSolutionFlagIsClearedForItsSideAndLevel) {
     bench.buildGround();
     state.wedge.WedgeNoSolution.fill(1);
-    bench.press("F", Left, 1);
+    bench.press(PressureMethod::FixedSurface, Left, 1);
     EXPECT_EQ(state.wedge.WedgeNoSolution(1, Left), 0);
     EXPECT_EQ(state.wedge.WedgeNoSolution(1, Right), 1);
     EXPECT_EQ(state.wedge.WedgeNoSolution(2, Left), 1);
@@ -350,7 +350,7 @@ TEST_F(WedgePressuresTest, AWedgeSideAfterACoefficientSideKeepsOneGrid) {
     bench.buildGround();
     ComputeCoefficientPressures(state, Right, 1);
     const int rows = state.grid.NumElevs;
-    bench.press("F", Left);
+    bench.press(PressureMethod::FixedSurface, Left);
     ASSERT_GT(state.grid.NumElevs, rows);
     for (int i = bench.row(0) + 1; i <= state.grid.NumElevs - 1; ++i) {
         EXPECT_NEAR(a(i, 1), 40 * -state.grid.ElevGrid(i), 1e-6);
@@ -364,7 +364,8 @@ TEST(WedgePressuresInvariants, RandomProblems) {
     Dice dice(45);
     int inserted = 0;
     for (int run = 0; run < 300; ++run) {
-        const char* method = run % 2 == 0 ? "S" : "F";
+        const PressureMethod method =
+            run % 2 == 0 ? PressureMethod::Sweep : PressureMethod::FixedSurface;
         WedgeBench drawn;
         drawWedgeProblem(drawn, dice, run % 3 == 0);
         drawn.buildGround();
@@ -392,7 +393,8 @@ TEST(WedgePressuresInvariants, RandomProblems) {
                     // that ends exactly where seepage ends is taken as still water.
                     double weight =
                         ground.unitWeight(0, (top + end) / 2, ground.layerAt(0, (top + end) / 2));
-                    if (drawn.problem.WaterDataKind == "E" && !drawn.problem.SeepageKind.empty() &&
+                    if (drawn.problem.WaterDataKind == WaterData::Elevations &&
+                        drawn.problem.SeepageKind != Seepage::None &&
                         end == state.preparation.SeepageEndElev(1) &&
                         end < drawn.problem.WaterElev(side)) {
                         const int layer = ground.layerAt(0, (top + end) / 2);
@@ -410,9 +412,9 @@ TEST(WedgePressuresInvariants, RandomProblems) {
                         ASSERT_GE(passive, sv - 1e-6 * std::abs(sv) - 1e-6) << run << " row " << i;
                     }
                 }
-                if (*method == 'F') {
-                    ASSERT_EQ(state.pressures.ActiveMark(side, i), "");
-                    ASSERT_EQ(state.pressures.PassiveMark(side, i), "");
+                if (method == PressureMethod::FixedSurface) {
+                    ASSERT_FALSE(state.pressures.ActiveMark(side, i));
+                    ASSERT_FALSE(state.pressures.PassiveMark(side, i));
                 }
             }
         }
@@ -440,7 +442,8 @@ TEST(WedgePressuresInvariants, AnyGroundEndsInPressuresOrInAToldError) {
         const int error = errorOf([&] {
             drawn.buildGround();
             for (const int side : {Right, Left}) {
-                drawn.press(run % 2 == 0 ? "S" : "F", side);
+                drawn.press(run % 2 == 0 ? PressureMethod::Sweep : PressureMethod::FixedSurface,
+                            side);
             }
         });
         EXPECT_TRUE(error == 0 || error == 5 || error == 9 || error == 11) << run << " " << error;

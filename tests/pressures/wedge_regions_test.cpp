@@ -156,7 +156,7 @@ TEST_F(WedgeRegionsTest, WithoutWaterElevationsThereAreNoWetRegions) {
     bench.setSeepage(-1, 0.2);
     bench.buildGround();
     EXPECT_NE(regions.Deep.Kind(Right, 1), NoRegion);
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     BuildWedgeRegions(*bench.state, Right);
     for (const auto* family : {&regions.Wet, &regions.Seep, &regions.Deep}) {
         EXPECT_EQ(family->Kind(Right, 1), NoRegion);
@@ -254,7 +254,7 @@ TEST_F(WedgeRegionsTest, DeepRegionsOfAnEarlierProblemAreDropped) {
     bench.setSeepage(-3, 0.25);
     bench.buildGround();
     EXPECT_NE(regions.Deep.Kind(Right, 1), NoRegion);
-    problem.SeepageKind.clear();
+    problem.SeepageKind = Seepage::None;
     BuildWedgeRegions(*bench.state, Right);
     EXPECT_EQ(regions.Seep.Kind(Right, 1), NoRegion);
     EXPECT_EQ(regions.Deep.Kind(Right, 1), NoRegion);
@@ -333,11 +333,11 @@ TEST_F(WedgeRegionsTest, RegionsOfRandomGroundsAreClipsOfTheirLayers) {
                     ++compared;
                 };
                 const Problem& p = drawn.problem;
-                if (p.WaterDataKind != "E") {
+                if (p.WaterDataKind != WaterData::Elevations) {
                     continue;
                 }
                 check(r.Wet, p.WaterElev(side));
-                if (p.SeepageKind.empty()) {
+                if (p.SeepageKind == Seepage::None) {
                     continue;
                 }
                 const double top = side == Right ? p.SeepageElev : p.WaterElev(side);

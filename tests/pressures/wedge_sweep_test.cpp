@@ -20,12 +20,8 @@ class WedgeSweepTest : public testing::Test {
     double passive(double elev, int side = Right) {
         return state.wedge.WedgePassiveForce(bench.row(elev), side);
     }
-    std::string activeMark(double elev) {
-        return state.pressures.ActiveMark(Right, bench.row(elev));
-    }
-    std::string passiveMark(double elev) {
-        return state.pressures.PassiveMark(Right, bench.row(elev));
-    }
+    bool activeMark(double elev) { return state.pressures.ActiveMark(Right, bench.row(elev)); }
+    bool passiveMark(double elev) { return state.pressures.PassiveMark(Right, bench.row(elev)); }
 
     WedgeBench bench;
     Problem& problem = bench.problem;
@@ -53,8 +49,8 @@ TEST_F(WedgeSweepTest, LevelGroundWithoutWallFrictionGivesRankinesForceWithinThe
         EXPECT_NEAR(passive(-depth), least * unit, 1e-9 * unit);
         EXPECT_NEAR(active(-depth), unit / 3, 0.001 * unit);
         EXPECT_NEAR(passive(-depth), unit * 3, 0.01 * unit);
-        EXPECT_EQ(activeMark(-depth), "");
-        EXPECT_EQ(passiveMark(-depth), "");
+        EXPECT_FALSE(activeMark(-depth));
+        EXPECT_FALSE(passiveMark(-depth));
     }
     EXPECT_EQ(state.wedge.WedgeNoSolution(1, Right), 0);
 }
@@ -144,11 +140,11 @@ TEST_F(WedgeSweepTest, TheLastRowNeverReceivesAMark) {
     sweep();
     const int last = state.grid.NumElevs;
     for (const int row : {last - 2, last - 1}) {
-        EXPECT_EQ(state.pressures.ActiveMark(Right, row), "*");
-        EXPECT_EQ(state.pressures.PassiveMark(Right, row), "*");
+        EXPECT_TRUE(state.pressures.ActiveMark(Right, row));
+        EXPECT_TRUE(state.pressures.PassiveMark(Right, row));
     }
-    EXPECT_EQ(state.pressures.ActiveMark(Right, last), "");
-    EXPECT_EQ(state.pressures.PassiveMark(Right, last), "");
+    EXPECT_FALSE(state.pressures.ActiveMark(Right, last));
+    EXPECT_FALSE(state.pressures.PassiveMark(Right, last));
     EXPECT_EQ(state.wedge.WedgeNoSolution(1, Right), 1);
     EXPECT_EQ(state.wedge.WedgeNoSolution(1, Left), 0);
 }
@@ -160,19 +156,19 @@ TEST_F(WedgeSweepTest, WhenNoPlaneGivesAPassiveForceItStaysZeroAndTheRowIsMarked
     bench.buildGround();
     sweep();
     EXPECT_EQ(passive(-8), 0);
-    EXPECT_EQ(passiveMark(-8), "*");
+    EXPECT_TRUE(passiveMark(-8));
 }
 
 TEST_F(WedgeSweepTest, MarksOfAnEarlierRunAreClearedOnItsSideAlone) {
     bench.buildGround();
     for (const int side : {Right, Left}) {
-        state.pressures.ActiveMark(side, 300) = "*";
-        state.pressures.PassiveMark(side, 5) = "*";
+        state.pressures.ActiveMark(side, 300) = true;
+        state.pressures.PassiveMark(side, 5) = true;
     }
     sweep();
-    EXPECT_EQ(state.pressures.ActiveMark(Right, 300), "");
-    EXPECT_EQ(state.pressures.PassiveMark(Right, 5), "");
-    EXPECT_EQ(state.pressures.ActiveMark(Left, 300), "*");
+    EXPECT_FALSE(state.pressures.ActiveMark(Right, 300));
+    EXPECT_FALSE(state.pressures.PassiveMark(Right, 5));
+    EXPECT_TRUE(state.pressures.ActiveMark(Left, 300));
 }
 
 TEST_F(WedgeSweepTest, GroundThatFallsSteeperThanTheDevelopedFrictionMarksPassiveRows) {
@@ -183,14 +179,14 @@ TEST_F(WedgeSweepTest, GroundThatFallsSteeperThanTheDevelopedFrictionMarksPassiv
     bench.setFactors(1.2, 1.25);
     bench.buildGround();
     sweep();
-    EXPECT_EQ(passiveMark(-1), "*");
-    EXPECT_EQ(activeMark(-1), "");
+    EXPECT_TRUE(passiveMark(-1));
+    EXPECT_FALSE(activeMark(-1));
     EXPECT_EQ(state.wedge.WedgeNoSolution(1, Right), 1);
     const FreeBodies bodies(bench, Right);
     for (int i = bench.row(0) + 1; i <= state.grid.NumElevs - 2; ++i) {
         const auto row = bodies.sweep(bench.elevation(i), false);
-        EXPECT_EQ(state.pressures.ActiveMark(Right, i) == "*", row.activeMarked);
-        EXPECT_EQ(state.pressures.PassiveMark(Right, i) == "*", row.passiveMarked);
+        EXPECT_EQ(state.pressures.ActiveMark(Right, i), row.activeMarked);
+        EXPECT_EQ(state.pressures.PassiveMark(Right, i), row.passiveMarked);
     }
 }
 
@@ -313,10 +309,8 @@ void compareWithFreeBodies(bool slopingLayers, std::uint64_t seed, int problems)
                 ASSERT_NEAR(state.wedge.WedgePassiveForce(i, side), expected.passive,
                             1e-7 * std::max(scale, expected.passive))
                     << where();
-                ASSERT_EQ(state.pressures.ActiveMark(side, i) == "*", expected.activeMarked)
-                    << where();
-                ASSERT_EQ(state.pressures.PassiveMark(side, i) == "*", expected.passiveMarked)
-                    << where();
+                ASSERT_EQ(state.pressures.ActiveMark(side, i), expected.activeMarked) << where();
+                ASSERT_EQ(state.pressures.PassiveMark(side, i), expected.passiveMarked) << where();
                 ++rows;
                 severalLayers += expected.severalLayers > 0 ? 1 : 0;
                 marked += expected.activeMarked || expected.passiveMarked ? 1 : 0;

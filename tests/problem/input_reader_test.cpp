@@ -47,8 +47,8 @@ TEST(InputReader, HeadControlAndWallOfADesignAsTheyStandInTheFile) {
     EXPECT_EQ(p.NumHeadingLines, 2);
     EXPECT_EQ(p.HeadingLines(1), "'ANCHORED DESIGN ");
     EXPECT_EQ(p.HeadingLines(2), "'WITH EVERY KIND OF LINE ");
-    EXPECT_EQ(p.WallType, "A");
-    EXPECT_EQ(p.ProgramMode, "D");
+    EXPECT_EQ(p.WallType, WallKind::Anchored);
+    EXPECT_EQ(p.ProgramMode, Mode::Design);
     EXPECT_EQ(p.FSActive, 1.1);
     EXPECT_EQ(p.FSPassive, 1.6);
     EXPECT_EQ(p.WallTopElev, 20);
@@ -62,7 +62,7 @@ TEST(InputReader, SurfaceAndSoilOfADesignAsTheyStandInTheFile) {
     EXPECT_EQ(entries(p.SurfaceDist, Left, p.SurfacePointCount(Left)), (Values{0, 15}));
     EXPECT_EQ(entries(p.SurfaceElev, Left, 2), (Values{5, 6}));
 
-    EXPECT_EQ(p.SoilDataKind(Right), "S");
+    EXPECT_EQ(p.SoilDataKind(Right), SoilData::Strengths);
     EXPECT_EQ(p.SoilLayerCount(Right), 3);
     EXPECT_EQ(p.Level2FSActive(Right), 1.2);
     EXPECT_EQ(p.Level2FSPassive(Right), 1.3);
@@ -76,7 +76,7 @@ TEST(InputReader, SurfaceAndSoilOfADesignAsTheyStandInTheFile) {
     EXPECT_EQ(entries(p.SoilFSActive, Right, 3), (Values{1.1, 0, 1.25}));
     EXPECT_EQ(entries(p.SoilFSPassive, Right, 3), (Values{1.4, 0, 1.5}));
 
-    EXPECT_EQ(p.SoilDataKind(Left), "C");
+    EXPECT_EQ(p.SoilDataKind(Left), SoilData::Coefficients);
     EXPECT_EQ(p.SoilLayerCount(Left), 3);
     EXPECT_EQ(p.Level2FSActive(Left), 1.15); // read for coefficients too
     EXPECT_EQ(p.Level2FSPassive(Left), 1.35);
@@ -89,11 +89,11 @@ TEST(InputReader, SurfaceAndSoilOfADesignAsTheyStandInTheFile) {
 
 TEST(InputReader, WaterAndVerticalLoadsOfADesignAsTheyStandInTheFile) {
     const Problem p = readBase("design.dat");
-    EXPECT_EQ(p.WaterDataKind, "E");
+    EXPECT_EQ(p.WaterDataKind, WaterData::Elevations);
     EXPECT_EQ(p.WaterUnitWeight, 62.4);
     EXPECT_EQ(p.WaterElev(Right), 12);
     EXPECT_EQ(p.WaterElev(Left), 4);
-    EXPECT_EQ(p.SeepageKind, "A");
+    EXPECT_EQ(p.SeepageKind, Seepage::Automatic);
     EXPECT_EQ(p.SeepageElev, 4.5);
     EXPECT_EQ(entries(p.SeepageGradient, 2), (Values{0, 0}));
 
@@ -137,8 +137,8 @@ TEST(InputReader, HorizontalLoadsOfADesignAsTheyStandInTheFile) {
 
 TEST(InputReader, AnAnalysisHasBottomModulusInertiaAndOneFactor) {
     const Problem p = readBase("analysis.dat");
-    EXPECT_EQ(p.WallType, "C");
-    EXPECT_EQ(p.ProgramMode, "A");
+    EXPECT_EQ(p.WallType, WallKind::Cantilever);
+    EXPECT_EQ(p.ProgramMode, Mode::Analysis);
     EXPECT_EQ(p.FSKind, 2);
     EXPECT_EQ(p.FSActive, 1.2);
     EXPECT_EQ(p.WallTopElev, 10);
@@ -154,8 +154,8 @@ TEST(InputReader, AnAnalysisHasBottomModulusInertiaAndOneFactor) {
 
 TEST(InputReader, AnalysisDataAsTheyStandInTheFile) {
     const Problem p = readBase("analysis.dat");
-    EXPECT_EQ(p.WaterDataKind, "P");
-    EXPECT_EQ(p.SeepageKind, "");
+    EXPECT_EQ(p.WaterDataKind, WaterData::Pressures);
+    EXPECT_EQ(p.SeepageKind, Seepage::None);
     EXPECT_EQ(entries(p.WaterPressElev, p.WaterPressCount), (Values{8, 4, 0, -6}));
     EXPECT_EQ(entries(p.WaterPressure, 4), (Values{0, 250, 250, 0}));
     EXPECT_EQ(p.SoilFSActive(Right, 1), 1.1);
@@ -168,7 +168,7 @@ TEST(InputReader, AnalysisDataAsTheyStandInTheFile) {
 
 TEST(InputReader, SideBGivesTheLeftSideAllThatTheRightSideHas) {
     const Problem p = readBase("analysis.dat");
-    EXPECT_EQ(p.SoilDataKind(Left), "S");
+    EXPECT_EQ(p.SoilDataKind(Left), SoilData::Strengths);
     EXPECT_EQ(p.SoilLayerCount(Left), 2);
     for (const auto* list : {&p.SoilSatWeight, &p.SoilMoistWeight, &p.SoilFriction, &p.SoilCohesion,
                              &p.SoilWallFriction, &p.SoilAdhesion, &p.SoilBottomElev,
@@ -184,7 +184,7 @@ TEST(InputReader, SideBGivesTheLeftSideAllThatTheRightSideHas) {
     EXPECT_EQ(entries(coefficients.SurfaceDist, Left, coefficients.SurfacePointCount(Left)),
               (Values{0, 20}));
     EXPECT_EQ(entries(coefficients.SurfaceElev, Left, 2), (Values{18, 17}));
-    EXPECT_EQ(coefficients.SoilDataKind(Left), "C");
+    EXPECT_EQ(coefficients.SoilDataKind(Left), SoilData::Coefficients);
     EXPECT_EQ(coefficients.SoilCoefActive(Left, 1), 0.3);
     EXPECT_EQ(coefficients.SoilCoefPassive(Left, 1), 3.5);
 }
@@ -335,7 +335,7 @@ TEST(InputReader, TheSlopeOfALayerIsDroppedAndTheRecordsOwnIsKeptAndCopied) {
 TEST(InputReader, AGivenGradientIsStoredInBothEntriesAndIsRunTimeError9) {
     const Outcome outcome = readText(plainFile("WATER E 62.4 8 2 1 0.35\n"));
     EXPECT_EQ(outcome.runtimeError, 9);
-    EXPECT_EQ(outcome.problem.SeepageKind, "G");
+    EXPECT_EQ(outcome.problem.SeepageKind, Seepage::Given);
     EXPECT_EQ(entries(outcome.problem.SeepageGradient, 2), (Values{0.35, 0.35}));
 }
 
@@ -344,7 +344,7 @@ TEST(InputReader, WaterWithoutSeepageClearsKindAndGradient) {
     clearProblemData(problem);
     problem.SeepageGradient.fill(0.7); // of the problem before
     ASSERT_TRUE(readProblem(problem, plainFile("WATER E 62.4 8 2\n"), "a").complete);
-    EXPECT_EQ(problem.SeepageKind, "");
+    EXPECT_EQ(problem.SeepageKind, Seepage::None);
     EXPECT_EQ(entries(problem.SeepageGradient, 2), (Values{0, 0}));
 }
 
@@ -369,7 +369,7 @@ TEST(InputReader, WhatFollowsTheEndLineIsNotRead) {
 TEST(InputReader, FieldsReadBeforeAFaultStay) {
     const Outcome outcome = readText("'H\nCONTROL A D 1.2\nWALL 10 12\n");
     EXPECT_FALSE(outcome.result.complete);
-    EXPECT_EQ(outcome.problem.WallType, "A");
+    EXPECT_EQ(outcome.problem.WallType, WallKind::Anchored);
     EXPECT_EQ(outcome.problem.FSPassive, 1.2);
     EXPECT_EQ(outcome.problem.WallTopElev, 10);
 }

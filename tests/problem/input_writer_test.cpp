@@ -158,7 +158,7 @@ TEST(InputWriter, ASlopeIsWrittenAndNotReadBack) {
 
 TEST(InputWriter, AGivenGradientIsWrittenAndCannotBeReadBack) {
     Problem problem = readBase("design.dat");
-    problem.SeepageKind = "G";
+    problem.SeepageKind = Seepage::Given;
     problem.SeepageGradient(1) = 0.35;
     problem.SeepageGradient(2) = 0.4; // of the second level: not written
     EXPECT_EQ(lineOf(problem, "WATER"), "WATER ELEVATIONS   62.4    12    4    4.5   0.35");

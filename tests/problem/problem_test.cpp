@@ -26,15 +26,15 @@ TEST(ProblemRecord, AfterClearingTheFactorsOfSafetyAreTheDefaults) {
     clearProblemData(problem);
     EXPECT_EQ(problem.FSActive, 1.0);
     EXPECT_EQ(problem.FSPassive, 1.5);
-    EXPECT_EQ(problem.WallType, "");
-    EXPECT_EQ(problem.ProgramMode, "");
+    EXPECT_EQ(problem.WallType, WallKind::None);
+    EXPECT_EQ(problem.ProgramMode, Mode::None);
 }
 
 TEST(ProblemRecord, ClearingResetsCountsKindsAndFactors) {
     Problem problem;
     problem.NumHeadingLines = 4;
-    problem.WaterDataKind = "E";
-    problem.SeepageKind = "A";
+    problem.WaterDataKind = WaterData::Elevations;
+    problem.SeepageKind = Seepage::Automatic;
     problem.HLineCount = 5;
     problem.HDistCount = 11;
     for (auto* counts : {&problem.SurfacePointCount, &problem.SoilLayerCount, &problem.VLineCount,
@@ -42,7 +42,7 @@ TEST(ProblemRecord, ClearingResetsCountsKindsAndFactors) {
                          &problem.VTriCount, &problem.VVarCount}) {
         counts->fill(1);
     }
-    problem.SoilDataKind.fill("S");
+    problem.SoilDataKind.fill(SoilData::Strengths);
     problem.Level2FSActive.fill(2);
     problem.Level2FSPassive.fill(2);
     problem.SoilFSActive.fill(2);
@@ -53,8 +53,8 @@ TEST(ProblemRecord, ClearingResetsCountsKindsAndFactors) {
 
 TEST(ProblemRecord, ClearingKeepsWhatTheCountsGuard) {
     Problem problem;
-    problem.WallType = "A";
-    problem.ProgramMode = "D";
+    problem.WallType = WallKind::Anchored;
+    problem.ProgramMode = Mode::Design;
     problem.WallTopElev = 12;
     problem.SoilBottomSlope(Left, 2) = 0.25;
     problem.SurfaceElev(Right, 3) = 7;

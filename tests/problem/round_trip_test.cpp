@@ -34,14 +34,14 @@ Problem heldByFile(Problem problem) {
             std::swap(first, second);
         }
     };
-    if (problem.ProgramMode == "D" || problem.FSKind == 2) {
+    if (problem.ProgramMode == Mode::Design || problem.FSKind == 2) {
         twoDecimals(problem.FSActive);
     }
-    if (problem.ProgramMode == "D") {
+    if (problem.ProgramMode == Mode::Design) {
         twoDecimals(problem.FSPassive);
     }
     for (const int side : {Right, Left}) {
-        if (problem.SoilDataKind(side) == "C") {
+        if (problem.SoilDataKind(side) == SoilData::Coefficients) {
             problem.Level2FSActive(side) = 0;
             problem.Level2FSPassive(side) = 0;
         }
@@ -92,7 +92,7 @@ int roundTripFolder(const std::filesystem::path& folder) {
 /// Puts into a problem what a file does not hold, and numbers with all their digits.
 void makeAwkward(Problem& problem, std::mt19937_64& engine) {
     const auto fraction = [&engine] { return static_cast<double>(engine() >> 11) * 0x1p-53; };
-    if (problem.ProgramMode == "D") {
+    if (problem.ProgramMode == Mode::Design) {
         problem.FSActive += fraction() * 0.1;
         problem.FSPassive += fraction() * 0.1;
     }
@@ -103,7 +103,7 @@ void makeAwkward(Problem& problem, std::mt19937_64& engine) {
             if (layer < problem.SoilLayerCount(side)) {
                 problem.SoilBottomSlope(side, layer) = fraction() - 0.5;
             }
-            if (problem.SoilDataKind(side) == "S") {
+            if (problem.SoilDataKind(side) == SoilData::Strengths) {
                 problem.SoilFSPassive(side, layer) = 1 + fraction();
             }
         }
@@ -170,14 +170,14 @@ TEST(RandomProblems, EveryKindComesUp) {
     Array<int, 6> loads;
     for (int round = 0; round < 300; ++round) {
         const Problem p = problems.next();
-        anchored += p.WallType == "A";
-        analyses += p.ProgramMode == "A";
-        seepage += p.SeepageKind == "A";
-        pressures += p.WaterDataKind == "P";
+        anchored += p.WallType == WallKind::Anchored;
+        analyses += p.ProgramMode == Mode::Analysis;
+        seepage += p.SeepageKind == Seepage::Automatic;
+        pressures += p.WaterDataKind == WaterData::Pressures;
         level2 += p.Level2FSActive(Right) > 0;
         horizontal += p.HLineCount + p.HDistCount > 0;
-        coefficients += p.SoilDataKind(Left) == "C";
-        clays += p.SoilFriction(Right, 1) == 0 && p.SoilDataKind(Right) == "S";
+        coefficients += p.SoilDataKind(Left) == SoilData::Coefficients;
+        clays += p.SoilFriction(Right, 1) == 0 && p.SoilDataKind(Right) == SoilData::Strengths;
         adhesion += p.SoilAdhesion(Right, 1) > 0;
         sloping += p.SurfacePointCount(Right) > 1;
         layered += p.SoilLayerCount(Left) > 1;
@@ -208,10 +208,10 @@ TEST(RandomProblems, AGivenKindIsKept) {
         kind.surcharge = false;
         kind.horizontal = false;
         const Problem p = problems.next(kind);
-        EXPECT_EQ(p.WallType, "A");
-        EXPECT_EQ(p.ProgramMode, "D");
+        EXPECT_EQ(p.WallType, WallKind::Anchored);
+        EXPECT_EQ(p.ProgramMode, Mode::Design);
         EXPECT_EQ(p.SoilFriction(Left, 1), 0);
-        EXPECT_EQ(p.SeepageKind, "A");
+        EXPECT_EQ(p.SeepageKind, Seepage::Automatic);
         EXPECT_EQ(p.SurfacePointCount(Right), 1);
         EXPECT_EQ(p.VUniformCount(Right) + p.VLineCount(Right), 0);
         EXPECT_EQ(p.HLineCount + p.HDistCount, 0);

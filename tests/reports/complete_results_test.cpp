@@ -138,7 +138,7 @@ TEST(CompleteResults, OfACantileverDesignAreThisText) {
 TEST(CompleteResults, OfAnAnalysisHaveDeflectionsInInchesAndNoNote) {
     ReportBench bench;
     solveCantilever(*bench.state);
-    bench.problem.ProgramMode = "A";
+    bench.problem.ProgramMode = Mode::Analysis;
     const Lines report = bench.reportOf(WriteResults);
     EXPECT_TRUE(hasLine(report, "                         * CANTILEVER WALL ANALYSIS *"));
     EXPECT_EQ(linesFrom(report, "      II.--RESULTS", 5),
@@ -302,10 +302,10 @@ TEST(CompleteResults, MarksStandDirectlyBeforeTheirPressures) {
     State& state = *bench.state;
     solveCantilever(state);
     Pressures& pressures = state.pressures;
-    pressures.PassiveMark(Left, 2) = pressures.ActiveMark(Right, 2) = "*";
-    pressures.ActiveMark(Left, 3) = pressures.PassiveMark(Right, 3) = "*";
+    pressures.PassiveMark(Left, 2) = pressures.ActiveMark(Right, 2) = true;
+    pressures.ActiveMark(Left, 3) = pressures.PassiveMark(Right, 3) = true;
     pressures.ActivePressures(Left, 3, 2) = 456;
-    pressures.ActiveMark(Left, 1) = pressures.PassiveMark(Right, 1) = "*";
+    pressures.ActiveMark(Left, 1) = pressures.PassiveMark(Right, 1) = true;
     const Lines table = tableBelow(bench.reportOf(WriteResults), pressureUnits);
     ASSERT_EQ(table.size(), 5U);
     // The first point has no marks.
@@ -348,12 +348,12 @@ TEST(CompleteResults, ARowWithoutSolutionIsExplainedBelowTheTable) {
 
 /// An anchored wall with other rows, grids, pressures and marks at each level.
 void solveAnchored(State& state) {
-    state.problem.WallType = "A";
+    state.problem.WallType = WallKind::Anchored;
     setElevations(state, {0, -10, -20, -30, -1000});
     setRows(state, 1, {{0, 0, 0, 1, 0}, {-19, 111, 0, 0, 0}});
     state.pressures.ActivePressures(Right, 2, 1) = state.pressures.ActivePressures(Right, 2, 2) =
         41;
-    state.pressures.ActiveMark(Right, 2) = "*";
+    state.pressures.ActiveMark(Right, 2) = true;
     state.solution.SolvedBottomElev(1) = -19;
     state.solution.AnchorForce(1) = 1102.4;
     WriteSolutionFile(state, 1);
@@ -361,7 +361,7 @@ void solveAnchored(State& state) {
     setRows(state, 2, {{0, 0, 0, 2, 0}, {-12, 0, 0, 0, 0}, {-25, 222, 0, 0, 0}});
     state.pressures.ActivePressures(Right, 2, 1) = state.pressures.ActivePressures(Right, 2, 2) =
         42;
-    state.pressures.ActiveMark(Right, 2) = "";
+    state.pressures.ActiveMark(Right, 2) = false;
     state.solution.SolvedBottomElev(2) = -25;
     state.solution.AnchorForce(2) = 684.5;
     WriteSolutionFile(state, 2);

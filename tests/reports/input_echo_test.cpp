@@ -150,8 +150,8 @@ TEST(InputEcho, PrintsEachHeadingLineAsHeld) {
 
 TEST(InputEcho, ControlOfAnAnalysisTellsItsKindOfFactor) {
     ReportBench bench;
-    bench.problem.WallType = "A";
-    bench.problem.ProgramMode = "A";
+    bench.problem.WallType = WallKind::Anchored;
+    bench.problem.ProgramMode = Mode::Analysis;
     bench.problem.FSKind = 1;
     EXPECT_EQ(
         linesFrom(echoOf(bench), "       II.--CONTROL", 4),
@@ -167,8 +167,8 @@ TEST(InputEcho, ControlOfAnAnalysisTellsItsKindOfFactor) {
 
 TEST(InputEcho, KeepsTheMisspellingsEllastacityAndForm) {
     ReportBench bench;
-    bench.problem.WallType = "A";
-    bench.problem.ProgramMode = "A";
+    bench.problem.WallType = WallKind::Anchored;
+    bench.problem.ProgramMode = Mode::Analysis;
     bench.problem.WallTopElev = 12.5;
     bench.problem.AnchorElev = 9.125;
     bench.problem.WallBottomElev = -31.25;
@@ -188,7 +188,7 @@ TEST(InputEcho, KeepsTheMisspellingsEllastacityAndForm) {
 TEST(InputEcho, ASideWithCoefficientsPrintsNoLevel2Factors) {
     ReportBench bench;
     Problem& problem = bench.problem;
-    problem.SoilDataKind(Right) = "C";
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
     problem.Level2FSActive(Right) = 1.5;
     problem.Level2FSPassive(Right) = 2.5;
     problem.SoilLayerCount(Right) = 2;
@@ -262,7 +262,7 @@ TEST(InputEcho, ShowsWhateverSlopeTheFieldHolds) {
 TEST(InputEcho, WaterElevationsTellTheKindOfSeepage) {
     ReportBench bench;
     Problem& problem = bench.problem;
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterUnitWeight = 62.4;
     problem.WaterElev(Right) = -3;
     problem.WaterElev(Left) = -12.25;
@@ -277,12 +277,12 @@ TEST(InputEcho, WaterElevationsTellTheKindOfSeepage) {
         expected.insert(expected.end(), seepage.begin(), seepage.end());
         EXPECT_EQ(linesFrom(echoOf(bench), elevations.front(), expected.size()), expected);
     };
-    problem.SeepageKind = "";
+    problem.SeepageKind = Seepage::None;
     expectWater({"          NO SEEPAGE", ""});
-    problem.SeepageKind = "A";
+    problem.SeepageKind = Seepage::Automatic;
     expectWater({"          SEEPAGE ELEVATION   = -15.00 (FT)",
                  "          SEEPAGE GRADIENT    = AUTOMATIC", ""});
-    problem.SeepageKind = "G";
+    problem.SeepageKind = Seepage::Given;
     expectWater({"          SEEPAGE ELEVATION   = -15.00 (FT)",
                  "          SEEPAGE GRADIENT    = 0.1235 (FT/FT)", ""});
 }
@@ -290,7 +290,7 @@ TEST(InputEcho, WaterElevationsTellTheKindOfSeepage) {
 TEST(InputEcho, WaterPressuresAreATable) {
     ReportBench bench;
     Problem& problem = bench.problem;
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -2.5;
     problem.WaterPressure(1) = 0;

@@ -25,7 +25,7 @@ struct ReportBench : Bench {
         state->report.CurrentOutputName = (folder.path() / "report.out").string();
         state->files.TempFolder = folder.path().string();
         problem = plainCantilever();
-        state->preparation.SideMethod.fill("C");
+        state->preparation.SideMethod.fill(PressureMethod::Coefficients);
     }
 
     TemporaryFolder folder;

@@ -128,7 +128,7 @@ TEST(SoilPressureReport, OfACantileverIsThisText) {
 
 TEST(SoilPressureReport, OfAnAnchoredWallHasOneNetColumn) {
     ReportBench bench;
-    bench.problem.WallType = "A";
+    bench.problem.WallType = WallKind::Anchored;
     fillTable(*bench.state);
     const Lines report = bench.reportOf(WriteSoilPressureReport);
     EXPECT_TRUE(hasLine(report, "                            *  ANCHORED WALL DESIGN  *"));
@@ -146,7 +146,7 @@ TEST(SoilPressureReport, AnchoredAndCantileverDoNotDifferInTheNumberOfRows) {
     ReportBench bench;
     fillTable(*bench.state);
     const std::size_t cantilever = tableOf(bench.reportOf(WriteSoilPressureReport)).size();
-    bench.problem.WallType = "A";
+    bench.problem.WallType = WallKind::Anchored;
     EXPECT_EQ(tableOf(bench.reportOf(WriteSoilPressureReport)).size(), cantilever);
 }
 
@@ -203,7 +203,7 @@ TEST(SoilPressureReport, AHighWallTopWidensTheRange) {
 
 /// True where a step of a pressure at row 2 gives a pair of lines.
 template <class Set>
-bool stepShows(const char* wallType, const Set& set) {
+bool stepShows(WallKind wallType, const Set& set) {
     ReportBench bench;
     bench.problem.WallType = wallType;
     setGrid(*bench.state, {0, -5, -45, -60, -1000, -2000});
@@ -216,36 +216,38 @@ bool stepShows(const char* wallType, const Set& set) {
 
 TEST(SoilPressureReport, AStepInAnySoilOrNetPressureGivesAPairOfLines) {
     for (const int side : {Right, Left}) {
-        EXPECT_TRUE(stepShows("C", [=](State& s) { s.pressures.ActivePressures(side, 2, 1) = 1; }));
-        EXPECT_TRUE(
-            stepShows("A", [=](State& s) { s.pressures.PassivePressures(side, 2, 2) = -1; }));
+        EXPECT_TRUE(stepShows(WallKind::Cantilever,
+                              [=](State& s) { s.pressures.ActivePressures(side, 2, 1) = 1; }));
+        EXPECT_TRUE(stepShows(WallKind::Anchored,
+                              [=](State& s) { s.pressures.PassivePressures(side, 2, 2) = -1; }));
     }
-    EXPECT_TRUE(stepShows("C", [](State& s) { s.net.NetActive(2, 1) = 1; }));
-    EXPECT_TRUE(stepShows("A", [](State& s) { s.net.NetActive(2, 1) = 1; }));
-    EXPECT_TRUE(stepShows("C", [](State& s) { s.net.NetPassive(2, 1) = 1; }));
+    EXPECT_TRUE(stepShows(WallKind::Cantilever, [](State& s) { s.net.NetActive(2, 1) = 1; }));
+    EXPECT_TRUE(stepShows(WallKind::Anchored, [](State& s) { s.net.NetActive(2, 1) = 1; }));
+    EXPECT_TRUE(stepShows(WallKind::Cantilever, [](State& s) { s.net.NetPassive(2, 1) = 1; }));
 }
 
 TEST(SoilPressureReport, NetPassiveOfAnAnchoredWallIsNotTested) {
-    EXPECT_FALSE(stepShows("A", [](State& s) { s.net.NetPassive(2, 1) = 1; }));
+    EXPECT_FALSE(stepShows(WallKind::Anchored, [](State& s) { s.net.NetPassive(2, 1) = 1; }));
 }
 
 TEST(SoilPressureReport, WaterAloneIsNotTested) {
-    EXPECT_FALSE(stepShows("C", [](State& s) { s.pressures.WaterPressures(2, 1) = 1; }));
+    EXPECT_FALSE(
+        stepShows(WallKind::Cantilever, [](State& s) { s.pressures.WaterPressures(2, 1) = 1; }));
 }
 
 TEST(SoilPressureReport, AStepIsMoreThanOneTenThousandth) {
-    EXPECT_FALSE(stepShows("C", [](State& s) { s.net.NetActive(2, 1) = 0.0001; }));
-    EXPECT_TRUE(stepShows("C", [](State& s) { s.net.NetActive(2, 1) = 0.00011; }));
+    EXPECT_FALSE(stepShows(WallKind::Cantilever, [](State& s) { s.net.NetActive(2, 1) = 0.0001; }));
+    EXPECT_TRUE(stepShows(WallKind::Cantilever, [](State& s) { s.net.NetActive(2, 1) = 0.00011; }));
 }
 
 TEST(SoilPressureReport, MarksStandBehindTheirPressures) {
     ReportBench bench;
     State& state = *bench.state;
     fillTable(state);
-    state.pressures.PassiveMark(Left, 2) = "*";
-    state.pressures.ActiveMark(Left, 3) = "*";
-    state.pressures.ActiveMark(Right, 2) = "*";
-    state.pressures.PassiveMark(Right, 3) = "*";
+    state.pressures.PassiveMark(Left, 2) = true;
+    state.pressures.ActiveMark(Left, 3) = true;
+    state.pressures.ActiveMark(Right, 2) = true;
+    state.pressures.PassiveMark(Right, 3) = true;
     const Lines table = tableOf(bench.reportOf(WriteSoilPressureReport));
     ASSERT_GE(table.size(), 4U);
     EXPECT_EQ(table[1], columns({{7, "-5.0"},
@@ -296,14 +298,14 @@ TEST(SoilPressureReport, TellsTheMethodOfEachSide) {
     ReportBench bench;
     State& state = *bench.state;
     fillTable(state);
-    state.preparation.SideMethod(Right) = "S";
-    state.problem.SoilDataKind(Left) = "C";
+    state.preparation.SideMethod(Right) = PressureMethod::Sweep;
+    state.problem.SoilDataKind(Left) = SoilData::Coefficients;
     EXPECT_EQ(linesFrom(bench.reportOf(WriteSoilPressureReport), "     II.--SOIL PRESSURES", 6),
               (Lines{"     II.--SOIL PRESSURES",
                      "          RIGHTSIDE SOIL PRESSURES DETERMINED BY SWEEP SEARCH WEDGE METHOD.",
                      "", "          LEFTSIDE SOIL PRESSURES DETERMINED BY INPUT COEFFICIENTS",
                      "          AND THEORY OF ELLASTICITY EQUATIONS FOR SURCHARGE LOADS.", ""}));
-    state.preparation.SideMethod(Left) = "F";
+    state.preparation.SideMethod(Left) = PressureMethod::FixedSurface;
     EXPECT_TRUE(hasLine(bench.reportOf(WriteSoilPressureReport),
                         "          LEFTSIDE SOIL PRESSURES DETERMINED BY FIXED SURFACE WEDGE "
                         "METHOD."));
@@ -314,8 +316,8 @@ TEST(SoilPressureReport, TellsOfDistributedLoadsAndOfAGradientThatMayChange) {
     State& state = *bench.state;
     fillTable(state);
     state.problem.HDistCount = 2;
-    state.problem.WaterDataKind = "E";
-    state.problem.SeepageKind = "A";
+    state.problem.WaterDataKind = WaterData::Elevations;
+    state.problem.SeepageKind = Seepage::Automatic;
     state.problem.SeepageGradient(1) = 0.21345;
     state.problem.SeepageGradient(2) = 0.9;
     const std::string loads =
@@ -326,10 +328,10 @@ TEST(SoilPressureReport, TellsOfDistributedLoadsAndOfAGradientThatMayChange) {
               (Lines{loads, "", gradient,
                      "          AND MAY CHANGE WITH AUTOMATIC ADJUSTMENT OF THE GRADIENT.", ""}));
     // A kind of seepage left over from data that are no elevations does not count.
-    state.problem.WaterDataKind = "P";
+    state.problem.WaterDataKind = WaterData::Pressures;
     EXPECT_FALSE(hasText(bench.reportOf(WriteSoilPressureReport), "GRADIENT"));
-    state.problem.WaterDataKind = "E";
-    state.problem.SeepageKind = "G";
+    state.problem.WaterDataKind = WaterData::Elevations;
+    state.problem.SeepageKind = Seepage::Given;
     EXPECT_FALSE(hasText(bench.reportOf(WriteSoilPressureReport), "GRADIENT"));
 }
 

@@ -12,7 +12,7 @@ const Lines note{"               NOTE:  DIVIDE SCALED DEFLECTION MODULUS OF",
                  "                      IN INCHES."};
 
 /// A solved wall of two rows with different numbers at both levels. The lower surface is at -10.
-void solve(State& state, const char* wallType, const char* mode) {
+void solve(State& state, WallKind wallType, Mode mode) {
     state.problem.WallType = wallType;
     state.problem.ProgramMode = mode;
     state.grid.NumElevs = 3;
@@ -30,7 +30,7 @@ void solve(State& state, const char* wallType, const char* mode) {
         // Other entries of the factors are not the ones that are printed.
         state.preparation.LayerFSPassive(Left, 1, level) = 9;
         state.preparation.LayerFSActive(Right, 1, level) = 9;
-        if (state.problem.WallType == "A") {
+        if (state.problem.WallType == WallKind::Anchored) {
             WriteSolutionFile(state, level);
         }
     }
@@ -57,8 +57,8 @@ Lines joined(Lines first, const Lines& second) {
 }
 
 void setAutomaticSeepage(Problem& problem) {
-    problem.WaterDataKind = "E";
-    problem.SeepageKind = "A";
+    problem.WaterDataKind = WaterData::Elevations;
+    problem.SeepageKind = Seepage::Automatic;
     problem.SeepageGradient(1) = 0.12345;
     problem.SeepageGradient(2) = 0.25;
 }
@@ -66,7 +66,7 @@ void setAutomaticSeepage(Problem& problem) {
 // Penetration: -10 - (-21.456) = 11.456.
 TEST(Summary, OfACantileverDesignIsThisText) {
     ReportBench bench;
-    solve(*bench.state, "C", "D");
+    solve(*bench.state, WallKind::Cantilever, Mode::Design);
     const Lines expected{
         "  PROGRAM KORVANE-DESIGN/ANALYSIS OF ANCHORED OR CANTILEVER SHEET PILE WALLS",
         "                            BY CLASSICAL METHODS",
@@ -105,7 +105,7 @@ TEST(Summary, OfACantileverDesignIsThisText) {
 
 TEST(Summary, OfAnAnchoredDesignHasTwoMethods) {
     ReportBench bench;
-    solve(*bench.state, "A", "D");
+    solve(*bench.state, WallKind::Anchored, Mode::Design);
     const Lines expected{
         "                         *   ANCHORED WALL DESIGN   *",
         "                         ****************************",
@@ -139,7 +139,7 @@ TEST(Summary, OfAnAnchoredDesignHasTwoMethods) {
 
 TEST(Summary, OfACantileverAnalysisTellsTheFactorAndHasNoNote) {
     ReportBench bench;
-    solve(*bench.state, "C", "A");
+    solve(*bench.state, WallKind::Cantilever, Mode::Analysis);
     bench.problem.FSKind = 1;
     Lines report = bench.reportOf(WriteResults);
     EXPECT_TRUE(hasLine(report, "                         * CANTILEVER WALL ANALYSIS *"));
@@ -163,7 +163,7 @@ TEST(Summary, OfACantileverAnalysisTellsTheFactorAndHasNoNote) {
 // line before the moments.
 TEST(Summary, OfAnAnchoredAnalysisHasAnEmptyLineBehindTheSameFactor) {
     ReportBench bench;
-    solve(*bench.state, "A", "A");
+    solve(*bench.state, WallKind::Anchored, Mode::Analysis);
     bench.problem.FSKind = 1;
     Lines report = bench.reportOf(WriteResults);
     EXPECT_TRUE(hasLine(report, "                         *  ANCHORED WALL ANALYSIS  *"));
@@ -188,18 +188,19 @@ TEST(Summary, OfAnAnchoredAnalysisHasAnEmptyLineBehindTheSameFactor) {
 }
 
 TEST(Summary, AutomaticSeepagePrintsTheGradientOfTheCantilever) {
-    for (const char* mode : {"D", "A"}) {
+    for (const Mode mode : {Mode::Design, Mode::Analysis}) {
         ReportBench bench;
-        solve(*bench.state, "C", mode);
+        solve(*bench.state, WallKind::Cantilever, mode);
         setAutomaticSeepage(bench.problem);
         const std::string line = columns({{21, "SEEPAGE GRADIENT"}, {33, ":"}, {44, "0.1235"}});
         const Lines report = bench.reportOf(WriteResults);
-        const Lines before = linesFrom(report,
-                                       "     MAX" +
-                                           std::string(*mode == 'D' ? ". SCALED DEFL. (LB-IN^3):"
-                                                                    : "IMUM DEFLECTION (IN.)   :") +
-                                           "  2.2282E+09",
-                                       4);
+        const Lines before =
+            linesFrom(report,
+                      "     MAX" +
+                          std::string(mode == Mode::Design ? ". SCALED DEFL. (LB-IN^3):"
+                                                           : "IMUM DEFLECTION (IN.)   :") +
+                          "  2.2282E+09",
+                      4);
         ASSERT_EQ(before.size(), 4U);
         EXPECT_EQ(before[2], "");
         EXPECT_EQ(before[3], line);
@@ -209,13 +210,13 @@ TEST(Summary, AutomaticSeepagePrintsTheGradientOfTheCantilever) {
 // Level 1 ends in column 54 in design and in column 55 in analysis; level 2 twenty columns on.
 TEST(Summary, AutomaticSeepagePrintsTheGradientsOfAnAnchoredWallByMode) {
     ReportBench design;
-    solve(*design.state, "A", "D");
+    solve(*design.state, WallKind::Anchored, Mode::Design);
     setAutomaticSeepage(design.problem);
     EXPECT_TRUE(
         hasLine(design.reportOf(WriteResults),
                 columns({{21, "SEEPAGE GRADIENT"}, {41, ":"}, {54, "0.1235"}, {74, "0.2500"}})));
     ReportBench analysis;
-    solve(*analysis.state, "A", "A");
+    solve(*analysis.state, WallKind::Anchored, Mode::Analysis);
     setAutomaticSeepage(analysis.problem);
     EXPECT_TRUE(
         hasLine(analysis.reportOf(WriteResults),
@@ -223,15 +224,16 @@ TEST(Summary, AutomaticSeepagePrintsTheGradientsOfAnAnchoredWallByMode) {
 }
 
 TEST(Summary, SeepageWithAGivenGradientPrintsNoGradientLine) {
-    for (const char* wallType : {"C", "A"}) {
-        for (const char* mode : {"D", "A"}) {
+    for (const WallKind wallType : {WallKind::Cantilever, WallKind::Anchored}) {
+        for (const Mode mode : {Mode::Design, Mode::Analysis}) {
             ReportBench bench;
             solve(*bench.state, wallType, mode);
             setAutomaticSeepage(bench.problem);
-            bench.problem.SeepageKind = "G";
+            bench.problem.SeepageKind = Seepage::Given;
             EXPECT_FALSE(hasText(bench.reportOf(WriteResults), "SEEPAGE GRADIENT"));
-            bench.problem.SeepageKind = "A";
-            bench.problem.WaterDataKind = "P"; // the kind is left over from other data
+            bench.problem.SeepageKind = Seepage::Automatic;
+            bench.problem.WaterDataKind =
+                WaterData::Pressures; // the kind is left over from other data
             EXPECT_FALSE(hasText(bench.reportOf(WriteResults), "SEEPAGE GRADIENT"));
         }
     }
@@ -239,7 +241,7 @@ TEST(Summary, SeepageWithAGivenGradientPrintsNoGradientLine) {
 
 TEST(Summary, SpellsEllasticityInEveryReport) {
     ReportBench bench;
-    solve(*bench.state, "C", "D");
+    solve(*bench.state, WallKind::Cantilever, Mode::Design);
     const Lines report = bench.reportOf(WriteResults);
     EXPECT_TRUE(hasText(report, "AND THEORY OF ELLASTICITY EQUATIONS FOR SURCHARGE LOADS."));
     EXPECT_EQ(std::count(report.begin(), report.end(), note[1]), 2);
@@ -248,9 +250,9 @@ TEST(Summary, SpellsEllasticityInEveryReport) {
 
 TEST(Summary, WedgePressuresWithoutAFailedWedgePrintNoWarning) {
     ReportBench bench;
-    solve(*bench.state, "C", "D");
-    bench.state->preparation.SideMethod(Right) = "S";
-    bench.state->preparation.SideMethod(Left) = "F";
+    solve(*bench.state, WallKind::Cantilever, Mode::Design);
+    bench.state->preparation.SideMethod(Right) = PressureMethod::Sweep;
+    bench.state->preparation.SideMethod(Left) = PressureMethod::FixedSurface;
     const Lines report = bench.reportOf(WriteResults);
     EXPECT_EQ(
         linesFrom(report, "     II.--SUMMARY", 6),
@@ -264,7 +266,7 @@ TEST(Summary, OneUnsolvedRowOnEitherSideAndAtEitherLevelPrintsTheWarningOnce) {
     for (const int level : {1, 2}) {
         for (const int side : {Right, Left}) {
             ReportBench bench;
-            solve(*bench.state, "A", "D");
+            solve(*bench.state, WallKind::Anchored, Mode::Design);
             bench.state->wedge.WedgeNoSolution(level, side) = 1;
             const Lines report = bench.reportOf(WriteResults);
             const std::string warning =
@@ -277,14 +279,14 @@ TEST(Summary, OneUnsolvedRowOnEitherSideAndAtEitherLevelPrintsTheWarningOnce) {
         }
     }
     ReportBench bench;
-    solve(*bench.state, "C", "D");
+    solve(*bench.state, WallKind::Cantilever, Mode::Design);
     bench.state->wedge.WedgeNoSolution(3, Left) = 1; // the third level is no level of the results
     EXPECT_FALSE(hasText(bench.reportOf(WriteResults), "WARNING"));
 }
 
 TEST(Summary, IsAppendedToTheReportsBefore) {
     ReportBench bench;
-    solve(*bench.state, "C", "D");
+    solve(*bench.state, WallKind::Cantilever, Mode::Design);
     writeFile(bench.state->report.CurrentOutputName, "the echo\n");
     bench.state->report.OutputLineCount = 1;
     WriteResults(*bench.state);

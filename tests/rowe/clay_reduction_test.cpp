@@ -154,7 +154,7 @@ struct ClayBench : Bench {
         state->solution.SolvedBottomElev(1) = -10;
     }
     void water(double elevation) {
-        problem.WaterDataKind = "E";
+        problem.WaterDataKind = WaterData::Elevations;
         problem.WaterUnitWeight = 62.5;
         problem.WaterElev(Right) = elevation;
     }
@@ -194,7 +194,7 @@ TEST(StabilityNumber, BelowTheWaterTheSubmergedWeightCounts) {
 TEST(StabilityNumber, NetWaterPressuresLeaveTheMoistWeight) {
     ClayBench bench;
     bench.water(5);
-    bench.problem.WaterDataKind = "P";
+    bench.problem.WaterDataKind = WaterData::Pressures;
     EXPECT_NEAR(bench.S(), 600.0 / 2250, 1e-15);
 }
 
@@ -202,7 +202,7 @@ TEST(StabilityNumber, NetWaterPressuresLeaveTheMoistWeight) {
 // .8 x 62.5 = 50 PCF: 550 + 312.5 + 10 x 70 = 1,562.5 PSF. Ending at 5, only the piece from 10 to
 // 5 counts: 550 + 312.5 + 350 + 287.5 = 1,500; the point at 5 itself is no longer in it.
 TEST(StabilityNumber, SeepageMakesTheSoilHeavier) {
-    for (const char* kind : {"A", "G"}) {
+    for (const Seepage kind : {Seepage::Automatic, Seepage::Given}) {
         ClayBench bench;
         bench.water(15);
         bench.problem.SeepageKind = kind;

@@ -48,7 +48,7 @@ TEST(RoweSoilTest, NeitherInTheFirstLayerShowsTheSectionsAndReportsNothing) {
 
 TEST(RoweSoilTest, CoefficientsOnTheLeftSideShowTheSectionsAndReportNothing) {
     ReductionBench bench = sandBench();
-    bench.problem.SoilDataKind(Left) = "C";
+    bench.problem.SoilDataKind(Left) = SoilData::Coefficients;
     bench.reduce();
     EXPECT_EQ(bench.rowe().RoweSoilType, 0);
     EXPECT_EQ(bench.shown, 1);

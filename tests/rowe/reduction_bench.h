@@ -22,7 +22,7 @@ struct ReductionBench : Bench {
         problem.SurfaceElev(Right, 1) = 10;
         problem.SurfaceElev(Left, 1) = 2;
         for (const int side : {Right, Left}) {
-            problem.SoilDataKind(side) = "S";
+            problem.SoilDataKind(side) = SoilData::Strengths;
             problem.SoilLayerCount(side) = 1;
             problem.SoilMoistWeight(side, 1) = 100;
             problem.SoilBottomElev(side, 1) = NoLayerBottom;

@@ -67,14 +67,14 @@ class HeadingTest : public testing::Test {
 } // namespace
 
 TEST_F(HeadingTest, OpensBlankAndClearsTheKinds) {
-    desk.problem.WallType = "A";
-    desk.problem.ProgramMode = "A";
+    desk.problem.WallType = WallKind::Anchored;
+    desk.problem.ProgramMode = Mode::Analysis;
     desk.problem.FSKind = 2;
     desk.problem.WallTopElev = 12;
     desk.open(Screen::HEADCONT);
     EXPECT_EQ(desk.text("panHeadCont"), "Enter Heading and Control Data");
-    EXPECT_EQ(desk.problem.WallType, "");
-    EXPECT_EQ(desk.problem.ProgramMode, "");
+    EXPECT_EQ(desk.problem.WallType, WallKind::None);
+    EXPECT_EQ(desk.problem.ProgramMode, Mode::None);
     EXPECT_EQ(desk.problem.FSKind, 0);
     EXPECT_EQ(shownGroups(), "");
     EXPECT_EQ(desk.text("txtWallTop"), "");
@@ -88,18 +88,18 @@ TEST_F(HeadingTest, OpensBlankAndClearsTheKinds) {
 TEST_F(HeadingTest, OptionsShowTheirGroupsAndWriteAtOnce) {
     desk.open(Screen::HEADCONT);
     desk.click("optAnchored");
-    EXPECT_EQ(desk.problem.WallType, "A");
+    EXPECT_EQ(desk.problem.WallType, WallKind::Anchored);
     EXPECT_EQ(shownGroups(), "fraAnchor ");
     EXPECT_EQ(desk.state.DataChanged, 1);
     desk.click("optDesign");
-    EXPECT_EQ(desk.problem.ProgramMode, "D");
+    EXPECT_EQ(desk.problem.ProgramMode, Mode::Design);
     EXPECT_EQ(shownGroups(), "fraAnchor fraSafety ");
     EXPECT_TRUE(desk.isShown("lblPassive"));
     desk.click("optAnalysis");
-    EXPECT_EQ(desk.problem.ProgramMode, "A");
+    EXPECT_EQ(desk.problem.ProgramMode, Mode::Analysis);
     EXPECT_EQ(shownGroups(), "fraAnchor fraFSOption fraWallProps ");
     desk.click("optCantilever");
-    EXPECT_EQ(desk.problem.WallType, "C");
+    EXPECT_EQ(desk.problem.WallType, WallKind::Cantilever);
     EXPECT_EQ(shownGroups(), "fraFSOption fraWallProps ");
     desk.click("optFSOption2");
     EXPECT_EQ(desk.problem.FSKind, 2);
@@ -318,7 +318,7 @@ TEST_F(HeadingTest, ADesignNeitherReadsNorChangesTheWallsProperties) {
 
 TEST_F(HeadingTest, AModeOfNeitherKindLooksLikeAnalysisAndIsThenMissing) {
     desk.problem = plainCantilever();
-    desk.problem.ProgramMode = "X";
+    desk.problem.ProgramMode = Mode{'X'};
     desk.problem.FSKind = 1;
     desk.state.HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
@@ -328,7 +328,7 @@ TEST_F(HeadingTest, AModeOfNeitherKindLooksLikeAnalysisAndIsThenMissing) {
     // The option is set already; only from the other one can it be chosen.
     desk.click("optDesign");
     desk.click("optAnalysis");
-    EXPECT_EQ(desk.problem.ProgramMode, "A");
+    EXPECT_EQ(desk.problem.ProgramMode, Mode::Analysis);
 }
 
 TEST_F(HeadingTest, EditingADesignShowsItsNumbersAndForgetsTheFactorOption) {
@@ -351,7 +351,7 @@ TEST_F(HeadingTest, EditingADesignShowsItsNumbersAndForgetsTheFactorOption) {
 
 TEST_F(HeadingTest, EditingAnAnalysisShowsTheGivenFactor) {
     desk.problem = fullProblem();
-    desk.problem.ProgramMode = "A";
+    desk.problem.ProgramMode = Mode::Analysis;
     desk.problem.FSKind = 0; // neither: counts as given
     desk.problem.FSActive = 1.3;
     desk.problem.WallBottomElev = -25;

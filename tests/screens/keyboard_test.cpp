@@ -155,9 +155,9 @@ TEST_F(KeyboardTest, ADoubledMnemonicMovesTheFocusInTurn) {
 TEST_F(KeyboardTest, ArrowsChooseAnOption) {
     desk.open(Screen::HEADCONT);
     desk.press("optCantilever", Qt::Key_Space);
-    EXPECT_EQ(problem.WallType, "C");
+    EXPECT_EQ(problem.WallType, WallKind::Cantilever);
     desk.press("optCantilever", Qt::Key_Down);
-    EXPECT_EQ(problem.WallType, "A");
+    EXPECT_EQ(problem.WallType, WallKind::Anchored);
     EXPECT_EQ(desk.focused(), "optAnchored");
 }
 

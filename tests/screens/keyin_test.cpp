@@ -179,8 +179,8 @@ TEST_F(KeyinTest, ButtonsOpenTheirScreensAndPaintTheirPanelAnew) {
          [](State& state) { state.problem.SoilLayerCount(Right) = 1; },
          [](State& state) { state.problem.SoilLayerCount(Right) = 0; }},
         {"cmdWaterData", Screen::WATER, "panWaterData",
-         [](State& state) { state.problem.WaterDataKind = "P"; },
-         [](State& state) { state.problem.WaterDataKind = ""; }},
+         [](State& state) { state.problem.WaterDataKind = WaterData::Pressures; },
+         [](State& state) { state.problem.WaterDataKind = WaterData::None; }},
         {"cmdSurcharge", Screen::SURCHCON, "panSurcharge",
          [](State& state) { state.problem.VTriCount(Left) = 1; },
          [](State& state) { state.problem.VTriCount(Left) = 0; }},
@@ -211,8 +211,8 @@ TEST_F(KeyinTest, TheLeftSidesLayersAloneDoNotHighlightTheLayers) {
 
 TEST_F(KeyinTest, SeepageMayEqualTheLowerOfSurfaceAndWaterButNotExceedIt) {
     hold();
-    desk.problem.WaterDataKind = "E";
-    desk.problem.SeepageKind = "A";
+    desk.problem.WaterDataKind = WaterData::Elevations;
+    desk.problem.SeepageKind = Seepage::Automatic;
     desk.problem.WaterElev(Right) = -4;
     desk.problem.WaterElev(Left) = -12; // below the left surface at -10
     desk.problem.SeepageElev = -12;
@@ -233,7 +233,7 @@ TEST_F(KeyinTest, SeepageMayEqualTheLowerOfSurfaceAndWaterButNotExceedIt) {
     finish();
     EXPECT_EQ(desk.lastBox(), noBox);
     desk.problem.SeepageElev = -9.99;
-    desk.problem.SeepageKind = "";
+    desk.problem.SeepageKind = Seepage::None;
     finish();
     EXPECT_EQ(desk.lastBox(), noBox);
 }
@@ -257,7 +257,7 @@ TEST_F(KeyinTest, ASurfaceAboveTheWallTopIsRefusedOnEitherSide) {
 
 TEST_F(KeyinTest, TheWallBottomIsComparedWithTheRightSidesFirstTwoPoints) {
     hold();
-    desk.problem.ProgramMode = "A";
+    desk.problem.ProgramMode = Mode::Analysis;
     desk.problem.SurfaceElev(Right, 2) = -8;
     desk.problem.WallBottomElev = -8; // at the second point; the left surface lies at -10
     finish();
@@ -265,7 +265,7 @@ TEST_F(KeyinTest, TheWallBottomIsComparedWithTheRightSidesFirstTwoPoints) {
     desk.problem.WallBottomElev = -8.01;
     finish();
     EXPECT_EQ(desk.lastBox(), noBox);
-    desk.problem.ProgramMode = "D";
+    desk.problem.ProgramMode = Mode::Design;
     desk.problem.WallBottomElev = 5;
     finish();
     EXPECT_EQ(desk.lastBox(), noBox);
@@ -274,7 +274,7 @@ TEST_F(KeyinTest, TheWallBottomIsComparedWithTheRightSidesFirstTwoPoints) {
 TEST_F(KeyinTest, ASecondPointThatWasNeverEnteredCountsAsZero) {
     desk.problem = plainCantilever();
     desk.state.HeadContDataValid = 1;
-    desk.problem.ProgramMode = "A";
+    desk.problem.ProgramMode = Mode::Analysis;
     desk.problem.WallTopElev = 30;
     desk.problem.SurfaceElev(Right, 1) = 30;
     desk.problem.SurfaceElev(Left, 1) = 20;
@@ -291,7 +291,7 @@ TEST_F(KeyinTest, ASecondPointThatWasNeverEnteredCountsAsZero) {
 TEST_F(KeyinTest, TheFirstFailingTestAloneIsTold) {
     hold();
     desk.problem.SoilLayerCount(Right) = 0;
-    desk.problem.SeepageKind = "A";
+    desk.problem.SeepageKind = Seepage::Automatic;
     desk.problem.SeepageElev = 100;
     desk.problem.SurfaceElev(Right, 1) = 50;
     finish();
@@ -299,7 +299,7 @@ TEST_F(KeyinTest, TheFirstFailingTestAloneIsTold) {
     desk.problem.SoilLayerCount(Right) = 1;
     desk.click("cmdFinished");
     EXPECT_EQ(desk.boxes.back().title, "INCONSISTENT SEEPAGE DATA");
-    desk.problem.SeepageKind = "";
+    desk.problem.SeepageKind = Seepage::None;
     desk.click("cmdFinished");
     EXPECT_EQ(desk.boxes.back().title, wallTitle);
 }

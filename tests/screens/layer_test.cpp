@@ -113,8 +113,8 @@ TEST_F(LayerTest, CancelInTheChoiceOfSidesDropsLayersAndKinds) {
     desk.click("cmdFinishedAction");
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(problem.SoilLayerCount(Right), 0);
-    EXPECT_EQ(problem.SoilDataKind(Right), "");
-    EXPECT_EQ(problem.SoilDataKind(Left), "");
+    EXPECT_EQ(problem.SoilDataKind(Right), SoilData::None);
+    EXPECT_EQ(problem.SoilDataKind(Left), SoilData::None);
 }
 
 TEST_F(LayerTest, FinishedClosesWithLayersOnBothSides) {
@@ -154,7 +154,7 @@ TEST_F(LayerTest, OkWithoutAKindDoesNothingAtAll) {
 
 TEST_F(LayerTest, TheControlDataOfASideWithLayersAreFilled) {
     problem = plainCantilever();
-    problem.SoilDataKind(Right) = "C";
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
     problem.Level2FSActive(Right) = 1.25;
     desk.open(Screen::LAYRDATA);
     desk.click("cmdEnterRightside");
@@ -178,7 +178,7 @@ TEST_F(LayerTest, LevelTwoFactorsMustBeNumbersNotBelowZero) {
         EXPECT_TRUE(desk.isShown("panControlData"));
     }
     EXPECT_EQ(problem.Level2FSActive(Right), 1.5);
-    EXPECT_EQ(problem.SoilDataKind(Right), "S");
+    EXPECT_EQ(problem.SoilDataKind(Right), SoilData::Strengths);
     desk.type("txtFSP2", "");
     desk.click("cmdOK");
     EXPECT_EQ(problem.Level2FSPassive(Right), 0);
@@ -194,7 +194,7 @@ TEST_F(LayerTest, CancelInTheControlDataDropsLayersAndKinds) {
     desk.click("cmdOK");
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(problem.SoilLayerCount(Left), 0);
-    EXPECT_EQ(problem.SoilDataKind(Left), "");
+    EXPECT_EQ(problem.SoilDataKind(Left), SoilData::None);
 }
 
 TEST_F(LayerTest, AnAcceptedChangeToCoefficientsDropsTheSidesLayers) {
@@ -216,14 +216,14 @@ TEST_F(LayerTest, AnAcceptedChangeToCoefficientsDropsTheSidesLayers) {
     EXPECT_EQ(desk.text("cmdEnterRightside"), "Enter &Rightside Soil Data");
     EXPECT_EQ(desk.text("txtFSA2"), "");
     desk.click("cmdOK");
-    EXPECT_EQ(problem.SoilDataKind(Right), "C");
+    EXPECT_EQ(problem.SoilDataKind(Right), SoilData::Coefficients);
     EXPECT_EQ(desk.text("txtSATWt_0"), "");
 }
 
 TEST_F(LayerTest, AnAcceptedChangeToStrengthsHidesTheFactorsButOkStillReachesTheTable) {
     problem = plainCantilever();
-    problem.SoilDataKind(Right) = "C";
-    problem.SoilDataKind(Left) = "C";
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
+    problem.SoilDataKind(Left) = SoilData::Coefficients;
     problem.Level2FSActive(Right) = 1.5;
     desk.open(Screen::LAYRDATA);
     desk.click("cmdEnterRightside");
@@ -254,7 +254,7 @@ TEST_F(LayerTest, AnAcceptedChangeToStrengthsHidesTheFactorsButOkStillReachesThe
 
 TEST_F(LayerTest, AnAcceptedChangeToCoefficientsShowsTheFactorsAgain) {
     problem = plainCantilever();
-    problem.SoilDataKind(Right) = "C";
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
     problem.Level2FSPassive(Left) = 1.4;
     desk.open(Screen::LAYRDATA);
     desk.click("cmdEnterRightside");
@@ -284,7 +284,7 @@ TEST_F(LayerTest, ARefusedChangeLeavesTheOptionAndTakesTheLayersOver) {
     EXPECT_EQ(problem.SoilLayerCount(Right), 1);
     EXPECT_EQ(desk.state.DataChanged, 0);
     desk.click("cmdOK");
-    EXPECT_EQ(problem.SoilDataKind(Right), "C");
+    EXPECT_EQ(problem.SoilDataKind(Right), SoilData::Coefficients);
     EXPECT_EQ(desk.text("txtSATWt_0"), " 120");
     EXPECT_EQ(desk.text("txtAK_0"), " 0");
 }
@@ -423,7 +423,7 @@ TEST_F(LayerTest, AllFieldsOfALayerReachTheRecord) {
     desk.type("txtFSP3_0", "1.6");
     typeLayer(2, "", "750");
     EXPECT_EQ(finish(), noBox);
-    EXPECT_EQ(problem.SoilDataKind(Left), "S");
+    EXPECT_EQ(problem.SoilDataKind(Left), SoilData::Strengths);
     EXPECT_EQ(problem.SoilLayerCount(Left), 2);
     EXPECT_EQ(problem.SoilSatWeight(Left, 1), 120);
     EXPECT_EQ(problem.SoilMoistWeight(Left, 1), 110);
@@ -558,7 +558,7 @@ TEST_F(LayerTest, AnEmptyTableIsMissingItsFirstLayer) {
     desk.answers = {Answer::Cancel};
     EXPECT_EQ(finish(), noLayer);
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(problem.SoilDataKind(Right), "");
+    EXPECT_EQ(problem.SoilDataKind(Right), SoilData::None);
 }
 
 TEST_F(LayerTest, CancelInTheTableDropsTheLayersAndLeavesTheKinds) {
@@ -570,7 +570,7 @@ TEST_F(LayerTest, CancelInTheTableDropsTheLayersAndLeavesTheKinds) {
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(problem.SoilLayerCount(Right), 0);
     EXPECT_EQ(problem.SoilLayerCount(Left), 0);
-    EXPECT_EQ(problem.SoilDataKind(Right), "S");
+    EXPECT_EQ(problem.SoilDataKind(Right), SoilData::Strengths);
     EXPECT_EQ(problem.SoilSatWeight(Right, 1), 120); // stale, until the next entry
 }
 
@@ -582,7 +582,7 @@ TEST_F(LayerTest, AnActiveCoefficientMayBeZeroAPassiveOneMayNot) {
     EXPECT_EQ(finish(), invalid);
     typeCoefficients(1, "0", "3");
     EXPECT_EQ(finish(), noBox);
-    EXPECT_EQ(problem.SoilDataKind(Right), "C");
+    EXPECT_EQ(problem.SoilDataKind(Right), SoilData::Coefficients);
     EXPECT_EQ(problem.SoilCoefActive(Right, 1), 0);
     EXPECT_EQ(problem.SoilCoefPassive(Right, 1), 3);
 }

@@ -4,13 +4,13 @@ namespace korvane::test {
 
 Problem fullProblem() {
     Problem problem = plainCantilever();
-    problem.WallType = "A";
+    problem.WallType = WallKind::Anchored;
     problem.AnchorElev = -3;
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterUnitWeight = 62.4;
     problem.WaterElev(Right) = -6;
     problem.WaterElev(Left) = -9;
-    problem.SeepageKind = "G";
+    problem.SeepageKind = Seepage::Given;
     problem.SeepageElev = -8;
     problem.SeepageGradient(1) = 0.125;
     problem.SeepageGradient(2) = 0.125;
@@ -74,7 +74,7 @@ Problem blankProblem() {
 
 Problem analysis() {
     Problem problem = fullProblem();
-    problem.ProgramMode = "A";
+    problem.ProgramMode = Mode::Analysis;
     problem.FSKind = 2;
     problem.FSActive = 1.25;
     problem.WallBottomElev = -31.5;
@@ -83,7 +83,7 @@ Problem analysis() {
     return problem;
 }
 
-Problem layersOfKind(const std::string& kind) {
+Problem layersOfKind(SoilData kind) {
     Problem problem = fullProblem();
     problem.SoilDataKind.fill(kind);
     problem.SoilCoefActive.fill(0.333);
@@ -91,7 +91,7 @@ Problem layersOfKind(const std::string& kind) {
     return problem;
 }
 
-Problem waterOfKind(const std::string& kind, const std::string& seepage) {
+Problem waterOfKind(WaterData kind, Seepage seepage) {
     Problem problem = fullProblem();
     problem.WaterDataKind = kind;
     problem.SeepageKind = seepage;
@@ -133,19 +133,21 @@ std::vector<Look> allLooks() {
         const QString enter = QString::fromStdString("cmdEnter" + side);
         looks.push_back(
             {"layrdata-control-" + side, fullProblem(), clicking(Screen::LAYRDATA, {enter})});
-        looks.push_back({"layrdata-strengths-" + side, layersOfKind("S"),
+        looks.push_back({"layrdata-strengths-" + side, layersOfKind(SoilData::Strengths),
                          clicking(Screen::LAYRDATA, {enter, "cmdOK"})});
-        looks.push_back({"layrdata-coefficients-" + side, layersOfKind("C"),
+        looks.push_back({"layrdata-coefficients-" + side, layersOfKind(SoilData::Coefficients),
                          clicking(Screen::LAYRDATA, {enter, "cmdOK"})});
     }
     blankAndFilled("water", Screen::WATER);
-    for (const auto& [name, seepage] : std::vector<std::pair<std::string, std::string>>{
-             {"none", ""}, {"gradient", "G"}, {"automatic", "A"}}) {
-        looks.push_back({"water-elevations-" + name, waterOfKind("E", seepage),
+    for (const auto& [name, seepage] :
+         std::vector<std::pair<std::string, Seepage>>{{"none", Seepage::None},
+                                                      {"gradient", Seepage::Given},
+                                                      {"automatic", Seepage::Automatic}}) {
+        looks.push_back({"water-elevations-" + name, waterOfKind(WaterData::Elevations, seepage),
                          clicking(Screen::WATER, {"cmdWaterEls"})});
     }
-    looks.push_back(
-        {"water-pressures", waterOfKind("P", ""), clicking(Screen::WATER, {"cmdWaterPres"})});
+    looks.push_back({"water-pressures", waterOfKind(WaterData::Pressures, Seepage::None),
+                     clicking(Screen::WATER, {"cmdWaterPres"})});
     blankAndFilled("surchcon", Screen::SURCHCON);
     for (const int kind : {1, 2, 3, 4, 5, 6}) {
         blankAndFilled("surcharg-" + std::to_string(kind), Screen::SURCHARG, kind);

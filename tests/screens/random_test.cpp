@@ -255,7 +255,8 @@ TEST(RandomTyping, WhatPassesAllScreensEndsItsSolution) {
                 desk.click(chance.oneIn(2) ? "cmdEnterRightside" : "cmdEnterLeftside");
                 desk.click("cmdOK");
             } else if (target.screen == Screen::WATER) {
-                desk.click(desk.problem.WaterDataKind == "P" ? "cmdWaterPres" : "cmdWaterEls");
+                desk.click(desk.problem.WaterDataKind == WaterData::Pressures ? "cmdWaterPres"
+                                                                              : "cmdWaterEls");
             }
             std::vector<Field*> fields;
             for (auto* field : desk.top().findChildren<Field*>()) {

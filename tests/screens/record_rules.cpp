@@ -15,14 +15,16 @@ bool heading(const Problem& p) {
             return false;
         }
     }
-    const bool anchored = p.WallType == "A";
-    if ((!anchored && p.WallType != "C") || (anchored && p.AnchorElev > p.WallTopElev)) {
+    const bool anchored = p.WallType == WallKind::Anchored;
+    if ((!anchored && p.WallType != WallKind::Cantilever) ||
+        (anchored && p.AnchorElev > p.WallTopElev)) {
         return false;
     }
-    if (p.ProgramMode == "D") {
+    if (p.ProgramMode == Mode::Design) {
         return p.FSActive > 0 && p.FSPassive > 0;
     }
-    return p.ProgramMode == "A" && (p.FSKind == 1 || (p.FSKind == 2 && p.FSActive > 0)) &&
+    return p.ProgramMode == Mode::Analysis &&
+           (p.FSKind == 1 || (p.FSKind == 2 && p.FSActive > 0)) &&
            p.WallBottomElev < p.WallTopElev && (!anchored || p.WallBottomElev < p.AnchorElev) &&
            p.WallModulus > 0 && p.WallInertia > 0;
 }
@@ -48,7 +50,7 @@ bool layer(const Problem& p, int side, int i) {
         (!last && i > 1 && p.SoilBottomElev(side, i) >= p.SoilBottomElev(side, i - 1))) {
         return false;
     }
-    if (p.SoilDataKind(side) == "C") {
+    if (p.SoilDataKind(side) == SoilData::Coefficients) {
         return p.SoilCoefActive(side, i) >= 0 && p.SoilCoefPassive(side, i) > 0;
     }
     const double friction = p.SoilFriction(side, i);
@@ -61,7 +63,8 @@ bool layer(const Problem& p, int side, int i) {
 bool layers(const Problem& p) {
     for (const int side : {Right, Left}) {
         if (p.SoilLayerCount(side) < 1 ||
-            (p.SoilDataKind(side) != "S" && p.SoilDataKind(side) != "C") ||
+            (p.SoilDataKind(side) != SoilData::Strengths &&
+             p.SoilDataKind(side) != SoilData::Coefficients) ||
             p.Level2FSActive(side) < 0 || p.Level2FSPassive(side) < 0) {
             return false;
         }
@@ -75,16 +78,18 @@ bool layers(const Problem& p) {
 }
 
 bool water(const Problem& p) {
-    if (p.WaterDataKind == "P") {
+    if (p.WaterDataKind == WaterData::Pressures) {
         return p.WaterPressCount >= 2;
     }
-    if (p.WaterDataKind.empty()) {
-        return p.SeepageKind.empty();
+    if (p.WaterDataKind == WaterData::None) {
+        return p.SeepageKind == Seepage::None;
     }
-    const bool seeps = p.SeepageKind == "A" || p.SeepageKind == "G";
-    return p.WaterDataKind == "E" && p.WaterUnitWeight > 0 && (seeps || p.SeepageKind.empty()) &&
+    const bool seeps = p.SeepageKind == Seepage::Automatic || p.SeepageKind == Seepage::Given;
+    return p.WaterDataKind == WaterData::Elevations && p.WaterUnitWeight > 0 &&
+           (seeps || p.SeepageKind == Seepage::None) &&
            (!seeps || p.WaterElev(Right) > p.WaterElev(Left)) &&
-           (p.SeepageKind != "G" || (p.SeepageGradient(1) > 0 && p.SeepageGradient(1) < 1));
+           (p.SeepageKind != Seepage::Given ||
+            (p.SeepageGradient(1) > 0 && p.SeepageGradient(1) < 1));
 }
 
 bool surcharge(const Problem& p, int kind, int side, int i) {

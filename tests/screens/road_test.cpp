@@ -72,14 +72,14 @@ void enter(Person& person, const Problem& problem) {
 /// Solves what the program holds, from the Solve command to the button of the last panel.
 std::string solve(Person& person, const Piles& piles = {}) {
     const Problem& problem = person.session().state.problem;
-    const bool design = problem.ProgramMode == "D";
+    const bool design = problem.ProgramMode == Mode::Design;
     const bool wedge = problem.SurfacePointCount(Right) > 1 || problem.SurfacePointCount(Left) > 1;
     if (wedge) {
         person.expectScreen("WEDGMETH", [](QDialog& window) { pushButton(window, "cmdSweep"); });
     }
     person.choose("mnuSolveItem_0");
     if (design) {
-        if (problem.WallType == "A") {
+        if (problem.WallType == WallKind::Anchored) {
             person.expectScreen("ROWEPILE", [piles](QDialog& window) {
                 typeInto(window, "txtDefAllow", QString::fromStdString(piles.allowStress));
                 pushButton(window, "cmdDefAccept");
@@ -149,7 +149,7 @@ TEST(Road, AnAnchoredDesignInClayEndsWithItsSectionsChangedAndAdded) {
 
 TEST(Road, AnAnalysisWithWedgeSidesAndSlopingLayersIsTypedAndSolved) {
     Problem problem = exampleProblem("sloping-backfill-sweep");
-    problem.ProgramMode = "A";
+    problem.ProgramMode = Mode::Analysis;
     problem.FSKind = 1;
     problem.WallBottomElev = -14;
     problem.WallModulus = 29e6;
@@ -170,12 +170,12 @@ TEST(Road, AnAnalysisWithWedgeSidesAndSlopingLayersIsTypedAndSolved) {
 
 TEST(Road, AGivenGradientWhichOnlyTheScreensCanEnterIsSolved) {
     Problem problem = exampleProblem("cantilever-water-seepage");
-    problem.SeepageKind = "G";
+    problem.SeepageKind = Seepage::Given;
     problem.SeepageGradient(1) = 0.15;
     problem.SeepageGradient(2) = 0.15;
     Person person;
     enter(person, problem);
-    EXPECT_EQ(person.session().state.problem.SeepageKind, "G");
+    EXPECT_EQ(person.session().state.problem.SeepageKind, Seepage::Given);
     const std::string report = solve(person);
     EXPECT_EQ(report, reportInCode(problem));
     EXPECT_NE(report.find("0.15"), std::string::npos);

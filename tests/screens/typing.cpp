@@ -25,12 +25,12 @@ void typeHeading(QWidget& window, const Problem& problem) {
         typeInto(window, QString("txtHead_%1").arg(line - 1),
                  shownText(problem.HeadingLines(line)));
     }
-    pushButton(window, problem.WallType == "A" ? "optAnchored" : "optCantilever");
+    pushButton(window, problem.WallType == WallKind::Anchored ? "optAnchored" : "optCantilever");
     typeInto(window, "txtWallTop", shown(problem.WallTopElev));
-    if (problem.WallType == "A") {
+    if (problem.WallType == WallKind::Anchored) {
         typeInto(window, "txtAnchorEl", shown(problem.AnchorElev));
     }
-    if (problem.ProgramMode == "D") {
+    if (problem.ProgramMode == Mode::Design) {
         pushButton(window, "optDesign");
         typeInto(window, "txtFSA1", shown(problem.FSActive));
         typeInto(window, "txtFSP1", shown(problem.FSPassive));
@@ -60,7 +60,7 @@ void typeSurface(QWidget& window, const Problem& p) {
 
 void typeLayers(QWidget& window, const Problem& p) {
     for (const int side : {Right, Left}) {
-        const bool strengths = p.SoilDataKind(side) == "S";
+        const bool strengths = p.SoilDataKind(side) == SoilData::Strengths;
         const int layers = p.SoilLayerCount(side);
         const auto column = [&](const char* array, const Array<double, 2, 11>& values, int rows) {
             typeColumn(window, array, rows, [&](int row) { return values(side, row); });
@@ -91,7 +91,7 @@ void typeLayers(QWidget& window, const Problem& p) {
 }
 
 void typeWater(QWidget& window, const Problem& p) {
-    if (p.WaterDataKind == "P") {
+    if (p.WaterDataKind == WaterData::Pressures) {
         pushButton(window, "cmdWaterPres");
         typeColumn(window, "txtELWPR", p.WaterPressCount,
                    [&](int row) { return p.WaterPressElev(row); });
@@ -105,10 +105,10 @@ void typeWater(QWidget& window, const Problem& p) {
     typeInto(window, "txtWaterWt", shown(p.WaterUnitWeight));
     typeInto(window, "txtWaterElR", shown(p.WaterElev(Right)));
     typeInto(window, "txtWaterElL", shown(p.WaterElev(Left)));
-    if (!p.SeepageKind.empty()) {
-        pushButton(window, p.SeepageKind == "A" ? "optAutoSeep" : "optSeepEl");
+    if (p.SeepageKind != Seepage::None) {
+        pushButton(window, p.SeepageKind == Seepage::Automatic ? "optAutoSeep" : "optSeepEl");
         typeInto(window, "txtSeepEl", shown(p.SeepageElev));
-        if (p.SeepageKind == "G") {
+        if (p.SeepageKind == Seepage::Given) {
             typeInto(window, "txtSeepGrad", shown(p.SeepageGradient(1)));
         }
     } // None is set on a new problem
@@ -211,7 +211,7 @@ void expectEntry(Person& person, const Problem& problem) {
     section("cmdHeadCont", "HEADCONT", typeHeading);
     section("cmdSurface", "SURFACE", typeSurface);
     section("cmdLayerData", "LAYRDATA", typeLayers);
-    if (!problem.WaterDataKind.empty()) {
+    if (problem.WaterDataKind != WaterData::None) {
         section("cmdWaterData", "WATER", typeWater);
     }
     push("KEYIN", "cmdSurcharge");

@@ -42,7 +42,7 @@ const std::vector<Visit>& visits() {
          Screen::WATER,
          0,
          {"cmdWaterEls", "cmdFinishedElevData"},
-         [](const Problem& p) { return p.WaterDataKind != "P"; }},
+         [](const Problem& p) { return p.WaterDataKind != WaterData::Pressures; }},
         {"SURCHCON", Screen::SURCHCON, 0, {"cmdFinished"}, always},
         {"line", Screen::SURCHARG, 1, {"cmdFinVertLine"}, always},
         {"uniform", Screen::SURCHARG, 2, {"cmdFinUnifLoad"}, always},
@@ -93,7 +93,7 @@ TEST(Unchanged, AProblemWithEverySection) {
 
 TEST(Unchanged, EveryLookThatIsFilled) {
     for (const Look& look : allLooks()) {
-        if (look.held.NumHeadingLines != 0 && look.held.WaterDataKind != "P") {
+        if (look.held.NumHeadingLines != 0 && look.held.WaterDataKind != WaterData::Pressures) {
             SCOPED_TRACE(look.name);
             expectUnchanged(look.held, 0);
         }
@@ -124,8 +124,8 @@ TEST(Unchanged, RandomProblems) {
 TEST(Unchanged, TheWaterPressuresClearTheMarkOfChange) {
     Desk desk;
     desk.problem = fullProblem();
-    desk.problem.WaterDataKind = "P";
-    desk.problem.SeepageKind = "";
+    desk.problem.WaterDataKind = WaterData::Pressures;
+    desk.problem.SeepageKind = Seepage::None;
     desk.problem.WaterPressCount = 3;
     const Problem before = desk.problem;
     desk.state.DataChanged = 1;

@@ -71,8 +71,8 @@ class WaterTest : public testing::Test {
     }
     void expectDropped() {
         EXPECT_FALSE(desk.isOpen());
-        EXPECT_EQ(problem.WaterDataKind, "");
-        EXPECT_EQ(problem.SeepageKind, "");
+        EXPECT_EQ(problem.WaterDataKind, WaterData::None);
+        EXPECT_EQ(problem.SeepageKind, Seepage::None);
     }
 };
 
@@ -88,16 +88,16 @@ TEST_F(WaterTest, DeleteIsOfferedOnlyWithData) {
     EXPECT_FALSE(desk.isHighlighted("panWaterPres"));
     EXPECT_EQ(desk.tabOrder("cmdWaterEls"),
               (std::vector<std::string>{"cmdWaterEls", "cmdWaterPres", "cmdFinishedWaterData"}));
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     desk.reopen(Screen::WATER);
     EXPECT_TRUE(desk.isShown("panDelete"));
     EXPECT_TRUE(desk.isHighlighted("panWaterPres"));
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     desk.reopen(Screen::WATER);
     EXPECT_TRUE(desk.isHighlighted("panWaterEls"));
     desk.click("cmdFinishedWaterData");
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(problem.WaterDataKind, "E");
+    EXPECT_EQ(problem.WaterDataKind, WaterData::Elevations);
 }
 
 TEST_F(WaterTest, DeleteEmptiesTheKindsAndClosesAtOnce) {
@@ -115,11 +115,11 @@ TEST_F(WaterTest, DeleteEmptiesTheKindsAndClosesAtOnce) {
 // ----------------------------------------------------------------------------------
 
 TEST_F(WaterTest, OpeningTheElevationsOnPressuresShowsBlanksAndSetsTheKind) {
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterUnitWeight = 64;
     openElevations();
-    EXPECT_EQ(problem.WaterDataKind, "E");
+    EXPECT_EQ(problem.WaterDataKind, WaterData::Elevations);
     EXPECT_EQ(problem.WaterPressCount, 2);
     EXPECT_EQ(desk.text("txtWaterWt"), "");
     EXPECT_TRUE(desk.isSet("optNoSeep"));
@@ -130,7 +130,7 @@ TEST_F(WaterTest, OpeningTheElevationsOnPressuresShowsBlanksAndSetsTheKind) {
 
 TEST_F(WaterTest, AKindOfSeepageBesidePressuresSetsNoOption) {
     problem = fullProblem();
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     openElevations();
     for (const char* option : {"optNoSeep", "optSeepEl", "optAutoSeep"}) {
         EXPECT_FALSE(desk.isSet(option)) << option;
@@ -155,8 +155,8 @@ TEST_F(WaterTest, ElevationsWithoutSeepageAreStored) {
     typeElevations("62.4", "10", "2.5");
     EXPECT_EQ(finish(), noBox);
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(problem.WaterDataKind, "E");
-    EXPECT_EQ(problem.SeepageKind, "");
+    EXPECT_EQ(problem.WaterDataKind, WaterData::Elevations);
+    EXPECT_EQ(problem.SeepageKind, Seepage::None);
     EXPECT_EQ(problem.WaterUnitWeight, 62.4);
     EXPECT_EQ(problem.WaterElev(Right), 10);
     EXPECT_EQ(problem.WaterElev(Left), 2.5);
@@ -174,7 +174,7 @@ TEST_F(WaterTest, TheSameLevelOnBothSidesIsFineWithoutSeepageAlone) {
     EXPECT_EQ(finish(), rightNotHigher);
     // The seepage is given up and has to be chosen anew.
     EXPECT_TRUE(desk.isOpen());
-    EXPECT_EQ(problem.SeepageKind, "");
+    EXPECT_EQ(problem.SeepageKind, Seepage::None);
     EXPECT_FALSE(desk.isSet("optAutoSeep"));
     EXPECT_FALSE(desk.isShown("fraSeepData"));
     EXPECT_EQ(finish(), missing);
@@ -188,7 +188,7 @@ TEST_F(WaterTest, SeepageNeedsTheHigherWaterOnTheRight) {
     typeElevations("62.4", "2", "10");
     EXPECT_EQ(finish(), rightNotHigher);
     EXPECT_TRUE(desk.isOpen());
-    EXPECT_EQ(problem.SeepageKind, "");
+    EXPECT_EQ(problem.SeepageKind, Seepage::None);
     EXPECT_FALSE(desk.isSet("optSeepEl"));
     EXPECT_FALSE(desk.isShown("fraSeepData"));
     EXPECT_EQ(desk.text("txtWaterElL"), "10"); // nothing else typed is lost
@@ -224,7 +224,7 @@ TEST_F(WaterTest, TwoOfThreeFieldsAreMissingOne) {
     typeElevations("62.4", "", "2");
     EXPECT_EQ(finish(), missing);
     EXPECT_TRUE(desk.isOpen());
-    EXPECT_EQ(problem.WaterDataKind, "E");
+    EXPECT_EQ(problem.WaterDataKind, WaterData::Elevations);
 }
 
 TEST_F(WaterTest, BadNumbersAmongTheElevationsShowTheMissingBox) {
@@ -244,7 +244,7 @@ TEST_F(WaterTest, BadNumbersAmongTheElevationsShowTheMissingBox) {
 TEST_F(WaterTest, OptionsShowAndEmptyTheirFields) {
     openElevations();
     desk.click("optSeepEl");
-    EXPECT_EQ(problem.SeepageKind, "G");
+    EXPECT_EQ(problem.SeepageKind, Seepage::Given);
     EXPECT_EQ(desk.state.DataChanged, 1);
     EXPECT_TRUE(desk.isShown("lblSeepEl"));
     EXPECT_TRUE(desk.isShown("lblSeepGrad"));
@@ -252,7 +252,7 @@ TEST_F(WaterTest, OptionsShowAndEmptyTheirFields) {
     desk.type("txtSeepGrad", "0.5");
     desk.state.DataChanged = 0;
     desk.click("optAutoSeep");
-    EXPECT_EQ(problem.SeepageKind, "A");
+    EXPECT_EQ(problem.SeepageKind, Seepage::Automatic);
     EXPECT_EQ(desk.state.DataChanged, 1);
     EXPECT_EQ(desk.text("txtSeepEl"), "");
     EXPECT_EQ(desk.text("txtSeepGrad"), "");
@@ -261,7 +261,7 @@ TEST_F(WaterTest, OptionsShowAndEmptyTheirFields) {
     EXPECT_TRUE(desk.isShown("lblSeepEl"));
     desk.state.DataChanged = 0;
     desk.click("optNoSeep");
-    EXPECT_EQ(problem.SeepageKind, "");
+    EXPECT_EQ(problem.SeepageKind, Seepage::None);
     EXPECT_FALSE(desk.isShown("fraSeepData"));
     EXPECT_EQ(desk.state.DataChanged, 0);
     desk.click("optSeepEl");
@@ -278,7 +278,7 @@ TEST_F(WaterTest, AutomaticSeepageNeedsItsElevation) {
     desk.type("txtSeepEl", "8");
     EXPECT_EQ(finish(), noBox);
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(problem.SeepageKind, "A");
+    EXPECT_EQ(problem.SeepageKind, Seepage::Automatic);
     EXPECT_EQ(problem.SeepageElev, 8);
 }
 
@@ -290,7 +290,7 @@ TEST_F(WaterTest, AGivenGradientNeedsBothFields) {
     EXPECT_EQ(finish(), missing);
     desk.type("txtSeepEl", "8");
     EXPECT_EQ(finish(), noBox);
-    EXPECT_EQ(problem.SeepageKind, "G");
+    EXPECT_EQ(problem.SeepageKind, Seepage::Given);
     EXPECT_EQ(problem.SeepageGradient(1), 0.2);
 }
 
@@ -314,7 +314,7 @@ TEST_F(WaterTest, SeepageBelowTheLeftWaterIsAWarningOnly) {
     EXPECT_EQ(finish(), seepageLow);
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(problem.SeepageElev, 1.5);
-    EXPECT_EQ(problem.SeepageKind, "G");
+    EXPECT_EQ(problem.SeepageKind, Seepage::Given);
 }
 
 TEST_F(WaterTest, AGradientLiesStrictlyBetweenZeroAndOne) {
@@ -342,7 +342,7 @@ TEST_F(WaterTest, TheElevationsAreFilledByTheirKindOfSeepage) {
     EXPECT_EQ(desk.text("txtSeepEl"), "-8");
     EXPECT_EQ(desk.text("txtSeepGrad"), " 0.125");
     EXPECT_EQ(desk.state.DataChanged, 0);
-    problem.SeepageKind = "A";
+    problem.SeepageKind = Seepage::Automatic;
     openElevations();
     EXPECT_TRUE(desk.isSet("optAutoSeep"));
     EXPECT_EQ(desk.text("txtSeepEl"), "-8");
@@ -357,7 +357,7 @@ TEST_F(WaterTest, OpeningThePressuresClearsTheMarkOfChange) {
     problem = fullProblem();
     desk.state.DataChanged = 1;
     openPressures();
-    EXPECT_EQ(problem.WaterDataKind, "P");
+    EXPECT_EQ(problem.WaterDataKind, WaterData::Pressures);
     EXPECT_EQ(desk.state.DataChanged, 0);
     EXPECT_EQ(desk.text("txtELWPR_0"), "");
 }

@@ -27,7 +27,7 @@ Balance balanceOf(const State& state, int level) {
             add(problem.HLineLoad(j), problem.HLineElev(j));
         }
     }
-    if (problem.WallType == "A") {
+    if (problem.WallType == WallKind::Anchored) {
         add(-state.solution.AnchorForce(level), problem.AnchorElev);
     }
     return sum;

@@ -26,7 +26,7 @@ struct PressureBench : Bench {
 
     /// Grid and water, with SeepageEndElev of the level from the problem's gradient.
     void build(int level = 1) {
-        if (!problem.SeepageKind.empty()) {
+        if (problem.SeepageKind != Seepage::None) {
             state->preparation.SeepageEndElev(level) =
                 seepageEndElevation(problem, problem.SeepageGradient(level));
         }

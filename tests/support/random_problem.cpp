@@ -97,8 +97,8 @@ void RandomProblems::heading(Problem& problem) {
 
 /// In an analysis the wall reaches well below the depth that it needs in ordinary ground.
 void RandomProblems::wall(Problem& problem, const Site& site) {
-    problem.WallType = site.anchored ? "A" : "C";
-    problem.ProgramMode = site.analysis ? "A" : "D";
+    problem.WallType = site.anchored ? WallKind::Anchored : WallKind::Cantilever;
+    problem.ProgramMode = site.analysis ? Mode::Analysis : Mode::Design;
     problem.WallTopElev = site.top;
     if (site.anchored) {
         problem.AnchorElev = site.top - value(0.1 * site.height, 0.3 * site.height, 4);
@@ -137,7 +137,7 @@ void RandomProblems::soil(Problem& problem, const Site& site, int side) {
     const int layers = site.layered ? whole(1, 4) : 1;
     const bool coefficients = site.coefficients(side);
 
-    problem.SoilDataKind(side) = coefficients ? "C" : "S";
+    problem.SoilDataKind(side) = coefficients ? SoilData::Coefficients : SoilData::Strengths;
     problem.SoilLayerCount(side) = layers;
     if (site.factors && !coefficients && chance(0.5)) {
         problem.Level2FSActive(side) = value(1, 1.2, 20);
@@ -197,7 +197,7 @@ void RandomProblems::water(Problem& problem, const Site& site) {
         waterPressures(problem, site);
         return;
     }
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterUnitWeight = chance(0.7) ? 62.4 : (chance(0.5) ? 62.43 : 64);
     WaterElev(Left) = site.ground(Left) + value(-3, 0.5 * site.height, 4);
     WaterElev(Right) = WaterElev(Left);
@@ -208,14 +208,14 @@ void RandomProblems::water(Problem& problem, const Site& site) {
         const auto lower = [&](int side) {
             return std::min(WaterElev(side), problem.SurfaceElev(side, 1));
         };
-        problem.SeepageKind = "A";
+        problem.SeepageKind = Seepage::Automatic;
         problem.SeepageElev = value(lower(Left), lower(Right), 4);
     }
 }
 
 /// A net pressure diagram that rises from zero and falls back to zero.
 void RandomProblems::waterPressures(Problem& problem, const Site& site) {
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = whole(3, 6);
     double elevation = site.top - value(0, 0.5 * site.height, 2);
     for (int point = 1; point <= problem.WaterPressCount; ++point) {

@@ -61,8 +61,8 @@ Problem plainCantilever() {
     clearProblemData(problem);
     problem.NumHeadingLines = 1;
     problem.HeadingLines(1) = "'PLAIN CANTILEVER ";
-    problem.WallType = "C";
-    problem.ProgramMode = "D";
+    problem.WallType = WallKind::Cantilever;
+    problem.ProgramMode = Mode::Design;
     problem.FSActive = 1.0;
     problem.FSPassive = 1.0;
     problem.WallTopElev = 0;
@@ -70,7 +70,7 @@ Problem plainCantilever() {
         problem.SurfacePointCount(side) = 1;
         problem.SurfaceDist(side, 1) = 0;
         problem.SurfaceElev(side, 1) = side == Right ? 0 : -10;
-        problem.SoilDataKind(side) = "S";
+        problem.SoilDataKind(side) = SoilData::Strengths;
         problem.SoilLayerCount(side) = 1;
         problem.SoilSatWeight(side, 1) = 120;
         problem.SoilMoistWeight(side, 1) = 120;

@@ -28,13 +28,13 @@ struct AnalysisBench : Bench {
 };
 
 Problem anchored(Problem problem) {
-    problem.WallType = "A";
+    problem.WallType = WallKind::Anchored;
     problem.AnchorElev = -3;
     return problem;
 }
 
 Problem withWater(Problem problem) {
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterUnitWeight = 62.4;
     problem.WaterElev(Right) = -4;
     problem.WaterElev(Left) = -9;
@@ -43,7 +43,7 @@ Problem withWater(Problem problem) {
 
 Problem withSeepage(Problem problem) {
     problem = withWater(problem);
-    problem.SeepageKind = "A";
+    problem.SeepageKind = Seepage::Automatic;
     problem.SeepageElev = -5;
     return problem;
 }
@@ -72,7 +72,7 @@ Problem sloping(Problem problem) {
 /// The bottom (FT) that a design with one factor on both pressures finds.
 double designedBottom(const Problem& problem, double factor, int level) {
     AnalysisBench bench(problem);
-    bench.problem.ProgramMode = "D";
+    bench.problem.ProgramMode = Mode::Design;
     bench.problem.FSActive = factor;
     bench.problem.FSPassive = factor;
     solve(*bench.state);
@@ -81,7 +81,7 @@ double designedBottom(const Problem& problem, double factor, int level) {
 }
 
 Problem analysisOf(Problem problem, double bottom) {
-    problem.ProgramMode = "A";
+    problem.ProgramMode = Mode::Analysis;
     problem.FSKind = 1;
     problem.WallBottomElev = bottom;
     problem.WallModulus = 29e6;
@@ -103,7 +103,7 @@ TEST(SolveAnalysis, GivesBackTheFactorOfADesign) {
     int number = 0;
     for (const Problem& wall : walls) {
         SCOPED_TRACE(++number);
-        for (int level = 1; level <= (wall.WallType == "A" ? 2 : 1); ++level) {
+        for (int level = 1; level <= (wall.WallType == WallKind::Anchored ? 2 : 1); ++level) {
             const double factor = 1.45; // between the steps of the search
             const double bottom = designedBottom(wall, factor, level);
             AnalysisBench bench(analysisOf(wall, bottom));
@@ -114,7 +114,7 @@ TEST(SolveAnalysis, GivesBackTheFactorOfADesign) {
             // design belongs to. Factors follow by the slope between two designs.
             const double perFoot = 0.1 / (designedBottom(wall, factor - 0.05, level) -
                                           designedBottom(wall, factor + 0.05, level));
-            const double feet = wall.SeepageKind.empty() ? 0.1 : 0.2;
+            const double feet = wall.SeepageKind == Seepage::None ? 0.1 : 0.2;
             EXPECT_NEAR(bench.factor(Right, 1, level), factor, 1.1 * feet * perFoot);
             EXPECT_EQ(bench.factor(Left, 1, level), bench.factor(Right, 1, level));
             EXPECT_EQ(bench.activeFactor(Left, 1, level), bench.factor(Right, 1, level));
@@ -126,7 +126,7 @@ TEST(SolveAnalysis, SolvedWallsAreInBalance) {
     for (const Problem& wall : {withWater(plainCantilever()), anchored(plainCantilever())}) {
         AnalysisBench bench(analysisOf(wall, designedBottom(wall, 1.3, 1)));
         solve(*bench.state);
-        for (int level = 1; level <= (wall.WallType == "A" ? 2 : 1); ++level) {
+        for (int level = 1; level <= (wall.WallType == WallKind::Anchored ? 2 : 1); ++level) {
             EXPECT_NEAR(resultant(*bench.state, level).moment, 0, 1.0 + 1e-6);
             if (level == 1) {
                 EXPECT_NEAR(resultant(*bench.state, level).force, 0, 0.1 + 1e-6);
@@ -264,7 +264,7 @@ TEST(SolveAnalysis, AWeakWallHasAFactorBelowOne) {
 Problem coefficientWall(double bottom) {
     Problem problem = analysisOf(anchored(plainCantilever()), bottom);
     for (const int side : {Right, Left}) {
-        problem.SoilDataKind(side) = "C";
+        problem.SoilDataKind(side) = SoilData::Coefficients;
         problem.SoilCoefActive(side, 1) = 0.33;
         problem.SoilCoefPassive(side, 1) = 3;
     }
@@ -333,13 +333,13 @@ TEST(SolveAnalysis, MarksOfATrialBeforeAreCleared) {
     AnalysisBench bench(analysisOf(plainCantilever(), -25));
     prepare(*bench.state);
     for (const int side : {Right, Left}) {
-        bench.state->pressures.ActiveMark(side, 301) = "*";
-        bench.state->pressures.PassiveMark(side, 7) = "*";
+        bench.state->pressures.ActiveMark(side, 301) = true;
+        bench.state->pressures.PassiveMark(side, 7) = true;
     }
     SolveAnalysis(*bench.state);
     for (const int side : {Right, Left}) {
-        EXPECT_EQ(bench.state->pressures.ActiveMark(side, 301), "");
-        EXPECT_EQ(bench.state->pressures.PassiveMark(side, 7), "");
+        EXPECT_FALSE(bench.state->pressures.ActiveMark(side, 301));
+        EXPECT_FALSE(bench.state->pressures.PassiveMark(side, 7));
     }
 }
 

@@ -36,7 +36,7 @@ struct UniformWall {
         return low;
     }
     HandMadeWall build() const {
-        HandMadeWall wall("C");
+        HandMadeWall wall(WallKind::Cantilever);
         wall.setUniformActive(-p);
         wall.setUniformPassive(q);
         wall.setDriving(R, -R * arm);
@@ -148,8 +148,8 @@ TEST(CantileverSearch, TheTransitionsRowIsInterpolated) {
             }
             pressures.WaterPressures(i, k) = 7;
         }
-        pressures.ActiveMark(Right, i) = "*";
-        pressures.PassiveMark(Left, i) = "*";
+        pressures.ActiveMark(Right, i) = true;
+        pressures.PassiveMark(Left, i) = true;
     }
     const int rows = wall.state->grid.NumElevs;
     solveBottom(wall);
@@ -173,14 +173,14 @@ TEST(CantileverSearch, TheTransitionsRowIsInterpolated) {
     }
     EXPECT_EQ(pressures.ActivePressures(Right, i + 1, 2), 1000 + 10 * i + 2); // the old row i
     EXPECT_EQ(wall.state->net.NetPassive(rows + 1, 2), 0);                    // stays in place
-    EXPECT_EQ(pressures.ActiveMark(Right, i), "");
-    EXPECT_EQ(pressures.ActiveMark(Right, i + 1), "*");
-    EXPECT_EQ(pressures.PassiveMark(Left, i), "");
+    EXPECT_FALSE(pressures.ActiveMark(Right, i));
+    EXPECT_TRUE(pressures.ActiveMark(Right, i + 1));
+    EXPECT_FALSE(pressures.PassiveMark(Left, i));
     EXPECT_EQ(pressures.WaterPressures(i, 1), 0); // computed anew for the grid: no water here
 }
 
 TEST(CantileverSearch, ATrialBottomAtAGridElevationTakesThePressureAboveIt) {
-    HandMadeWall wall("C");
+    HandMadeWall wall(WallKind::Cantilever);
     wall.setPassive(0, -5, 100, 200);
     wall.setPassive(-5, -10, 900, 1400); // a jump from 200 to 900 at -5, then 100 PSF a foot
     EXPECT_EQ(passivePressureAt(*wall.state, -5), 200);
@@ -189,7 +189,7 @@ TEST(CantileverSearch, ATrialBottomAtAGridElevationTakesThePressureAboveIt) {
 }
 
 TEST(CantileverSearch, BetweenRowsTheSlopeIsThatOfTheValuesAboveThem) {
-    HandMadeWall wall("C");
+    HandMadeWall wall(WallKind::Cantilever);
     wall.setPassive(0, -5, 100, 200);
     wall.setPassive(-5, -10, 900, 1400);
     // From 900 just below -5 with the slope from 200 (above -5) to 1000 (above -6).
@@ -269,7 +269,7 @@ TEST(CantileverSearch, LineLoadsBelowTheZeroPointTakePart) {
 /// 110. The first trial is at -3; the force with a transition at depth Z above -1 is
 /// 110 - 50 Z^2 - 100 Z (3 - Z) / 2 = 110 - 150 Z.
 HandMadeWall wallOfEarlyTransition() {
-    HandMadeWall wall("C");
+    HandMadeWall wall(WallKind::Cantilever);
     wall.setUniformActive(-1000);
     wall.setActive(0, -1, 0, -100);
     // Moment about the bottom without that of the force's arm, at Z = 11/15
@@ -309,11 +309,11 @@ TEST(CantileverSearch, ARefinementWithoutAResultFails) {
 /// A sand wall that holds 10 FT of water; its seepage follows the bottom.
 Problem seepageWall() {
     Problem problem = plainCantilever();
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterUnitWeight = 62.4;
     problem.WaterElev(Right) = -2;
     problem.WaterElev(Left) = -10;
-    problem.SeepageKind = "A";
+    problem.SeepageKind = Seepage::Automatic;
     problem.SeepageElev = -2;
     problem.SoilFriction(Left, 1) = 36;
     return problem;
@@ -360,7 +360,7 @@ TEST(CantileverSearch, AnAnalysisTakesItsSeepageAsItStands) {
     computePressures(*bench.state);
     auto& net = bench.state->net;
     net.DrivingMoment += bench.state->grid.ElevGrid(net.NetZeroIndex) * net.DrivingForce;
-    bench.problem.ProgramMode = "A";
+    bench.problem.ProgramMode = Mode::Analysis;
     SolveCantileverBottom(*bench.state);
     EXPECT_EQ(bench.state->SolutionFailed, 0);
     EXPECT_EQ(bench.problem.SeepageGradient(1), 0.0001);
@@ -378,7 +378,7 @@ TEST(CantileverSearch, ABottomThatSeepageNeverSettlesIsMessageC) {
     problem.SoilFriction(Right, 1) = 37;
     problem.SoilWallFriction(Right, 1) = 13;
     problem.SurfaceElev(Left, 1) = -24;
-    problem.SoilDataKind(Left) = "C";
+    problem.SoilDataKind(Left) = SoilData::Coefficients;
     problem.SoilLayerCount(Left) = 3;
     const double layers[3][5] = {{122, 120, 0.29, 5.4, -39},
                                  {115, 118, 0.23, 5.2, -47.5},

@@ -43,7 +43,7 @@ struct SandWall {
 
     Problem problem() const {
         Problem problem = plainCantilever();
-        problem.WallType = anchor < 0 ? "C" : "A";
+        problem.WallType = anchor < 0 ? WallKind::Cantilever : WallKind::Anchored;
         problem.AnchorElev = -anchor;
         problem.SurfaceElev(Left, 1) = -retained;
         for (const int side : {Right, Left}) {
@@ -53,7 +53,7 @@ struct SandWall {
             problem.WaterElev(side) = -water;
         }
         if (water >= 0) {
-            problem.WaterDataKind = "E";
+            problem.WaterDataKind = WaterData::Elevations;
             problem.WaterUnitWeight = waterUnitWeight;
         }
         return problem;
@@ -239,7 +239,7 @@ TEST(SolveDesign, BothLevelsWithSeepageHaveTheirOwnGradients) {
     SandWall wall = dasAnchoredMetric;
     DesignBench bench(wall.problem());
     bench.problem.WaterElev(Left) = -25;
-    bench.problem.SeepageKind = "A";
+    bench.problem.SeepageKind = Seepage::Automatic;
     bench.problem.SeepageElev = -12;
     solve(*bench.state);
     ASSERT_EQ(bench.state->SolutionFailed, 0);
@@ -334,7 +334,7 @@ TEST(SolveDesign, RandomWallsAreInBalance) {
         if (error != 0 || state.SolutionFailed != 0) {
             continue;
         }
-        const bool anchored = state.problem.WallType == "A";
+        const bool anchored = state.problem.WallType == WallKind::Anchored;
         ++solvedWalls[anchored ? 1 : 0];
         for (int level = 1; level <= (anchored ? 2 : 1); ++level) {
             const Resultant sum = resultant(state, level);

@@ -11,7 +11,7 @@ namespace {
 constexpr double W = -30;
 
 struct FactorBench : Bench {
-    FactorBench() { problem.WallType = "C"; }
+    FactorBench() { problem.WallType = WallKind::Cantilever; }
 
     /// The bottom (FT) that the present factor gives; false where the search has ended.
     bool trial(double Z) { return takeNextFactor(*state, level, search, Z, W); }
@@ -114,7 +114,7 @@ TEST(FactorSearch, AHigherFactorThatRaisesTheBottomIsInconsistent) {
 
 TEST(FactorSearch, ALowerFactorThatLowersTheBottomIsInconsistent) {
     FactorBench bench;
-    bench.problem.WallType = "A";
+    bench.problem.WallType = WallKind::Anchored;
     bench.trial(-50);
     EXPECT_FALSE(bench.trial(-51));
     expectInconsistent(bench, inconsistent("", "     ANCHORED WALL BY FREE EARTH METHOD"));
@@ -123,7 +123,7 @@ TEST(FactorSearch, ALowerFactorThatLowersTheBottomIsInconsistent) {
 TEST(FactorSearch, ABracketedTrialOutsideTheBracketIsInconsistentAndTellsTheBracket) {
     for (const double Z : {-19.9, -40.1}) {
         FactorBench bench;
-        bench.problem.WallType = "A";
+        bench.problem.WallType = WallKind::Anchored;
         bench.level = 2;
         bench.bracket();
         EXPECT_FALSE(bench.trial(Z));

@@ -58,7 +58,7 @@ struct ElasticLine {
 /// Anchor at the wall top; net active pressure rises to 300 PSF at the zero point 10 FT below and
 /// falls by `slope` PSF a foot from 0 there.
 HandMadeWall sandWall(double slope) {
-    HandMadeWall wall("A");
+    HandMadeWall wall(WallKind::Anchored);
     wall.state->net.NetActive(HandMadeWall::ZeroRow, 2) = 300;
     wall.setActive(0, -40, 0, -40 * slope);
     return wall;
@@ -116,7 +116,7 @@ TEST(FixedEarthSearch, ALineLoadAtTheAnchorGoesStraightIntoIt) {
 
 TEST(FixedEarthSearch, ALineLoadAtTheTrialBottomIsNotCounted) {
     // Without any pressure the first trial has no moment; a load on it would have one.
-    HandMadeWall wall("A");
+    HandMadeWall wall(WallKind::Anchored);
     wall.addLineLoad(-1, 1e6);
     const Solution& solution = solveBottom(wall);
     EXPECT_EQ(solution.SolvedBottomElev(2), -1);
@@ -126,7 +126,7 @@ TEST(FixedEarthSearch, ALineLoadAtTheTrialBottomIsNotCounted) {
 TEST(FixedEarthSearch, ABalanceNegativeAtTheFirstPointReturnsToTheZeroPoint) {
     // Nothing acts above the zero point, so that there is no moment there either: the first secant,
     // which holds 0, leads to it.
-    HandMadeWall wall("A");
+    HandMadeWall wall(WallKind::Anchored);
     wall.setActive(0, -40, -100, -100);
     const Solution& solution = solveBottom(wall);
     EXPECT_EQ(wall.state->SolutionFailed, 0);
@@ -137,7 +137,7 @@ TEST(FixedEarthSearch, ABalanceNegativeAtTheFirstPointReturnsToTheZeroPoint) {
 
 TEST(FixedEarthSearch, ABottomInTheFirstSegmentIsFoundByHalving) {
     // A moment of some 80 LB-FT at the zero point, which 1000 PSF below it turns within a foot.
-    HandMadeWall wall("A");
+    HandMadeWall wall(WallKind::Anchored);
     wall.state->net.NetActive(1, 1) = 6;
     wall.state->net.NetActive(HandMadeWall::ZeroRow, 2) = 6;
     wall.setActive(0, -40, -1000, -1000);
@@ -152,7 +152,7 @@ TEST(FixedEarthSearch, ABottomInTheFirstSegmentIsFoundByHalving) {
 }
 
 TEST(FixedEarthSearch, ABalanceNegativeAtBothEndsDoesNotConverge) {
-    HandMadeWall wall("A");
+    HandMadeWall wall(WallKind::Anchored);
     wall.state->net.NetActive(1, 1) = -6; // the moment at the zero point is negative too
     wall.state->net.NetActive(HandMadeWall::ZeroRow, 2) = -6;
     wall.setActive(0, -40, -1000, -1000);
@@ -179,7 +179,7 @@ TEST(FixedEarthSearch, ATrialBottomAtTheAnchorIsADivisionByZero) {
 }
 
 TEST(FixedEarthSearch, ANegativeAnchorForceIsNoFailure) {
-    HandMadeWall wall("A");
+    HandMadeWall wall(WallKind::Anchored);
     wall.setActive(0, -40, -0.5, -0.5); // a moment of a quarter at the first trial
     const Solution& solution = solveBottom(wall);
     EXPECT_EQ(solution.SolvedBottomElev(2), -1);
@@ -191,14 +191,14 @@ TEST(FixedEarthSearch, ANegativeAnchorForceIsNoFailure) {
 /// A sand wall with water on both sides, whose seepage follows the bottom.
 Problem seepageWall() {
     Problem problem = plainCantilever();
-    problem.WallType = "A";
+    problem.WallType = WallKind::Anchored;
     problem.WallTopElev = 4.5; // a top of its own keeps the anchor off the rows of whole feet
     problem.AnchorElev = -1.7;
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterUnitWeight = 62.4;
     problem.WaterElev(Right) = -2;
     problem.WaterElev(Left) = -10;
-    problem.SeepageKind = "A";
+    problem.SeepageKind = Seepage::Automatic;
     problem.SeepageElev = -2;
     return problem;
 }

@@ -16,7 +16,7 @@ using Texts = std::vector<std::string>;
 /// the anchor from above, a penetration D leaves the moment M0 - 100 D (10 + D / 2) and the anchor
 /// force R - 100 D.
 HandMadeWall uniformWall(double R, double M0) {
-    HandMadeWall wall("A");
+    HandMadeWall wall(WallKind::Anchored);
     wall.setUniformActive(-100);
     wall.setDriving(R, M0);
     return wall;
@@ -48,7 +48,7 @@ TEST(FreeEarthSearch, BottomAndAnchorForceMeetTheClosedForm) {
 }
 
 TEST(FreeEarthSearch, TheBottomPressureStandsOnTheStraightLine) {
-    HandMadeWall wall("A");
+    HandMadeWall wall(WallKind::Anchored);
     wall.setActive(0, -40, 0, -2000); // -50 PSF a foot
     wall.setDriving(3000, 20000);
     const Solution& solution = solveBottom(wall);
@@ -155,14 +155,14 @@ TEST(FreeEarthSearch, ADiagramThatNeverResistsIsMessageE) {
 /// A sand wall with water on both sides, whose seepage follows the bottom.
 Problem seepageWall() {
     Problem problem = plainCantilever();
-    problem.WallType = "A";
+    problem.WallType = WallKind::Anchored;
     problem.WallTopElev = 4.5; // a top of its own keeps the anchor off the rows of whole feet
     problem.AnchorElev = -1.7;
-    problem.WaterDataKind = "E";
+    problem.WaterDataKind = WaterData::Elevations;
     problem.WaterUnitWeight = 62.4;
     problem.WaterElev(Right) = -2;
     problem.WaterElev(Left) = -10;
-    problem.SeepageKind = "A";
+    problem.SeepageKind = Seepage::Automatic;
     problem.SeepageElev = -2;
     return problem;
 }
@@ -192,7 +192,7 @@ TEST(FreeEarthSearch, ABottomThatSeepageNeverSettlesIsMessageF) {
     problem.FSActive = 1.5;
     problem.FSPassive = 1.5;
     problem.SurfaceElev(Right, 1) = -17.5;
-    problem.SoilDataKind(Right) = "C";
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
     problem.SoilSatWeight(Right, 1) = 114;
     problem.SoilMoistWeight(Right, 1) = 115;
     problem.SoilCoefActive(Right, 1) = 0.45;

@@ -17,7 +17,7 @@ class NetPressuresTest : public testing::Test {
     }
     /// Coefficients instead of strengths, for round numbers.
     void setCoefficients(int side, int layer, double active, double passive) {
-        problem.SoilDataKind(side) = "C";
+        problem.SoilDataKind(side) = SoilData::Coefficients;
         problem.SoilCoefActive(side, layer) = active;
         problem.SoilCoefPassive(side, layer) = passive;
     }
@@ -40,7 +40,7 @@ class NetPressuresTest : public testing::Test {
 };
 
 TEST_F(NetPressuresTest, RightLessLeftPlusWater) {
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -2;
     problem.WaterPressure(1) = 50;
@@ -65,14 +65,14 @@ TEST_F(NetPressuresTest, DrivingForceAndMomentOfDrySand) {
 }
 
 TEST_F(NetPressuresTest, TheCrossingIsARowOfAllDiagrams) {
-    problem.WaterDataKind = "P";
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -20; // below the crossing: a step there, none above
     problem.WaterPressure(1) = 5;
     problem.WaterPressElev(2) = -60;
     bench.solve();
     const int before = state.grid.NumElevs;
-    state.pressures.PassiveMark(Left, bench.row(-12)) = "*";
+    state.pressures.PassiveMark(Left, bench.row(-12)) = true;
     ComputeNetPressures(state);
     EXPECT_EQ(state.grid.NumElevs, before + 1);
     const int z = net.NetZeroIndex;
@@ -89,8 +89,8 @@ TEST_F(NetPressuresTest, TheCrossingIsARowOfAllDiagrams) {
     EXPECT_NEAR(bench.active(Right, -20, 1), 800, 1e-9);
     EXPECT_EQ(bench.water(-20, 1), 5);
     EXPECT_EQ(bench.water(-20, 2), 0);
-    EXPECT_EQ(state.pressures.PassiveMark(Left, z), "");
-    EXPECT_EQ(state.pressures.PassiveMark(Left, bench.row(-12)), "*");
+    EXPECT_FALSE(state.pressures.PassiveMark(Left, z));
+    EXPECT_TRUE(state.pressures.PassiveMark(Left, bench.row(-12)));
 }
 
 // Clay of 1000 PSF on the left: passive 2000 against active 400 at once.
@@ -120,7 +120,8 @@ TEST_F(NetPressuresTest, ZeroAtAGridPointInsertsNothing) {
 // The same wall with 90 PSF from -9 downward: zero above that point, positive below it.
 TEST_F(NetPressuresTest, ZeroReachedOnlyFromAboveAddsAPointMidway) {
     problem.SurfaceElev(Left, 1) = -8;
-    problem.WaterDataKind = "P"; // no pressure down to -20, so that water shows by its step alone
+    problem.WaterDataKind =
+        WaterData::Pressures; // no pressure down to -20, so that water shows by its step alone
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -20;
     problem.WaterPressure(1) = 5;
@@ -285,7 +286,7 @@ TEST_F(NetPressuresTest, DrivingSumsOfRandomProblemsAgreeWithThinStrips) {
                 problem.SoilFriction(side, layer) = between(25, 40);
             }
         }
-        problem.WaterDataKind = "E";
+        problem.WaterDataKind = WaterData::Elevations;
         problem.WaterUnitWeight = 62.4;
         problem.WaterElev(Right) = between(-5, -1);
         problem.WaterElev(Left) = between(-9, -5);

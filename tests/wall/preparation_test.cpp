@@ -8,12 +8,12 @@ namespace {
 class PreparationTest : public testing::Test {
   protected:
     void setWater(double right, double left) {
-        problem.WaterDataKind = "E";
+        problem.WaterDataKind = WaterData::Elevations;
         problem.WaterUnitWeight = 62.4;
         problem.WaterElev(Right) = right;
         problem.WaterElev(Left) = left;
     }
-    void setSeepage(const char* kind, double elevation, double gradient = 0) {
+    void setSeepage(Seepage kind, double elevation, double gradient = 0) {
         problem.SeepageKind = kind;
         problem.SeepageElev = elevation;
         problem.SeepageGradient.fill(gradient);
@@ -32,9 +32,9 @@ class PreparationTest : public testing::Test {
         EXPECT_EQ(bench.prompts.asked, (std::vector<MessageBox>{{.text = text, .title = title}}));
         EXPECT_EQ(state.grid.NumElevs, 0); // nothing else runs
     }
-    const char* method(int side) {
+    PressureMethod method(int side) {
         PrepareSolution(state);
-        return preparation.SideMethod(side).c_str();
+        return preparation.SideMethod(side);
     }
 
     PressureBench bench;
@@ -44,46 +44,46 @@ class PreparationTest : public testing::Test {
 };
 
 TEST_F(PreparationTest, LevelGroundWithoutAdhesionOrSlopesTakesCoefficients) {
-    EXPECT_STREQ(method(Right), "C");
-    EXPECT_STREQ(method(Left), "C");
-    problem.SoilDataKind(Right) = "C";
-    EXPECT_STREQ(method(Right), "C");
+    EXPECT_EQ(method(Right), PressureMethod::Coefficients);
+    EXPECT_EQ(method(Left), PressureMethod::Coefficients);
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
+    EXPECT_EQ(method(Right), PressureMethod::Coefficients);
     EXPECT_EQ(state.SolutionFailed, 0);
 }
 
 TEST_F(PreparationTest, ASecondSurfacePointOfOneSideGivesThatSideAWedge) {
     addSurfacePoint(Left);
-    EXPECT_STREQ(method(Left), "W");
-    EXPECT_STREQ(method(Right), "C");
+    EXPECT_EQ(method(Left), PressureMethod::Wedge);
+    EXPECT_EQ(method(Right), PressureMethod::Coefficients);
 }
 
 TEST_F(PreparationTest, AdhesionInAnyLayerGivesAWedge) {
     setLayerBottoms(problem, Right, {-5, -20});
     problem.SoilCohesion(Right, 3) = problem.SoilAdhesion(Right, 3) = 10;
-    EXPECT_STREQ(method(Right), "W");
-    problem.SoilDataKind(Right) = "C"; // coefficients know no adhesion
-    EXPECT_STREQ(method(Right), "C");
+    EXPECT_EQ(method(Right), PressureMethod::Wedge);
+    problem.SoilDataKind(Right) = SoilData::Coefficients; // coefficients know no adhesion
+    EXPECT_EQ(method(Right), PressureMethod::Coefficients);
 }
 
 TEST_F(PreparationTest, ASlopingLayerBottomGivesAWedgeButTheLastLayersSlopeIsNotTested) {
     setLayerBottoms(problem, Left, {-15});
     problem.SoilBottomSlope(Left, 2) = 0.1;
     problem.SoilBottomSlope(Right, 1) = 0.1;
-    EXPECT_STREQ(method(Left), "C");
-    EXPECT_STREQ(method(Right), "C");
+    EXPECT_EQ(method(Left), PressureMethod::Coefficients);
+    EXPECT_EQ(method(Right), PressureMethod::Coefficients);
     problem.SoilBottomSlope(Left, 1) = -0.1;
-    EXPECT_STREQ(method(Left), "W");
+    EXPECT_EQ(method(Left), PressureMethod::Wedge);
 }
 
 TEST_F(PreparationTest, CoefficientsUnderSeveralSurfacePointsStillGiveAWedgeAndAreRefused) {
-    problem.SoilDataKind(Right) = problem.SoilDataKind(Left) = "C";
+    problem.SoilDataKind(Right) = problem.SoilDataKind(Left) = SoilData::Coefficients;
     addSurfacePoint(Left);
     expectRefusal("INCONSISTENT SOIL LAYER DATA",
                   "LEFTSIDE soil data are pressure coefficients, which\n"
                   "the wedge method required by the surface cannot use.\n"
                   "\n"
                   "     Unable to continue.");
-    EXPECT_EQ(preparation.SideMethod(Left), "W");
+    EXPECT_EQ(preparation.SideMethod(Left), PressureMethod::Wedge);
     addSurfacePoint(Right); // the right side comes first
     expectRefusal("INCONSISTENT SOIL LAYER DATA",
                   "RIGHTSIDE soil data are pressure coefficients, which\n"
@@ -99,7 +99,7 @@ TEST_F(PreparationTest, ALayerThatEndsAtOrAboveItsGroundIsRefused) {
                                                   "\n"
                                                   "     Unable to continue.");
     problem.SoilBottomElev(Left, 1) = -10.001;
-    EXPECT_STREQ(method(Left), "C");
+    EXPECT_EQ(method(Left), PressureMethod::Coefficients);
     // The last layer's bottom is none.
     problem.SurfaceElev(Left, 1) = -300000;
     problem.SoilLayerCount(Left) = 1;
@@ -109,7 +109,7 @@ TEST_F(PreparationTest, ALayerThatEndsAtOrAboveItsGroundIsRefused) {
 }
 
 TEST_F(PreparationTest, LayersOfBothSidesAreTestedBeforeCoefficientsAndTheFirstFaultAloneIsShown) {
-    problem.SoilDataKind(Right) = "C";
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
     addSurfacePoint(Right);
     setLayerBottoms(problem, Left, {-2, -5, -20});
     expectRefusal("INCONSISTENT SOIL LAYER DATA", "Bottom of LEFTSIDE soil layer 1 is at or above\n"
@@ -131,11 +131,11 @@ TEST_F(PreparationTest, AGivenGradientThatEndsAboveTheLeftGroundIsRefused) {
                              "\n"
                              "     Unable to continue.";
     setWater(-2, -10);
-    setSeepage("G", -4, 1.34);
+    setSeepage(Seepage::Given, -4, 1.34);
     expectRefusal("INCONSISTENT SEEPAGE DATA", text);
-    problem.ProgramMode = "A";
+    problem.ProgramMode = Mode::Analysis;
     expectRefusal("INCONSISTENT SEEPAGE DATA", text);
-    problem.ProgramMode = "D";
+    problem.ProgramMode = Mode::Design;
 
     state.SolutionFailed = 0;
     problem.SeepageGradient.fill(8.0 / 6.0);
@@ -150,7 +150,7 @@ TEST_F(PreparationTest, AGivenGradientThatEndsAboveTheLeftGroundIsRefused) {
 
 TEST_F(PreparationTest, LayersAreTestedBeforeTheGradient) {
     setWater(-2, -10);
-    setSeepage("G", -4, 5);
+    setSeepage(Seepage::Given, -4, 5);
     setLayerBottoms(problem, Right, {3});
     expectRefusal("INCONSISTENT SOIL LAYER DATA",
                   "Bottom of RIGHTSIDE soil layer 1 is at or above\n"
@@ -160,23 +160,23 @@ TEST_F(PreparationTest, LayersAreTestedBeforeTheGradient) {
 }
 
 TEST_F(PreparationTest, SeepageExistsOnlyWithWaterElevations) {
-    setSeepage("A", -4);
+    setSeepage(Seepage::Automatic, -4);
     PrepareSolution(state);
-    EXPECT_EQ(problem.SeepageKind, "");
-    problem.WaterDataKind = "P";
+    EXPECT_EQ(problem.SeepageKind, Seepage::None);
+    problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -2;
     problem.WaterPressElev(2) = -9;
-    problem.SeepageKind = "G";
+    problem.SeepageKind = Seepage::Given;
     PrepareSolution(state);
-    EXPECT_EQ(problem.SeepageKind, "");
+    EXPECT_EQ(problem.SeepageKind, Seepage::None);
     EXPECT_EQ(preparation.SeepageGradientLimit, 0);
 }
 
 // The start value 0.0001: ends at (-4 - 10 - 8 / 0.0001) / 2 = -40007.
 TEST_F(PreparationTest, ADesignWithAutomaticSeepageStartsAtASmallGradient) {
     setWater(-2, -10);
-    setSeepage("A", -4, 0.7); // a gradient that an earlier solution left behind
+    setSeepage(Seepage::Automatic, -4, 0.7); // a gradient that an earlier solution left behind
     PrepareSolution(state);
     for (const int level : {1, 2}) {
         EXPECT_EQ(problem.SeepageGradient(level), 0.0001);
@@ -190,8 +190,8 @@ TEST_F(PreparationTest, ADesignWithAutomaticSeepageStartsAtASmallGradient) {
 // Head 8 over the way from -4 to -25 and up to -10.
 TEST_F(PreparationTest, AnAnalysisWithAutomaticSeepageTakesItsWallBottom) {
     setWater(-2, -10);
-    setSeepage("A", -4);
-    problem.ProgramMode = "A";
+    setSeepage(Seepage::Automatic, -4);
+    problem.ProgramMode = Mode::Analysis;
     problem.WallBottomElev = -25;
     PrepareSolution(state);
     for (const int level : {1, 2}) {
@@ -202,7 +202,7 @@ TEST_F(PreparationTest, AnAnalysisWithAutomaticSeepageTakesItsWallBottom) {
 
 TEST_F(PreparationTest, AGivenGradientStandsForBothLevels) {
     setWater(-2, -8); // left water above its ground: the ground counts, the head is 6
-    setSeepage("G", -4, 0.25);
+    setSeepage(Seepage::Given, -4, 0.25);
     problem.SeepageGradient(2) = 0.9;
     PrepareSolution(state);
     EXPECT_EQ(problem.SeepageGradient(1), 0.25);
@@ -213,14 +213,14 @@ TEST_F(PreparationTest, AGivenGradientStandsForBothLevels) {
 
 TEST_F(PreparationTest, WithoutHeadSeepageEndsHalfwayBetweenItsElevationAndTheLeftGround) {
     setWater(-10, -10);
-    setSeepage("A", -4);
+    setSeepage(Seepage::Automatic, -4);
     PrepareSolution(state);
     EXPECT_EQ(preparation.SeepageEndElev(1), -7);
 }
 
 TEST_F(PreparationTest, TheGradientLimitIsTheSmallestOfThree) {
     setWater(-2, -10);
-    setSeepage("A", -4);
+    setSeepage(Seepage::Automatic, -4);
     const auto limit = [&] {
         PrepareSolution(state);
         return preparation.SeepageGradientLimit;
@@ -234,7 +234,7 @@ TEST_F(PreparationTest, TheGradientLimitIsTheSmallestOfThree) {
     EXPECT_DOUBLE_EQ(limit(), 0.5);
     problem.SeepageElev = -10; // no way above the ground: no limit by it
     EXPECT_DOUBLE_EQ(limit(), 110 / 62.4 - 1);
-    setSeepage("G", -4, 0.3); // set for a given gradient too
+    setSeepage(Seepage::Given, -4, 0.3); // set for a given gradient too
     EXPECT_DOUBLE_EQ(limit(), 0.5);
 }
 
@@ -256,7 +256,7 @@ TEST_F(PreparationTest, FactorsOfALayerGoBeforeThoseOfItsSideAndOfTheProblem) {
 }
 
 TEST_F(PreparationTest, AnAnalysisSetsItsFactorsItself) {
-    problem.ProgramMode = "A";
+    problem.ProgramMode = Mode::Analysis;
     problem.FSActive = 1.1;
     PrepareSolution(state);
     EXPECT_EQ(preparation.LayerFSActive(Right, 1, 1), 0);
@@ -287,14 +287,14 @@ TEST_F(PreparationTest, EverySolutionStartsFromZeroedPressuresMarksAndFlags) {
     auto& pressures = state.pressures;
     for (const int i : {1, 150, 301}) {
         pressures.ActivePressures(Right, i, 1) = pressures.PassivePressures(Left, i, 2) = 77;
-        pressures.ActiveMark(Left, i) = pressures.PassiveMark(Right, i) = "*";
+        pressures.ActiveMark(Left, i) = pressures.PassiveMark(Right, i) = true;
     }
     state.wedge.WedgeNoSolution.fill(1);
     PrepareSolution(state);
     EXPECT_EQ(pressures.ActivePressures, (Array<double, 2, 301, 2>{}));
     EXPECT_EQ(pressures.PassivePressures, (Array<double, 2, 301, 2>{}));
-    EXPECT_EQ(pressures.ActiveMark, (Array<std::string, 2, 301>{}));
-    EXPECT_EQ(pressures.PassiveMark, (Array<std::string, 2, 301>{}));
+    EXPECT_EQ(pressures.ActiveMark, (Array<bool, 2, 301>{}));
+    EXPECT_EQ(pressures.PassiveMark, (Array<bool, 2, 301>{}));
     EXPECT_EQ(state.wedge.WedgeNoSolution, (Array<int, 3, 2>{}));
 }
 

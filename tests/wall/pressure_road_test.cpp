@@ -9,12 +9,12 @@ namespace korvane::test {
 namespace {
 
 /// The road up to the stop for review; sides that need a wedge take `wedge`.
-void solvePressures(State& state, const char* wedge) {
+void solvePressures(State& state, PressureMethod wedge) {
     state.SolutionFailed = 0;
     PrepareSolution(state);
     for (const int side : {Right, Left}) {
         if (state.SolutionFailed == 0) {
-            if (state.preparation.SideMethod(side) == "W") {
+            if (state.preparation.SideMethod(side) == PressureMethod::Wedge) {
                 state.preparation.SideMethod(side) = wedge;
             }
             ComputeSidePressures(state, side, 1);
@@ -35,7 +35,7 @@ TEST(PressureRoadTest, RandomProblemsEndOnOneDescendingGridWithNetPressuresThatB
     int solved = 0;
     for (int run = 0; run < 400; ++run) {
         bench.problem = problems.next(kind);
-        solvePressures(state, run % 3 == 0 ? "F" : "S");
+        solvePressures(state, run % 3 == 0 ? PressureMethod::FixedSurface : PressureMethod::Sweep);
         if (state.SolutionFailed != 0) {
             continue;
         }
@@ -80,10 +80,10 @@ TEST(PressureRoadTest, EqualInputGivesEqualPressuresWhateverWasSolvedBefore) {
     for (int run = 0; run < 60; ++run) {
         const Problem problem = problems.next(kind);
         used.problem = problem;
-        solvePressures(*used.state, "S");
+        solvePressures(*used.state, PressureMethod::Sweep);
         PressureBench fresh;
         fresh.problem = problem;
-        solvePressures(*fresh.state, "S");
+        solvePressures(*fresh.state, PressureMethod::Sweep);
 
         ASSERT_EQ(used.state->SolutionFailed, fresh.state->SolutionFailed) << "run " << run;
         ASSERT_EQ(used.state->grid.NumElevs, fresh.state->grid.NumElevs);

@@ -19,7 +19,7 @@ struct DiagramBench : Bench {
         state->grid.NumElevs = rows;
         state->solution.BottomIndex(level) = rows;
         state->solution.SolvedBottomElev(level) = 1.0 - rows;
-        problem.ProgramMode = "D";
+        problem.ProgramMode = Mode::Design;
     }
     /// Shears and moments at both ends of element e, with the signs of the diagrams.
     void element(int e, double shearTop, double momentTop, double shearBottom,
@@ -100,7 +100,7 @@ TEST(ResultDiagrams, ADesignScalesDeflectionsToPoundInchesCubed) {
 // 1728 / (200 IN^4 x 30E6 PSI) = 2.88E-7; times 1E6 LB-FT^3 that is 0.288 IN.
 TEST(ResultDiagrams, AnAnalysisScalesDeflectionsToInches) {
     DiagramBench bench(3);
-    bench.problem.ProgramMode = "A";
+    bench.problem.ProgramMode = Mode::Analysis;
     bench.problem.WallInertia = 200;
     bench.problem.WallModulus = 30e6;
     bench.state->beam.NodeDisplacement(1, 1) = 1e6;
@@ -110,7 +110,7 @@ TEST(ResultDiagrams, AnAnalysisScalesDeflectionsToInches) {
 
 TEST(ResultDiagrams, AnAnalysisWithoutStiffnessIsADivisionByZero) {
     DiagramBench bench(3);
-    bench.problem.ProgramMode = "A";
+    bench.problem.ProgramMode = Mode::Analysis;
     bench.problem.WallModulus = 30e6;
     EXPECT_EQ(errorOf(bench), 11);
 }

@@ -33,10 +33,10 @@ void setUniform(State& state, Array<double, 301, 2>& diagram, double p) {
 
 } // namespace
 
-HandMadeWall::HandMadeWall(const std::string& wallType) {
+HandMadeWall::HandMadeWall(WallKind wallType) {
     clearProblemData(problem);
     problem.WallType = wallType;
-    problem.ProgramMode = "D";
+    problem.ProgramMode = Mode::Design;
     problem.WallTopElev = 10;
     problem.AnchorElev = 10;
     auto& grid = state->grid;
@@ -82,7 +82,7 @@ void prepare(State& state) {
     PrepareSolution(state);
     for (const int side : {Right, Left}) {
         auto& method = state.preparation.SideMethod(side);
-        method = method == "W" ? "S" : method;
+        method = method == PressureMethod::Wedge ? PressureMethod::Sweep : method;
     }
 }
 
@@ -99,13 +99,13 @@ void computePressures(State& state) {
 }
 
 void solve(State& state) {
-    if (state.problem.ProgramMode == "D") {
+    if (state.problem.ProgramMode == Mode::Design) {
         computePressures(state);
     } else {
         prepare(state);
     }
     if (state.SolutionFailed == 0) {
-        state.problem.ProgramMode == "D" ? SolveDesign(state) : SolveAnalysis(state);
+        state.problem.ProgramMode == Mode::Design ? SolveDesign(state) : SolveAnalysis(state);
     }
 }
 
@@ -130,7 +130,7 @@ Resultant resultant(const State& state, int level) {
             add(problem.HLineLoad(j), problem.HLineElev(j));
         }
     }
-    if (problem.WallType == "A") {
+    if (problem.WallType == WallKind::Anchored) {
         add(-state.solution.AnchorForce(level), problem.AnchorElev);
     }
     return sum;

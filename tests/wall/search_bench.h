@@ -14,7 +14,7 @@ namespace korvane::test {
 struct HandMadeWall : Bench {
     static constexpr int ZeroRow = 2;
 
-    explicit HandMadeWall(const std::string& wallType);
+    explicit HandMadeWall(WallKind wallType);
 
     /// The row of a whole elevation from 0 to -40 FT.
     static int rowAt(int elev) { return ZeroRow - elev; }

@@ -100,24 +100,6 @@ TEST(SolutionFile, HoldsTheItemsInTheirOrderAndAll301PlacesOfEach) {
     }
 }
 
-TEST(SolutionFile, MarksAreBareTextOfTheirOwnLengths) {
-    FileBench bench;
-    auto& pressures = bench.state->pressures;
-    pressures.ActiveMark(Right, 17) = "*";
-    pressures.ActiveMark(Left, 2) = "a";
-    pressures.PassiveMark(Right, 300) = "bc";
-    pressures.PassiveMark(Left, 301) = "d";
-    WriteSolutionFile(*bench.state, 1);
-    const std::string bytes = bench.bytes();
-    EXPECT_EQ(bytes.substr(Marks, 5), "*abcd");
-    EXPECT_EQ(bytes.size(), Marks + 5 + WaterSize);
-    EXPECT_EQ(doubleAt(bytes, Marks + 5), 50011);
-    const auto& MarkLength = bench.state->files.MarkLength;
-    EXPECT_EQ(MarkLength(1, 1, Right, 17), 1);
-    EXPECT_EQ(MarkLength(1, 2, Right, 300), 2);
-    EXPECT_EQ(MarkLength(1, 2, Right, 17), 0);
-}
-
 TEST(SolutionFile, TakesTheFirstFreeNumberOfItsLevel) {
     FileBench bench;
     WriteSolutionFile(*bench.state, 1);
@@ -192,7 +174,7 @@ void overwriteState(State& state) {
 TEST(LoadResultLevel, BringsTheLevelBack) {
     FileBench bench;
     State& state = *bench.state;
-    state.pressures.ActiveMark(Right, 17) = "*";
+    state.pressures.ActiveMark(Right, 17) = true;
     state.pressures.PassiveMark(Left, 3) = "xyz";
     state.pressures.PassiveMark(Left, 4) = "u";
     const ResultDiagrams results = state.results;
@@ -217,23 +199,23 @@ TEST(LoadResultLevel, BringsTheLevelBack) {
 TEST(LoadResultLevel, TheMarksOfEachLevelHaveTheirOwnLengths) {
     FileBench bench;
     State& state = *bench.state;
-    state.pressures.ActiveMark(Right, 17) = "*";
+    state.pressures.ActiveMark(Right, 17) = true;
     WriteSolutionFile(state, 1);
-    state.pressures.ActiveMark(Right, 17) = "";
-    state.pressures.PassiveMark(Left, 9) = "*";
+    state.pressures.ActiveMark(Right, 17) = false;
+    state.pressures.PassiveMark(Left, 9) = true;
     WriteSolutionFile(state, 2);
     LoadResultLevel(state, 1);
-    EXPECT_EQ(state.pressures.ActiveMark(Right, 17), "*");
-    EXPECT_EQ(state.pressures.PassiveMark(Left, 9), "");
+    EXPECT_TRUE(state.pressures.ActiveMark(Right, 17));
+    EXPECT_FALSE(state.pressures.PassiveMark(Left, 9));
     LoadResultLevel(state, 2);
-    EXPECT_EQ(state.pressures.ActiveMark(Right, 17), "");
-    EXPECT_EQ(state.pressures.PassiveMark(Left, 9), "*");
+    EXPECT_FALSE(state.pressures.ActiveMark(Right, 17));
+    EXPECT_TRUE(state.pressures.PassiveMark(Left, 9));
 }
 
 TEST(LoadResultLevel, TheWaterPressuresInMemoryStayAndGoIntoTheFile) {
     FileBench bench;
     State& state = *bench.state;
-    state.pressures.PassiveMark(Left, 9) = "*";
+    state.pressures.PassiveMark(Left, 9) = true;
     WriteSolutionFile(state, 1);
     const std::string before = bench.bytes();
     state.pressures.WaterPressures(1, 1) = -0.125;
