@@ -18,7 +18,7 @@ struct RowPlot {
     const char* paperTitle; ///< nullptr: as on the screen
     Array<double, 301> ResultDiagrams::*rows;
     Array<double, 4> ResultDiagrams::*range;
-    const char* format;
+    NumberFormat format;
     bool zeroEndShown;
     bool leftward;
     Colour start; ///< of the curve's first point

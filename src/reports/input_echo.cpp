@@ -12,10 +12,10 @@ namespace korvane {
 
 namespace {
 
-constexpr std::string_view fixed2 = "####0.00";
+constexpr NumberFormat fixed2 = "####0.00";
 
 /// A labelled value with its unit, behind ten blanks.
-void labelledValue(PrintLines& lines, std::string_view label, double value, std::string_view format,
+void labelledValue(PrintLines& lines, std::string_view label, double value, NumberFormat format,
                    std::string_view unit) {
     lines.spc(10).text(label).text(formatNumber(value, format)).text(unit).end();
 }
@@ -89,7 +89,7 @@ void coefficientLayers(PrintLines& lines, const Problem& problem, int side) {
 }
 
 /// A factor of safety, or the word for one that is left to the default.
-std::string factorText(double factor, std::string_view format, std::string_view defaultWord) {
+std::string factorText(double factor, NumberFormat format, std::string_view defaultWord) {
     return factor > 0 ? formatNumber(factor, format) : std::string(defaultWord);
 }
 

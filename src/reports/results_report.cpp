@@ -11,7 +11,7 @@ namespace korvane {
 
 namespace {
 
-constexpr std::string_view fixed2 = "####0.00";
+constexpr NumberFormat fixed2 = "####0.00";
 constexpr std::string_view exponential = "0.0000E+00";
 
 /// Depth of the wall bottom below the lower surface at the wall, FT.
@@ -52,7 +52,7 @@ void summaryHead(PrintLines& lines, const State& state) {
 
 /// A line of the cantilever summary.
 void singleLine(PrintLines& lines, int blanks, std::string_view label, double value,
-                std::string_view format, int column = 46) {
+                NumberFormat format, int column = 46) {
     lines.spc(blanks).text(label).right(column, value, format).end();
 }
 
@@ -87,7 +87,7 @@ void cantileverSummary(PrintLines& lines, const State& state) {
 
 /// A line of the anchored summary: the free earth and the fixed earth value.
 void pairLine(PrintLines& lines, int blanks, std::string_view label, double freeEarth,
-              double fixedEarth, std::string_view format, int column = 56) {
+              double fixedEarth, NumberFormat format, int column = 56) {
     lines.spc(blanks).text(label);
     lines.right(column, freeEarth, format).right(column + 20, fixedEarth, format).end();
 }

@@ -56,7 +56,7 @@ void columnHeads(PrintLines& lines, bool cantilever) {
 /// the sweep search behind the pressures.
 void pressureRow(PrintLines& lines, const State& state, int i, int k, std::string_view flag) {
     const Pressures& pressures = state.pressures;
-    constexpr std::string_view format = "####0.0";
+    constexpr NumberFormat format = "####0.0";
     lines.right(8, state.grid.ElevGrid(i), "###0.0").text(flag);
     lines.right(16, pressures.WaterPressures(i, k), "###0.0");
     lines.right(26, pressures.PassivePressures(Left, i, k), format);

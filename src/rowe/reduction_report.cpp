@@ -43,7 +43,7 @@ constexpr ReportForm clayForm = {"*  FREE EARTH DESIGN IN CLAY  *",
                                  {15, 27, 40, 58, 73},
                                  10};
 
-constexpr std::string_view RatioFormat = "#0.00";
+constexpr NumberFormat RatioFormat = "#0.00";
 
 void parameterLine(PrintLines& lines, const ReportForm& form, std::string_view label,
                    double value) {
