@@ -1,18 +1,16 @@
 #include "batch/json_results.h"
 
 #include "runtime/arithmetic.h"
+#include "runtime/json_text.h"
 #include "runtime/utf8_text.h"
-
-#include <nlohmann/json.hpp>
 
 #include <array>
 #include <cstddef>
+#include <optional>
 
 namespace korvane::batch {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr int RoweClay = 2; // RoweOutcome::soil
 
@@ -34,310 +32,392 @@ const char* answerText(Answer answer) {
     return "";
 }
 
-Json messagesJson(const std::vector<Message>& messages) {
-    Json list = Json::array();
-    for (const Message& message : messages) {
-        list.push_back({{"title", utf8Text(message.box.title)},
-                        {"text", utf8Text(message.box.text)},
-                        {"answer", answerText(message.answer)}});
-    }
-    return list;
+/// A value where it applies.
+template <class T>
+std::optional<T> where(bool applies, const T& value) {
+    return applies ? std::optional<T>(value) : std::nullopt;
 }
 
-/// A value where it applies, else null.
-Json where(bool applies, const Json& value) {
-    return applies ? value : Json();
+/// entry(1) to entry(count) as an array.
+template <class Entry>
+void writeList(JsonText& json, int count, Entry entry) {
+    json.array([&] {
+        for (int i = 1; i <= count; ++i) {
+            json.value(entry(i));
+        }
+    });
+}
+
+/// of(Right) and of(Left) as an array.
+template <class Value>
+void writeSides(JsonText& json, const char* name, Value of) {
+    json.member(name);
+    writeList(json, 2, of);
+}
+
+template <class T>
+void writeSides(JsonText& json, const char* name, const Array<T, 2>& values) {
+    writeSides(json, name, [&](int side) -> const T& { return values(side); });
 }
 
 /// The leading entries of a list.
-template <class T, int N>
-Json leading(const Array<T, N>& values, int count) {
-    Json list = Json::array();
-    for (int i = 1; i <= count; ++i) {
-        list.push_back(values(i));
-    }
-    return list;
-}
-
-/// A value of each side, or null for both.
-template <class T>
-Json bothSides(const Array<T, 2>& values, bool applies = true) {
-    return where(applies, leading(values, 2));
+template <int N>
+void writeLeading(JsonText& json, const char* name, const Array<double, N>& values, int count) {
+    json.member(name);
+    writeList(json, count, [&](int i) { return values(i); });
 }
 
 /// The leading entries of each side's list; null for a side to which it does not apply.
 template <int N>
-Json sideLists(const Array<double, 2, N>& values, const Array<int, 2>& counts,
-               const std::array<bool, 2>& applies = {true, true}) {
-    Json sides = Json::array();
-    for (const int side : {Right, Left}) {
-        Json list = Json::array();
-        for (int i = 1; i <= counts(side); ++i) {
-            list.push_back(values(side, i));
+void writeSideLists(JsonText& json, const char* name, const Array<double, 2, N>& values,
+                    const Array<int, 2>& counts,
+                    const std::array<bool, 2>& applies = {true, true}) {
+    json.member(name).array([&] {
+        for (const int side : {Right, Left}) {
+            if (applies[static_cast<std::size_t>(side - 1)]) {
+                writeList(json, counts(side), [&](int i) { return values(side, i); });
+            } else {
+                json.value(nullptr);
+            }
         }
-        sides.push_back(where(applies[static_cast<std::size_t>(side - 1)], list));
-    }
-    return sides;
+    });
 }
 
-Json headingsJson(const Problem& problem) {
-    Json list = Json::array();
-    for (int i = 1; i <= problem.NumHeadingLines; ++i) {
-        list.push_back(utf8Text(problem.HeadingLines(i)));
-    }
-    return list;
-}
-
-/// Layer bottoms; the last layer of a side has none.
-Json layerBottoms(const Problem& problem) {
-    Json sides = sideLists(problem.SoilBottomElev, problem.SoilLayerCount);
-    for (Json& side : sides) {
-        if (!side.empty()) {
-            side.back() = Json();
+void writeMessages(JsonText& json, const std::vector<Message>& messages) {
+    json.array([&] {
+        for (const Message& message : messages) {
+            json.object([&] {
+                json.member("title", utf8Text(message.box.title));
+                json.member("text", utf8Text(message.box.text));
+                json.member("answer", answerText(message.answer));
+            });
         }
-    }
-    return sides;
+    });
 }
 
-void addHeadingToSurface(Json& json, const Problem& problem) {
+void writeHeadingToSurface(JsonText& json, const Problem& problem) {
     const bool anchored = problem.WallType == WallKind::Anchored;
     const bool design = problem.ProgramMode == Mode::Design;
     const bool analysis = problem.ProgramMode == Mode::Analysis;
-    json["NumHeadingLines"] = problem.NumHeadingLines;
-    json["HeadingLines"] = headingsJson(problem);
-    json["WallType"] = letterOf(problem.WallType);
-    json["ProgramMode"] = letterOf(problem.ProgramMode);
-    json["FSActive"] = where(design || (analysis && problem.FSKind == 2), problem.FSActive);
-    json["FSPassive"] = where(design, problem.FSPassive);
-    json["FSKind"] = where(analysis, problem.FSKind);
-    json["WallTopElev"] = problem.WallTopElev;
-    json["AnchorElev"] = where(anchored, problem.AnchorElev);
-    json["WallBottomElev"] = where(analysis, problem.WallBottomElev);
-    json["WallModulus"] = where(analysis, problem.WallModulus);
-    json["WallInertia"] = where(analysis, problem.WallInertia);
-    json["SurfacePointCount"] = bothSides(problem.SurfacePointCount);
-    json["SurfaceDist"] = sideLists(problem.SurfaceDist, problem.SurfacePointCount);
-    json["SurfaceElev"] = sideLists(problem.SurfaceElev, problem.SurfacePointCount);
+    const auto& count = problem.SurfacePointCount;
+    json.member("NumHeadingLines", problem.NumHeadingLines);
+    json.member("HeadingLines");
+    writeList(json, problem.NumHeadingLines,
+              [&](int i) { return utf8Text(problem.HeadingLines(i)); });
+    json.member("WallType", letterOf(problem.WallType));
+    json.member("ProgramMode", letterOf(problem.ProgramMode));
+    json.member("FSActive", where(design || (analysis && problem.FSKind == 2), problem.FSActive));
+    json.member("FSPassive", where(design, problem.FSPassive));
+    json.member("FSKind", where(analysis, problem.FSKind));
+    json.member("WallTopElev", problem.WallTopElev);
+    json.member("AnchorElev", where(anchored, problem.AnchorElev));
+    json.member("WallBottomElev", where(analysis, problem.WallBottomElev));
+    json.member("WallModulus", where(analysis, problem.WallModulus));
+    json.member("WallInertia", where(analysis, problem.WallInertia));
+    writeSides(json, "SurfacePointCount", count);
+    writeSideLists(json, "SurfaceDist", problem.SurfaceDist, count);
+    writeSideLists(json, "SurfaceElev", problem.SurfaceElev, count);
 }
 
-void addSoil(Json& json, const Problem& problem) {
+/// The last layer of a side has no bottom.
+void writeLayerBottoms(JsonText& json, const Problem& problem) {
+    json.member("SoilBottomElev").array([&] {
+        for (const int side : {Right, Left}) {
+            const int count = problem.SoilLayerCount(side);
+            writeList(json, count,
+                      [&](int i) { return where(i < count, problem.SoilBottomElev(side, i)); });
+        }
+    });
+}
+
+void writeSoil(JsonText& json, const Problem& problem) {
     const auto& kind = problem.SoilDataKind;
     const auto& count = problem.SoilLayerCount;
     const std::array<bool, 2> strengths{kind(Right) == SoilData::Strengths,
                                         kind(Left) == SoilData::Strengths};
     const std::array<bool, 2> coefficients{kind(Right) == SoilData::Coefficients,
                                            kind(Left) == SoilData::Coefficients};
-    json["SoilDataKind"] = {letterOf(kind(Right)), letterOf(kind(Left))};
-    json["SoilLayerCount"] = bothSides(count);
-    json["Level2FSActive"] = bothSides(problem.Level2FSActive);
-    json["Level2FSPassive"] = bothSides(problem.Level2FSPassive);
-    json["SoilSatWeight"] = sideLists(problem.SoilSatWeight, count);
-    json["SoilMoistWeight"] = sideLists(problem.SoilMoistWeight, count);
-    json["SoilFriction"] = sideLists(problem.SoilFriction, count, strengths);
-    json["SoilCohesion"] = sideLists(problem.SoilCohesion, count, strengths);
-    json["SoilWallFriction"] = sideLists(problem.SoilWallFriction, count, strengths);
-    json["SoilAdhesion"] = sideLists(problem.SoilAdhesion, count, strengths);
-    json["SoilBottomElev"] = layerBottoms(problem);
-    json["SoilBottomSlope"] = sideLists(problem.SoilBottomSlope, count, strengths);
-    json["SoilFSActive"] = sideLists(problem.SoilFSActive, count, strengths);
-    json["SoilFSPassive"] = sideLists(problem.SoilFSPassive, count, strengths);
-    json["SoilCoefActive"] = sideLists(problem.SoilCoefActive, count, coefficients);
-    json["SoilCoefPassive"] = sideLists(problem.SoilCoefPassive, count, coefficients);
+    writeSides(json, "SoilDataKind", [&](int side) { return letterOf(kind(side)); });
+    writeSides(json, "SoilLayerCount", count);
+    writeSides(json, "Level2FSActive", problem.Level2FSActive);
+    writeSides(json, "Level2FSPassive", problem.Level2FSPassive);
+    writeSideLists(json, "SoilSatWeight", problem.SoilSatWeight, count);
+    writeSideLists(json, "SoilMoistWeight", problem.SoilMoistWeight, count);
+    writeSideLists(json, "SoilFriction", problem.SoilFriction, count, strengths);
+    writeSideLists(json, "SoilCohesion", problem.SoilCohesion, count, strengths);
+    writeSideLists(json, "SoilWallFriction", problem.SoilWallFriction, count, strengths);
+    writeSideLists(json, "SoilAdhesion", problem.SoilAdhesion, count, strengths);
+    writeLayerBottoms(json, problem);
+    writeSideLists(json, "SoilBottomSlope", problem.SoilBottomSlope, count, strengths);
+    writeSideLists(json, "SoilFSActive", problem.SoilFSActive, count, strengths);
+    writeSideLists(json, "SoilFSPassive", problem.SoilFSPassive, count, strengths);
+    writeSideLists(json, "SoilCoefActive", problem.SoilCoefActive, count, coefficients);
+    writeSideLists(json, "SoilCoefPassive", problem.SoilCoefPassive, count, coefficients);
 }
 
-void addWater(Json& json, const Problem& problem) {
+/// A value of each side, or null for both.
+void writeSidesOrNull(JsonText& json, const char* name, const Array<double, 2>& values,
+                      bool applies) {
+    if (applies) {
+        writeSides(json, name, values);
+    } else {
+        json.member(name, nullptr);
+    }
+}
+
+void writeWater(JsonText& json, const Problem& problem) {
     const bool elevations = problem.WaterDataKind == WaterData::Elevations;
     const bool pressures = problem.WaterDataKind == WaterData::Pressures;
     const bool seepage = problem.SeepageKind != Seepage::None;
     const int count = pressures ? problem.WaterPressCount : 0;
-    json["WaterDataKind"] = letterOf(problem.WaterDataKind);
-    json["WaterUnitWeight"] = where(elevations, problem.WaterUnitWeight);
-    json["WaterElev"] = bothSides(problem.WaterElev, elevations);
-    json["SeepageKind"] = letterOf(problem.SeepageKind);
-    json["SeepageElev"] = where(seepage, problem.SeepageElev);
-    json["SeepageGradient"] = bothSides(problem.SeepageGradient, seepage);
-    json["WaterPressCount"] = count;
-    json["WaterPressElev"] = leading(problem.WaterPressElev, count);
-    json["WaterPressure"] = leading(problem.WaterPressure, count);
+    json.member("WaterDataKind", letterOf(problem.WaterDataKind));
+    json.member("WaterUnitWeight", where(elevations, problem.WaterUnitWeight));
+    writeSidesOrNull(json, "WaterElev", problem.WaterElev, elevations);
+    json.member("SeepageKind", letterOf(problem.SeepageKind));
+    json.member("SeepageElev", where(seepage, problem.SeepageElev));
+    writeSidesOrNull(json, "SeepageGradient", problem.SeepageGradient, seepage);
+    json.member("WaterPressCount", count);
+    writeLeading(json, "WaterPressElev", problem.WaterPressElev, count);
+    writeLeading(json, "WaterPressure", problem.WaterPressure, count);
 }
 
-void addLoads(Json& json, const Problem& problem) {
-    json["VLineCount"] = bothSides(problem.VLineCount);
-    json["VLineDist"] = sideLists(problem.VLineDist, problem.VLineCount);
-    json["VLineLoad"] = sideLists(problem.VLineLoad, problem.VLineCount);
-    json["VUniformCount"] = bothSides(problem.VUniformCount);
-    json["VStripCount"] = bothSides(problem.VStripCount);
-    json["VStripStart"] = sideLists(problem.VStripStart, problem.VStripCount);
-    json["VStripEnd"] = sideLists(problem.VStripEnd, problem.VStripCount);
-    json["VStripLoad"] = sideLists(problem.VStripLoad, problem.VStripCount);
-    json["VRampCount"] = bothSides(problem.VRampCount);
-    for (const int side : {Right, Left}) {
-        const auto place = static_cast<std::size_t>(side - 1);
-        const bool uniform = problem.VUniformCount(side) > 0;
-        const bool ramp = problem.VRampCount(side) > 0;
-        json["VUniformLoad"][place] = where(uniform, problem.VUniformLoad(side));
-        json["VRampStart"][place] = where(ramp, problem.VRampStart(side));
-        json["VRampEnd"][place] = where(ramp, problem.VRampEnd(side));
-        json["VRampLoad"][place] = where(ramp, problem.VRampLoad(side));
-    }
-    json["VTriCount"] = bothSides(problem.VTriCount);
-    json["VTriStart"] = sideLists(problem.VTriStart, problem.VTriCount);
-    json["VTriPeak"] = sideLists(problem.VTriPeak, problem.VTriCount);
-    json["VTriEnd"] = sideLists(problem.VTriEnd, problem.VTriCount);
-    json["VTriLoad"] = sideLists(problem.VTriLoad, problem.VTriCount);
-    json["VVarCount"] = bothSides(problem.VVarCount);
-    json["VVarDist"] = sideLists(problem.VVarDist, problem.VVarCount);
-    json["VVarLoad"] = sideLists(problem.VVarLoad, problem.VVarCount);
-    json["HLineCount"] = problem.HLineCount;
-    json["HLineElev"] = leading(problem.HLineElev, problem.HLineCount);
-    json["HLineLoad"] = leading(problem.HLineLoad, problem.HLineCount);
-    json["HDistCount"] = problem.HDistCount;
-    json["HDistElev"] = leading(problem.HDistElev, problem.HDistCount);
-    json["HDistLoad"] = leading(problem.HDistLoad, problem.HDistCount);
+void writeVerticalLoads(JsonText& json, const Problem& problem) {
+    const auto oneRamp = [&](const char* name, const Array<double, 2>& values) {
+        writeSides(json, name,
+                   [&](int side) { return where(problem.VRampCount(side) > 0, values(side)); });
+    };
+    writeSides(json, "VLineCount", problem.VLineCount);
+    writeSideLists(json, "VLineDist", problem.VLineDist, problem.VLineCount);
+    writeSideLists(json, "VLineLoad", problem.VLineLoad, problem.VLineCount);
+    writeSides(json, "VUniformCount", problem.VUniformCount);
+    writeSides(json, "VStripCount", problem.VStripCount);
+    writeSideLists(json, "VStripStart", problem.VStripStart, problem.VStripCount);
+    writeSideLists(json, "VStripEnd", problem.VStripEnd, problem.VStripCount);
+    writeSideLists(json, "VStripLoad", problem.VStripLoad, problem.VStripCount);
+    writeSides(json, "VRampCount", problem.VRampCount);
+    writeSides(json, "VUniformLoad", [&](int side) {
+        return where(problem.VUniformCount(side) > 0, problem.VUniformLoad(side));
+    });
+    oneRamp("VRampStart", problem.VRampStart);
+    oneRamp("VRampEnd", problem.VRampEnd);
+    oneRamp("VRampLoad", problem.VRampLoad);
+    writeSides(json, "VTriCount", problem.VTriCount);
+    writeSideLists(json, "VTriStart", problem.VTriStart, problem.VTriCount);
+    writeSideLists(json, "VTriPeak", problem.VTriPeak, problem.VTriCount);
+    writeSideLists(json, "VTriEnd", problem.VTriEnd, problem.VTriCount);
+    writeSideLists(json, "VTriLoad", problem.VTriLoad, problem.VTriCount);
+    writeSides(json, "VVarCount", problem.VVarCount);
+    writeSideLists(json, "VVarDist", problem.VVarDist, problem.VVarCount);
+    writeSideLists(json, "VVarLoad", problem.VVarLoad, problem.VVarCount);
 }
 
-Json problemJson(const Problem& problem) {
-    Json json;
-    addHeadingToSurface(json, problem);
-    addSoil(json, problem);
-    addWater(json, problem);
-    addLoads(json, problem);
-    return json;
+void writeHorizontalLoads(JsonText& json, const Problem& problem) {
+    json.member("HLineCount", problem.HLineCount);
+    writeLeading(json, "HLineElev", problem.HLineElev, problem.HLineCount);
+    writeLeading(json, "HLineLoad", problem.HLineLoad, problem.HLineCount);
+    json.member("HDistCount", problem.HDistCount);
+    writeLeading(json, "HDistElev", problem.HDistElev, problem.HDistCount);
+    writeLeading(json, "HDistLoad", problem.HDistLoad, problem.HDistCount);
 }
 
-/// The pressures of one side at a grid point; each pair just below and just above it.
-Json sideJson(const Pressures& pressures, int side, int i) {
+void writeProblem(JsonText& json, const Problem& problem) {
+    json.object([&] {
+        writeHeadingToSurface(json, problem);
+        writeSoil(json, problem);
+        writeWater(json, problem);
+        writeVerticalLoads(json, problem);
+        writeHorizontalLoads(json, problem);
+    });
+}
+
+/// Two values: just below and just above a grid point, or active and passive.
+template <class T>
+void writePair(JsonText& json, const char* name, const T& first, const T& second) {
+    json.member(name).array([&] {
+        json.value(first);
+        json.value(second);
+    });
+}
+
+/// The pressures of one side at a grid point.
+void writeSide(JsonText& json, const char* name, const Pressures& pressures, int side, int i) {
     const auto& active = pressures.ActivePressures;
     const auto& passive = pressures.PassivePressures;
-    return {{"active", {active(side, i, 1), active(side, i, 2)}},
-            {"passive", {passive(side, i, 1), passive(side, i, 2)}},
-            {"marks",
-             {markText(pressures.ActiveMark(side, i)), markText(pressures.PassiveMark(side, i))}}};
+    json.member(name).object([&] {
+        writePair(json, "active", active(side, i, 1), active(side, i, 2));
+        writePair(json, "passive", passive(side, i, 1), passive(side, i, 2));
+        writePair(json, "marks", markText(pressures.ActiveMark(side, i)),
+                  markText(pressures.PassiveMark(side, i)));
+    });
 }
 
-Json gridJson(const SolvedLevel& level) {
-    const auto& [ElevGrid, NumElevs, SeepageEndIndex] = level.grid;
-    const auto& WaterPressures = level.pressures.WaterPressures;
-    Json list = Json::array();
-    for (int i = 1; i <= NumElevs; ++i) {
-        list.push_back({{"elev", ElevGrid(i)},
-                        {"water", {WaterPressures(i, 1), WaterPressures(i, 2)}},
-                        {"right", sideJson(level.pressures, Right, i)},
-                        {"left", sideJson(level.pressures, Left, i)},
-                        {"netActive", {level.NetActive(i, 1), level.NetActive(i, 2)}},
-                        {"netPassive", {level.NetPassive(i, 1), level.NetPassive(i, 2)}}});
+void writeGrid(JsonText& json, const SolvedLevel& level) {
+    const Pressures& pressures = level.pressures;
+    const auto& WaterPressures = pressures.WaterPressures;
+    json.array([&] {
+        for (int i = 1; i <= level.grid.NumElevs; ++i) {
+            json.object([&] {
+                json.member("elev", level.grid.ElevGrid(i));
+                writePair(json, "water", WaterPressures(i, 1), WaterPressures(i, 2));
+                writeSide(json, "right", pressures, Right, i);
+                writeSide(json, "left", pressures, Left, i);
+                writePair(json, "netActive", level.NetActive(i, 1), level.NetActive(i, 2));
+                writePair(json, "netPassive", level.NetPassive(i, 1), level.NetPassive(i, 2));
+            });
+        }
+    });
+}
+
+void writeRows(JsonText& json, const SolvedLevel& level) {
+    json.array([&] {
+        for (int i = 1; i <= level.rowCount; ++i) {
+            json.object([&] {
+                json.member("elev", level.ResultElev(i));
+                json.member("moment", level.ResultMoment(i));
+                json.member("shear", level.ResultShear(i));
+                json.member("deflection", level.ResultDeflection(i));
+                json.member("pressure", level.ResultPressure(i));
+            });
+        }
+    });
+}
+
+/// An extreme and its elevation.
+void writeExtreme(JsonText& json, const char* name, double value, double elev) {
+    json.member(name).object([&] {
+        json.member("value", value);
+        json.member("elev", elev);
+    });
+}
+
+const char* methodName(const Problem& problem, int level) {
+    if (problem.WallType != WallKind::Anchored) {
+        return "cantilever";
     }
-    return list;
+    return level == 1 ? "free earth" : "fixed earth";
 }
 
-Json rowsJson(const SolvedLevel& level) {
-    Json list = Json::array();
-    for (int i = 1; i <= level.rowCount; ++i) {
-        list.push_back({{"elev", level.ResultElev(i)},
-                        {"moment", level.ResultMoment(i)},
-                        {"shear", level.ResultShear(i)},
-                        {"deflection", level.ResultDeflection(i)},
-                        {"pressure", level.ResultPressure(i)}});
-    }
-    return list;
-}
-
-Json levelJson(const State& state, int level) {
+void writeLevel(JsonText& json, const State& state, int level) {
     const Problem& problem = state.problem;
-    const bool anchored = problem.WallType == WallKind::Anchored;
+    const bool analysis = problem.ProgramMode == Mode::Analysis;
     const double bottom = state.solution.SolvedBottomElev(level);
     const double ground = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
     const auto& MaxMoment = state.results.MaxMoment;
     const auto& MaxDeflection = state.results.MaxDeflection;
     const SolvedLevel& solved = state.solved(level);
-    return {
-        {"method", !anchored    ? "cantilever"
-                   : level == 1 ? "free earth"
-                                : "fixed earth"},
-        {"bottomElev", bottom},
-        {"penetration", ground - bottom},
-        {"anchorForce", where(anchored, state.solution.AnchorForce(level))},
-        {"factorOfSafety", where(problem.ProgramMode == Mode::Analysis,
-                                 state.preparation.LayerFSPassive(Right, 1, level))},
-        {"seepageGradient",
-         where(problem.SeepageKind != Seepage::None, problem.SeepageGradient(level))},
-        {"maxMoment", {{"value", MaxMoment(level)}, {"elev", MaxMoment(level + 2)}}},
-        {"maxDeflection", {{"value", MaxDeflection(level)}, {"elev", MaxDeflection(level + 2)}}},
-        {"rows", rowsJson(solved)},
-        {"grid", gridJson(solved)}};
+    json.object([&] {
+        json.member("method", methodName(problem, level));
+        json.member("bottomElev", bottom);
+        json.member("penetration", ground - bottom);
+        json.member("anchorForce", where(problem.WallType == WallKind::Anchored,
+                                         state.solution.AnchorForce(level)));
+        json.member("factorOfSafety",
+                    where(analysis, state.preparation.LayerFSPassive(Right, 1, level)));
+        json.member("seepageGradient",
+                    where(problem.SeepageKind != Seepage::None, problem.SeepageGradient(level)));
+        writeExtreme(json, "maxMoment", MaxMoment(level), MaxMoment(level + 2));
+        writeExtreme(json, "maxDeflection", MaxDeflection(level), MaxDeflection(level + 2));
+        json.member("rows");
+        writeRows(json, solved);
+        json.member("grid");
+        writeGrid(json, solved);
+    });
 }
 
-Json levelsJson(const State& state) {
-    Json list = Json::array();
-    for (int level = 1; level <= (state.problem.WallType == WallKind::Anchored ? 2 : 1); ++level) {
-        list.push_back(levelJson(state, level));
-    }
-    return list;
+void writeLevels(JsonText& json, const State& state, bool solved) {
+    const int levels = !solved ? 0 : state.problem.WallType == WallKind::Anchored ? 2 : 1;
+    json.array([&] {
+        for (int level = 1; level <= levels; ++level) {
+            writeLevel(json, state, level);
+        }
+    });
 }
 
 /// A value of a section: one number in clay, one for loose and one for dense sand; null where the
 /// section lies outside the range of the curves.
-Json reducedJson(const RoweOutcome& outcome, const Array<double, 13, 2>& values, int p) {
+void writeReduced(JsonText& json, const char* name, const RoweOutcome& outcome,
+                  const Array<double, 13, 2>& values, int p) {
     if (!outcome.inRange(p)) {
-        return {};
+        json.member(name, nullptr);
+    } else if (outcome.soil == RoweClay) {
+        json.member(name, values(p, 1));
+    } else {
+        json.member(name).object([&] {
+            json.member("loose", values(p, 1));
+            json.member("dense", values(p, 2));
+        });
     }
-    if (outcome.soil == RoweClay) {
-        return values(p, 1);
-    }
-    return {{"loose", values(p, 1)}, {"dense", values(p, 2)}};
 }
 
-Json roweSectionsJson(const RoweData& rowe) {
-    Json list = Json::array();
-    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
-        list.push_back({{"name", utf8Text(rowe.PileName(p))},
-                        {"sectionModulus", rowe.PileSectionData(p, 1)},
-                        {"inertia", rowe.PileSectionData(p, 2)},
-                        {"allowableStress", rowe.PileAllowStress(p)},
-                        {"modulus", rowe.PileModulus(p)},
-                        {"logRigidity", rowe.PileLogRigidity(p)},
-                        {"momentRatio", rowe.PileMomentRatio(p)},
-                        {"coefficient", reducedJson(rowe.outcome, rowe.outcome.coefficient, p)},
-                        {"reducedRatio", reducedJson(rowe.outcome, rowe.outcome.reducedRatio, p)}});
-    }
-    return list;
+void writeSection(JsonText& json, const RoweData& rowe, int p) {
+    const RoweOutcome& outcome = rowe.outcome;
+    json.object([&] {
+        json.member("name", utf8Text(rowe.PileName(p)));
+        json.member("sectionModulus", rowe.PileSectionData(p, 1));
+        json.member("inertia", rowe.PileSectionData(p, 2));
+        json.member("allowableStress", rowe.PileAllowStress(p));
+        json.member("modulus", rowe.PileModulus(p));
+        json.member("logRigidity", rowe.PileLogRigidity(p));
+        json.member("momentRatio", rowe.PileMomentRatio(p));
+        writeReduced(json, "coefficient", outcome, outcome.coefficient, p);
+        writeReduced(json, "reducedRatio", outcome, outcome.reducedRatio, p);
+    });
 }
 
-Json roweJson(const RoweData& rowe) {
+void writeRowe(JsonText& json, const RoweData& rowe) {
     const RoweOutcome& outcome = rowe.outcome;
     if (outcome.soil == 0) {
-        return {};
+        json.value(nullptr);
+        return;
     }
     const bool clay = outcome.soil == RoweClay;
-    Json notes = Json::array();
-    for (const std::string& note : outcome.notes) {
-        notes.push_back(note);
-    }
-    return {{"soil", clay ? "clay" : "sand"},
-            {"height", rowe.RoweHeight},
-            {"alpha", rowe.RoweAlpha},
-            {"beta", rowe.RoweBeta},
-            {"stability", where(clay, rowe.RoweStability)},
-            {"applicable", outcome.applicable},
-            {"notes", notes},
-            {"sections", roweSectionsJson(rowe)}};
+    json.object([&] {
+        json.member("soil", clay ? "clay" : "sand");
+        json.member("height", rowe.RoweHeight);
+        json.member("alpha", rowe.RoweAlpha);
+        json.member("beta", rowe.RoweBeta);
+        json.member("stability", where(clay, rowe.RoweStability));
+        json.member("applicable", outcome.applicable);
+        json.member("notes").array([&] {
+            for (const std::string& note : outcome.notes) {
+                json.value(note);
+            }
+        });
+        json.member("sections").array([&] {
+            for (int p = 1; p <= rowe.PileSectionCount; ++p) {
+                writeSection(json, rowe, p);
+            }
+        });
+    });
 }
 
 } // namespace
 
 std::string jsonResults(const std::string& input, int status, const std::vector<Message>& messages,
                         const State& state, const SolvedLevel* review) {
-    const Json results{{"schema", 1},
-                       {"program", "KORVANE"},
-                       {"version", KORVANE_VERSION},
-                       {"input", utf8Text(input)},
-                       {"status", statusText(status)},
-                       {"messages", messagesJson(messages)},
-                       {"problem", problemJson(state.problem)},
-                       {"grid", review == nullptr ? Json::array() : gridJson(*review)},
-                       {"levels", status == StatusSolved ? levelsJson(state) : Json::array()},
-                       {"rowe", roweJson(state.rowe)}};
-    return results.dump(1) + "\n";
+    JsonText json;
+    json.object([&] {
+        json.member("schema", 1);
+        json.member("program", "KORVANE");
+        json.member("version", KORVANE_VERSION);
+        json.member("input", utf8Text(input));
+        json.member("status", statusText(status));
+        json.member("messages");
+        writeMessages(json, messages);
+        json.member("problem");
+        writeProblem(json, state.problem);
+        json.member("grid");
+        if (review == nullptr) {
+            json.array([] {});
+        } else {
+            writeGrid(json, *review);
+        }
+        json.member("levels");
+        writeLevels(json, state, status == StatusSolved);
+        json.member("rowe");
+        writeRowe(json, state.rowe);
+    });
+    return json.take();
 }
 
 } // namespace korvane::batch
