@@ -324,10 +324,16 @@ void writeLevel(JsonText& json, const State& state, int level) {
     });
 }
 
-void writeLevels(JsonText& json, const State& state, bool solved) {
-    const int levels = !solved ? 0 : state.problem.WallType == WallKind::Anchored ? 2 : 1;
+int levelCount(const State& state, int status) {
+    if (status != StatusSolved) {
+        return 0;
+    }
+    return state.problem.WallType == WallKind::Anchored ? 2 : 1;
+}
+
+void writeLevels(JsonText& json, const State& state, int status) {
     json.array([&] {
-        for (int level = 1; level <= levels; ++level) {
+        for (int level = 1; level <= levelCount(state, status); ++level) {
             writeLevel(json, state, level);
         }
     });
@@ -391,11 +397,20 @@ void writeRowe(JsonText& json, const RoweData& rowe) {
     });
 }
 
+/// Bytes, on the safe side: a grid point takes some 550, a result row 150, all else 10,000.
+std::size_t expectedLength(int status, const State& state, const SolvedLevel* review) {
+    int points = review == nullptr ? 0 : review->grid.NumElevs;
+    for (int level = 1; level <= levelCount(state, status); ++level) {
+        points += state.solved(level).grid.NumElevs;
+    }
+    return 20000 + 700U * static_cast<std::size_t>(points);
+}
+
 } // namespace
 
 std::string jsonResults(const std::string& input, int status, const std::vector<Message>& messages,
                         const State& state, const SolvedLevel* review) {
-    JsonText json;
+    JsonText json(expectedLength(status, state, review));
     json.object([&] {
         json.member("schema", 1);
         json.member("program", "KORVANE");
@@ -413,7 +428,7 @@ std::string jsonResults(const std::string& input, int status, const std::vector<
             writeGrid(json, *review);
         }
         json.member("levels");
-        writeLevels(json, state, status == StatusSolved);
+        writeLevels(json, state, status);
         json.member("rowe");
         writeRowe(json, state.rowe);
     });

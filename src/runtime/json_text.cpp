@@ -2,13 +2,19 @@
 
 #include "runtime/number_format.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace korvane {
 
 void JsonText::startLine() {
-    text_ += '\n';
-    text_.append(depth_, ' ');
+    constexpr std::string_view lineStart = "\n            "; // deep enough for most
+    if (depth_ < lineStart.size()) {
+        text_ += lineStart.substr(0, depth_ + 1);
+    } else {
+        text_ += '\n';
+        text_.append(depth_, ' ');
+    }
 }
 
 void JsonText::startEntry() {
@@ -55,9 +61,8 @@ void JsonText::value(double number) {
         return;
     }
     startEntry();
-    const std::size_t start = text_.size();
     appendShortest(text_, number);
-    if (text_.find_first_of(".e", start) == std::string::npos) {
+    if (std::trunc(number) == number && std::fabs(number) < 1e15) { // no exponent either
         text_ += ".0";
     }
 }
@@ -83,24 +88,35 @@ void JsonText::value(std::nullptr_t) {
 }
 
 void JsonText::quoted(std::string_view text) {
+    const auto isSpecial = [](char c) {
+        return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20;
+    };
+    text_ += '"';
+    auto rest = text.begin();
+    auto special = std::find_if(rest, text.end(), isSpecial);
+    for (; special != text.end(); special = std::find_if(rest, text.end(), isSpecial)) {
+        text_.append(rest, special);
+        escape(*special);
+        rest = special + 1;
+    }
+    text_.append(rest, text.end());
+    text_ += '"';
+}
+
+void JsonText::escape(char c) {
     constexpr std::string_view hexDigits = "0123456789abcdef";
     constexpr std::string_view shortNames = "btn-fr"; // of 8 to 13; 11 has none
-    text_ += '"';
-    for (const char c : text) {
-        const auto code = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            (text_ += '\\') += c;
-        } else if (code >= 0x20) {
-            text_ += c;
-        } else if (code >= 8 && code <= 13 && code != 11) {
-            (text_ += '\\') += shortNames[code - 8U];
-        } else {
-            text_ += "\\u00";
-            text_ += hexDigits[code / 16U];
-            text_ += hexDigits[code % 16U];
-        }
+    const auto code = static_cast<unsigned char>(c);
+    text_ += '\\';
+    if (code >= 0x20) {
+        text_ += c;
+    } else if (code >= 8 && code <= 13 && code != 11) {
+        text_ += shortNames[code - 8U];
+    } else {
+        text_ += "u00";
+        text_ += hexDigits[code / 16U];
+        text_ += hexDigits[code % 16U];
     }
-    text_ += '"';
 }
 
 } // namespace korvane

@@ -15,6 +15,9 @@ namespace korvane {
 /// and arrays are filled by the callable that they are given.
 class JsonText {
   public:
+    /// `length` is a guess at the document's length in bytes: room taken at once.
+    explicit JsonText(std::size_t length = 0) { text_.reserve(length); }
+
     template <std::invocable Content>
     void object(Content content) {
         open('{');
@@ -69,6 +72,7 @@ class JsonText {
     void startLine();
     void truth(bool isTrue);
     void quoted(std::string_view text);
+    void escape(char c);
 
     std::string text_;
     std::size_t depth_ = 0;
