@@ -103,8 +103,8 @@ void pressureHeads(PrintLines& lines) {
 /// marks of the sweep search stand directly before their pressures; the first point shows none.
 void pressureRow(PrintLines& lines, const State& state, int i, int k, std::string_view stepMark) {
     const Pressures& pressures = state.pressures;
-    const auto place = [&](int column, const std::string& mark, double pressure) {
-        lines.right(column, (i > 1 ? mark : "") + formatNumber(pressure, "#####0."));
+    const auto place = [&](int column, std::string_view mark, double pressure) {
+        lines.right(column, i > 1 ? mark : "", pressure, "#####0.");
     };
     lines.right(11, state.grid.ElevGrid(i), "####0.00").text(stepMark);
     place(25, "", pressures.WaterPressures(i, k));

@@ -45,8 +45,10 @@ PrintLines& PrintLines::right(int column, std::string_view piece) {
     return tab(column - static_cast<int>(piece.size())).text(piece);
 }
 
-PrintLines& PrintLines::right(int column, double value, NumberFormat format) {
+PrintLines& PrintLines::right(int column, std::string_view mark, double value,
+                              NumberFormat format) {
     const std::size_t start = line_.size();
+    line_ += mark;
     appendNumber(line_, value, format);
     const auto width = static_cast<int>(line_.size() - start);
     const auto before = static_cast<std::size_t>(std::max(column - width, 1) - 1);

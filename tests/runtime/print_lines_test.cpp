@@ -101,6 +101,12 @@ TEST(PrintLines, RightOfANumberBreaksTheLineAsATextDoes) {
     EXPECT_EQ(lines.lineCount(), 4);
 }
 
+TEST(PrintLines, RightPlacesAMarkDirectlyBeforeItsValue) {
+    PrintLines lines;
+    lines.right(9, "*", 1.5, "0.0").right(17, "", -2, "#####0.").right(20, "*", 12, "0").end();
+    EXPECT_EQ(lines.content(), "    *1.5     -2.*12\n");
+}
+
 TEST(PrintLines, RightOfATextWiderThanItsColumnStartsInColumnOne) {
     PrintLines lines;
     lines.right(5, 1234567.0, "####0.00").end();
