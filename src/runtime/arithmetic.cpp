@@ -6,25 +6,8 @@
 
 namespace korvane {
 
-double finite(double x) {
-    if (!std::isfinite(x)) {
-        throw RuntimeError(6);
-    }
-    return x;
-}
-
-double divide(double a, double b) {
-    if (b == 0) {
-        throw RuntimeError(11);
-    }
-    return finite(a / b);
-}
-
-double squareRoot(double x) {
-    if (x < 0) {
-        throw RuntimeError(5);
-    }
-    return std::sqrt(finite(x));
+void arithmeticFault(int number) {
+    throw RuntimeError(number);
 }
 
 double naturalLog(double x) {

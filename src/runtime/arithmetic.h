@@ -1,22 +1,42 @@
 // Arithmetic whose faults are run-time errors instead of infinities and NaNs.
 #pragma once
 
+#include <cmath>
+
 namespace korvane {
 
+/// Ends with the run-time error of a number.
+[[noreturn]] void arithmeticFault(int number);
+
+/// x itself; RuntimeError 6 where x is not finite.
+inline double finite(double x) {
+    if (!std::isfinite(x)) {
+        arithmeticFault(6);
+    }
+    return x;
+}
+
 /// a / b; RuntimeError 11 where b is zero, 6 where the quotient is beyond the range of a double.
-double divide(double a, double b);
+inline double divide(double a, double b) {
+    if (b == 0) {
+        arithmeticFault(11);
+    }
+    return finite(a / b);
+}
 
 /// The square root; RuntimeError 5 below zero.
-double squareRoot(double x);
+inline double squareRoot(double x) {
+    if (x < 0) {
+        arithmeticFault(5);
+    }
+    return std::sqrt(finite(x));
+}
 
 /// The natural logarithm; RuntimeError 5 at or below zero.
 double naturalLog(double x);
 
 /// The common logarithm; RuntimeError 5 at or below zero.
 double commonLog(double x);
-
-/// x itself; RuntimeError 6 where x is not finite.
-double finite(double x);
 
 /// The larger and the smaller of two; the first one where they are equal or not comparable.
 inline double MaxOf(double a, double b) {
