@@ -78,7 +78,7 @@ BENCHMARK(ReportRow)->Unit(benchmark::kMicrosecond);
 
 void CompleteResults(benchmark::State& run) {
     LargestWall wall;
-    wall.state->problem.WallType = "C";
+    wall.state->problem.WallType = WallKind::Cantilever;
     std::size_t size = 0;
     for (auto _ : run) {
         PrintLines lines;
