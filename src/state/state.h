@@ -6,6 +6,7 @@
 #include "problem/problem.h"
 #include "runtime/array.h"
 #include "state/prompts.h"
+#include "state/wedge_side.h"
 
 #include <string>
 #include <vector>
@@ -189,6 +190,7 @@ struct State {
     Pressures pressures;
     WedgeRegions regions;
     WedgeForces wedge;
+    Array<WedgePlanes, 2> wedgePlanes; ///< by side
     NetPressures net;
     Solution solution;
     Beam beam;
