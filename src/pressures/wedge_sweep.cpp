@@ -6,7 +6,6 @@
 #include "runtime/arithmetic.h"
 
 #include <cmath>
-#include <span>
 
 namespace korvane {
 
@@ -119,7 +118,7 @@ TrialForces Sweep::forces() const {
 TrialForces Sweep::forcesInOneSoil() const {
     const Direction& direction = planes_.direction();
     const TrialPlane& plane = planes_.plane();
-    const auto [load, length] = planes_.pieces().front();
+    const auto [load, length] = *planes_.pieces();
     const auto forcesWith = [&](const LayerStrength& soil) {
         bool exists = true;
         return TrialForces{activeOnWall(direction, soil.active, load, length, 0),
@@ -139,14 +138,15 @@ TrialForces Sweep::forcesInOneSoil() const {
 TrialForces Sweep::forcesInSeveralSoils() const {
     const Direction& direction = planes_.direction();
     const TrialPlane& plane = planes_.plane();
-    const std::span<const PlanePiece> pieces = planes_.pieces();
+    const PlanePiece* const pieces = planes_.pieces();
     const int step = plane.upward ? 1 : -1;
     double push = 0;       // active force of the outer wedges
     double resistance = 0; // passive force of the outer wedges
     bool passiveExists = true;
 
     int layer = plane.layer - step * (plane.pieceCount - 1);
-    for (const auto& [load, length] : pieces.first(pieces.size() - 1)) {
+    for (int piece = 0; piece < plane.pieceCount - 1; ++piece) {
+        const auto [load, length] = pieces[piece];
         const DevelopedStrength& active = soils_(layer).active;
         const double Ca = length * active.cohesion;
         push +=
@@ -165,7 +165,7 @@ TrialForces Sweep::forcesInSeveralSoils() const {
         layer += step;
     }
 
-    const auto& [load, length] = pieces.back();
+    const auto [load, length] = pieces[plane.pieceCount - 1];
     const LayerStrength& soil = soils_(plane.layer);
     const double active = activeOnWall(direction, soil.active, load, length, push);
     bool wallForceExists = true;
@@ -200,6 +200,7 @@ void Sweep::sweepRow(int row) {
         // A load on the ground can put the extreme beyond a first turning point.
         passed = !gain && rising && mayStopEarly;
     }
+    planes_.leaveRow();
     WedgeActiveForce(row, side_) = finite(Pa * activeWall_.cos);
     WedgePassiveForce(row, side_) = finite(Pp * passiveWall_.cos);
 

@@ -2,6 +2,7 @@
 // in which planes are weighed, and the loads on the planes of the sweep.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 namespace korvane {
@@ -87,22 +88,23 @@ struct PlanePiece {
 
 /// A trial plane of the sweep: pieces from the ground to the wall, one for each layer.
 struct TrialPlane {
-    int firstPiece = 0;
+    int firstPiece = 0; ///< counts within the row
     int pieceCount = 0;
     int layer = 1;              ///< of the piece at the wall
     bool upward = false;        ///< it rises into the layers above that one
     bool alongBoundary = false; ///< it runs along the bottom of its layer
-    int next = -1;              ///< the next flatter plane of the row, -1 until that is worked out
 };
 
 /// The planes from one point of the wall.
 struct PlaneRow {
     double elev = 0;       ///< FT
     int layer = 1;         ///< at that point
-    Direction top;         ///< of the last plane of the row
     bool topKnown = false; ///< sine and cosine of `top` are worked out
-    int groundPoint = 2;   ///< where the walk over the ground for the next plane starts
-    int firstPlane = -1;
+    Direction top;         ///< of the last plane of the row
+    std::size_t firstPlane = 0;
+    std::size_t planeCount = 0; ///< worked out so far, the steepest ones
+    std::size_t firstPiece = 0;
+    std::size_t pieceCount = 0;
 };
 
 /// Planes of the sweep on one side.
