@@ -55,10 +55,10 @@ std::string example(const char* name) {
     return readFile(std::string(KORVANE_SOURCE_DIR) + "/examples/" + name + ".dat");
 }
 
-void solve(State& state, const char* wedgeMethod) {
+void solve(State& state, PressureMethod wedgeMethod) {
     PrepareSolution(state);
-    for (std::string& method : state.preparation.SideMethod) {
-        method = method == "W" ? wedgeMethod : method;
+    for (PressureMethod& method : state.preparation.SideMethod) {
+        method = method == PressureMethod::Wedge ? wedgeMethod : method;
     }
     if (state.problem.ProgramMode == Mode::Analysis) {
         SolveAnalysis(state);
@@ -74,7 +74,7 @@ void solve(State& state, const char* wedgeMethod) {
 }
 
 /// Solves one problem again and again; the solution files are deleted in between.
-void Solve(benchmark::State& run, const std::string& input, const char* wedgeMethod) {
+void Solve(benchmark::State& run, const std::string& input, PressureMethod wedgeMethod) {
     const fs::path folder = fs::temp_directory_path() / "korvane-bench";
     fs::create_directories(folder);
     YesPrompts prompts;
@@ -101,12 +101,14 @@ void Solve(benchmark::State& run, const std::string& input, const char* wedgeMet
 
 } // namespace
 
-BENCHMARK_CAPTURE(Solve, CantileverDesignByCoefficients, example("cantilever-dry-sand"), "S");
-BENCHMARK_CAPTURE(Solve, AnchoredDesignAutomaticSeepage, anchoredSeepage, "S");
-BENCHMARK_CAPTURE(Solve, SweepDesignSurchargesBothSides, sweepSurcharges, "S");
-BENCHMARK_CAPTURE(Solve, FixedSurfaceDesign, example("sloping-both-sides-fixed"), "F");
-BENCHMARK_CAPTURE(Solve, CantileverAnalysis, example("analysis-cantilever"), "S");
-BENCHMARK_CAPTURE(Solve, AnchoredAnalysis, example("analysis-anchored"), "S");
+BENCHMARK_CAPTURE(Solve, CantileverDesignByCoefficients, example("cantilever-dry-sand"),
+                  PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AnchoredDesignAutomaticSeepage, anchoredSeepage, PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, SweepDesignSurchargesBothSides, sweepSurcharges, PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, FixedSurfaceDesign, example("sloping-both-sides-fixed"),
+                  PressureMethod::FixedSurface);
+BENCHMARK_CAPTURE(Solve, CantileverAnalysis, example("analysis-cantilever"), PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AnchoredAnalysis, example("analysis-anchored"), PressureMethod::Sweep);
 BENCHMARK_CAPTURE(
     Solve, SweepAnalysis,
     [] {
@@ -114,29 +116,31 @@ BENCHMARK_CAPTURE(
         text.replace(text.find("DESIGN 1.00 1.50"), 16, "ANALYSIS");
         return text.replace(text.find("WALL 12"), 7, "WALL 12 -20 29E6 300");
     }(),
-    "S");
+    PressureMethod::Sweep);
 
 // The dearest legal problems: 11 layers, 11 surface points, all kinds of loads.
-BENCHMARK_CAPTURE(Solve, DearestSweepDesign, bench::dearestInput({}), "S");
-BENCHMARK_CAPTURE(Solve, DearestFixedSurfaceDesign, bench::dearestInput({}), "F");
+BENCHMARK_CAPTURE(Solve, DearestSweepDesign, bench::dearestInput({}), PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, DearestFixedSurfaceDesign, bench::dearestInput({}),
+                  PressureMethod::FixedSurface);
 BENCHMARK_CAPTURE(Solve, DearestSweepDesignAutomaticSeepage,
                   bench::dearestInput({.control = "ANCHORED DESIGN 1.00 1.50",
                                        .wall = "30 24",
                                        .automaticWater = "62.4 18 2 16 AUTOMATIC"}),
-                  "S");
+                  PressureMethod::Sweep);
 BENCHMARK_CAPTURE(Solve, DearestSweepAnalysis,
                   bench::dearestInput({.control = "ANCHORED ANALYSIS",
                                        .wall = "30 24 -60 29E6 3000"}),
-                  "S");
+                  PressureMethod::Sweep);
 BENCHMARK_CAPTURE(
     Solve, DearestDesignByCoefficients,
     bench::dearestInput({.control = "ANCHORED DESIGN 1.00 1.50", .wall = "30 24", .wedge = false}),
-    "S");
+    PressureMethod::Sweep);
 BENCHMARK_CAPTURE(Solve, DearestAnalysisByCoefficients,
                   bench::dearestInput({.control = "ANCHORED ANALYSIS",
                                        .wall = "30 24 -30 29E6 3000",
                                        .wedge = false}),
-                  "S");
-BENCHMARK_CAPTURE(Solve, AllLoadsDesignByCoefficients, example("anchored-all-loads"), "S");
+                  PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AllLoadsDesignByCoefficients, example("anchored-all-loads"),
+                  PressureMethod::Sweep);
 
 } // namespace korvane

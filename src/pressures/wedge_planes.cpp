@@ -32,7 +32,7 @@ const SweepPlanes::Directions& SweepPlanes::allDirections() {
 // worked out for that trial alone.
 SweepPlanes::SweepPlanes(State& state, int side, int level)
     : kept_(state.wedgePlanes(side)), side_(kept_.side), directions_(allDirections()) {
-    const bool keep = state.problem.ProgramMode == "A";
+    const bool keep = state.problem.ProgramMode == Mode::Analysis;
     if (!keep || !kept_.kept) {
         forgetPlanes();
         describeWedgeSide(state, side, level, kept_.side);

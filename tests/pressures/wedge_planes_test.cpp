@@ -13,7 +13,7 @@ namespace {
 /// What a sweep of one side gives.
 struct Swept {
     std::vector<double> forces;
-    std::vector<std::string> marks;
+    std::vector<bool> marks;
 
     bool operator==(const Swept&) const = default;
 };
@@ -55,7 +55,7 @@ class SweepPlanesTest : public testing::Test {
         bench.setGround(Left, {{0, -10}, {15, -12}});
         bench.setWater(-3, -11);
         bench.setSeepage(-4, 0.3);
-        problem.ProgramMode = "A";
+        problem.ProgramMode = Mode::Analysis;
         bench.buildGround();
     }
     Swept trial(double factor, int side) {
@@ -115,8 +115,8 @@ TEST_F(SweepPlanesTest, EveryChangeOfTheProblemGivesNewPlanes) {
         [&] { problem.WaterUnitWeight += 1; },
         [&] { problem.SeepageElev -= 1; },
         [&] { problem.SeepageGradient(1) -= 0.05; },
-        [&] { problem.SeepageKind.clear(); },
-        [&] { problem.WaterDataKind.clear(); },
+        [&] { problem.SeepageKind = Seepage::None; },
+        [&] { problem.WaterDataKind = WaterData::None; },
         [&] {
             surcharge(problem.VLineCount, [&] {
                 problem.VLineDist(Right, 1) = 4;
@@ -174,9 +174,9 @@ TEST_F(SweepPlanesTest, ADesignOrAFixedSurfaceBetweenTwoTrialsLeavesNoPlanes) {
     const Problem given = problem;
     for (const bool fixed : {false, true}) {
         problem.SoilMoistWeight(Right, 1) += 5;
-        problem.ProgramMode = "D";
+        problem.ProgramMode = Mode::Design;
         fixed ? FixedSurfaceForces(state, Right, 1) : SweepSearchForces(state, Right, 1);
-        problem.ProgramMode = "A";
+        problem.ProgramMode = Mode::Analysis;
         EXPECT_EQ(trial(1, Right), sweptAnew(state, Right));
         problem = given;
         EXPECT_EQ(trial(1, Right), first);
@@ -198,7 +198,7 @@ TEST(SweepPlanes, RandomGroundsOneAfterTheOther) {
     WedgeBench used;
     for (int run = 0; run < 60; ++run) {
         drawWedgeProblem(used, dice, dice.chance(0.5));
-        used.problem.ProgramMode = dice.chance(0.8) ? "A" : "D";
+        used.problem.ProgramMode = dice.chance(0.8) ? Mode::Analysis : Mode::Design;
         used.buildGround();
         for (const double factor : {1.0, 1.6, 0.9}) {
             used.setFactors(factor, factor);
