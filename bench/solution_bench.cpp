@@ -1,4 +1,5 @@
 // Whole solutions: from the problem in memory to the results, reports left out.
+#include "dearest_walls.h"
 #include "pressures/coefficient_pressures.h"
 #include "pressures/wedge_pressures.h"
 #include "problem/input_reader.h"
@@ -116,5 +117,30 @@ BENCHMARK_CAPTURE(
         return text.replace(text.find("WALL 12"), 7, "WALL 12 -20 29E6 300");
     }(),
     PressureMethod::Sweep);
+
+// The dearest legal problems: 11 layers, 11 surface points, all kinds of loads.
+BENCHMARK_CAPTURE(Solve, DearestSweepDesign, bench::dearestInput({}), PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, DearestFixedSurfaceDesign, bench::dearestInput({}),
+                  PressureMethod::FixedSurface);
+BENCHMARK_CAPTURE(Solve, DearestSweepDesignAutomaticSeepage,
+                  bench::dearestInput({.control = "ANCHORED DESIGN 1.00 1.50",
+                                       .wall = "30 24",
+                                       .automaticWater = "62.4 18 2 16 AUTOMATIC"}),
+                  PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, DearestSweepAnalysis,
+                  bench::dearestInput({.control = "ANCHORED ANALYSIS",
+                                       .wall = "30 24 -60 29E6 3000"}),
+                  PressureMethod::Sweep);
+BENCHMARK_CAPTURE(
+    Solve, DearestDesignByCoefficients,
+    bench::dearestInput({.control = "ANCHORED DESIGN 1.00 1.50", .wall = "30 24", .wedge = false}),
+    PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, DearestAnalysisByCoefficients,
+                  bench::dearestInput({.control = "ANCHORED ANALYSIS",
+                                       .wall = "30 24 -30 29E6 3000",
+                                       .wedge = false}),
+                  PressureMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AllLoadsDesignByCoefficients, example("anchored-all-loads"),
+                  PressureMethod::Sweep);
 
 } // namespace korvane

@@ -85,9 +85,10 @@ struct Wall {
 void WedgeWeightOneLayer(benchmark::State& run) {
     const Wall wall(false);
     const double k = 1.7320508;
+    WedgeSide side;
+    describeWedgeSide(*wall.state, Right, 1, side);
     for (auto _ : run) {
-        benchmark::DoNotOptimize(
-            WedgeWeight(*wall.state, -30, k, Right, 1, 0, -30, 20, -30 + 20 * k, 1));
+        benchmark::DoNotOptimize(WedgeWeight(side, -30, k, 0, -30, 20, 1));
     }
 }
 BENCHMARK(WedgeWeightOneLayer);
@@ -96,12 +97,24 @@ BENCHMARK(WedgeWeightOneLayer);
 void WedgeWeightThirdLayer(benchmark::State& run) {
     const Wall wall(true);
     const double k = 1.7320508;
+    WedgeSide side;
+    describeWedgeSide(*wall.state, Right, 1, side);
     for (auto _ : run) {
-        benchmark::DoNotOptimize(
-            WedgeWeight(*wall.state, -45, k, Right, 1, 0, -45, 8, -45 + 8 * k, 3));
+        benchmark::DoNotOptimize(WedgeWeight(side, -45, k, 0, -45, 8, 3));
     }
 }
 BENCHMARK(WedgeWeightThirdLayer);
+
+/// What stands in front of the planes of each trial.
+void DescribeWedgeSide(benchmark::State& run) {
+    const Wall wall(true);
+    WedgeSide side;
+    for (auto _ : run) {
+        describeWedgeSide(*wall.state, Right, 1, side);
+        benchmark::DoNotOptimize(side.layers.data());
+    }
+}
+BENCHMARK(DescribeWedgeSide);
 
 void SweepOneSide(benchmark::State& run, bool layered, bool surcharge) {
     Wall wall(layered);

@@ -68,7 +68,7 @@ double frictionReduction(double degrees, double q) {
 
 double coulombActive(double friction, double wallFriction) {
     const double root = coulombRoot(friction, wallFriction);
-    return std::pow(std::cos(friction) / (1 + root), 2) / std::cos(wallFriction);
+    return square(std::cos(friction) / (1 + root)) / std::cos(wallFriction);
 }
 
 // Coulomb's plane failure surface overestimates passive resistance with much wall friction: beyond
@@ -76,7 +76,7 @@ double coulombActive(double friction, double wallFriction) {
 std::optional<double> passiveCoefficient(double friction, double wallFriction) {
     if (2 * wallFriction <= friction + AngleNoise) {
         const double root = coulombRoot(friction, wallFriction);
-        return std::pow(divide(std::cos(friction), 1 - root), 2) / std::cos(wallFriction);
+        return square(divide(std::cos(friction), 1 - root)) / std::cos(wallFriction);
     }
     const double degrees = friction / DegreesToRadians;
     if (degrees > LargestTableAngle) {

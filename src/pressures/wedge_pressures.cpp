@@ -22,8 +22,7 @@ double uniformLoad(const Problem& problem, int side) {
 double slopeCoefficient(double p, double w, double e, double s) {
     const double r = squareRoot(divide(std::sin(w + p) * std::sin(p - s * e), //
                                        std::cos(e) * std::cos(w)));
-    const double q = divide(std::cos(p), 1 + s * r);
-    return q * q / std::cos(w);
+    return square(divide(std::cos(p), 1 + s * r)) / std::cos(w);
 }
 
 /// Pressures just below the surface from cohesion and the uniform load, by Coulomb's coefficients

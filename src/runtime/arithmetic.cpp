@@ -1,13 +1,12 @@
 #include "runtime/arithmetic.h"
 
-#include "runtime/runtime_error.h"
-
-#include <cmath>
-
 namespace korvane {
 
-void arithmeticFault(int number) {
-    throw RuntimeError(number);
+double squareRoot(double x) {
+    if (x < 0) {
+        throw RuntimeError(5);
+    }
+    return std::sqrt(finite(x));
 }
 
 double naturalLog(double x) {

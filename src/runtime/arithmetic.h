@@ -1,17 +1,16 @@
 // Arithmetic whose faults are run-time errors instead of infinities and NaNs.
 #pragma once
 
+#include "runtime/runtime_error.h"
+
 #include <cmath>
 
 namespace korvane {
 
-/// Ends with the run-time error of a number.
-[[noreturn]] void arithmeticFault(int number);
-
 /// x itself; RuntimeError 6 where x is not finite.
 inline double finite(double x) {
     if (!std::isfinite(x)) {
-        arithmeticFault(6);
+        throwRuntimeError(6);
     }
     return x;
 }
@@ -19,9 +18,13 @@ inline double finite(double x) {
 /// a / b; RuntimeError 11 where b is zero, 6 where the quotient is beyond the range of a double.
 inline double divide(double a, double b) {
     if (b == 0) {
-        arithmeticFault(11);
+        throwRuntimeError(11);
     }
     return finite(a / b);
+}
+
+inline double square(double x) {
+    return x * x;
 }
 
 /// The square root; RuntimeError 5 below zero.

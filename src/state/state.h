@@ -6,6 +6,8 @@
 #include "problem/problem.h"
 #include "runtime/array.h"
 #include "state/prompts.h"
+#include "state/surcharge_rows.h"
+#include "state/wedge_side.h"
 
 #include <string>
 #include <vector>
@@ -189,6 +191,8 @@ struct State {
     Pressures pressures;
     WedgeRegions regions;
     WedgeForces wedge;
+    Array<WedgePlanes, 2> wedgePlanes;     ///< by side
+    Array<SurchargeRows, 2> surchargeRows; ///< by side
     NetPressures net;
     Solution solution;
     Beam beam;

@@ -47,6 +47,8 @@ struct WedgeBench : PressureBench {
     /// A given gradient with the elevation at which seepage starts on the right.
     void setSeepage(double elevation, double gradient);
 
+    /// Soil and loads of a side as they are now.
+    WedgeSide described(int side, int level = 1) const;
     double weight(int side, double x1, double y1, double x2, double y2, int layer) const;
 };
 
