@@ -41,14 +41,14 @@ class NullSurface : public Surface {
 
 void repaint(benchmark::State& run, PlotScreenName screen, int plotNumber) {
     const LargestWall wall;
-    PlotView view = openPlotScreen(*wall.state, screen);
+    PlotView view = openPlotScreen(wall.plotData(), screen);
     view.PlotNumber = plotNumber;
     if (!view.hasPlot(plotNumber)) {
         throw std::logic_error("the diagram does not exist");
     }
     NullSurface surface;
     for (auto _ : run) {
-        drawPlot(surface, *wall.state, view, Medium::Screen);
+        drawPlot(surface, wall.plotData(), view, Medium::Screen);
     }
     run.counters["primitives"] = benchmark::Counter(static_cast<double>(surface.count()),
                                                     benchmark::Counter::kAvgIterations);
@@ -56,10 +56,10 @@ void repaint(benchmark::State& run, PlotScreenName screen, int plotNumber) {
 
 void svgFile(benchmark::State& run, PlotScreenName screen, int plotNumber) {
     const LargestWall wall;
-    PlotView view = openPlotScreen(*wall.state, screen);
+    PlotView view = openPlotScreen(wall.plotData(), screen);
     view.PlotNumber = plotNumber;
     const Figure figure{
-        "", [&](Surface& surface) { drawPlot(surface, *wall.state, view, Medium::Paper); }};
+        "", [&](Surface& surface) { drawPlot(surface, wall.plotData(), view, Medium::Paper); }};
     std::size_t size = 0;
     for (auto _ : run) {
         size = svgFigure(figure).size();

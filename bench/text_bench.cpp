@@ -11,9 +11,9 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -78,11 +78,12 @@ BENCHMARK(ReportRow)->Unit(benchmark::kMicrosecond);
 
 void CompleteResults(benchmark::State& run) {
     LargestWall wall;
-    wall.state->problem.WallType = WallKind::Cantilever;
+    wall.problem.WallType = WallKind::Cantilever;
+    wall.results->levelCount = 1;
     std::size_t size = 0;
     for (auto _ : run) {
         PrintLines lines;
-        completeResults(lines, *wall.state);
+        completeResults(lines, wall.problem, *wall.results);
         size = lines.content().size();
     }
     run.counters["bytes"] = static_cast<double>(size);
@@ -91,24 +92,22 @@ BENCHMARK(CompleteResults)->Unit(benchmark::kMicrosecond);
 
 /// Both levels and the review of an anchored wall with 301 rows.
 void JsonResults(benchmark::State& run) {
-    LargestWall wall;
-    State& state = *wall.state;
-    for (SolvedLevel& level : state.solved) {
-        level.rowCount = state.grid.NumElevs;
-        level.grid = state.grid;
-        level.pressures = state.pressures;
-        level.NetActive = state.net.NetActive;
-        level.NetPassive = state.net.NetPassive;
-        level.ResultElev = state.results.ResultElev;
-        level.ResultMoment = state.results.ResultMoment;
-        level.ResultShear = state.results.ResultShear;
-        level.ResultDeflection = state.results.ResultDeflection;
-        level.ResultPressure = state.results.ResultPressure;
-    }
+    const LargestWall wall;
+    Solved solved;
+    solved.review = &wall.results->review;
+    solved.results = wall.results.get();
+    solved.reduction = &wall.reduction;
+    const std::string input = "wall.dat";
+    const std::vector<batch::Message> messages;
     std::size_t size = 0;
     for (auto _ : run) {
-        size =
-            batch::jsonResults("wall.dat", batch::StatusSolved, {}, state, &state.solved(1)).size();
+        size = batch::jsonResults({.input = input,
+                                   .status = batch::StatusSolved,
+                                   .messages = messages,
+                                   .problem = wall.problem,
+                                   .sections = wall.sections,
+                                   .solved = solved})
+                   .size();
     }
     run.SetBytesProcessed(run.iterations() * static_cast<std::int64_t>(size));
     run.counters["bytes"] = static_cast<double>(size);

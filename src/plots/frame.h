@@ -5,7 +5,7 @@
 #include "plots/scales.h"
 #include "plots/sheet.h"
 #include "runtime/number_format.h"
-#include "state/state.h"
+#include "state/results.h"
 
 #include <span>
 #include <string>

@@ -71,10 +71,14 @@ double coulombActive(double friction, double wallFriction) {
     return square(std::cos(friction) / (1 + root)) / std::cos(wallFriction);
 }
 
+bool isCoulombPassive(double friction, double wallFriction) {
+    return 2 * wallFriction <= friction + AngleNoise;
+}
+
 // Coulomb's plane failure surface overestimates passive resistance with much wall friction: beyond
 // half the soil friction the coefficient comes from a table for curved surfaces.
 std::optional<double> passiveCoefficient(double friction, double wallFriction) {
-    if (2 * wallFriction <= friction + AngleNoise) {
+    if (isCoulombPassive(friction, wallFriction)) {
         const double root = coulombRoot(friction, wallFriction);
         return square(divide(std::cos(friction), 1 - root)) / std::cos(wallFriction);
     }

@@ -2,6 +2,7 @@
 
 #include "pressures/elevation_grid.h"
 #include "runtime/arithmetic.h"
+#include "state/kept_work.h"
 
 #include <cmath>
 #include <numbers>
@@ -163,12 +164,12 @@ double pressureAt(const Loads& loads, double z) {
 // call found for an elevation is taken over while the loads and the surface are the same.
 void ComputeSurchargePressures(State& state, int side) {
     const ElevationGrid& grid = state.grid;
-    SurchargeRows& kept = state.surchargeRows(side);
+    SurchargeRows& kept = state.kept->surchargeRows(side);
     for (int i = 1; i <= grid.ElevGrid.size(); ++i) {
         state.pressures.SurchargePressures(side, i) = 0;
     }
-    const int s = lastRowAt(grid, state.problem.SurfaceElev(side, 1));
-    listLoads(state.problem, side, kept.freshLoads);
+    const int s = lastRowAt(grid, state.problem->SurfaceElev(side, 1));
+    listLoads(*state.problem, side, kept.freshLoads);
     if (kept.freshLoads.empty()) {
         return;
     }

@@ -4,6 +4,7 @@
 #include "pressures/wedge_load.h"
 #include "pressures/wedge_strengths.h"
 #include "runtime/arithmetic.h"
+#include "state/kept_work.h"
 
 #include <cmath>
 
@@ -42,7 +43,7 @@ struct Piece {
 
 /// Describes the side where the planes of the sweep may stand, which are of no use to it.
 WedgeSide& describeSide(State& state, int side, int level) {
-    WedgePlanes& planes = state.wedgePlanes(side);
+    WedgePlanes& planes = state.kept->wedgePlanes(side);
     planes.kept = false;
     describeWedgeSide(state, side, level, planes.side);
     return planes.side;
@@ -256,7 +257,7 @@ void interpolateRows(const ElevationGrid& grid, int surfaceRow, int side,
 // the side's WedgeActiveForce and WedgePassiveForce, MidActiveForce and MidPassiveForce (LB per
 // foot of wall).
 void FixedSurfaceForces(State& state, int side, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const ElevationGrid& grid = state.grid;
     WedgeForces& wedge = state.wedge;
     const int surfaceRow = firstRowAt(grid, problem.SurfaceElev(side, 1));

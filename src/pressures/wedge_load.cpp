@@ -44,7 +44,7 @@ Stretch addPart(std::vector<LinePoint>& points, const RegionFamily& family, int 
 
 WedgeLayer describeLayer(const State& state, int side, int level, int number,
                          std::vector<LinePoint>& points) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const WedgeRegions& regions = state.regions;
     const bool hasBottom = number < problem.SoilLayerCount(side);
     WedgeLayer layer;
@@ -57,7 +57,7 @@ WedgeLayer describeLayer(const State& state, int side, int level, int number,
     layer.deep = addPart(points, regions.Deep, side, number, hasBottom, layer.seep);
 
     const double water = problem.WaterUnitWeight;
-    const double gradientShare = (2 * side - 3) * problem.SeepageGradient(level);
+    const double gradientShare = (2 * side - 3) * state.preparation.SeepageGradient(level);
     layer.moist = problem.SoilMoistWeight(side, number);
     layer.still = problem.SoilSatWeight(side, number) - water;
     // Only the plane's own layer loses the water's weight in the seepage zone: a deliberate
@@ -107,7 +107,7 @@ void describeSurcharges(const Problem& problem, int side, WedgeSide& described) 
 } // namespace
 
 void describeWedgeSide(const State& state, int side, int level, WedgeSide& described) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const WedgeRegions& regions = state.regions;
     described.ground.clear();
     addLine(

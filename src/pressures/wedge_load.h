@@ -4,6 +4,7 @@
 
 #include "runtime/arithmetic.h"
 #include "state/state.h"
+#include "state/wedge_side.h"
 
 #include <cstddef>
 #include <span>

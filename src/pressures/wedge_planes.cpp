@@ -1,5 +1,7 @@
 #include "pressures/wedge_planes.h"
 
+#include "state/kept_work.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -31,8 +33,8 @@ const SweepPlanes::Directions& SweepPlanes::allDirections() {
 // keeps the planes of all rows; a row that only a later one has, where a diagram crosses zero, is
 // worked out for that trial alone.
 SweepPlanes::SweepPlanes(State& state, int side, int level)
-    : kept_(state.wedgePlanes(side)), side_(kept_.side), directions_(allDirections()) {
-    const bool keep = state.problem.ProgramMode == Mode::Analysis;
+    : kept_(state.kept->wedgePlanes(side)), side_(kept_.side), directions_(allDirections()) {
+    const bool keep = state.problem->ProgramMode == Mode::Analysis;
     if (!keep || !kept_.kept) {
         forgetPlanes();
         describeWedgeSide(state, side, level, kept_.side);

@@ -5,6 +5,7 @@
 #include "pressures/wedge_load.h"
 #include "runtime/arithmetic.h"
 #include "state/state.h"
+#include "state/wedge_side.h"
 
 #include <array>
 #include <cmath>

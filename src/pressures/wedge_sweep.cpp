@@ -30,8 +30,8 @@ struct WallDirection {
 class Sweep {
   public:
     Sweep(State& state, int side, int level)
-        : state_(state), problem_(state.problem), side_(side), level_(level),
-          layerCount_(state.problem.SoilLayerCount(side)),
+        : state_(state), problem_(*state.problem), side_(side), level_(level),
+          layerCount_(state.problem->SoilLayerCount(side)),
           soils_(developedStrengths(state, side, level)), planes_(state, side, level) {}
 
     void run();

@@ -1,7 +1,6 @@
 // The echo has eight sections; each has a procedure of its own below, in their order.
 #include "reports/input_echo.h"
 
-#include "reports/report_file.h"
 #include "reports/report_parts.h"
 #include "runtime/number_text.h"
 
@@ -345,8 +344,7 @@ void horizontalSection(PrintLines& lines, const Problem& problem) {
 
 } // namespace
 
-void WriteInputEcho(State& state) {
-    const Problem& problem = state.problem;
+PrintLines inputEcho(const Problem& problem) {
     PrintLines lines;
     programHead(lines);
     banner(lines, 30, {"****************", "*  INPUT DATA  *", "****************"});
@@ -360,8 +358,7 @@ void WriteInputEcho(State& state) {
     horizontalSection(lines, problem);
     lines.empty(5);
 
-    state.report.OutputLineCount = 0;
-    appendReport(state, lines);
+    return lines;
 }
 
 } // namespace korvane

@@ -28,12 +28,7 @@ inline double square(double x) {
 }
 
 /// The square root; RuntimeError 5 below zero.
-inline double squareRoot(double x) {
-    if (x < 0) {
-        arithmeticFault(5);
-    }
-    return std::sqrt(finite(x));
-}
+double squareRoot(double x);
 
 /// The natural logarithm; RuntimeError 5 at or below zero.
 double naturalLog(double x);

@@ -19,7 +19,14 @@ struct NumberFormat {
     bool exponent = false;
 
     template <std::size_t N>
-    consteval NumberFormat(const char (&text)[N]) : NumberFormat(std::string_view(text, N - 1)) {}
+#if defined(__clang__) && __clang_major__ < 17
+    constexpr // clang 14 hands the value of a consteval constructor over incomplete
+#else
+    consteval
+#endif
+        NumberFormat(const char (&text)[N])
+        : NumberFormat(std::string_view(text, N - 1)) {
+    }
 
     constexpr NumberFormat(std::string_view text) {
         for (const char c : text) {

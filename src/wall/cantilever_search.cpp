@@ -4,7 +4,6 @@
 #include "pressures/row_insertion.h"
 #include "pressures/water_pressures.h"
 #include "runtime/arithmetic.h"
-#include "runtime/number_text.h"
 #include "wall/trial_pressures.h"
 
 #include <cmath>
@@ -36,20 +35,16 @@ struct MomentCurve {
     double Z3 = 0, M3 = 0; // the second of positive moment
 };
 
-std::string elevationText(double elev) {
-    return formatNumber(elev, "####0.00");
-}
-
 void failNoSolution(State& state) {
-    failSearch(state,
-               "NO SOLUTION FOR CANTILEVER WALL DESIGN WITH\nBOTTOM OF WALL DOWN TO ELEVATION " +
-                   elevationText(state.grid.ElevGrid(state.grid.NumElevs - 1)) + " (FT).");
+    fail(state, {.code = FailureCode::NoCantileverBottom,
+                 .level = 1,
+                 .elev = state.grid.ElevGrid(state.grid.NumElevs - 1)});
 }
 
 void failOscillation(State& state) {
-    failSearch(state,
-               "DESIGN BOTTOM OF CANTILEVER WALL APPEARS TO BE\nOSCILLATING ABOUT ELEVATION " +
-                   elevationText(state.solution.SolvedBottomElev(1)) + " (FT).");
+    fail(state, {.code = FailureCode::CantileverOscillates,
+                 .level = 1,
+                 .elev = state.solution.SolvedBottomElev(1)});
 }
 
 /// The first grid row to try as bottom: one below the row at which the force of the net active
@@ -68,8 +63,8 @@ int firstTrialRow(State& state) {
         }
     }
     if (row == zero + 1) {
-        failSearch(state, "DESIGN BOTTOM OF CANTILEVER WALL IS ABOVE ELEVATION " +
-                              elevationText(ElevGrid(zero + 1)));
+        fail(state,
+             {.code = FailureCode::CantileverBottomAbove, .level = 1, .elev = ElevGrid(zero + 1)});
         return 0;
     }
     return row + 1;
@@ -125,7 +120,7 @@ class TrialDiagram {
 
 TrialResultant TrialDiagram::resultant(double drivingForce, double drivingMoment,
                                        const DiagramPoint& transition) const {
-    const Problem& problem = state_.problem;
+    const Problem& problem = *state_.problem;
     const auto [Z, pZ] = transition;
     TrialResultant sums = above_;
     addPiece(sums, elevAt(row_), state_.net.NetActive(row_, 1), Z, pZ);
@@ -165,7 +160,7 @@ std::optional<Transition> findTransition(State& state, double& lastPositive) {
                 {segmentAbove(state, i), lastPositive, force, ForceTolerance},
                 [&](const DiagramPoint& trial) { return resultantAt(trial).force; });
             if (!point) {
-                failRefinement(state, "FOR CANTILEVER WALL.");
+                failRefinement(state, 1);
                 return std::nullopt;
             }
             return Transition{i, *point, finite(resultantAt(*point).moment)};
@@ -335,17 +330,20 @@ double passivePressureAt(const State& state, double elev) {
 //   trials on the grid and then by a parabola through them; the bottom within 0.1 FT from one
 //   seepage pass to the next.
 void SolveCantileverBottom(State& state) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const double& Zb = state.solution.SolvedBottomElev(1);
     double lastPositive = 0;
     double previousBottom = 0;
     for (int pass = 1;; ++pass) {
+        state.stage = {Doing::WallBottom, 0, 1};
+        state.solution.SeepagePasses = pass;
         const auto transition = solvePass(state, lastPositive);
         if (!transition) {
             return;
         }
         const bool settled = pass > 1 && std::abs(Zb - previousBottom) <= BottomTolerance;
         if (!seepageFollowsBottom(problem) || settled) {
+            state.solution.TransitionElev = transition->point.elev;
             finishDiagram(state, *transition);
             return;
         }
@@ -356,13 +354,11 @@ void SolveCantileverBottom(State& state) {
         previousBottom = Zb;
         setSeepageForBottom(state, 1, Zb);
         RebuildForSeepage(state, 1);
-        if (state.SolutionFailed != 0) {
+        if (state.failed()) {
             return;
         }
         if (!shiftDrivingMoment(state)) {
-            failSearch(state, "CONDITIONS ENCOUNTERED WHERE IMPENDING ROTATION OF\n"
-                              "CANTILEVER WALL IS CLOCKWISE.  OR DRIVING FORCES OF THE\n"
-                              "RETAINED SOIL ABOVE THE LEFT SIDE SURFACE ARE ZERO.");
+            fail(state, {.code = FailureCode::CantileverTurnsAround, .level = 1});
             return;
         }
     }

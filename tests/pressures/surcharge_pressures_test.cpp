@@ -319,7 +319,7 @@ TEST_F(SurchargeTest, EachCallStartsFromZeroAndLeavesTheOtherSide) {
 /// SurchargePressures of a side in a state that has kept nothing.
 std::vector<double> computedAnew(const State& state, int side) {
     PressureBench fresh;
-    fresh.problem = state.problem;
+    fresh.problem = *state.problem;
     fresh.state->grid = state.grid;
     ComputeSurchargePressures(*fresh.state, side);
     std::vector<double> pressures;

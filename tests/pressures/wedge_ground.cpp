@@ -9,6 +9,7 @@
 namespace korvane::test {
 
 void WedgeBench::buildGround(int level) {
+    takeSeepage();
     State& s = *state;
     if (problem.SeepageKind != Seepage::None) {
         s.preparation.SeepageEndElev(level) =

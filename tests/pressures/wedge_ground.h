@@ -56,7 +56,7 @@ struct WedgeBench : PressureBench {
 class PointGround {
   public:
     PointGround(const State& state, int side, int level)
-        : state_(state), problem_(state.problem), side_(side), level_(level) {}
+        : state_(state), problem_(*state.problem), side_(side), level_(level) {}
 
     double surface(double x) const;
     double boundary(int b, double x) const {

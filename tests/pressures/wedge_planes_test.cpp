@@ -33,7 +33,8 @@ Swept sweep(State& state, int side) {
 /// The same problem, grid and factors in a state that knows no planes.
 Swept sweptAnew(const State& state, int side) {
     WedgeBench fresh;
-    fresh.problem = state.problem;
+    fresh.problem = *state.problem;
+    fresh.takeSeepage();
     fresh.state->preparation = state.preparation;
     fresh.state->grid = state.grid;
     fresh.state->regions = state.regions;
