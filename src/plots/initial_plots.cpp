@@ -33,7 +33,9 @@ Titles titlesOf(const Problem& problem, const char* first) {
 }
 
 NetExtremes netExtremes(const PressureDiagrams& diagrams, double bottomElev) {
-    const auto& [grid, pressures, NetActive, NetPassive] = diagrams;
+    const ElevationGrid& grid = diagrams.grid;
+    const auto& NetActive = diagrams.NetActive;
+    const auto& NetPassive = diagrams.NetPassive;
     const auto& ElevGrid = grid.ElevGrid;
 
     NetExtremes extremes{NetActive(1, 1), NetPassive(1, 1), NetActive(1, 1)};

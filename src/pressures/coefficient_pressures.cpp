@@ -208,7 +208,7 @@ std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int 
 // diagrams together, without active tension. Rebuilds the side from nothing.
 void ComputeCoefficientPressures(State& state, int side, int level) {
     auto& pressures = state.pressures;
-    const int rows = state.grid.ElevGrid.size();
+    const int rows = state.TouchedRows;
 
     for (int i = 1; i <= rows; ++i) {
         for (const int k : {1, 2}) {

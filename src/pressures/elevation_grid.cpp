@@ -133,6 +133,7 @@ void BuildElevationGrid(State& state, int level) {
         state.preparation.SeepageGradient(level) > 0) {
         placeSeepageEnd(grid, state.preparation.SeepageEndElev(level), grid.SeepageEndIndex(level));
     }
+    touchRows(state);
 }
 
 int firstRowAt(const ElevationGrid& grid, double elevation) {

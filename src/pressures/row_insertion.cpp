@@ -13,6 +13,7 @@ void openRow(State& state, int row, int lastSide) {
         throw RuntimeError(9);
     }
     ++NumElevs;
+    touchRows(state);
     for (int i = NumElevs; i > row; --i) {
         ElevGrid(i) = ElevGrid(i - 1);
     }

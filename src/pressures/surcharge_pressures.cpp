@@ -165,7 +165,7 @@ double pressureAt(const Loads& loads, double z) {
 void ComputeSurchargePressures(State& state, int side) {
     const ElevationGrid& grid = state.grid;
     SurchargeRows& kept = state.kept->surchargeRows(side);
-    for (int i = 1; i <= grid.ElevGrid.size(); ++i) {
+    for (int i = 1; i <= state.TouchedRows; ++i) {
         state.pressures.SurchargePressures(side, i) = 0;
     }
     const int s = lastRowAt(grid, state.problem->SurfaceElev(side, 1));

@@ -2,6 +2,7 @@
 
 #include "pressures/elevation_grid.h"
 #include "runtime/arithmetic.h"
+#include "state/rows.h"
 
 #include <cmath>
 
@@ -105,7 +106,7 @@ void ComputeWaterPressures(State& state, int level) {
     const Problem& problem = *state.problem;
     auto& pressures = state.pressures;
 
-    pressures.WaterPressures.fill(0);
+    clearRows(pressures.WaterPressures, state.TouchedRows);
     if (problem.WaterDataKind == WaterData::Pressures) {
         applyPressureTable(problem, state.grid, pressures);
     } else if (problem.WaterDataKind == WaterData::Elevations) {

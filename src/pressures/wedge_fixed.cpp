@@ -262,7 +262,7 @@ void FixedSurfaceForces(State& state, int side, int level) {
     WedgeForces& wedge = state.wedge;
     const int surfaceRow = firstRowAt(grid, problem.SurfaceElev(side, 1));
 
-    for (int row = 1; row <= grid.ElevGrid.size(); ++row) {
+    for (int row = 1; row <= state.TouchedRows; ++row) {
         wedge.WedgeActiveForce(row, side) = 0;
         wedge.WedgePassiveForce(row, side) = 0;
     }

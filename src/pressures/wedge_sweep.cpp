@@ -234,7 +234,7 @@ void Sweep::run() {
 // factors; writes the side's WedgeActiveForce and WedgePassiveForce (LB per foot of wall), marks
 // and WedgeNoSolution.
 void SweepSearchForces(State& state, int side, int level) {
-    for (int row = 1; row <= state.grid.ElevGrid.size(); ++row) {
+    for (int row = 1; row <= state.TouchedRows; ++row) {
         state.wedge.WedgeActiveForce(row, side) = 0;
         state.wedge.WedgePassiveForce(row, side) = 0;
         state.pressures.ActiveMark(side, row) = false;

@@ -22,8 +22,9 @@ double lastElevationWanted(const Problem& problem, const ElevationGrid& grid) {
 /// True where any soil or net pressure of row i has a step. Net passive counts for a cantilever
 /// only; the water pressures are not tested.
 bool hasStep(const PressureDiagrams& diagrams, bool cantilever, int i) {
-    const auto& [grid, pressures, NetActive, NetPassive] = diagrams;
-    return hasSoilStep(pressures, i) || isStep(NetActive(i, 1), NetActive(i, 2)) ||
+    const auto& NetActive = diagrams.NetActive;
+    const auto& NetPassive = diagrams.NetPassive;
+    return hasSoilStep(diagrams.pressures, i) || isStep(NetActive(i, 1), NetActive(i, 2)) ||
            (cantilever && isStep(NetPassive(i, 1), NetPassive(i, 2)));
 }
 
@@ -53,19 +54,19 @@ void columnHeads(PrintLines& lines, bool cantilever) {
 /// the sweep search behind the pressures.
 void pressureRow(PrintLines& lines, const PressureDiagrams& diagrams, bool cantilever, int i, int k,
                  std::string_view flag) {
-    const auto& [grid, pressures, NetActive, NetPassive] = diagrams;
+    const Pressures& pressures = diagrams.pressures;
     constexpr NumberFormat format = "####0.0";
-    lines.right(8, grid.ElevGrid(i), "###0.0").text(flag);
+    lines.right(8, diagrams.grid.ElevGrid(i), "###0.0").text(flag);
     lines.right(16, pressures.WaterPressures(i, k), "###0.0");
     lines.right(26, pressures.PassivePressures(Left, i, k), format);
     lines.text(markText(pressures.PassiveMark(Left, i)));
     lines.right(35, pressures.ActivePressures(Left, i, k), format);
     lines.text(markText(pressures.ActiveMark(Left, i)));
     if (cantilever) {
-        lines.right(45, NetActive(i, k), format);
-        lines.right(55, NetPassive(i, k), format);
+        lines.right(45, diagrams.NetActive(i, k), format);
+        lines.right(55, diagrams.NetPassive(i, k), format);
     } else {
-        lines.right(51, NetActive(i, k), format);
+        lines.right(51, diagrams.NetActive(i, k), format);
     }
     lines.right(65, pressures.ActivePressures(Right, i, k), format);
     lines.text(markText(pressures.ActiveMark(Right, i)));

@@ -8,13 +8,21 @@
 
 namespace korvane {
 
+/// Tells an array to take no values at its start.
+struct Unset {};
+
 /// `Array<double, 2, 301, 2> a` is addressed as a(side, i, k), each subscript from 1 to its extent.
-/// A subscript outside throws RuntimeError 9 in every build. All elements start value-initialised.
+/// A subscript outside throws RuntimeError 9 in every build. All elements start value-initialised,
+/// unless Unset is given.
 template <class T, int... Extents>
 class Array {
     static_assert(sizeof...(Extents) > 0 && ((Extents > 0) && ...));
 
   public:
+    Array() : elements_{} {}
+    /// Leaves the elements as they come, for a working value that is written before it is read.
+    explicit Array(Unset) {} // NOLINT(cppcoreguidelines-pro-type-member-init)
+
     // Inlined whatever the build: link-time optimisation otherwise calls them in the inner loops.
     template <class... Subscripts>
     [[gnu::always_inline]] T& operator()(Subscripts... subscripts) {
@@ -53,7 +61,7 @@ class Array {
         return position;
     }
 
-    std::array<T, static_cast<std::size_t>((Extents * ...))> elements_{};
+    std::array<T, static_cast<std::size_t>((Extents * ...))> elements_;
 };
 
 } // namespace korvane

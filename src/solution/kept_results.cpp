@@ -2,7 +2,9 @@
 
 #include "pressures/developed_layers.h"
 #include "runtime/arithmetic.h"
+#include "state/rows.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace korvane {
@@ -10,10 +12,35 @@ namespace korvane {
 namespace {
 
 void keepDiagrams(const State& state, PressureDiagrams& diagrams) {
+    const Pressures& pressures = state.pressures;
+    const int rows = std::max(state.TouchedRows, diagrams.rows);
     diagrams.grid = state.grid;
-    diagrams.pressures = state.pressures;
-    diagrams.NetActive = state.net.NetActive;
-    diagrams.NetPassive = state.net.NetPassive;
+    copySideRows(pressures.ActivePressures, diagrams.pressures.ActivePressures, rows);
+    copySideRows(pressures.PassivePressures, diagrams.pressures.PassivePressures, rows);
+    copySideRows(pressures.SurchargePressures, diagrams.pressures.SurchargePressures, rows);
+    copySideRows(pressures.ActiveMark, diagrams.pressures.ActiveMark, rows);
+    copySideRows(pressures.PassiveMark, diagrams.pressures.PassiveMark, rows);
+    copyRows(pressures.WaterPressures, diagrams.pressures.WaterPressures, rows);
+    copyRows(state.net.NetActive, diagrams.NetActive, rows);
+    copyRows(state.net.NetPassive, diagrams.NetPassive, rows);
+    diagrams.rows = state.TouchedRows;
+}
+
+/// The rows in use and their extremes; rows beyond them are zero in both.
+void keepRows(const ResultDiagrams& results, ResultDiagrams& kept) {
+    const int rows = std::max(results.RowCount, kept.RowCount);
+    copyRows(results.ResultElev, kept.ResultElev, rows);
+    copyRows(results.ResultMoment, kept.ResultMoment, rows);
+    copyRows(results.ResultShear, kept.ResultShear, rows);
+    copyRows(results.ResultDeflection, kept.ResultDeflection, rows);
+    copyRows(results.ResultPressure, kept.ResultPressure, rows);
+    kept.RowCount = results.RowCount;
+    kept.MaxMoment = results.MaxMoment;
+    kept.MaxDeflection = results.MaxDeflection;
+    kept.DeflectionRange = results.DeflectionRange;
+    kept.MomentRange = results.MomentRange;
+    kept.ShearRange = results.ShearRange;
+    kept.PressureRange = results.PressureRange;
 }
 
 SolutionMethod methodOf(const Problem& problem, int level) {
@@ -104,7 +131,7 @@ void keepLevel(const State& state, int level, Results& results) {
     result.transitionElev = anchored ? 0 : solution.TransitionElev;
     result.seepagePasses = solution.SeepagePasses;
     result.bottomIndex = solution.BottomIndex(level);
-    result.diagrams = state.results;
+    keepRows(state.results, result.diagrams);
     result.maxShear = largestShear(state.results);
     result.toeReaction =
         anchored && level == 2 ? -state.results.ResultShear(state.results.RowCount) : 0;

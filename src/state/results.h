@@ -9,12 +9,13 @@
 
 namespace korvane {
 
-/// Grid and pressures at one moment of a solution. Rows beyond NumElevs hold zeros.
+/// Grid and pressures at one moment of a solution. Rows beyond the grid hold zeros.
 struct PressureDiagrams {
     ElevationGrid grid;
     Pressures pressures;
     Array<double, 301, 2> NetActive;  ///< PSF (i, k)
     Array<double, 301, 2> NetPassive; ///< PSF (i, k)
+    int rows = 0;                     ///< rows that may hold values
 };
 
 /// The stop for review of a design. An analysis has the methods of its sides alone.

@@ -7,6 +7,7 @@
 #include "runtime/array.h"
 #include "state/failure.h"
 
+#include <algorithm>
 #include <type_traits>
 
 namespace korvane {
@@ -178,6 +179,8 @@ struct State {
 
     const Problem* problem; ///< never written
     KeptWork* kept;         ///< stays from solution to solution
+    /// Rows of the diagrams that may hold values since the preparation; all beyond are zero.
+    int TouchedRows = 301;
     ElevationGrid grid;
     Preparation preparation;
     Pressures pressures;
@@ -193,6 +196,11 @@ struct State {
     bool failed() const { return failure.code != FailureCode::None; }
 };
 static_assert(std::is_trivially_copyable_v<State>);
+
+/// Notes that the diagrams reach down to the grid's last row.
+inline void touchRows(State& state) {
+    state.TouchedRows = std::max(state.TouchedRows, state.grid.NumElevs);
+}
 
 /// Ends the solution; the failure takes the present stage and the wall's kind.
 void fail(State& state, Failure failure);

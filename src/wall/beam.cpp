@@ -23,15 +23,15 @@ Real quotient(Real a, Real b) {
 /// With EI = 1 and x downward: rotation = dy/dx, moment = d2y/dx2, shear = dM/dx, load = dV/dx.
 struct Wall {
     int n = 0;
-    Array<Real, 301> length;      ///< FT, of an element
-    Array<Real, 301> loadTop;     ///< PSF at an element's top
-    Array<Real, 301> loadBottom;  ///< PSF at an element's bottom
-    Array<Real, 301> nodeForce;   ///< LB per foot: line loads, the anchor's reaction
-    Array<Real, 301> shearTop;    ///< LB, of an element
-    Array<Real, 301> shearBottom; ///< LB
-    Array<Real, 301> moment;      ///< LB-FT at a node
-    Array<Real, 301> deflection;  ///< at a node
-    Array<Real, 301> rotation;    ///< at a node
+    Array<Real, 301> length{Unset{}};      ///< FT, of an element
+    Array<Real, 301> loadTop{Unset{}};     ///< PSF at an element's top
+    Array<Real, 301> loadBottom{Unset{}};  ///< PSF at an element's bottom
+    Array<Real, 301> nodeForce{Unset{}};   ///< LB per foot: line loads, the anchor's reaction
+    Array<Real, 301> shearTop{Unset{}};    ///< LB, of an element
+    Array<Real, 301> shearBottom{Unset{}}; ///< LB
+    Array<Real, 301> moment{Unset{}};      ///< LB-FT at a node
+    Array<Real, 301> deflection{Unset{}};  ///< at a node
+    Array<Real, 301> rotation{Unset{}};    ///< at a node
 };
 
 /// Elements and loads. The last element ends at the bottom that was solved, not at its grid point.
@@ -53,6 +53,9 @@ void takeElements(const State& state, int level, Wall& wall) {
 /// Horizontal line loads, each at the first row of its elevation; at the bottom none acts.
 void takeLineLoads(const State& state, Wall& wall) {
     const Problem& problem = *state.problem;
+    for (int i = 1; i <= wall.n; ++i) {
+        wall.nodeForce(i) = 0;
+    }
     for (int j = 1; j <= problem.HLineCount; ++j) {
         for (int i = 1; i <= wall.n; ++i) {
             if (std::fabs(problem.HLineElev(j) - state.grid.ElevGrid(i)) < 0.0001) {

@@ -4,6 +4,7 @@
 #include "pressures/water_pressures.h"
 #include "pressures/wedge_regions.h"
 #include "runtime/arithmetic.h"
+#include "state/rows.h"
 
 namespace korvane {
 
@@ -13,14 +14,36 @@ constexpr double StartGradient = 0.0001;   ///< FT/FT, of a design with automati
 constexpr double LargestGradient = 0.9999; ///< FT/FT
 constexpr double ElevationNoise = 1e-9;    ///< FT; floating-point noise is no distance
 
-/// Equal input gives equal results, whatever was solved before.
+/// Equal input gives equal results, whatever was solved before. Polygons are cleared by their
+/// counts.
 void clearWorkingValues(State& state) {
+    const int rows = state.TouchedRows;
+    Pressures& pressures = state.pressures;
+    for (auto* diagram : {&pressures.ActivePressures, &pressures.PassivePressures}) {
+        clearSideRows(*diagram, rows);
+    }
+    clearSideRows(pressures.SurchargePressures, rows);
+    clearSideRows(pressures.ActiveMark, rows);
+    clearSideRows(pressures.PassiveMark, rows);
+    for (auto* diagram : {&pressures.WaterPressures, &state.net.NetActive, &state.net.NetPassive,
+                          &state.wedge.WedgeActiveForce, &state.wedge.WedgePassiveForce}) {
+        clearRows(*diagram, rows);
+    }
+    clearRows(state.wedge.MidActiveForce, rows);
+    clearRows(state.wedge.MidPassiveForce, rows);
+    state.wedge.PieceForce.fill(0);
+    state.wedge.WedgeNoSolution.fill(0);
+    for (RegionFamily* family :
+         {&state.regions.Layer, &state.regions.Wet, &state.regions.Seep, &state.regions.Deep}) {
+        family->Count.fill(0);
+        family->Kind.fill(0);
+    }
+    state.regions.WedgeSurfaceCount.fill(0);
+    state.net.NetZeroIndex = 0;
+    state.net.DrivingForce = state.net.DrivingMoment = 0;
     state.grid = {};
     state.preparation = {};
-    state.pressures = {};
-    state.regions = {};
-    state.wedge = {};
-    state.net = {};
+    state.TouchedRows = 0;
 }
 
 /// Coefficients, or a wedge where only that can follow the ground, adhesion or sloping layers.

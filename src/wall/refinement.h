@@ -1,9 +1,9 @@
 // The bottom of a wall between two grid points: the last step of all three searches.
 #pragma once
 
+#include "runtime/function_ref.h"
 #include "state/state.h"
 
-#include <functional>
 #include <optional>
 
 namespace korvane {
@@ -32,7 +32,7 @@ struct DiagramPoint {
 };
 
 /// Force or moment balance of a trial at a point of the diagram; not finite where it has none.
-using Balance = std::function<double(const DiagramPoint&)>;
+using Balance = FunctionRef<double(const DiagramPoint&)>;
 
 /// A refinement: what must vanish, how near, and where its secant starts.
 struct Refinement {

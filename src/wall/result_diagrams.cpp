@@ -153,7 +153,15 @@ void refineMaxMoment(ResultDiagrams& results, int m) {
 // Writes:  the result rows, their count and extremes.
 // Failure: a row beyond 301 is run-time error 9.
 void BuildResultDiagrams(State& state, int level) {
-    state.results.RowCount = fillRows(state, level);
+    ResultDiagrams& results = state.results;
+    const int before = results.RowCount;
+    results.RowCount = fillRows(state, level);
+    for (auto* rows : {&results.ResultElev, &results.ResultMoment, &results.ResultShear,
+                       &results.ResultDeflection, &results.ResultPressure}) {
+        for (int r = results.RowCount + 1; r <= before; ++r) {
+            (*rows)(r) = 0;
+        }
+    }
     const int m = findExtremes(state.results);
     refineMaxMoment(state.results, m);
 }

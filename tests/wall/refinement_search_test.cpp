@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include <cmath>
 #include <limits>
 
@@ -20,17 +22,16 @@ struct Probe {
     std::function<double(double)> at;
     std::vector<double> shares;
 
-    Balance balance() {
-        return [this](const DiagramPoint& point) {
-            EXPECT_DOUBLE_EQ(point.pressure, 100 * point.elev);
-            shares.push_back(-point.elev);
-            return at(-point.elev);
-        };
+    double balance(const DiagramPoint& point) {
+        EXPECT_DOUBLE_EQ(point.pressure, 100 * point.elev);
+        shares.push_back(-point.elev);
+        return at(-point.elev);
     }
 };
 
 std::optional<DiagramPoint> refine(Probe& probe, double held, double tolerance = 0.1) {
-    return refineInSegment({segment, held, probe.at(1), tolerance}, probe.balance());
+    return refineInSegment({segment, held, probe.at(1), tolerance},
+                           [&](const DiagramPoint& point) { return probe.balance(point); });
 }
 
 TEST(Refinement, OneSecantFindsTheZeroOfALine) {
