@@ -1,6 +1,7 @@
 #include "commands/files.h"
 
 #include "commands/command_scope.h"
+#include "commands/recent_files.h"
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
@@ -155,6 +156,8 @@ void SaveInputData(Session& session, Desktop& desktop) {
         deleteListedFile(session, CurrentInputName);
     }
     CurrentInputName = InputFileName;
+    session.ProblemFile = InputFileName;
+    noteRecent(session, InputFileName);
     keepSaved(session);
 }
 
