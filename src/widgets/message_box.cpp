@@ -1,23 +1,62 @@
 #include "widgets/message_box.h"
 
+#include "runtime/utf8_text.h"
 #include "widgets/busy_pointer.h"
-#include "widgets/shown_text.h"
+#include "widgets/geometry.h"
 
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShowEvent>
+
+#include <algorithm>
 
 namespace korvane {
 
 namespace {
 
-/// A message box of which Yes/No cannot be left but by its buttons.
+QString shownMessage(const std::string& text) {
+    return QString::fromStdString(messageText(text));
+}
+
+/// A message box of which Yes/No cannot be left but by its buttons. It is as wide as its title, and
+/// a text that is higher than the screen scrolls.
 class Box : public QMessageBox {
   public:
-    Box(QWidget* parent, bool mustChoose) : QMessageBox(parent), mustChoose_(mustChoose) {}
+    Box(QWidget* parent, bool mustChoose) : QMessageBox(parent), mustChoose_(mustChoose) {
+        if (mustChoose) { // no cross that would be refused
+            setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+        }
+    }
+
+    /// Call last: the toolkit lays the box out anew with each part that it is given.
+    void makeRoomForTitle() {
+        constexpr int FrameButtons = 120; // pixels, icon and buttons of the frame
+        auto* grid = qobject_cast<QGridLayout*>(layout());
+        QFont font = this->font();
+        font.setBold(true);
+        const int title = QFontMetrics(font).horizontalAdvance(windowTitle()) + FrameButtons;
+        grid->addItem(new QSpacerItem(std::min(title, screenRoom(this).width()) -
+                                          grid->contentsMargins().left() -
+                                          grid->contentsMargins().right(),
+                                      0),
+                      grid->rowCount(), 0, 1, grid->columnCount());
+    }
 
   protected:
+    void showEvent(QShowEvent* event) override {
+        QMessageBox::showEvent(event);
+        const QSize room = screenRoom(this);
+        if (height() > room.height() && !scrolls_) {
+            scrolls_ = true;
+            scrollText(room);
+        }
+    }
     void keyPressEvent(QKeyEvent* event) override {
         if (mustChoose_ && event->key() == Qt::Key_Escape) {
             event->accept();
@@ -34,7 +73,29 @@ class Box : public QMessageBox {
     }
 
   private:
+    void scrollText(QSize room) {
+        auto* grid = qobject_cast<QGridLayout*>(layout());
+        auto* label = findChild<QLabel*>("qt_msgbox_label");
+        int row = 0;
+        int column = 0;
+        int rows = 0;
+        int columns = 0;
+        grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
+        grid->removeWidget(label);
+        label->setFixedSize(label->size());
+        auto* area = new QScrollArea(this);
+        area->setObjectName("messageScroll");
+        area->setFrameShape(QFrame::NoFrame);
+        area->setWidget(label);
+        const int bar = area->verticalScrollBar()->sizeHint().width();
+        area->setMinimumWidth(label->width() + bar);
+        grid->addWidget(area, row, column, rows, columns);
+        setFixedSize(std::min(width() + bar, room.width()), room.height());
+        centreOnScreen(this);
+    }
+
     bool mustChoose_;
+    bool scrolls_ = false;
 };
 
 QMessageBox::Icon toolkitIcon(Icon icon) {
@@ -84,9 +145,9 @@ Answer askBox(QWidget* parent, const MessageBox& box) {
     const BusyPointerOff pointer;
     Box dialog(parent, box.buttons == Buttons::YesNo);
     dialog.setObjectName("messageBox");
-    dialog.setWindowTitle(shownText(box.title));
+    dialog.setWindowTitle(shownMessage(box.title));
     dialog.setTextFormat(Qt::PlainText);
-    dialog.setText(shownText(box.text));
+    dialog.setText(shownMessage(box.text));
     dialog.setIcon(toolkitIcon(box.icon));
     dialog.setStandardButtons(toolkitButtons(box.buttons));
     dialog.setStyleSheet("QDialogButtonBox { button-layout: 0 }"); // affirmative button first
@@ -97,6 +158,7 @@ Answer askBox(QWidget* parent, const MessageBox& box) {
     } else if (box.buttons == Buttons::Ok) {
         dialog.setEscapeButton(QMessageBox::Ok);
     }
+    dialog.makeRoomForTitle();
     return answerOf(dialog.exec());
 }
 

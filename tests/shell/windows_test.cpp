@@ -1,7 +1,9 @@
 // Title window, message boxes, help, text windows and printing.
 #include "person.h"
+#include "screenshots.h"
 
 #include "runtime/file_text.h"
+#include "runtime/utf8_text.h"
 #include "shell/title_window.h"
 #include "support/faulty_machine.h"
 #include "widgets/gate.h"
@@ -15,6 +17,8 @@
 #include <QPrinter>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -201,6 +205,37 @@ TEST(MessageBoxes, TheFirstButtonIsDefaultAndTextIsPlain) {
                      QTest::keyClick(&box, Qt::Key_Return);
                  });
     EXPECT_EQ(answer, Answer::Yes);
+}
+
+TEST(MessageBoxes, AreAtLeastAsWideAsTheirTitle) {
+    const std::string title = "DATA ERROR IN INPUT FILE: /home/engineer/walls/river/station-12.dat";
+    answered({.text = "?", .title = title}, [&](QMessageBox& box) {
+        const QFontMetrics metrics(box.font());
+        EXPECT_GE(box.width(), metrics.horizontalAdvance(QString::fromStdString(title)));
+        keepScreenshot(box, "box-with-a-long-title");
+        box.button(QMessageBox::Ok)->click();
+    });
+}
+
+TEST(MessageBoxes, AreNeverLargerThanTheScreenAndATextThatIsHigherScrolls) {
+    std::string lines;
+    for (int i = 0; i < 300; ++i) {
+        lines += "line " + std::to_string(i) + "\n";
+    }
+    const std::string path = "/" + std::string(3000, 'w') + "/" + std::string(3000, 'x');
+    for (const std::string& text : {lines, path}) {
+        answered({.text = text, .title = path, .icon = Icon::Exclamation}, [&](QMessageBox& box) {
+            const QRect screen = box.screen()->availableGeometry();
+            EXPECT_LE(box.width(), screen.width());
+            EXPECT_LE(box.height(), screen.height());
+            EXPECT_TRUE(screen.contains(box.button(QMessageBox::Ok)->mapToGlobal(QPoint(0, 0))));
+            const auto* area = box.findChild<QScrollArea*>("messageScroll");
+            EXPECT_EQ(area != nullptr, text == lines);
+            EXPECT_EQ(box.text().toStdString(), messageText(text));
+            keepScreenshot(box, text == lines ? "box-with-many-lines" : "box-with-a-long-line");
+            box.button(QMessageBox::Ok)->click();
+        });
+    }
 }
 
 TEST(MessageBoxes, ABusyPointerIsTakenOffAndPutBack) {
