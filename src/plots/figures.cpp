@@ -1,5 +1,6 @@
 #include "plots/figures.h"
 
+#include "plots/bounds_surface.h"
 #include "plots/input_plots.h"
 #include "plots/plot_screen.h"
 #include "plots/result_plots.h"
@@ -51,6 +52,7 @@ void visitGroup(State& state, const FigureGroup& group,
         }
         view.PlotNumber = n;
         take({std::string(group.prefix) + group.names[static_cast<std::size_t>(n - 1)],
+              plotReadings(state, view).title, plotDescription(state, view),
               [&](Surface& surface) { drawPlot(surface, state, view, Medium::Paper); }});
     }
 }
@@ -58,13 +60,12 @@ void visitGroup(State& state, const FigureGroup& group,
 } // namespace
 
 void visitFigures(State& state, bool solved, const std::function<void(const Figure&)>& take) {
-    constexpr int Sand = 1;
     if (solved && state.problem.WallType == WallKind::Anchored) {
         LoadResultLevel(state, 1);
         visitGroup(state, FreeEarthGroup, take);
         LoadResultLevel(state, 2);
         visitGroup(state, FixedEarthGroup, take);
-        if (state.rowe.RoweSoilType == Sand) {
+        if (state.rowe.RoweSoilType != 0) { // sand or clay, as the screen shows it
             visitGroup(state, RoweGroup, take);
         }
     } else if (solved) {
@@ -86,8 +87,10 @@ std::vector<std::string> figureNames() {
 
 std::string svgFigure(const Figure& figure) {
     SvgSurface surface;
+    BoundsSurface bounds(surface);
+    figure.draw(bounds);
     figure.draw(surface);
-    return surface.document(FigureView);
+    return surface.document(bounds.bounds(FigureView), figure.title, figure.description);
 }
 
 } // namespace korvane

@@ -12,6 +12,7 @@ namespace korvane {
 namespace {
 
 constexpr double KeyY = 720; ///< of the key of the net diagram
+constexpr const char* WaterTitle = "INITIAL NET WATER PRESSURES (PSF)";
 
 /// Extremes of the net pressures down to the plot's bottom.
 struct NetExtremes {
@@ -30,6 +31,11 @@ Titles titlesOf(const State& state, const char* first) {
     titles.second = isAnchored(state) ? "FOR ANCHORED " : "FOR CANTILEVER ";
     titles.second += state.problem.ProgramMode == Mode::Design ? "WALL DESIGN" : "WALL ANALYSIS";
     return titles;
+}
+
+Titles netSoilTitles(const State& state) {
+    return titlesOf(state, isAnchored(state) ? "INITIAL NET ACTIVE PRESSURES (PSF)"
+                                             : "INITIAL NET PRESSURES (PSF)");
 }
 
 NetExtremes netExtremes(const State& state, double bottomElev) {
@@ -73,8 +79,7 @@ void drawNetSoil(Sheet& sheet, const State& state, const ElevationAxis& elevatio
     const NetExtremes extremes = netExtremes(state, elevations.bottom);
 
     OneScaleFrame frame;
-    frame.titles = titlesOf(state, anchored ? "INITIAL NET ACTIVE PRESSURES (PSF)"
-                                            : "INITIAL NET PRESSURES (PSF)");
+    frame.titles = netSoilTitles(state);
     frame.elevations = elevations;
     frame.values = {RoundUpScale(anchored ? extremes.largestActive : extremes.largestPassive),
                     RoundUpScale(std::abs(extremes.smallestActive)), false};
@@ -90,6 +95,31 @@ void drawNetSoil(Sheet& sheet, const State& state, const ElevationAxis& elevatio
     if (!anchored) {
         drawKey(sheet, 5472, 6312, "NET PASSIVE", PassiveGreen);
     }
+}
+
+SidePlot sidePlotOf(const State& state, const InitialPlots& plots, int plotNumber) {
+    const bool left = plotNumber == InitialLeftPlot;
+    return {left ? Left : Right,
+            titlesOf(state, left ? "LEFTSIDE INITIAL PRESSURES (PSF)"
+                                 : "RIGHTSIDE INITIAL PRESSURES (PSF)"),
+            {state.problem.WallTopElev, plots.PlotBottomElev},
+            plots.scales,
+            state.grid.NumElevs};
+}
+
+PlotReadings readNetSoil(const State& state, const ElevationAxis& elevations) {
+    const auto points = [&](const Array<double, 301, 2>& values) {
+        return gridPoints(state.grid, values, elevations.bottom, state.grid.NumElevs);
+    };
+    const Titles titles = netSoilTitles(state);
+    PlotReadings readings{.title = titles.first + " " + titles.second,
+                          .elevations = elevations,
+                          .unit = "PSF",
+                          .curves = {{"Net active", points(state.net.NetActive)}}};
+    if (!isAnchored(state)) {
+        readings.curves.push_back({"Net passive", points(state.net.NetPassive)});
+    }
+    return readings;
 }
 
 } // namespace
@@ -114,22 +144,31 @@ void drawInitialPlot(Surface& surface, const State& state, const InitialPlots& p
     const ElevationAxis elevations{state.problem.WallTopElev, plots.PlotBottomElev};
     switch (plotNumber) {
     case InitialLeftPlot:
-        drawSidePlot(sheet, state,
-                     {Left, titlesOf(state, "LEFTSIDE INITIAL PRESSURES (PSF)"), elevations,
-                      plots.scales, state.grid.NumElevs});
-        break;
     case InitialRightPlot:
-        drawSidePlot(sheet, state,
-                     {Right, titlesOf(state, "RIGHTSIDE INITIAL PRESSURES (PSF)"), elevations,
-                      plots.scales, state.grid.NumElevs});
+        drawSidePlot(sheet, state, sidePlotOf(state, plots, plotNumber));
         break;
     case InitialNetSoilPlot:
         drawNetSoil(sheet, state, elevations);
         break;
     case InitialNetWaterPlot:
-        drawWaterPlot(sheet, state, titlesOf(state, "INITIAL NET WATER PRESSURES (PSF)"),
-                      elevations, plots.scales, isAnchored(state));
+        drawWaterPlot(sheet, state, titlesOf(state, WaterTitle), elevations, plots.scales,
+                      isAnchored(state));
         break;
+    default:
+        throw RuntimeError(5);
+    }
+}
+
+PlotReadings readInitialPlot(const State& state, const InitialPlots& plots, int plotNumber) {
+    const ElevationAxis elevations{state.problem.WallTopElev, plots.PlotBottomElev};
+    switch (plotNumber) {
+    case InitialLeftPlot:
+    case InitialRightPlot:
+        return readSidePlot(state, sidePlotOf(state, plots, plotNumber));
+    case InitialNetSoilPlot:
+        return readNetSoil(state, elevations);
+    case InitialNetWaterPlot:
+        return readWaterPlot(state, titlesOf(state, WaterTitle), elevations);
     default:
         throw RuntimeError(5);
     }

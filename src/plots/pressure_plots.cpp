@@ -69,7 +69,41 @@ void drawStrips(Sheet& sheet, const ElevationGrid& grid, const Array<double, 2, 
     }
 }
 
+/// The points of one kind of pressure of a side, strip by strip.
+std::vector<CurvePoint> stripPoints(const ElevationGrid& grid,
+                                    const Array<double, 2, 301, 2>& values, const SidePlot& plot) {
+    const auto& ElevGrid = grid.ElevGrid;
+    std::vector<CurvePoint> points;
+    for (int i = 1; i < plot.lastRow; ++i) {
+        points.push_back({ElevGrid(i), values(plot.side, i, 1)});
+        points.push_back({ElevGrid(i + 1), values(plot.side, i + 1, 2)});
+        if (ElevGrid(i + 1) <= plot.elevations.bottom) {
+            break;
+        }
+    }
+    return points;
+}
+
 } // namespace
+
+PlotReadings readSidePlot(const State& state, const SidePlot& plot) {
+    const auto& pressures = state.pressures;
+    return {.title = plot.titles.first + " " + plot.titles.second,
+            .elevations = plot.elevations,
+            .unit = "PSF",
+            .curves = {{"Passive", stripPoints(state.grid, pressures.PassivePressures, plot)},
+                       {"Active", stripPoints(state.grid, pressures.ActivePressures, plot)}}};
+}
+
+PlotReadings readWaterPlot(const State& state, const Titles& titles,
+                           const ElevationAxis& elevations) {
+    return {.title = titles.first + " " + titles.second,
+            .elevations = elevations,
+            .unit = "PSF",
+            .curves = {{{},
+                        gridPoints(state.grid, state.pressures.WaterPressures, elevations.bottom,
+                                   state.grid.NumElevs)}}};
+}
 
 void drawSidePlot(Sheet& sheet, const State& state, SidePlot plot) {
     const SideLayout& layout = plot.side == Left ? LeftLayout : RightLayout;

@@ -18,6 +18,8 @@ struct RowPlot {
     const char* paperTitle; ///< nullptr: as on the screen
     Array<double, 301> ResultDiagrams::*rows;
     Array<double, 4> ResultDiagrams::*range;
+    const char* unit;
+    const char* analysisUnit;
     const char* format;
     bool zeroEndShown;
     bool leftward;
@@ -27,16 +29,17 @@ struct RowPlot {
 /// The net pressure's paper title lacks the word "NET" and both its lines stand lower: deliberate.
 constexpr std::array<RowPlot, 4> RowPlots{{
     {"SCALED DEFLECTION (LB-IN^3)", "DEFLECTION (IN)", nullptr, &ResultDiagrams::ResultDeflection,
-     &ResultDiagrams::DeflectionRange, ExponentFormat, false, true, Red},
+     &ResultDiagrams::DeflectionRange, "LB-IN^3", "IN", ExponentFormat, false, true, Red},
     {"BENDING MOMENT (LB-FT)", "BENDING MOMENT (LB-FT)", nullptr, &ResultDiagrams::ResultMoment,
-     &ResultDiagrams::MomentRange, ExponentFormat, false, false, StartGrey},
+     &ResultDiagrams::MomentRange, "LB-FT", "LB-FT", ExponentFormat, false, false, StartGrey},
     {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &ResultDiagrams::ShearRange,
-     WholeFormat, true, false, StartGrey},
+     "LB", "LB", WholeFormat, true, false, StartGrey},
     {"NET SOIL PRESSURE (PSF)", "NET SOIL PRESSURE (PSF)", "SOIL PRESSURE (PSF)",
-     &ResultDiagrams::ResultPressure, &ResultDiagrams::PressureRange, WholeFormat, true, false,
-     StartGrey},
+     &ResultDiagrams::ResultPressure, &ResultDiagrams::PressureRange, "PSF", "PSF", WholeFormat,
+     true, false, StartGrey},
 }};
 constexpr double LoweredTitles = 72; ///< twips
+constexpr const char* WaterTitle = "NET WATER PRESSURES (PSF)";
 
 bool isDesign(const State& state) {
     return state.problem.ProgramMode == Mode::Design;
@@ -92,6 +95,30 @@ void drawRowPlot(Sheet& sheet, const State& state, const ResultKind& kind, int p
     drawRowCurve(sheet, state, state.solution.BottomIndex(kind.level), plot, frame);
 }
 
+SidePlot sidePlotOf(const State& state, const ResultKind& kind, const PlotScales& scales,
+                    int plotNumber) {
+    const bool left = plotNumber == LeftPressurePlot;
+    return {left ? Left : Right,
+            titlesOf(state, kind,
+                     left ? "LEFTSIDE SOIL PRESSURES (PSF)" : "RIGHTSIDE SOIL PRESSURES (PSF)"),
+            solvedElevations(state, kind), scales, gridRows(state, kind.level)};
+}
+
+PlotReadings readRowPlot(const State& state, const ResultKind& kind, int plotNumber) {
+    const RowPlot& plot = RowPlots[static_cast<std::size_t>(plotNumber - 1)];
+    const Titles titles = titlesOf(state, kind, isDesign(state) ? plot.title : plot.analysisTitle);
+    PlotReadings readings{.title = titles.first + " " + titles.second,
+                          .elevations = solvedElevations(state, kind),
+                          .unit = isDesign(state) ? plot.unit : plot.analysisUnit,
+                          .format = plot.format,
+                          .curves = {PlotCurve()}};
+    const auto& rows = state.results.*plot.rows;
+    for (int r = 1; r <= state.solution.BottomIndex(kind.level); ++r) {
+        readings.curves.front().points.push_back({state.results.ResultElev(r), rows(r)});
+    }
+    return readings;
+}
+
 } // namespace
 
 PlotScales openResultPlots(State& state, const ResultKind& kind) {
@@ -118,19 +145,31 @@ void drawResultPlot(Surface& surface, const State& state, const ResultKind& kind
         drawRowPlot(sheet, state, kind, plotNumber);
         break;
     case LeftPressurePlot:
-        drawSidePlot(sheet, state,
-                     {Left, titlesOf(state, kind, "LEFTSIDE SOIL PRESSURES (PSF)"), elevations,
-                      scales, gridRows(state, kind.level)});
-        break;
     case RightPressurePlot:
-        drawSidePlot(sheet, state,
-                     {Right, titlesOf(state, kind, "RIGHTSIDE SOIL PRESSURES (PSF)"), elevations,
-                      scales, gridRows(state, kind.level)});
+        drawSidePlot(sheet, state, sidePlotOf(state, kind, scales, plotNumber));
         break;
     case NetWaterPlot:
-        drawWaterPlot(sheet, state, titlesOf(state, kind, "NET WATER PRESSURES (PSF)"), elevations,
-                      scales, kind.anchored);
+        drawWaterPlot(sheet, state, titlesOf(state, kind, WaterTitle), elevations, scales,
+                      kind.anchored);
         break;
+    default:
+        throw RuntimeError(5);
+    }
+}
+
+PlotReadings readResultPlot(const State& state, const ResultKind& kind, int plotNumber) {
+    switch (plotNumber) {
+    case DeflectionPlot:
+    case MomentPlot:
+    case ShearPlot:
+    case NetPressurePlot:
+        return readRowPlot(state, kind, plotNumber);
+    case LeftPressurePlot:
+    case RightPressurePlot:
+        return readSidePlot(state, sidePlotOf(state, kind, {}, plotNumber));
+    case NetWaterPlot:
+        return readWaterPlot(state, titlesOf(state, kind, WaterTitle),
+                             solvedElevations(state, kind));
     default:
         throw RuntimeError(5);
     }

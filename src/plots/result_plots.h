@@ -1,6 +1,7 @@
 // The seven diagrams of a solved wall.
 #pragma once
 
+#include "plots/readings.h"
 #include "plots/scales.h"
 #include "plots/sheet.h"
 #include "state/state.h"
@@ -37,6 +38,9 @@ enum ResultPlotNumber {
 
 /// Prepares the scales from the solved level in memory; the level's ranges are rounded in place.
 PlotScales openResultPlots(State& state, const ResultKind& kind);
+
+/// What one diagram of the level in memory tells. RuntimeError 5 for a number that names none.
+PlotReadings readResultPlot(const State& state, const ResultKind& kind, int plotNumber);
 
 /// Draws one diagram of the level in memory. RuntimeError 5 for a number that names none.
 void drawResultPlot(Surface& surface, const State& state, const ResultKind& kind,

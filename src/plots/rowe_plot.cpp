@@ -108,25 +108,44 @@ void drawDenseCurve(Sheet& sheet, const Array<double, 2, 5>& RoweSandCurve) {
     drawCurveName(sheet, {7200, gridY(c(4))}, Blue, "DENSE");
 }
 
-/// Sections outside the diagram are left out without note.
+/// Why a section lies outside the diagram; empty where it lies inside.
+std::string reasonLeftOut(double logRigidity, double momentRatio) {
+    if (!(logRigidity > -3.5)) {
+        return "LOG(H^4/EI) is not above -3.5";
+    }
+    if (!(logRigidity <= -1.5)) {
+        return "LOG(H^4/EI) is above -1.5";
+    }
+    return momentRatio <= 1.2 ? "" : "M/Mo is above 1.2";
+}
+
+/// Sections outside the diagram are left out without note in the picture.
 void drawSections(Sheet& sheet, const RoweData& rowe) {
     constexpr double Radius = 72;
-    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
-        const double x = rowe.PileLogRigidity(p);
-        const double ratio = rowe.PileMomentRatio(p);
-        if (!(x > -3.5 && x <= -1.5 && ratio <= 1.2)) {
+    for (const RoweSection& section : roweSections(rowe)) {
+        if (!section.leftOut.empty()) {
             continue;
         }
-        const Point at{gridX(x), gridY(ratio)};
+        const Point at{gridX(section.logRigidity), gridY(section.momentRatio)};
         sheet.circle(at, Radius, Red);
         sheet.point(at, StartGrey);
         sheet.lineTo({at.x + LeaderStep.x, at.y + LeaderStep.y}, Red);
         sheet.text(at.x + NameStep, Across::LeftEdge, at.y + LeaderStep.y, Down::Middle,
-                   rowe.PileName(p));
+                   section.name);
     }
 }
 
 } // namespace
+
+std::vector<RoweSection> roweSections(const RoweData& rowe) {
+    std::vector<RoweSection> sections;
+    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
+        const double x = rowe.PileLogRigidity(p);
+        const double ratio = rowe.PileMomentRatio(p);
+        sections.push_back({rowe.PileName(p), x, ratio, reasonLeftOut(x, ratio)});
+    }
+    return sections;
+}
 
 void drawRowePlot(Surface& surface, const RoweData& rowe, Medium medium) {
     Sheet sheet(surface, medium);

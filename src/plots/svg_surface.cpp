@@ -171,7 +171,11 @@ void SvgSurface::drawText(Point upperLeft, std::string_view text) {
                  attribute("fill", colourText(Black)) + '>' + escaped(text) + "</text>\n";
 }
 
-std::string SvgSurface::document(const Corners& view) const {
+std::string SvgSurface::document(const Corners& view, std::string_view title,
+                                 std::string_view description) const {
+    const auto element = [](const std::string& name, std::string_view text) {
+        return text.empty() ? "" : '<' + name + '>' + escaped(text) + "</" + name + ">\n";
+    };
     const double width = view.b.x - view.a.x;
     const double height = view.b.y - view.a.y;
     const auto inches = [](double twips) {
@@ -182,7 +186,8 @@ std::string SvgSurface::document(const Corners& view) const {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg" +
            attribute("xmlns", "http://www.w3.org/2000/svg") + attribute("width", inches(width)) +
            attribute("height", inches(height)) + attribute("viewBox", viewBox) +
-           attribute("overflow", "hidden") + ">\n<rect" + rectangleFrame(view) +
+           attribute("overflow", "hidden") + attribute("role", "img") + ">\n" +
+           element("title", title) + element("desc", description) + "<rect" + rectangleFrame(view) +
            attribute("fill", "#ffffff") + "/>\n<g" + attribute("fill", "none") +
            attribute("stroke-linecap", "round") + attribute("stroke-linejoin", "round") +
            attribute("font-family", "Arial, Liberation Sans, Helvetica, sans-serif") +
