@@ -5,6 +5,7 @@
 #include "plots/plot_screen.h"
 #include "plots/result_plots.h"
 #include "plots/svg_surface.h"
+#include "runtime/runtime_error.h"
 #include "wall/solution_files.h"
 
 #include <array>
@@ -29,6 +30,8 @@ constexpr std::array<const char*, InputPlotCount> InputNames{"system",
                                                              "distributed-loads",
                                                              "water-pressures"};
 constexpr std::array<const char*, 1> RoweNames{"rowe"};
+constexpr std::array<const char*, 4> InitialNames{"left-pressure", "right-pressure", "net-pressure",
+                                                  "water-pressure"};
 
 /// Figures of one screen, and the words before their names.
 struct FigureGroup {
@@ -42,6 +45,11 @@ constexpr FigureGroup FreeEarthGroup{PlotScreenName::FREEPLOT, "free-", ResultNa
 constexpr FigureGroup FixedEarthGroup{PlotScreenName::FIXDPLOT, "fixed-", ResultNames};
 constexpr FigureGroup RoweGroup{PlotScreenName::ROWECURV, "", RoweNames};
 constexpr FigureGroup InputGroup{PlotScreenName::VUINPLOT, "input-", InputNames};
+constexpr FigureGroup InitialGroup{PlotScreenName::VUSOLPLT, "initial-", InitialNames};
+
+std::string nameIn(const FigureGroup& group, int plotNumber) {
+    return std::string(group.prefix) + group.names[static_cast<std::size_t>(plotNumber - 1)];
+}
 
 void visitGroup(State& state, const FigureGroup& group,
                 const std::function<void(const Figure&)>& take) {
@@ -51,8 +59,7 @@ void visitGroup(State& state, const FigureGroup& group,
             continue;
         }
         view.PlotNumber = n;
-        take({std::string(group.prefix) + group.names[static_cast<std::size_t>(n - 1)],
-              plotReadings(state, view).title, plotDescription(state, view),
+        take({nameIn(group, n), plotReadings(state, view).title, plotDescription(state, view),
               [&](Surface& surface) { drawPlot(surface, state, view, Medium::Paper); }});
     }
 }
@@ -83,6 +90,17 @@ std::vector<std::string> figureNames() {
         }
     }
     return names;
+}
+
+std::string figureName(const PlotView& view) {
+    for (const FigureGroup& group :
+         {CantileverGroup, FreeEarthGroup, FixedEarthGroup, RoweGroup, InputGroup, InitialGroup}) {
+        if (group.screen == view.screen && view.PlotNumber >= 1 &&
+            view.PlotNumber <= static_cast<int>(group.names.size())) {
+            return nameIn(group, view.PlotNumber);
+        }
+    }
+    throw RuntimeError(5);
 }
 
 std::string svgFigure(const Figure& figure) {

@@ -1,6 +1,7 @@
 // The figures that are written beside the report of a solved problem.
 #pragma once
 
+#include "plots/plot_screen.h"
 #include "plots/surface.h"
 #include "state/state.h"
 
@@ -30,6 +31,10 @@ void visitFigures(State& state, bool solved, const std::function<void(const Figu
 
 /// Every name that a figure can have.
 std::vector<std::string> figureNames();
+
+/// The name of the figure that a view shows, "initial-left-pressure" and the like before a solution
+/// included.
+std::string figureName(const PlotView& view);
 
 /// A figure as the content of an SVG file that shows all of its drawing.
 std::string svgFigure(const Figure& figure);

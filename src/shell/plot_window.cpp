@@ -2,6 +2,8 @@
 
 #include "commands/command_scope.h"
 #include "commands/files.h"
+#include "commands/problem_name.h"
+#include "plots/figures.h"
 #include "plots/rowe_plot.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
@@ -29,8 +31,8 @@ namespace korvane {
 namespace {
 
 constexpr SaveDialog FigureDialog{
-    "SAVE FIGURE",
-    "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg|PDF document (*.pdf)|*.pdf"};
+    "SAVE FIGURE", "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg|PDF document (*.pdf)|*.pdf",
+    nullptr, ".PNG|.SVG|.PDF"};
 
 QString entryName(const PlotEntry& entry) {
     return entry.index < 0 ? QString(entry.objectName)
@@ -284,7 +286,10 @@ void PlotWindow::print() {
     }
     context().desktop.SetBusy(true);
     runCommand(session(), context().desktop, [this] {
-        printPages(this, *services_, windowTitle(), plotPage(session().state, view_));
+        const PrintedDocument document{
+            shownText(readings_.title + " - " + documentTitle(session())),
+            shownText(problemStem(session()) + "-" + figureName(view_))};
+        printPages(this, *services_, document, plotPage(session().state, view_));
     });
     context().desktop.SetBusy(false);
     mirror();
@@ -293,7 +298,8 @@ void PlotWindow::print() {
 
 void PlotWindow::saveFigure() {
     runCommand(session(), context().desktop, [this] {
-        const std::string name = chooseSaveName(session(), context().desktop, FigureDialog);
+        const std::string name = chooseSaveName(session(), context().desktop, FigureDialog,
+                                                problemStem(session()) + "-" + figureName(view_));
         if (!name.empty()) {
             saveFile(name, figureFile(session().state, view_, name));
         }

@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -265,6 +266,8 @@ QLabel* labelOf(QDialog& screen, const char* name) {
 TEST(RoweCurves, ATableBelowThePictureTellsOfAllSections) {
     Person person;
     solveExample(person, "anchored-sand", true);
+    person.session().state.rowe.PileLogRigidity(2) = -2; // one that is in the picture
+    person.session().state.rowe.PileMomentRatio(2) = 1;
     person.expectScreen("ROWECURV", [&](QDialog& screen) {
         const auto& rowe = person.session().state.rowe;
         const auto* table = screen.findChild<QTableWidget*>("tblSections");
@@ -420,7 +423,11 @@ TEST(Figures, AreSavedByTheFiltersOrTheNamesExtension) {
     person.expectScreen("CANPLOT", [&](QDialog& screen) {
         chooseAction(screen, "mnuMoment");
         for (const char* name : {"moment", "moment.svg", "moment.pdf"}) {
-            person.expectFile(person.userFile(name)); // the first filter is PNG
+            person.expectFile(person.userFile(name), [](QFileDialog& dialog) {
+                // The first filter is PNG; the name is made of the problem's.
+                EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(),
+                          "cantilever-dry-sand-moment");
+            });
             pushButton(screen, "cmdSave");
         }
         expectShowing(screen);
@@ -440,6 +447,28 @@ TEST(Figures, AreSavedByTheFiltersOrTheNamesExtension) {
     EXPECT_NE(readFile(person.userFile("moment.svg")).find("BENDING MOMENT (LB-FT)"),
               std::string::npos);
     EXPECT_EQ(readFile(person.userFile("moment.pdf")).rfind("%PDF", 0), 0U);
+}
+
+TEST(Figures, ASuffixThatIsNoPictureIsTold) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuMoment");
+        person.expectFile(person.userFile("moment.jpg"));
+        person.expectBox("OK");
+        person.expectFile(person.userFile("station 12.5")); // no suffix of any kind of file
+        pushButton(screen, "cmdSave");
+        screen.close();
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "UNKNOWN KIND OF FILE!");
+    EXPECT_EQ(person.boxes.back().text, "File: " + person.userFile("moment.jpg") +
+                                            "\nThe name must end in .PNG, .SVG, .PDF."
+                                            "\nPlease choose another file name.");
+    EXPECT_FALSE(std::filesystem::exists(person.userFile("moment.jpg")));
+    EXPECT_FALSE(QImage(QString::fromStdString(person.userFile("station 12.5.png"))).isNull());
 }
 
 TEST(Figures, AFullDiskTellsAndTheDiagramStays) {
