@@ -11,6 +11,7 @@
 #include "widgets/message_box.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -19,6 +20,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -26,6 +28,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <regex>
+#include <sstream>
 
 namespace korvane::test {
 namespace {
@@ -104,6 +108,46 @@ TEST(Title, TheWaitComesBeforeTheDisclaimerAndAClickDoesNotSkipIt) {
     EXPECT_EQ(
         words.rfind("   TO USE THIS PROGRAM, YOU MUST ACKNOWLEDGE THE FOLLOWING DISCLAIMER:", 0),
         0U);
+}
+
+TEST(Title, TheDisclaimerStaysOnTheScreenWithItsButtons) {
+    TitleWindow title;
+    atDisclaimer(title, [&] {
+        const QRect screen = title.screen()->availableGeometry();
+        EXPECT_LE(title.width(), screen.width());
+        EXPECT_LE(title.height(), screen.height());
+        for (const char* name : {"okbutton_0", "okbutton_1"}) {
+            auto* button = title.findChild<QPushButton*>(name);
+            const QRect place(button->mapToGlobal(QPoint()), button->size());
+            EXPECT_TRUE(screen.contains(place)) << name;
+            EXPECT_FALSE(button->visibleRegion().isEmpty());
+        }
+        // The lines of the title do not overlap each other, and the whole text can be read.
+        int foot = 0;
+        for (const char* name : {"Picture1", "Label1", "Label2", "Label3", "Label4", "okscroll"}) {
+            auto* part = title.findChild<QWidget*>(name);
+            EXPECT_GE(part->y(), foot) << name;
+            EXPECT_GE(part->height(), part->minimumSizeHint().height()) << name;
+            foot = part->y() + part->height();
+        }
+        auto* text = title.findChild<QLabel*>("okpanel");
+        EXPECT_GE(text->height(), text->heightForWidth(text->width()));
+        auto* scroll = title.findChild<QScrollArea*>("okscroll");
+        EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
+        QTest::keyClick(&title, Qt::Key_PageDown);
+        EXPECT_EQ(scroll->verticalScrollBar()->value() > 0,
+                  scroll->verticalScrollBar()->maximum() > 0);
+        keepScreenshot(title, "splash_form-disclaimer");
+        pushButton(title, "okbutton_0");
+    });
+    EXPECT_TRUE(title.runAtStart(ShortTitle));
+}
+
+TEST(MainWindow, OpensWithinTheScreen) {
+    Person person;
+    const QRect screen = person.window().screen()->availableGeometry();
+    EXPECT_LE(person.window().width(), screen.width());
+    EXPECT_LE(person.window().height(), screen.height());
 }
 
 TEST(About, HasOneButtonAndAnythingClosesIt) {
@@ -304,6 +348,91 @@ TEST(Help, ContentsOpenAPageAtItsSectionAndSearchOpensTheHit) {
     EXPECT_TRUE(page->toPlainText().contains("IMPROPER WALL ROTATION"));
 }
 
+TEST(Help, EnterAndArrowsInTheSearchFieldGoThroughTheHits) {
+    Person person;
+    person.choose("mnuHelpItem_1");
+    HelpViewer* viewer = viewerOf(person);
+    ASSERT_NE(viewer, nullptr);
+    auto* words = viewer->findChild<QLineEdit*>("helpWords");
+    auto* hits = viewer->findChild<QListWidget*>("helpHits");
+    auto* page = viewer->findChild<QTextBrowser*>("helpPage");
+    QTest::keyClicks(words, "seepage");
+    ASSERT_GE(hits->count(), 3);
+    keepScreenshot(*viewer, "help-search");
+    const Qt::Key keys[] = {Qt::Key_Return, Qt::Key_Down, Qt::Key_Down, Qt::Key_Up};
+    const int rows[] = {0, 1, 2, 1};
+    for (int i = 0; i < 4; ++i) {
+        QTest::keyClick(words, keys[i]);
+        EXPECT_EQ(hits->currentRow(), rows[i]);
+        EXPECT_EQ(page->textCursor().selectedText().toLower(), "seepage");
+    }
+    EXPECT_TRUE(viewer->isVisible());
+    words->setText("no such words anywhere");
+    QTest::keyClick(words, Qt::Key_Return);
+    EXPECT_EQ(hits->count(), 1);
+}
+
+TEST(Help, SearchHitsAreWholeLinesWithinTheList) {
+    Person person;
+    person.choose("mnuHelpItem_1");
+    HelpViewer* viewer = viewerOf(person);
+    QTest::keyClicks(viewer->findChild<QWidget*>("helpWords"), "wall");
+    auto* hits = viewer->findChild<QListWidget*>("helpHits");
+    ASSERT_GE(hits->count(), 5);
+    for (int row = 0; row < hits->count(); ++row) {
+        const QString text = hits->item(row)->text();
+        EXPECT_FALSE(text.contains(" | ")) << text.toStdString();
+        const QRect place = hits->visualItemRect(hits->item(row));
+        EXPECT_LE(place.width(), hits->viewport()->width());
+        const QFontMetrics metrics(hits->font());
+        const QRect needed =
+            metrics.boundingRect(QRect(0, 0, place.width(), 10000), Qt::TextWordWrap, text);
+        EXPECT_GE(place.height() + metrics.height() / 2, needed.height()) << text.toStdString();
+    }
+}
+
+TEST(Help, BackReturnsToThePlacesReadBefore) {
+    Person person;
+    person.choose("mnuHelpItem_0");
+    HelpViewer* viewer = viewerOf(person);
+    ASSERT_NE(viewer, nullptr);
+    auto* page = viewer->findChild<QTextBrowser*>("helpPage");
+    auto* back = viewer->findChild<QPushButton*>("helpBack");
+    EXPECT_FALSE(back->isEnabled());
+    const auto heading = [&] { return page->textCursor().block().text().toStdString(); };
+    viewer->openPage(1, "View");
+    viewer->openPage(1, "Solve");
+    viewer->openPage(3, {});
+    EXPECT_EQ(heading(), "The input file");
+    pushButton(*viewer, "helpBack");
+    EXPECT_EQ(heading(), "Solve");
+    viewer->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(viewer));
+    QTest::keyClick(viewer, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(heading(), "View");
+    pushButton(*viewer, "helpBack");
+    EXPECT_EQ(heading(), "Getting started");
+    EXPECT_FALSE(back->isEnabled());
+}
+
+TEST(Help, CtrlFFindsInThePage) {
+    Person person;
+    person.choose("mnuHelpItem_0");
+    HelpViewer* viewer = viewerOf(person);
+    viewer->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(viewer));
+    QTest::keyClick(viewer, Qt::Key_F, Qt::ControlModifier);
+    auto* words = viewer->findChild<QLineEdit*>("findWords");
+    ASSERT_TRUE(words->isVisible());
+    QTest::keyClicks(words, "engineer");
+    EXPECT_EQ(viewer->findChild<QTextBrowser*>("helpPage")->textCursor().selectedText(),
+              "engineer");
+    QTest::keyClick(words, Qt::Key_Return);
+    QTest::keyClick(words, Qt::Key_Escape);
+    EXPECT_FALSE(words->isVisible());
+    EXPECT_TRUE(viewer->isVisible());
+}
+
 TEST(Help, StaysOpenOverTheScreenBelowWhenAModalScreenCloses) {
     Person person;
     person.open(examplePath("cantilever-dry-sand"));
@@ -388,6 +517,54 @@ TEST(TextWindows, AnOutputOfMoreThan48000BytesIsShownInPart) {
                                             "\nfile and view it after after exiting KORVANE.");
 }
 
+TEST(TextWindows, CtrlFFindsTheNextAndThePreviousPlace) {
+    Person person;
+    const std::string path = person.userFile("words.dat");
+    writeFile(path, "'A WALL, A SECOND WALL\n'AND A THIRD WALL IN A HEADING OF SOME LENGTH\n"
+                    "CONTROL C D 1 1\nWALL 0\nSURFACE R 1 0 0\nSURFACE L 1 0 -10\n"
+                    "SOIL B S 1\n 120 120 30 0 0 0\nFINISHED\n");
+    person.open(path);
+    person.expectScreen("VUINPTFL", [&](QDialog& screen) {
+        screen.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
+        auto* text = screen.findChild<QPlainTextEdit*>("txtINPTFILE");
+        auto* words = screen.findChild<QLineEdit*>("findWords");
+        EXPECT_FALSE(words->isVisible());
+        QTest::keyClick(text, Qt::Key_F, Qt::ControlModifier);
+        EXPECT_TRUE(words->hasFocus());
+        QTest::keyClicks(words, "wall"); // any case
+        const QString whole = text->toPlainText();
+        std::vector<int> places;
+        for (qsizetype at = whole.indexOf("WALL"); at >= 0; at = whole.indexOf("WALL", at + 1)) {
+            places.push_back(static_cast<int>(at));
+        }
+        ASSERT_EQ(places.size(), 4U);
+        const auto found = [&] { return text->textCursor().selectionStart(); };
+        EXPECT_EQ(found(), places[0]);
+        QTest::keyClick(words, Qt::Key_Return);
+        EXPECT_EQ(found(), places[1]);
+        QTest::keyClick(words, Qt::Key_F3);
+        EXPECT_EQ(found(), places[2]);
+        QTest::keyClick(words, Qt::Key_Return, Qt::ShiftModifier);
+        EXPECT_EQ(found(), places[1]);
+        pushButton(screen, "findPrevious");
+        pushButton(screen, "findPrevious"); // around the beginning
+        EXPECT_EQ(found(), places[3]);
+        keepScreenshot(screen, "VUINPTFL-find");
+        pushButton(screen, "findNext");
+        EXPECT_EQ(found(), places[0]);
+        words->setText("WALLS");
+        EXPECT_EQ(screen.findChild<QLabel*>("findTold")->text(), "Not found");
+        QTest::keyClick(words, Qt::Key_Escape);
+        EXPECT_FALSE(words->isVisible());
+        EXPECT_EQ(text->toPlainText(), whole);
+        screen.close();
+    });
+    person.choose("mnuViewItem_0");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.size(), 1U); // nothing typed went into the text
+}
+
 // ---- printing ----
 
 std::string textOfPdf(const std::string& path) {
@@ -395,6 +572,19 @@ std::string textOfPdf(const std::string& path) {
     reader.start("pdftotext", {"-layout", QString::fromStdString(path), "-"});
     EXPECT_TRUE(reader.waitForFinished()) << "pdftotext";
     return reader.readAllStandardOutput().toStdString();
+}
+
+/// What pdfinfo tells under a name.
+std::string pdfInfo(const std::string& path, const std::string& name) {
+    QProcess reader;
+    reader.start("pdfinfo", {QString::fromStdString(path)});
+    EXPECT_TRUE(reader.waitForFinished()) << "pdfinfo";
+    for (const QByteArray& line : reader.readAllStandardOutput().split('\n')) {
+        if (line.startsWith(QByteArray::fromStdString(name + ":"))) {
+            return line.mid(static_cast<qsizetype>(name.size()) + 1).trimmed().toStdString();
+        }
+    }
+    return {};
 }
 
 /// The words of all lines in their order, without blanks and page breaks.
@@ -408,6 +598,19 @@ std::string words(const std::string& text) {
     return result;
 }
 
+/// A print's text without the page numbers, which stand in a line of their own.
+std::string withoutPageNumbers(const std::string& text) {
+    std::string rest;
+    std::istringstream lines(text);
+    static const std::regex number("\\f?\\s*Page \\d+ of \\d+\\s*");
+    for (std::string line; std::getline(lines, line);) {
+        if (!std::regex_match(line, number)) {
+            rest += line + "\n";
+        }
+    }
+    return rest;
+}
+
 TEST(Printing, WithoutAPrinterTheReportGoesToAPdfFileLineByLine) {
     Person person;
     person.open(examplePath("cantilever-dry-sand"));
@@ -419,7 +622,25 @@ TEST(Printing, WithoutAPrinterTheReportGoesToAPdfFileLineByLine) {
     person.choose("mnuPrintItem_1");
     person.expectNothingLeft();
     const std::string report = readFile(person.session().state.report.CurrentOutputName);
-    EXPECT_EQ(words(textOfPdf(pdf)), words(report));
+    EXPECT_EQ(words(withoutPageNumbers(textOfPdf(pdf))), words(report));
+}
+
+TEST(Printing, ThePdfDialogSuggestsANameMadeOfTheProblems) {
+    Person person;
+    person.open(examplePath("cantilever-dry-sand"));
+    const auto suggests = [](const char* name) {
+        return [name](QFileDialog& dialog) {
+            EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), name);
+        };
+    };
+    person.expectFile("", suggests("cantilever-dry-sand.pdf"));
+    person.choose("mnuPrintItem_1");
+    person.expectFile("", suggests("cantilever-dry-sand-input.pdf"));
+    person.choose("mnuPrintItem_0");
+    // Open and Save keep their cleared name.
+    person.expectFile("", suggests(""));
+    person.choose("mnuSaveItem_1");
+    person.expectNothingLeft();
 }
 
 TEST(Printing, PrintingTheInputResetsTheLineCount) {
@@ -480,7 +701,8 @@ TEST(Printing, CancelAtThePrintersSetupPrintsNothingAndChangesNothing) {
     int asked = 0;
     givePrinter(person, [&](const QPrinter& printer) {
         ++asked;
-        EXPECT_EQ(printer.docName().toStdString(), examplePath("cantilever-dry-sand"));
+        EXPECT_EQ(printer.docName().toStdString(),
+                  "cantilever-dry-sand.dat: CANTILEVER WALL IN DRY SAND");
         return false;
     });
     person.choose("mnuPrintItem_0");
@@ -498,7 +720,7 @@ TEST(Printing, TheSetupsOwnPdfFileTakesTheWholeReport) {
         return true;
     });
     person.choose("mnuPrintItem_1");
-    EXPECT_EQ(words(textOfPdf(pdf)),
+    EXPECT_EQ(words(withoutPageNumbers(textOfPdf(pdf))),
               words(readFile(person.session().state.report.CurrentOutputName)));
 }
 
@@ -526,11 +748,17 @@ TEST(Printing, ALineWiderThanThePageWrapsAndLongTextsTakeMorePages) {
     const TemporaryFolder folder;
     const std::string pdf = (folder.path() / "wide.pdf").string();
     services.hasPrinter = [] { return false; };
-    services.choosePdf = [&](QWidget*) { return QString::fromStdString(pdf); };
-    EXPECT_TRUE(printPages(nullptr, services, "wide", textPages(lines)));
+    services.choosePdf = [&](QWidget*, const QString&) { return QString::fromStdString(pdf); };
+    EXPECT_TRUE(printPages(nullptr, services, {"A wide text", "wide"}, textPages(lines)));
     const std::string text = textOfPdf(pdf);
     EXPECT_EQ(std::count(text.begin(), text.end(), 'w'), 300);
-    EXPECT_GE(std::count(text.begin(), text.end(), '\f'), 3); // pages of about 60 lines
+    const auto pages = std::count(text.begin(), text.end(), '\f'); // of about 60 lines
+    EXPECT_GE(pages, 3);
+    for (int page = 1; page <= pages; ++page) {
+        const std::string number = "Page " + std::to_string(page) + " of " + std::to_string(pages);
+        EXPECT_NE(text.find(number), std::string::npos) << number;
+    }
+    EXPECT_EQ(pdfInfo(pdf, "Title"), "A wide text");
 }
 
 } // namespace
