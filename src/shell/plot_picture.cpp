@@ -19,13 +19,15 @@ PlotPicture::PlotPicture(QWidget* parent, const State& state, const PlotView& vi
 QTransform PlotPicture::mapping() const {
     QImage nothing(1, 1, QImage::Format_RGB32); // to measure texts on
     QPainter measure(&nothing);
-    const Corners reach = plotBounds(PainterSurface(measure), state_, view_, Medium::Screen);
-    const double reachWidth = reach.b.x - reach.a.x;
-    const double factor = std::min(width() / reachWidth, height() / (reach.b.y - reach.a.y));
+    const Corners ink = plotBounds(PainterSurface(measure), state_, view_, Medium::Screen);
+    constexpr double Room = 120; // twips between the drawing and the picture's edges
+    const QRectF reach(ink.a.x - Room, ink.a.y - Room, ink.b.x - ink.a.x + 2 * Room,
+                       ink.b.y - ink.a.y + 2 * Room);
+    const double factor = std::min(width() / reach.width(), height() / reach.height());
     QTransform mapping;
-    mapping.translate((width() - factor * reachWidth) / 2, 0);
+    mapping.translate((width() - factor * reach.width()) / 2, 0);
     mapping.scale(factor, factor);
-    mapping.translate(-reach.a.x, -reach.a.y);
+    mapping.translate(-reach.x(), -reach.y());
     return mapping;
 }
 

@@ -4,6 +4,7 @@
 #include "commands/problem_name.h"
 #include "shell/main_window.h"
 #include "shell/title_window.h"
+#include "widgets/geometry.h"
 #include "widgets/message_box.h"
 #include "widgets/shown_text.h"
 
@@ -12,6 +13,7 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QSplitter>
 #include <QTimer>
 #include <QUrl>
 
@@ -132,6 +134,10 @@ std::string QtDesktop::ChooseFile(const FileDialog& request) {
     dialog.setIconProvider(&icons);
     dialog.setDirectory(shownText(request.initialFolder));
     dialog.setSidebarUrls(sidebarFolders(request.initialFolder));
+    dialog.resize(QSize(pixels(10800), pixels(7200)).boundedTo(screenRoom(&dialog)));
+    if (auto* splitter = dialog.findChild<QSplitter*>("splitter"); splitter != nullptr) {
+        splitter->setSizes({pixels(2400), pixels(8400)}); // the folders' names can be read
+    }
     dialog.setObjectName("CMDialog1");
     dialog.setAcceptMode(opening ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(opening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);

@@ -151,7 +151,7 @@ void HelpViewer::search(const QString& words) {
         const QString& title = pages_[static_cast<std::size_t>(hit.page)].title;
         const HelpPiece& piece = hit.piece;
         // The cells of a table's row follow each other as sentences do.
-        const QString text = QString(piece.text).replace(" | ", " - ");
+        const QString text = piece.text.split(" | ", Qt::SkipEmptyParts).join(" - ");
         const QString place = piece.section == title ? title : piece.section + " (" + title + ")";
         auto* item = new QListWidgetItem(place + "\n" + excerpt(text, words), hits_);
         item->setData(PageRole, hit.page);
