@@ -60,7 +60,7 @@ void FindBar::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (words_->hasFocus()) {
+        if (window()->focusWidget() == words_) {
             find(event->modifiers().testFlag(Qt::ShiftModifier) ? From::Before : From::Behind);
         } else if (auto* button = qobject_cast<QPushButton*>(focusWidget()); button != nullptr) {
             button->click();

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -34,27 +35,16 @@ class Box : public QMessageBox {
         }
     }
 
-    /// Call last: the toolkit lays the box out anew with each part that it is given.
-    void makeRoomForTitle() {
-        constexpr int FrameButtons = 120; // pixels, icon and buttons of the frame
-        auto* grid = qobject_cast<QGridLayout*>(layout());
-        QFont font = this->font();
-        font.setBold(true);
-        const int title = QFontMetrics(font).horizontalAdvance(windowTitle()) + FrameButtons;
-        grid->addItem(new QSpacerItem(std::min(title, screenRoom(this).width()) -
-                                          grid->contentsMargins().left() -
-                                          grid->contentsMargins().right(),
-                                      0),
-                      grid->rowCount(), 0, 1, grid->columnCount());
-    }
-
   protected:
     void showEvent(QShowEvent* event) override {
         QMessageBox::showEvent(event);
-        const QSize room = screenRoom(this);
-        if (height() > room.height() && !scrolls_) {
-            scrolls_ = true;
-            scrollText(room);
+        fit();
+    }
+    /// A change of style lets the toolkit lay the box out anew.
+    void changeEvent(QEvent* event) override {
+        QMessageBox::changeEvent(event);
+        if (isVisible()) {
+            fit();
         }
     }
     void keyPressEvent(QKeyEvent* event) override {
@@ -73,29 +63,53 @@ class Box : public QMessageBox {
     }
 
   private:
+    void fit() {
+        constexpr int FrameButtons = 120; // pixels, icon and buttons of the frame
+        const QSize room = screenRoom(this);
+        QFont titleFont = font();
+        titleFont.setBold(true);
+        const int title = QFontMetrics(titleFont).horizontalAdvance(windowTitle()) + FrameButtons;
+        const int wide = std::min(std::max(width(), title), room.width());
+        const int high = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(wide)
+                                                       : layout()->totalMinimumSize().height();
+        setFixedSize(wide, high);
+        if (high > room.height()) {
+            layout()->activate();
+            scrollText(room);
+        }
+    }
+
     void scrollText(QSize room) {
         auto* grid = qobject_cast<QGridLayout*>(layout());
         auto* label = findChild<QLabel*>("qt_msgbox_label");
+        if (grid->indexOf(label) < 0) { // it scrolls already
+            return;
+        }
         int row = 0;
         int column = 0;
         int rows = 0;
         int columns = 0;
         grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
-        grid->removeWidget(label);
+        const QSize others = size() - label->size();
         label->setFixedSize(label->size());
-        auto* area = new QScrollArea(this);
-        area->setObjectName("messageScroll");
-        area->setFrameShape(QFrame::NoFrame);
-        area->setWidget(label);
-        const int bar = area->verticalScrollBar()->sizeHint().width();
-        area->setMinimumWidth(label->width() + bar);
-        grid->addWidget(area, row, column, rows, columns);
-        setFixedSize(std::min(width() + bar, room.width()), room.height());
+        grid->removeWidget(label);
+        delete scroll_.data();
+        scroll_ = new QScrollArea(this);
+        scroll_->setObjectName("messageScroll");
+        scroll_->setFrameShape(QFrame::NoFrame);
+        scroll_->setWidget(label);
+        const int bar = scroll_->verticalScrollBar()->sizeHint().width();
+        const QSize seen(std::min(label->width() + bar, room.width() - others.width()),
+                         room.height() - others.height());
+        scroll_->setMinimumSize(seen);
+        grid->addWidget(scroll_, row, column, rows, columns);
+        scroll_->show();
+        setFixedSize(seen + others);
         centreOnScreen(this);
     }
 
+    QPointer<QScrollArea> scroll_;
     bool mustChoose_;
-    bool scrolls_ = false;
 };
 
 QMessageBox::Icon toolkitIcon(Icon icon) {
@@ -158,7 +172,6 @@ Answer askBox(QWidget* parent, const MessageBox& box) {
     } else if (box.buttons == Buttons::Ok) {
         dialog.setEscapeButton(QMessageBox::Ok);
     }
-    dialog.makeRoomForTitle();
     return answerOf(dialog.exec());
 }
 
