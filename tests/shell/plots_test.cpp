@@ -355,6 +355,32 @@ TEST(PlotBand, TellsExtremesAndTheValuesAtThePointer) {
     person.expectNothingLeft();
 }
 
+TEST(PlotBand, StandsBelowThePictureWithoutCoveringIt) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        for (const QSize size : {QSize(800, 600), QSize(500, 340)}) {
+            screen.resize(size);
+            chooseAction(screen, "mnuPresItem_1"); // two lines of extremes
+            QTest::qWait(50);
+            const QWidget* above = pictureOnShow(screen);
+            for (const char* name : {"lblExtremes", "lblPointed", "cmdDone"}) {
+                auto* below = screen.findChild<QWidget*>(name);
+                EXPECT_GE(below->mapTo(&screen, QPoint()).y(),
+                          above->mapTo(&screen, QPoint(0, above->height())).y())
+                    << name << " at " << size.width();
+                EXPECT_GE(below->height(), below->heightForWidth(below->width()));
+                above = below;
+            }
+            keepScreenshot(screen, QString("CANPLOT-%1").arg(size.width()));
+            pushButton(screen, "cmdDone");
+        }
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+}
+
 TEST(PlotPictures, ShowAllOfTheDrawing) {
     Person person;
     solveExample(person, "cantilever-dry-sand", false);

@@ -30,6 +30,9 @@ void keepScreenshot(QWidget& window, const QString& name) {
     }
     static const QRegularExpression unwanted("[^A-Za-z0-9.-]+");
     const QString file = QString(name).replace(unwanted, "_") + ".png";
+    for (int level = 0; level < 3; ++level) { // layouts within layouts settle one after the other
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    }
     QDir().mkpath(folder());
     window.grab().save(QDir(folder()).filePath(file)); // not where a test has filled the disk
 }
