@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QLocale>
+#include <QSettings>
 #include <QTimer>
 
 #include <clocale>
@@ -55,6 +56,8 @@ void prepareApplication() {
     QApplication::setDesktopFileName("korvane");
     QApplication::setWindowIcon(QIcon(":/korvane.svg"));
     QApplication::setQuitOnLastWindowClosed(false);
+    // The toolkit's file dialogs would keep the folders visited in the user's settings.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
     // Numbers are written with the point whatever the user's language.
     QLocale::setDefault(QLocale::c());
     std::setlocale(LC_NUMERIC, "C");

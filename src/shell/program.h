@@ -28,7 +28,8 @@ struct Program {
 /// the shipped program. `file` is opened as by Open with that path, or empty.
 int runProgram(ScreenTable dataScreens, int titleMilliseconds, const std::string& file = {});
 
-/// What every main of the desktop does first: plain locale for numbers, name and icon.
+/// What every main of the desktop does first: plain locale for numbers, name and icon, no settings
+/// of the toolkit kept.
 void prepareApplication();
 
 } // namespace korvane

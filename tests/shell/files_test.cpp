@@ -128,6 +128,17 @@ TEST(FileDialogs, OfferTheExamplesAndAHomeFolder) {
     person.expectNothingLeft();
 }
 
+TEST(FileDialogs, KeepNothingInTheUsersSettings) {
+    Person person;
+    person.expectFile(examplePath("cantilever-dry-sand"));
+    person.expectBox("OK");
+    person.choose("mnuFileItem_1");
+    person.expectNothingLeft();
+    const fs::path settings = qEnvironmentVariable("XDG_CONFIG_HOME").toStdString();
+    ASSERT_TRUE(fs::is_directory(settings));
+    EXPECT_FALSE(fs::exists(settings / "QtProject.conf"));
+}
+
 TEST(Ending, TheFramesCrossAsksAndDeletesTheTemporaryFiles) {
     Person person;
     person.open(examplePath("cantilever-dry-sand"));

@@ -226,6 +226,7 @@ TEST(MessageBoxes, EscapeAndTheCrossMeanCancelOrOk) {
 
 TEST(MessageBoxes, AQuestionIsLeftByItsButtonsAlone) {
     const Answer answer = answered({.text = "?", .buttons = Buttons::YesNo}, [](QMessageBox& box) {
+        EXPECT_FALSE(box.windowFlags().testFlag(Qt::WindowCloseButtonHint)); // it would be refused
         QTest::keyClick(&box, Qt::Key_Escape);
         EXPECT_TRUE(box.isVisible());
         box.close();
