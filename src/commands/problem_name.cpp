@@ -16,16 +16,15 @@ std::string fileName(const Session& session) {
 }
 
 /// "bottom -16.35 FT, maximum moment 1.2345E+04 LB-FT".
-std::string levelText(const State& state, int level) {
-    return "bottom " + formatNumber(state.solution.SolvedBottomElev(level), "####0.00") +
-           " FT, maximum moment " + formatNumber(state.results.MaxMoment(level), "0.0000E+00") +
-           " LB-FT";
+std::string levelText(const LevelResult& level) {
+    return "bottom " + formatNumber(level.bottomElev, "####0.00") + " FT, maximum moment " +
+           formatNumber(level.diagrams.MaxMoment.value, "0.0000E+00") + " LB-FT";
 }
 
 } // namespace
 
 bool hasUnsavedInput(const Session& session) {
-    return endsIn(session.CurrentInputName, ".III") || session.state.DataChanged != 0 ||
+    return endsIn(session.CurrentInputName, ".III") || session.DataChanged != 0 ||
            session.inputFileStale;
 }
 
@@ -45,7 +44,7 @@ std::string problemStem(const Session& session) {
 }
 
 std::string documentTitle(const Session& session) {
-    const Problem& problem = session.state.problem;
+    const Problem& problem = session.problem;
     std::string title = fileName(session);
     if (problem.NumHeadingLines > 0) {
         const std::string& line = problem.HeadingLines(1);
@@ -62,16 +61,16 @@ std::string solutionLine(const Session& session) {
     if (session.stage != FlowStage::Rest || !(cantilever || anchored)) {
         return {};
     }
-    const State& state = session.state;
+    const auto& levels = session.workspace.results().levels;
     std::string line = fileName(session);
     line += line.empty() ? "" : ": ";
     line += anchored ? "anchored wall, " : "cantilever wall, ";
-    line += state.problem.ProgramMode == Mode::Design ? "design; " : "analysis; ";
+    line += session.problem.ProgramMode == Mode::Design ? "design; " : "analysis; ";
     if (cantilever) {
-        return line + levelText(state, 1);
+        return line + levelText(levels(1));
     }
-    return line + "free earth method: " + levelText(state, 1) +
-           "; fixed earth method: " + levelText(state, 2);
+    return line + "free earth method: " + levelText(levels(1)) +
+           "; fixed earth method: " + levelText(levels(2));
 }
 
 } // namespace korvane

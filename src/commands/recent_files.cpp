@@ -1,7 +1,7 @@
 #include "commands/recent_files.h"
 
-#include "commands/run_guarded.h"
 #include "runtime/file_text.h"
+#include "runtime/run_guarded.h"
 
 #include <algorithm>
 #include <cstdlib>

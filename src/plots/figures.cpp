@@ -2,11 +2,9 @@
 
 #include "plots/bounds_surface.h"
 #include "plots/input_plots.h"
-#include "plots/plot_screen.h"
 #include "plots/result_plots.h"
 #include "plots/svg_surface.h"
 #include "runtime/runtime_error.h"
-#include "wall/solution_files.h"
 
 #include <array>
 
@@ -51,34 +49,33 @@ std::string nameIn(const FigureGroup& group, int plotNumber) {
     return std::string(group.prefix) + group.names[static_cast<std::size_t>(plotNumber - 1)];
 }
 
-void visitGroup(State& state, const FigureGroup& group,
+void visitGroup(const PlotData& data, const FigureGroup& group,
                 const std::function<void(const Figure&)>& take) {
-    PlotView view = openPlotScreen(state, group.screen);
+    PlotView view = openPlotScreen(data, group.screen);
     for (int n = 1; n <= static_cast<int>(group.names.size()); ++n) {
         if (!view.hasPlot(n)) {
             continue;
         }
         view.PlotNumber = n;
-        take({nameIn(group, n), plotReadings(state, view).title, plotDescription(state, view),
-              [&](Surface& surface) { drawPlot(surface, state, view, Medium::Paper); }});
+        take({nameIn(group, n), plotReadings(data, view).title, plotDescription(data, view),
+              [&](Surface& surface) { drawPlot(surface, data, view, Medium::Paper); }});
     }
 }
 
 } // namespace
 
-void visitFigures(State& state, bool solved, const std::function<void(const Figure&)>& take) {
-    if (solved && state.problem.WallType == WallKind::Anchored) {
-        LoadResultLevel(state, 1);
-        visitGroup(state, FreeEarthGroup, take);
-        LoadResultLevel(state, 2);
-        visitGroup(state, FixedEarthGroup, take);
-        if (state.rowe.RoweSoilType != 0) { // sand or clay, as the screen shows it
-            visitGroup(state, RoweGroup, take);
+void visitFigures(const PlotData& data, bool solved,
+                  const std::function<void(const Figure&)>& take) {
+    if (solved && data.problem.WallType == WallKind::Anchored) {
+        visitGroup(data, FreeEarthGroup, take);
+        visitGroup(data, FixedEarthGroup, take);
+        if (data.reduction.RoweSoilType != 0) { // sand or clay, as the screen shows it
+            visitGroup(data, RoweGroup, take);
         }
     } else if (solved) {
-        visitGroup(state, CantileverGroup, take);
+        visitGroup(data, CantileverGroup, take);
     }
-    visitGroup(state, InputGroup, take);
+    visitGroup(data, InputGroup, take);
 }
 
 std::vector<std::string> figureNames() {

@@ -3,7 +3,7 @@
 
 #include "plots/frame.h"
 #include "plots/scales.h"
-#include "state/state.h"
+#include "state/results.h"
 
 #include <string>
 #include <vector>
@@ -25,7 +25,7 @@ struct PlotReadings {
     std::string title = {};        ///< both lines of the diagram's title in one
     ElevationAxis elevations = {}; ///< on which the curves stand
     const char* unit = "";         ///< of the values
-    const char* format = WholeFormat;
+    NumberFormat format = WholeFormat;
     std::vector<PlotCurve> curves = {}; ///< none for sketches
 };
 

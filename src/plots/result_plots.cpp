@@ -17,10 +17,10 @@ struct RowPlot {
     const char* analysisTitle;
     const char* paperTitle; ///< nullptr: as on the screen
     Array<double, 301> ResultDiagrams::*rows;
-    Array<double, 4> ResultDiagrams::*range;
+    Range PlotScales::*range; ///< of the scale
     const char* unit;
     const char* analysisUnit;
-    const char* format;
+    NumberFormat format;
     bool zeroEndShown;
     bool leftward;
     Colour start; ///< of the curve's first point
@@ -29,38 +29,35 @@ struct RowPlot {
 /// The net pressure's paper title lacks the word "NET" and both its lines stand lower: deliberate.
 constexpr std::array<RowPlot, 4> RowPlots{{
     {"SCALED DEFLECTION (LB-IN^3)", "DEFLECTION (IN)", nullptr, &ResultDiagrams::ResultDeflection,
-     &ResultDiagrams::DeflectionRange, "LB-IN^3", "IN", ExponentFormat, false, true, Red},
+     &PlotScales::deflection, "LB-IN^3", "IN", ExponentFormat, false, true, Red},
     {"BENDING MOMENT (LB-FT)", "BENDING MOMENT (LB-FT)", nullptr, &ResultDiagrams::ResultMoment,
-     &ResultDiagrams::MomentRange, "LB-FT", "LB-FT", ExponentFormat, false, false, StartGrey},
-    {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &ResultDiagrams::ShearRange,
-     "LB", "LB", WholeFormat, true, false, StartGrey},
+     &PlotScales::moment, "LB-FT", "LB-FT", ExponentFormat, false, false, StartGrey},
+    {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &PlotScales::shear, "LB",
+     "LB", WholeFormat, true, false, StartGrey},
     {"NET SOIL PRESSURE (PSF)", "NET SOIL PRESSURE (PSF)", "SOIL PRESSURE (PSF)",
-     &ResultDiagrams::ResultPressure, &ResultDiagrams::PressureRange, "PSF", "PSF", WholeFormat,
-     true, false, StartGrey},
+     &ResultDiagrams::ResultPressure, &PlotScales::pressure, "PSF", "PSF", WholeFormat, true, false,
+     StartGrey},
 }};
 constexpr double LoweredTitles = 72; ///< twips
 constexpr const char* WaterTitle = "NET WATER PRESSURES (PSF)";
 
-bool isDesign(const State& state) {
-    return state.problem.ProgramMode == Mode::Design;
+ElevationAxis solvedElevations(const Problem& problem, const LevelResult& level) {
+    return {problem.WallTopElev, level.bottomElev};
 }
 
-ElevationAxis solvedElevations(const State& state, const ResultKind& kind) {
-    return {state.problem.WallTopElev, state.solution.SolvedBottomElev(kind.level)};
-}
-
-Titles titlesOf(const State& state, const ResultKind& kind, const char* first) {
+Titles titlesOf(const Problem& problem, const ResultKind& kind, const char* first) {
     Titles titles;
     titles.first = first;
-    titles.second = isDesign(state) ? kind.designTitle : kind.analysisTitle;
+    titles.second = problem.ProgramMode == Mode::Design ? kind.designTitle : kind.analysisTitle;
     return titles;
 }
 
 /// The curve through the rows; the first one is taken to lie at the wall top.
-void drawRowCurve(Sheet& sheet, const State& state, int rowCount, const RowPlot& plot,
+void drawRowCurve(Sheet& sheet, const ResultDiagrams& diagrams, const RowPlot& plot,
                   const OneScaleFrame& frame) {
-    const auto& ResultElev = state.results.ResultElev;
-    const auto& rows = state.results.*plot.rows;
+    const auto& ResultElev = diagrams.ResultElev;
+    const auto& rows = diagrams.*plot.rows;
+    const int rowCount = diagrams.RowCount;
     sheet.lineWidth(CurveWidth);
     if (!frame.values.drawable() || !frame.elevations.drawable() || rowCount < 1) {
         return;
@@ -73,83 +70,91 @@ void drawRowCurve(Sheet& sheet, const State& state, int rowCount, const RowPlot&
     }
 }
 
-void drawRowPlot(Sheet& sheet, const State& state, const ResultKind& kind, int plotNumber) {
+void drawRowPlot(Sheet& sheet, const Problem& problem, const LevelResult& level,
+                 const ResultKind& kind, const PlotScales& scales, int plotNumber) {
     const RowPlot& plot = RowPlots[static_cast<std::size_t>(plotNumber - 1)];
-    const auto& range = state.results.*plot.range;
+    const Range& range = scales.*plot.range;
+    const bool design = problem.ProgramMode == Mode::Design;
 
     OneScaleFrame frame;
-    frame.titles = titlesOf(state, kind, isDesign(state) ? plot.title : plot.analysisTitle);
+    frame.titles = titlesOf(problem, kind, design ? plot.title : plot.analysisTitle);
     if (sheet.onPaper() && plot.paperTitle != nullptr) {
         frame.titles.first = plot.paperTitle;
         frame.titles.firstY += LoweredTitles;
         frame.titles.secondY += LoweredTitles;
     }
-    frame.elevations = solvedElevations(state, kind);
-    frame.values = {range(kind.level), range(kind.level + 2), plot.leftward};
+    frame.elevations = solvedElevations(problem, level);
+    frame.values = {range.largest, range.smallest, plot.leftward};
     frame.format = plot.format;
     frame.zeroEndShown = plot.zeroEndShown;
     frame.anchorLine = kind.anchored;
     frame.topTextBySecondTitle = plotNumber == DeflectionPlot && !kind.anchored;
 
-    drawOneScaleFrame(sheet, state.problem, frame);
-    drawRowCurve(sheet, state, state.solution.BottomIndex(kind.level), plot, frame);
+    drawOneScaleFrame(sheet, problem, frame);
+    drawRowCurve(sheet, level.diagrams, plot, frame);
 }
 
-SidePlot sidePlotOf(const State& state, const ResultKind& kind, const PlotScales& scales,
-                    int plotNumber) {
+SidePlot sidePlotOf(const Problem& problem, const LevelResult& level, const ResultKind& kind,
+                    const PlotScales& scales, int plotNumber) {
     const bool left = plotNumber == LeftPressurePlot;
     return {left ? Left : Right,
-            titlesOf(state, kind,
+            titlesOf(problem, kind,
                      left ? "LEFTSIDE SOIL PRESSURES (PSF)" : "RIGHTSIDE SOIL PRESSURES (PSF)"),
-            solvedElevations(state, kind), scales, gridRows(state, kind.level)};
+            solvedElevations(problem, level), scales, gridRows(level)};
 }
 
-PlotReadings readRowPlot(const State& state, const ResultKind& kind, int plotNumber) {
+PlotReadings readRowPlot(const Problem& problem, const LevelResult& level, const ResultKind& kind,
+                         int plotNumber) {
     const RowPlot& plot = RowPlots[static_cast<std::size_t>(plotNumber - 1)];
-    const Titles titles = titlesOf(state, kind, isDesign(state) ? plot.title : plot.analysisTitle);
+    const bool design = problem.ProgramMode == Mode::Design;
+    const Titles titles = titlesOf(problem, kind, design ? plot.title : plot.analysisTitle);
     PlotReadings readings{.title = titles.first + " " + titles.second,
-                          .elevations = solvedElevations(state, kind),
-                          .unit = isDesign(state) ? plot.unit : plot.analysisUnit,
+                          .elevations = solvedElevations(problem, level),
+                          .unit = design ? plot.unit : plot.analysisUnit,
                           .format = plot.format,
                           .curves = {PlotCurve()}};
-    const auto& rows = state.results.*plot.rows;
-    for (int r = 1; r <= state.solution.BottomIndex(kind.level); ++r) {
-        readings.curves.front().points.push_back({state.results.ResultElev(r), rows(r)});
+    const auto& rows = level.diagrams.*plot.rows;
+    for (int r = 1; r <= level.diagrams.RowCount; ++r) {
+        readings.curves.front().points.push_back({level.diagrams.ResultElev(r), rows(r)});
     }
     return readings;
 }
 
 } // namespace
 
-PlotScales openResultPlots(State& state, const ResultKind& kind) {
-    auto& results = state.results;
-    for (auto* range : {&results.DeflectionRange, &results.MomentRange, &results.ShearRange,
-                        &results.PressureRange}) {
-        prepareRange(*range, kind.level);
-    }
+PlotScales openResultPlots(const Problem& problem, const Results& results, const ResultKind& kind) {
+    const LevelResult& level = results.levels(kind.level);
     PlotScales scales;
-    prepareSolvedPressureScales(state, kind.level, scales);
-    prepareWaterScales(state, state.solution.SolvedBottomElev(kind.level), scales);
+    scales.deflection = roundedRange(level.diagrams.DeflectionRange);
+    scales.moment = roundedRange(level.diagrams.MomentRange);
+    scales.shear = roundedRange(level.diagrams.ShearRange);
+    scales.pressure = roundedRange(level.diagrams.PressureRange);
+    const ShownPressures shown = shownPressures(results, kind.level);
+    prepareSolvedPressureScales(shown, gridRows(level), scales);
+    prepareWaterScales(problem, shown, level.bottomElev, scales);
     return scales;
 }
 
-void drawResultPlot(Surface& surface, const State& state, const ResultKind& kind,
-                    const PlotScales& scales, int plotNumber, Medium medium) {
+void drawResultPlot(Surface& surface, const Problem& problem, const Results& results,
+                    const ResultKind& kind, const PlotScales& scales, int plotNumber,
+                    Medium medium) {
     Sheet sheet(surface, medium);
-    const ElevationAxis elevations = solvedElevations(state, kind);
+    const LevelResult& level = results.levels(kind.level);
     switch (plotNumber) {
     case DeflectionPlot:
     case MomentPlot:
     case ShearPlot:
     case NetPressurePlot:
-        drawRowPlot(sheet, state, kind, plotNumber);
+        drawRowPlot(sheet, problem, level, kind, scales, plotNumber);
         break;
     case LeftPressurePlot:
     case RightPressurePlot:
-        drawSidePlot(sheet, state, sidePlotOf(state, kind, scales, plotNumber));
+        drawSidePlot(sheet, problem, shownPressures(results, kind.level),
+                     sidePlotOf(problem, level, kind, scales, plotNumber));
         break;
     case NetWaterPlot:
-        drawWaterPlot(sheet, state, titlesOf(state, kind, WaterTitle), elevations, scales,
+        drawWaterPlot(sheet, problem, shownPressures(results, kind.level),
+                      titlesOf(problem, kind, WaterTitle), solvedElevations(problem, level), scales,
                       kind.anchored);
         break;
     default:
@@ -157,19 +162,22 @@ void drawResultPlot(Surface& surface, const State& state, const ResultKind& kind
     }
 }
 
-PlotReadings readResultPlot(const State& state, const ResultKind& kind, int plotNumber) {
+PlotReadings readResultPlot(const Problem& problem, const Results& results, const ResultKind& kind,
+                            int plotNumber) {
+    const LevelResult& level = results.levels(kind.level);
     switch (plotNumber) {
     case DeflectionPlot:
     case MomentPlot:
     case ShearPlot:
     case NetPressurePlot:
-        return readRowPlot(state, kind, plotNumber);
+        return readRowPlot(problem, level, kind, plotNumber);
     case LeftPressurePlot:
     case RightPressurePlot:
-        return readSidePlot(state, sidePlotOf(state, kind, {}, plotNumber));
+        return readSidePlot(shownPressures(results, kind.level),
+                            sidePlotOf(problem, level, kind, {}, plotNumber));
     case NetWaterPlot:
-        return readWaterPlot(state, titlesOf(state, kind, WaterTitle),
-                             solvedElevations(state, kind));
+        return readWaterPlot(shownPressures(results, kind.level),
+                             titlesOf(problem, kind, WaterTitle), solvedElevations(problem, level));
     default:
         throw RuntimeError(5);
     }

@@ -4,7 +4,7 @@
 #include "plots/readings.h"
 #include "plots/scales.h"
 #include "plots/sheet.h"
-#include "state/state.h"
+#include "state/results.h"
 
 namespace korvane {
 
@@ -36,14 +36,16 @@ enum ResultPlotNumber {
     NetWaterPlot,
 };
 
-/// Prepares the scales from the solved level in memory; the level's ranges are rounded in place.
-PlotScales openResultPlots(State& state, const ResultKind& kind);
+/// Prepares the scales of a solved level.
+PlotScales openResultPlots(const Problem& problem, const Results& results, const ResultKind& kind);
 
-/// What one diagram of the level in memory tells. RuntimeError 5 for a number that names none.
-PlotReadings readResultPlot(const State& state, const ResultKind& kind, int plotNumber);
+/// What one diagram of the level tells. RuntimeError 5 for a number that names none.
+PlotReadings readResultPlot(const Problem& problem, const Results& results, const ResultKind& kind,
+                            int plotNumber);
 
-/// Draws one diagram of the level in memory. RuntimeError 5 for a number that names none.
-void drawResultPlot(Surface& surface, const State& state, const ResultKind& kind,
-                    const PlotScales& scales, int plotNumber, Medium medium);
+/// Draws one diagram of the level. RuntimeError 5 for a number that names none.
+void drawResultPlot(Surface& surface, const Problem& problem, const Results& results,
+                    const ResultKind& kind, const PlotScales& scales, int plotNumber,
+                    Medium medium);
 
 } // namespace korvane

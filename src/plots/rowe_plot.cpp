@@ -120,9 +120,9 @@ std::string reasonLeftOut(double logRigidity, double momentRatio) {
 }
 
 /// Sections outside the diagram are left out without note in the picture.
-void drawSections(Sheet& sheet, const RoweData& rowe) {
+void drawSections(Sheet& sheet, const std::vector<RoweSection>& sections) {
     constexpr double Radius = 72;
-    for (const RoweSection& section : roweSections(rowe)) {
+    for (const RoweSection& section : sections) {
         if (!section.leftOut.empty()) {
             continue;
         }
@@ -137,17 +137,19 @@ void drawSections(Sheet& sheet, const RoweData& rowe) {
 
 } // namespace
 
-std::vector<RoweSection> roweSections(const RoweData& rowe) {
-    std::vector<RoweSection> sections;
-    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
-        const double x = rowe.PileLogRigidity(p);
-        const double ratio = rowe.PileMomentRatio(p);
-        sections.push_back({rowe.PileName(p), x, ratio, reasonLeftOut(x, ratio)});
+std::vector<RoweSection> roweSections(const PileSections& sections,
+                                      const MomentReduction& reduction) {
+    std::vector<RoweSection> placed;
+    for (int p = 1; p <= sections.PileSectionCount; ++p) {
+        const double x = reduction.PileLogRigidity(p);
+        const double ratio = reduction.PileMomentRatio(p);
+        placed.push_back({sections.PileName(p), x, ratio, reasonLeftOut(x, ratio)});
     }
-    return sections;
+    return placed;
 }
 
-void drawRowePlot(Surface& surface, const RoweData& rowe, Medium medium) {
+void drawRowePlot(Surface& surface, const PileSections& sections, const MomentReduction& rowe,
+                  Medium medium) {
     Sheet sheet(surface, medium);
     sheet.text(GridMiddle, Across::Middle, 288, Down::Middle,
                "ROWE'S MOMENT REDUCTION FOR SAND (ALPHA= " + formatNumber(rowe.RoweAlpha, "0.00") +
@@ -156,7 +158,7 @@ void drawRowePlot(Surface& surface, const RoweData& rowe, Medium medium) {
     sheet.lineWidth(RoweCurveWidth);
     drawLooseCurve(sheet, rowe.RoweSandCurve);
     drawDenseCurve(sheet, rowe.RoweSandCurve);
-    drawSections(sheet, rowe);
+    drawSections(sheet, roweSections(sections, rowe));
 }
 
 } // namespace korvane

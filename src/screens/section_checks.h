@@ -1,7 +1,7 @@
 // The tests that need more than one section of the data.
 #pragma once
 
-#include "state/state.h"
+#include "commands/session.h"
 
 #include <optional>
 
@@ -9,6 +9,6 @@ namespace korvane {
 
 /// The box of the first test that fails: missing sections, seepage against surface and water,
 /// surface against the wall's top, and in an analysis the wall's bottom against the surface.
-std::optional<MessageBox> sectionFault(const State& state);
+std::optional<MessageBox> sectionFault(const Session& session);
 
 } // namespace korvane

@@ -30,33 +30,33 @@ struct Crop {
     QSizeF size;
 };
 
-Crop cropOf(const State& state, const PlotView& view) {
+Crop cropOf(const PlotData& data, const PlotView& view) {
     QImage nothing(1, 1, QImage::Format_RGB32); // to measure texts on
     QPainter measure(&nothing);
-    const Corners reach = plotBounds(PainterSurface(measure), state, view, Medium::Paper);
+    const Corners reach = plotBounds(PainterSurface(measure), data, view, Medium::Paper);
     return {reach.a, {reach.b.x - reach.a.x, reach.b.y - reach.a.y}};
 }
 
 /// The drawing with the crop's upper left corner at the painter's origin.
-void drawCropped(QPainter& painter, const State& state, const PlotView& view, const Crop& crop) {
+void drawCropped(QPainter& painter, const PlotData& data, const PlotView& view, const Crop& crop) {
     painter.setClipRect(QRectF(QPointF(), crop.size));
     painter.translate(-crop.corner.x, -crop.corner.y);
     PainterSurface surface(painter);
-    drawPlot(surface, state, view, Medium::Paper);
+    drawPlot(surface, data, view, Medium::Paper);
 }
 
-std::string pngFile(const State& state, const PlotView& view) {
-    const Crop crop = cropOf(state, view);
+std::string pngFile(const PlotData& data, const PlotView& view) {
+    const Crop crop = cropOf(data, view);
     const double factor = PngPixelsPerInch / TwipsPerInch;
     QImage image((crop.size * factor).toSize(), QImage::Format_RGB32);
     image.fill(Qt::white);
     image.setDotsPerMeterX(static_cast<int>(PngPixelsPerInch / 0.0254));
     image.setDotsPerMeterY(static_cast<int>(PngPixelsPerInch / 0.0254));
-    image.setText("Title", shownText(plotReadings(state, view).title));
-    image.setText("Description", shownText(plotDescription(state, view)));
+    image.setText("Title", shownText(plotReadings(data, view).title));
+    image.setText("Description", shownText(plotDescription(data, view)));
     QPainter painter(&image);
     painter.scale(factor, factor);
-    drawCropped(painter, state, view, crop);
+    drawCropped(painter, data, view, crop);
     painter.end();
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
@@ -66,12 +66,12 @@ std::string pngFile(const State& state, const PlotView& view) {
     return bytes(buffer.data());
 }
 
-std::string pdfFile(const State& state, const PlotView& view) {
-    const Crop crop = cropOf(state, view);
+std::string pdfFile(const PlotData& data, const PlotView& view) {
+    const Crop crop = cropOf(data, view);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setTitle(shownText(plotReadings(state, view).title));
+    writer.setTitle(shownText(plotReadings(data, view).title));
     writer.setCreator("KORVANE");
     writer.setResolution(static_cast<int>(TwipsPerInch));
     writer.setPageSize(QPageSize(crop.size / TwipsPerInch, QPageSize::Inch));
@@ -80,7 +80,7 @@ std::string pdfFile(const State& state, const PlotView& view) {
     if (!painter.begin(&writer)) {
         throw RuntimeError(DeviceFault);
     }
-    drawCropped(painter, state, view, crop);
+    drawCropped(painter, data, view, crop);
     if (!painter.end()) {
         throw RuntimeError(DeviceFault);
     }
@@ -99,30 +99,30 @@ double paperFactor(const QPagedPaintDevice& device) {
                      device.height() / (PaperFrame.b.y + Room)});
 }
 
-std::string svgFile(const State& state, const PlotView& view) {
+std::string svgFile(const PlotData& data, const PlotView& view) {
     SvgSurface surface;
-    const Corners reach = plotBounds(surface, state, view, Medium::Paper);
-    drawPlot(surface, state, view, Medium::Paper);
-    return surface.document(reach, plotReadings(state, view).title, plotDescription(state, view));
+    const Corners reach = plotBounds(surface, data, view, Medium::Paper);
+    drawPlot(surface, data, view, Medium::Paper);
+    return surface.document(reach, plotReadings(data, view).title, plotDescription(data, view));
 }
 
 } // namespace
 
-std::string figureFile(const State& state, const PlotView& view, const std::string& name) {
+std::string figureFile(const PlotData& data, const PlotView& view, const std::string& name) {
     if (endsIn(name, ".PNG")) {
-        return pngFile(state, view);
+        return pngFile(data, view);
     }
     if (endsIn(name, ".SVG")) {
-        return svgFile(state, view);
+        return svgFile(data, view);
     }
     if (endsIn(name, ".PDF")) {
-        return pdfFile(state, view);
+        return pdfFile(data, view);
     }
     throw RuntimeError(5);
 }
 
-PageDrawing plotPage(const State& state, const PlotView& view) {
-    return [&state, view](QPagedPaintDevice& device) {
+PageDrawing plotPage(const PlotData& data, const PlotView& view) {
+    return [data, view](QPagedPaintDevice& device) {
         QPageLayout layout = device.pageLayout();
         layout.setMode(QPageLayout::FullPageMode); // the drawing's origin is the page's corner
         device.setPageLayout(layout);
@@ -133,7 +133,7 @@ PageDrawing plotPage(const State& state, const PlotView& view) {
         const double factor = paperFactor(device);
         painter.scale(factor, factor);
         PainterSurface surface(painter);
-        drawPlot(surface, state, view, Medium::Paper);
+        drawPlot(surface, data, view, Medium::Paper);
         if (!painter.end()) {
             throw RuntimeError(DeviceFault);
         }

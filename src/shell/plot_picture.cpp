@@ -11,15 +11,15 @@
 
 namespace korvane {
 
-PlotPicture::PlotPicture(QWidget* parent, const State& state, const PlotView& view)
-    : QWidget(parent), state_(state), view_(view) {
+PlotPicture::PlotPicture(QWidget* parent, const PlotData& shown, const PlotView& view)
+    : QWidget(parent), data_(shown), view_(view) {
     setMouseTracking(true);
 }
 
 QTransform PlotPicture::mapping() const {
     QImage nothing(1, 1, QImage::Format_RGB32); // to measure texts on
     QPainter measure(&nothing);
-    const Corners ink = plotBounds(PainterSurface(measure), state_, view_, Medium::Screen);
+    const Corners ink = plotBounds(PainterSurface(measure), data_, view_, Medium::Screen);
     constexpr double Room = 120; // twips between the drawing and the picture's edges
     const QRectF reach(ink.a.x - Room, ink.a.y - Room, ink.b.x - ink.a.x + 2 * Room,
                        ink.b.y - ink.a.y + 2 * Room);
@@ -37,7 +37,7 @@ void PlotPicture::paintEvent(QPaintEvent*) {
         painter.fillRect(rect(), QColor(PictureBack.red, PictureBack.green, PictureBack.blue));
         painter.setTransform(mapping(), true);
         PainterSurface surface(painter);
-        drawPlot(surface, state_, view_, Medium::Screen);
+        drawPlot(surface, data_, view_, Medium::Screen);
     });
 }
 

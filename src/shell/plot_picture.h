@@ -8,13 +8,13 @@
 
 namespace korvane {
 
-/// Draws the diagram of a view at its upper edge, all of it and as large as it can be. State and
-/// view must outlive it.
+/// Draws the diagram of a view at its upper edge, all of it and as large as it can be. What
+/// the data refer to and the view must outlive it.
 class PlotPicture : public QWidget {
     Q_OBJECT
 
   public:
-    PlotPicture(QWidget* parent, const State& state, const PlotView& view);
+    PlotPicture(QWidget* parent, const PlotData& shown, const PlotView& view);
 
     /// From the drawing's twips to pixels of the widget.
     QTransform mapping() const;
@@ -30,7 +30,7 @@ class PlotPicture : public QWidget {
     void leaveEvent(QEvent* event) override;
 
   private:
-    const State& state_;
+    const PlotData data_; ///< by value: references that stay with the session
     const PlotView& view_;
 };
 

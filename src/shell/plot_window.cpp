@@ -43,7 +43,7 @@ QString entryName(const PlotEntry& entry) {
 
 PlotWindow::PlotWindow(ScreenContext& context, PlotScreenName name, const PrintServices* services)
     : ScreenWindow(context, {}, plotScreen(name).title), screen_(plotScreen(name)),
-      services_(services), view_(openPlotScreen(session().state, name)) {
+      services_(services), view_(openPlotScreen(session().plotData(), name)) {
     static constexpr const char* names[] = {"CANPLOT",  "FREEPLOT", "FIXDPLOT",
                                             "VUSOLPLT", "VUINPLOT", "ROWECURV"};
     setObjectName(names[static_cast<int>(name)]);
@@ -95,7 +95,7 @@ void PlotWindow::createPictures() {
     choice_->setMargin(pixels(720));
     layout->addWidget(choice_, 1);
     for (int number = 1; number <= screen_.pictureCount; ++number) {
-        auto* picture = new PlotPicture(canvas(), session().state, view_);
+        auto* picture = new PlotPicture(canvas(), session().plotData(), view_);
         picture->setObjectName(QString("Picture%1").arg(number));
         connect(picture, &PlotPicture::pointedAt, this, [this](double y) { point(y); });
         connect(picture, &PlotPicture::pointerLeft, this, [this] { point({}); });
@@ -125,7 +125,7 @@ void PlotWindow::createSectionTable() {
             new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding));
         return;
     }
-    const auto sections = roweSections(session().state.rowe);
+    const auto sections = roweSections(session().sections, session().workspace.reduction());
     auto* table = new QTableWidget(static_cast<int>(sections.size()), 4, canvas());
     table->setObjectName("tblSections");
     table->setAccessibleName("Sections and their places in the picture");
@@ -231,7 +231,7 @@ QString PlotWindow::choiceText() const {
 }
 
 void PlotWindow::mirrorBand() {
-    readings_ = view_.showing ? plotReadings(session().state, view_) : PlotReadings();
+    readings_ = view_.showing ? plotReadings(session().plotData(), view_) : PlotReadings();
     QStringList lines;
     for (const std::string& line : extremeLines(readings_)) {
         lines.append(shownText(line));
@@ -243,7 +243,7 @@ void PlotWindow::mirrorBand() {
     if (view_.showing) {
         QWidget* picture = pictures_.at(static_cast<std::size_t>(view_.PlotNumber - 1));
         picture->setAccessibleName(shownText(readings_.title));
-        picture->setAccessibleDescription(shownText(plotDescription(session().state, view_)));
+        picture->setAccessibleDescription(shownText(plotDescription(session().plotData(), view_)));
     }
 }
 
@@ -289,7 +289,7 @@ void PlotWindow::print() {
         const PrintedDocument document{
             shownText(readings_.title + " - " + documentTitle(session())),
             shownText(problemStem(session()) + "-" + figureName(view_))};
-        printPages(this, *services_, document, plotPage(session().state, view_));
+        printPages(this, *services_, document, plotPage(session().plotData(), view_));
     });
     context().desktop.SetBusy(false);
     mirror();
@@ -301,7 +301,7 @@ void PlotWindow::saveFigure() {
         const std::string name = chooseSaveName(session(), context().desktop, FigureDialog,
                                                 problemStem(session()) + "-" + figureName(view_));
         if (!name.empty()) {
-            saveFile(name, figureFile(session().state, view_, name));
+            saveFile(name, figureFile(session().plotData(), view_, name));
         }
     });
 }

@@ -27,8 +27,8 @@ struct KeepingOffice : Office {
 void enterProblem(Office& office) {
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.problem = plainCantilever();
-            session.state.DataChanged = 1;
+            session.problem = plainCantilever();
+            session.DataChanged = 1;
         }
     };
     mnuEditItem_Click(*office.session, office.desktop);

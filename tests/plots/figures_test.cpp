@@ -2,7 +2,6 @@
 
 #include "drawing.h"
 #include "plots/svg_surface.h"
-#include "wall/solution_files.h"
 #include "xml_check.h"
 
 #include <gtest/gtest.h>
@@ -16,36 +15,25 @@ namespace korvane::test {
 
 namespace {
 
-struct Figures : testing::Test {
-    Figures() {
-        solveSmallWall(state);
-        state.files.TempFolder = folder.path().string();
-    }
-
+struct Figures : testing::Test, SmallWall {
     std::vector<std::string> names(bool solved) {
         std::vector<std::string> list;
-        visitFigures(state, solved, [&](const Figure& figure) { list.push_back(figure.name); });
+        visitFigures(data(), solved, [&](const Figure& figure) { list.push_back(figure.name); });
         return list;
     }
 
     /// By name.
     std::map<std::string, std::string> files(bool solved) {
         std::map<std::string, std::string> written;
-        visitFigures(state, solved,
+        visitFigures(data(), solved,
                      [&](const Figure& figure) { written[figure.name] = svgFigure(figure); });
         return written;
     }
 
-    void solveAnchored() {
-        state.problem.WallType = WallKind::Anchored;
-        WriteSolutionFile(state, 1);
-        state.results.ResultShear(2) = -960; // what tells the levels apart
-        WriteSolutionFile(state, 2);
+    void makeAnchored() {
+        problem.WallType = WallKind::Anchored;
+        results.levels(2).diagrams.ResultShear(2) = -960; // what tells the levels apart
     }
-
-    TemporaryFolder folder;
-    Bench bench;
-    State& state = *bench.state;
 };
 
 using Names = std::vector<std::string>;
@@ -56,21 +44,21 @@ TEST_F(Figures, ACantileverWallHasItsDiagramsAndTheSystem) {
 }
 
 TEST_F(Figures, WithoutWaterTheWaterDiagramIsLeftOut) {
-    state.problem.WaterDataKind = WaterData::None;
+    problem.WaterDataKind = WaterData::None;
     const auto list = names(true);
     EXPECT_EQ(std::count(list.begin(), list.end(), "water-pressure"), 0);
     EXPECT_EQ(list.size(), 7U);
 }
 
 TEST_F(Figures, AnUnsolvedProblemHasTheViewsOfItsInput) {
-    state.problem.VStripCount(Left) = 1;
-    state.problem.HLineCount = 1;
+    problem.VStripCount(Left) = 1;
+    problem.HLineCount = 1;
     EXPECT_EQ(names(false),
               (Names{"input-system", "input-strip-loads", "input-horizontal-line-loads"}));
 }
 
 TEST_F(Figures, AnAnchoredWallHasBothMethodsEachWithItsOwnResults) {
-    solveAnchored();
+    makeAnchored();
     const auto list = names(true);
     ASSERT_EQ(list.size(), 15U);
     EXPECT_EQ(list.front(), "free-deflection");
@@ -78,7 +66,7 @@ TEST_F(Figures, AnAnchoredWallHasBothMethodsEachWithItsOwnResults) {
     EXPECT_EQ(list.back(), "input-system");
 
     std::map<std::string, Drawing> drawings;
-    visitFigures(state, true, [&](const Figure& figure) {
+    visitFigures(data(), true, [&](const Figure& figure) {
         RecordingSurface surface;
         figure.draw(surface);
         drawings[figure.name] = surface.primitives();
@@ -93,18 +81,18 @@ TEST_F(Figures, AnAnchoredWallHasBothMethodsEachWithItsOwnResults) {
 }
 
 TEST_F(Figures, RowesCurvesComeWithAnAnchoredWallInSandOrClay) {
-    solveAnchored();
-    state.rowe.RoweSoilType = 1;
+    makeAnchored();
+    reduction.RoweSoilType = 1;
     EXPECT_EQ(names(true).at(14), "rowe");
-    state.rowe.RoweSoilType = 2; // clay: as the screen shows it
+    reduction.RoweSoilType = 2; // clay: as the screen shows it
     EXPECT_EQ(names(true).at(14), "rowe");
-    state.rowe.RoweSoilType = 0;
+    reduction.RoweSoilType = 0;
     EXPECT_EQ(names(true).at(14), "input-system");
 }
 
 TEST_F(Figures, EveryNameIsInTheListOfNamesOnce) {
-    solveAnchored();
-    state.rowe.RoweSoilType = 1;
+    makeAnchored();
+    reduction.RoweSoilType = 1;
     const auto all = figureNames();
     EXPECT_EQ(all.size(), 7U * 3 + 1 + 10);
     for (const std::string& name : names(true)) {
@@ -124,16 +112,16 @@ std::array<double, 4> viewBox(const XmlElement& root) {
 }
 
 TEST_F(Figures, FilesAreWellFormedAndShowAllThatIsDrawn) {
-    solveAnchored();
-    state.rowe.RoweSoilType = 1;
-    state.rowe.PileSectionCount = 1; // near the top of the curves
-    state.rowe.PileName(1) = "PZ40";
-    state.rowe.PileLogRigidity(1) = -2;
-    state.rowe.PileMomentRatio(1) = 1.2;
-    state.problem.HeadingLines(1) = "'5 < 6 & caf\xE9 \"quoted\"";
-    state.problem.VRampCount(Right) = 1;
-    state.problem.VRampEnd(Right) = 10;
-    state.problem.VRampLoad(Right) = 100;
+    makeAnchored();
+    reduction.RoweSoilType = 1;
+    sections.PileSectionCount = 1; // near the top of the curves
+    sections.PileName(1) = "PZ40";
+    reduction.PileLogRigidity(1) = -2;
+    reduction.PileMomentRatio(1) = 1.2;
+    problem.HeadingLines(1) = "'5 < 6 & caf\xE9 \"quoted\"";
+    problem.VRampCount(Right) = 1;
+    problem.VRampEnd(Right) = 10;
+    problem.VRampLoad(Right) = 100;
     const auto written = files(true);
     EXPECT_EQ(written.size(), 17U);
     const SvgSurface metrics;
@@ -174,7 +162,7 @@ TEST_F(Figures, CarryATitleAndADescription) {
                                "-7.50E+02 LB-FT at -20.00 FT"),
               std::string::npos)
         << description;
-    const std::string heading = state.problem.HeadingLines(1).substr(1);
+    const std::string heading = problem.HeadingLines(1).substr(1);
     EXPECT_EQ(description.rfind(heading, 0), 0U) << description;
     EXPECT_EQ(readXml(files(true).at("input-system")).at(1).text, "INPUT DATA: System");
 }

@@ -41,31 +41,25 @@ TEST(Bounds, WhatRunsFarOutDoesNotMakeTheRestTooSmall) {
 }
 
 TEST(Bounds, OfACantileverWallsDeflectionsTakeInTheTopElevation) {
-    const Bench bench;
-    solveSmallWall(*bench.state);
+    const SmallWall wall;
     const RecordingSurface metrics;
-    PlotView view = openPlotScreen(*bench.state, PlotScreenName::CANPLOT);
+    PlotView view = openPlotScreen(wall.data(), PlotScreenName::CANPLOT);
     view.PlotNumber = DeflectionPlot;
     // Its text is centred as if it were as wide as the second title: 26 characters of 100.
     const double left = 864 - 2600 / 2.0;
-    EXPECT_EQ(plotBounds(metrics, *bench.state, view, Medium::Screen).a.x, left - 15);
+    EXPECT_EQ(plotBounds(metrics, wall.data(), view, Medium::Screen).a.x, left - 15);
     view.PlotNumber = MomentPlot;
-    EXPECT_GT(plotBounds(metrics, *bench.state, view, Medium::Screen).a.x, 0);
+    EXPECT_GT(plotBounds(metrics, wall.data(), view, Medium::Screen).a.x, 0);
 }
 
 // ---- readings ----
 
-struct Readings : testing::Test {
-    Readings() { solveSmallWall(state); }
-
+struct Readings : testing::Test, SmallWall {
     PlotReadings of(PlotScreenName screen, int plotNumber) {
-        PlotView view = openPlotScreen(state, screen);
+        PlotView view = openPlotScreen(data(), screen);
         view.PlotNumber = plotNumber;
-        return plotReadings(state, view);
+        return plotReadings(data(), view);
     }
-
-    Bench bench;
-    State& state = *bench.state;
 };
 
 using Lines = std::vector<std::string>;
@@ -80,7 +74,7 @@ TEST_F(Readings, ExtremesComeWithTheirElevations) {
     EXPECT_EQ(extremeLines(of(PlotScreenName::CANPLOT, RightPressurePlot)),
               (Lines{"Passive: largest 720 PSF at elevation -20.00 FT, smallest 40 PSF at 0.00 FT",
                      "Active: largest 380 PSF at elevation -20.00 FT, smallest 0 PSF at 0.00 FT"}));
-    state.problem.ProgramMode = Mode::Analysis;
+    problem.ProgramMode = Mode::Analysis;
     EXPECT_EQ(of(PlotScreenName::CANPLOT, DeflectionPlot).title,
               "DEFLECTION (IN) FOR CANTILEVER WALL ANALYSIS");
     EXPECT_STREQ(of(PlotScreenName::CANPLOT, DeflectionPlot).unit, "IN");

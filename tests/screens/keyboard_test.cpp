@@ -92,7 +92,7 @@ TEST_F(KeyboardTest, EnterInAFieldOpensNoBoxAndChangesNoRecord) {
         EXPECT_EQ(desk.lastBox(), noBox);
         EXPECT_TRUE(desk.isOpen());
         EXPECT_EQ(problem, before);
-        EXPECT_EQ(desk.state.DataChanged, 0);
+        EXPECT_EQ(desk.session->DataChanged, 0);
     }
 }
 
@@ -179,7 +179,7 @@ TEST_F(KeyboardTest, AFieldThatGetsTheFocusIsScrolledIntoView) {
 
 TEST_F(KeyboardTest, APersonsEditsAreChangesAndCodesAreNot) {
     desk.open(Screen::SURFACE);
-    int& changed = desk.state.DataChanged;
+    int& changed = desk.session->DataChanged;
     const auto isChange = [&](const std::function<void()>& act) {
         changed = 0;
         act();
@@ -212,11 +212,11 @@ TEST_F(KeyboardTest, ADropIsAChange) {
     };
     drop("txtRightDist_0", "4.5");
     EXPECT_EQ(desk.text("txtRightDist_0"), "4.5");
-    EXPECT_EQ(desk.state.DataChanged, 1);
-    desk.state.DataChanged = 0;
+    EXPECT_EQ(desk.session->DataChanged, 1);
+    desk.session->DataChanged = 0;
     drop("txtLeftDist_1", "1\t2\r\n3\t4\r\n");
     EXPECT_EQ(desk.text("txtLeftElev_2"), "4");
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
 }
 
 TEST_F(KeyboardTest, LineEndsAndOtherControlCharactersBecomeBlanks) {
@@ -269,7 +269,7 @@ TEST_F(KeyboardTest, TheMiddleButtonPastesTheSelectionAsABlock) {
     QTest::mouseClick(field("txtRightDist_1"), Qt::MiddleButton);
     EXPECT_EQ(column("txtRightDist", 3), "|0|5|");
     EXPECT_EQ(column("txtRightElev", 3), "|10|9.5|");
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
     clipboard->setText("7", QClipboard::Selection);
     desk.type("txtLeftDist_0", "1");
     QTest::mouseClick(field("txtLeftDist_0"), Qt::MiddleButton);
@@ -288,7 +288,7 @@ TEST_F(KeyboardTest, ABlockThatDoesNotFitChangesNothingAndIsToldOnTheScreen) {
     EXPECT_EQ(column("txtLeftElev", 11), "|||||||||||");
     EXPECT_EQ(remark(), "A block of 4 by 1 cells does not fit here: nothing was pasted.");
     EXPECT_TRUE(desk.isShown("lblRemark"));
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     desk.type("txtLeftElev_0", "1"); // the remark goes with the next change
     EXPECT_EQ(remark(), "");
     paste("txtRightElev_0", "1\t2"); // it stays inside its side
@@ -367,7 +367,7 @@ TEST_F(KeyboardTest, AnUntouchedScreenClosesByItsFrameWithTheRecordAsItWas) {
         EXPECT_FALSE(other.isOpen()) << look.name;
         EXPECT_TRUE(other.boxes.empty()) << look.name;
         EXPECT_EQ(other.problem, look.held) << look.name;
-        EXPECT_EQ(other.state.HeadContDataValid, look.held.NumHeadingLines != 0 ? 1 : 0)
+        EXPECT_EQ(other.session->HeadContDataValid, look.held.NumHeadingLines != 0 ? 1 : 0)
             << look.name;
     }
 }

@@ -229,7 +229,7 @@ TEST(TextWindows, AKeyThatWouldChangeTheTextShowsTheMessageAndChangesNothing) {
 TEST(TextWindows, AnOutputOfMoreThan48000BytesIsShownInPart) {
     Person person;
     person.open(examplePath("cantilever-dry-sand"));
-    const std::string output = person.session().state.report.CurrentOutputName;
+    const std::string output = person.session().report.CurrentOutputName;
     writeFile(output, std::string(47990, 'x') + "\n" + std::string(100, 'y') + "\n");
     person.expectBox("OK");
     person.expectScreen("VUINECHO", [](QDialog& screen) {

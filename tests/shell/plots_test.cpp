@@ -19,6 +19,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <ostream>
@@ -40,7 +41,7 @@ void solveExample(Person& person, const char* name, bool sectionsShown) {
         }
         person.push("cmdContinue");
     }
-    ASSERT_EQ(person.session().state.SolutionFailed, 0);
+    ASSERT_EQ(person.session().SolutionFailed, 0);
     person.push("cmdOK");
 }
 
@@ -105,12 +106,12 @@ std::vector<Primitive> recipeOf(Person& person, const QDialog& screen, const QWi
         {"CANPLOT", PlotScreenName::CANPLOT},   {"FREEPLOT", PlotScreenName::FREEPLOT},
         {"FIXDPLOT", PlotScreenName::FIXDPLOT}, {"VUSOLPLT", PlotScreenName::VUSOLPLT},
         {"VUINPLOT", PlotScreenName::VUINPLOT}, {"ROWECURV", PlotScreenName::ROWECURV}};
-    State& state = person.session().state;
-    PlotView view = openPlotScreen(state, names.at(screen.objectName()));
+    const PlotData data = person.session().plotData();
+    PlotView view = openPlotScreen(data, names.at(screen.objectName()));
     view.PlotNumber =
         picture.objectName().mid(static_cast<int>(std::string("Picture").size())).toInt();
     RecordingSurface surface;
-    drawPlot(surface, state, view, medium);
+    drawPlot(surface, data, view, medium);
     return surface.primitives();
 }
 
@@ -263,21 +264,31 @@ QLabel* labelOf(QDialog& screen, const char* name) {
     return screen.findChild<QLabel*>(name);
 }
 
+/// Gives a section the modulus for LOG(H^4/EI) -2 and the stress for M/Mo 1.
+void bringIntoPicture(Session& session, int p) {
+    const MomentReduction& rowe = session.workspace.reduction();
+    session.sections.PileModulus(p) *= std::pow(10, rowe.PileLogRigidity(p) + 2);
+    session.sections.PileAllowStress(p) /= rowe.PileMomentRatio(p);
+    reduceWallMoments(session.workspace, session.sections);
+    ASSERT_NEAR(rowe.PileLogRigidity(p), -2, 1e-6);
+    ASSERT_NEAR(rowe.PileMomentRatio(p), 1, 1e-6);
+}
+
 TEST(RoweCurves, ATableBelowThePictureTellsOfAllSections) {
     Person person;
     solveExample(person, "anchored-sand", true);
-    person.session().state.rowe.PileLogRigidity(2) = -2; // one that is in the picture
-    person.session().state.rowe.PileMomentRatio(2) = 1;
+    bringIntoPicture(person.session(), 2);
     person.expectScreen("ROWECURV", [&](QDialog& screen) {
-        const auto& rowe = person.session().state.rowe;
+        const PileSections& sections = person.session().sections;
+        const MomentReduction& rowe = person.session().workspace.reduction();
         const auto* table = screen.findChild<QTableWidget*>("tblSections");
-        ASSERT_EQ(table->rowCount(), rowe.PileSectionCount);
+        ASSERT_EQ(table->rowCount(), sections.PileSectionCount);
         EXPECT_GE(table->mapTo(&screen, QPoint()).y(),
                   pictureOnShow(screen)->mapTo(&screen, QPoint()).y() +
                       pictureOnShow(screen)->height());
         int leftOut = 0;
         for (int row = 0; row < table->rowCount(); ++row) {
-            EXPECT_EQ(table->item(row, 0)->text().toStdString(), rowe.PileName(row + 1));
+            EXPECT_EQ(table->item(row, 0)->text().toStdString(), sections.PileName(row + 1));
             const double x = rowe.PileLogRigidity(row + 1);
             const double ratio = rowe.PileMomentRatio(row + 1);
             const bool shown = x > -3.5 && x <= -1.5 && ratio <= 1.2;
@@ -325,9 +336,8 @@ TEST(PlotMenu, ALineInTheEmptyAreaTellsWhatToChoose) {
 TEST(PlotBand, TellsExtremesAndTheValuesAtThePointer) {
     Person person;
     solveExample(person, "cantilever-dry-sand", false);
-    const State& state = person.session().state;
-    const double top = state.problem.WallTopElev;
-    const double bottom = state.solution.SolvedBottomElev(1);
+    const double top = person.session().problem.WallTopElev;
+    const double bottom = person.session().workspace.results().levels(1).bottomElev;
     const double elevation = (top + bottom) / 2;
     person.expectScreen("CANPLOT", [&](QDialog& screen) {
         chooseAction(screen, "mnuMoment");

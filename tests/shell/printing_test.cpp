@@ -71,7 +71,7 @@ TEST(Printing, WithoutAPrinterTheReportGoesToAPdfFileLineByLine) {
     person.expectFile(person.userFile("report")); // the extension is the dialog's
     person.choose("mnuPrintItem_1");
     person.expectNothingLeft();
-    const std::string report = readFile(person.session().state.report.CurrentOutputName);
+    const std::string report = readFile(person.session().report.CurrentOutputName);
     EXPECT_EQ(words(withoutPageNumbers(textOfPdf(pdf))), words(report));
 }
 
@@ -171,7 +171,7 @@ TEST(Printing, TheSetupsOwnPdfFileTakesTheWholeReport) {
     });
     person.choose("mnuPrintItem_1");
     EXPECT_EQ(words(withoutPageNumbers(textOfPdf(pdf))),
-              words(readFile(person.session().state.report.CurrentOutputName)));
+              words(readFile(person.session().report.CurrentOutputName)));
 }
 
 TEST(Printing, APrinterThatIsGoneAfterTheSetupIsTold) {

@@ -211,7 +211,7 @@ TEST(WindowTitle, FollowsFileAndUnsavedChanges) {
     EXPECT_EQ(person.window().windowTitle(), "cantilever-dry-sand.dat - KORVANE");
     person.expectBox("No"); // output
     person.expectScreen("KEYIN", [&](QDialog& keyin) {
-        person.session().state.DataChanged = 1;
+        person.session().DataChanged = 1;
         pushButton(keyin, "cmdFinished");
     });
     person.choose("mnuEditItem_0");
@@ -295,7 +295,7 @@ TEST(Shortcuts, LeadToTheCommandsOfTheFileMenu) {
     EXPECT_EQ(readFile(person.userFile("input.pdf")).rfind("%PDF", 0), 0U);
     press(person, Qt::Key_S, control); // nothing to save: no dialog
     person.expectScreen("KEYIN", [&](QDialog& keyin) {
-        person.session().state.DataChanged = 1;
+        person.session().DataChanged = 1;
         pushButton(keyin, "cmdFinished");
     });
     person.choose("mnuEditItem_0");

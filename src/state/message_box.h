@@ -1,4 +1,4 @@
-// Message boxes as values, and who answers them.
+// Message boxes as values.
 #pragma once
 
 #include <string>
@@ -17,13 +17,6 @@ struct MessageBox {
     Icon icon = Icon::None;
 
     bool operator==(const MessageBox&) const = default;
-};
-
-/// Shows message boxes: the desktop, the batch command or a test's script.
-class Prompts {
-  public:
-    virtual ~Prompts() = default;
-    virtual Answer Ask(const MessageBox& box) = 0;
 };
 
 } // namespace korvane
