@@ -59,7 +59,8 @@ void svgFile(benchmark::State& run, PlotScreenName screen, int plotNumber) {
     PlotView view = openPlotScreen(wall.plotData(), screen);
     view.PlotNumber = plotNumber;
     const Figure figure{
-        "", [&](Surface& surface) { drawPlot(surface, wall.plotData(), view, Medium::Paper); }};
+        "", plotReadings(wall.plotData(), view).title, plotDescription(wall.plotData(), view),
+        [&](Surface& surface) { drawPlot(surface, wall.plotData(), view, Medium::Paper); }};
     std::size_t size = 0;
     for (auto _ : run) {
         size = svgFigure(figure).size();

@@ -35,6 +35,9 @@ void ClearProblem(Session& session);
 /// 0 New, 1 Open, 7 Exit (also Alt+F4 and the frame's cross).
 void mnuFileItem_Click(Session& session, Desktop& desktop, int index);
 
+/// Open without its dialog: the file of that path, after the same questions.
+void openNamedFile(Session& session, Desktop& desktop, const std::string& path);
+
 /// 0 saves the input, 1 the output.
 void mnuSaveItem_Click(Session& session, Desktop& desktop, int index);
 

@@ -2,6 +2,7 @@
 #include "commands/command_scope.h"
 #include "commands/commands.h"
 #include "commands/files.h"
+#include "commands/recent_files.h"
 #include "commands/report.h"
 #include "commands/told_boxes.h"
 #include "problem/input_reader.h"
@@ -37,6 +38,7 @@ bool readAndEcho(Session& session, Desktop& desktop, const std::string& fileText
         return false;
     }
     session.CurrentInputName = name;
+    session.ProblemFile = name;
     session.readingInput = true;
     const ReadResult result = readProblem(session.problem, fileText, name);
     session.readingInput = false;
@@ -73,23 +75,27 @@ void disableAfterFailedOpen(Menus& menus) {
     menus.mnuSolve.enabled = false;
 }
 
-void openFile(Session& session, Desktop& desktop) {
+/// `named` is the file to open, or empty for the dialog's.
+void openFile(Session& session, Desktop& desktop, const std::string& named) {
     askForUnsavedFiles(session, desktop);
     session.menus.mnuSaveItem(1).enabled = true;
     DeleteTempFiles(session, desktop);
     ClearProblem(session);
 
-    session.InputFileName = chooseFile(
-        session, desktop,
-        {.kind = FileDialog::Kind::Open,
-         .title = "OPEN INPUT FILE.",
-         .filter = "Input files(*.dat)|*.dat|Input files (*.in)|*.in|All files (*.*)|*.*"});
+    session.InputFileName =
+        named.empty() ? chooseFile(session, desktop,
+                                   {.kind = FileDialog::Kind::Open,
+                                    .title = "OPEN INPUT FILE.",
+                                    .filter = "Input files(*.dat)|*.dat|Input files (*.in)|*.in|"
+                                              "All files (*.*)|*.*"})
+                      : named;
     if (session.InputFileName.empty()) {
         return;
     }
     RememberDialogFolder(session, session.InputFileName);
     if (readAndEcho(session, desktop, readFile(session.InputFileName))) {
         enableForOpenedFile(session.menus);
+        noteRecent(session, session.InputFileName);
     } else {
         disableAfterFailedOpen(session.menus);
         ClearProblem(session);
@@ -124,7 +130,7 @@ void mnuFileItem_Click(Session& session, Desktop& desktop, int index) {
         runCommand(session, desktop, [&] { newProblem(session, desktop); });
         break;
     case 1:
-        runCommand(session, desktop, [&] { openFile(session, desktop); });
+        runCommand(session, desktop, [&] { openFile(session, desktop, {}); });
         break;
     case 7:
         exitProgram(session, desktop);
@@ -132,6 +138,10 @@ void mnuFileItem_Click(Session& session, Desktop& desktop, int index) {
     default: // a separator or a submenu
         break;
     }
+}
+
+void openNamedFile(Session& session, Desktop& desktop, const std::string& path) {
+    runCommand(session, desktop, [&] { openFile(session, desktop, path); });
 }
 
 void mnuSaveItem_Click(Session& session, Desktop& desktop, int index) {

@@ -1,12 +1,14 @@
 #include "commands/files.h"
 
 #include "commands/command_scope.h"
+#include "commands/recent_files.h"
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 #include <vector>
 
 namespace korvane {
@@ -63,6 +65,27 @@ void deleteListedFile(Session& session, const std::string& name) {
     }
 }
 
+/// Whether a name ends in one of the extensions, which are parted by "|".
+bool hasOneOf(std::string extensions, const std::string& name) {
+    std::replace(extensions.begin(), extensions.end(), '|', ' ');
+    std::istringstream each(extensions);
+    for (std::string extension; each >> extension;) {
+        if (endsIn(name, extension)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// ".PNG, .SVG, .PDF".
+std::string listed(const std::string& extensions) {
+    std::string text;
+    for (const char c : extensions) {
+        text += c == '|' ? std::string(", ") : std::string(1, c);
+    }
+    return text;
+}
+
 /// The user's file is written: a later fault in the same command leaves it and its name alone.
 void keepSaved(Session& session) {
     if (session.running != nullptr) {
@@ -72,11 +95,14 @@ void keepSaved(Session& session) {
 
 } // namespace
 
-std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog) {
+std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog,
+                           const std::string& suggestion) {
     for (;;) {
-        std::string name = chooseFile(
-            session, desktop,
-            {.kind = FileDialog::Kind::Save, .title = dialog.title, .filter = dialog.filter});
+        std::string name = chooseFile(session, desktop,
+                                      {.kind = FileDialog::Kind::Save,
+                                       .title = dialog.title,
+                                       .filter = dialog.filter,
+                                       .fileName = suggestion});
         if (name.empty()) {
             return name;
         }
@@ -85,6 +111,11 @@ std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog&
             desktop.Ask({.text = "File:  " + name +
                                  "  is a temporary file in use.\n"
                                  "Please choose another file name for saving input data."});
+        } else if (dialog.extensions != nullptr && !hasOneOf(dialog.extensions, name)) {
+            desktop.Ask({.text = "File: " + name + "\nThe name must end in " +
+                                 listed(dialog.extensions) + ".\nPlease choose another file name.",
+                         .title = "UNKNOWN KIND OF FILE!",
+                         .icon = Icon::Exclamation});
         } else if (!fs::exists(name) ||
                    desktop.Ask({.text = "File: " + name + " exists.\nDo you want to write over it?",
                                 .title = "OVERWRITE?",
@@ -155,6 +186,8 @@ void SaveInputData(Session& session, Desktop& desktop) {
         deleteListedFile(session, CurrentInputName);
     }
     CurrentInputName = InputFileName;
+    session.ProblemFile = InputFileName;
+    noteRecent(session, InputFileName);
     keepSaved(session);
 }
 

@@ -18,13 +18,16 @@ bool endsIn(const std::string& name, const std::string& extension);
 struct SaveDialog {
     const char* title;
     const char* filter;
-    const char* refusedExtension =
-        nullptr; ///< of the temporary files, upper case; none for figures
+    const char* refusedExtension = nullptr; ///< of the temporary files, upper case, or none
+    /// The only extensions that a name may have, upper case and parted by "|"; nullptr for any.
+    const char* extensions = nullptr;
 };
 
 /// Shows a save dialog until a name is accepted: a refused extension and a No to the overwrite
-/// question ask again. Empty where the dialog was cancelled.
-std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog);
+/// question ask again, and so does a name that has none of the dialog's extensions, after a box.
+/// `suggestion` is the name that stands in the dialog at first. Empty where it was cancelled.
+std::string chooseSaveName(Session& session, Desktop& desktop, const SaveDialog& dialog,
+                           const std::string& suggestion = {});
 
 /// What a save question may be asked with.
 inline constexpr const char* SaveInputQuestion = "DO YOU WANT TO SAVE CURRENT INPUT DATA?";

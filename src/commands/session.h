@@ -7,6 +7,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 namespace korvane {
 
@@ -41,8 +42,8 @@ class MenuItems {
 /// The menus of the main window. Captions and the states at design time; commands change them.
 struct Menus {
     MenuItem mnuFile{"&File"};
-    MenuItems<8> mnuFileItem{{"&New"}, {"&Open"},         {""}, {"&Save", false},
-                             {""},     {"&Print", false}, {""}, {"E&xit"}};
+    MenuItems<10> mnuFileItem{{"&New"}, {"&Open"}, {""}, {"&Save", false}, {""}, {"&Print", false},
+                              {""},     {"E&xit"}, {""}, {"&Recent Files"}};
     MenuItems<2> mnuSaveItem{{"&Input Data", false}, {"&Output Data", false}};
     MenuItems<2> mnuPrintItem{{"&Input File"}, {"&Output File"}};
     MenuItem mnuEdit{"&Edit"};
@@ -69,6 +70,7 @@ struct Panels {
     bool fraSoilOutVisible = false; ///< the stop for review of a design
     bool panDoneVisible = false;    ///< the end of a solution, with its OK button
     std::string panDoneText;        ///< "SOLUTION COMPLETE" or the abort words
+    bool panDoneAborted = false;    ///< these are the abort words
 
     bool operator==(const Panels&) const = default;
 };
@@ -84,6 +86,7 @@ enum class FlowStage {
 /// The variables of the main window.
 struct MainWindow {
     std::string CurrentInputName; ///< the opened, temporary or saved input file, "" when none
+    std::string ProblemFile;      ///< the user's file that the problem is from or saved in, or ""
     std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
     std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
     int FileLineCount = 0;        ///< lines written to the temporary input file
@@ -129,7 +132,9 @@ struct Session : MainWindow {
     int DataChanged = 0;       ///< 1 when a data-entry screen changed something
     int HeadContDataValid = 0; ///< 1 when the heading section is valid
 
-    int LoadKind = 0;                ///< what SURCHARG (1 to 6) or HORLOAD (1, 2) is to show
+    int LoadKind = 0;                     ///< what SURCHARG (1 to 6) or HORLOAD (1, 2) is to show
+    std::vector<std::string> recentFiles; ///< the user's input files, the newest first
+    std::string recentStore;              ///< file that keeps them between runs, "" for none
     bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue
     CommandScope* running = nullptr; ///< of the command at work that can be taken back, if any
 

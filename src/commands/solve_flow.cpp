@@ -34,7 +34,8 @@ void enterStage(Session& session, FlowStage stage) {
 }
 
 void showDone(Session& session) {
-    session.panels.panDoneText = session.SolutionFailed == 0 ? completeText : abortedText;
+    session.panels.panDoneAborted = session.SolutionFailed != 0;
+    session.panels.panDoneText = session.panels.panDoneAborted ? abortedText : completeText;
     enterStage(session, FlowStage::Finished);
 }
 

@@ -84,6 +84,7 @@ void ClearProblem(Session& session) {
     session.OutputSavedFlag = 0;
     session.InputFileName.clear();
     session.CurrentInputName.clear();
+    session.ProblemFile.clear();
     session.SavedOutputName.clear();
 
     Menus& menus = session.menus;

@@ -1,14 +1,40 @@
 // The desktop program.
 #include "commands/commands.h"
 #include "screens/screens.h"
+#include "shell/command_line.h"
 #include "shell/program.h"
 
 #include <QApplication>
 
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+constexpr int WrongUsage = 2;
+
+int print(const korvane::CommandLine& line) {
+    std::fputs(line.answer.c_str(), line.refused ? stderr : stdout);
+    return line.refused ? WrongUsage : 0;
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
+    if (const auto alone = korvane::answerAlone(argc, argv); !alone.answer.empty()) {
+        return print(alone);
+    }
     korvane::provideTempVariable();
-    QApplication application(argc, argv);
+    QApplication application(argc, argv); // takes the toolkit's own options away
+    const auto line = korvane::readCommandLine(argc, argv);
+    if (!line.answer.empty()) {
+        return print(line);
+    }
     korvane::prepareApplication();
     constexpr int titleMilliseconds = 3000;
-    return korvane::runProgram(korvane::dataScreens(), titleMilliseconds);
+    std::error_code gone; // the current folder, perhaps: Open tells
+    const auto file =
+        line.file.empty() ? std::filesystem::path() : std::filesystem::absolute(line.file, gone);
+    return korvane::runProgram(korvane::dataScreens(), titleMilliseconds, file.string());
 }

@@ -1,8 +1,10 @@
 #include "plots/figures.h"
 
+#include "plots/bounds_surface.h"
 #include "plots/input_plots.h"
 #include "plots/result_plots.h"
 #include "plots/svg_surface.h"
+#include "runtime/runtime_error.h"
 
 #include <array>
 
@@ -26,6 +28,8 @@ constexpr std::array<const char*, InputPlotCount> InputNames{"system",
                                                              "distributed-loads",
                                                              "water-pressures"};
 constexpr std::array<const char*, 1> RoweNames{"rowe"};
+constexpr std::array<const char*, 4> InitialNames{"left-pressure", "right-pressure", "net-pressure",
+                                                  "water-pressure"};
 
 /// Figures of one screen, and the words before their names.
 struct FigureGroup {
@@ -39,6 +43,11 @@ constexpr FigureGroup FreeEarthGroup{PlotScreenName::FREEPLOT, "free-", ResultNa
 constexpr FigureGroup FixedEarthGroup{PlotScreenName::FIXDPLOT, "fixed-", ResultNames};
 constexpr FigureGroup RoweGroup{PlotScreenName::ROWECURV, "", RoweNames};
 constexpr FigureGroup InputGroup{PlotScreenName::VUINPLOT, "input-", InputNames};
+constexpr FigureGroup InitialGroup{PlotScreenName::VUSOLPLT, "initial-", InitialNames};
+
+std::string nameIn(const FigureGroup& group, int plotNumber) {
+    return std::string(group.prefix) + group.names[static_cast<std::size_t>(plotNumber - 1)];
+}
 
 void visitGroup(const PlotData& data, const FigureGroup& group,
                 const std::function<void(const Figure&)>& take) {
@@ -48,7 +57,7 @@ void visitGroup(const PlotData& data, const FigureGroup& group,
             continue;
         }
         view.PlotNumber = n;
-        take({std::string(group.prefix) + group.names[static_cast<std::size_t>(n - 1)],
+        take({nameIn(group, n), plotReadings(data, view).title, plotDescription(data, view),
               [&](Surface& surface) { drawPlot(surface, data, view, Medium::Paper); }});
     }
 }
@@ -57,11 +66,10 @@ void visitGroup(const PlotData& data, const FigureGroup& group,
 
 void visitFigures(const PlotData& data, bool solved,
                   const std::function<void(const Figure&)>& take) {
-    constexpr int Sand = 1;
     if (solved && data.problem.WallType == WallKind::Anchored) {
         visitGroup(data, FreeEarthGroup, take);
         visitGroup(data, FixedEarthGroup, take);
-        if (data.reduction.RoweSoilType == Sand) {
+        if (data.reduction.RoweSoilType != 0) { // sand or clay, as the screen shows it
             visitGroup(data, RoweGroup, take);
         }
     } else if (solved) {
@@ -81,10 +89,23 @@ std::vector<std::string> figureNames() {
     return names;
 }
 
+std::string figureName(const PlotView& view) {
+    for (const FigureGroup& group :
+         {CantileverGroup, FreeEarthGroup, FixedEarthGroup, RoweGroup, InputGroup, InitialGroup}) {
+        if (group.screen == view.screen && view.PlotNumber >= 1 &&
+            view.PlotNumber <= static_cast<int>(group.names.size())) {
+            return nameIn(group, view.PlotNumber);
+        }
+    }
+    throw RuntimeError(5);
+}
+
 std::string svgFigure(const Figure& figure) {
     SvgSurface surface;
+    BoundsSurface bounds(surface);
+    figure.draw(bounds);
     figure.draw(surface);
-    return surface.document(FigureView);
+    return surface.document(bounds.bounds(FigureView), figure.title, figure.description);
 }
 
 } // namespace korvane

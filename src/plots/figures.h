@@ -14,13 +14,15 @@ namespace korvane {
 struct Figure {
     /// The figure's part of a file name: "moment" for "NAME-moment.svg".
     std::string name;
+    std::string title;       ///< what it shows
+    std::string description; ///< for readers who do not see it
     /// Draws in the coordinates of the page, PaperFrame and heading lines included.
     std::function<void(Surface&)> draw;
 };
 
 /// Hands over each figure of the problem in turn: with `solved` the result diagrams ("moment",
 /// "shear" ... of a cantilever wall, "free-moment" ... and "fixed-moment" ... of an anchored one)
-/// and, where Rowe's moment reduction applied in sand, "rowe"; then always the views of the input
+/// and, where Rowe's moment reduction applied, "rowe"; then always the views of the input
 /// ("input-system" ...). Diagrams that the plot screens would refuse (no water, no such loads) are
 /// left out. A figure may be drawn only until `take` returns.
 void visitFigures(const PlotData& data, bool solved,
@@ -29,7 +31,11 @@ void visitFigures(const PlotData& data, bool solved,
 /// Every name that a figure can have.
 std::vector<std::string> figureNames();
 
-/// A figure as the content of an SVG file, cropped to the frame of the page's drawing.
+/// The name of the figure that a view shows, "initial-left-pressure" and the like before a solution
+/// included.
+std::string figureName(const PlotView& view);
+
+/// A figure as the content of an SVG file that shows all of its drawing.
 std::string svgFigure(const Figure& figure);
 
 } // namespace korvane

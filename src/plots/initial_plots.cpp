@@ -12,6 +12,7 @@ namespace korvane {
 namespace {
 
 constexpr double KeyY = 720; ///< of the key of the net diagram
+constexpr const char* WaterTitle = "INITIAL NET WATER PRESSURES (PSF)";
 
 /// Extremes of the net pressures down to the plot's bottom.
 struct NetExtremes {
@@ -30,6 +31,11 @@ Titles titlesOf(const Problem& problem, const char* first) {
     titles.second = isAnchored(problem) ? "FOR ANCHORED " : "FOR CANTILEVER ";
     titles.second += problem.ProgramMode == Mode::Design ? "WALL DESIGN" : "WALL ANALYSIS";
     return titles;
+}
+
+Titles netSoilTitles(const Problem& problem) {
+    return titlesOf(problem, isAnchored(problem) ? "INITIAL NET ACTIVE PRESSURES (PSF)"
+                                                 : "INITIAL NET PRESSURES (PSF)");
 }
 
 NetExtremes netExtremes(const PressureDiagrams& diagrams, double bottomElev) {
@@ -75,8 +81,7 @@ void drawNetSoil(Sheet& sheet, const Problem& problem, const PressureDiagrams& d
     const NetExtremes extremes = netExtremes(diagrams, elevations.bottom);
 
     OneScaleFrame frame;
-    frame.titles = titlesOf(problem, anchored ? "INITIAL NET ACTIVE PRESSURES (PSF)"
-                                              : "INITIAL NET PRESSURES (PSF)");
+    frame.titles = netSoilTitles(problem);
     frame.elevations = elevations;
     frame.values = {RoundUpScale(anchored ? extremes.largestActive : extremes.largestPassive),
                     RoundUpScale(std::abs(extremes.smallestActive)), false};
@@ -92,6 +97,34 @@ void drawNetSoil(Sheet& sheet, const Problem& problem, const PressureDiagrams& d
     if (!anchored) {
         drawKey(sheet, 5472, 6312, "NET PASSIVE", PassiveGreen);
     }
+}
+
+SidePlot sidePlotOf(const Problem& problem, const ShownPressures& shown, const InitialPlots& plots,
+                    int plotNumber) {
+    const bool left = plotNumber == InitialLeftPlot;
+    return {left ? Left : Right,
+            titlesOf(problem, left ? "LEFTSIDE INITIAL PRESSURES (PSF)"
+                                   : "RIGHTSIDE INITIAL PRESSURES (PSF)"),
+            {problem.WallTopElev, plots.PlotBottomElev},
+            plots.scales,
+            shown.grid.NumElevs};
+}
+
+PlotReadings readNetSoil(const Problem& problem, const PressureDiagrams& diagrams,
+                         const ElevationAxis& elevations) {
+    const ElevationGrid& grid = diagrams.grid;
+    const auto points = [&](const Array<double, 301, 2>& values) {
+        return gridPoints(grid, values, elevations.bottom, grid.NumElevs);
+    };
+    const Titles titles = netSoilTitles(problem);
+    PlotReadings readings{.title = titles.first + " " + titles.second,
+                          .elevations = elevations,
+                          .unit = "PSF",
+                          .curves = {{"Net active", points(diagrams.NetActive)}}};
+    if (!isAnchored(problem)) {
+        readings.curves.push_back({"Net passive", points(diagrams.NetPassive)});
+    }
+    return readings;
 }
 
 } // namespace
@@ -116,25 +149,35 @@ void drawInitialPlot(Surface& surface, const Problem& problem, const Review& rev
     Sheet sheet(surface, medium);
     const ElevationAxis elevations{problem.WallTopElev, plots.PlotBottomElev};
     const ShownPressures shown = shownPressures(review);
-    const auto drawSide = [&](int side, const char* title) {
-        drawSidePlot(
-            sheet, problem, shown,
-            {side, titlesOf(problem, title), elevations, plots.scales, shown.grid.NumElevs});
-    };
     switch (plotNumber) {
     case InitialLeftPlot:
-        drawSide(Left, "LEFTSIDE INITIAL PRESSURES (PSF)");
-        break;
     case InitialRightPlot:
-        drawSide(Right, "RIGHTSIDE INITIAL PRESSURES (PSF)");
+        drawSidePlot(sheet, problem, shown, sidePlotOf(problem, shown, plots, plotNumber));
         break;
     case InitialNetSoilPlot:
         drawNetSoil(sheet, problem, review.diagrams, elevations);
         break;
     case InitialNetWaterPlot:
-        drawWaterPlot(sheet, problem, shown, titlesOf(problem, "INITIAL NET WATER PRESSURES (PSF)"),
-                      elevations, plots.scales, isAnchored(problem));
+        drawWaterPlot(sheet, problem, shown, titlesOf(problem, WaterTitle), elevations,
+                      plots.scales, isAnchored(problem));
         break;
+    default:
+        throw RuntimeError(5);
+    }
+}
+
+PlotReadings readInitialPlot(const Problem& problem, const Review& review,
+                             const InitialPlots& plots, int plotNumber) {
+    const ElevationAxis elevations{problem.WallTopElev, plots.PlotBottomElev};
+    const ShownPressures shown = shownPressures(review);
+    switch (plotNumber) {
+    case InitialLeftPlot:
+    case InitialRightPlot:
+        return readSidePlot(shown, sidePlotOf(problem, shown, plots, plotNumber));
+    case InitialNetSoilPlot:
+        return readNetSoil(problem, review.diagrams, elevations);
+    case InitialNetWaterPlot:
+        return readWaterPlot(shown, titlesOf(problem, WaterTitle), elevations);
     default:
         throw RuntimeError(5);
     }

@@ -1,6 +1,7 @@
 // The four diagrams of the soil and water pressures before a solution.
 #pragma once
 
+#include "plots/readings.h"
 #include "plots/scales.h"
 #include "plots/sheet.h"
 #include "state/results.h"
@@ -24,6 +25,10 @@ enum InitialPlotNumber {
 /// Chooses the depth, three times the retained height below the lower ground, at least 30 FT and
 /// never past the grid, and prepares the scales. RuntimeError 9 on a grid of fewer than three rows.
 InitialPlots openInitialPlots(const Problem& problem, const Review& review);
+
+/// What one diagram tells. RuntimeError 5 for a number that names none.
+PlotReadings readInitialPlot(const Problem& problem, const Review& review,
+                             const InitialPlots& plots, int plotNumber);
 
 /// Draws one diagram. RuntimeError 5 for a number that names none.
 void drawInitialPlot(Surface& surface, const Problem& problem, const Review& review,

@@ -1,5 +1,6 @@
 #include "plots/plot_screen.h"
 
+#include "plots/bounds_surface.h"
 #include "plots/frame.h"
 #include "plots/input_plots.h"
 #include "plots/result_plots.h"
@@ -73,7 +74,7 @@ constexpr std::array<PlotScreen, 6> PlotScreens{{
     {PlotScreenName::FIXDPLOT, "ANCHORED WALL RESULTS BY FIXED EARTH METHOD", 7, FixedEarthEntries},
     {PlotScreenName::VUSOLPLT, "INITIAL SOIL PRESSURES", 4, InitialEntries},
     {PlotScreenName::VUINPLOT, "INPUT DATA", InputPlotCount, InputEntries, false},
-    {PlotScreenName::ROWECURV, "ROWE'S MOMENT REDUCTION FOR PILES IN SAND", 1, {}, false, 4},
+    {PlotScreenName::ROWECURV, "ROWE'S MOMENT REDUCTION FOR PILES IN SAND", 1, {}, false, 4, 0.6},
 }};
 
 const ResultKind& resultKind(PlotScreenName name) {
@@ -93,6 +94,19 @@ std::vector<std::string> headingsOf(const Problem& problem, int limit) {
         headings.push_back(problem.HeadingLines(i));
     }
     return headings;
+}
+
+/// "INPUT DATA: System"; the screen's own title where it has no entries.
+std::string inputTitle(const PlotScreen& screen, int plotNumber) {
+    std::string title = screen.title;
+    for (const PlotEntry& entry : screen.entries) {
+        if (entry.kind == Kind::Plot && entry.plotNumber == plotNumber) {
+            std::string caption = entry.caption;
+            std::erase(caption, '&');
+            title += ": " + caption;
+        }
+    }
+    return title;
 }
 
 /// Heading lines above the drawing: one or two from the upper place on, more up from the lower.
@@ -208,6 +222,39 @@ void drawPlot(Surface& surface, const PlotData& data, const PlotView& view, Medi
         drawRowePlot(surface, data.sections, data.reduction, medium);
         break;
     }
+}
+
+Corners plotBounds(const Surface& metrics, const PlotData& data, const PlotView& view,
+                   Medium medium) {
+    BoundsSurface surface(metrics);
+    drawPlot(surface, data, view, medium);
+    return surface.bounds(medium == Medium::Paper ? FigureView : PictureView);
+}
+
+PlotReadings plotReadings(const PlotData& data, const PlotView& view) {
+    switch (view.screen) {
+    case PlotScreenName::CANPLOT:
+    case PlotScreenName::FREEPLOT:
+    case PlotScreenName::FIXDPLOT:
+        return readResultPlot(data.problem, data.results, resultKind(view.screen), view.PlotNumber);
+    case PlotScreenName::VUSOLPLT:
+        return readInitialPlot(data.problem, data.results.review,
+                               {view.PlotBottomElev, view.scales}, view.PlotNumber);
+    default:
+        return {.title = inputTitle(plotScreen(view.screen), view.PlotNumber)};
+    }
+}
+
+std::string plotDescription(const PlotData& data, const PlotView& view) {
+    std::string text;
+    const auto add = [&](const std::string& line) { text += (text.empty() ? "" : ". ") + line; };
+    for (const std::string& heading : view.headings) {
+        add(heading.rfind('\'', 0) == 0 ? heading.substr(1) : heading);
+    }
+    for (const std::string& line : extremeLines(plotReadings(data, view))) {
+        add(line);
+    }
+    return text;
 }
 
 } // namespace korvane

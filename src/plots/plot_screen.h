@@ -3,6 +3,7 @@
 #pragma once
 
 #include "plots/initial_plots.h"
+#include "plots/readings.h"
 #include "plots/scales.h"
 #include "plots/sheet.h"
 #include "state/results.h"
@@ -42,15 +43,14 @@ struct PlotScreen {
     std::span<const PlotEntry> entries; ///< in their order; the help menu comes behind them
     bool framedOnPaper = true;          ///< the outer frame is drawn on paper
     int headingLimit = 2;               ///< heading lines under the picture and on paper
+    double pictureShare = 0.76;         ///< of the window's height that the picture takes
 };
 
 inline constexpr const char* DoneCaption = "&Done";
 inline constexpr const char* PrintCaption = "&Print";
 inline constexpr const char* SaveCaption = "Sa&ve";
 
-/// The picture's height as a share of the window's; its width is the window's inner width.
-inline constexpr double PictureHeightShare = 0.76;
-/// The drawing that must fit the picture, twips.
+/// The place of a usual drawing in the picture, twips.
 inline constexpr Corners PictureView{{0, 0}, {10080, 5760}};
 
 const PlotScreen& plotScreen(PlotScreenName name);
@@ -100,5 +100,17 @@ bool closePlotFrame(PlotView& view);
 /// Draws the diagram of view.PlotNumber in the picture's coordinates or, on paper, in the page's,
 /// with heading lines and outer frame.
 void drawPlot(Surface& surface, const PlotData& data, const PlotView& view, Medium medium);
+
+/// How far the diagram on show reaches: what a picture or a figure shows, in the coordinates of the
+/// medium. Texts are measured by the surface that will draw them.
+Corners plotBounds(const Surface& metrics, const PlotData& data, const PlotView& view,
+                   Medium medium);
+
+/// What the diagram on show tells in numbers; a sketch of the input and Rowe's curves have a title
+/// alone.
+PlotReadings plotReadings(const PlotData& data, const PlotView& view);
+
+/// The diagram on show for readers who do not see it: heading lines and extremes.
+std::string plotDescription(const PlotData& data, const PlotView& view);
 
 } // namespace korvane

@@ -69,7 +69,39 @@ void drawStrips(Sheet& sheet, const ElevationGrid& grid, const Array<double, 2, 
     }
 }
 
+/// The points of one kind of pressure of a side, strip by strip.
+std::vector<CurvePoint> stripPoints(const ElevationGrid& grid,
+                                    const Array<double, 2, 301, 2>& values, const SidePlot& plot) {
+    const auto& ElevGrid = grid.ElevGrid;
+    std::vector<CurvePoint> points;
+    for (int i = 1; i < plot.lastRow; ++i) {
+        points.push_back({ElevGrid(i), values(plot.side, i, 1)});
+        points.push_back({ElevGrid(i + 1), values(plot.side, i + 1, 2)});
+        if (ElevGrid(i + 1) <= plot.elevations.bottom) {
+            break;
+        }
+    }
+    return points;
+}
+
 } // namespace
+
+PlotReadings readSidePlot(const ShownPressures& shown, const SidePlot& plot) {
+    return {.title = plot.titles.first + " " + plot.titles.second,
+            .elevations = plot.elevations,
+            .unit = "PSF",
+            .curves = {{"Passive", stripPoints(shown.grid, shown.soil.PassivePressures, plot)},
+                       {"Active", stripPoints(shown.grid, shown.soil.ActivePressures, plot)}}};
+}
+
+PlotReadings readWaterPlot(const ShownPressures& shown, const Titles& titles,
+                           const ElevationAxis& elevations) {
+    return {.title = titles.first + " " + titles.second,
+            .elevations = elevations,
+            .unit = "PSF",
+            .curves = {
+                {{}, gridPoints(shown.grid, shown.water, elevations.bottom, shown.grid.NumElevs)}}};
+}
 
 void drawSidePlot(Sheet& sheet, const Problem& problem, const ShownPressures& shown,
                   SidePlot plot) {

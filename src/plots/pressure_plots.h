@@ -3,6 +3,7 @@
 #pragma once
 
 #include "plots/frame.h"
+#include "plots/readings.h"
 #include "plots/scales.h"
 #include "plots/sheet.h"
 
@@ -20,6 +21,13 @@ struct SidePlot {
 /// Each pressure grows away from its zero edge: leftward on the left side, rightward on the right
 /// side. A kind whose scale is 0 keeps its box and scale without strips.
 void drawSidePlot(Sheet& sheet, const Problem& problem, const ShownPressures& shown, SidePlot plot);
+
+/// The passive and the active pressures of a side as it draws them.
+PlotReadings readSidePlot(const ShownPressures& shown, const SidePlot& plot);
+
+/// Likewise the net water pressures.
+PlotReadings readWaterPlot(const ShownPressures& shown, const Titles& titles,
+                           const ElevationAxis& elevations);
 
 /// The net water pressures on the grid, down to the bottom of `elevations`. A step shows as a
 /// horizontal stroke.

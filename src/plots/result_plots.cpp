@@ -18,6 +18,8 @@ struct RowPlot {
     const char* paperTitle; ///< nullptr: as on the screen
     Array<double, 301> ResultDiagrams::*rows;
     Range PlotScales::*range; ///< of the scale
+    const char* unit;
+    const char* analysisUnit;
     NumberFormat format;
     bool zeroEndShown;
     bool leftward;
@@ -27,15 +29,17 @@ struct RowPlot {
 /// The net pressure's paper title lacks the word "NET" and both its lines stand lower: deliberate.
 constexpr std::array<RowPlot, 4> RowPlots{{
     {"SCALED DEFLECTION (LB-IN^3)", "DEFLECTION (IN)", nullptr, &ResultDiagrams::ResultDeflection,
-     &PlotScales::deflection, ExponentFormat, false, true, Red},
+     &PlotScales::deflection, "LB-IN^3", "IN", ExponentFormat, false, true, Red},
     {"BENDING MOMENT (LB-FT)", "BENDING MOMENT (LB-FT)", nullptr, &ResultDiagrams::ResultMoment,
-     &PlotScales::moment, ExponentFormat, false, false, StartGrey},
-    {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &PlotScales::shear,
-     WholeFormat, true, false, StartGrey},
+     &PlotScales::moment, "LB-FT", "LB-FT", ExponentFormat, false, false, StartGrey},
+    {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &PlotScales::shear, "LB",
+     "LB", WholeFormat, true, false, StartGrey},
     {"NET SOIL PRESSURE (PSF)", "NET SOIL PRESSURE (PSF)", "SOIL PRESSURE (PSF)",
-     &ResultDiagrams::ResultPressure, &PlotScales::pressure, WholeFormat, true, false, StartGrey},
+     &ResultDiagrams::ResultPressure, &PlotScales::pressure, "PSF", "PSF", WholeFormat, true, false,
+     StartGrey},
 }};
 constexpr double LoweredTitles = 72; ///< twips
+constexpr const char* WaterTitle = "NET WATER PRESSURES (PSF)";
 
 ElevationAxis solvedElevations(const Problem& problem, const LevelResult& level) {
     return {problem.WallTopElev, level.bottomElev};
@@ -90,6 +94,32 @@ void drawRowPlot(Sheet& sheet, const Problem& problem, const LevelResult& level,
     drawRowCurve(sheet, level.diagrams, plot, frame);
 }
 
+SidePlot sidePlotOf(const Problem& problem, const LevelResult& level, const ResultKind& kind,
+                    const PlotScales& scales, int plotNumber) {
+    const bool left = plotNumber == LeftPressurePlot;
+    return {left ? Left : Right,
+            titlesOf(problem, kind,
+                     left ? "LEFTSIDE SOIL PRESSURES (PSF)" : "RIGHTSIDE SOIL PRESSURES (PSF)"),
+            solvedElevations(problem, level), scales, gridRows(level)};
+}
+
+PlotReadings readRowPlot(const Problem& problem, const LevelResult& level, const ResultKind& kind,
+                         int plotNumber) {
+    const RowPlot& plot = RowPlots[static_cast<std::size_t>(plotNumber - 1)];
+    const bool design = problem.ProgramMode == Mode::Design;
+    const Titles titles = titlesOf(problem, kind, design ? plot.title : plot.analysisTitle);
+    PlotReadings readings{.title = titles.first + " " + titles.second,
+                          .elevations = solvedElevations(problem, level),
+                          .unit = design ? plot.unit : plot.analysisUnit,
+                          .format = plot.format,
+                          .curves = {PlotCurve()}};
+    const auto& rows = level.diagrams.*plot.rows;
+    for (int r = 1; r <= level.diagrams.RowCount; ++r) {
+        readings.curves.front().points.push_back({level.diagrams.ResultElev(r), rows(r)});
+    }
+    return readings;
+}
+
 } // namespace
 
 PlotScales openResultPlots(const Problem& problem, const Results& results, const ResultKind& kind) {
@@ -110,11 +140,6 @@ void drawResultPlot(Surface& surface, const Problem& problem, const Results& res
                     Medium medium) {
     Sheet sheet(surface, medium);
     const LevelResult& level = results.levels(kind.level);
-    const ElevationAxis elevations = solvedElevations(problem, level);
-    const auto drawSide = [&](int side, const char* title) {
-        drawSidePlot(sheet, problem, shownPressures(results, kind.level),
-                     {side, titlesOf(problem, kind, title), elevations, scales, gridRows(level)});
-    };
     switch (plotNumber) {
     case DeflectionPlot:
     case MomentPlot:
@@ -123,16 +148,36 @@ void drawResultPlot(Surface& surface, const Problem& problem, const Results& res
         drawRowPlot(sheet, problem, level, kind, scales, plotNumber);
         break;
     case LeftPressurePlot:
-        drawSide(Left, "LEFTSIDE SOIL PRESSURES (PSF)");
-        break;
     case RightPressurePlot:
-        drawSide(Right, "RIGHTSIDE SOIL PRESSURES (PSF)");
+        drawSidePlot(sheet, problem, shownPressures(results, kind.level),
+                     sidePlotOf(problem, level, kind, scales, plotNumber));
         break;
     case NetWaterPlot:
         drawWaterPlot(sheet, problem, shownPressures(results, kind.level),
-                      titlesOf(problem, kind, "NET WATER PRESSURES (PSF)"), elevations, scales,
+                      titlesOf(problem, kind, WaterTitle), solvedElevations(problem, level), scales,
                       kind.anchored);
         break;
+    default:
+        throw RuntimeError(5);
+    }
+}
+
+PlotReadings readResultPlot(const Problem& problem, const Results& results, const ResultKind& kind,
+                            int plotNumber) {
+    const LevelResult& level = results.levels(kind.level);
+    switch (plotNumber) {
+    case DeflectionPlot:
+    case MomentPlot:
+    case ShearPlot:
+    case NetPressurePlot:
+        return readRowPlot(problem, level, kind, plotNumber);
+    case LeftPressurePlot:
+    case RightPressurePlot:
+        return readSidePlot(shownPressures(results, kind.level),
+                            sidePlotOf(problem, level, kind, {}, plotNumber));
+    case NetWaterPlot:
+        return readWaterPlot(shownPressures(results, kind.level),
+                             titlesOf(problem, kind, WaterTitle), solvedElevations(problem, level));
     default:
         throw RuntimeError(5);
     }

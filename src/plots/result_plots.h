@@ -1,6 +1,7 @@
 // The seven diagrams of a solved wall.
 #pragma once
 
+#include "plots/readings.h"
 #include "plots/scales.h"
 #include "plots/sheet.h"
 #include "state/results.h"
@@ -37,6 +38,10 @@ enum ResultPlotNumber {
 
 /// Prepares the scales of a solved level.
 PlotScales openResultPlots(const Problem& problem, const Results& results, const ResultKind& kind);
+
+/// What one diagram of the level tells. RuntimeError 5 for a number that names none.
+PlotReadings readResultPlot(const Problem& problem, const Results& results, const ResultKind& kind,
+                            int plotNumber);
 
 /// Draws one diagram of the level. RuntimeError 5 for a number that names none.
 void drawResultPlot(Surface& surface, const Problem& problem, const Results& results,

@@ -108,25 +108,45 @@ void drawDenseCurve(Sheet& sheet, const Array<double, 2, 5>& RoweSandCurve) {
     drawCurveName(sheet, {7200, gridY(c(4))}, Blue, "DENSE");
 }
 
-/// Sections outside the diagram are left out without note.
-void drawSections(Sheet& sheet, const PileSections& sections, const MomentReduction& rowe) {
+/// Why a section lies outside the diagram; empty where it lies inside.
+std::string reasonLeftOut(double logRigidity, double momentRatio) {
+    if (!(logRigidity > -3.5)) {
+        return "LOG(H^4/EI) is not above -3.5";
+    }
+    if (!(logRigidity <= -1.5)) {
+        return "LOG(H^4/EI) is above -1.5";
+    }
+    return momentRatio <= 1.2 ? "" : "M/Mo is above 1.2";
+}
+
+/// Sections outside the diagram are left out without note in the picture.
+void drawSections(Sheet& sheet, const std::vector<RoweSection>& sections) {
     constexpr double Radius = 72;
-    for (int p = 1; p <= sections.PileSectionCount; ++p) {
-        const double x = rowe.PileLogRigidity(p);
-        const double ratio = rowe.PileMomentRatio(p);
-        if (!(x > -3.5 && x <= -1.5 && ratio <= 1.2)) {
+    for (const RoweSection& section : sections) {
+        if (!section.leftOut.empty()) {
             continue;
         }
-        const Point at{gridX(x), gridY(ratio)};
+        const Point at{gridX(section.logRigidity), gridY(section.momentRatio)};
         sheet.circle(at, Radius, Red);
         sheet.point(at, StartGrey);
         sheet.lineTo({at.x + LeaderStep.x, at.y + LeaderStep.y}, Red);
         sheet.text(at.x + NameStep, Across::LeftEdge, at.y + LeaderStep.y, Down::Middle,
-                   sections.PileName(p));
+                   section.name);
     }
 }
 
 } // namespace
+
+std::vector<RoweSection> roweSections(const PileSections& sections,
+                                      const MomentReduction& reduction) {
+    std::vector<RoweSection> placed;
+    for (int p = 1; p <= sections.PileSectionCount; ++p) {
+        const double x = reduction.PileLogRigidity(p);
+        const double ratio = reduction.PileMomentRatio(p);
+        placed.push_back({sections.PileName(p), x, ratio, reasonLeftOut(x, ratio)});
+    }
+    return placed;
+}
 
 void drawRowePlot(Surface& surface, const PileSections& sections, const MomentReduction& rowe,
                   Medium medium) {
@@ -138,7 +158,7 @@ void drawRowePlot(Surface& surface, const PileSections& sections, const MomentRe
     sheet.lineWidth(RoweCurveWidth);
     drawLooseCurve(sheet, rowe.RoweSandCurve);
     drawDenseCurve(sheet, rowe.RoweSandCurve);
-    drawSections(sheet, sections, rowe);
+    drawSections(sheet, roweSections(sections, rowe));
 }
 
 } // namespace korvane

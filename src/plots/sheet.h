@@ -19,7 +19,7 @@ inline constexpr Point PaperShift{1440, 4320};
 
 /// The outer frame of a drawing on paper.
 inline constexpr Corners PaperFrame{{1440, 4320}, {11160, 9720}};
-/// What a saved figure shows: the frame with the whole width of its line.
+/// The place of a usual figure on paper: the frame with the whole width of its line.
 inline constexpr Corners FigureView{{1410, 4290}, {11190, 9750}};
 
 /// Draws in the coordinates of the screen; on paper everything is moved by a shift.

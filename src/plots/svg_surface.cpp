@@ -113,6 +113,14 @@ void addEscaped(std::string& content, std::string_view text) {
     }
 }
 
+void addElement(std::string& text, std::string_view name, std::string_view content) {
+    if (!content.empty()) {
+        ((text += '<') += name) += '>';
+        addEscaped(text, content);
+        ((text += "</") += name) += ">\n";
+    }
+}
+
 } // namespace
 
 double SvgSurface::textWidth(std::string_view text) const {
@@ -199,13 +207,14 @@ void SvgSurface::drawText(Point upperLeft, std::string_view text) {
     elements_ += "</text>\n";
 }
 
-std::string SvgSurface::document(const Corners& view) const {
+std::string SvgSurface::document(const Corners& view, std::string_view title,
+                                 std::string_view description) const {
     const Point size{view.b.x - view.a.x, view.b.y - view.a.y};
     const auto inches = [](double twips) {
         return formatNumber(twips / TwipsPerInch, "0.####") + "in";
     };
     std::string text;
-    text.reserve(elements_.size() + 1000);
+    text.reserve(elements_.size() + description.size() + 1000);
     text += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg";
     attribute(text, "xmlns", "http://www.w3.org/2000/svg");
     attribute(text, "width", inches(size.x));
@@ -216,7 +225,11 @@ std::string SvgSurface::document(const Corners& view) const {
     addPoint(text, size);
     text += '"';
     attribute(text, "overflow", "hidden");
-    text += ">\n<rect";
+    attribute(text, "role", "img");
+    text += ">\n";
+    addElement(text, "title", title);
+    addElement(text, "desc", description);
+    text += "<rect";
     rectangleFrame(text, view);
     attribute(text, "fill", White);
     text += "/>\n<g";

@@ -14,8 +14,10 @@ class SvgSurface : public Surface {
     double textWidth(std::string_view text) const override;
     double textHeight() const override;
 
-    /// The finished file: UTF-8, white ground, true size, showing nothing but `view`.
-    std::string document(const Corners& view) const;
+    /// The finished file: UTF-8, white ground, true size, showing nothing but `view`. Title and
+    /// description are for readers; an empty one is left out.
+    std::string document(const Corners& view, std::string_view title = {},
+                         std::string_view description = {}) const;
 
   private:
     void drawRectangle(const Corners& corners, Pen pen) override;

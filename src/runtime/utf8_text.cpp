@@ -39,6 +39,36 @@ std::size_t characterLength(std::string_view text) {
     return length;
 }
 
+/// The value of a valid character.
+unsigned valueOf(std::string_view character) {
+    const auto first = static_cast<unsigned char>(character.front());
+    if (character.size() == 1) {
+        return first;
+    }
+    unsigned value = first & (0x7FU >> character.size());
+    for (const char c : character.substr(1)) {
+        value = value << 6 | (static_cast<unsigned char>(c) & 0x3FU);
+    }
+    return value;
+}
+
+/// Control characters, and those that change the direction of a text or end its line unseen.
+bool isUnseen(unsigned value) {
+    return value < 0x20 || (value >= 0x7F && value <= 0x9F) ||
+           (value >= 0x200B && value <= 0x200F) || (value >= 0x2028 && value <= 0x202E) ||
+           (value >= 0x2060 && value <= 0x2069) || value == 0xFEFF;
+}
+
+/// "\x1B" or "\u202E".
+std::string valueText(unsigned value) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string text = value < 0x100 ? "\\x" : "\\u";
+    for (int shift = value < 0x100 ? 4 : 12; shift >= 0; shift -= 4) {
+        text += digits[value >> shift & 0xFU];
+    }
+    return text;
+}
+
 } // namespace
 
 std::string utf8Text(std::string_view bytes) {
@@ -56,6 +86,40 @@ std::string utf8Text(std::string_view bytes) {
         text += static_cast<char>(0x80 | (value & 0x3F));
         bytes.remove_prefix(1);
     }
+    return text;
+}
+
+std::string messageText(std::string_view bytes) {
+    constexpr std::size_t longestLine = 200; // characters
+    constexpr std::string_view cutMark = " ...";
+    const std::string valid = utf8Text(bytes);
+    std::string_view rest = valid;
+    std::string text;
+    std::string line;
+    std::size_t length = 0; // of the line, in characters
+    std::size_t cut = 0;    // bytes of it that stand before the mark, should it be too long
+    const auto endLine = [&] {
+        text += length > longestLine ? line.substr(0, cut).append(cutMark) : line;
+        line.clear();
+        length = 0;
+    };
+    while (!rest.empty()) {
+        const std::string_view character = rest.substr(0, characterLength(rest));
+        rest.remove_prefix(character.size());
+        if (character == "\n") {
+            endLine();
+            text += '\n';
+            continue;
+        }
+        const unsigned value = valueOf(character);
+        const std::string shown = isUnseen(value) ? valueText(value) : std::string(character);
+        length += isUnseen(value) ? shown.size() : 1;
+        line += shown;
+        if (length <= longestLine - cutMark.size()) {
+            cut = line.size();
+        }
+    }
+    endLine();
     return text;
 }
 

@@ -1,18 +1,26 @@
 #include "shell/main_window.h"
 
 #include "commands/commands.h"
+#include "commands/problem_name.h"
+#include "commands/recent_files.h"
 #include "shell/picture.h"
 #include "widgets/gate.h"
 #include "widgets/geometry.h"
+#include "widgets/shown_text.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPushButton>
+#include <QStyle>
+#include <QTimer>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -29,10 +37,38 @@ constexpr double DoneHeight = 1800;   // twips
 /// Indices in the menu's control arrays that are commands and not submenus or separators.
 constexpr int SaveMenu = 3;
 constexpr int PrintMenu = 5;
+constexpr int RecentMenu = 9;
+
+struct Shortcut {
+    const char* item;
+    const char* keys;
+};
+
+constexpr Shortcut Shortcuts[] = {
+    {"mnuFileItem_0", "Ctrl+N"},
+    {"mnuFileItem_1", "Ctrl+O"},
+    {"mnuSaveItem_0", "Ctrl+S"},
+    {"mnuSaveItem_1", "Ctrl+Shift+S"},
+    {"mnuPrintItem_0", "Ctrl+Shift+P"},
+    {"mnuPrintItem_1", "Ctrl+P"},
+    {"mnuHelpItem_0", "F1"},
+};
 
 constexpr Screen ViewScreens[] = {Screen::VUINPTFL, Screen::VUINECHO, Screen::VUINPLOT,
                                   Screen::CANPLOT,  Screen::FREEPLOT, Screen::FIXDPLOT,
                                   Screen::ROWECURV};
+
+/// The one file that a drag brings; empty where it brings anything else.
+std::string draggedFile(const QMimeData& data) {
+    const QList<QUrl> urls = data.urls();
+    return urls.size() == 1 && urls.front().isLocalFile() ? bytesOf(urls.front().toLocalFile())
+                                                          : std::string();
+}
+
+/// A text of the user as a caption, in which "&" marks no letter.
+QString plainCaption(const std::string& text) {
+    return shownText(text).replace("&", "&&");
+}
 
 QFrame* makePanel(QWidget* parent, const char* name) {
     auto* frame = new QFrame(parent);
@@ -50,7 +86,7 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
                          std::function<void(QWidget*, int)> showHelp)
     : session_(session), desktop_(desktop), showHelp_(std::move(showHelp)) {
     setObjectName("CKORVANE");
-    setWindowTitle("KORVANE");
+    setAcceptDrops(true);
     menuBar()->setNativeMenuBar(false);
     image1_ = new Picture(this);
     image1_->setObjectName("Image1");
@@ -58,13 +94,26 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
     centre->setObjectName("clientArea");
     auto* layout = new QVBoxLayout(centre);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(image1_);
+    layout->addWidget(image1_, 1);
+    lblSolution_ = new QLabel;
+    lblSolution_->setObjectName("lblSolution");
+    lblSolution_->setAccessibleName("Outcome of the solution");
+    lblSolution_->setTextFormat(Qt::PlainText);
+    lblSolution_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblSolution_->setWordWrap(true);
+    lblSolution_->setMargin(pixels(90));
+    lblSolution_->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    layout->addWidget(lblSolution_);
     setCentralWidget(centre);
     createMenus(screens);
     createReviewFrame(screens);
     createDonePanel();
-    setMinimumSize(pixels(DoneWidth + 480), pixels(ReviewHeight + 960)); // the panels stay whole
-    resize(pixels(11600), pixels(8200));
+    const QSize room = screenRoom(this);
+    setMinimumSize(
+        QSize(pixels(DoneWidth + 480), pixels(ReviewHeight + 960)) // the panels stay whole
+            .boundedTo(room));
+    resize(QSize(pixels(11600), pixels(8200)).boundedTo(room));
+    setShortcuts();
     mirror();
 }
 
@@ -125,10 +174,28 @@ void ShellWindow::createFileMenu() {
                 addItem(print, "mnuPrintItem", kind, menus.mnuPrintItem(kind),
                         [this, kind] { mnuPrintItem_Click(session_, desktop_, kind); });
             }
+        } else if (index == RecentMenu) {
+            createRecentMenu(addMenu(file, "mnuFileItem_9", item));
         } else {
             addItem(file, "mnuFileItem", index, item,
                     [this, index] { mnuFileItem_Click(session_, desktop_, index); });
         }
+    }
+}
+
+void ShellWindow::createRecentMenu(QMenu* menu) {
+    for (std::size_t place = 0; place < RecentLimit; ++place) {
+        QAction* action = menu->addAction(QString());
+        action->setObjectName(QString("mnuRecentItem_%1").arg(place));
+        connect(action, &QAction::triggered, this,
+                [this, place] { openFile(std::string(session_.recentFiles.at(place))); });
+        recent_.push_back(action);
+    }
+}
+
+void ShellWindow::setShortcuts() {
+    for (const Shortcut& shortcut : Shortcuts) {
+        findChild<QAction*>(shortcut.item)->setShortcut(QKeySequence(shortcut.keys));
     }
 }
 
@@ -194,7 +261,11 @@ void ShellWindow::createDonePanel() {
     panDoneText_->setTextFormat(Qt::PlainText);
     panDoneText_->setAlignment(Qt::AlignCenter);
     panDoneText_->setWordWrap(true);
-    place(panDoneText_, 240, 240, DoneWidth - 2 * 240, 720);
+    place(panDoneText_, 960, 240, DoneWidth - 2 * 960, 720);
+    panDoneSign_ = new QLabel(panDone_);
+    panDoneSign_->setObjectName("panDoneSign");
+    panDoneSign_->setAlignment(Qt::AlignCenter);
+    place(panDoneSign_, 240, 240, 720, 720);
     cmdOK_ = new QPushButton("&OK", panDone_);
     cmdOK_->setObjectName("cmdOK");
     cmdOK_->setAutoDefault(true);
@@ -216,11 +287,11 @@ void ShellWindow::mirror() {
         mirrored.action->setText(QString::fromStdString(mirrored.item->caption));
         mirrored.action->setEnabled(mirrored.item->enabled && mirrored.hasScreen);
     }
-    const Panels& panels = session_.panels;
-    image1_->setVisible(panels.Image1Visible);
-    fraSoilOut_->setVisible(panels.fraSoilOutVisible);
-    panDone_->setVisible(panels.panDoneVisible);
-    panDoneText_->setText(QString::fromStdString(panels.panDoneText));
+    mirrorRecentFiles();
+    mirrorPanels();
+    setWindowTitle(shownText(titleText(session_)).replace("[*]", "[*][*]")); // as it stands
+    lblSolution_->setText(shownText(solutionLine(session_)));
+    lblSolution_->setVisible(!lblSolution_->text().isEmpty());
     centrePanels();
     if (session_.stage != shownStage_) {
         shownStage_ = session_.stage;
@@ -230,6 +301,40 @@ void ShellWindow::mirror() {
             cmdOK_->setFocus();
         }
     }
+}
+
+void ShellWindow::mirrorRecentFiles() {
+    const auto& files = session_.recentFiles;
+    for (std::size_t place = 0; place < recent_.size(); ++place) {
+        QAction* action = recent_[place];
+        const bool used = place < files.size();
+        action->setVisible(used || place == 0);
+        action->setEnabled(used);
+        if (used) {
+            const QString number = place == 9 ? "1&0" : QString("&%1").arg(place + 1);
+            action->setText(number + " " + plainCaption(files[place]));
+        } else {
+            action->setText("None yet");
+        }
+    }
+}
+
+void ShellWindow::mirrorPanels() {
+    const Panels& panels = session_.panels;
+    image1_->setVisible(panels.Image1Visible);
+    fraSoilOut_->setVisible(panels.fraSoilOutVisible);
+    panDone_->setVisible(panels.panDoneVisible);
+    panDoneText_->setText(QString::fromStdString(panels.panDoneText));
+    // An aborted solution must not look like a complete one.
+    QFont font = panDone_->font();
+    font.setBold(panels.panDoneAborted);
+    panDoneText_->setFont(font);
+    const auto sign =
+        panels.panDoneAborted ? QStyle::SP_MessageBoxWarning : QStyle::SP_DialogApplyButton;
+    panDoneSign_->setPixmap(style()->standardIcon(sign).pixmap(pixels(540)));
+    panDoneSign_->setAccessibleName(panels.panDoneAborted ? "Warning" : "Done");
+    panDone_->setFrameStyle(panels.panDoneAborted ? QFrame::Box | QFrame::Plain
+                                                  : QFrame::Panel | QFrame::Raised);
 }
 
 void ShellWindow::centrePanels() {
@@ -256,6 +361,32 @@ void ShellWindow::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QMainWindow::keyPressEvent(event);
+}
+
+bool ShellWindow::canOpen() const {
+    return session_.menus.mnuFile.enabled && QApplication::activeModalWidget() == nullptr;
+}
+
+void ShellWindow::openFile(const std::string& path) {
+    if (canOpen()) {
+        command([&] { openNamedFile(session_, desktop_, path); });
+    }
+}
+
+void ShellWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (canOpen() && !draggedFile(*event->mimeData()).empty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void ShellWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    // Later, so that the program from which it was dragged need not wait for the questions.
+    QTimer::singleShot(0, this, [this, path = draggedFile(*event->mimeData())] {
+        if (!path.empty()) {
+            openFile(path);
+        }
+    });
 }
 
 void ShellWindow::closeEvent(QCloseEvent* event) {

@@ -1,4 +1,5 @@
-// The main window CKORVANE: menus, picture, the stop for review and the end of a solution.
+// The main window CKORVANE: menus, picture, the stop for review, the end of a solution, its outcome
+// at rest, and files that are dropped on it.
 #pragma once
 
 #include "commands/session.h"
@@ -31,6 +32,10 @@ class ShellWindow : public QMainWindow {
     /// Brings menus and panels in line with the session.
     void mirror();
 
+    /// Opens a file as Open does with that name; nothing while a solution or a modal window is
+    /// open.
+    void openFile(const std::string& path);
+
     /// After the program has been told to end the window closes without a further question.
     void endWithoutQuestion() { ending_ = true; }
 
@@ -40,6 +45,8 @@ class ShellWindow : public QMainWindow {
     /// a modal window is open.
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     struct MirroredMenu {
@@ -54,11 +61,16 @@ class ShellWindow : public QMainWindow {
 
     void createMenus(const ScreenTable& screens);
     void createFileMenu();
+    void createRecentMenu(QMenu* menu);
     void createViewMenu(const ScreenTable& screens);
     void createHelpMenu();
+    void setShortcuts();
     void createReviewFrame(const ScreenTable& screens);
     void createDonePanel();
+    void mirrorRecentFiles();
+    void mirrorPanels();
     void centrePanels();
+    bool canOpen() const;
     QMenu* addMenu(QMenu* parent, const char* name, const MenuItem& item);
     QAction* addItem(QMenu* menu, const char* name, int index, const MenuItem& item,
                      std::function<void()> body, bool hasScreen = true);
@@ -74,10 +86,13 @@ class ShellWindow : public QMainWindow {
     QFrame* fraSoilOut_ = nullptr;
     QFrame* panDone_ = nullptr;
     QLabel* panDoneText_ = nullptr;
+    QLabel* panDoneSign_ = nullptr;
+    QLabel* lblSolution_ = nullptr;
     QPushButton* cmdOK_ = nullptr;
     QPushButton* cmdVuOutFile_ = nullptr;
     std::vector<MirroredMenu> menus_;
     std::vector<MirroredAction> actions_;
+    std::vector<QAction*> recent_;
     FlowStage shownStage_ = FlowStage::Rest;
     bool ending_ = false;
 };

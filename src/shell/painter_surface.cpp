@@ -55,6 +55,10 @@ void PainterSurface::usePen(Pen pen) {
 void PainterSurface::fillPixels(const QRectF& pixels, Colour colour) {
     const QPointF upperLeft(std::round(pixels.left()), std::round(pixels.top()));
     const QPointF lowerRight(std::round(pixels.right()), std::round(pixels.bottom()));
+    if (upperLeft.x() == lowerRight.x() || upperLeft.y() == lowerRight.y()) {
+        painter_.fillRect(fromPixels_.mapRect(pixels), toColor(colour)); // thinner than a pixel
+        return;
+    }
     painter_.fillRect(fromPixels_.mapRect(QRectF(upperLeft, lowerRight)), toColor(colour));
 }
 
@@ -80,12 +84,38 @@ void PainterSurface::fillRectangle(const Corners& corners, Colour colour) {
     }
 }
 
+/// Whether a level or upright line (in pixels, without its width) is drawn on whole pixels.
+bool PainterSurface::isSharp(const QRectF& line, double width) {
+    constexpr double NarrowGap = 2; // pixels between the inks of neighbours
+    constexpr double Same = 1e-6;
+    if (line.width() < line.height()) {
+        return true;
+    }
+    const double step = std::abs(line.center().y() - lastLevel_);
+    const bool sharp = !anyLevel_ || (step < Same ? lastSharp_ : step >= width + NarrowGap);
+    lastLevel_ = line.center().y();
+    lastSharp_ = sharp;
+    anyLevel_ = true;
+    return sharp;
+}
+
 void PainterSurface::drawLine(Point from, Point to, Pen pen) {
-    if (hasPixels_ && (from.x == to.x || from.y == to.y)) {
-        const QRectF line = toPixels_.mapRect(toRect({from, to}));
+    constexpr double HalfPixel = 0.5;
+    if (hasPixels_) {
+        QRectF line = toPixels_.mapRect(toRect({from, to}));
         const double width = std::max(1.0, std::round(pen.width * LineWidthUnit * toPixels_.m11()));
-        fillPixels(line.adjusted(-width / 2, -width / 2, width / 2, width / 2), pen.colour);
-        return;
+        const bool straight = line.width() < HalfPixel || line.height() < HalfPixel;
+        if (straight && isSharp(line, width)) {
+            if (line.width() < line.height()) {
+                line.moveLeft(line.center().x());
+                line.setWidth(0);
+            } else {
+                line.moveTop(line.center().y());
+                line.setHeight(0);
+            }
+            fillPixels(line.adjusted(-width / 2, -width / 2, width / 2, width / 2), pen.colour);
+            return;
+        }
     }
     usePen(pen);
     painter_.drawLine(QPointF(from.x, from.y), QPointF(to.x, to.y));

@@ -10,8 +10,9 @@
 namespace korvane {
 
 /// Draws in twips on a painter whose transformation scales and moves twips to its device. Where the
-/// device has pixels, level and upright lines and rectangles keep to whole ones, so that their
-/// edges are sharp at any scale.
+/// device has pixels, rectangles and lines that are level or upright within half a pixel keep to
+/// whole ones, so that their edges are sharp at any scale; but not level lines that follow each
+/// other closely, as in pressure strips, which would leave uneven gaps.
 class PainterSurface : public Surface {
   public:
     explicit PainterSurface(QPainter& painter);
@@ -29,6 +30,7 @@ class PainterSurface : public Surface {
 
     void usePen(Pen pen);
     void fillPixels(const QRectF& pixels, Colour colour);
+    bool isSharp(const QRectF& line, double width);
 
     QPainter& painter_;
     QFont font_;
@@ -36,6 +38,9 @@ class PainterSurface : public Surface {
     QTransform toPixels_;
     QTransform fromPixels_;
     bool hasPixels_;
+    double lastLevel_ = 0; ///< pixels, of the last level line
+    bool lastSharp_ = true;
+    bool anyLevel_ = false;
 };
 
 } // namespace korvane

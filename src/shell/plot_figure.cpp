@@ -5,6 +5,7 @@
 #include "shell/painter_surface.h"
 #include "shell/plot_window.h"
 #include "widgets/geometry.h"
+#include "widgets/shown_text.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -19,31 +20,43 @@ namespace {
 constexpr double PngPixelsPerInch = 200;
 constexpr int DeviceFault = 57;
 
-const double frameWidth = FigureView.b.x - FigureView.a.x;
-const double frameHeight = FigureView.b.y - FigureView.a.y;
-
 std::string bytes(const QByteArray& array) {
     return {array.constData(), static_cast<std::size_t>(array.size())};
 }
 
-/// The frame's drawing with its upper left corner at the painter's origin.
-void drawFramed(QPainter& painter, const PlotData& data, const PlotView& view) {
-    painter.setClipRect(QRectF(0, 0, frameWidth, frameHeight));
-    painter.translate(-FigureView.a.x, -FigureView.a.y);
+/// A drawing of which all is shown: its place on the page and its size, twips.
+struct Crop {
+    Point corner;
+    QSizeF size;
+};
+
+Crop cropOf(const PlotData& data, const PlotView& view) {
+    QImage nothing(1, 1, QImage::Format_RGB32); // to measure texts on
+    QPainter measure(&nothing);
+    const Corners reach = plotBounds(PainterSurface(measure), data, view, Medium::Paper);
+    return {reach.a, {reach.b.x - reach.a.x, reach.b.y - reach.a.y}};
+}
+
+/// The drawing with the crop's upper left corner at the painter's origin.
+void drawCropped(QPainter& painter, const PlotData& data, const PlotView& view, const Crop& crop) {
+    painter.setClipRect(QRectF(QPointF(), crop.size));
+    painter.translate(-crop.corner.x, -crop.corner.y);
     PainterSurface surface(painter);
     drawPlot(surface, data, view, Medium::Paper);
 }
 
 std::string pngFile(const PlotData& data, const PlotView& view) {
+    const Crop crop = cropOf(data, view);
     const double factor = PngPixelsPerInch / TwipsPerInch;
-    QImage image(static_cast<int>(frameWidth * factor), static_cast<int>(frameHeight * factor),
-                 QImage::Format_RGB32);
+    QImage image((crop.size * factor).toSize(), QImage::Format_RGB32);
     image.fill(Qt::white);
     image.setDotsPerMeterX(static_cast<int>(PngPixelsPerInch / 0.0254));
     image.setDotsPerMeterY(static_cast<int>(PngPixelsPerInch / 0.0254));
+    image.setText("Title", shownText(plotReadings(data, view).title));
+    image.setText("Description", shownText(plotDescription(data, view)));
     QPainter painter(&image);
     painter.scale(factor, factor);
-    drawFramed(painter, data, view);
+    drawCropped(painter, data, view, crop);
     painter.end();
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
@@ -54,19 +67,20 @@ std::string pngFile(const PlotData& data, const PlotView& view) {
 }
 
 std::string pdfFile(const PlotData& data, const PlotView& view) {
+    const Crop crop = cropOf(data, view);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setTitle(plotScreen(view.screen).title);
+    writer.setTitle(shownText(plotReadings(data, view).title));
     writer.setCreator("KORVANE");
     writer.setResolution(static_cast<int>(TwipsPerInch));
-    writer.setPageSize(QPageSize(QSizeF(frameWidth, frameHeight) / TwipsPerInch, QPageSize::Inch));
+    writer.setPageSize(QPageSize(crop.size / TwipsPerInch, QPageSize::Inch));
     writer.setPageMargins(QMarginsF());
     QPainter painter;
     if (!painter.begin(&writer)) {
         throw RuntimeError(DeviceFault);
     }
-    drawFramed(painter, data, view);
+    drawCropped(painter, data, view, crop);
     if (!painter.end()) {
         throw RuntimeError(DeviceFault);
     }
@@ -87,8 +101,9 @@ double paperFactor(const QPagedPaintDevice& device) {
 
 std::string svgFile(const PlotData& data, const PlotView& view) {
     SvgSurface surface;
+    const Corners reach = plotBounds(surface, data, view, Medium::Paper);
     drawPlot(surface, data, view, Medium::Paper);
-    return surface.document(FigureView);
+    return surface.document(reach, plotReadings(data, view).title, plotDescription(data, view));
 }
 
 } // namespace

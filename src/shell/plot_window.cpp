@@ -2,19 +2,23 @@
 
 #include "commands/command_scope.h"
 #include "commands/files.h"
+#include "commands/problem_name.h"
+#include "plots/figures.h"
+#include "plots/rowe_plot.h"
 #include "runtime/file_text.h"
-#include "shell/painter_surface.h"
+#include "runtime/number_text.h"
+#include "shell/plot_picture.h"
 #include "widgets/gate.h"
 #include "widgets/geometry.h"
 #include "widgets/shown_text.h"
 
 #include <QAction>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
-#include <QPaintEvent>
-#include <QPainter>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -27,34 +31,8 @@ namespace korvane {
 namespace {
 
 constexpr SaveDialog FigureDialog{
-    "SAVE FIGURE",
-    "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg|PDF document (*.pdf)|*.pdf"};
-
-/// One picture: the drawing at its upper edge, mapped by one factor so that its view fits.
-class PlotPicture : public QWidget {
-  public:
-    PlotPicture(QWidget* parent, const PlotData& shown, const PlotView& view)
-        : QWidget(parent), data_(shown), view_(view) {}
-
-  protected:
-    void paintEvent(QPaintEvent*) override {
-        enterPaint([this] {
-            QPainter painter(this);
-            painter.fillRect(rect(), QColor(PictureBack.red, PictureBack.green, PictureBack.blue));
-            const double viewWidth = PictureView.b.x - PictureView.a.x;
-            const double viewHeight = PictureView.b.y - PictureView.a.y;
-            const double factor = std::min(width() / viewWidth, height() / viewHeight);
-            painter.translate((width() - factor * viewWidth) / 2, 0);
-            painter.scale(factor, factor);
-            PainterSurface surface(painter);
-            drawPlot(surface, data_, view_, Medium::Screen);
-        });
-    }
-
-  private:
-    const PlotData data_; ///< references: they stay with the session
-    const PlotView& view_;
-};
+    "SAVE FIGURE", "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg|PDF document (*.pdf)|*.pdf",
+    nullptr, ".PNG|.SVG|.PDF"};
 
 QString entryName(const PlotEntry& entry) {
     return entry.index < 0 ? QString(entry.objectName)
@@ -71,7 +49,9 @@ PlotWindow::PlotWindow(ScreenContext& context, PlotScreenName name, const PrintS
     setObjectName(names[static_cast<int>(name)]);
     createMenus();
     createPictures();
+    createBand();
     createLabelsAndButtons();
+    createSectionTable();
     mirror();
 }
 
@@ -107,12 +87,74 @@ void PlotWindow::createMenus() {
 void PlotWindow::createPictures() {
     auto* layout = new QVBoxLayout(canvas());
     layout->setContentsMargins(0, 0, 0, 0);
+    choice_ = new QLabel(canvas());
+    choice_->setObjectName("lblChoice");
+    choice_->setTextFormat(Qt::PlainText);
+    choice_->setAlignment(Qt::AlignCenter);
+    choice_->setWordWrap(true);
+    choice_->setMargin(pixels(720));
+    layout->addWidget(choice_, 1);
     for (int number = 1; number <= screen_.pictureCount; ++number) {
         auto* picture = new PlotPicture(canvas(), session().plotData(), view_);
         picture->setObjectName(QString("Picture%1").arg(number));
+        connect(picture, &PlotPicture::pointedAt, this, [this](double y) { point(y); });
+        connect(picture, &PlotPicture::pointerLeft, this, [this] { point({}); });
         layout->addWidget(picture);
         pictures_.push_back(picture);
     }
+}
+
+void PlotWindow::createBand() {
+    const auto add = [this](const char* name) {
+        auto* label = new QLabel(canvas());
+        label->setObjectName(name);
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+        label->setContentsMargins(pixels(240), 0, pixels(240), 0);
+        qobject_cast<QVBoxLayout*>(canvas()->layout())->addWidget(label);
+        return label;
+    };
+    extremes_ = add("lblExtremes");
+    extremes_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    pointed_ = add("lblPointed");
+}
+
+void PlotWindow::createSectionTable() {
+    if (screen_.name != PlotScreenName::ROWECURV) {
+        canvas()->layout()->addItem(
+            new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding));
+        return;
+    }
+    const auto sections = roweSections(session().sections, session().workspace.reduction());
+    auto* table = new QTableWidget(static_cast<int>(sections.size()), 4, canvas());
+    table->setObjectName("tblSections");
+    table->setAccessibleName("Sections and their places in the picture");
+    table->setHorizontalHeaderLabels({"Section", "LOG(H^4/EI)", "M/Mo", "In the picture"});
+    table->verticalHeader()->hide();
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setTabKeyNavigation(false);
+    int row = 0;
+    for (const RoweSection& section : sections) {
+        const QString texts[] = {shownText(section.name),
+                                 QString::fromStdString(formatNumber(section.logRigidity, "0.00")),
+                                 QString::fromStdString(formatNumber(section.momentRatio, "0.00")),
+                                 section.leftOut.empty()
+                                     ? QString("yes")
+                                     : "left out: " + QString::fromStdString(section.leftOut)};
+        for (int column = 0; column < 4; ++column) {
+            auto* item = new QTableWidgetItem(texts[column]);
+            if (column == 1 || column == 2) {
+                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            }
+            table->setItem(row, column, item);
+        }
+        ++row;
+    }
+    table->resizeColumnsToContents();
+    table->horizontalHeader()->setStretchLastSection(true);
+    constexpr int rowsAtLeast = 4; // the heads among them
+    table->setMinimumHeight(rowsAtLeast * table->verticalHeader()->defaultSectionSize());
+    qobject_cast<QVBoxLayout*>(canvas()->layout())->addWidget(table, 1);
 }
 
 std::size_t PlotWindow::headingLabelCount() const {
@@ -149,7 +191,6 @@ void PlotWindow::createLabelsAndButtons() {
     cmdPrint_ = button("cmdPrint", PrintCaption, &PlotWindow::print);
     cmdSave_ = button("cmdSave", SaveCaption, &PlotWindow::saveFigure);
     layout->addLayout(row);
-    layout->addStretch();
 }
 
 void PlotWindow::mirror() {
@@ -167,6 +208,9 @@ void PlotWindow::mirror() {
     for (QLabel* label : labels_) {
         label->setVisible(view_.showing);
     }
+    choice_->setVisible(!view_.showing);
+    choice_->setText(choiceText());
+    mirrorBand();
     for (QPushButton* button : {cmdDone_, cmdPrint_, cmdSave_}) {
         button->setVisible(view_.showing);
     }
@@ -175,10 +219,43 @@ void PlotWindow::mirror() {
     }
 }
 
+QString PlotWindow::choiceText() const {
+    QStringList names;
+    for (const auto& [action, entry] : entries_) {
+        const bool inBar = *entry->menu == '\0' && entry->kind != PlotEntry::Kind::Finish;
+        if (inBar && action->isEnabled()) {
+            names.append(action->text().remove('&'));
+        }
+    }
+    return "Choose a diagram from the menu above: " + names.join(", ") + ".";
+}
+
+void PlotWindow::mirrorBand() {
+    readings_ = view_.showing ? plotReadings(session().plotData(), view_) : PlotReadings();
+    QStringList lines;
+    for (const std::string& line : extremeLines(readings_)) {
+        lines.append(shownText(line));
+    }
+    extremes_->setText(lines.join('\n'));
+    extremes_->setVisible(!lines.empty());
+    pointed_->setVisible(!lines.empty());
+    point({});
+    if (view_.showing) {
+        QWidget* picture = pictures_.at(static_cast<std::size_t>(view_.PlotNumber - 1));
+        picture->setAccessibleName(shownText(readings_.title));
+        picture->setAccessibleDescription(shownText(plotDescription(session().plotData(), view_)));
+    }
+}
+
+void PlotWindow::point(std::optional<double> y) {
+    const QString text = y ? shownText(valueLine(readings_, *y)) : QString();
+    pointed_->setText(text.isEmpty() ? "Point at the diagram for its values." : text);
+}
+
 void PlotWindow::resizeEvent(QResizeEvent* event) {
     ScreenWindow::resizeEvent(event);
     for (QWidget* picture : pictures_) {
-        picture->setFixedHeight(static_cast<int>(std::lround(height() * PictureHeightShare)));
+        picture->setFixedHeight(static_cast<int>(std::lround(height() * screen_.pictureShare)));
     }
 }
 
@@ -209,7 +286,10 @@ void PlotWindow::print() {
     }
     context().desktop.SetBusy(true);
     runCommand(session(), context().desktop, [this] {
-        printPages(this, *services_, windowTitle(), plotPage(session().plotData(), view_));
+        const PrintedDocument document{
+            shownText(readings_.title + " - " + documentTitle(session())),
+            shownText(problemStem(session()) + "-" + figureName(view_))};
+        printPages(this, *services_, document, plotPage(session().plotData(), view_));
     });
     context().desktop.SetBusy(false);
     mirror();
@@ -218,7 +298,8 @@ void PlotWindow::print() {
 
 void PlotWindow::saveFigure() {
     runCommand(session(), context().desktop, [this] {
-        const std::string name = chooseSaveName(session(), context().desktop, FigureDialog);
+        const std::string name = chooseSaveName(session(), context().desktop, FigureDialog,
+                                                problemStem(session()) + "-" + figureName(view_));
         if (!name.empty()) {
             saveFile(name, figureFile(session().plotData(), view_, name));
         }

@@ -48,6 +48,17 @@ QStringList wrapped(const QString& line, const QFontMetricsF& metrics, double wi
     return pieces;
 }
 
+/// In the middle of the lower margin, unless that is too low for a line.
+void drawPageNumber(QPainter& painter, const QPagedPaintDevice& device, qsizetype page,
+                    qsizetype pages) {
+    const double margin = device.pageLayout().marginsPixels(device.logicalDpiY()).bottom();
+    const QFontMetricsF metrics = painter.fontMetrics();
+    if (margin >= metrics.height()) {
+        const QRectF foot(0, painter.viewport().height(), painter.viewport().width(), margin);
+        painter.drawText(foot, Qt::AlignCenter, QString("Page %1 of %2").arg(page).arg(pages));
+    }
+}
+
 void drawText(QPagedPaintDevice& device, const std::vector<std::string>& lines) {
     QPainter painter;
     if (!painter.begin(&device)) {
@@ -55,21 +66,25 @@ void drawText(QPagedPaintDevice& device, const std::vector<std::string>& lines) 
     }
     painter.setFont(printFont());
     const QFontMetricsF metrics(painter.font(), &device);
-    const double lineHeight = metrics.lineSpacing();
-    const double pageHeight = painter.viewport().height();
     const double pageWidth = painter.viewport().width();
-    double y = 0;
+    QStringList pieces;
     for (const std::string& line : lines) {
-        for (const QString& piece : wrapped(shownText(line), metrics, pageWidth)) {
-            if (y + lineHeight > pageHeight) {
-                if (!device.newPage()) {
-                    throw RuntimeError(DeviceFault);
-                }
-                y = 0;
+        pieces += wrapped(shownText(line), metrics, pageWidth);
+    }
+    const auto perPage = std::max<qsizetype>(
+        1, static_cast<qsizetype>(painter.viewport().height() / metrics.lineSpacing()));
+    const qsizetype pages = std::max<qsizetype>(1, (pieces.size() + perPage - 1) / perPage);
+    for (qsizetype i = 0; i < pieces.size(); ++i) {
+        const qsizetype row = i % perPage;
+        if (row == 0) {
+            if (i > 0 && !device.newPage()) {
+                throw RuntimeError(DeviceFault);
             }
-            painter.drawText(QPointF(0, y + metrics.ascent()), piece);
-            y += lineHeight;
+            drawPageNumber(painter, device, i / perPage + 1, pages);
         }
+        painter.drawText(
+            QPointF(0, static_cast<double>(row) * metrics.lineSpacing() + metrics.ascent()),
+            pieces[i]);
     }
     if (!painter.end()) {
         throw RuntimeError(DeviceFault);
@@ -130,18 +145,19 @@ PrintServices systemPrintServices() {
     return services;
 }
 
-bool printPages(QWidget* parent, const PrintServices& services, const QString& documentName,
+bool printPages(QWidget* parent, const PrintServices& services, const PrintedDocument& document,
                 const PageDrawing& draw) {
     if (!services.hasPrinter()) {
-        const QString path = askedFor([&] { return services.choosePdf(parent); });
+        const QString path =
+            askedFor([&] { return services.choosePdf(parent, document.stem + ".pdf"); });
         if (path.isEmpty()) {
             return false;
         }
-        printToPdf(path, documentName, defaultLayout(), draw);
+        printToPdf(path, document.title, defaultLayout(), draw);
         return true;
     }
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(documentName);
+    printer.setDocName(document.title);
     printer.setPageLayout(defaultLayout());
     if (!askedFor([&] { return services.chooseSetup(printer, parent); })) {
         return false;
@@ -149,7 +165,7 @@ bool printPages(QWidget* parent, const PrintServices& services, const QString& d
     if (printer.outputFileName().isEmpty()) {
         printOnPaper(printer, draw);
     } else { // the dialog's "Print to File (PDF)"
-        printToPdf(printer.outputFileName(), documentName, printer.pageLayout(), draw);
+        printToPdf(printer.outputFileName(), document.title, printer.pageLayout(), draw);
     }
     return true;
 }

@@ -1,4 +1,4 @@
-// Printing of text lines.
+// Printing of texts and drawings, to a printer or a PDF file.
 #pragma once
 
 #include <QPagedPaintDevice>
@@ -19,8 +19,14 @@ struct PrintServices {
     std::function<bool()> hasPrinter;
     /// Lets the user set up the printer; false when cancelled.
     std::function<bool(QPrinter&, QWidget*)> chooseSetup;
-    /// Path of a PDF file to print to; empty when cancelled.
-    std::function<QString(QWidget*)> choosePdf;
+    /// Path of a PDF file to print to, for which a name is suggested; empty when cancelled.
+    std::function<QString(QWidget*, const QString& suggestion)> choosePdf;
+};
+
+/// What a print is called.
+struct PrintedDocument {
+    QString title;
+    QString stem; ///< of the name that is suggested for a PDF file
 };
 
 /// The print dialog of the toolkit. The choice of a PDF file is the desktop's, which fills it in.
@@ -31,10 +37,11 @@ using PageDrawing = std::function<void(QPagedPaintDevice&)>;
 
 /// Prints: to the printer that the user sets up, or to a PDF file where there is none. False when
 /// the user cancelled. RuntimeErrors where printing or writing fails; an old PDF file then stays.
-bool printPages(QWidget* parent, const PrintServices& services, const QString& documentName,
+bool printPages(QWidget* parent, const PrintServices& services, const PrintedDocument& document,
                 const PageDrawing& draw);
 
-/// The lines in "Courier New" at 10 points: pages break by line height, wide lines wrap.
+/// The lines in "Courier New" at 10 points: pages break by line height, wide lines wrap. The page's
+/// number stands in the lower margin, where there is one.
 PageDrawing textPages(const std::vector<std::string>& lines);
 
 } // namespace korvane

@@ -1,6 +1,7 @@
 #include "shell/program.h"
 
 #include "commands/commands.h"
+#include "commands/recent_files.h"
 #include "shell/plot_window.h"
 #include "shell/text_window.h"
 #include "shell/title_window.h"
@@ -11,6 +12,8 @@
 #include <QApplication>
 #include <QIcon>
 #include <QLocale>
+#include <QSettings>
+#include <QTimer>
 
 #include <clocale>
 #include <utility>
@@ -38,6 +41,8 @@ Program::Program(ScreenTable dataScreens)
     : desktop(std::move(dataScreens)), session(std::make_unique<Session>()) {
     qApp->installEventFilter(&menuKeys);
     desktop.addScreens(shellScreens(desktop.printServices));
+    session->recentStore = recentStore();
+    session->recentFiles = readRecent(session->recentStore);
     enter(*session, nullptr, [this] { Form_Load(*session); });
     window = std::make_unique<ShellWindow>(
         *session, desktop, desktop.screens(),
@@ -51,12 +56,14 @@ void prepareApplication() {
     QApplication::setDesktopFileName("korvane");
     QApplication::setWindowIcon(QIcon(":/korvane.svg"));
     QApplication::setQuitOnLastWindowClosed(false);
+    // The toolkit's file dialogs would keep the folders visited in the user's settings.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
     // Numbers are written with the point whatever the user's language.
     QLocale::setDefault(QLocale::c());
     std::setlocale(LC_NUMERIC, "C");
 }
 
-int runProgram(ScreenTable dataScreens, int titleMilliseconds) {
+int runProgram(ScreenTable dataScreens, int titleMilliseconds, const std::string& file) {
     {
         TitleWindow title;
         if (!title.runAtStart(titleMilliseconds)) {
@@ -66,6 +73,9 @@ int runProgram(ScreenTable dataScreens, int titleMilliseconds) {
     Program program(std::move(dataScreens));
     centreOnScreen(program.window.get());
     program.window->show();
+    if (!file.empty()) {
+        QTimer::singleShot(0, program.window.get(), [&] { program.window->openFile(file); });
+    }
     return QApplication::exec();
 }
 

@@ -6,6 +6,7 @@
 #include "widgets/menu_keys.h"
 
 #include <memory>
+#include <string>
 
 namespace korvane {
 
@@ -24,10 +25,11 @@ struct Program {
 };
 
 /// Title, disclaimer, main window and event loop; the exit status. `titleMilliseconds` is 3000 in
-/// the shipped program.
-int runProgram(ScreenTable dataScreens, int titleMilliseconds);
+/// the shipped program. `file` is opened as by Open with that path, or empty.
+int runProgram(ScreenTable dataScreens, int titleMilliseconds, const std::string& file = {});
 
-/// What every main of the desktop does first: plain locale for numbers, name and icon.
+/// What every main of the desktop does first: plain locale for numbers, name and icon, no settings
+/// of the toolkit kept.
 void prepareApplication();
 
 } // namespace korvane

@@ -1,15 +1,21 @@
 #include "shell/qt_desktop.h"
 
 #include "commands/files.h"
+#include "commands/problem_name.h"
 #include "shell/main_window.h"
 #include "shell/title_window.h"
+#include "widgets/geometry.h"
 #include "widgets/message_box.h"
 #include "widgets/shown_text.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
+#include <QSplitter>
 #include <QTimer>
+#include <QUrl>
 
 #include <algorithm>
 #include <utility>
@@ -19,7 +25,50 @@ namespace korvane {
 namespace {
 
 constexpr int AboutItem = 3;
-constexpr SaveDialog PdfDialog{"PRINT TO PDF FILE", "PDF documents (*.pdf)|*.pdf"};
+constexpr SaveDialog PdfDialog{"PRINT TO PDF FILE", "PDF documents (*.pdf)|*.pdf", nullptr, ".PDF"};
+
+/// Icons and kinds of files by their names alone: the toolkit's own looks into each file, which
+/// hangs in folders of the system whose files wait for their readers.
+class PlainFileIcons : public QFileIconProvider {
+  public:
+    using QFileIconProvider::icon;
+    QIcon icon(const QFileInfo& file) const override {
+        return icon(file.isDir() ? IconType::Folder : IconType::File);
+    }
+    QString type(const QFileInfo& file) const override { return file.isDir() ? "Folder" : "File"; }
+};
+
+/// The shipped examples, of the installed program or of its source folder; empty where there are
+/// none.
+QString examplesFolder() {
+    const QDir program(QCoreApplication::applicationDirPath());
+    for (const char* place : {KORVANE_EXAMPLES, "../../../../examples"}) {
+        const QString folder = QDir::cleanPath(program.filePath(place));
+        if (QFileInfo(folder).isDir()) {
+            return folder;
+        }
+    }
+    return {};
+}
+
+QList<QUrl> sidebarFolders(const std::string& current) {
+    QList<QUrl> folders;
+    for (const QString& folder : {QDir::homePath(), shownText(current), examplesFolder()}) {
+        const QUrl url = QUrl::fromLocalFile(folder);
+        if (!folder.isEmpty() && !folders.contains(url)) {
+            folders.append(url);
+        }
+    }
+    return folders;
+}
+
+/// Whether a name ends in what looks like an extension of some other kind: ".jpg", not ".5".
+bool hasForeignExtension(const QString& path) {
+    constexpr qsizetype longest = 5;
+    const QString suffix = QFileInfo(path).suffix();
+    return !suffix.isEmpty() && suffix.size() <= longest && suffix.front().isLetter() &&
+           std::all_of(suffix.begin(), suffix.end(), [](QChar c) { return c.isLetterOrNumber(); });
+}
 
 /// Extension without its point of a filter "caption (*.dat)"; empty for all files.
 QString filterExtension(const QString& filter) {
@@ -50,8 +99,8 @@ QStringList nameFilters(const std::string& filter) {
 }
 
 QtDesktop::QtDesktop(ScreenTable screens) : screens_(std::move(screens)) {
-    printServices.choosePdf = [this](QWidget*) {
-        return shownText(chooseSaveName(*session_, *this, PdfDialog));
+    printServices.choosePdf = [this](QWidget*, const QString& suggestion) {
+        return shownText(chooseSaveName(*session_, *this, PdfDialog, bytesOf(suggestion)));
     };
 }
 
@@ -80,7 +129,15 @@ Answer QtDesktop::Ask(const MessageBox& box) {
 
 std::string QtDesktop::ChooseFile(const FileDialog& request) {
     const bool opening = request.kind == FileDialog::Kind::Open;
-    QFileDialog dialog(activeWindow(), shownText(request.title), shownText(request.initialFolder));
+    PlainFileIcons icons; // before the dialog looks into any other folder
+    QFileDialog dialog(activeWindow(), shownText(request.title), QDir::rootPath());
+    dialog.setIconProvider(&icons);
+    dialog.setDirectory(shownText(request.initialFolder));
+    dialog.setSidebarUrls(sidebarFolders(request.initialFolder));
+    dialog.resize(QSize(pixels(10800), pixels(7200)).boundedTo(screenRoom(&dialog)));
+    if (auto* splitter = dialog.findChild<QSplitter*>("splitter"); splitter != nullptr) {
+        splitter->setSizes({pixels(2400), pixels(8400)}); // the folders' names can be read
+    }
     dialog.setObjectName("CMDialog1");
     dialog.setAcceptMode(opening ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(opening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
@@ -98,7 +155,8 @@ std::string QtDesktop::ChooseFile(const FileDialog& request) {
     }
     QString path = dialog.selectedFiles().value(0);
     const QString extension = filterExtension(dialog.selectedNameFilter());
-    if (!opening && !extension.isEmpty() && !hasExtension(path, filters)) {
+    if (!opening && !extension.isEmpty() && !hasExtension(path, filters) &&
+        !hasForeignExtension(path)) {
         path += (path.endsWith('.') ? "" : ".") + extension;
     }
     return bytesOf(path);
@@ -133,7 +191,10 @@ void QtDesktop::SetBusy(bool busy) {
 
 bool QtDesktop::PrintDocument(const std::string& documentName,
                               const std::vector<std::string>& lines) {
-    return printPages(activeWindow(), printServices, shownText(documentName), textPages(lines));
+    const std::string ending = documentName == session_->CurrentInputName ? "-input" : "";
+    const PrintedDocument document{shownText(documentTitle(*session_)),
+                                   shownText(problemStem(*session_) + ending)};
+    return printPages(activeWindow(), printServices, document, textPages(lines));
 }
 
 void QtDesktop::QuitHelp() {

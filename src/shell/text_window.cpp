@@ -1,6 +1,7 @@
 #include "shell/text_window.h"
 
 #include "commands/commands.h"
+#include "widgets/find_bar.h"
 #include "widgets/shown_text.h"
 
 #include <QAction>
@@ -70,6 +71,8 @@ TextWindow::TextWindow(ScreenContext& context, TextKind kind)
     auto* layout = new QVBoxLayout(canvas());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(text);
+    layout->addWidget(new FindBar(this, finderIn(text)));
+    keepSelectionVisible(text);
     text->setFocus();
 }
 

@@ -10,7 +10,7 @@ struct TextView;
 /// Which file a text window shows.
 enum class TextKind { Input, Output };
 
-/// A file as text. What is typed is ignored, and a message says so.
+/// A file as text, in which Ctrl+F searches. What is typed is ignored, and a message says so.
 class TextWindow : public ScreenWindow {
     Q_OBJECT
 

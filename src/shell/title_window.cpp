@@ -11,8 +11,12 @@
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace korvane {
 
@@ -61,15 +65,23 @@ class TitlePicture : public QWidget {
         const bool first = place == 0 || text[place - 1] == ' ' || text[place - 1] == '-';
         return first ? size : size * 0.72;
     }
-    /// Base line and size of the letters are parts of the picture's height.
-    void drawLine(QPainter& painter, const QString& text, QPalette::ColorRole colour,
-                  double baseLinePart, double sizePart) const {
-        const double baseLine = baseLinePart * height();
-        const double size = sizePart * height();
+    static double lineWidth(const QString& text, double size) {
         double width = 0;
         for (qsizetype place = 0; place < text.size(); ++place) {
             width += QFontMetricsF(letterFont(letterSize(text, place, size)))
                          .horizontalAdvance(text[place]);
+        }
+        return width;
+    }
+    /// Base line and size of the letters are parts of the picture's height.
+    void drawLine(QPainter& painter, const QString& text, QPalette::ColorRole colour,
+                  double baseLinePart, double sizePart) const {
+        const double baseLine = baseLinePart * height();
+        double size = sizePart * height();
+        double width = lineWidth(text, size);
+        if (width > this->width()) { // on a narrow window
+            size *= this->width() / width;
+            width = lineWidth(text, size);
         }
         double x = (this->width() - width) / 2;
         const double offset = std::max(1.0, size / 24);
@@ -100,7 +112,7 @@ TitleWindow::TitleWindow(QWidget* parent) : QDialog(parent) {
     outer->addWidget(Panel3D1_);
     createLabels();
     createAnswerPanel();
-    resize(pixels(8400), sizeHint().height());
+    resize(QSize(pixels(8400), sizeHint().height()).boundedTo(screenRoom(this)));
     centreOnScreen(this);
 }
 
@@ -109,7 +121,9 @@ void TitleWindow::createLabels() {
     layout->setSpacing(pixels(90));
     auto* picture = new TitlePicture(Panel3D1_);
     picture->setObjectName("Picture1");
-    picture->setMinimumSize(pixels(7200), pixels(2160));
+    const QSize room = screenRoom(this);
+    picture->setMinimumSize(std::min(pixels(7200), room.width() * 3 / 4),
+                            std::min(pixels(2160), room.height() / 5));
     layout->addWidget(picture);
     const QString lines[] = {"KORVANE", "Design/Analysis of Sheet-Pile Walls",
                              "By Classical Methods",
@@ -126,14 +140,19 @@ void TitleWindow::createLabels() {
 
 void TitleWindow::createAnswerPanel() {
     auto* layout = qobject_cast<QVBoxLayout*>(Panel3D1_->layout());
-    okpanel_ = new QLabel(Panel3D1_);
+    okpanel_ = new QLabel;
     okpanel_->setObjectName("okpanel");
     okpanel_->setTextFormat(Qt::PlainText);
     okpanel_->setWordWrap(true);
-    okpanel_->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     okpanel_->setMargin(pixels(180));
-    okpanel_->hide();
-    layout->addWidget(okpanel_);
+    okscroll_ = new QScrollArea(Panel3D1_);
+    okscroll_->setObjectName("okscroll");
+    okscroll_->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    okscroll_->setWidgetResizable(true);
+    okscroll_->setFocusPolicy(Qt::NoFocus); // the buttons keep it; the keys for pages scroll
+    okscroll_->setWidget(okpanel_);
+    okscroll_->hide();
+    layout->addWidget(okscroll_, 1);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     for (int index = 0; index < 2; ++index) {
@@ -149,33 +168,45 @@ void TitleWindow::createAnswerPanel() {
     layout->addLayout(buttons);
 }
 
+/// Grows the window for a text as far as the screen has room.
+void TitleWindow::showText(const char* text) {
+    okpanel_->setText(text);
+    okscroll_->show();
+    const int borders = Panel3D1_->layout()->contentsMargins().left() +
+                        Panel3D1_->layout()->contentsMargins().right() +
+                        layout()->contentsMargins().left() + layout()->contentsMargins().right() +
+                        2 * (Panel3D1_->frameWidth() + okscroll_->frameWidth());
+    const int needed = okpanel_->heightForWidth(width() - borders) + 2 * okscroll_->frameWidth();
+    const int least = std::min(needed, 3 * okpanel_->fontMetrics().lineSpacing());
+    okscroll_->setMinimumHeight(least);
+    layout()->activate();
+    const QSize room = screenRoom(this);
+    resize(width(),
+           std::min(std::max(height(), layout()->totalMinimumSize().height() - least + needed),
+                    room.height()));
+    centreOnScreen(this);
+}
+
 void TitleWindow::ShowDisclaimer() {
     use_ = Use::Disclaimer;
     DisclaimerAnswer = 0;
-    okpanel_->setText(DisclaimerText);
-    okpanel_->show();
     okbutton_[0]->setText("&ACCEPT");
     okbutton_[0]->setDefault(true);
     okbutton_[1]->setText("&DECLINE");
     for (QPushButton* button : okbutton_) {
         button->show();
     }
-    layout()->activate();
-    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
-    centreOnScreen(this);
+    showText(DisclaimerText);
     okbutton_[0]->setFocus();
 }
 
 void TitleWindow::becomeAbout() {
     use_ = Use::About;
-    okpanel_->setText(AboutText);
-    okpanel_->show();
     okbutton_[0]->setText("&OK");
     okbutton_[0]->setDefault(true);
     okbutton_[0]->show();
     okbutton_[0]->setFocus();
-    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
-    centreOnScreen(this);
+    showText(AboutText);
 }
 
 bool TitleWindow::runAtStart(int titleMilliseconds) {
@@ -217,11 +248,20 @@ void TitleWindow::leave() {
 }
 
 void TitleWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape) {
+    QScrollBar& bar = *okscroll_->verticalScrollBar();
+    switch (event->key()) {
+    case Qt::Key_Escape:
         leave();
-        return;
+        break;
+    case Qt::Key_PageDown:
+        bar.setValue(bar.value() + bar.pageStep());
+        break;
+    case Qt::Key_PageUp:
+        bar.setValue(bar.value() - bar.pageStep());
+        break;
+    default:
+        QDialog::keyPressEvent(event);
     }
-    QDialog::keyPressEvent(event);
 }
 
 void TitleWindow::closeEvent(QCloseEvent* event) {

@@ -7,11 +7,13 @@ class QEventLoop;
 class QFrame;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 
 namespace korvane {
 
 /// splash_form. As title screen and disclaimer it stands before the main window; Escape and the
-/// frame's cross decline. As About box it is modal and anything closes it.
+/// frame's cross decline. As About box it is modal and anything closes it. It stays within its
+/// screen: the picture shrinks, and a text that does not fit scrolls above its buttons.
 class TitleWindow : public QDialog {
     Q_OBJECT
 
@@ -45,12 +47,14 @@ class TitleWindow : public QDialog {
     void createLabels();
     void createAnswerPanel();
     void becomeAbout();
+    void showText(const char* text);
     void answer(int value);
     void leave();
 
     Use use_ = Use::Title;
     QFrame* Panel3D1_ = nullptr;
     QLabel* okpanel_ = nullptr;
+    QScrollArea* okscroll_ = nullptr; ///< around okpanel
     QPushButton* okbutton_[2] = {nullptr, nullptr};
 };
 

@@ -28,6 +28,8 @@ QLabel* makeLabel(const char* name, const char* text) {
 
 WedgePrompt::WedgePrompt(ScreenContext& context)
     : ScreenWindow(context, "WEDGMETH", "WEDGE METHOD?") {
+    // No cross that would be refused.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
     addHelpMenu();
     auto* fixed = new QPushButton("&Fixed Surface");
     fixed->setObjectName("cmdFixed");

@@ -45,14 +45,24 @@ void place(QWidget* widget, double left, double top, double width, double height
     widget->setGeometry(pixelRect(left, top, width, height));
 }
 
+QSize screenRoom(const QWidget* window) {
+    constexpr int FrameWidth = 12;  // both edges of a window's frame
+    constexpr int FrameHeight = 40; // with its title
+    const QScreen* screen = window->screen();
+    return screen == nullptr ? QSize(800, 600)
+                             : screen->availableSize() - QSize(FrameWidth, FrameHeight);
+}
+
 void centreOnScreen(QWidget* window) {
     const QScreen* screen = window->screen();
     if (screen == nullptr) {
         return;
     }
     QRect frame = window->frameGeometry();
-    frame.moveCenter(screen->availableGeometry().center());
-    window->move(frame.topLeft());
+    const QRect area = screen->availableGeometry();
+    frame.moveCenter(area.center());
+    // A window that is larger than its screen shows its title and its left edge.
+    window->move(std::max(frame.left(), area.left()), std::max(frame.top(), area.top()));
 }
 
 } // namespace korvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QRect>
+#include <QSize>
 
 class QWidget;
 
@@ -25,6 +26,9 @@ QRect pixelRect(double left, double top, double width, double height);
 
 /// Puts a widget at a place of its parent given in twips.
 void place(QWidget* widget, double left, double top, double width, double height);
+
+/// Size that a top-level window can have with its frame on its screen.
+QSize screenRoom(const QWidget* window);
 
 /// Centres a top-level window on its screen.
 void centreOnScreen(QWidget* window);

@@ -1,10 +1,14 @@
 #include "widgets/help_viewer.h"
 
+#include "widgets/find_bar.h"
 #include "widgets/geometry.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextBlock>
@@ -56,21 +60,40 @@ HelpViewer::HelpViewer(QWidget* parent) : QDialog(parent), pages_(loadHelpPages(
     setModal(false);
     tabs_ = new QTabWidget;
     tabs_->setObjectName("helpTabs");
-    browser_ = new QTextBrowser;
-    browser_->setObjectName("helpPage");
-    browser_->setOpenLinks(false);
+    QWidget* reader = createReader();
     createContents();
     createSearch();
     auto* splitter = new QSplitter;
     splitter->addWidget(tabs_);
-    splitter->addWidget(browser_);
+    splitter->addWidget(reader);
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({pixels(3600), pixels(7600)});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
-    resize(pixels(11200), pixels(7600));
+    resize(QSize(pixels(11200), pixels(7600)).boundedTo(screenRoom(this)));
     // A current item from the start: the focus alone must not change the page later.
     contents_->setCurrentItem(contents_->topLevelItem(0));
+}
+
+QWidget* HelpViewer::createReader() {
+    auto* reader = new QWidget;
+    back_ = new QPushButton("&Back");
+    back_->setObjectName("helpBack");
+    back_->setAutoDefault(false);
+    back_->setEnabled(false);
+    connect(back_, &QPushButton::clicked, this, &HelpViewer::goBack);
+    connect(new QShortcut(QKeySequence::Back, this), &QShortcut::activated, this,
+            &HelpViewer::goBack);
+    browser_ = new QTextBrowser;
+    browser_->setObjectName("helpPage");
+    browser_->setOpenLinks(false);
+    keepSelectionVisible(browser_);
+    auto* layout = new QVBoxLayout(reader);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(back_, 0, Qt::AlignLeft);
+    layout->addWidget(browser_, 1);
+    layout->addWidget(new FindBar(this, finderIn<QTextEdit>(browser_)));
+    return reader;
 }
 
 void HelpViewer::createContents() {
@@ -101,8 +124,14 @@ void HelpViewer::createSearch() {
     words_->setPlaceholderText("Words to search for");
     hits_ = new QListWidget;
     hits_->setObjectName("helpHits");
-    hits_->setWordWrap(true);
+    hits_->setWordWrap(true); // each hit whole, in as many lines as the width asks for
+    hits_->setTextElideMode(Qt::ElideNone);
+    hits_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    hits_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    hits_->setResizeMode(QListView::Adjust);
+    hits_->setSpacing(3);
     hits_->setAlternatingRowColors(true);
+    words_->installEventFilter(this);
     auto* layout = new QVBoxLayout(panel);
     layout->addWidget(words_);
     layout->addWidget(hits_);
@@ -121,8 +150,10 @@ void HelpViewer::search(const QString& words) {
     for (const HelpHit& hit : searchHelp(pages_, words)) {
         const QString& title = pages_[static_cast<std::size_t>(hit.page)].title;
         const HelpPiece& piece = hit.piece;
-        auto* item = new QListWidgetItem(
-            title + " - " + piece.section + "\n" + excerpt(piece.text, words), hits_);
+        // The cells of a table's row follow each other as sentences do.
+        const QString text = piece.text.split(" | ", Qt::SkipEmptyParts).join(" - ");
+        const QString place = piece.section == title ? title : piece.section + " (" + title + ")";
+        auto* item = new QListWidgetItem(place + "\n" + excerpt(text, words), hits_);
         item->setData(PageRole, hit.page);
         item->setData(PositionRole, piece.position);
     }
@@ -132,34 +163,75 @@ void HelpViewer::search(const QString& words) {
     }
 }
 
+void HelpViewer::stepHits(int step) {
+    const int count = hits_->count();
+    const bool found = count > 0 && hits_->item(0)->flags() != Qt::NoItemFlags;
+    if (found) {
+        const int row = hits_->currentRow();
+        hits_->setCurrentRow(row < 0 ? (step > 0 ? 0 : count - 1) : (row + step + count) % count);
+    }
+}
+
+/// Arrows and Enter in the field for the words go through the hits.
+bool HelpViewer::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == words_ && event->type() == QEvent::KeyPress) {
+        switch (static_cast<QKeyEvent*>(event)->key()) { // the type tells the class
+        case Qt::Key_Up:
+            stepHits(-1);
+            return true;
+        case Qt::Key_Down:
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            stepHits(1);
+            return true;
+        default:
+            break;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
 void HelpViewer::openPage(int page, const QString& section) {
-    if (showPage(page)) {
-        scrollTo(std::max(0, headingPosition(*browser_->document(), section)));
+    if (page >= 0 && page < static_cast<int>(pages_.size())) {
+        QTextDocument document;
+        document.setMarkdown(pages_[static_cast<std::size_t>(page)].markdown);
+        goTo({page, std::max(0, headingPosition(document, section))});
     }
 }
 
 void HelpViewer::openAt(int page, int position) {
-    if (showPage(page)) {
-        scrollTo(position);
+    goTo({page, position});
+}
+
+void HelpViewer::goTo(Place place) {
+    if (place.page < 0 || place.page >= static_cast<int>(pages_.size())) {
+        return;
+    }
+    const bool elsewhere = place.page != place_.page || place.position != place_.position;
+    if (place_.page >= 0 && elsewhere) {
+        before_.push_back(place_);
+    }
+    showPlace(place);
+}
+
+void HelpViewer::goBack() {
+    if (!before_.empty()) {
+        const Place place = before_.back();
+        before_.pop_back();
+        showPlace(place);
     }
 }
 
-bool HelpViewer::showPage(int page) {
-    if (page < 0 || page >= static_cast<int>(pages_.size())) {
-        return false;
+void HelpViewer::showPlace(Place place) {
+    if (place.page != place_.page) {
+        browser_->setMarkdown(pages_[static_cast<std::size_t>(place.page)].markdown);
     }
-    if (page != page_) {
-        page_ = page;
-        browser_->setMarkdown(pages_[static_cast<std::size_t>(page)].markdown);
-    }
-    return true;
-}
-
-void HelpViewer::scrollTo(int position) {
+    place_ = place;
+    back_->setEnabled(!before_.empty());
     QTextCursor cursor(browser_->document());
     cursor.movePosition(QTextCursor::End);
     browser_->setTextCursor(cursor); // from the end, so that the place comes to the top
-    cursor.setPosition(position);
+    cursor.setPosition(place.position);
     browser_->setTextCursor(cursor);
     browser_->ensureCursorVisible();
 }

@@ -8,6 +8,7 @@
 
 class QLineEdit;
 class QListWidget;
+class QPushButton;
 class QTabWidget;
 class QTextBrowser;
 class QTreeWidget;
@@ -30,20 +31,34 @@ class HelpViewer : public QDialog {
     /// Opens a page at a place of its text.
     void openAt(int page, int position);
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
+    /// A place that was read.
+    struct Place {
+        int page = -1;
+        int position = 0;
+    };
+
     void createContents();
     void createSearch();
     void fillContents();
     void search(const QString& words);
-    bool showPage(int page);
-    void scrollTo(int position);
+    QWidget* createReader();
+    void stepHits(int step);
+    void goTo(Place place);
+    void showPlace(Place place);
+    void goBack();
 
     std::vector<HelpPage> pages_;
-    int page_ = -1;
+    Place place_;
+    std::vector<Place> before_; ///< the way back, the last place at its end
     QTreeWidget* contents_;
     QLineEdit* words_;
     QListWidget* hits_;
     QTextBrowser* browser_;
+    QPushButton* back_;
     QTabWidget* tabs_;
 };
 

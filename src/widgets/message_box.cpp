@@ -1,23 +1,52 @@
 #include "widgets/message_box.h"
 
+#include "runtime/utf8_text.h"
 #include "widgets/busy_pointer.h"
-#include "widgets/shown_text.h"
+#include "widgets/geometry.h"
 
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShowEvent>
+
+#include <algorithm>
 
 namespace korvane {
 
 namespace {
 
-/// A message box of which Yes/No cannot be left but by its buttons.
+QString shownMessage(const std::string& text) {
+    return QString::fromStdString(messageText(text));
+}
+
+/// A message box of which Yes/No cannot be left but by its buttons. It is as wide as its title, and
+/// a text that is higher than the screen scrolls.
 class Box : public QMessageBox {
   public:
-    Box(QWidget* parent, bool mustChoose) : QMessageBox(parent), mustChoose_(mustChoose) {}
+    Box(QWidget* parent, bool mustChoose) : QMessageBox(parent), mustChoose_(mustChoose) {
+        if (mustChoose) { // no cross that would be refused
+            setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+        }
+    }
 
   protected:
+    void showEvent(QShowEvent* event) override {
+        QMessageBox::showEvent(event);
+        fit();
+    }
+    /// A change of style lets the toolkit lay the box out anew.
+    void changeEvent(QEvent* event) override {
+        QMessageBox::changeEvent(event);
+        if (isVisible()) {
+            fit();
+        }
+    }
     void keyPressEvent(QKeyEvent* event) override {
         if (mustChoose_ && event->key() == Qt::Key_Escape) {
             event->accept();
@@ -34,6 +63,52 @@ class Box : public QMessageBox {
     }
 
   private:
+    void fit() {
+        constexpr int FrameButtons = 120; // pixels, icon and buttons of the frame
+        const QSize room = screenRoom(this);
+        QFont titleFont = font();
+        titleFont.setBold(true);
+        const int title = QFontMetrics(titleFont).horizontalAdvance(windowTitle()) + FrameButtons;
+        const int wide = std::min(std::max(width(), title), room.width());
+        const int high = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(wide)
+                                                       : layout()->totalMinimumSize().height();
+        setFixedSize(wide, high);
+        if (high > room.height()) {
+            layout()->activate();
+            scrollText(room);
+        }
+    }
+
+    void scrollText(QSize room) {
+        auto* grid = qobject_cast<QGridLayout*>(layout());
+        auto* label = findChild<QLabel*>("qt_msgbox_label");
+        if (grid->indexOf(label) < 0) { // it scrolls already
+            return;
+        }
+        int row = 0;
+        int column = 0;
+        int rows = 0;
+        int columns = 0;
+        grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
+        const QSize others = size() - label->size();
+        label->setFixedSize(label->size());
+        grid->removeWidget(label);
+        delete scroll_.data();
+        scroll_ = new QScrollArea(this);
+        scroll_->setObjectName("messageScroll");
+        scroll_->setFrameShape(QFrame::NoFrame);
+        scroll_->setWidget(label);
+        const int bar = scroll_->verticalScrollBar()->sizeHint().width();
+        const QSize seen(std::min(label->width() + bar, room.width() - others.width()),
+                         room.height() - others.height());
+        scroll_->setMinimumSize(seen);
+        grid->addWidget(scroll_, row, column, rows, columns);
+        scroll_->show();
+        setFixedSize(seen + others);
+        centreOnScreen(this);
+    }
+
+    QPointer<QScrollArea> scroll_;
     bool mustChoose_;
 };
 
@@ -84,9 +159,9 @@ Answer askBox(QWidget* parent, const MessageBox& box) {
     const BusyPointerOff pointer;
     Box dialog(parent, box.buttons == Buttons::YesNo);
     dialog.setObjectName("messageBox");
-    dialog.setWindowTitle(shownText(box.title));
+    dialog.setWindowTitle(shownMessage(box.title));
     dialog.setTextFormat(Qt::PlainText);
-    dialog.setText(shownText(box.text));
+    dialog.setText(shownMessage(box.text));
     dialog.setIcon(toolkitIcon(box.icon));
     dialog.setStandardButtons(toolkitButtons(box.buttons));
     dialog.setStyleSheet("QDialogButtonBox { button-layout: 0 }"); // affirmative button first

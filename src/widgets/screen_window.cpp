@@ -93,6 +93,9 @@ void ScreenWindow::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Escape:
         event->accept();
         return;
+    case Qt::Key_F1:
+        run([&] { context_.showHelp(this, 0); });
+        return;
     default:
         break;
     }

@@ -28,6 +28,7 @@ void expectRow(const Menus& menus, const Row& row) {
     EXPECT_EQ(menus.mnuFileItem(3).enabled, row.save);
     EXPECT_EQ(menus.mnuFileItem(5).enabled, row.print);
     EXPECT_TRUE(menus.mnuFileItem(7).enabled);
+    EXPECT_EQ(menus.mnuFileItem(9).enabled, row.open); // the recent files, as Open
     EXPECT_TRUE(menus.mnuFile.enabled);
     EXPECT_EQ(menus.mnuEdit.enabled, row.edit);
     EXPECT_EQ(menus.mnuEditItem(0).caption, row.caption);
@@ -82,8 +83,9 @@ void cancelEntry(Office& office) {
 TEST(MenuStates, CaptionsAndMnemonicsStandAtTheirIndices) {
     const Menus menus;
     EXPECT_EQ(menus.mnuFile.caption, "&File");
-    const char* const file[] = {"&New", "&Open", "", "&Save", "", "&Print", "", "E&xit"};
-    for (int i = 0; i < 8; ++i) {
+    const char* const file[] = {"&New",   "&Open", "",      "&Save", "",
+                                "&Print", "",      "E&xit", "",      "&Recent Files"};
+    for (int i = 0; i < 10; ++i) {
         EXPECT_EQ(menus.mnuFileItem(i).caption, file[i]) << i;
     }
     const char* const view[] = {"Current &Input File",
@@ -101,7 +103,7 @@ TEST(MenuStates, CaptionsAndMnemonicsStandAtTheirIndices) {
     EXPECT_EQ(menus.mnuPrintItem(0).caption, "&Input File");
     EXPECT_EQ(menus.mnuSolveItem(0).caption, "&Continue Solution");
     EXPECT_EQ(menus.mnuHelpItem(3).caption, "&About KORVANE");
-    EXPECT_THROW(menus.mnuFileItem(8), RuntimeError);
+    EXPECT_THROW(menus.mnuFileItem(10), RuntimeError);
 }
 
 TEST(MenuStates, AfterStart) {

@@ -1,12 +1,15 @@
 #include "plots/figures.h"
 
 #include "drawing.h"
+#include "plots/svg_surface.h"
 #include "xml_check.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <sstream>
 
 namespace korvane::test {
 
@@ -77,11 +80,13 @@ TEST_F(Figures, AnAnchoredWallHasBothMethodsEachWithItsOwnResults) {
         texts.end());
 }
 
-TEST_F(Figures, RowesCurvesComeWithAnAnchoredWallInSand) {
+TEST_F(Figures, RowesCurvesComeWithAnAnchoredWallInSandOrClay) {
     makeAnchored();
     reduction.RoweSoilType = 1;
     EXPECT_EQ(names(true).at(14), "rowe");
-    reduction.RoweSoilType = 2; // clay: the sand curves tell nothing
+    reduction.RoweSoilType = 2; // clay: as the screen shows it
+    EXPECT_EQ(names(true).at(14), "rowe");
+    reduction.RoweSoilType = 0;
     EXPECT_EQ(names(true).at(14), "input-system");
 }
 
@@ -98,30 +103,68 @@ TEST_F(Figures, EveryNameIsInTheListOfNamesOnce) {
     }
 }
 
-TEST_F(Figures, FilesAreWellFormedAndCroppedToTheFrame) {
+/// x, y, width and height of a figure's view.
+std::array<double, 4> viewBox(const XmlElement& root) {
+    std::array<double, 4> box{};
+    std::istringstream text(root.attribute("viewBox"));
+    text >> box[0] >> box[1] >> box[2] >> box[3];
+    return box;
+}
+
+TEST_F(Figures, FilesAreWellFormedAndShowAllThatIsDrawn) {
     makeAnchored();
     reduction.RoweSoilType = 1;
+    sections.PileSectionCount = 1; // near the top of the curves
+    sections.PileName(1) = "PZ40";
+    reduction.PileLogRigidity(1) = -2;
+    reduction.PileMomentRatio(1) = 1.2;
     problem.HeadingLines(1) = "'5 < 6 & caf\xE9 \"quoted\"";
     problem.VRampCount(Right) = 1;
     problem.VRampEnd(Right) = 10;
     problem.VRampLoad(Right) = 100;
     const auto written = files(true);
     EXPECT_EQ(written.size(), 17U);
+    const SvgSurface metrics;
     for (const auto& [name, svg] : written) {
         SCOPED_TRACE(name);
         const auto elements = readXml(svg);
-        EXPECT_EQ(elements.at(0).attribute("viewBox"), "1410 4290 9780 5460");
+        const auto box = viewBox(elements.at(0));
         EXPECT_EQ(svg.find("nan"), std::string::npos);
         EXPECT_EQ(svg.find("inf"), std::string::npos);
-        const auto texts =
-            std::count_if(elements.begin(), elements.end(), [](const XmlElement& element) {
-                return element.name == "text" && std::stod(element.attribute("x")) >= 1440 &&
-                       std::stod(element.attribute("x")) <= 11160 &&
-                       std::stod(element.attribute("y")) >= 4320 &&
-                       std::stod(element.attribute("y")) <= 9760;
-            });
-        EXPECT_GE(texts, 3) << "on the page";
+        int texts = 0;
+        for (const XmlElement& element : elements) {
+            if (element.name == "text") {
+                ++texts;
+                const double x = std::stod(element.attribute("x"));
+                const double baseLine = std::stod(element.attribute("y"));
+                EXPECT_GE(x, box[0]) << element.text;
+                EXPECT_LE(x + metrics.textWidth(element.text), box[0] + box[2]) << element.text;
+                EXPECT_GE(baseLine - metrics.textHeight(), box[1] - 40) << element.text;
+                EXPECT_LE(baseLine, box[1] + box[3]) << element.text;
+            }
+        }
+        EXPECT_GE(texts, 4) << "the heading among them";
     }
+    // The frame with half of its line and a little room, and the heading at 3744 above it.
+    EXPECT_EQ(readXml(written.at("free-moment")).at(0).attribute("viewBox"), "1410 3729 9780 6021");
+    // Rowe's figure has no frame. The name of the section that stands at the top of the grid (432
+    // on the screen, 4320 lower on paper) is drawn 576 above it.
+    EXPECT_LT(viewBox(readXml(written.at("rowe")).at(0))[1], 432 + 4320 - 576);
+}
+
+TEST_F(Figures, CarryATitleAndADescription) {
+    const auto elements = readXml(files(true).at("moment"));
+    ASSERT_EQ(elements.at(1).name, "title");
+    EXPECT_EQ(elements.at(1).text, "BENDING MOMENT (LB-FT) FOR CANTILEVER WALL DESIGN");
+    ASSERT_EQ(elements.at(2).name, "desc");
+    const std::string& description = elements.at(2).text;
+    EXPECT_NE(description.find("Largest 3.45E+03 LB-FT at elevation -10.00 FT, smallest "
+                               "-7.50E+02 LB-FT at -20.00 FT"),
+              std::string::npos)
+        << description;
+    const std::string heading = problem.HeadingLines(1).substr(1);
+    EXPECT_EQ(description.rfind(heading, 0), 0U) << description;
+    EXPECT_EQ(readXml(files(true).at("input-system")).at(1).text, "INPUT DATA: System");
 }
 
 TEST_F(Figures, DrawingTwiceGivesTheSameFiles) {

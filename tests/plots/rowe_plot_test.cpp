@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace korvane::test {
@@ -57,6 +58,32 @@ double lagrange(const std::vector<Point>& points, double x) {
         sum += term;
     }
     return sum;
+}
+
+TEST(RoweSections, TellWhyTheyAreNotInThePicture) {
+    RoweCase rowe = sand();
+    addSection(rowe, "IN", -2, 1);
+    addSection(rowe, "SOFT", -3.5, 1);
+    addSection(rowe, "EDGE", -1.5, 1.2);
+    addSection(rowe, "STIFF", -1.49, 1);
+    addSection(rowe, "STRONG", -2, 1.21);
+    const auto sections = roweSections(rowe.sections, rowe.reduction);
+    ASSERT_EQ(sections.size(), 5U);
+    const char* const reasons[] = {"", "LOG(H^4/EI) is not above -3.5", "",
+                                   "LOG(H^4/EI) is above -1.5", "M/Mo is above 1.2"};
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        EXPECT_EQ(sections[i].leftOut, reasons[i]) << sections[i].name;
+    }
+    EXPECT_EQ(sections[4].name, "STRONG");
+    EXPECT_EQ(sections[4].logRigidity, -2);
+    EXPECT_EQ(sections[4].momentRatio, 1.21);
+    // The picture agrees.
+    const auto texts = textsOf(drawn(rowe));
+    for (const RoweSection& section : sections) {
+        EXPECT_EQ(std::count(texts.begin(), texts.end(), section.name),
+                  section.leftOut.empty() ? 1 : 0)
+            << section.name;
+    }
 }
 
 TEST(RowePlot, TitleGridAndLabels) {

@@ -28,6 +28,16 @@ TEST(XmlCheck, FindsFaults) {
     }
 }
 
+TEST(SvgSurface, TitleAndDescriptionAreForReaders) {
+    const auto all = readXml(SvgSurface().document(View, "5 < 6", "a & b"));
+    ASSERT_EQ(all.size(), 5U);
+    EXPECT_EQ(all[0].attribute("role"), "img");
+    EXPECT_EQ(all[1].name, "title"); // the first child: readers look there
+    EXPECT_EQ(all[1].text, "5 < 6");
+    EXPECT_EQ(all[2].name, "desc");
+    EXPECT_EQ(all[2].text, "a & b");
+}
+
 TEST(SvgSurface, DocumentHasTrueSizeAndShowsTheView) {
     const auto all = readXml(SvgSurface().document(View));
     ASSERT_EQ(all.size(), 3U);

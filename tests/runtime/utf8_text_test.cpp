@@ -30,6 +30,34 @@ TEST(Utf8Text, OverlongFormsSurrogatesAndValuesBeyondUnicodeAreNoCharacters) {
     EXPECT_EQ(utf8Text("\xF4\x90\x80\x80").size(), 8U);
 }
 
+TEST(MessageText, ALineShows200CharactersAtMost) {
+    EXPECT_EQ(messageText(std::string(200, 'x')), std::string(200, 'x'));
+    EXPECT_EQ(messageText(std::string(201, 'x')), std::string(196, 'x') + " ...");
+    // Characters count, not bytes, and each line by itself.
+    std::string accents;
+    for (int i = 0; i < 201; ++i) {
+        accents += "\xC3\xA9";
+    }
+    EXPECT_EQ(messageText(accents), accents.substr(0, std::size_t{196} * 2) + " ...");
+    EXPECT_EQ(messageText(accents.substr(2) + "\nshort\n" + std::string(300, 'y')),
+              accents.substr(2) + "\nshort\n" + std::string(196, 'y') + " ...");
+    EXPECT_EQ(messageText(""), "");
+    EXPECT_EQ(messageText("a\n\nb\n"), "a\n\nb\n");
+}
+
+TEST(MessageText, ControlCharactersAreVisible) {
+    EXPECT_EQ(messageText("a\tb\rc\x1B[1m\x7F"), "a\\x09b\\x0Dc\\x1B[1m\\x7F");
+    EXPECT_EQ(messageText(std::string("\0", 1)), "\\x00");
+    EXPECT_EQ(messageText("\x9B"), "\\x9B");           // a byte that becomes a control character
+    EXPECT_EQ(messageText("\xE2\x80\xAE"), "\\u202E"); // turns the direction of a text
+    EXPECT_EQ(messageText("\xE2\x80\xA8"), "\\u2028"); // parts a line
+    EXPECT_EQ(messageText("caf\xC3\xA9 \xE2\x82\xAC"), "caf\xC3\xA9 \xE2\x82\xAC");
+    // What makes a character visible counts, and is not cut in two.
+    EXPECT_EQ(messageText(std::string(100, '\x1B')).size(), 196U + 4U);
+    EXPECT_EQ(messageText(std::string(195, 'x') + "\x1B" + "yyyyy"),
+              std::string(195, 'x') + " ...");
+}
+
 } // namespace
 
 } // namespace korvane

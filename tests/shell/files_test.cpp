@@ -1,13 +1,20 @@
 // Opening, saving, ending and faults, at the main window.
 #include "person.h"
+#include "screenshots.h"
 
 #include "runtime/file_text.h"
 
+#include <QAbstractItemView>
+#include <QDir>
 #include <QProcess>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace korvane::test {
 namespace {
@@ -68,6 +75,68 @@ TEST(Saving, SavedInputIsNotAskedForAgain) {
     person.expectNothingLeft();
     EXPECT_EQ(person.boxes.back().title, "SAVE OUTPUT DATA?");
     EXPECT_TRUE(fs::exists(person.userFile("mine.dat")));
+}
+
+// ---- file dialogs ----
+
+TEST(FileDialogs, OpenNoFileToGuessItsKind) {
+    Person person;
+    for (const char* name : {"wall", "wall.dat", "notes"}) { // names that tell no kind
+        writeFile(person.userFile(name), "'A WALL\n");
+    }
+    const int watch = ::inotify_init1(IN_NONBLOCK);
+    ASSERT_GE(watch, 0);
+    ASSERT_GE(::inotify_add_watch(watch, person.user.path().c_str(), IN_OPEN | IN_ACCESS), 0);
+    person.expectFile("", [&](QFileDialog& dialog) {
+        dialog.setNameFilter("All files (*)");
+        dialog.setDirectory(QString::fromStdString(person.user.path().string()));
+        const auto* list = dialog.findChild<QAbstractItemView*>("listView");
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 3; }, 5000));
+        QTest::qWait(300); // the kinds follow the names
+    });
+    person.choose("mnuFileItem_1");
+    person.expectNothingLeft();
+    alignas(inotify_event) char events[4096];
+    std::string opened;
+    for (ssize_t got = 0; (got = ::read(watch, events, sizeof events)) > 0;) {
+        for (char* at = events; at < events + got;) {
+            const auto* event = reinterpret_cast<const inotify_event*>(at);
+            opened += event->len > 0 ? std::string(event->name) + " " : ""; // else the folder
+            at += sizeof(inotify_event) + event->len;
+        }
+    }
+    ::close(watch);
+    std::erase_if(opened, [](char c) { return c == '\0'; });
+    EXPECT_EQ(opened, "");
+}
+
+TEST(FileDialogs, OfferTheExamplesAndAHomeFolder) {
+    Person person;
+    person.expectFile("", [](QFileDialog& dialog) {
+        QStringList folders;
+        for (const QUrl& url : dialog.sidebarUrls()) {
+            folders.append(url.toLocalFile());
+        }
+        EXPECT_TRUE(folders.contains(QDir::homePath()));
+        const QString examples =
+            QFileInfo(QString::fromStdString(examplePath("anchored-sand"))).absolutePath();
+        EXPECT_TRUE(folders.contains(examples)) << folders.join(' ').toStdString();
+        keepScreenshot(dialog, "open-dialog");
+    });
+    person.choose("mnuFileItem_1");
+    person.expectNothingLeft();
+}
+
+TEST(FileDialogs, KeepNothingInTheUsersSettings) {
+    Person person;
+    person.expectFile(examplePath("cantilever-dry-sand"));
+    person.expectBox("OK");
+    person.choose("mnuFileItem_1");
+    person.expectNothingLeft();
+    const fs::path settings = qEnvironmentVariable("XDG_CONFIG_HOME").toStdString();
+    ASSERT_TRUE(fs::is_directory(settings));
+    EXPECT_FALSE(fs::exists(settings / "QtProject.conf"));
 }
 
 TEST(Ending, TheFramesCrossAsksAndDeletesTheTemporaryFiles) {

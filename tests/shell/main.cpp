@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QApplication application(argc, argv);
     korvane::prepareApplication();
+    korvane::test::takeTheme();
     const korvane::test::Screenshots screenshots;
     return RUN_ALL_TESTS();
 }

@@ -257,8 +257,8 @@ TEST(Menus, StandInTheirOrderWithTheirCaptions) {
         }
         return found;
     };
-    EXPECT_EQ(captions("mnuFile"),
-              (QStringList{"&New", "&Open", "-", "&Save", "-", "&Print", "-", "E&xit"}));
+    EXPECT_EQ(captions("mnuFile"), (QStringList{"&New", "&Open", "-", "&Save", "-", "&Print", "-",
+                                                "E&xit", "-", "&Recent Files"}));
     EXPECT_EQ(captions("mnuFileItem_3"), (QStringList{"&Input Data", "&Output Data"}));
     EXPECT_EQ(captions("mnuFileItem_5"), (QStringList{"&Input File", "&Output File"}));
     EXPECT_EQ(

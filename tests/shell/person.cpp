@@ -82,7 +82,9 @@ SeenBox seen(const QMessageBox& box) {
 
 Person::Person(const std::filesystem::path& sharedTemporary)
     : temp_("temp", (sharedTemporary.empty() ? temporary.path() : sharedTemporary).string()),
-      date_("SOURCE_DATE_EPOCH", "1795305907"), program(std::make_unique<Program>(dataScreens())) {
+      date_("SOURCE_DATE_EPOCH", "1795305907"),
+      state_("XDG_STATE_HOME", stateHome_.path().string()),
+      program(std::make_unique<Program>(dataScreens())) {
     program->desktop.printServices.hasPrinter = [] { return false; };
     window().show();
     window().activateWindow();

@@ -64,6 +64,8 @@ class Person {
 
     ShellWindow& window() { return *program->window; }
     Session& session() { return *program->session; }
+    /// Where the program keeps its recent files.
+    std::string recentStore() const { return (stateHome_.path() / "korvane" / "recent").string(); }
     std::string userFile(const std::string& name) const { return (user.path() / name).string(); }
 
     TemporaryFolder temporary;
@@ -73,6 +75,8 @@ class Person {
   private:
     EnvironmentVariable temp_;
     EnvironmentVariable date_;
+    TemporaryFolder stateHome_;
+    EnvironmentVariable state_;
 
   public:
     std::unique_ptr<Program> program;

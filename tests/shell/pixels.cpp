@@ -1,6 +1,6 @@
 #include "pixels.h"
 
-#include "plots/plot_screen.h"
+#include "shell/plot_picture.h"
 
 #include <QPixmap>
 #include <QProcess>
@@ -72,13 +72,10 @@ bool holds(const QImage& image, Colour colour) {
 } // namespace
 
 Pixels pixelsOf(QWidget& picture) {
-    const double viewWidth = PictureView.b.x - PictureView.a.x;
-    const double viewHeight = PictureView.b.y - PictureView.a.y;
-    const double factor = std::min(picture.width() / viewWidth, picture.height() / viewHeight);
+    const QTransform mapping = dynamic_cast<PlotPicture&>(picture).mapping();
     const QPixmap painted = picture.grab();
     const double scale = painted.devicePixelRatio();
-    return {
-        painted.toImage(), factor * scale, {(picture.width() - factor * viewWidth) / 2 * scale, 0}};
+    return {painted.toImage(), mapping.m11() * scale, {mapping.dx() * scale, mapping.dy() * scale}};
 }
 
 Pixels pageOf(const std::string& pdf) {

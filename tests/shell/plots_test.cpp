@@ -4,16 +4,22 @@
 #include "screenshots.h"
 
 #include "plots/plot_screen.h"
+#include "plots/svg_surface.h"
 #include "runtime/file_text.h"
+#include "shell/plot_picture.h"
 
 #include <QAction>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QTableWidget>
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <ostream>
@@ -254,6 +260,164 @@ TEST(RoweCurves, ShowsItsDiagramAtOnceAndDoneClosesIt) {
     person.expectNothingLeft();
 }
 
+QLabel* labelOf(QDialog& screen, const char* name) {
+    return screen.findChild<QLabel*>(name);
+}
+
+/// Gives a section the modulus for LOG(H^4/EI) -2 and the stress for M/Mo 1.
+void bringIntoPicture(Session& session, int p) {
+    const MomentReduction& rowe = session.workspace.reduction();
+    session.sections.PileModulus(p) *= std::pow(10, rowe.PileLogRigidity(p) + 2);
+    session.sections.PileAllowStress(p) /= rowe.PileMomentRatio(p);
+    reduceWallMoments(session.workspace, session.sections);
+    ASSERT_NEAR(rowe.PileLogRigidity(p), -2, 1e-6);
+    ASSERT_NEAR(rowe.PileMomentRatio(p), 1, 1e-6);
+}
+
+TEST(RoweCurves, ATableBelowThePictureTellsOfAllSections) {
+    Person person;
+    solveExample(person, "anchored-sand", true);
+    bringIntoPicture(person.session(), 2);
+    person.expectScreen("ROWECURV", [&](QDialog& screen) {
+        const PileSections& sections = person.session().sections;
+        const MomentReduction& rowe = person.session().workspace.reduction();
+        const auto* table = screen.findChild<QTableWidget*>("tblSections");
+        ASSERT_EQ(table->rowCount(), sections.PileSectionCount);
+        EXPECT_GE(table->mapTo(&screen, QPoint()).y(),
+                  pictureOnShow(screen)->mapTo(&screen, QPoint()).y() +
+                      pictureOnShow(screen)->height());
+        int leftOut = 0;
+        for (int row = 0; row < table->rowCount(); ++row) {
+            EXPECT_EQ(table->item(row, 0)->text().toStdString(), sections.PileName(row + 1));
+            const double x = rowe.PileLogRigidity(row + 1);
+            const double ratio = rowe.PileMomentRatio(row + 1);
+            const bool shown = x > -3.5 && x <= -1.5 && ratio <= 1.2;
+            EXPECT_EQ(table->item(row, 3)->text() == "yes", shown) << row;
+            EXPECT_EQ(table->item(row, 3)->text().startsWith("left out: "), !shown) << row;
+            leftOut += shown ? 0 : 1;
+        }
+        EXPECT_GT(leftOut, 0);
+        EXPECT_LT(leftOut, table->rowCount());
+        pushButton(screen, "cmdDone");
+    });
+    person.choose("mnuViewItem_6");
+    person.expectNothingLeft();
+}
+
+TEST(PlotMenu, ALineInTheEmptyAreaTellsWhatToChoose) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        QLabel* line = labelOf(screen, "lblChoice");
+        EXPECT_TRUE(line->isVisible());
+        EXPECT_EQ(line->text(), "Choose a diagram from the menu above: Deflections, Moment "
+                                "Diagram, Shear Diagram, Design Pressures.");
+        keepScreenshot(screen, "CANPLOT-menu");
+        chooseAction(screen, "mnuMoment");
+        EXPECT_FALSE(line->isVisible());
+        pushButton(screen, "cmdDone");
+        EXPECT_TRUE(line->isVisible());
+        EXPECT_FALSE(labelOf(screen, "lblExtremes")->isVisible());
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectScreen("VUINPLOT", [&](QDialog& screen) {
+        EXPECT_EQ(labelOf(screen, "lblChoice")->text(),
+                  "Choose a diagram from the menu above: System.");
+        chooseAction(screen, "mnuSystem");
+        EXPECT_FALSE(labelOf(screen, "lblExtremes")->isVisible()); // a sketch has no values
+        pushButton(screen, "cmdDone");
+        screen.close();
+    });
+    person.choose("mnuViewItem_2");
+    person.expectNothingLeft();
+}
+
+TEST(PlotBand, TellsExtremesAndTheValuesAtThePointer) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    const double top = person.session().problem.WallTopElev;
+    const double bottom = person.session().workspace.results().levels(1).bottomElev;
+    const double elevation = (top + bottom) / 2;
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuMoment");
+        EXPECT_TRUE(labelOf(screen, "lblExtremes")->text().startsWith("Largest "));
+        EXPECT_TRUE(labelOf(screen, "lblExtremes")->text().contains(" LB-FT at elevation "));
+        const QString hint = "Point at the diagram for its values.";
+        EXPECT_EQ(labelOf(screen, "lblPointed")->text(), hint);
+        auto& picture = dynamic_cast<PlotPicture&>(*pictureOnShow(screen));
+        const QPointF middle = picture.mapping().map(QPointF(5040, 1008 + 4320 / 2.0));
+        QMouseEvent move(QEvent::MouseMove, middle, picture.mapToGlobal(middle), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&picture, &move);
+        const QString told = labelOf(screen, "lblPointed")->text();
+        EXPECT_EQ(told.section(' ', 0, 1), "At elevation");
+        EXPECT_NEAR(told.section(' ', 2, 2).toDouble(), elevation, 0.006);
+        EXPECT_TRUE(told.endsWith(" LB-FT"));
+        keepScreenshot(screen, "CANPLOT-pointed");
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&picture, &leave);
+        EXPECT_EQ(labelOf(screen, "lblPointed")->text(), hint);
+        screen.close();
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+}
+
+TEST(PlotBand, StandsBelowThePictureWithoutCoveringIt) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        for (const QSize size : {QSize(800, 600), QSize(500, 340)}) {
+            screen.resize(size);
+            chooseAction(screen, "mnuPresItem_1"); // two lines of extremes
+            QTest::qWait(50);
+            const QWidget* above = pictureOnShow(screen);
+            for (const char* name : {"lblExtremes", "lblPointed", "cmdDone"}) {
+                auto* below = screen.findChild<QWidget*>(name);
+                EXPECT_GE(below->mapTo(&screen, QPoint()).y(),
+                          above->mapTo(&screen, QPoint(0, above->height())).y())
+                    << name << " at " << size.width();
+                EXPECT_GE(below->height(), below->heightForWidth(below->width()));
+                above = below;
+            }
+            keepScreenshot(screen, QString("CANPLOT-%1").arg(size.width()));
+            pushButton(screen, "cmdDone");
+        }
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+}
+
+TEST(PlotPictures, ShowAllOfTheDrawing) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuDefl"); // the top elevation stands far out to the left
+        QWidget& picture = *pictureOnShow(screen);
+        const QTransform mapping = dynamic_cast<PlotPicture&>(picture).mapping();
+        const SvgSurface metrics; // of the same letters
+        const QRectF room(picture.rect());
+        for (const Primitive& part : recipeOf(person, screen, picture, Medium::Screen)) {
+            if (part.kind == Primitive::Kind::Text && part.text == "20.00") {
+                const QRectF ink(part.a.x, part.a.y, metrics.textWidth(part.text),
+                                 metrics.textHeight());
+                EXPECT_TRUE(room.adjusted(-0.5, -0.5, 0.5, 0.5).contains(mapping.mapRect(ink)));
+            }
+            EXPECT_TRUE(
+                room.adjusted(-1, -1, 1, 1).contains(mapping.map(QPointF(part.a.x, part.a.y))))
+                << part.text;
+        }
+        EXPECT_EQ(mapping.m11(), mapping.m22()) << "one factor";
+        screen.close();
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+}
+
 TEST(PlotFrame, TheCrossIsDoneWhileADiagramShowsAndFinishedOtherwise) {
     Person person;
     solveExample(person, "cantilever-dry-sand", false);
@@ -295,7 +459,11 @@ TEST(Figures, AreSavedByTheFiltersOrTheNamesExtension) {
     person.expectScreen("CANPLOT", [&](QDialog& screen) {
         chooseAction(screen, "mnuMoment");
         for (const char* name : {"moment", "moment.svg", "moment.pdf"}) {
-            person.expectFile(person.userFile(name)); // the first filter is PNG
+            person.expectFile(person.userFile(name), [](QFileDialog& dialog) {
+                // The first filter is PNG; the name is made of the problem's.
+                EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(),
+                          "cantilever-dry-sand-moment");
+            });
             pushButton(screen, "cmdSave");
         }
         expectShowing(screen);
@@ -306,12 +474,37 @@ TEST(Figures, AreSavedByTheFiltersOrTheNamesExtension) {
     person.expectNothingLeft();
     const QImage png(QString::fromStdString(person.userFile("moment.png")));
     EXPECT_GE(coloursOf(png), 3U);
-    // The frame is 6.75 by 3.75 IN, at 200 pixels an inch, with half a line around it at most.
-    EXPECT_NEAR(png.width(), 1350, 12);
-    EXPECT_NEAR(png.height(), 750, 12);
+    // At 200 pixels an inch: from the heading at y 3744 twips to the frame's foot at 9720, across
+    // the frame's width of 9720, with 30 twips of line and room around (15 above the heading).
+    EXPECT_NEAR(png.width(), (9720 + 60) * 200 / 1440.0, 1);
+    EXPECT_NEAR(png.height(), (9720 + 30 - 3744 + 15) * 200 / 1440.0, 1);
+    EXPECT_EQ(png.text("Title"), "BENDING MOMENT (LB-FT) FOR CANTILEVER WALL DESIGN");
+    EXPECT_TRUE(png.text("Description").contains("CANTILEVER WALL IN DRY SAND"));
     EXPECT_NE(readFile(person.userFile("moment.svg")).find("BENDING MOMENT (LB-FT)"),
               std::string::npos);
     EXPECT_EQ(readFile(person.userFile("moment.pdf")).rfind("%PDF", 0), 0U);
+}
+
+TEST(Figures, ASuffixThatIsNoPictureIsTold) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuMoment");
+        person.expectFile(person.userFile("moment.jpg"));
+        person.expectBox("OK");
+        person.expectFile(person.userFile("station 12.5")); // no suffix of any kind of file
+        pushButton(screen, "cmdSave");
+        screen.close();
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "UNKNOWN KIND OF FILE!");
+    EXPECT_EQ(person.boxes.back().text, "File: " + person.userFile("moment.jpg") +
+                                            "\nThe name must end in .PNG, .SVG, .PDF."
+                                            "\nPlease choose another file name.");
+    EXPECT_FALSE(std::filesystem::exists(person.userFile("moment.jpg")));
+    EXPECT_FALSE(QImage(QString::fromStdString(person.userFile("station 12.5.png"))).isNull());
 }
 
 TEST(Figures, AFullDiskTellsAndTheDiagramStays) {

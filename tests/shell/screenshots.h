@@ -1,5 +1,5 @@
 // Pictures of what the tests show, for looking at them: only with KORVANE_SCREENSHOTS set to a
-// folder.
+// folder. With KORVANE_DARK set all windows have a dark theme.
 #pragma once
 
 #include <QObject>
@@ -9,6 +9,9 @@ namespace korvane::test {
 
 /// Writes FOLDER/NAME.png; nothing without a folder.
 void keepScreenshot(QWidget& window, const QString& name);
+
+/// Gives the application a dark theme where KORVANE_DARK asks for it.
+void takeTheme();
 
 /// Keeps a picture of every window that is shown while it lives, under its object name; of a
 /// message box under its title.

@@ -67,6 +67,7 @@ TEST_P(WholeProblems, TheSavedReportIsThatOfTheBatchCommand) {
     person.open(examplePath(example.name));
     if (example.wedgeButton != nullptr) {
         person.expectScreen("WEDGMETH", [&](QDialog& prompt) {
+            EXPECT_FALSE(prompt.windowFlags().testFlag(Qt::WindowCloseButtonHint));
             prompt.close(); // only its buttons end it
             EXPECT_TRUE(prompt.isVisible());
             pushButton(prompt, example.wedgeButton);

@@ -1,23 +1,18 @@
-// Title window, message boxes, help, text windows and printing.
+// Title window, About box and message boxes.
 #include "person.h"
+#include "screenshots.h"
 
-#include "runtime/file_text.h"
+#include "runtime/utf8_text.h"
 #include "shell/title_window.h"
-#include "support/faulty_machine.h"
 #include "widgets/gate.h"
-#include "widgets/help_pages.h"
 #include "widgets/message_box.h"
 
 #include <QLabel>
-#include <QListWidget>
 #include <QMessageBox>
-#include <QPlainTextEdit>
-#include <QPrinter>
-#include <QProcess>
 #include <QPushButton>
-#include <QTextBlock>
-#include <QTextBrowser>
-#include <QTreeWidget>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <gtest/gtest.h>
 
@@ -102,6 +97,46 @@ TEST(Title, TheWaitComesBeforeTheDisclaimerAndAClickDoesNotSkipIt) {
         0U);
 }
 
+TEST(Title, TheDisclaimerStaysOnTheScreenWithItsButtons) {
+    TitleWindow title;
+    atDisclaimer(title, [&] {
+        const QRect screen = title.screen()->availableGeometry();
+        EXPECT_LE(title.width(), screen.width());
+        EXPECT_LE(title.height(), screen.height());
+        for (const char* name : {"okbutton_0", "okbutton_1"}) {
+            auto* button = title.findChild<QPushButton*>(name);
+            const QRect place(button->mapToGlobal(QPoint()), button->size());
+            EXPECT_TRUE(screen.contains(place)) << name;
+            EXPECT_FALSE(button->visibleRegion().isEmpty());
+        }
+        // The lines of the title do not overlap each other, and the whole text can be read.
+        int foot = 0;
+        for (const char* name : {"Picture1", "Label1", "Label2", "Label3", "Label4", "okscroll"}) {
+            auto* part = title.findChild<QWidget*>(name);
+            EXPECT_GE(part->y(), foot) << name;
+            EXPECT_GE(part->height(), part->minimumSizeHint().height()) << name;
+            foot = part->y() + part->height();
+        }
+        auto* text = title.findChild<QLabel*>("okpanel");
+        EXPECT_GE(text->height(), text->heightForWidth(text->width()));
+        auto* scroll = title.findChild<QScrollArea*>("okscroll");
+        EXPECT_EQ(scroll->horizontalScrollBar()->maximum(), 0);
+        QTest::keyClick(&title, Qt::Key_PageDown);
+        EXPECT_EQ(scroll->verticalScrollBar()->value() > 0,
+                  scroll->verticalScrollBar()->maximum() > 0);
+        keepScreenshot(title, "splash_form-disclaimer");
+        pushButton(title, "okbutton_0");
+    });
+    EXPECT_TRUE(title.runAtStart(ShortTitle));
+}
+
+TEST(MainWindow, OpensWithinTheScreen) {
+    Person person;
+    const QRect screen = person.window().screen()->availableGeometry();
+    EXPECT_LE(person.window().width(), screen.width());
+    EXPECT_LE(person.window().height(), screen.height());
+}
+
 TEST(About, HasOneButtonAndAnythingClosesIt) {
     Person person;
     const std::function<void(QDialog&)> ways[] = {
@@ -178,6 +213,7 @@ TEST(MessageBoxes, EscapeAndTheCrossMeanCancelOrOk) {
 
 TEST(MessageBoxes, AQuestionIsLeftByItsButtonsAlone) {
     const Answer answer = answered({.text = "?", .buttons = Buttons::YesNo}, [](QMessageBox& box) {
+        EXPECT_FALSE(box.windowFlags().testFlag(Qt::WindowCloseButtonHint)); // it would be refused
         QTest::keyClick(&box, Qt::Key_Escape);
         EXPECT_TRUE(box.isVisible());
         box.close();
@@ -203,6 +239,41 @@ TEST(MessageBoxes, TheFirstButtonIsDefaultAndTextIsPlain) {
     EXPECT_EQ(answer, Answer::Yes);
 }
 
+TEST(MessageBoxes, AreAtLeastAsWideAsTheirTitle) {
+    const std::string title = "DATA ERROR IN INPUT FILE: /home/engineer/walls/river/station-12.dat";
+    answered({.text = "?", .title = title}, [&](QMessageBox& box) {
+        const QFontMetrics metrics(box.font());
+        EXPECT_GE(box.width(), std::min(metrics.horizontalAdvance(QString::fromStdString(title)),
+                                        box.screen()->availableGeometry().width()));
+        keepScreenshot(box, "box-with-a-long-title");
+        box.button(QMessageBox::Ok)->click();
+    });
+}
+
+TEST(MessageBoxes, AreNeverLargerThanTheScreenAndATextThatIsHigherScrolls) {
+    std::string lines;
+    for (int i = 0; i < 300; ++i) {
+        lines += "line " + std::to_string(i) + "\n";
+    }
+    const std::string path = "/" + std::string(3000, 'w') + "/" + std::string(3000, 'x');
+    for (const std::string& text : {lines, path}) {
+        answered({.text = text, .title = path, .icon = Icon::Exclamation}, [&](QMessageBox& box) {
+            const QRect screen = box.screen()->availableGeometry();
+            EXPECT_LE(box.width(), screen.width());
+            EXPECT_LE(box.height(), screen.height());
+            if (text == lines) {
+                EXPECT_GE(box.height(), screen.height() * 3 / 4) << "uses the room";
+            }
+            EXPECT_TRUE(screen.contains(box.button(QMessageBox::Ok)->mapToGlobal(QPoint(0, 0))));
+            const auto* area = box.findChild<QScrollArea*>("messageScroll");
+            EXPECT_EQ(area != nullptr, text == lines);
+            EXPECT_EQ(box.text().toStdString(), messageText(text));
+            keepScreenshot(box, text == lines ? "box-with-many-lines" : "box-with-a-long-line");
+            box.button(QMessageBox::Ok)->click();
+        });
+    }
+}
+
 TEST(MessageBoxes, ABusyPointerIsTakenOffAndPutBack) {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     answered({.text = "?"}, [](QMessageBox& box) {
@@ -212,289 +283,6 @@ TEST(MessageBoxes, ABusyPointerIsTakenOffAndPutBack) {
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     QApplication::restoreOverrideCursor();
-}
-
-// ---- help ----
-
-TEST(Help, SearchFindsWordsInAllPagesWithTheirSections) {
-    const auto pages = loadHelpPages();
-    ASSERT_GE(pages.size(), 8U);
-    for (const HelpPage& page : pages) {
-        EXPECT_FALSE(page.title.isEmpty());
-    }
-    const auto hits = searchHelp(pages, "seepage GRADIENT");
-    ASSERT_FALSE(hits.empty());
-    std::vector<int> found;
-    for (const HelpHit& hit : hits) {
-        EXPECT_TRUE(hit.piece.text.contains("seepage", Qt::CaseInsensitive));
-        EXPECT_TRUE(hit.piece.text.contains("gradient", Qt::CaseInsensitive));
-        found.push_back(hit.page);
-    }
-    found.erase(std::unique(found.begin(), found.end()), found.end());
-    EXPECT_GE(found.size(), 3U);
-    EXPECT_TRUE(searchHelp(pages, "  ").empty());
-}
-
-HelpViewer* viewerOf(Person& person) {
-    HelpViewer* found = nullptr;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (auto* viewer = qobject_cast<HelpViewer*>(window)) {
-            found = viewer;
-        }
-    }
-    (void)person;
-    return found;
-}
-
-TEST(Help, ContentsOpenAPageAtItsSectionAndSearchOpensTheHit) {
-    Person person;
-    person.choose("mnuHelpItem_0");
-    HelpViewer* viewer = viewerOf(person);
-    ASSERT_NE(viewer, nullptr);
-    EXPECT_TRUE(viewer->isVisible());
-    auto* contents = viewer->findChild<QTreeWidget*>("helpContents");
-    auto* page = viewer->findChild<QTextBrowser*>("helpPage");
-    QTreeWidgetItem* inputFile = contents->findItems("The input file", Qt::MatchExactly).value(0);
-    ASSERT_NE(inputFile, nullptr);
-    contents->setCurrentItem(inputFile->child(inputFile->childCount() - 1));
-    EXPECT_TRUE(page->toPlainText().contains("FINISHED"));
-    EXPECT_EQ(page->textCursor().block().text(), "FINISHED");
-
-    person.choose("mnuHelpItem_1");
-    EXPECT_EQ(viewerOf(person), viewer) << "there is one help window";
-    QTest::keyClicks(viewer->findChild<QWidget*>("helpWords"), "IMPROPER WALL ROTATION");
-    auto* hits = viewer->findChild<QListWidget*>("helpHits");
-    ASSERT_GE(hits->count(), 1);
-    hits->setCurrentRow(0);
-    EXPECT_TRUE(page->toPlainText().contains("IMPROPER WALL ROTATION"));
-}
-
-TEST(Help, StaysOpenOverTheScreenBelowWhenAModalScreenCloses) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    person.expectScreen("VUINECHO", [&](QDialog& screen) {
-        chooseAction(screen, "mnuHelpItem_0");
-        HelpViewer* viewer = viewerOf(person);
-        ASSERT_NE(viewer, nullptr);
-        EXPECT_EQ(viewer->parentWidget(), &screen);
-        viewer->openPage(3, {});
-        chooseAction(screen, "mnuFinished");
-    });
-    person.choose("mnuViewItem_1");
-    HelpViewer* viewer = viewerOf(person);
-    ASSERT_NE(viewer, nullptr);
-    EXPECT_TRUE(viewer->isVisible());
-    EXPECT_EQ(viewer->parentWidget(), &person.window());
-    EXPECT_TRUE(viewer->findChild<QTextBrowser*>("helpPage")->toPlainText().contains("CONTROL"));
-
-    person.expectBox("No");
-    person.choose("mnuFileItem_0"); // New closes the help with the problem
-    EXPECT_EQ(viewerOf(person), nullptr);
-}
-
-// ---- text windows ----
-
-TEST(TextWindows, AKeyThatWouldChangeTheTextShowsTheMessageAndChangesNothing) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    person.expectScreen("VUINPTFL", [&](QDialog& screen) {
-        EXPECT_EQ(screen.windowTitle().toStdString(), examplePath("cantilever-dry-sand"));
-        auto* text = screen.findChild<QPlainTextEdit*>("txtINPTFILE");
-        const QString before = text->toPlainText();
-        // The whole file less its last character.
-        EXPECT_EQ(before.toStdString() + "\n", readFile(examplePath("cantilever-dry-sand")));
-        for (const Qt::Key key : {Qt::Key_X, Qt::Key_Return, Qt::Key_Backspace, Qt::Key_Delete}) {
-            person.expectBox("OK");
-            QTest::keyClick(text, key);
-        }
-        std::size_t told = 4;
-        for (const auto change :
-             {QKeySequence::Paste, QKeySequence::Cut, QKeySequence::DeleteEndOfLine,
-              QKeySequence::DeleteCompleteLine}) {
-            for (const QKeySequence& keys : QKeySequence::keyBindings(change)) {
-                person.expectBox("OK");
-                QTest::keySequence(text, keys);
-                ++told;
-            }
-        }
-        EXPECT_GE(told, 4U + 2U);                 // paste and cut have keys everywhere
-        EXPECT_EQ(person.boxes.size(), 1 + told); // the first told that the input is complete
-        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown, Qt::Key_End}) {
-            QTest::keyClick(text, key); // free
-        }
-        QTest::keyClick(text, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(text, Qt::Key_C, Qt::ControlModifier);
-        EXPECT_EQ(text->toPlainText(), before);
-        screen.close(); // the frame's cross is Finished
-    });
-    person.choose("mnuViewItem_0");
-    person.expectNothingLeft();
-    ASSERT_GT(person.boxes.size(), 5U);
-    for (std::size_t box = 1; box < person.boxes.size(); ++box) {
-        EXPECT_EQ(person.boxes[box].text, "Changes made in this window are ignored.");
-    }
-}
-
-TEST(TextWindows, AnOutputOfMoreThan48000BytesIsShownInPart) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    const std::string output = person.session().report.CurrentOutputName;
-    writeFile(output, std::string(47990, 'x') + "\n" + std::string(100, 'y') + "\n");
-    person.expectBox("OK");
-    person.expectScreen("VUINECHO", [](QDialog& screen) {
-        EXPECT_EQ(screen.findChild<QPlainTextEdit*>("txtINECHO")->toPlainText().size(), 48000);
-        chooseAction(screen, "mnuFinished");
-    });
-    person.choose("mnuViewItem_1");
-    person.expectNothingLeft();
-    EXPECT_EQ(person.boxes.back().text, "The current output file: " + output +
-                                            "\n  is too long to display in its entirety."
-                                            "\nTo see the entire file, save the file as a permanent"
-                                            "\nfile and view it after after exiting KORVANE.");
-}
-
-// ---- printing ----
-
-std::string textOfPdf(const std::string& path) {
-    QProcess reader;
-    reader.start("pdftotext", {"-layout", QString::fromStdString(path), "-"});
-    EXPECT_TRUE(reader.waitForFinished()) << "pdftotext";
-    return reader.readAllStandardOutput().toStdString();
-}
-
-/// The words of all lines in their order, without blanks and page breaks.
-std::string words(const std::string& text) {
-    std::string result;
-    for (const char c : text) {
-        if (c != ' ' && c != '\n' && c != '\f' && c != '\r') {
-            result += c;
-        }
-    }
-    return result;
-}
-
-TEST(Printing, WithoutAPrinterTheReportGoesToAPdfFileLineByLine) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    person.choose("mnuSolveItem_0");
-    person.push("cmdContinue");
-    person.push("cmdOK");
-    const std::string pdf = person.userFile("report.pdf");
-    person.expectFile(person.userFile("report")); // the extension is the dialog's
-    person.choose("mnuPrintItem_1");
-    person.expectNothingLeft();
-    const std::string report = readFile(person.session().report.CurrentOutputName);
-    EXPECT_EQ(words(textOfPdf(pdf)), words(report));
-}
-
-TEST(Printing, PrintingTheInputResetsTheLineCount) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    person.expectFile(person.userFile("input.pdf"));
-    person.choose("mnuPrintItem_0");
-    EXPECT_EQ(person.session().FileLineCount, 1 + 2); // one heading line, control and wall
-    const std::string text = textOfPdf(person.userFile("input.pdf"));
-    EXPECT_NE(text.find("'CANTILEVER WALL IN DRY SAND"), std::string::npos);
-    EXPECT_NE(text.find("FINISHED"), std::string::npos);
-}
-
-TEST(Printing, CancelPrintsNothingAndChangesNothing) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    person.expectFile("");
-    person.choose("mnuPrintItem_0");
-    EXPECT_EQ(person.session().FileLineCount, 0);
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
-TEST(Printing, AFailedWriteTellsAndLeavesTheOldFileWhole) {
-    constexpr rlim_t lessThanAPage = 1000; // bytes
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    const std::string old = person.userFile("old.pdf");
-    writeFile(old, "the old print");
-    for (const char* item : {"mnuPrintItem_0", "mnuPrintItem_1"}) {
-        person.expectFile(old);
-        person.expectBox("Yes"); // it exists
-        person.expectBox("OK");
-        {
-            const SmallDisk full(lessThanAPage);
-            person.choose(item);
-        }
-        person.expectNothingLeft();
-        EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
-        EXPECT_EQ(person.boxes.back().text, "File: " + old + "\nDisk full\n\nYour data are kept.");
-        EXPECT_EQ(readFile(old), "the old print");
-    }
-    EXPECT_EQ(person.session().FileLineCount, 0); // nothing was printed
-}
-
-/// A machine with a printer, and what its setup dialog leaves.
-void givePrinter(Person& person, const std::function<bool(QPrinter&)>& setUp) {
-    PrintServices& services = person.program->desktop.printServices;
-    services.hasPrinter = [] { return true; };
-    services.chooseSetup = [setUp](QPrinter& printer, QWidget*) {
-        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-        return setUp(printer);
-    };
-}
-
-TEST(Printing, CancelAtThePrintersSetupPrintsNothingAndChangesNothing) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    int asked = 0;
-    givePrinter(person, [&](const QPrinter& printer) {
-        ++asked;
-        EXPECT_EQ(printer.docName().toStdString(), examplePath("cantilever-dry-sand"));
-        return false;
-    });
-    person.choose("mnuPrintItem_0");
-    EXPECT_EQ(asked, 1);
-    EXPECT_EQ(person.session().FileLineCount, 0);
-    EXPECT_EQ(person.boxes.size(), 1U); // that the input is complete
-}
-
-TEST(Printing, TheSetupsOwnPdfFileTakesTheWholeReport) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    const std::string pdf = person.userFile("by-setup.pdf");
-    givePrinter(person, [&](QPrinter& printer) {
-        printer.setOutputFileName(QString::fromStdString(pdf));
-        return true;
-    });
-    person.choose("mnuPrintItem_1");
-    EXPECT_EQ(words(textOfPdf(pdf)), words(readFile(person.session().report.CurrentOutputName)));
-}
-
-TEST(Printing, APrinterThatIsGoneAfterTheSetupIsTold) {
-    Person person;
-    person.open(examplePath("cantilever-dry-sand"));
-    givePrinter(person, [](QPrinter& printer) {
-        printer.setOutputFileName({});
-        printer.setOutputFormat(QPrinter::PdfFormat); // what the toolkit falls back to
-        return true;
-    });
-    person.expectBox("OK");
-    person.choose("mnuPrintItem_0");
-    person.expectNothingLeft();
-    EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
-    EXPECT_NE(person.boxes.back().text.find("Device I/O error"), std::string::npos);
-    EXPECT_EQ(person.session().FileLineCount, 0);
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-}
-
-TEST(Printing, ALineWiderThanThePageWrapsAndLongTextsTakeMorePages) {
-    std::vector<std::string> lines(200, "line");
-    lines[0] = std::string(300, 'w');
-    PrintServices services;
-    const TemporaryFolder folder;
-    const std::string pdf = (folder.path() / "wide.pdf").string();
-    services.hasPrinter = [] { return false; };
-    services.choosePdf = [&](QWidget*) { return QString::fromStdString(pdf); };
-    EXPECT_TRUE(printPages(nullptr, services, "wide", textPages(lines)));
-    const std::string text = textOfPdf(pdf);
-    EXPECT_EQ(std::count(text.begin(), text.end(), 'w'), 300);
-    EXPECT_GE(std::count(text.begin(), text.end(), '\f'), 3); // pages of about 60 lines
 }
 
 } // namespace

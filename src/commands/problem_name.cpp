@@ -1,0 +1,76 @@
+#include "commands/problem_name.h"
+
+#include "commands/files.h"
+#include "runtime/number_text.h"
+
+#include <filesystem>
+
+namespace korvane {
+
+namespace {
+
+constexpr const char* program = "KORVANE";
+
+std::string fileName(const Session& session) {
+    return std::filesystem::path(session.ProblemFile).filename().string();
+}
+
+/// "bottom -16.35 FT, maximum moment 1.2345E+04 LB-FT".
+std::string levelText(const LevelResult& level) {
+    return "bottom " + formatNumber(level.bottomElev, "####0.00") + " FT, maximum moment " +
+           formatNumber(level.diagrams.MaxMoment.value, "0.0000E+00") + " LB-FT";
+}
+
+} // namespace
+
+bool hasUnsavedInput(const Session& session) {
+    return endsIn(session.CurrentInputName, ".III") || session.DataChanged != 0 ||
+           session.inputFileStale;
+}
+
+std::string titleText(const Session& session) {
+    const bool unsaved = hasUnsavedInput(session);
+    std::string name = fileName(session);
+    if (name.empty() && !unsaved) {
+        return program;
+    }
+    name = name.empty() ? "Untitled" : name;
+    return name + (unsaved ? "* - " : " - ") + program;
+}
+
+std::string problemStem(const Session& session) {
+    const std::string stem = std::filesystem::path(session.ProblemFile).stem().string();
+    return stem.empty() ? "wall" : stem;
+}
+
+std::string documentTitle(const Session& session) {
+    const Problem& problem = session.problem;
+    std::string title = fileName(session);
+    if (problem.NumHeadingLines > 0) {
+        const std::string& line = problem.HeadingLines(1);
+        const std::string heading = trimmed(line.rfind('\'', 0) == 0 ? line.substr(1) : line);
+        title += (title.empty() || heading.empty() ? "" : ": ") + heading;
+    }
+    return title.empty() ? program : title;
+}
+
+std::string solutionLine(const Session& session) {
+    const Menus& menus = session.menus;
+    const bool cantilever = menus.mnuViewItem(3).enabled;
+    const bool anchored = menus.mnuViewItem(4).enabled;
+    if (session.stage != FlowStage::Rest || !(cantilever || anchored)) {
+        return {};
+    }
+    const auto& levels = session.workspace.results().levels;
+    std::string line = fileName(session);
+    line += line.empty() ? "" : ": ";
+    line += anchored ? "anchored wall, " : "cantilever wall, ";
+    line += session.problem.ProgramMode == Mode::Design ? "design; " : "analysis; ";
+    if (cantilever) {
+        return line + levelText(levels(1));
+    }
+    return line + "free earth method: " + levelText(levels(1)) +
+           "; fixed earth method: " + levelText(levels(2));
+}
+
+} // namespace korvane

@@ -1,0 +1,27 @@
+// What the session calls its problem: in the window's title, at rest after a solution, on prints.
+#pragma once
+
+#include "commands/session.h"
+
+#include <string>
+
+namespace korvane {
+
+/// Input that no file of the user's holds: what New, Open and Exit ask about.
+bool hasUnsavedInput(const Session& session);
+
+/// "wall.dat* - KORVANE", with the star while there is unsaved input; "KORVANE" without a problem.
+std::string titleText(const Session& session);
+
+/// Name of the problem's file without folder and extension, for names made of it; "wall" for a
+/// problem without a file.
+std::string problemStem(const Session& session);
+
+/// Title of a printed document: the file's name and the first heading line.
+std::string documentTitle(const Session& session);
+
+/// The outcome of the solution at hand in one line: wall, method, bottom (FT) and bending moment
+/// (LB-FT). Empty where there is none.
+std::string solutionLine(const Session& session);
+
+} // namespace korvane
