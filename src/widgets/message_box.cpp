@@ -12,29 +12,45 @@ namespace korvane {
 
 namespace {
 
-/// A message box of which Yes/No cannot be left but by its buttons.
+/// A message box that tells leaving it from its buttons: Yes/No cannot be left, and a box whose
+/// Cancel deletes is left without Cancel.
 class Box : public QMessageBox {
   public:
-    Box(QWidget* parent, bool mustChoose) : QMessageBox(parent), mustChoose_(mustChoose) {}
+    Box(QWidget* parent, const MessageBox& box)
+        : QMessageBox(parent), mustChoose_(box.buttons == Buttons::YesNo),
+          goesBack_(box.cancelDeletes) {}
+
+    bool wentBack() const { return wentBack_; }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {
-        if (mustChoose_ && event->key() == Qt::Key_Escape) {
+        if (event->key() == Qt::Key_Escape && leave()) {
             event->accept();
             return;
         }
         QMessageBox::keyPressEvent(event);
     }
     void closeEvent(QCloseEvent* event) override {
-        if (mustChoose_) {
-            event->ignore();
+        if (!wentBack_ && leave()) {
+            event->ignore(); // it is over already, or never
             return;
         }
         QMessageBox::closeEvent(event);
     }
 
   private:
+    /// False where the toolkit's own way is right.
+    bool leave() {
+        if (goesBack_) {
+            wentBack_ = true;
+            done(QDialog::Rejected);
+        }
+        return mustChoose_ || goesBack_;
+    }
+
     bool mustChoose_;
+    bool goesBack_;
+    bool wentBack_ = false;
 };
 
 QMessageBox::Icon toolkitIcon(Icon icon) {
@@ -82,7 +98,7 @@ Answer answerOf(int button) {
 
 Answer askBox(QWidget* parent, const MessageBox& box) {
     const BusyPointerOff pointer;
-    Box dialog(parent, box.buttons == Buttons::YesNo);
+    Box dialog(parent, box);
     dialog.setObjectName("messageBox");
     dialog.setWindowTitle(shownText(box.title));
     dialog.setTextFormat(Qt::PlainText);
@@ -97,7 +113,8 @@ Answer askBox(QWidget* parent, const MessageBox& box) {
     } else if (box.buttons == Buttons::Ok) {
         dialog.setEscapeButton(QMessageBox::Ok);
     }
-    return answerOf(dialog.exec());
+    const int button = dialog.exec();
+    return dialog.wentBack() ? Answer::Back : answerOf(button);
 }
 
 } // namespace korvane
