@@ -1,6 +1,7 @@
 #include "widgets/help_viewer.h"
 
 #include "widgets/geometry.h"
+#include "widgets/help_sections.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -175,17 +176,30 @@ void HelpViewer::showSearch() {
     words_->selectAll();
 }
 
+void HelpViewer::showSection(const QString& section) {
+    tabs_->setCurrentIndex(0);
+    const auto found = contents_->findItems(section, Qt::MatchExactly | Qt::MatchRecursive);
+    if (!found.isEmpty()) {
+        contents_->setCurrentItem(found.front());
+        openPage(found.front()->data(0, PageRole).toInt(), // also where it was current before
+                 found.front()->data(0, SectionRole).toString());
+        browser_->setFocus();
+    }
+}
+
 void HelpService::show(QWidget* active, int command) {
     if (viewer_ == nullptr) {
         viewer_ = new HelpViewer(active);
     }
     moveTo(active);
-    if (command == 0) {
+    viewer_->show(); // first, since a page scrolls only where it has its size
+    if (command == HelpOfWindow) {
+        viewer_->showSection(helpSection(active->objectName()));
+    } else if (command == 0) {
         viewer_->showContents();
     } else {
         viewer_->showSearch();
     }
-    viewer_->show();
     viewer_->raise();
     viewer_->activateWindow();
 }

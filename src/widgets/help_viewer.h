@@ -15,6 +15,9 @@ class QTreeWidgetItem;
 
 namespace korvane {
 
+/// Command of F1: the guide at the section of the active window.
+inline constexpr int HelpOfWindow = 2;
+
 /// Shows the guide. Modeless, and a child of the screen that is active, so that it can be read
 /// while a modal screen is open.
 class HelpViewer : public QDialog {
@@ -25,6 +28,8 @@ class HelpViewer : public QDialog {
 
     void showContents();
     void showSearch();
+    /// Opens the guide at a heading, which stands in one page alone.
+    void showSection(const QString& section);
     /// Opens a page at one of its headings; an empty heading is its top.
     void openPage(int page, const QString& section);
     /// Opens a page at a place of its text.
@@ -52,7 +57,7 @@ class HelpService : public QObject {
     Q_OBJECT
 
   public:
-    /// 0 contents, 1 search, over the active window.
+    /// 0 contents, 1 search, HelpOfWindow, over the active window.
     void show(QWidget* active, int command);
     /// Moves an open help window to a modal screen that has opened, which would block it otherwise.
     void follow(QWidget* screen);
