@@ -12,7 +12,7 @@ namespace korvane {
 /// it. The guide lists all rules in these words.
 struct SaveRule {
     const char* value;
-    const char* effect; ///< goes on behind "in a saved file"
+    const char* effect;
 };
 
 /// All rules, in the order of the sections.

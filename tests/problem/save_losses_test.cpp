@@ -234,7 +234,7 @@ TEST(SaveLosses, TheirWordsTellWhatHappens) {
     }
     for (const SaveRule& rule : saveRules()) {
         const std::string effect = rule.effect;
-        const bool refused = effect.find("the file cannot be opened") != std::string::npos;
+        const bool refused = effect.find("cannot be opened") != std::string::npos;
         EXPECT_EQ(refused, fates.at(rule.value) == Fate::Refused) << rule.value;
         const bool ends = effect.find("ends the program") != std::string::npos;
         EXPECT_EQ(ends, fates.at(rule.value) == Fate::ProgramEnds) << rule.value;
@@ -252,7 +252,7 @@ TEST(SaveLosses, TheGuideListsThemAllInOnePlace) {
             rows.push_back(line);
         }
     }
-    std::vector<std::string> expected{"| Value | In a saved file |"};
+    std::vector<std::string> expected{"| Value | What becomes of it |"};
     for (const SaveRule& rule : saveRules()) {
         expected.push_back("| " + std::string(rule.value) + " | " + rule.effect + " |");
     }
