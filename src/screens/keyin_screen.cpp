@@ -2,6 +2,8 @@
 
 #include "screens/section_checks.h"
 
+#include <QPushButton>
+
 namespace korvane {
 
 namespace {
@@ -75,7 +77,8 @@ void KeyinScreen::finishStage() {
     State& state = session().state;
     state.SolutionFailed = 0;
     if (const auto fault = sectionFault(state)) {
-        if (goesOn(*fault)) {
+        failAt(button(static_cast<int>(fault->at)));
+        if (goesOn(fault->box)) { // Cancel aborts the run, which empties the whole problem
             return;
         }
         state.SolutionFailed = 1;
