@@ -11,6 +11,7 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocument>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -163,6 +164,17 @@ void HelpViewer::scrollTo(int position) {
     cursor.setPosition(position);
     browser_->setTextCursor(cursor);
     browser_->ensureCursorVisible();
+}
+
+/// The place that was opened last stays at the top; a window manager may resize a window that
+/// opens.
+void HelpViewer::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    QTimer::singleShot(0, browser_, [this] { // when the page has its new lines
+        const QTextCursor cursor = browser_->textCursor();
+        scrollTo(cursor.selectionStart());
+        browser_->setTextCursor(cursor);
+    });
 }
 
 void HelpViewer::showContents() {

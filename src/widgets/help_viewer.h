@@ -35,6 +35,9 @@ class HelpViewer : public QDialog {
     /// Opens a page at a place of its text.
     void openAt(int page, int position);
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     void createContents();
     void createSearch();

@@ -9,6 +9,7 @@
 
 #include <QDialog>
 #include <QLayout>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -253,6 +254,18 @@ TEST_F(RemarksTest, TheGuideOpensAtTheSectionOfTheScreen) {
         ASSERT_NE(page, nullptr);
         EXPECT_EQ(page->textCursor().block().text(), section);
         EXPECT_GT(page->textCursor().block().blockFormat().headingLevel(), 0);
+        // At the top of the window, also when its size changes; the page's end cannot come up.
+        auto* viewer = screen.findChild<HelpViewer*>();
+        const auto atTop = [&] {
+            QCoreApplication::processEvents();
+            QTextCursor heading = page->textCursor();
+            heading.movePosition(QTextCursor::StartOfBlock);
+            const auto* bar = page->verticalScrollBar();
+            return page->cursorRect(heading).top() < 40 || bar->value() > bar->maximum() - 40;
+        };
+        EXPECT_TRUE(atTop()) << section;
+        viewer->resize(viewer->width() * 2 / 3, viewer->height());
+        EXPECT_TRUE(atTop()) << section;
         auto* contents = screen.findChild<QTreeWidget*>("helpContents");
         EXPECT_EQ(contents->currentItem()->text(0), section);
         contents->setCurrentItem(contents->topLevelItem(0));
