@@ -1,17 +1,12 @@
 // A wall that fills the arrays of the plots, for measurements.
 #pragma once
 
-#include "state/state.h"
+#include "plots/plot_screen.h"
 
 #include <cmath>
 #include <memory>
 
 namespace korvane::bench {
-
-class NoPrompts : public Prompts {
-  public:
-    Answer Ask(const MessageBox& /*box*/) override { return Answer::Ok; }
-};
 
 inline void enterProblem(Problem& problem) {
     clearProblemData(problem);
@@ -45,46 +40,64 @@ inline void enterProblem(Problem& problem) {
     }
 }
 
+inline constexpr int Rows = 301;
+
+inline void enterPressures(PressureDiagrams& diagrams) {
+    diagrams.grid.NumElevs = Rows;
+    for (int i = 1; i <= Rows; ++i) {
+        const double value = 1000 * std::sin(i / 20.0);
+        diagrams.grid.ElevGrid(i) = 1 - i;
+        for (const int k : {1, 2}) {
+            diagrams.pressures.WaterPressures(i, k) = value;
+            diagrams.NetActive(i, k) = diagrams.NetPassive(i, k) = value;
+            for (const int side : {Right, Left}) {
+                diagrams.pressures.ActivePressures(side, i, k) = 3 * i;
+                diagrams.pressures.PassivePressures(side, i, k) = 30 * i;
+            }
+        }
+    }
+}
+
+inline void enterRows(ResultDiagrams& diagrams) {
+    diagrams.RowCount = Rows;
+    for (int i = 1; i <= Rows; ++i) {
+        const double value = 1000 * std::sin(i / 20.0);
+        diagrams.ResultElev(i) = 1 - i;
+        diagrams.ResultDeflection(i) = diagrams.ResultMoment(i) = value;
+        diagrams.ResultShear(i) = diagrams.ResultPressure(i) = value;
+    }
+    diagrams.DeflectionRange = diagrams.MomentRange = {1000, -1000};
+    diagrams.ShearRange = diagrams.PressureRange = {1000, -1000};
+}
+
 /// An anchored design with 301 rows, 11 surface points and layers a side, every kind of load, water
 /// pressures and 13 sections.
 struct LargestWall {
     LargestWall() {
-        constexpr int Rows = 301;
-        enterProblem(state->problem);
-        state->grid.NumElevs = Rows;
-        for (int i = 1; i <= Rows; ++i) {
-            const double value = 1000 * std::sin(i / 20.0);
-            state->grid.ElevGrid(i) = state->results.ResultElev(i) = 1 - i;
-            state->results.ResultDeflection(i) = state->results.ResultMoment(i) = value;
-            state->results.ResultShear(i) = state->results.ResultPressure(i) = value;
-            for (const int k : {1, 2}) {
-                state->pressures.WaterPressures(i, k) = value;
-                state->net.NetActive(i, k) = state->net.NetPassive(i, k) = value;
-                for (const int side : {Right, Left}) {
-                    state->pressures.ActivePressures(side, i, k) = 3 * i;
-                    state->pressures.PassivePressures(side, i, k) = 30 * i;
-                }
-            }
+        enterProblem(problem);
+        results->levelCount = 2;
+        results->review.hasPressures = true;
+        enterPressures(results->review.diagrams);
+        for (LevelResult& level : results->levels) {
+            level.bottomElev = -300;
+            level.bottomIndex = Rows;
+            enterPressures(level.solved);
+            enterRows(level.diagrams);
         }
-        for (const int level : {1, 2}) {
-            state->solution.SolvedBottomElev(level) = -300;
-            state->solution.BottomIndex(level) = Rows;
-        }
-        for (const int entry : {1, 2, 3, 4}) {
-            const double value = entry <= 2 ? 1000 : -1000;
-            state->results.DeflectionRange(entry) = state->results.MomentRange(entry) = value;
-            state->results.ShearRange(entry) = state->results.PressureRange(entry) = value;
-        }
-        state->rowe.RoweAlpha = 0.7;
-        state->rowe.PileSectionCount = 13;
+        reduction.RoweAlpha = 0.7;
+        sections.PileSectionCount = 13;
         for (int p = 1; p <= 13; ++p) {
-            state->rowe.PileLogRigidity(p) = -3.5 + 0.15 * p;
-            state->rowe.PileMomentRatio(p) = 0.5;
+            reduction.PileLogRigidity(p) = -3.5 + 0.15 * p;
+            reduction.PileMomentRatio(p) = 0.5;
         }
     }
 
-    NoPrompts prompts;
-    std::unique_ptr<State> state = std::make_unique<State>(prompts);
+    PlotData plotData() const { return {problem, *results, sections, reduction}; }
+
+    Problem problem;
+    std::unique_ptr<Results> results = std::make_unique<Results>();
+    PileSections sections;
+    MomentReduction reduction;
 };
 
 } // namespace korvane::bench

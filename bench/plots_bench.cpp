@@ -1,6 +1,6 @@
-// Speed of a repaint: every diagram of every plot screen at the largest size that the arrays hold,
-// on a surface that does nothing and, for a few, as a vector graphics file. A window adds its
-// painter's time to the former.
+// Speed of every diagram of every plot screen at the largest size that the arrays hold: on a
+// surface that does nothing, to which a window adds its painter's time, and as a vector graphics
+// file.
 #include "largest_wall.h"
 
 #include "plots/figures.h"
@@ -12,6 +12,7 @@
 #include <benchmark/benchmark.h>
 
 #include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -40,49 +41,53 @@ class NullSurface : public Surface {
 
 void repaint(benchmark::State& run, PlotScreenName screen, int plotNumber) {
     const LargestWall wall;
-    PlotView view = openPlotScreen(*wall.state, screen);
+    PlotView view = openPlotScreen(wall.plotData(), screen);
     view.PlotNumber = plotNumber;
     if (!view.hasPlot(plotNumber)) {
         throw std::logic_error("the diagram does not exist");
     }
     NullSurface surface;
     for (auto _ : run) {
-        drawPlot(surface, *wall.state, view, Medium::Screen);
+        drawPlot(surface, wall.plotData(), view, Medium::Screen);
     }
     run.counters["primitives"] = benchmark::Counter(static_cast<double>(surface.count()),
                                                     benchmark::Counter::kAvgIterations);
 }
 
-/// Every diagram under the screen's title and its number.
-const bool repaintsRegistered = [] {
-    for (const auto name :
-         {PlotScreenName::CANPLOT, PlotScreenName::FREEPLOT, PlotScreenName::FIXDPLOT,
-          PlotScreenName::VUSOLPLT, PlotScreenName::VUINPLOT, PlotScreenName::ROWECURV}) {
-        const PlotScreen& screen = plotScreen(name);
-        for (int n = 1; n <= screen.pictureCount; ++n) {
-            const std::string title =
-                std::string("Repaint/") + screen.title + "/" + std::to_string(n);
-            benchmark::RegisterBenchmark(title.c_str(), [name, n](benchmark::State& run) {
-                repaint(run, name, n);
-            })->Unit(benchmark::kMicrosecond);
-        }
-    }
-    return true;
-}();
-
-void SvgFile(benchmark::State& run, int plotNumber) {
+void svgFile(benchmark::State& run, PlotScreenName screen, int plotNumber) {
     const LargestWall wall;
-    PlotView view = openPlotScreen(*wall.state, PlotScreenName::CANPLOT);
+    PlotView view = openPlotScreen(wall.plotData(), screen);
     view.PlotNumber = plotNumber;
     const Figure figure{
-        "", [&](Surface& surface) { drawPlot(surface, *wall.state, view, Medium::Paper); }};
+        "", [&](Surface& surface) { drawPlot(surface, wall.plotData(), view, Medium::Paper); }};
     std::size_t size = 0;
     for (auto _ : run) {
         size = svgFigure(figure).size();
     }
     run.counters["bytes"] = static_cast<double>(size);
 }
-BENCHMARK_CAPTURE(SvgFile, Moment, MomentPlot)->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(SvgFile, LeftPressure, LeftPressurePlot)->Unit(benchmark::kMicrosecond);
+
+using Measure = void (*)(benchmark::State&, PlotScreenName, int);
+
+/// Every diagram under the screen's title and its number.
+void registerDiagrams(const std::string& what, Measure measure) {
+    for (const auto name :
+         {PlotScreenName::CANPLOT, PlotScreenName::FREEPLOT, PlotScreenName::FIXDPLOT,
+          PlotScreenName::VUSOLPLT, PlotScreenName::VUINPLOT, PlotScreenName::ROWECURV}) {
+        const PlotScreen& screen = plotScreen(name);
+        for (int n = 1; n <= screen.pictureCount; ++n) {
+            const std::string title = what + "/" + screen.title + "/" + std::to_string(n);
+            benchmark::RegisterBenchmark(title.c_str(), [=](benchmark::State& run) {
+                measure(run, name, n);
+            })->Unit(benchmark::kMicrosecond);
+        }
+    }
+}
+
+const bool registered = [] {
+    registerDiagrams("Repaint", repaint);
+    registerDiagrams("Svg", svgFile);
+    return true;
+}();
 
 } // namespace

@@ -1,29 +1,16 @@
 // Whole solutions: from the problem in memory to the results, reports left out.
-#include "pressures/coefficient_pressures.h"
-#include "pressures/wedge_pressures.h"
+#include "dearest_walls.h"
 #include "problem/input_reader.h"
 #include "runtime/file_text.h"
-#include "wall/analysis.h"
-#include "wall/design.h"
-#include "wall/net_pressures.h"
-#include "wall/preparation.h"
+#include "solution/solution.h"
 
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
-#include <memory>
 #include <string>
 
 namespace korvane {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-class YesPrompts : public Prompts {
-  public:
-    Answer Ask(const MessageBox&) override { return Answer::Yes; }
-};
 
 const char* const anchoredSeepage = "'ANCHORED WALL WITH AUTOMATIC SEEPAGE\n"
                                     "CONTROL ANCHORED DESIGN 1.00 1.50\n"
@@ -54,58 +41,38 @@ std::string example(const char* name) {
     return readFile(std::string(KORVANE_SOURCE_DIR) + "/examples/" + name + ".dat");
 }
 
-void solve(State& state, const char* wedgeMethod) {
-    PrepareSolution(state);
-    for (std::string& method : state.preparation.SideMethod) {
-        method = method == "W" ? wedgeMethod : method;
-    }
-    if (state.problem.ProgramMode == Mode::Analysis) {
-        SolveAnalysis(state);
+/// Solves one problem again and again in one workspace.
+void Solve(benchmark::State& run, const std::string& input, WedgeMethod wedge) {
+    Problem problem;
+    clearProblemData(problem);
+    if (!readProblem(problem, input, "input").complete) {
+        run.SkipWithError("the input is refused");
         return;
     }
-    for (const int side : {Right, Left}) {
-        state.preparation.SideMethod(side) == PressureMethod::Coefficients
-            ? ComputeCoefficientPressures(state, side, 1)
-            : ComputeWedgePressures(state, side, 1);
-    }
-    ComputeNetPressures(state);
-    SolveDesign(state);
-}
-
-/// Solves one problem again and again; the solution files are deleted in between.
-void Solve(benchmark::State& run, const std::string& input, const char* wedgeMethod) {
-    const fs::path folder = fs::temp_directory_path() / "korvane-bench";
-    fs::create_directories(folder);
-    YesPrompts prompts;
-    const auto state = std::make_unique<State>(prompts);
-    state->files.TempFolder = folder.string();
-    if (!readProblem(state->problem, input, "input").complete) {
-        run.SkipWithError("the input is refused");
-    }
+    Options options;
+    options.wedge = wedge;
+    Workspace workspace;
     for (auto _ : run) {
-        solve(*state, wedgeMethod);
-        run.PauseTiming();
-        for (std::string& name : state->files.ScratchFileName) {
-            fs::remove(name);
-            name.clear();
+        const bool solved = reviewWall(problem, options, workspace) && solveWall(workspace);
+        if (!solved) {
+            run.SkipWithError("the solution failed");
+            break;
         }
-        state->files.ScratchFileCount = 8;
-        run.ResumeTiming();
     }
-    if (state->SolutionFailed != 0) {
-        run.SkipWithError("the solution failed");
-    }
-    fs::remove_all(folder);
 }
 
 } // namespace
 
-BENCHMARK_CAPTURE(Solve, CantileverDesignByCoefficients, example("cantilever-dry-sand"), "S");
-BENCHMARK_CAPTURE(Solve, AnchoredDesignAutomaticSeepage, anchoredSeepage, "S");
-BENCHMARK_CAPTURE(Solve, SweepDesignSurchargesBothSides, sweepSurcharges, "S");
-BENCHMARK_CAPTURE(Solve, FixedSurfaceDesign, example("sloping-both-sides-fixed"), "F");
-BENCHMARK_CAPTURE(Solve, CantileverAnalysis, example("analysis-cantilever"), "S");
-BENCHMARK_CAPTURE(Solve, AnchoredAnalysis, example("analysis-anchored"), "S");
+BENCHMARK_CAPTURE(Solve, CantileverDesignByCoefficients, example("cantilever-dry-sand"),
+                  WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AnchoredDesignByCoefficients, example("anchored-sand"),
+                  WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AnchoredDesignAutomaticSeepage, anchoredSeepage, WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, SweepDesignSurchargesBothSides, sweepSurcharges, WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, FixedSurfaceDesign, example("sloping-both-sides-fixed"),
+                  WedgeMethod::FixedSurface);
+BENCHMARK_CAPTURE(Solve, CantileverAnalysis, example("analysis-cantilever"), WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AnchoredAnalysis, example("analysis-anchored"), WedgeMethod::Sweep);
 BENCHMARK_CAPTURE(
     Solve, SweepAnalysis,
     [] {
@@ -113,6 +80,31 @@ BENCHMARK_CAPTURE(
         text.replace(text.find("DESIGN 1.00 1.50"), 16, "ANALYSIS");
         return text.replace(text.find("WALL 12"), 7, "WALL 12 -20 29E6 300");
     }(),
-    "S");
+    WedgeMethod::Sweep);
+
+// The dearest legal problems: 11 layers, 11 surface points, all kinds of loads.
+BENCHMARK_CAPTURE(Solve, DearestSweepDesign, bench::dearestInput({}), WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, DearestFixedSurfaceDesign, bench::dearestInput({}),
+                  WedgeMethod::FixedSurface);
+BENCHMARK_CAPTURE(Solve, DearestSweepDesignAutomaticSeepage,
+                  bench::dearestInput({.control = "ANCHORED DESIGN 1.00 1.50",
+                                       .wall = "30 24",
+                                       .automaticWater = "62.4 18 2 16 AUTOMATIC"}),
+                  WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, DearestSweepAnalysis,
+                  bench::dearestInput({.control = "ANCHORED ANALYSIS",
+                                       .wall = "30 24 -60 29E6 3000"}),
+                  WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(
+    Solve, DearestDesignByCoefficients,
+    bench::dearestInput({.control = "ANCHORED DESIGN 1.00 1.50", .wall = "30 24", .wedge = false}),
+    WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, DearestAnalysisByCoefficients,
+                  bench::dearestInput({.control = "ANCHORED ANALYSIS",
+                                       .wall = "30 24 -30 29E6 3000",
+                                       .wedge = false}),
+                  WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AllLoadsDesignByCoefficients, example("anchored-all-loads"),
+                  WedgeMethod::Sweep);
 
 } // namespace korvane

@@ -2,6 +2,7 @@
 #include "pressures/elevation_grid.h"
 #include "pressures/wedge_forces.h"
 #include "pressures/wedge_load.h"
+#include "state/kept_work.h"
 #include "pressures/wedge_pressures.h"
 #include "pressures/wedge_regions.h"
 #include "state/state.h"
@@ -14,16 +15,10 @@ namespace {
 
 using namespace korvane;
 
-class NoPrompts : public Prompts {
-  public:
-    Answer Ask(const MessageBox& /*box*/) override { return Answer::Ok; }
-};
-
 /// A wall of 20 FT with broken ground on the right; with `layered`, three layers, water on both
 /// sides and seepage.
 struct Wall {
     explicit Wall(bool layered) {
-        Problem& problem = state->problem;
         clearProblemData(problem);
         problem.WallType = WallKind::Cantilever;
         problem.ProgramMode = Mode::Design;
@@ -54,6 +49,8 @@ struct Wall {
             problem.SeepageKind = Seepage::Given;
             problem.SeepageElev = -10;
             problem.SeepageGradient(1) = 0.15;
+            state->preparation.SeepageKind = problem.SeepageKind;
+            state->preparation.SeepageGradient = problem.SeepageGradient;
             state->preparation.SeepageEndElev(1) = -47;
         }
         for (const int side : {Right, Left}) {
@@ -77,17 +74,19 @@ struct Wall {
         problem.SurfaceElev(Left, 2) = -24;
     }
 
-    NoPrompts prompts;
-    std::unique_ptr<State> state = std::make_unique<State>(prompts);
+    Problem problem;
+    KeptWork kept;
+    std::unique_ptr<State> state = std::make_unique<State>(problem, kept);
 };
 
 /// A plane from (0, -30) at 30 degrees from the vertical, up to x = 20: one dry layer.
 void WedgeWeightOneLayer(benchmark::State& run) {
     const Wall wall(false);
     const double k = 1.7320508;
+    WedgeSide side;
+    describeWedgeSide(*wall.state, Right, 1, side);
     for (auto _ : run) {
-        benchmark::DoNotOptimize(
-            WedgeWeight(*wall.state, -30, k, Right, 1, 0, -30, 20, -30 + 20 * k, 1));
+        benchmark::DoNotOptimize(WedgeWeight(side, -30, k, 0, -30, 20, 1));
     }
 }
 BENCHMARK(WedgeWeightOneLayer);
@@ -96,16 +95,28 @@ BENCHMARK(WedgeWeightOneLayer);
 void WedgeWeightThirdLayer(benchmark::State& run) {
     const Wall wall(true);
     const double k = 1.7320508;
+    WedgeSide side;
+    describeWedgeSide(*wall.state, Right, 1, side);
     for (auto _ : run) {
-        benchmark::DoNotOptimize(
-            WedgeWeight(*wall.state, -45, k, Right, 1, 0, -45, 8, -45 + 8 * k, 3));
+        benchmark::DoNotOptimize(WedgeWeight(side, -45, k, 0, -45, 8, 3));
     }
 }
 BENCHMARK(WedgeWeightThirdLayer);
 
+/// What stands in front of the planes of each trial.
+void DescribeWedgeSide(benchmark::State& run) {
+    const Wall wall(true);
+    WedgeSide side;
+    for (auto _ : run) {
+        describeWedgeSide(*wall.state, Right, 1, side);
+        benchmark::DoNotOptimize(side.layers.data());
+    }
+}
+BENCHMARK(DescribeWedgeSide);
+
 void SweepOneSide(benchmark::State& run, bool layered, bool surcharge) {
     Wall wall(layered);
-    Problem& problem = wall.state->problem;
+    Problem& problem = wall.problem;
     if (surcharge) {
         problem.VStripCount(Right) = 1;
         problem.VStripStart(Right, 1) = 5;

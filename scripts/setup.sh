@@ -5,9 +5,9 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=$(nproc)
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libcli11-dev
-    nlohmann-json3-dev fonts-liberation2)
-test_packages=(libgtest-dev libgmock-dev python3 poppler-utils clang libclang-rt-14-dev
-    desktop-file-utils shared-mime-info)
+    fonts-liberation2)
+test_packages=(libgtest-dev libgmock-dev nlohmann-json3-dev python3 poppler-utils clang
+    libclang-rt-14-dev desktop-file-utils shared-mime-info)
 bench_packages=(libbenchmark-dev)
 lint_packages=(clang-format clang-tidy)
 

@@ -19,7 +19,7 @@ using namespace korvane;
 
 void paint(benchmark::State& run, PlotScreenName screen, int plotNumber, int scale) {
     const bench::LargestWall wall;
-    PlotView view = openPlotScreen(*wall.state, screen);
+    PlotView view = openPlotScreen(wall.plotData(), screen);
     view.PlotNumber = plotNumber;
     QImage image(1400 * scale, 800 * scale, QImage::Format_RGB32);
     const double factor = image.height() / (PictureView.b.y - PictureView.a.y);
@@ -28,7 +28,7 @@ void paint(benchmark::State& run, PlotScreenName screen, int plotNumber, int sca
         QPainter painter(&image);
         painter.scale(factor, factor);
         PainterSurface surface(painter);
-        drawPlot(surface, *wall.state, view, Medium::Screen);
+        drawPlot(surface, wall.plotData(), view, Medium::Screen);
     }
 }
 

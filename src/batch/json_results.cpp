@@ -1,20 +1,16 @@
 #include "batch/json_results.h"
 
-#include "runtime/arithmetic.h"
+#include "batch/json_problem.h"
+#include "reports/reduction_report.h"
+#include "runtime/json_text.h"
 #include "runtime/utf8_text.h"
 
-#include <nlohmann/json.hpp>
-
-#include <array>
 #include <cstddef>
+#include <optional>
 
 namespace korvane::batch {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-constexpr int RoweClay = 2; // RoweOutcome::soil
 
 const char* statusText(int status) {
     return status == StatusSolved ? "solved" : status == StatusFailed ? "failed" : "error";
@@ -36,310 +32,249 @@ const char* answerText(Answer answer) {
     return "";
 }
 
-Json messagesJson(const std::vector<Message>& messages) {
-    Json list = Json::array();
-    for (const Message& message : messages) {
-        list.push_back({{"title", utf8Text(message.box.title)},
-                        {"text", utf8Text(message.box.text)},
-                        {"answer", answerText(message.answer)}});
-    }
-    return list;
-}
-
-/// A value where it applies, else null.
-Json where(bool applies, const Json& value) {
-    return applies ? value : Json();
-}
-
-/// The leading entries of a list.
-template <class T, int N>
-Json leading(const Array<T, N>& values, int count) {
-    Json list = Json::array();
-    for (int i = 1; i <= count; ++i) {
-        list.push_back(values(i));
-    }
-    return list;
-}
-
-/// A value of each side, or null for both.
+/// A value where it applies.
 template <class T>
-Json bothSides(const Array<T, 2>& values, bool applies = true) {
-    return where(applies, leading(values, 2));
+std::optional<T> where(bool applies, const T& value) {
+    return applies ? std::optional<T>(value) : std::nullopt;
 }
 
-/// The leading entries of each side's list; null for a side to which it does not apply.
-template <int N>
-Json sideLists(const Array<double, 2, N>& values, const Array<int, 2>& counts,
-               const std::array<bool, 2>& applies = {true, true}) {
-    Json sides = Json::array();
-    for (const int side : {Right, Left}) {
-        Json list = Json::array();
-        for (int i = 1; i <= counts(side); ++i) {
-            list.push_back(values(side, i));
+void writeMessages(JsonText& json, const std::vector<Message>& messages) {
+    json.array([&] {
+        for (const Message& message : messages) {
+            json.object([&] {
+                json.member("title", utf8Text(message.box.title));
+                json.member("text", utf8Text(message.box.text));
+                json.member("answer", answerText(message.answer));
+            });
         }
-        sides.push_back(where(applies[static_cast<std::size_t>(side - 1)], list));
-    }
-    return sides;
+    });
 }
 
-Json headingsJson(const Problem& problem) {
-    Json list = Json::array();
-    for (int i = 1; i <= problem.NumHeadingLines; ++i) {
-        list.push_back(utf8Text(problem.HeadingLines(i)));
-    }
-    return list;
+/// Two values: just below and just above a grid point, or active and passive.
+template <class T>
+void writePair(JsonText& json, const char* name, const T& first, const T& second) {
+    json.member(name).array([&] {
+        json.value(first);
+        json.value(second);
+    });
 }
 
-/// Layer bottoms; the last layer of a side has none.
-Json layerBottoms(const Problem& problem) {
-    Json sides = sideLists(problem.SoilBottomElev, problem.SoilLayerCount);
-    for (Json& side : sides) {
-        if (!side.empty()) {
-            side.back() = Json();
-        }
-    }
-    return sides;
-}
-
-void addHeadingToSurface(Json& json, const Problem& problem) {
-    const bool anchored = problem.WallType == WallKind::Anchored;
-    const bool design = problem.ProgramMode == Mode::Design;
-    const bool analysis = problem.ProgramMode == Mode::Analysis;
-    json["NumHeadingLines"] = problem.NumHeadingLines;
-    json["HeadingLines"] = headingsJson(problem);
-    json["WallType"] = letterOf(problem.WallType);
-    json["ProgramMode"] = letterOf(problem.ProgramMode);
-    json["FSActive"] = where(design || (analysis && problem.FSKind == 2), problem.FSActive);
-    json["FSPassive"] = where(design, problem.FSPassive);
-    json["FSKind"] = where(analysis, problem.FSKind);
-    json["WallTopElev"] = problem.WallTopElev;
-    json["AnchorElev"] = where(anchored, problem.AnchorElev);
-    json["WallBottomElev"] = where(analysis, problem.WallBottomElev);
-    json["WallModulus"] = where(analysis, problem.WallModulus);
-    json["WallInertia"] = where(analysis, problem.WallInertia);
-    json["SurfacePointCount"] = bothSides(problem.SurfacePointCount);
-    json["SurfaceDist"] = sideLists(problem.SurfaceDist, problem.SurfacePointCount);
-    json["SurfaceElev"] = sideLists(problem.SurfaceElev, problem.SurfacePointCount);
-}
-
-void addSoil(Json& json, const Problem& problem) {
-    const auto& kind = problem.SoilDataKind;
-    const auto& count = problem.SoilLayerCount;
-    const std::array<bool, 2> strengths{kind(Right) == SoilData::Strengths,
-                                        kind(Left) == SoilData::Strengths};
-    const std::array<bool, 2> coefficients{kind(Right) == SoilData::Coefficients,
-                                           kind(Left) == SoilData::Coefficients};
-    json["SoilDataKind"] = {letterOf(kind(Right)), letterOf(kind(Left))};
-    json["SoilLayerCount"] = bothSides(count);
-    json["Level2FSActive"] = bothSides(problem.Level2FSActive);
-    json["Level2FSPassive"] = bothSides(problem.Level2FSPassive);
-    json["SoilSatWeight"] = sideLists(problem.SoilSatWeight, count);
-    json["SoilMoistWeight"] = sideLists(problem.SoilMoistWeight, count);
-    json["SoilFriction"] = sideLists(problem.SoilFriction, count, strengths);
-    json["SoilCohesion"] = sideLists(problem.SoilCohesion, count, strengths);
-    json["SoilWallFriction"] = sideLists(problem.SoilWallFriction, count, strengths);
-    json["SoilAdhesion"] = sideLists(problem.SoilAdhesion, count, strengths);
-    json["SoilBottomElev"] = layerBottoms(problem);
-    json["SoilBottomSlope"] = sideLists(problem.SoilBottomSlope, count, strengths);
-    json["SoilFSActive"] = sideLists(problem.SoilFSActive, count, strengths);
-    json["SoilFSPassive"] = sideLists(problem.SoilFSPassive, count, strengths);
-    json["SoilCoefActive"] = sideLists(problem.SoilCoefActive, count, coefficients);
-    json["SoilCoefPassive"] = sideLists(problem.SoilCoefPassive, count, coefficients);
-}
-
-void addWater(Json& json, const Problem& problem) {
-    const bool elevations = problem.WaterDataKind == WaterData::Elevations;
-    const bool pressures = problem.WaterDataKind == WaterData::Pressures;
-    const bool seepage = problem.SeepageKind != Seepage::None;
-    const int count = pressures ? problem.WaterPressCount : 0;
-    json["WaterDataKind"] = letterOf(problem.WaterDataKind);
-    json["WaterUnitWeight"] = where(elevations, problem.WaterUnitWeight);
-    json["WaterElev"] = bothSides(problem.WaterElev, elevations);
-    json["SeepageKind"] = letterOf(problem.SeepageKind);
-    json["SeepageElev"] = where(seepage, problem.SeepageElev);
-    json["SeepageGradient"] = bothSides(problem.SeepageGradient, seepage);
-    json["WaterPressCount"] = count;
-    json["WaterPressElev"] = leading(problem.WaterPressElev, count);
-    json["WaterPressure"] = leading(problem.WaterPressure, count);
-}
-
-void addLoads(Json& json, const Problem& problem) {
-    json["VLineCount"] = bothSides(problem.VLineCount);
-    json["VLineDist"] = sideLists(problem.VLineDist, problem.VLineCount);
-    json["VLineLoad"] = sideLists(problem.VLineLoad, problem.VLineCount);
-    json["VUniformCount"] = bothSides(problem.VUniformCount);
-    json["VStripCount"] = bothSides(problem.VStripCount);
-    json["VStripStart"] = sideLists(problem.VStripStart, problem.VStripCount);
-    json["VStripEnd"] = sideLists(problem.VStripEnd, problem.VStripCount);
-    json["VStripLoad"] = sideLists(problem.VStripLoad, problem.VStripCount);
-    json["VRampCount"] = bothSides(problem.VRampCount);
-    for (const int side : {Right, Left}) {
-        const auto place = static_cast<std::size_t>(side - 1);
-        const bool uniform = problem.VUniformCount(side) > 0;
-        const bool ramp = problem.VRampCount(side) > 0;
-        json["VUniformLoad"][place] = where(uniform, problem.VUniformLoad(side));
-        json["VRampStart"][place] = where(ramp, problem.VRampStart(side));
-        json["VRampEnd"][place] = where(ramp, problem.VRampEnd(side));
-        json["VRampLoad"][place] = where(ramp, problem.VRampLoad(side));
-    }
-    json["VTriCount"] = bothSides(problem.VTriCount);
-    json["VTriStart"] = sideLists(problem.VTriStart, problem.VTriCount);
-    json["VTriPeak"] = sideLists(problem.VTriPeak, problem.VTriCount);
-    json["VTriEnd"] = sideLists(problem.VTriEnd, problem.VTriCount);
-    json["VTriLoad"] = sideLists(problem.VTriLoad, problem.VTriCount);
-    json["VVarCount"] = bothSides(problem.VVarCount);
-    json["VVarDist"] = sideLists(problem.VVarDist, problem.VVarCount);
-    json["VVarLoad"] = sideLists(problem.VVarLoad, problem.VVarCount);
-    json["HLineCount"] = problem.HLineCount;
-    json["HLineElev"] = leading(problem.HLineElev, problem.HLineCount);
-    json["HLineLoad"] = leading(problem.HLineLoad, problem.HLineCount);
-    json["HDistCount"] = problem.HDistCount;
-    json["HDistElev"] = leading(problem.HDistElev, problem.HDistCount);
-    json["HDistLoad"] = leading(problem.HDistLoad, problem.HDistCount);
-}
-
-Json problemJson(const Problem& problem) {
-    Json json;
-    addHeadingToSurface(json, problem);
-    addSoil(json, problem);
-    addWater(json, problem);
-    addLoads(json, problem);
-    return json;
-}
-
-/// The pressures of one side at a grid point; each pair just below and just above it.
-Json sideJson(const Pressures& pressures, int side, int i) {
+/// The pressures of one side at a grid point.
+void writeSide(JsonText& json, const char* name, const Pressures& pressures, int side, int i) {
     const auto& active = pressures.ActivePressures;
     const auto& passive = pressures.PassivePressures;
-    return {{"active", {active(side, i, 1), active(side, i, 2)}},
-            {"passive", {passive(side, i, 1), passive(side, i, 2)}},
-            {"marks",
-             {markText(pressures.ActiveMark(side, i)), markText(pressures.PassiveMark(side, i))}}};
+    json.member(name).object([&] {
+        writePair(json, "active", active(side, i, 1), active(side, i, 2));
+        writePair(json, "passive", passive(side, i, 1), passive(side, i, 2));
+        writePair(json, "marks", markText(pressures.ActiveMark(side, i)),
+                  markText(pressures.PassiveMark(side, i)));
+    });
 }
 
-Json gridJson(const SolvedLevel& level) {
-    const auto& [ElevGrid, NumElevs, SeepageEndIndex] = level.grid;
-    const auto& WaterPressures = level.pressures.WaterPressures;
-    Json list = Json::array();
-    for (int i = 1; i <= NumElevs; ++i) {
-        list.push_back({{"elev", ElevGrid(i)},
-                        {"water", {WaterPressures(i, 1), WaterPressures(i, 2)}},
-                        {"right", sideJson(level.pressures, Right, i)},
-                        {"left", sideJson(level.pressures, Left, i)},
-                        {"netActive", {level.NetActive(i, 1), level.NetActive(i, 2)}},
-                        {"netPassive", {level.NetPassive(i, 1), level.NetPassive(i, 2)}}});
+void writeGrid(JsonText& json, const PressureDiagrams& level) {
+    const Pressures& pressures = level.pressures;
+    const auto& WaterPressures = pressures.WaterPressures;
+    json.array([&] {
+        for (int i = 1; i <= level.grid.NumElevs; ++i) {
+            json.object([&] {
+                json.member("elev", level.grid.ElevGrid(i));
+                writePair(json, "water", WaterPressures(i, 1), WaterPressures(i, 2));
+                writeSide(json, "right", pressures, Right, i);
+                writeSide(json, "left", pressures, Left, i);
+                writePair(json, "netActive", level.NetActive(i, 1), level.NetActive(i, 2));
+                writePair(json, "netPassive", level.NetPassive(i, 1), level.NetPassive(i, 2));
+            });
+        }
+    });
+}
+
+void writeRows(JsonText& json, const ResultDiagrams& diagrams) {
+    json.array([&] {
+        for (int i = 1; i <= diagrams.RowCount; ++i) {
+            json.object([&] {
+                json.member("elev", diagrams.ResultElev(i));
+                json.member("moment", diagrams.ResultMoment(i));
+                json.member("shear", diagrams.ResultShear(i));
+                json.member("deflection", diagrams.ResultDeflection(i));
+                json.member("pressure", diagrams.ResultPressure(i));
+            });
+        }
+    });
+}
+
+void writeExtreme(JsonText& json, const char* name, const Extreme& extreme) {
+    json.member(name).object([&] {
+        json.member("value", extreme.value);
+        json.member("elev", extreme.elev);
+    });
+}
+
+const char* methodName(SolutionMethod method) {
+    switch (method) {
+    case SolutionMethod::Cantilever:
+        return "cantilever";
+    case SolutionMethod::FreeEarth:
+        return "free earth";
+    case SolutionMethod::FixedEarth:
+        return "fixed earth";
     }
-    return list;
+    return "";
 }
 
-Json rowsJson(const SolvedLevel& level) {
-    Json list = Json::array();
-    for (int i = 1; i <= level.rowCount; ++i) {
-        list.push_back({{"elev", level.ResultElev(i)},
-                        {"moment", level.ResultMoment(i)},
-                        {"shear", level.ResultShear(i)},
-                        {"deflection", level.ResultDeflection(i)},
-                        {"pressure", level.ResultPressure(i)}});
-    }
-    return list;
-}
-
-Json levelJson(const State& state, int level) {
-    const Problem& problem = state.problem;
+void writeLevel(JsonText& json, const Problem& problem, const LevelResult& level) {
+    const bool analysis = problem.ProgramMode == Mode::Analysis;
     const bool anchored = problem.WallType == WallKind::Anchored;
-    const double bottom = state.solution.SolvedBottomElev(level);
-    const double ground = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
-    const auto& MaxMoment = state.results.MaxMoment;
-    const auto& MaxDeflection = state.results.MaxDeflection;
-    const SolvedLevel& solved = state.solved(level);
-    return {
-        {"method", !anchored    ? "cantilever"
-                   : level == 1 ? "free earth"
-                                : "fixed earth"},
-        {"bottomElev", bottom},
-        {"penetration", ground - bottom},
-        {"anchorForce", where(anchored, state.solution.AnchorForce(level))},
-        {"factorOfSafety", where(problem.ProgramMode == Mode::Analysis,
-                                 state.preparation.LayerFSPassive(Right, 1, level))},
-        {"seepageGradient",
-         where(problem.SeepageKind != Seepage::None, problem.SeepageGradient(level))},
-        {"maxMoment", {{"value", MaxMoment(level)}, {"elev", MaxMoment(level + 2)}}},
-        {"maxDeflection", {{"value", MaxDeflection(level)}, {"elev", MaxDeflection(level + 2)}}},
-        {"rows", rowsJson(solved)},
-        {"grid", gridJson(solved)}};
-}
-
-Json levelsJson(const State& state) {
-    Json list = Json::array();
-    for (int level = 1; level <= (state.problem.WallType == WallKind::Anchored ? 2 : 1); ++level) {
-        list.push_back(levelJson(state, level));
-    }
-    return list;
+    const bool seeps = problem.SeepageKind != Seepage::None;
+    json.object([&] {
+        json.member("method", methodName(level.method));
+        json.member("bottomElev", level.bottomElev);
+        json.member("penetration", level.penetration);
+        json.member("anchorForce", where(anchored, level.anchorForce));
+        json.member("factorOfSafety", where(analysis, level.factorOfSafety));
+        json.member("seepageGradient", where(seeps, level.seepageGradient));
+        writeExtreme(json, "maxMoment", level.diagrams.MaxMoment);
+        writeExtreme(json, "maxDeflection", level.diagrams.MaxDeflection);
+        json.member("rows");
+        writeRows(json, level.diagrams);
+        json.member("grid");
+        writeGrid(json, level.solved);
+    });
 }
 
 /// A value of a section: one number in clay, one for loose and one for dense sand; null where the
 /// section lies outside the range of the curves.
-Json reducedJson(const RoweOutcome& outcome, const Array<double, 13, 2>& values, int p) {
-    if (!outcome.inRange(p)) {
-        return {};
+void writeReduced(JsonText& json, const char* name, const MomentReduction& rowe,
+                  const Array<double, 13, 2>& values, int p) {
+    if (!rowe.inRange(p)) {
+        json.member(name, nullptr);
+    } else if (rowe.soil == RoweSoil::Clay) {
+        json.member(name, values(p, 1));
+    } else {
+        json.member(name).object([&] {
+            json.member("loose", values(p, 1));
+            json.member("dense", values(p, 2));
+        });
     }
-    if (outcome.soil == RoweClay) {
-        return values(p, 1);
-    }
-    return {{"loose", values(p, 1)}, {"dense", values(p, 2)}};
 }
 
-Json roweSectionsJson(const RoweData& rowe) {
-    Json list = Json::array();
-    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
-        list.push_back({{"name", utf8Text(rowe.PileName(p))},
-                        {"sectionModulus", rowe.PileSectionData(p, 1)},
-                        {"inertia", rowe.PileSectionData(p, 2)},
-                        {"allowableStress", rowe.PileAllowStress(p)},
-                        {"modulus", rowe.PileModulus(p)},
-                        {"logRigidity", rowe.PileLogRigidity(p)},
-                        {"momentRatio", rowe.PileMomentRatio(p)},
-                        {"coefficient", reducedJson(rowe.outcome, rowe.outcome.coefficient, p)},
-                        {"reducedRatio", reducedJson(rowe.outcome, rowe.outcome.reducedRatio, p)}});
-    }
-    return list;
+void writeSection(JsonText& json, const PileSections& sections, const MomentReduction& rowe,
+                  int p) {
+    json.object([&] {
+        json.member("name", utf8Text(sections.PileName(p)));
+        json.member("sectionModulus", sections.PileSectionData(p, 1));
+        json.member("inertia", sections.PileSectionData(p, 2));
+        json.member("allowableStress", sections.PileAllowStress(p));
+        json.member("modulus", sections.PileModulus(p));
+        json.member("logRigidity", rowe.PileLogRigidity(p));
+        json.member("momentRatio", rowe.PileMomentRatio(p));
+        writeReduced(json, "coefficient", rowe, rowe.coefficient, p);
+        writeReduced(json, "reducedRatio", rowe, rowe.reducedRatio, p);
+    });
 }
 
-Json roweJson(const RoweData& rowe) {
-    const RoweOutcome& outcome = rowe.outcome;
-    if (outcome.soil == 0) {
-        return {};
+void writeRowe(JsonText& json, const PileSections& sections, const MomentReduction* rowe) {
+    if (rowe == nullptr || rowe->soil == RoweSoil::None) {
+        json.value(nullptr);
+        return;
     }
-    const bool clay = outcome.soil == RoweClay;
-    Json notes = Json::array();
-    for (const std::string& note : outcome.notes) {
-        notes.push_back(note);
+    const bool clay = rowe->soil == RoweSoil::Clay;
+    json.object([&] {
+        json.member("soil", clay ? "clay" : "sand");
+        json.member("height", rowe->RoweHeight);
+        json.member("alpha", rowe->RoweAlpha);
+        json.member("beta", rowe->RoweBeta);
+        json.member("stability", where(clay, rowe->RoweStability));
+        json.member("applicable", rowe->applicable);
+        json.member("notes").array([&] {
+            for (const std::string& note : reductionNotes(*rowe)) {
+                json.value(note);
+            }
+        });
+        json.member("sections").array([&] {
+            for (int p = 1; p <= sections.PileSectionCount; ++p) {
+                writeSection(json, sections, *rowe, p);
+            }
+        });
+    });
+}
+
+/// Why there are no results; null where there are.
+void writeFailure(JsonText& json, const Failure& failure, WallKind wall) {
+    if (!failure) {
+        json.value(nullptr);
+        return;
     }
-    return {{"soil", clay ? "clay" : "sand"},
-            {"height", rowe.RoweHeight},
-            {"alpha", rowe.RoweAlpha},
-            {"beta", rowe.RoweBeta},
-            {"stability", where(clay, rowe.RoweStability)},
-            {"applicable", outcome.applicable},
-            {"notes", notes},
-            {"sections", roweSectionsJson(rowe)}};
+    const auto given = [](int count) { return where(count != 0, count); };
+    const bool hasElev = failureHasElevation(failure.code);
+    json.object([&] {
+        json.member("code", failureName(failure.code));
+        json.member("stage", stageText(failure.stage, wall));
+        json.member("level", given(failure.level));
+        json.member("side", where<std::string_view>(failure.side != 0,
+                                                    failure.side == Right ? "right" : "left"));
+        json.member("layer", given(failure.layer));
+        json.member("elev", where(hasElev, failure.elev));
+        json.member("factorLow", where(failure.bracketed, failure.low));
+        json.member("factorHigh", where(failure.bracketed, failure.high));
+        json.member("error", given(failure.error));
+    });
+}
+
+const PressureDiagrams* reviewDiagrams(const Solved& solved) {
+    return solved.review != nullptr && solved.review->hasPressures ? &solved.review->diagrams
+                                                                   : nullptr;
+}
+
+/// The levels of a solved wall: none where a later step has failed.
+int levelCount(const JsonRecord& record) {
+    return record.status == StatusSolved ? record.solved.results->levelCount : 0;
+}
+
+/// Bytes, on the safe side: a grid point takes some 550, a result row 150, all else 10,000.
+std::size_t expectedLength(const JsonRecord& record) {
+    const PressureDiagrams* review = reviewDiagrams(record.solved);
+    int points = review == nullptr ? 0 : review->grid.NumElevs;
+    for (int level = 1; level <= levelCount(record); ++level) {
+        points += record.solved.results->levels(level).solved.grid.NumElevs;
+    }
+    return 20000 + 700U * static_cast<std::size_t>(points);
+}
+
+void writeReview(JsonText& json, const PressureDiagrams* review) {
+    if (review != nullptr) {
+        writeGrid(json, *review);
+    } else {
+        json.array([] {});
+    }
 }
 
 } // namespace
 
-std::string jsonResults(const std::string& input, int status, const std::vector<Message>& messages,
-                        const State& state, const SolvedLevel* review) {
-    const Json results{{"schema", 1},
-                       {"program", "KORVANE"},
-                       {"version", KORVANE_VERSION},
-                       {"input", utf8Text(input)},
-                       {"status", statusText(status)},
-                       {"messages", messagesJson(messages)},
-                       {"problem", problemJson(state.problem)},
-                       {"grid", review == nullptr ? Json::array() : gridJson(*review)},
-                       {"levels", status == StatusSolved ? levelsJson(state) : Json::array()},
-                       {"rowe", roweJson(state.rowe)}};
-    return results.dump(1) + "\n";
+std::string jsonResults(const JsonRecord& record) {
+    JsonText json(expectedLength(record));
+    json.object([&] {
+        json.member("schema", 2);
+        json.member("program", "KORVANE");
+        json.member("version", KORVANE_VERSION);
+        json.member("input", utf8Text(record.input));
+        json.member("status", statusText(record.status));
+        json.member("failure");
+        writeFailure(json, record.solved.failure, record.problem.WallType);
+        json.member("messages");
+        writeMessages(json, record.messages);
+        json.member("problem");
+        writeProblem(json, record.problem);
+        json.member("grid");
+        writeReview(json, reviewDiagrams(record.solved));
+        json.member("levels").array([&] {
+            for (int level = 1; level <= levelCount(record); ++level) {
+                writeLevel(json, record.problem, record.solved.results->levels(level));
+            }
+        });
+        json.member("rowe");
+        writeRowe(json, record.sections, record.solved.reduction);
+    });
+    return json.take();
 }
 
 } // namespace korvane::batch

@@ -2,16 +2,24 @@
 #pragma once
 
 #include "batch/solve_input.h"
-#include "state/state.h"
+#include "solution/solution.h"
 
 #include <string>
 #include <vector>
 
 namespace korvane::batch {
 
-/// One JSON object; docs/json.md tells its members. `review` is the grid at the stop for review,
-/// null where it was not reached. Numbers read back to the same double.
-std::string jsonResults(const std::string& input, int status, const std::vector<Message>& messages,
-                        const State& state, const SolvedLevel* review);
+/// What the JSON of one input is made of.
+struct JsonRecord {
+    const std::string& input; ///< as given
+    int status = StatusSolved;
+    const std::vector<Message>& messages;
+    const Problem& problem; ///< with the seepage that the solution ended with
+    const PileSections& sections;
+    const Solved& solved; ///< as far as it has come
+};
+
+/// One JSON object; docs/json.md tells its members. Numbers read back to the same double.
+std::string jsonResults(const JsonRecord& record);
 
 } // namespace korvane::batch

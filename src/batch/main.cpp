@@ -1,8 +1,7 @@
 // korvane-batch: solves input files without windows.
 #include "batch/options.h"
 #include "batch/run_batch.h"
-#include "commands/commands.h"
-#include "commands/run_guarded.h"
+#include "runtime/run_guarded.h"
 
 #include <csignal>
 #include <iostream>
@@ -11,12 +10,11 @@
 
 int main(int argc, char** argv) {
     // A reader that goes away or a limit on the size of files is a fault like any other: the other
-    // inputs are solved all the same and no temporary file is left.
+    // inputs are solved all the same.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     int status = korvane::batch::StatusError;
     const auto fault = korvane::runGuarded([&] {
-        korvane::provideTempVariable();
         status = korvane::batch::runBatch({argv + 1, argv + argc}, std::cout, std::cerr,
                                           ::isatty(STDERR_FILENO) != 0);
     });

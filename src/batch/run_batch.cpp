@@ -2,7 +2,7 @@
 
 #include "batch/options.h"
 #include "batch/solve_input.h"
-#include "commands/run_guarded.h"
+#include "runtime/run_guarded.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -39,6 +39,7 @@ class Workers {
 
   private:
     void work() {
+        Workspace workspace;
         for (;;) {
             std::unique_lock lock(mutex_);
             const std::size_t job = next_++;
@@ -46,8 +47,8 @@ class Workers {
                 return;
             }
             lock.unlock();
-            Outcome outcome{.status = StatusError, .messages = {}, .report = {}};
-            runGuarded([&] { outcome = solveInput(jobs_[job], options_); });
+            Outcome outcome{.status = StatusError, .messages = {}, .during = {}, .report = {}};
+            runGuarded([&] { outcome = solveInput(jobs_[job], options_, workspace); });
             lock.lock();
             outcomes_[job] = std::move(outcome);
             ready_.notify_all();
@@ -103,6 +104,9 @@ int solveAll(const std::vector<Job>& jobs, const Options& options, std::ostream&
         progress.clear();
         for (const Message& message : outcome.messages) {
             err << messageLine(jobs[i].input, message) << "\n";
+        }
+        if (!outcome.during.empty()) {
+            err << jobs[i].input << ": while " << outcome.during << "\n";
         }
         err.flush();
         out << outcome.report;

@@ -1,16 +1,18 @@
 #include "batch/solve_input.h"
 
-#include "batch/batch_desktop.h"
 #include "batch/json_results.h"
-#include "commands/command_scope.h"
 #include "commands/commands.h"
-#include "commands/files.h"
-#include "commands/run_guarded.h"
+#include "commands/told_boxes.h"
 #include "plots/figures.h"
+#include "reports/input_echo.h"
+#include "reports/reduction_report.h"
+#include "reports/results_report.h"
+#include "reports/soil_pressure_report.h"
+#include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
+#include "runtime/run_guarded.h"
 
 #include <algorithm>
-#include <memory>
 #include <set>
 #include <system_error>
 
@@ -18,74 +20,158 @@ namespace korvane::batch {
 
 namespace {
 
-/// The grid and the pressures at the stop for review.
-std::unique_ptr<SolvedLevel> reviewGrid(const State& state) {
-    auto review = std::make_unique<SolvedLevel>();
-    review->grid = state.grid;
-    review->pressures = state.pressures;
-    review->NetActive = state.net.NetActive;
-    review->NetPassive = state.net.NetPassive;
-    return review;
-}
+/// Answers by the options of the command line and keeps what came up. A short file may be complete
+/// all the same.
+class BatchPrompts : public Prompts {
+  public:
+    Answer Ask(const MessageBox& box) override {
+        const Answer answer = box.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
+        messages.push_back({box, answer});
+        return answer;
+    }
+    bool goBeyond(double limit, double largest) {
+        const bool goesOn = limit <= largest;
+        messages.push_back({factorQuestion(limit), goesOn ? Answer::Yes : Answer::No});
+        return goesOn;
+    }
+
+    std::vector<Message> messages;
+};
 
 /// One input under way.
 struct Run {
-    Run(const Job& job_, const Options& options_) : job(job_), desktop(job_, options_) {}
-
     const Job& job;
-    BatchDesktop desktop;
-    Session session{desktop};
-    std::unique_ptr<SolvedLevel> review; ///< null where the stop for review was not reached
-    bool opened = false;                 ///< the problem was read
-    bool solved = false;                 ///< the results are there
+    const Options& options;
+    Workspace& workspace;
+    BatchPrompts prompts = {};
+    Problem problem = {};
+    PileSections sections = {};
+    Solved solved = {};  ///< as far as the solution has come
+    bool opened = false; ///< the problem was read
     int status = StatusFailed;
-    std::string report;
+    Stage stage = {Doing::Reading};
+    std::string report = {};
 
     void raise(int other) { status = std::max(status, other); }
+    /// The first failure stands.
+    void fail(FailureCode code, int error = 0) {
+        if (!solved.failure) {
+            solved.failure.code = code;
+            solved.failure.stage = stage;
+            solved.failure.error = error;
+        }
+    }
 };
 
-/// Open, Solve, Continue and OK; the report as it stands then.
-void solve(Run& run) {
-    Session& session = run.session;
-    constexpr int open = 1;
-    mnuFileItem_Click(session, run.desktop, open);
-    if (!session.menus.mnuSolve.enabled) {
-        return; // refused
+/// True when the problem is complete and its echo is written.
+bool open(Run& run) {
+    const std::string name = run.job.inputPath.string();
+    const std::string text = readFile(name);
+    clearProblemData(run.problem);
+    if (!goOnWithFile(run.prompts, name, text.size()) ||
+        !tellReading(run.prompts, name, readProblem(run.problem, text, name))) {
+        clearProblemData(run.problem);
+        run.fail(FailureCode::InputRefused);
+        return false;
     }
     run.opened = true;
-    mnuSolveItem_Click(session, run.desktop);
-    if (session.stage == FlowStage::Review) {
-        run.review = reviewGrid(session.state);
-        cmdContinue_Click(session, run.desktop);
+    run.report = inputEcho(run.problem).content();
+    return true;
+}
+
+/// True where a step has reached its value; else its failure is told.
+template <class Value>
+bool reached(Run& run, const Reached<Value>& step) {
+    takeSeepage(run.workspace, run.problem);
+    if (!step) {
+        run.solved.failure = step.failure();
+        tellFailure(run.prompts, step.failure());
     }
-    cmdOK_Click(session);
-    run.report = readFile(session.state.report.CurrentOutputName);
-    run.solved = session.state.SolutionFailed == 0;
-    run.status = run.solved ? StatusSolved : StatusFailed;
+    return static_cast<bool>(step);
+}
+
+void addToReport(Run& run, const PrintLines& lines) {
+    run.report += lines.content();
+}
+
+/// The wall, its report and the moment reduction with the default sections.
+bool solveLevels(Run& run) {
+    const auto results = solveWall(run.workspace);
+    if (!reached(run, results)) {
+        return false;
+    }
+    run.solved.results = &*results;
+    addToReport(run, resultsReport(run.problem, *results));
+    LoadPileDefaults(run.sections);
+    const auto reduction = reduceWallMoments(run.workspace, run.sections);
+    if (!reached(run, reduction)) {
+        return false;
+    }
+    run.solved.reduction = &*reduction;
+    if (reduction->soil != RoweSoil::None) {
+        addToReport(run, reductionReport(run.problem, run.sections, *reduction));
+    }
+    return true;
+}
+
+/// The road of a solution with its reports; a fault of a report fails it like one of the solution.
+void solveWithReports(Run& run) {
+    korvane::Options options;
+    options.wedge = run.options.fixedSurface ? WedgeMethod::FixedSurface : WedgeMethod::Sweep;
+    options.factorLimit.ask = [&run](double limit) {
+        return run.prompts.goBeyond(limit, run.options.maxFs);
+    };
+    const auto review = reviewWall(run.problem, options, run.workspace);
+    if (!reached(run, review)) {
+        return;
+    }
+    run.solved.review = &*review;
+    if (review->hasPressures) {
+        addToReport(run, soilPressureReport(run.problem, *review));
+    }
+    if (solveLevels(run)) {
+        run.status = StatusSolved;
+    }
 }
 
 void tellError(Run& run, const RuntimeError& fault) {
-    run.desktop.Ask({.text = runtimeErrorMessage(fault.number()), .icon = Icon::Critical});
+    run.prompts.Ask({.text = runtimeErrorMessage(fault.number()), .icon = Icon::Critical});
     run.raise(StatusError);
 }
 
-/// Starts the session; false where its temporary folder is none.
-bool start(Run& run) {
-    const auto fault = runGuarded([&] { Form_Load(run.session); });
+/// Tells a fault outside the solution.
+void tellFault(Run& run, const RuntimeError& fault) {
+    run.fail(fault.isFileFault() ? FailureCode::FileFault : FailureCode::RunTimeError,
+             fault.number());
+    if (fault.isFileFault()) {
+        showFileError(run.prompts, fault);
+        run.raise(StatusFailed);
+    } else {
+        tellError(run, fault);
+    }
+}
+
+/// Runs a step outside the solution; a fault becomes a message and a status. True without one.
+template <class Step>
+bool guarded(Run& run, Step step) {
+    const auto fault = runGuarded(step);
     if (fault) {
-        tellError(run, *fault);
+        tellFault(run, *fault);
     }
     return !fault;
 }
 
-/// Runs a step; a fault becomes a message and a status.
-void guarded(Run& run, const std::function<void()>& step) {
-    const auto fault = runGuarded(step);
-    if (fault && fault->isFileFault()) {
-        showFileError(run.desktop, *fault);
-        run.raise(StatusFailed);
-    } else if (fault) {
-        tellError(run, *fault);
+void solve(Run& run) {
+    bool complete = false;
+    if (!guarded(run, [&] { complete = open(run); }) || !complete) {
+        return;
+    }
+    run.stage = {Doing::Reporting};
+    const auto fault = runGuarded([&] { solveWithReports(run); });
+    if (fault) {
+        run.status = StatusFailed;
+        run.fail(FailureCode::RunTimeError, fault->number());
+        tellFailure(run.prompts, run.solved.failure);
     }
 }
 
@@ -100,11 +186,12 @@ void removeOtherFigures(const Job& job, const std::set<std::string>& written) {
     }
 }
 
-/// Last of all: drawing rounds the ranges of the results and loads levels.
 void writeFigures(Run& run) {
     std::set<std::string> written;
     if (run.opened) {
-        visitFigures(run.session.state, run.solved, [&](const Figure& figure) {
+        const PlotData data{run.problem, run.workspace.results(), run.sections,
+                            run.workspace.reduction()};
+        visitFigures(data, run.status == StatusSolved, [&](const Figure& figure) {
             saveFile(run.job.figurePath(figure.name), svgFigure(figure));
             written.insert(figure.name);
         });
@@ -114,29 +201,33 @@ void writeFigures(Run& run) {
 
 } // namespace
 
-Outcome solveInput(const Job& job, const Options& options) {
-    const auto run = std::make_unique<Run>(job, options);
-    if (start(*run)) {
-        guarded(*run, [&] { solve(*run); });
-    }
+Outcome solveInput(const Job& job, const Options& options, Workspace& workspace) {
+    Run run{.job = job, .options = options, .workspace = workspace};
+    solve(run);
     Outcome outcome;
     if (job.reportPath.empty()) {
-        outcome.report = run->report;
+        outcome.report = run.report;
     } else {
-        guarded(*run, [&] { saveFile(job.reportPath, run->report); });
+        guarded(run, [&] { saveFile(job.reportPath, run.report); });
     }
     if (!job.jsonPath.empty()) {
-        guarded(*run, [&] {
-            saveFile(job.jsonPath, jsonResults(job.input, run->status, run->desktop.messages(),
-                                               run->session.state, run->review.get()));
+        guarded(run, [&] {
+            saveFile(job.jsonPath, jsonResults({.input = job.input,
+                                                .status = run.status,
+                                                .messages = run.prompts.messages,
+                                                .problem = run.problem,
+                                                .sections = run.sections,
+                                                .solved = run.solved}));
         });
     }
     if (job.plots) {
-        guarded(*run, [&] { writeFigures(*run); });
+        guarded(run, [&] { writeFigures(run); });
     }
-    guarded(*run, [&] { DeleteTempFiles(run->session, run->desktop); });
-    outcome.status = run->status;
-    outcome.messages = run->desktop.messages();
+    if (run.solved.failure) {
+        outcome.during = stageText(run.solved.failure.stage, run.problem.WallType);
+    }
+    outcome.status = run.status;
+    outcome.messages = std::move(run.prompts.messages);
     return outcome;
 }
 

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "batch/options.h"
-#include "state/prompts.h"
+#include "solution/solution.h"
+#include "state/message_box.h"
 
 #include <string>
 #include <vector>
@@ -18,12 +19,13 @@ struct Message {
 struct Outcome {
     int status = StatusSolved;
     std::vector<Message> messages;
+    std::string during; ///< what was being done where there are no results: "reading the input"
     std::string report; ///< only where it goes to standard output
 };
 
-/// Opens, solves and continues like a person at the desktop, and writes the report (and the JSON
-/// results). Every fault ends as a message and a status. No temporary file is left.
-Outcome solveInput(const Job& job, const Options& options);
+/// Reads and solves one input as the desktop program would and writes its report (JSON and figures
+/// too). Every fault ends as a message and a status. No file but the outputs is made.
+Outcome solveInput(const Job& job, const Options& options, Workspace& workspace);
 
 /// A message as one line of the error output: "INPUT: [TITLE] text", its lines joined by " / ".
 std::string messageLine(const std::string& input, const Message& message);

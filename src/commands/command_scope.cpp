@@ -1,7 +1,9 @@
 #include "commands/command_scope.h"
 
-#include "commands/run_guarded.h"
+#include "commands/told_boxes.h"
+
 #include "runtime/file_text.h"
+#include "runtime/run_guarded.h"
 
 #include <algorithm>
 #include <atomic>
@@ -44,20 +46,19 @@ void replaceName(Session& session, const std::string& from, const std::string& t
             name = to;
         }
     };
-    TemporaryFiles& files = session.state.files;
+    TemporaryFiles& files = session.files;
     std::for_each(files.ScratchFileList.begin(), files.ScratchFileList.end(), replace);
     std::for_each(files.ScratchFileName.begin(), files.ScratchFileName.end(), replace);
     replace(session.CurrentInputName);
-    replace(session.state.report.CurrentOutputName);
+    replace(session.report.CurrentOutputName);
 }
 
 } // namespace
 
 CommandScope::Before::Before(const Session& session)
-    : window(session), problem(session.state.problem), rowe(session.state.rowe),
-      files(session.state.files), report(session.state.report),
-      SolutionFailed(session.state.SolutionFailed), DataChanged(session.state.DataChanged),
-      HeadContDataValid(session.state.HeadContDataValid) {}
+    : window(session), problem(session.problem), sections(session.sections), files(session.files),
+      report(session.report), SolutionFailed(session.SolutionFailed),
+      DataChanged(session.DataChanged), HeadContDataValid(session.HeadContDataValid) {}
 
 CommandScope::CommandScope(Session& session)
     : session_(session), outer_(session.running), before_(session) {
@@ -92,11 +93,10 @@ void CommandScope::checkpoint() {
 }
 
 void CommandScope::keepEnteredData() {
-    const State& state = session_.state;
-    before_.problem = state.problem;
-    before_.HeadContDataValid = state.HeadContDataValid;
-    if (state.DataChanged != 0) {
-        before_.DataChanged = state.DataChanged;
+    before_.problem = session_.problem;
+    before_.HeadContDataValid = session_.HeadContDataValid;
+    if (session_.DataChanged != 0) {
+        before_.DataChanged = session_.DataChanged;
         before_.window.inputFileStale = true;
         before_.window.menus.mnuSolve.enabled = false;
     }
@@ -109,14 +109,13 @@ void CommandScope::takeBack() {
     }
     made_.clear();
     static_cast<MainWindow&>(session_) = before_.window;
-    State& state = session_.state;
-    state.problem = before_.problem;
-    state.rowe = before_.rowe;
-    state.files = before_.files;
-    state.report = before_.report;
-    state.SolutionFailed = before_.SolutionFailed;
-    state.DataChanged = before_.DataChanged;
-    state.HeadContDataValid = before_.HeadContDataValid;
+    session_.problem = before_.problem;
+    session_.sections = before_.sections;
+    session_.files = before_.files;
+    session_.report = before_.report;
+    session_.SolutionFailed = before_.SolutionFailed;
+    session_.DataChanged = before_.DataChanged;
+    session_.HeadContDataValid = before_.HeadContDataValid;
     for (const auto& [from, to] : aside_) {
         if (!renameIfFree(to, from)) {
             replaceName(session_, from.string(), to.string());
@@ -148,14 +147,6 @@ bool runCommand(Session& session, Desktop& desktop, const std::function<void()>&
     return false;
 }
 
-void showFileError(Desktop& desktop, const RuntimeError& fault) {
-    desktop.Ask(
-        {.text = "File: " + fault.fileName() + "\n" + fault.what() + "\n\nYour data are kept.",
-         .title = "FILE ERROR",
-         .buttons = Buttons::Ok,
-         .icon = Icon::Exclamation});
-}
-
 void deleteOwnFile(Session& session, const std::string& listed) {
     // Perhaps an entry of the very lists that are blanked below, hence a copy.
     const std::string name = listed; // NOLINT(performance-unnecessary-copy-initialization)
@@ -168,7 +159,7 @@ void deleteOwnFile(Session& session, const std::string& listed) {
     } else if (fs::exists(fs::symlink_status(name, ignored))) {
         session.running->setAside(name);
     }
-    TemporaryFiles& files = session.state.files;
+    TemporaryFiles& files = session.files;
     std::replace(files.ScratchFileList.begin(), files.ScratchFileList.end(), name, std::string());
     std::replace(files.ScratchFileName.begin(), files.ScratchFileName.end(), name, std::string());
 }

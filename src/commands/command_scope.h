@@ -37,7 +37,7 @@ class CommandScope {
         explicit Before(const Session& session);
         MainWindow window;
         Problem problem;
-        RoweData rowe;
+        PileSections sections;
         TemporaryFiles files;
         Report report;
         int SolutionFailed;
@@ -57,9 +57,6 @@ class CommandScope {
 /// Runs a command. A file fault shows the box "FILE ERROR" and takes the command back; false then.
 /// Every other fault is passed on.
 bool runCommand(Session& session, Desktop& desktop, const std::function<void()>& body);
-
-/// Shows the box of a fault of a file or printer.
-void showFileError(Desktop& desktop, const RuntimeError& fault);
 
 /// Deletes a file that this session made, in a command such that it can come back, and blanks its
 /// name in the lists at once: another program may take the name the moment it is free. A file that

@@ -68,7 +68,7 @@ TextView outputFileView(const Session& session, Desktop& desktop);
 /// Starts a solution: a design goes on to the stop for review, an analysis to its end.
 void mnuSolveItem_Click(Session& session, Desktop& desktop);
 
-/// The two buttons of WEDGMETH: each "W" of SideMethod becomes "F" or "S".
+/// The two buttons of WEDGMETH.
 void cmdFixed_Click(Session& session);
 void cmdSweep_Click(Session& session);
 
@@ -80,6 +80,9 @@ void cmdDiscontinue_Click(Session& session);
 
 /// The button of panDone: the end of every finished solution.
 void cmdOK_Click(Session& session);
+
+/// The record keeps the seepage that a solution has found, also after a failure.
+void takeSeepage(const Workspace& workspace, Problem& problem);
 
 /// Accepts the default sections with nothing changed and none added: ROWEPILE without a window.
 void acceptDefaultSections(Session& session);

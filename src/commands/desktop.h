@@ -1,7 +1,7 @@
 // What a shell offers to the commands: the desktop program, the batch command or a test's script.
 #pragma once
 
-#include "state/prompts.h"
+#include "commands/prompts.h"
 
 #include <string>
 #include <vector>

@@ -2,7 +2,7 @@
 #include "commands/command_scope.h"
 #include "commands/commands.h"
 #include "commands/files.h"
-#include "reports/input_echo.h"
+#include "commands/report.h"
 
 #include <filesystem>
 #include <system_error>
@@ -12,10 +12,10 @@ namespace korvane {
 namespace {
 
 void askForUnsavedData(Session& session, Desktop& desktop) {
-    if (session.state.DataChanged != 0) {
+    if (session.DataChanged != 0) {
         AskSaveInput(session, desktop, SaveInputBeforeEditing);
     }
-    if (session.OutputSavedFlag == 0 && !session.state.report.CurrentOutputName.empty()) {
+    if (session.OutputSavedFlag == 0 && !session.report.CurrentOutputName.empty()) {
         AskSaveOutput(session, desktop);
     }
 }
@@ -24,7 +24,7 @@ void askForUnsavedData(Session& session, Desktop& desktop) {
 /// alone is made anew.
 bool needsInputFile(const Session& session) {
     std::error_code ignored;
-    return session.state.DataChanged != 0 || !session.state.report.CurrentOutputName.empty() ||
+    return session.DataChanged != 0 || !session.report.CurrentOutputName.empty() ||
            session.inputFileStale ||
            !std::filesystem::is_regular_file(session.CurrentInputName, ignored);
 }
@@ -36,8 +36,8 @@ void writeInputFile(Session& session, Desktop& desktop) {
 }
 
 void writeReport(Session& session) {
-    session.state.report.CurrentOutputName = makeTemporaryFile(session, ".ooo");
-    WriteInputEcho(session.state);
+    session.report.CurrentOutputName = makeTemporaryFile(session, ".ooo");
+    startReport(session);
 }
 
 void enableForEditedData(Menus& menus) {
@@ -65,19 +65,18 @@ void abandonEdit(Session& session) {
 }
 
 void editData(Session& session, Desktop& desktop) {
-    State& state = session.state;
     askForUnsavedData(session, desktop);
-    state.DataChanged = 0;
+    session.DataChanged = 0;
     session.menus.mnuViewItem(3).enabled = false;
     desktop.ShowScreen(Screen::KEYIN, session);
-    if (state.SolutionFailed != 0) {
+    if (session.SolutionFailed != 0) {
         abandonEdit(session);
         return;
     }
     session.running->keepEnteredData();
-    session.menus.mnuSaveItem(0).enabled = state.DataChanged != 0;
-    if (state.DataChanged == 0) {
-        state.report.OutputLineCount = 0;
+    session.menus.mnuSaveItem(0).enabled = session.DataChanged != 0;
+    if (session.DataChanged == 0) {
+        session.report.OutputLineCount = 0;
     }
     if (needsInputFile(session)) {
         writeInputFile(session, desktop);

@@ -2,8 +2,9 @@
 #include "commands/command_scope.h"
 #include "commands/commands.h"
 #include "commands/files.h"
+#include "commands/report.h"
+#include "commands/told_boxes.h"
 #include "problem/input_reader.h"
-#include "reports/input_echo.h"
 #include "runtime/file_text.h"
 
 #include <algorithm>
@@ -13,13 +14,11 @@ namespace korvane {
 
 namespace {
 
-constexpr std::size_t shortestInputFile = 75; // bytes of a file that may be complete
-
 void askForUnsavedFiles(Session& session, Desktop& desktop) {
     if (endsIn(session.CurrentInputName, ".III")) {
         AskSaveInput(session, desktop);
     }
-    if (endsIn(session.state.report.CurrentOutputName, ".OOO")) {
+    if (endsIn(session.report.CurrentOutputName, ".OOO")) {
         AskSaveOutput(session, desktop);
     }
 }
@@ -31,43 +30,22 @@ void newProblem(Session& session, Desktop& desktop) {
     session.menus.mnuEdit.enabled = true;
 }
 
-bool continueWithShortFile(Desktop& desktop, const std::string& name) {
-    return desktop.Ask({.text = "File: " + name +
-                                " does not appear to be a complete input file.\n\n"
-                                "Do you want to continue?",
-                        .title = "INCOMPLETE INPUT FILE!",
-                        .buttons = Buttons::YesNo,
-                        .icon = Icon::Question}) == Answer::Yes;
-}
-
-/// Fills the problem from the text of InputFileName; tells what is wrong and sets SolutionFailed.
-void ReadInputFile(Session& session, Desktop& desktop, const std::string& fileText) {
-    session.readingInput = true;
-    const ReadResult result = readProblem(session.state.problem, fileText, session.InputFileName);
-    session.readingInput = false;
-    session.state.SolutionFailed = result.complete ? 0 : 1;
-    if (!result.complete) {
-        desktop.Ask({.text = result.text, .title = result.title, .icon = Icon::Exclamation});
-    }
-}
-
 /// True when the problem is complete and its echo is written.
 bool readAndEcho(Session& session, Desktop& desktop, const std::string& fileText) {
-    if (fileText.size() < shortestInputFile &&
-        !continueWithShortFile(desktop, session.InputFileName)) {
+    const std::string& name = session.InputFileName;
+    if (!goOnWithFile(desktop, name, fileText.size())) {
         return false;
     }
-    session.CurrentInputName = session.InputFileName;
-    ReadInputFile(session, desktop, fileText);
-    if (session.state.SolutionFailed != 0) {
+    session.CurrentInputName = name;
+    session.readingInput = true;
+    const ReadResult result = readProblem(session.problem, fileText, name);
+    session.readingInput = false;
+    session.SolutionFailed = result.complete ? 0 : 1;
+    if (!tellReading(desktop, name, result)) {
         return false;
     }
-    desktop.Ask(
-        {.text = "Input file processed: " + session.InputFileName + "\n\n     No errors detected.",
-         .title = "INPUT COMPLETE",
-         .icon = Icon::Information});
-    session.state.report.CurrentOutputName = makeTemporaryFile(session, ".ooo");
-    WriteInputEcho(session.state);
+    session.report.CurrentOutputName = makeTemporaryFile(session, ".ooo");
+    startReport(session);
     return true;
 }
 
@@ -128,7 +106,7 @@ void exitProgram(Session& session, Desktop& desktop) {
 }
 
 void printReport(Session& session, Desktop& desktop) {
-    const Report& report = session.state.report;
+    const Report& report = session.report;
     std::vector<std::string> lines = splitLines(readFile(report.CurrentOutputName));
     const auto count = static_cast<std::size_t>(report.OutputLineCount);
     if (lines.size() < count) {
@@ -162,7 +140,7 @@ void mnuSaveItem_Click(Session& session, Desktop& desktop, int index) {
             SaveInputData(session, desktop);
             if (!session.InputFileName.empty()) {
                 session.InputSavedFlag = 1;
-                session.state.DataChanged = 0;
+                session.DataChanged = 0;
                 session.menus.mnuSaveItem(0).enabled = false;
             }
         } else {

@@ -50,14 +50,14 @@ Copy copyLines(const std::string& source, const std::string& target, int count) 
 
 /// True for a file of the temporary folder whose name begins with "TEMP".
 bool namesTemporaryFile(const Session& session, const std::string& name) {
-    const fs::path folder = (fs::path(session.state.files.TempFolder) / "").parent_path();
+    const fs::path folder = (fs::path(session.files.TempFolder) / "").parent_path();
     const fs::path file = name;
     return file.parent_path() == folder && file.filename().string().compare(0, 4, "TEMP") == 0;
 }
 
 /// Deletes a file if this session made it; any other file stays.
 void deleteListedFile(Session& session, const std::string& name) {
-    const auto& list = session.state.files.ScratchFileList;
+    const auto& list = session.files.ScratchFileList;
     if (std::find(list.begin(), list.end(), name) != list.end()) {
         deleteOwnFile(session, name);
     }
@@ -116,12 +116,12 @@ void AskSaveInput(Session& session, Desktop& desktop, const char* question) {
         }
         SaveInputData(session, desktop);
     } while (session.InputFileName.empty());
-    session.state.DataChanged = 0;
+    session.DataChanged = 0;
     keepSaved(session);
 }
 
 void AskSaveOutput(Session& session, Desktop& desktop) {
-    std::string& CurrentOutputName = session.state.report.CurrentOutputName;
+    std::string& CurrentOutputName = session.report.CurrentOutputName;
     do {
         if (desktop.Ask({.text = "DO YOU WANT TO SAVE CURRENT OUTPUT DATA?",
                          .title = "SAVE OUTPUT DATA?",
@@ -160,13 +160,12 @@ void SaveInputData(Session& session, Desktop& desktop) {
 
 void SaveOutputData(Session& session, Desktop& desktop) {
     auto& SavedOutputName = session.SavedOutputName;
-    auto& CurrentOutputName = session.state.report.CurrentOutputName;
+    auto& CurrentOutputName = session.report.CurrentOutputName;
     SavedOutputName = chooseSaveName(session, desktop, saveOutputDialog);
     if (SavedOutputName.empty()) {
         return;
     }
-    const Copy copy =
-        copyLines(CurrentOutputName, SavedOutputName, session.state.report.OutputLineCount);
+    const Copy copy = copyLines(CurrentOutputName, SavedOutputName, session.report.OutputLineCount);
     // Deliberate: the input's name decides, so that the temporary report of a problem that came
     // from the user's own file stays until New or Exit.
     if (!copy.ontoItself && namesTemporaryFile(session, session.CurrentInputName)) {
@@ -181,7 +180,7 @@ void RememberDialogFolder(Session& session, const std::string& name) {
 }
 
 std::string makeTemporaryFile(Session& session, const std::string& extension) {
-    TemporaryFiles& files = session.state.files;
+    TemporaryFiles& files = session.files;
     std::string& place = files.ScratchFileList(files.ScratchFileCount + 1);
     for (int number = 0;; ++number) {
         const fs::path name =
@@ -198,7 +197,7 @@ std::string makeTemporaryFile(Session& session, const std::string& extension) {
 }
 
 void WriteInputData(Session& session, Desktop& desktop, const std::string& mode) {
-    const Problem& problem = session.state.problem;
+    const Problem& problem = session.problem;
     const std::string text = inputFileText(problem);
     if (mode == "FILE") {
         writeFile(session.CurrentInputName, text);
@@ -211,14 +210,14 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
 }
 
 void DeleteTempFiles(Session& session, Desktop& desktop) {
-    const TemporaryFiles& files = session.state.files;
+    const TemporaryFiles& files = session.files;
     for (const std::string& name : files.ScratchFileList) {
         deleteOwnFile(session, name);
     }
     for (const std::string& name : files.ScratchFileName) {
         deleteOwnFile(session, name);
     }
-    session.state.report.CurrentOutputName.clear();
+    session.report.CurrentOutputName.clear();
     session.CurrentInputName.clear();
     desktop.QuitHelp();
 }

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "commands/desktop.h"
-#include "state/state.h"
+#include "plots/plot_screen.h"
+#include "solution/solution.h"
 
 #include <array>
 #include <string>
@@ -100,16 +101,42 @@ struct MainWindow {
 
 class CommandScope;
 
-/// Everything that belongs to one session. Large: keep it on the heap. Two sessions, each with a
-/// Desktop of its own, never touch each other.
-struct Session : MainWindow {
-    /// The desktop answers the boxes of the state's procedures too and must outlive the session.
-    explicit Session(Desktop& desktop) : state(desktop) {}
+/// Temporary files of the session.
+struct TemporaryFiles {
+    std::string TempFolder;
+    int ScratchFileCount = 8; ///< names in the list; the first eight stay empty
+    Array<std::string, 100> ScratchFileList;
+    Array<std::string, 3> ScratchFileName; ///< by level; stays empty, as levels stay in memory
+};
 
-    State state;
+/// The report being written.
+struct Report {
+    std::string CurrentOutputName;
+    int OutputLineCount = 0;
+};
+
+/// Everything that belongs to one session. Two sessions, each with a Desktop of its own, never
+/// touch each other.
+struct Session : MainWindow {
+    Problem problem;
+    std::optional<WedgeMethod> wedge; ///< the choice of WEDGMETH, if it was asked for
+    Workspace workspace;              ///< of the last solution
+    PileSections sections;
+    TemporaryFiles files;
+    Report report;
+
+    int SolutionFailed = 0;    ///< 0 well, 1 a failure or a Cancel, 2 sign test or discontinued
+    int DataChanged = 0;       ///< 1 when a data-entry screen changed something
+    int HeadContDataValid = 0; ///< 1 when the heading section is valid
+
     int LoadKind = 0;                ///< what SURCHARG (1 to 6) or HORLOAD (1, 2) is to show
     bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue
     CommandScope* running = nullptr; ///< of the command at work that can be taken back, if any
+
+    /// What the plot screens draw from.
+    PlotData plotData() const {
+        return {problem, workspace.results(), sections, workspace.reduction()};
+    }
 };
 
 } // namespace korvane

@@ -1,18 +1,14 @@
 // The order of the stages of a solution and what the user sees between them.
 #include "commands/command_scope.h"
 #include "commands/commands.h"
-#include "commands/run_guarded.h"
-#include "pressures/coefficient_pressures.h"
-#include "pressures/wedge_pressures.h"
+#include "commands/report.h"
+#include "commands/told_boxes.h"
+#include "reports/reduction_report.h"
 #include "reports/results_report.h"
 #include "reports/soil_pressure_report.h"
 #include "rowe/moment_reduction.h"
 #include "rowe/pile_sections.h"
-#include "wall/analysis.h"
-#include "wall/design.h"
-#include "wall/net_pressures.h"
-#include "wall/preparation.h"
-#include "wall/solution_files.h"
+#include "runtime/run_guarded.h"
 
 #include <functional>
 
@@ -38,7 +34,7 @@ void enterStage(Session& session, FlowStage stage) {
 }
 
 void showDone(Session& session) {
-    session.panels.panDoneText = session.state.SolutionFailed == 0 ? completeText : abortedText;
+    session.panels.panDoneText = session.SolutionFailed == 0 ? completeText : abortedText;
     enterStage(session, FlowStage::Finished);
 }
 
@@ -49,7 +45,7 @@ void runStage(Session& session, Desktop& desktop, const std::function<void()>& s
     if (!fault) {
         return;
     }
-    session.state.SolutionFailed = 1;
+    session.SolutionFailed = 1;
     if (fault->isFileFault()) {
         showFileError(desktop, *fault);
     } else {
@@ -57,95 +53,94 @@ void runStage(Session& session, Desktop& desktop, const std::function<void()>& s
     }
 }
 
-void chooseWedgeMethod(Session& session, Desktop& desktop) {
-    const auto& SideMethod = session.state.preparation.SideMethod;
-    if (SideMethod(Right) == PressureMethod::Wedge || SideMethod(Left) == PressureMethod::Wedge) {
-        desktop.ShowScreen(Screen::WEDGMETH, session);
+/// True where a step has reached its value.
+template <class Value>
+bool reached(Session& session, Desktop& desktop, const Reached<Value>& step) {
+    takeSeepage(session.workspace, session.problem);
+    if (!step) {
+        desktop.SetBusy(false);
+        session.SolutionFailed = step.failure().code == FailureCode::NoSignChange ? 2 : 1;
+        tellFailure(desktop, step.failure());
     }
+    return static_cast<bool>(step);
 }
 
-void setWedgeMethod(Session& session, PressureMethod method) {
-    for (PressureMethod& SideMethod : session.state.preparation.SideMethod) {
-        if (SideMethod == PressureMethod::Wedge) {
-            SideMethod = method;
-        }
+/// The first pressures; a wall that needs a wedge method asks for it once the problem has passed
+/// the preparation.
+Reached<Review> review(Session& session, Desktop& desktop) {
+    Options options;
+    options.factorLimit.ask = [&desktop](double limit) {
+        return desktop.Ask(factorQuestion(limit)) == Answer::Yes;
+    };
+    session.wedge.reset();
+    desktop.SetBusy(true);
+    const auto first = reviewWall(session.problem, options, session.workspace);
+    if (first || first.failure().code != FailureCode::WedgeMethodMissing) {
+        return first;
     }
-}
-
-/// Initial pressures of a design and their report.
-void designPressures(State& state) {
-    constexpr int level = 1;
-    for (const int side : {Right, Left}) {
-        if (state.preparation.SideMethod(side) == PressureMethod::Coefficients) {
-            ComputeCoefficientPressures(state, side, level);
-        } else {
-            ComputeWedgePressures(state, side, level);
-        }
-        if (state.SolutionFailed != 0) {
-            return;
-        }
-    }
-    auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
-    for (const int side : {Right, Left}) {
-        WedgeNoSolution(2, side) = WedgeNoSolution(level, side);
-        WedgeNoSolution(3, side) = WedgeNoSolution(level, side);
-    }
-    ComputeNetPressures(state);
-    if (state.SolutionFailed == 0) {
-        WriteSoilPressureReport(state);
-    }
-}
-
-void analyse(State& state, Desktop& desktop) {
-    SolveAnalysis(state);
     desktop.SetBusy(false);
-    if (state.SolutionFailed == 0) {
-        WriteResults(state);
+    desktop.ShowScreen(Screen::WEDGMETH, session);
+    desktop.SetBusy(true);
+    options.wedge = session.wedge;
+    return reviewWall(session.problem, options, session.workspace);
+}
+
+/// The levels and their report. False after a failure.
+bool solveAndReport(Session& session, Desktop& desktop) {
+    const auto results = solveWall(session.workspace);
+    if (!reached(session, desktop, results)) {
+        return false;
     }
+    desktop.SetBusy(false);
+    appendReport(session, resultsReport(session.problem, *results));
+    return true;
 }
 
 /// From the preparation to the stop for review of a design or to the end of an analysis.
 void firstStage(Session& session, Desktop& desktop) {
-    State& state = session.state;
-    forgetSolvedLevels(state); // nothing of an earlier solution may show in this one
-    clearReduction(state.rowe);
-    PrepareSolution(state);
-    if (state.SolutionFailed != 0) {
+    const auto pressures = review(session, desktop);
+    if (!reached(session, desktop, pressures)) {
         return;
     }
-    chooseWedgeMethod(session, desktop);
-    desktop.SetBusy(true);
-    if (state.problem.ProgramMode == Mode::Design) {
-        designPressures(state);
+    if (pressures->hasPressures) {
+        appendReport(session, soilPressureReport(session.problem, *pressures));
     } else {
-        analyse(state, desktop);
+        solveAndReport(session, desktop);
+    }
+}
+
+/// Shows the section table, reduces the moments of an anchored wall and reports them.
+void reduceAndReport(Session& session, Desktop& desktop) {
+    if (!soilForReduction(session.problem, session.workspace.results())) {
+        return;
+    }
+    desktop.ShowScreen(Screen::ROWEPILE, session);
+    if (session.SolutionFailed != 0) {
+        return;
+    }
+    const auto reduction = reduceWallMoments(session.workspace, session.sections);
+    if (reached(session, desktop, reduction) && reduction->soil != RoweSoil::None) {
+        appendReport(session, reductionReport(session.problem, session.sections, *reduction));
     }
 }
 
 /// The wall stage of a design.
 void wallStage(Session& session, Desktop& desktop) {
-    State& state = session.state;
     desktop.SetBusy(true);
-    SolveDesign(state);
-    desktop.SetBusy(false);
-    if (state.SolutionFailed != 0) {
-        return;
-    }
-    WriteResults(state);
-    if (state.SolutionFailed == 0 && state.problem.WallType == WallKind::Anchored) {
-        ReduceRoweMoments(state, [&] { desktop.ShowScreen(Screen::ROWEPILE, session); });
+    if (solveAndReport(session, desktop) && session.problem.WallType == WallKind::Anchored) {
+        reduceAndReport(session, desktop);
     }
 }
 
 /// The result plots that a finished solution offers.
 void enableResultPlots(Session& session) {
     auto& mnuViewItem = session.menus.mnuViewItem;
-    const bool solved = session.state.SolutionFailed == 0;
-    const bool anchored = session.state.problem.WallType == WallKind::Anchored;
+    const bool solved = session.SolutionFailed == 0;
+    const bool anchored = session.problem.WallType == WallKind::Anchored;
     mnuViewItem(3).enabled = solved && !anchored;
     mnuViewItem(4).enabled = solved && anchored;
     mnuViewItem(5).enabled = solved && anchored;
-    mnuViewItem(6).enabled = solved && anchored && session.state.rowe.RoweSoilType != 0;
+    mnuViewItem(6).enabled = solved && anchored && session.workspace.reduction().RoweSoilType != 0;
 }
 
 /// Back to the menus; a next solution needs an edit first.
@@ -162,7 +157,7 @@ void mnuSolveItem_Click(Session& session, Desktop& desktop) {
     enableTopMenus(session, false);
     desktop.Mirror(session);
     runStage(session, desktop, [&] { firstStage(session, desktop); });
-    if (session.state.SolutionFailed == 0 && session.state.problem.ProgramMode == Mode::Design) {
+    if (session.SolutionFailed == 0 && session.problem.ProgramMode == Mode::Design) {
         enterStage(session, FlowStage::Review);
     } else {
         showDone(session);
@@ -170,11 +165,11 @@ void mnuSolveItem_Click(Session& session, Desktop& desktop) {
 }
 
 void cmdFixed_Click(Session& session) {
-    setWedgeMethod(session, PressureMethod::FixedSurface);
+    session.wedge = WedgeMethod::FixedSurface;
 }
 
 void cmdSweep_Click(Session& session) {
-    setWedgeMethod(session, PressureMethod::Sweep);
+    session.wedge = WedgeMethod::Sweep;
 }
 
 void cmdVuOutFile_Click(Session& session, Desktop& desktop) {
@@ -193,7 +188,7 @@ void cmdContinue_Click(Session& session, Desktop& desktop) {
 }
 
 void cmdDiscontinue_Click(Session& session) {
-    session.state.SolutionFailed = 2;
+    session.SolutionFailed = 2;
     enableResultPlots(session);
     returnToRest(session);
 }
@@ -203,10 +198,15 @@ void cmdOK_Click(Session& session) {
     returnToRest(session);
 }
 
+void takeSeepage(const Workspace& workspace, Problem& problem) {
+    const Preparation& preparation = workspace.state().preparation;
+    problem.SeepageKind = preparation.SeepageKind;
+    problem.SeepageGradient = preparation.SeepageGradient;
+}
+
 void acceptDefaultSections(Session& session) {
-    RoweData& rowe = session.state.rowe;
-    acceptDefaultTexts(rowe, DefaultAllowStressText, DefaultModulusText);
-    addSections(rowe, {});
+    acceptDefaultTexts(session.sections, DefaultAllowStressText, DefaultModulusText);
+    addSections(session.sections, {});
 }
 
 } // namespace korvane

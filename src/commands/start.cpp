@@ -1,11 +1,11 @@
 // The start of the program and its empty problem.
 #include "commands/commands.h"
 
-#include "commands/run_guarded.h"
 #include "problem/input_writer.h"
 #include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
+#include "runtime/run_guarded.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -45,7 +45,7 @@ void provideTempVariable() {
 
 void Form_Load(Session& session) {
     SetTempFolder(session);
-    LoadPileDefaults(session.state.rowe);
+    LoadPileDefaults(session.sections);
     ClearProblem(session);
     Menus& menus = session.menus;
     menus.mnuEdit.enabled = true;
@@ -63,22 +63,20 @@ void SetTempFolder(Session& session) {
     if (!fs::is_directory(name, ignored)) {
         throw RuntimeError(76, name);
     }
-    session.state.files.TempFolder = fs::absolute(name).string();
-    session.CurrentFolder = session.state.files.TempFolder;
-    session.DialogFolder = session.state.files.TempFolder;
+    session.files.TempFolder = fs::absolute(name).string();
+    session.CurrentFolder = session.files.TempFolder;
+    session.DialogFolder = session.files.TempFolder;
 }
 
 void ClearProblem(Session& session) {
-    State& state = session.state;
-    clearProblemData(state.problem);
-    state.SolutionFailed = 0;
-    state.HeadContDataValid = 0;
-    state.DataChanged = 0;
-    state.rowe.RoweSoilType = 0;
-    state.rowe.PileSectionCount = 0;
-    state.files.ScratchFileCount = 8; // the first eight places of the list stay empty
-    state.files.ScratchFileList.fill("");
-    state.report = {};
+    clearProblemData(session.problem);
+    session.SolutionFailed = 0;
+    session.HeadContDataValid = 0;
+    session.DataChanged = 0;
+    session.sections.PileSectionCount = 0;
+    session.files.ScratchFileCount = 8; // the first eight places of the list stay empty
+    session.files.ScratchFileList.fill("");
+    session.report = {};
 
     session.FileLineCount = 0;
     session.inputFileStale = false;
@@ -102,14 +100,14 @@ void ClearProblem(Session& session) {
 }
 
 std::string rescueInput(const Session& session) {
-    const Problem& problem = session.state.problem;
+    const Problem& problem = session.problem;
     if (session.readingInput || problem.NumHeadingLines == 0) {
         return {};
     }
     std::string kept;
     runGuarded([&] {
         for (int number = 0; kept.empty(); ++number) {
-            const fs::path name = fs::path(session.state.files.TempFolder) /
+            const fs::path name = fs::path(session.files.TempFolder) /
                                   ("KORVANE-RESCUE-" + std::to_string(number) + ".dat");
             if (createExclusively(name)) {
                 writeFile(name, inputFileText(problem));

@@ -2,7 +2,6 @@
 #include "commands/command_scope.h"
 #include "commands/commands.h"
 #include "runtime/file_text.h"
-#include "wall/solution_files.h"
 
 #include <array>
 #include <cstddef>
@@ -21,10 +20,6 @@ constexpr std::array viewScreens{Screen::VUINPTFL, Screen::VUINECHO, Screen::VUI
 
 void mnuViewItem_Click(Session& session, Desktop& desktop, int index) {
     runCommand(session, desktop, [&] {
-        const int level = index == 4 ? 1 : index == 5 ? 2 : 0;
-        if (level != 0) {
-            LoadResultLevel(session.state, level);
-        }
         desktop.ShowScreen(viewScreens.at(static_cast<std::size_t>(index)), session);
     });
 }
@@ -38,7 +33,7 @@ TextView inputFileView(const Session& session) {
 }
 
 TextView outputFileView(const Session& session, Desktop& desktop) {
-    const std::string& CurrentOutputName = session.state.report.CurrentOutputName;
+    const std::string& CurrentOutputName = session.report.CurrentOutputName;
     TextView view{CurrentOutputName, readFile(CurrentOutputName)};
     if (view.text.size() > longestText) {
         desktop.Ask({.text = "The current output file: " + CurrentOutputName +

@@ -1,10 +1,8 @@
 #include "plots/figures.h"
 
 #include "plots/input_plots.h"
-#include "plots/plot_screen.h"
 #include "plots/result_plots.h"
 #include "plots/svg_surface.h"
-#include "wall/solution_files.h"
 
 #include <array>
 
@@ -42,35 +40,34 @@ constexpr FigureGroup FixedEarthGroup{PlotScreenName::FIXDPLOT, "fixed-", Result
 constexpr FigureGroup RoweGroup{PlotScreenName::ROWECURV, "", RoweNames};
 constexpr FigureGroup InputGroup{PlotScreenName::VUINPLOT, "input-", InputNames};
 
-void visitGroup(State& state, const FigureGroup& group,
+void visitGroup(const PlotData& data, const FigureGroup& group,
                 const std::function<void(const Figure&)>& take) {
-    PlotView view = openPlotScreen(state, group.screen);
+    PlotView view = openPlotScreen(data, group.screen);
     for (int n = 1; n <= static_cast<int>(group.names.size()); ++n) {
         if (!view.hasPlot(n)) {
             continue;
         }
         view.PlotNumber = n;
         take({std::string(group.prefix) + group.names[static_cast<std::size_t>(n - 1)],
-              [&](Surface& surface) { drawPlot(surface, state, view, Medium::Paper); }});
+              [&](Surface& surface) { drawPlot(surface, data, view, Medium::Paper); }});
     }
 }
 
 } // namespace
 
-void visitFigures(State& state, bool solved, const std::function<void(const Figure&)>& take) {
+void visitFigures(const PlotData& data, bool solved,
+                  const std::function<void(const Figure&)>& take) {
     constexpr int Sand = 1;
-    if (solved && state.problem.WallType == WallKind::Anchored) {
-        LoadResultLevel(state, 1);
-        visitGroup(state, FreeEarthGroup, take);
-        LoadResultLevel(state, 2);
-        visitGroup(state, FixedEarthGroup, take);
-        if (state.rowe.RoweSoilType == Sand) {
-            visitGroup(state, RoweGroup, take);
+    if (solved && data.problem.WallType == WallKind::Anchored) {
+        visitGroup(data, FreeEarthGroup, take);
+        visitGroup(data, FixedEarthGroup, take);
+        if (data.reduction.RoweSoilType == Sand) {
+            visitGroup(data, RoweGroup, take);
         }
     } else if (solved) {
-        visitGroup(state, CantileverGroup, take);
+        visitGroup(data, CantileverGroup, take);
     }
-    visitGroup(state, InputGroup, take);
+    visitGroup(data, InputGroup, take);
 }
 
 std::vector<std::string> figureNames() {

@@ -1,8 +1,8 @@
 // The figures that are written beside the report of a solved problem.
 #pragma once
 
+#include "plots/plot_screen.h"
 #include "plots/surface.h"
-#include "state/state.h"
 
 #include <functional>
 #include <string>
@@ -22,9 +22,9 @@ struct Figure {
 /// "shear" ... of a cantilever wall, "free-moment" ... and "fixed-moment" ... of an anchored one)
 /// and, where Rowe's moment reduction applied in sand, "rowe"; then always the views of the input
 /// ("input-system" ...). Diagrams that the plot screens would refuse (no water, no such loads) are
-/// left out. A figure may be drawn only until `take` returns. Like the plot screens it works on the
-/// results in memory: the ranges are rounded, and of an anchored wall level 2 is left loaded.
-void visitFigures(State& state, bool solved, const std::function<void(const Figure&)>& take);
+/// left out. A figure may be drawn only until `take` returns.
+void visitFigures(const PlotData& data, bool solved,
+                  const std::function<void(const Figure&)>& take);
 
 /// Every name that a figure can have.
 std::vector<std::string> figureNames();

@@ -4,7 +4,8 @@
 
 #include "plots/scales.h"
 #include "plots/sheet.h"
-#include "state/state.h"
+#include "runtime/number_format.h"
+#include "state/results.h"
 
 #include <span>
 #include <string>
@@ -19,9 +20,9 @@ inline constexpr double SecondTitleY = 432;
 inline constexpr int FrameWidth = 2; ///< line width of boxes and levels
 inline constexpr int CurveWidth = 3; ///< line width of curves
 
-inline constexpr const char* ElevationFormat = "###0.00";
-inline constexpr const char* WholeFormat = "0";
-inline constexpr const char* ExponentFormat = "0.00E+00";
+inline constexpr NumberFormat ElevationFormat = "###0.00";
+inline constexpr NumberFormat WholeFormat = "0";
+inline constexpr NumberFormat ExponentFormat = "0.00E+00";
 
 /// The two title lines, and where they stand.
 struct Titles {
@@ -65,7 +66,7 @@ struct OneScaleFrame {
     Titles titles;
     ElevationAxis elevations;
     ValueAxis values;
-    const char* format = WholeFormat;  ///< of the scale values
+    NumberFormat format = WholeFormat; ///< of the scale values
     bool zeroEndShown = true;          ///< writes the smallest value also where it is 0
     bool anchorLine = false;           ///< rules the anchor, inside or not
     bool topTextBySecondTitle = false; ///< see drawOneScaleFrame

@@ -20,22 +20,21 @@ struct NetExtremes {
     double smallestActive = 0;
 };
 
-bool isAnchored(const State& state) {
-    return state.problem.WallType == WallKind::Anchored;
+bool isAnchored(const Problem& problem) {
+    return problem.WallType == WallKind::Anchored;
 }
 
-Titles titlesOf(const State& state, const char* first) {
+Titles titlesOf(const Problem& problem, const char* first) {
     Titles titles;
     titles.first = first;
-    titles.second = isAnchored(state) ? "FOR ANCHORED " : "FOR CANTILEVER ";
-    titles.second += state.problem.ProgramMode == Mode::Design ? "WALL DESIGN" : "WALL ANALYSIS";
+    titles.second = isAnchored(problem) ? "FOR ANCHORED " : "FOR CANTILEVER ";
+    titles.second += problem.ProgramMode == Mode::Design ? "WALL DESIGN" : "WALL ANALYSIS";
     return titles;
 }
 
-NetExtremes netExtremes(const State& state, double bottomElev) {
-    const auto& NetActive = state.net.NetActive;
-    const auto& NetPassive = state.net.NetPassive;
-    const auto& ElevGrid = state.grid.ElevGrid;
+NetExtremes netExtremes(const PressureDiagrams& diagrams, double bottomElev) {
+    const auto& [grid, pressures, NetActive, NetPassive] = diagrams;
+    const auto& ElevGrid = grid.ElevGrid;
 
     NetExtremes extremes{NetActive(1, 1), NetPassive(1, 1), NetActive(1, 1)};
     const auto take = [&](int i, int k) {
@@ -43,7 +42,7 @@ NetExtremes netExtremes(const State& state, double bottomElev) {
         extremes.largestPassive = MaxOf(extremes.largestPassive, NetPassive(i, k));
         extremes.smallestActive = MinOf(extremes.smallestActive, NetActive(i, k));
     };
-    for (int i = 2; i <= state.grid.NumElevs; ++i) {
+    for (int i = 2; i <= grid.NumElevs; ++i) {
         take(i, 2);
         if (ElevGrid(i) <= bottomElev) {
             break;
@@ -53,11 +52,11 @@ NetExtremes netExtremes(const State& state, double bottomElev) {
     return extremes;
 }
 
-void drawNetCurve(Sheet& sheet, const State& state, const Array<double, 301, 2>& values,
+void drawNetCurve(Sheet& sheet, const ElevationGrid& grid, const Array<double, 301, 2>& values,
                   const OneScaleFrame& frame, Colour colour) {
     if (frame.values.drawable() && frame.elevations.drawable()) {
         sheet.startCurve({frame.values.x(values(1, 1)), BoxTop}, StartGrey);
-        drawGridCurve(sheet, state.grid, values, frame, colour);
+        drawGridCurve(sheet, grid, values, frame, colour);
     }
 }
 
@@ -68,23 +67,24 @@ void drawKey(Sheet& sheet, double lineX, double wordsX, const char* words, Colou
 }
 
 /// The largest value on show is rounded to M, the size of the smallest net active one to N.
-void drawNetSoil(Sheet& sheet, const State& state, const ElevationAxis& elevations) {
-    const bool anchored = isAnchored(state);
-    const NetExtremes extremes = netExtremes(state, elevations.bottom);
+void drawNetSoil(Sheet& sheet, const Problem& problem, const PressureDiagrams& diagrams,
+                 const ElevationAxis& elevations) {
+    const bool anchored = isAnchored(problem);
+    const NetExtremes extremes = netExtremes(diagrams, elevations.bottom);
 
     OneScaleFrame frame;
-    frame.titles = titlesOf(state, anchored ? "INITIAL NET ACTIVE PRESSURES (PSF)"
-                                            : "INITIAL NET PRESSURES (PSF)");
+    frame.titles = titlesOf(problem, anchored ? "INITIAL NET ACTIVE PRESSURES (PSF)"
+                                              : "INITIAL NET PRESSURES (PSF)");
     frame.elevations = elevations;
     frame.values = {RoundUpScale(anchored ? extremes.largestActive : extremes.largestPassive),
                     RoundUpScale(std::abs(extremes.smallestActive)), false};
     frame.anchorLine = anchored;
 
-    drawOneScaleFrame(sheet, state.problem, frame);
+    drawOneScaleFrame(sheet, problem, frame);
     sheet.lineWidth(CurveWidth);
-    drawNetCurve(sheet, state, state.net.NetActive, frame, Red);
+    drawNetCurve(sheet, diagrams.grid, diagrams.NetActive, frame, Red);
     if (!anchored) {
-        drawNetCurve(sheet, state, state.net.NetPassive, frame, PassiveGreen);
+        drawNetCurve(sheet, diagrams.grid, diagrams.NetPassive, frame, PassiveGreen);
     }
     drawKey(sheet, 2736, 3600, "NET ACTIVE", Red);
     if (!anchored) {
@@ -94,41 +94,44 @@ void drawNetSoil(Sheet& sheet, const State& state, const ElevationAxis& elevatio
 
 } // namespace
 
-InitialPlots openInitialPlots(const State& state) {
-    const auto& WallTopElev = state.problem.WallTopElev;
-    const auto& SurfaceElev = state.problem.SurfaceElev;
-    const auto& grid = state.grid;
+InitialPlots openInitialPlots(const Problem& problem, const Review& review) {
+    const auto& WallTopElev = problem.WallTopElev;
+    const auto& SurfaceElev = problem.SurfaceElev;
+    const auto& grid = review.diagrams.grid;
+    const ShownPressures shown = shownPressures(review);
 
     InitialPlots plots;
     const double lower = MinOf(SurfaceElev(Right, 1), SurfaceElev(Left, 1));
     plots.PlotBottomElev = MinOf(lower - 3 * (WallTopElev - lower), lower - 30);
     plots.PlotBottomElev = MaxOf(plots.PlotBottomElev, grid.ElevGrid(grid.NumElevs - 2));
-    prepareInitialPressureScales(state, plots.PlotBottomElev, plots.scales);
-    prepareWaterScales(state, plots.PlotBottomElev, plots.scales);
+    prepareInitialPressureScales(shown, plots.PlotBottomElev, plots.scales);
+    prepareWaterScales(problem, shown, plots.PlotBottomElev, plots.scales);
     return plots;
 }
 
-void drawInitialPlot(Surface& surface, const State& state, const InitialPlots& plots,
-                     int plotNumber, Medium medium) {
+void drawInitialPlot(Surface& surface, const Problem& problem, const Review& review,
+                     const InitialPlots& plots, int plotNumber, Medium medium) {
     Sheet sheet(surface, medium);
-    const ElevationAxis elevations{state.problem.WallTopElev, plots.PlotBottomElev};
+    const ElevationAxis elevations{problem.WallTopElev, plots.PlotBottomElev};
+    const ShownPressures shown = shownPressures(review);
+    const auto drawSide = [&](int side, const char* title) {
+        drawSidePlot(
+            sheet, problem, shown,
+            {side, titlesOf(problem, title), elevations, plots.scales, shown.grid.NumElevs});
+    };
     switch (plotNumber) {
     case InitialLeftPlot:
-        drawSidePlot(sheet, state,
-                     {Left, titlesOf(state, "LEFTSIDE INITIAL PRESSURES (PSF)"), elevations,
-                      plots.scales, state.grid.NumElevs});
+        drawSide(Left, "LEFTSIDE INITIAL PRESSURES (PSF)");
         break;
     case InitialRightPlot:
-        drawSidePlot(sheet, state,
-                     {Right, titlesOf(state, "RIGHTSIDE INITIAL PRESSURES (PSF)"), elevations,
-                      plots.scales, state.grid.NumElevs});
+        drawSide(Right, "RIGHTSIDE INITIAL PRESSURES (PSF)");
         break;
     case InitialNetSoilPlot:
-        drawNetSoil(sheet, state, elevations);
+        drawNetSoil(sheet, problem, review.diagrams, elevations);
         break;
     case InitialNetWaterPlot:
-        drawWaterPlot(sheet, state, titlesOf(state, "INITIAL NET WATER PRESSURES (PSF)"),
-                      elevations, plots.scales, isAnchored(state));
+        drawWaterPlot(sheet, problem, shown, titlesOf(problem, "INITIAL NET WATER PRESSURES (PSF)"),
+                      elevations, plots.scales, isAnchored(problem));
         break;
     default:
         throw RuntimeError(5);

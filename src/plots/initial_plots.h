@@ -3,7 +3,7 @@
 
 #include "plots/scales.h"
 #include "plots/sheet.h"
-#include "state/state.h"
+#include "state/results.h"
 
 namespace korvane {
 
@@ -23,10 +23,10 @@ enum InitialPlotNumber {
 
 /// Chooses the depth, three times the retained height below the lower ground, at least 30 FT and
 /// never past the grid, and prepares the scales. RuntimeError 9 on a grid of fewer than three rows.
-InitialPlots openInitialPlots(const State& state);
+InitialPlots openInitialPlots(const Problem& problem, const Review& review);
 
 /// Draws one diagram. RuntimeError 5 for a number that names none.
-void drawInitialPlot(Surface& surface, const State& state, const InitialPlots& plots,
-                     int plotNumber, Medium medium);
+void drawInitialPlot(Surface& surface, const Problem& problem, const Review& review,
+                     const InitialPlots& plots, int plotNumber, Medium medium);
 
 } // namespace korvane

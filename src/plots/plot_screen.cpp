@@ -113,11 +113,11 @@ const PlotScreen& plotScreen(PlotScreenName name) {
     return PlotScreens.at(static_cast<std::size_t>(name));
 }
 
-PlotView openPlotScreen(State& state, PlotScreenName name) {
+PlotView openPlotScreen(const PlotData& data, PlotScreenName name) {
     const PlotScreen& screen = plotScreen(name);
     PlotView view;
     view.screen = name;
-    view.headings = headingsOf(state.problem, screen.headingLimit);
+    view.headings = headingsOf(data.problem, screen.headingLimit);
     for (int n = 1; n <= screen.pictureCount; ++n) {
         view.hasPlot(n) = true;
     }
@@ -125,11 +125,11 @@ PlotView openPlotScreen(State& state, PlotScreenName name) {
     case PlotScreenName::CANPLOT:
     case PlotScreenName::FREEPLOT:
     case PlotScreenName::FIXDPLOT:
-        view.scales = openResultPlots(state, resultKind(name));
+        view.scales = openResultPlots(data.problem, data.results, resultKind(name));
         view.hasPlot(NetWaterPlot) = view.scales.hasWater();
         break;
     case PlotScreenName::VUSOLPLT: {
-        const InitialPlots plots = openInitialPlots(state);
+        const InitialPlots plots = openInitialPlots(data.problem, data.results.review);
         view.scales = plots.scales;
         view.PlotBottomElev = plots.PlotBottomElev;
         view.hasPlot(InitialNetWaterPlot) = view.scales.hasWater();
@@ -137,7 +137,7 @@ PlotView openPlotScreen(State& state, PlotScreenName name) {
     }
     case PlotScreenName::VUINPLOT:
         for (int n = 1; n <= screen.pictureCount; ++n) {
-            view.hasPlot(n) = hasInputPlot(state.problem, n);
+            view.hasPlot(n) = hasInputPlot(data.problem, n);
         }
         break;
     case PlotScreenName::ROWECURV:
@@ -181,7 +181,7 @@ bool closePlotFrame(PlotView& view) {
     return !view.showing || finishPlot(view);
 }
 
-void drawPlot(Surface& surface, const State& state, const PlotView& view, Medium medium) {
+void drawPlot(Surface& surface, const PlotData& data, const PlotView& view, Medium medium) {
     const PlotScreen& screen = plotScreen(view.screen);
     if (medium == Medium::Paper) {
         drawHeadings(surface, view.headings);
@@ -194,18 +194,18 @@ void drawPlot(Surface& surface, const State& state, const PlotView& view, Medium
     case PlotScreenName::CANPLOT:
     case PlotScreenName::FREEPLOT:
     case PlotScreenName::FIXDPLOT:
-        drawResultPlot(surface, state, resultKind(view.screen), view.scales, view.PlotNumber,
-                       medium);
+        drawResultPlot(surface, data.problem, data.results, resultKind(view.screen), view.scales,
+                       view.PlotNumber, medium);
         break;
     case PlotScreenName::VUSOLPLT:
-        drawInitialPlot(surface, state, {view.PlotBottomElev, view.scales}, view.PlotNumber,
-                        medium);
+        drawInitialPlot(surface, data.problem, data.results.review,
+                        {view.PlotBottomElev, view.scales}, view.PlotNumber, medium);
         break;
     case PlotScreenName::VUINPLOT:
-        drawInputPlot(surface, state.problem, view.PlotNumber, medium);
+        drawInputPlot(surface, data.problem, view.PlotNumber, medium);
         break;
     case PlotScreenName::ROWECURV:
-        drawRowePlot(surface, state.rowe, medium);
+        drawRowePlot(surface, data.sections, data.reduction, medium);
         break;
     }
 }

@@ -5,7 +5,7 @@
 #include "plots/initial_plots.h"
 #include "plots/scales.h"
 #include "plots/sheet.h"
-#include "state/state.h"
+#include "state/results.h"
 
 #include <array>
 #include <span>
@@ -70,10 +70,19 @@ struct PlotView {
     std::vector<std::string> headings;  ///< heading lines for the labels, as they stand
 };
 
-/// Opens a screen: prepares its scales (the result screens round the ranges of their level in
-/// place) and settles what can be chosen. The results of the level must be in memory (for FREEPLOT
-/// and FIXDPLOT see LoadResultLevel). ROWECURV shows its diagram at once.
-PlotView openPlotScreen(State& state, PlotScreenName name);
+/// What the screens draw from, and leave alone. Each screen looks at its own part: VUINPLOT at the
+/// problem, VUSOLPLT at the review, the result screens at their level, ROWECURV at sections and
+/// reduction.
+struct PlotData {
+    const Problem& problem;
+    const Results& results;
+    const PileSections& sections;
+    const MomentReduction& reduction;
+};
+
+/// Opens a screen: prepares its scales and settles what can be chosen. ROWECURV shows its diagram
+/// at once.
+PlotView openPlotScreen(const PlotData& data, PlotScreenName name);
 
 /// Whether an entry can be chosen at the moment.
 bool isEnabled(const PlotView& view, const PlotEntry& entry);
@@ -89,7 +98,7 @@ bool finishPlot(PlotView& view);
 bool closePlotFrame(PlotView& view);
 
 /// Draws the diagram of view.PlotNumber in the picture's coordinates or, on paper, in the page's,
-/// with heading lines and outer frame. Leaves view and state alone.
-void drawPlot(Surface& surface, const State& state, const PlotView& view, Medium medium);
+/// with heading lines and outer frame.
+void drawPlot(Surface& surface, const PlotData& data, const PlotView& view, Medium medium);
 
 } // namespace korvane

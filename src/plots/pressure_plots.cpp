@@ -71,7 +71,8 @@ void drawStrips(Sheet& sheet, const ElevationGrid& grid, const Array<double, 2, 
 
 } // namespace
 
-void drawSidePlot(Sheet& sheet, const State& state, SidePlot plot) {
+void drawSidePlot(Sheet& sheet, const Problem& problem, const ShownPressures& shown,
+                  SidePlot plot) {
     const SideLayout& layout = plot.side == Left ? LeftLayout : RightLayout;
     const StripBox passive =
         stripBox(layout.passiveLeft, plot.scales.PassiveScale, layout.direction);
@@ -98,7 +99,7 @@ void drawSidePlot(Sheet& sheet, const State& state, SidePlot plot) {
                sheet.onPaper() ? BottomTextOnPaper : BottomTextOnScreen, Down::LowerEdge,
                formatNumber(elevations.bottom, ElevationFormat));
 
-    const LevelRuler ruler{sheet, state.problem, elevations, layout.column, boxes};
+    const LevelRuler ruler{sheet, problem, elevations, layout.column, boxes};
     ruler.ruleSurface(Right);
     ruler.ruleSurface(Left);
     ruler.ruleLayers(Right);
@@ -107,26 +108,27 @@ void drawSidePlot(Sheet& sheet, const State& state, SidePlot plot) {
     ruler.ruleWater(Left);
 
     sheet.lineWidth(CurveWidth);
-    drawStrips(sheet, state.grid, state.pressures.PassivePressures, plot, passive, PassiveGreen);
-    drawStrips(sheet, state.grid, state.pressures.ActivePressures, plot, active, Red);
+    drawStrips(sheet, shown.grid, shown.soil.PassivePressures, plot, passive, PassiveGreen);
+    drawStrips(sheet, shown.grid, shown.soil.ActivePressures, plot, active, Red);
 }
 
-void drawWaterPlot(Sheet& sheet, const State& state, const Titles& titles,
-                   const ElevationAxis& elevations, const PlotScales& scales, bool anchorLine) {
-    const auto& WaterPressures = state.pressures.WaterPressures;
+void drawWaterPlot(Sheet& sheet, const Problem& problem, const ShownPressures& shown,
+                   const Titles& titles, const ElevationAxis& elevations, const PlotScales& scales,
+                   bool anchorLine) {
+    const auto& WaterPressures = shown.water;
     OneScaleFrame frame;
     frame.titles = titles;
     frame.elevations = elevations;
     frame.values = {scales.WaterScaleMax, scales.WaterScaleMin, false};
     frame.anchorLine = anchorLine;
 
-    drawOneScaleFrame(sheet, state.problem, frame);
+    drawOneScaleFrame(sheet, problem, frame);
     sheet.lineWidth(CurveWidth);
     if (frame.values.drawable() && elevations.drawable()) {
         const Point start{frame.values.x(WaterPressures(1, 1)), BoxTop};
         sheet.startCurve(start, StartGrey);
         sheet.lineTo(start, Green);
-        drawGridCurve(sheet, state.grid, WaterPressures, frame, Blue);
+        drawGridCurve(sheet, shown.grid, WaterPressures, frame, Blue);
     }
 }
 

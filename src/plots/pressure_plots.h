@@ -5,7 +5,6 @@
 #include "plots/frame.h"
 #include "plots/scales.h"
 #include "plots/sheet.h"
-#include "state/state.h"
 
 namespace korvane {
 
@@ -20,11 +19,12 @@ struct SidePlot {
 
 /// Each pressure grows away from its zero edge: leftward on the left side, rightward on the right
 /// side. A kind whose scale is 0 keeps its box and scale without strips.
-void drawSidePlot(Sheet& sheet, const State& state, SidePlot plot);
+void drawSidePlot(Sheet& sheet, const Problem& problem, const ShownPressures& shown, SidePlot plot);
 
 /// The net water pressures on the grid, down to the bottom of `elevations`. A step shows as a
 /// horizontal stroke.
-void drawWaterPlot(Sheet& sheet, const State& state, const Titles& titles,
-                   const ElevationAxis& elevations, const PlotScales& scales, bool anchorLine);
+void drawWaterPlot(Sheet& sheet, const Problem& problem, const ShownPressures& shown,
+                   const Titles& titles, const ElevationAxis& elevations, const PlotScales& scales,
+                   bool anchorLine);
 
 } // namespace korvane

@@ -17,8 +17,8 @@ struct RowPlot {
     const char* analysisTitle;
     const char* paperTitle; ///< nullptr: as on the screen
     Array<double, 301> ResultDiagrams::*rows;
-    Array<double, 4> ResultDiagrams::*range;
-    const char* format;
+    Range PlotScales::*range; ///< of the scale
+    NumberFormat format;
     bool zeroEndShown;
     bool leftward;
     Colour start; ///< of the curve's first point
@@ -27,37 +27,33 @@ struct RowPlot {
 /// The net pressure's paper title lacks the word "NET" and both its lines stand lower: deliberate.
 constexpr std::array<RowPlot, 4> RowPlots{{
     {"SCALED DEFLECTION (LB-IN^3)", "DEFLECTION (IN)", nullptr, &ResultDiagrams::ResultDeflection,
-     &ResultDiagrams::DeflectionRange, ExponentFormat, false, true, Red},
+     &PlotScales::deflection, ExponentFormat, false, true, Red},
     {"BENDING MOMENT (LB-FT)", "BENDING MOMENT (LB-FT)", nullptr, &ResultDiagrams::ResultMoment,
-     &ResultDiagrams::MomentRange, ExponentFormat, false, false, StartGrey},
-    {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &ResultDiagrams::ShearRange,
+     &PlotScales::moment, ExponentFormat, false, false, StartGrey},
+    {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &PlotScales::shear,
      WholeFormat, true, false, StartGrey},
     {"NET SOIL PRESSURE (PSF)", "NET SOIL PRESSURE (PSF)", "SOIL PRESSURE (PSF)",
-     &ResultDiagrams::ResultPressure, &ResultDiagrams::PressureRange, WholeFormat, true, false,
-     StartGrey},
+     &ResultDiagrams::ResultPressure, &PlotScales::pressure, WholeFormat, true, false, StartGrey},
 }};
 constexpr double LoweredTitles = 72; ///< twips
 
-bool isDesign(const State& state) {
-    return state.problem.ProgramMode == Mode::Design;
+ElevationAxis solvedElevations(const Problem& problem, const LevelResult& level) {
+    return {problem.WallTopElev, level.bottomElev};
 }
 
-ElevationAxis solvedElevations(const State& state, const ResultKind& kind) {
-    return {state.problem.WallTopElev, state.solution.SolvedBottomElev(kind.level)};
-}
-
-Titles titlesOf(const State& state, const ResultKind& kind, const char* first) {
+Titles titlesOf(const Problem& problem, const ResultKind& kind, const char* first) {
     Titles titles;
     titles.first = first;
-    titles.second = isDesign(state) ? kind.designTitle : kind.analysisTitle;
+    titles.second = problem.ProgramMode == Mode::Design ? kind.designTitle : kind.analysisTitle;
     return titles;
 }
 
 /// The curve through the rows; the first one is taken to lie at the wall top.
-void drawRowCurve(Sheet& sheet, const State& state, int rowCount, const RowPlot& plot,
+void drawRowCurve(Sheet& sheet, const ResultDiagrams& diagrams, const RowPlot& plot,
                   const OneScaleFrame& frame) {
-    const auto& ResultElev = state.results.ResultElev;
-    const auto& rows = state.results.*plot.rows;
+    const auto& ResultElev = diagrams.ResultElev;
+    const auto& rows = diagrams.*plot.rows;
+    const int rowCount = diagrams.RowCount;
     sheet.lineWidth(CurveWidth);
     if (!frame.values.drawable() || !frame.elevations.drawable() || rowCount < 1) {
         return;
@@ -70,66 +66,72 @@ void drawRowCurve(Sheet& sheet, const State& state, int rowCount, const RowPlot&
     }
 }
 
-void drawRowPlot(Sheet& sheet, const State& state, const ResultKind& kind, int plotNumber) {
+void drawRowPlot(Sheet& sheet, const Problem& problem, const LevelResult& level,
+                 const ResultKind& kind, const PlotScales& scales, int plotNumber) {
     const RowPlot& plot = RowPlots[static_cast<std::size_t>(plotNumber - 1)];
-    const auto& range = state.results.*plot.range;
+    const Range& range = scales.*plot.range;
+    const bool design = problem.ProgramMode == Mode::Design;
 
     OneScaleFrame frame;
-    frame.titles = titlesOf(state, kind, isDesign(state) ? plot.title : plot.analysisTitle);
+    frame.titles = titlesOf(problem, kind, design ? plot.title : plot.analysisTitle);
     if (sheet.onPaper() && plot.paperTitle != nullptr) {
         frame.titles.first = plot.paperTitle;
         frame.titles.firstY += LoweredTitles;
         frame.titles.secondY += LoweredTitles;
     }
-    frame.elevations = solvedElevations(state, kind);
-    frame.values = {range(kind.level), range(kind.level + 2), plot.leftward};
+    frame.elevations = solvedElevations(problem, level);
+    frame.values = {range.largest, range.smallest, plot.leftward};
     frame.format = plot.format;
     frame.zeroEndShown = plot.zeroEndShown;
     frame.anchorLine = kind.anchored;
     frame.topTextBySecondTitle = plotNumber == DeflectionPlot && !kind.anchored;
 
-    drawOneScaleFrame(sheet, state.problem, frame);
-    drawRowCurve(sheet, state, state.solution.BottomIndex(kind.level), plot, frame);
+    drawOneScaleFrame(sheet, problem, frame);
+    drawRowCurve(sheet, level.diagrams, plot, frame);
 }
 
 } // namespace
 
-PlotScales openResultPlots(State& state, const ResultKind& kind) {
-    auto& results = state.results;
-    for (auto* range : {&results.DeflectionRange, &results.MomentRange, &results.ShearRange,
-                        &results.PressureRange}) {
-        prepareRange(*range, kind.level);
-    }
+PlotScales openResultPlots(const Problem& problem, const Results& results, const ResultKind& kind) {
+    const LevelResult& level = results.levels(kind.level);
     PlotScales scales;
-    prepareSolvedPressureScales(state, kind.level, scales);
-    prepareWaterScales(state, state.solution.SolvedBottomElev(kind.level), scales);
+    scales.deflection = roundedRange(level.diagrams.DeflectionRange);
+    scales.moment = roundedRange(level.diagrams.MomentRange);
+    scales.shear = roundedRange(level.diagrams.ShearRange);
+    scales.pressure = roundedRange(level.diagrams.PressureRange);
+    const ShownPressures shown = shownPressures(results, kind.level);
+    prepareSolvedPressureScales(shown, gridRows(level), scales);
+    prepareWaterScales(problem, shown, level.bottomElev, scales);
     return scales;
 }
 
-void drawResultPlot(Surface& surface, const State& state, const ResultKind& kind,
-                    const PlotScales& scales, int plotNumber, Medium medium) {
+void drawResultPlot(Surface& surface, const Problem& problem, const Results& results,
+                    const ResultKind& kind, const PlotScales& scales, int plotNumber,
+                    Medium medium) {
     Sheet sheet(surface, medium);
-    const ElevationAxis elevations = solvedElevations(state, kind);
+    const LevelResult& level = results.levels(kind.level);
+    const ElevationAxis elevations = solvedElevations(problem, level);
+    const auto drawSide = [&](int side, const char* title) {
+        drawSidePlot(sheet, problem, shownPressures(results, kind.level),
+                     {side, titlesOf(problem, kind, title), elevations, scales, gridRows(level)});
+    };
     switch (plotNumber) {
     case DeflectionPlot:
     case MomentPlot:
     case ShearPlot:
     case NetPressurePlot:
-        drawRowPlot(sheet, state, kind, plotNumber);
+        drawRowPlot(sheet, problem, level, kind, scales, plotNumber);
         break;
     case LeftPressurePlot:
-        drawSidePlot(sheet, state,
-                     {Left, titlesOf(state, kind, "LEFTSIDE SOIL PRESSURES (PSF)"), elevations,
-                      scales, gridRows(state, kind.level)});
+        drawSide(Left, "LEFTSIDE SOIL PRESSURES (PSF)");
         break;
     case RightPressurePlot:
-        drawSidePlot(sheet, state,
-                     {Right, titlesOf(state, kind, "RIGHTSIDE SOIL PRESSURES (PSF)"), elevations,
-                      scales, gridRows(state, kind.level)});
+        drawSide(Right, "RIGHTSIDE SOIL PRESSURES (PSF)");
         break;
     case NetWaterPlot:
-        drawWaterPlot(sheet, state, titlesOf(state, kind, "NET WATER PRESSURES (PSF)"), elevations,
-                      scales, kind.anchored);
+        drawWaterPlot(sheet, problem, shownPressures(results, kind.level),
+                      titlesOf(problem, kind, "NET WATER PRESSURES (PSF)"), elevations, scales,
+                      kind.anchored);
         break;
     default:
         throw RuntimeError(5);

@@ -3,7 +3,7 @@
 
 #include "plots/scales.h"
 #include "plots/sheet.h"
-#include "state/state.h"
+#include "state/results.h"
 
 namespace korvane {
 
@@ -35,11 +35,12 @@ enum ResultPlotNumber {
     NetWaterPlot,
 };
 
-/// Prepares the scales from the solved level in memory; the level's ranges are rounded in place.
-PlotScales openResultPlots(State& state, const ResultKind& kind);
+/// Prepares the scales of a solved level.
+PlotScales openResultPlots(const Problem& problem, const Results& results, const ResultKind& kind);
 
-/// Draws one diagram of the level in memory. RuntimeError 5 for a number that names none.
-void drawResultPlot(Surface& surface, const State& state, const ResultKind& kind,
-                    const PlotScales& scales, int plotNumber, Medium medium);
+/// Draws one diagram of the level. RuntimeError 5 for a number that names none.
+void drawResultPlot(Surface& surface, const Problem& problem, const Results& results,
+                    const ResultKind& kind, const PlotScales& scales, int plotNumber,
+                    Medium medium);
 
 } // namespace korvane

@@ -109,9 +109,9 @@ void drawDenseCurve(Sheet& sheet, const Array<double, 2, 5>& RoweSandCurve) {
 }
 
 /// Sections outside the diagram are left out without note.
-void drawSections(Sheet& sheet, const RoweData& rowe) {
+void drawSections(Sheet& sheet, const PileSections& sections, const MomentReduction& rowe) {
     constexpr double Radius = 72;
-    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
+    for (int p = 1; p <= sections.PileSectionCount; ++p) {
         const double x = rowe.PileLogRigidity(p);
         const double ratio = rowe.PileMomentRatio(p);
         if (!(x > -3.5 && x <= -1.5 && ratio <= 1.2)) {
@@ -122,13 +122,14 @@ void drawSections(Sheet& sheet, const RoweData& rowe) {
         sheet.point(at, StartGrey);
         sheet.lineTo({at.x + LeaderStep.x, at.y + LeaderStep.y}, Red);
         sheet.text(at.x + NameStep, Across::LeftEdge, at.y + LeaderStep.y, Down::Middle,
-                   rowe.PileName(p));
+                   sections.PileName(p));
     }
 }
 
 } // namespace
 
-void drawRowePlot(Surface& surface, const RoweData& rowe, Medium medium) {
+void drawRowePlot(Surface& surface, const PileSections& sections, const MomentReduction& rowe,
+                  Medium medium) {
     Sheet sheet(surface, medium);
     sheet.text(GridMiddle, Across::Middle, 288, Down::Middle,
                "ROWE'S MOMENT REDUCTION FOR SAND (ALPHA= " + formatNumber(rowe.RoweAlpha, "0.00") +
@@ -137,7 +138,7 @@ void drawRowePlot(Surface& surface, const RoweData& rowe, Medium medium) {
     sheet.lineWidth(RoweCurveWidth);
     drawLooseCurve(sheet, rowe.RoweSandCurve);
     drawDenseCurve(sheet, rowe.RoweSandCurve);
-    drawSections(sheet, rowe);
+    drawSections(sheet, sections, rowe);
 }
 
 } // namespace korvane

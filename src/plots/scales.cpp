@@ -47,58 +47,65 @@ double RoundUpScale(double value) {
     return std::isfinite(rounded) ? rounded : value;
 }
 
-void prepareRange(Array<double, 4>& range, int level) {
-    range(level) = thresholdScale(range(level));
-    range(level + 2) = thresholdScale(std::abs(range(level + 2)));
+Range roundedRange(const Range& range) {
+    return {thresholdScale(range.largest), thresholdScale(std::abs(range.smallest))};
 }
 
-int gridRows(const State& state, int level) {
-    return std::min(state.solution.BottomIndex(level), state.grid.NumElevs);
+ShownPressures shownPressures(const Results& results, int level) {
+    const PressureDiagrams& solved = results.levels(level).solved;
+    return {solved.grid, solved.pressures, results.shownWater()};
 }
 
-void prepareSolvedPressureScales(const State& state, int level, PlotScales& scales) {
-    const auto& pressures = state.pressures;
-    const int last = gridRows(state, level);
+ShownPressures shownPressures(const Review& review) {
+    const PressureDiagrams& diagrams = review.diagrams;
+    return {diagrams.grid, diagrams.pressures, diagrams.pressures.WaterPressures};
+}
 
-    startPressureScales(scales, pressures);
-    for (int i = 2; i <= last; ++i) {
-        raiseBothSides(scales, pressures, i, 2);
-        if (i == last) {
+int gridRows(const LevelResult& level) {
+    return std::min(level.diagrams.RowCount, level.solved.grid.NumElevs);
+}
+
+void prepareSolvedPressureScales(const ShownPressures& shown, int rows, PlotScales& scales) {
+    startPressureScales(scales, shown.soil);
+    for (int i = 2; i <= rows; ++i) {
+        raiseBothSides(scales, shown.soil, i, 2);
+        if (i == rows) {
             break;
         }
-        raiseBothSides(scales, pressures, i, 1);
+        raiseBothSides(scales, shown.soil, i, 1);
     }
     roundPressureScales(scales);
 }
 
-void prepareInitialPressureScales(const State& state, double bottomElev, PlotScales& scales) {
-    const auto& pressures = state.pressures;
-    const auto& ElevGrid = state.grid.ElevGrid;
+void prepareInitialPressureScales(const ShownPressures& shown, double bottomElev,
+                                  PlotScales& scales) {
+    const auto& ElevGrid = shown.grid.ElevGrid;
 
-    startPressureScales(scales, pressures);
-    raise(scales, pressures, Left, 1, 1);
-    for (int i = 2; i <= state.grid.NumElevs; ++i) {
-        raiseBothSides(scales, pressures, i, 2);
+    startPressureScales(scales, shown.soil);
+    raise(scales, shown.soil, Left, 1, 1);
+    for (int i = 2; i <= shown.grid.NumElevs; ++i) {
+        raiseBothSides(scales, shown.soil, i, 2);
         if (ElevGrid(i) < bottomElev) {
             break;
         }
-        raiseBothSides(scales, pressures, i, 1);
+        raiseBothSides(scales, shown.soil, i, 1);
     }
     roundPressureScales(scales);
 }
 
-void prepareWaterScales(const State& state, double bottomElev, PlotScales& scales) {
-    const auto& WaterPressures = state.pressures.WaterPressures;
-    const auto& ElevGrid = state.grid.ElevGrid;
+void prepareWaterScales(const Problem& problem, const ShownPressures& shown, double bottomElev,
+                        PlotScales& scales) {
+    const auto& WaterPressures = shown.water;
+    const auto& ElevGrid = shown.grid.ElevGrid;
 
     scales.WaterScaleMax = 0;
     scales.WaterScaleMin = 0;
-    if (state.problem.WaterDataKind == WaterData::None) {
+    if (problem.WaterDataKind == WaterData::None) {
         return;
     }
     double largest = WaterPressures(1, 1);
     double smallest = largest;
-    for (int i = 2; i <= state.grid.NumElevs; ++i) {
+    for (int i = 2; i <= shown.grid.NumElevs; ++i) {
         largest = MaxOf(largest, WaterPressures(i, 2));
         smallest = MinOf(smallest, WaterPressures(i, 2));
         if (ElevGrid(i) <= bottomElev) {

@@ -1,7 +1,7 @@
 // Scales of all diagrams: rounded ranges, and where values and elevations lie in the box.
 #pragma once
 
-#include "state/state.h"
+#include "state/results.h"
 
 namespace korvane {
 
@@ -26,26 +26,44 @@ struct PlotScales {
     double ActiveScale = 0;   ///< PSF
     double WaterScaleMax = 0; ///< PSF, largest net water pressure
     double WaterScaleMin = 0; ///< PSF, size of the smallest net water pressure
+    // Of a solved level: the largest value, and the size of the smallest.
+    Range deflection;
+    Range moment;
+    Range shear;
+    Range pressure;
 
     bool hasWater() const { return WaterScaleMax > 0 || WaterScaleMin > 0; }
 };
 
-/// Prepares the range of a level in place: (level) the largest value, (level + 2) the size of the
-/// smallest, each 0 or rounded up.
-void prepareRange(Array<double, 4>& range, int level);
+/// A range for a scale: the largest value and the size of the smallest, each 0 or rounded up.
+Range roundedRange(const Range& range);
+
+/// The pressures that a diagram shows on one grid.
+struct ShownPressures {
+    const ElevationGrid& grid;
+    const Pressures& soil;
+    const Array<double, 301, 2>& water; ///< PSF (i, k)
+};
+
+/// Of a level: its own soil, and the water that stands with all levels.
+ShownPressures shownPressures(const Results& results, int level);
+/// At the stop for review.
+ShownPressures shownPressures(const Review& review);
 
 /// Grid rows that the diagrams of a solved level run over: the row count of its results also counts
 /// the second rows of jumps, so that it can pass the grid.
-int gridRows(const State& state, int level);
+int gridRows(const LevelResult& level);
 
-/// ActiveScale and PassiveScale of a solved level, over both sides.
-void prepareSolvedPressureScales(const State& state, int level, PlotScales& scales);
+/// ActiveScale and PassiveScale over the first rows of a grid, over both sides.
+void prepareSolvedPressureScales(const ShownPressures& shown, int rows, PlotScales& scales);
 
 /// ActiveScale and PassiveScale before the solution, down to an elevation (FT).
-void prepareInitialPressureScales(const State& state, double bottomElev, PlotScales& scales);
+void prepareInitialPressureScales(const ShownPressures& shown, double bottomElev,
+                                  PlotScales& scales);
 
 /// WaterScaleMax and WaterScaleMin down to an elevation (FT).
-void prepareWaterScales(const State& state, double bottomElev, PlotScales& scales);
+void prepareWaterScales(const Problem& problem, const ShownPressures& shown, double bottomElev,
+                        PlotScales& scales);
 
 /// Elevations on the height of the box, FT.
 struct ElevationAxis {

@@ -19,7 +19,7 @@ constexpr double BaseLine = 3024;   ///< of the loads
 constexpr double LoadHeight = 1440; ///< of the largest load
 constexpr double FullReach = 3600;  ///< of the largest distance
 constexpr double RampReach = 2880;  ///< likewise: a ramp goes on behind its end
-constexpr const char* LoadFormat = "####0.00";
+constexpr NumberFormat LoadFormat = "####0.00";
 
 /// The scales of the kind of surcharge on show, and its mapping to twips on the screen.
 struct SurchargeScale {

@@ -1,6 +1,6 @@
 #include "plots/svg_surface.h"
 
-#include "runtime/number_text.h"
+#include "runtime/number_format.h"
 #include "runtime/utf8_text.h"
 
 #include <algorithm>
@@ -32,52 +32,67 @@ constexpr double Ascent = 1854 / UnitsPerEm;
 constexpr double Descent = 434 / UnitsPerEm;
 constexpr double TwipsPerInch = 1440;
 
-std::string number(double twips) {
-    std::string text = formatNumber(twips, "0.#");
+constexpr const char* EmptyEnd = "/>\n"; ///< of an element without content
+constexpr const char* PathEnd = "\"/>\n";
+
+void addTwips(std::string& text, double twips) {
+    appendNumber(text, twips, "0.#");
     if (text.back() == '.') {
         text.pop_back();
     }
-    return text;
 }
 
-std::string attribute(std::string_view name, std::string_view value) {
-    std::string text(" ");
-    text += name;
-    text += "=\"";
-    text += value;
-    return text += '"';
+void addPoint(std::string& text, Point point) {
+    addTwips(text, point.x);
+    text += ' ';
+    addTwips(text, point.y);
 }
 
-std::string colourText(Colour colour) {
+void addColour(std::string& text, Colour colour) {
     constexpr std::string_view Digits = "0123456789abcdef";
-    std::string text = "#";
+    text += '#';
     for (const int part : {colour.red, colour.green, colour.blue}) {
         text += Digits[static_cast<std::size_t>(part / 16)];
         text += Digits[static_cast<std::size_t>(part % 16)];
     }
-    return text;
 }
 
-std::string stroke(Colour colour, int width) {
-    return attribute("stroke", colourText(colour)) +
-           attribute("stroke-width", number(width * LineWidthUnit));
+/// Each adds an attribute to an element that is open at the end of the text.
+void attribute(std::string& text, std::string_view name, std::string_view value) {
+    ((((text += ' ') += name) += "=\"") += value) += '"';
+}
+void attribute(std::string& text, std::string_view name, double twips) {
+    ((text += ' ') += name) += "=\"";
+    addTwips(text, twips);
+    text += '"';
+}
+void attribute(std::string& text, std::string_view name, Colour colour) {
+    ((text += ' ') += name) += "=\"";
+    addColour(text, colour);
+    text += '"';
 }
 
-std::string rectangleFrame(const Corners& corners) {
-    return attribute("x", number(std::min(corners.a.x, corners.b.x))) +
-           attribute("y", number(std::min(corners.a.y, corners.b.y))) +
-           attribute("width", number(std::abs(corners.b.x - corners.a.x))) +
-           attribute("height", number(std::abs(corners.b.y - corners.a.y)));
+void stroke(std::string& text, Colour colour, int width) {
+    attribute(text, "stroke", colour);
+    attribute(text, "stroke-width", width * LineWidthUnit);
 }
 
-std::string circleFrame(Point centre, double radius) {
-    return attribute("cx", number(centre.x)) + attribute("cy", number(centre.y)) +
-           attribute("r", number(radius));
+void rectangleFrame(std::string& text, const Corners& corners) {
+    attribute(text, "x", std::min(corners.a.x, corners.b.x));
+    attribute(text, "y", std::min(corners.a.y, corners.b.y));
+    attribute(text, "width", std::abs(corners.b.x - corners.a.x));
+    attribute(text, "height", std::abs(corners.b.y - corners.a.y));
+}
+
+void circleFrame(std::string& text, Point centre, double radius) {
+    attribute(text, "cx", centre.x);
+    attribute(text, "cy", centre.y);
+    attribute(text, "r", radius);
 }
 
 /// Text as the content of an element. XML knows no control characters: they become blanks, as do
 /// U+FFFE and U+FFFF, which no file may hold.
-std::string escaped(std::string_view text) {
+void addEscaped(std::string& content, std::string_view text) {
     std::string characters = utf8Text(text);
     for (const std::string_view outlaw : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
         for (auto at = characters.find(outlaw); at != std::string::npos;
@@ -85,7 +100,6 @@ std::string escaped(std::string_view text) {
             characters.replace(at, outlaw.size(), " ");
         }
     }
-    std::string content;
     for (const char c : characters) {
         if (c == '&') {
             content += "&amp;";
@@ -97,7 +111,6 @@ std::string escaped(std::string_view text) {
             content += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
         }
     }
-    return content;
 }
 
 } // namespace
@@ -121,73 +134,103 @@ double SvgSurface::textHeight() const {
 
 void SvgSurface::drawRectangle(const Corners& corners, Pen pen) {
     endPath();
-    elements_ += "<rect" + rectangleFrame(corners) + stroke(pen.colour, pen.width) + "/>\n";
+    elements_ += "<rect";
+    rectangleFrame(elements_, corners);
+    stroke(elements_, pen.colour, pen.width);
+    elements_ += EmptyEnd;
 }
 
 void SvgSurface::fillRectangle(const Corners& corners, Colour colour) {
     endPath();
-    elements_ += "<rect" + rectangleFrame(corners) + attribute("fill", colourText(colour)) + "/>\n";
+    elements_ += "<rect";
+    rectangleFrame(elements_, corners);
+    attribute(elements_, "fill", colour);
+    elements_ += EmptyEnd;
 }
 
 void SvgSurface::drawLine(Point from, Point to, Pen pen) {
-    const bool goesOn = !path_.empty() && from == pathEnd_ && pen.colour == pathPen_.colour &&
+    const bool goesOn = pathOpen_ && from == pathEnd_ && pen.colour == pathPen_.colour &&
                         pen.width == pathPen_.width;
     if (!goesOn) {
         endPath();
-        path_ = "M " + number(from.x) + ' ' + number(from.y);
+        elements_ += "<path";
+        stroke(elements_, pen.colour, pen.width);
+        elements_ += " d=\"M ";
+        addPoint(elements_, from);
         pathPen_ = pen;
+        pathOpen_ = true;
     }
-    path_ += " L " + number(to.x) + ' ' + number(to.y);
+    elements_ += " L ";
+    addPoint(elements_, to);
     pathEnd_ = to;
 }
 
-std::string SvgSurface::pathElement() const {
-    if (path_.empty()) {
-        return {};
-    }
-    return "<path" + stroke(pathPen_.colour, pathPen_.width) + attribute("d", path_) + "/>\n";
-}
-
 void SvgSurface::endPath() {
-    elements_ += pathElement();
-    path_.clear();
+    if (pathOpen_) {
+        elements_ += PathEnd;
+        pathOpen_ = false;
+    }
 }
 
 void SvgSurface::drawPoint(Point at, Pen pen) {
     endPath();
-    elements_ += "<circle" + circleFrame(at, pen.width * LineWidthUnit / 2) +
-                 attribute("fill", colourText(pen.colour)) + "/>\n";
+    elements_ += "<circle";
+    circleFrame(elements_, at, pen.width * LineWidthUnit / 2);
+    attribute(elements_, "fill", pen.colour);
+    elements_ += EmptyEnd;
 }
 
 void SvgSurface::drawCircle(Point centre, double radius, Pen pen) {
     endPath();
-    elements_ += "<circle" + circleFrame(centre, radius) + stroke(pen.colour, pen.width) + "/>\n";
+    elements_ += "<circle";
+    circleFrame(elements_, centre, radius);
+    stroke(elements_, pen.colour, pen.width);
+    elements_ += EmptyEnd;
 }
 
 void SvgSurface::drawText(Point upperLeft, std::string_view text) {
     endPath();
-    const double baseLine = upperLeft.y + Ascent * PlotFontHeight;
-    elements_ += "<text" + attribute("x", number(upperLeft.x)) + attribute("y", number(baseLine)) +
-                 attribute("fill", colourText(Black)) + '>' + escaped(text) + "</text>\n";
+    elements_ += "<text";
+    attribute(elements_, "x", upperLeft.x);
+    attribute(elements_, "y", upperLeft.y + Ascent * PlotFontHeight); // the base line
+    attribute(elements_, "fill", Black);
+    elements_ += '>';
+    addEscaped(elements_, text);
+    elements_ += "</text>\n";
 }
 
 std::string SvgSurface::document(const Corners& view) const {
-    const double width = view.b.x - view.a.x;
-    const double height = view.b.y - view.a.y;
+    const Point size{view.b.x - view.a.x, view.b.y - view.a.y};
     const auto inches = [](double twips) {
         return formatNumber(twips / TwipsPerInch, "0.####") + "in";
     };
-    const std::string viewBox =
-        number(view.a.x) + ' ' + number(view.a.y) + ' ' + number(width) + ' ' + number(height);
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg" +
-           attribute("xmlns", "http://www.w3.org/2000/svg") + attribute("width", inches(width)) +
-           attribute("height", inches(height)) + attribute("viewBox", viewBox) +
-           attribute("overflow", "hidden") + ">\n<rect" + rectangleFrame(view) +
-           attribute("fill", "#ffffff") + "/>\n<g" + attribute("fill", "none") +
-           attribute("stroke-linecap", "round") + attribute("stroke-linejoin", "round") +
-           attribute("font-family", "Arial, Liberation Sans, Helvetica, sans-serif") +
-           attribute("font-size", number(PlotFontHeight)) + attribute("xml:space", "preserve") +
-           ">\n" + elements_ + pathElement() + "</g>\n</svg>\n";
+    std::string text;
+    text.reserve(elements_.size() + 1000);
+    text += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg";
+    attribute(text, "xmlns", "http://www.w3.org/2000/svg");
+    attribute(text, "width", inches(size.x));
+    attribute(text, "height", inches(size.y));
+    text += " viewBox=\"";
+    addPoint(text, view.a);
+    text += ' ';
+    addPoint(text, size);
+    text += '"';
+    attribute(text, "overflow", "hidden");
+    text += ">\n<rect";
+    rectangleFrame(text, view);
+    attribute(text, "fill", White);
+    text += "/>\n<g";
+    attribute(text, "fill", "none");
+    attribute(text, "stroke-linecap", "round");
+    attribute(text, "stroke-linejoin", "round");
+    attribute(text, "font-family", "Arial, Liberation Sans, Helvetica, sans-serif");
+    attribute(text, "font-size", PlotFontHeight);
+    attribute(text, "xml:space", "preserve");
+    text += ">\n";
+    text += elements_;
+    text += pathOpen_ ? PathEnd : "";
+    text += "</g>\n</svg>\n";
+    return text;
 }
 
 } // namespace korvane

@@ -25,11 +25,10 @@ class SvgSurface : public Surface {
     void drawCircle(Point centre, double radius, Pen pen) override;
     void drawText(Point upperLeft, std::string_view text) override;
 
-    std::string pathElement() const;
     void endPath();
 
     std::string elements_;
-    std::string path_; ///< lines that hang together, not yet among the elements
+    bool pathOpen_ = false; ///< the last element is a path to which a line may hang
     Point pathEnd_;
     Pen pathPen_;
 };

@@ -29,7 +29,7 @@ struct LayerCoefficients {
 
 /// Coefficients as given, or Coulomb's from strengths over the level's factors of safety.
 std::optional<LayerCoefficients> layerCoefficients(State& state, int side, int L, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     LayerCoefficients layer;
     if (problem.SoilDataKind(side) != SoilData::Strengths) {
         layer.Ka = problem.SoilCoefActive(side, L);
@@ -47,9 +47,8 @@ std::optional<LayerCoefficients> layerCoefficients(State& state, int side, int L
 
     const auto Kp = passiveCoefficient(pp, dp);
     if (!Kp) {
-        failSolution(state, {.text = "Calculated angle of internal friction is greater\n"
-                                     "     45 degrees.  Unable to continue.",
-                             .icon = Icon::Exclamation});
+        fail(state,
+             {.code = FailureCode::FrictionTooLarge, .side = side, .layer = L, .level = level});
         return std::nullopt;
     }
     layer.Ka = coulombActive(pa, da);
@@ -63,7 +62,7 @@ std::optional<LayerCoefficients> layerCoefficients(State& state, int side, int L
 
 /// Surface, layer bottoms, lowest grid point, and where water or seepage begins or ends.
 void listBreaks(const State& state, int side, int level, BreakPressures& breaks) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     auto& BreakElev = breaks.BreakElev;
     auto& NumBreakPoints = breaks.NumBreakPoints;
     const auto append = [&](double elevation) { BreakElev(++NumBreakPoints) = elevation; };
@@ -79,7 +78,7 @@ void listBreaks(const State& state, int side, int level, BreakPressures& breaks)
     if (problem.WaterElev(side) <= BreakElev(1)) {
         append(problem.WaterElev(side));
     }
-    if (problem.SeepageKind != Seepage::None) {
+    if (state.preparation.SeepageKind != Seepage::None) {
         if (side == Right) {
             append(problem.SeepageElev);
         }
@@ -95,11 +94,12 @@ void listBreaks(const State& state, int side, int level, BreakPressures& breaks)
 /// The downward share w (PCF) of water's weight in an interval that ends below the water:
 /// downward flow on the right makes the soil heavier, upward flow on the left lighter.
 double waterShare(const State& state, int side, int level, double lowerEnd) {
-    const Problem& problem = state.problem;
-    const bool seeps = problem.SeepageKind != Seepage::None &&
+    const Problem& problem = *state.problem;
+    const bool seeps = state.preparation.SeepageKind != Seepage::None &&
                        (side == Left || lowerEnd < problem.SeepageElev) &&
                        lowerEnd >= state.preparation.SeepageEndElev(level);
-    return seeps ? (1 - (3 - 2 * side) * problem.SeepageGradient(level)) * problem.WaterUnitWeight
+    return seeps ? (1 - (3 - 2 * side) * state.preparation.SeepageGradient(level)) *
+                       problem.WaterUnitWeight
                  : problem.WaterUnitWeight;
 }
 
@@ -163,7 +163,7 @@ void cutTension(State& state, int side, int surfaceRow) {
 // and seepage values. An effective weight that is not above zero, or a developed friction beyond
 // the tables, fails.
 std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     BreakPressures breaks;
     const auto& BreakElev = breaks.BreakElev;
     listBreaks(state, side, level, breaks);
@@ -186,10 +186,10 @@ std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int 
             w = waterShare(state, side, level, lowerEnd);
         }
         if (g - w <= 0) {
-            failSolution(state, {.text = "Seepage has resulted in negative or zero\n"
-                                         "     effective unit weight of soil.\n\n"
-                                         "UNABLE TO CONTINUE.",
-                                 .title = "IMPROPER SOIL WEIGHT"});
+            fail(state, {.code = FailureCode::SoilWeightNotPositive,
+                         .side = side,
+                         .layer = L,
+                         .level = level});
             return std::nullopt;
         }
         sv += (BreakElev(j) - lowerEnd) * (g - w);
@@ -223,7 +223,7 @@ void ComputeCoefficientPressures(State& state, int side, int level) {
     }
     ComputeSurchargePressures(state, side);
 
-    const int surfaceRow = lastRowAt(state.grid, state.problem.SurfaceElev(side, 1));
+    const int surfaceRow = lastRowAt(state.grid, state.problem->SurfaceElev(side, 1));
     for (int i = 1; i <= rows; ++i) {
         for (const int k : {1, 2}) {
             pressures.ActivePressures(side, i, k) = pressures.PassivePressures(side, i, k) =

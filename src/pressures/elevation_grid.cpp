@@ -113,7 +113,7 @@ void placeSeepageEnd(ElevationGrid& grid, double& seepageEndElev, int& seepageEn
 // at 1 FT between, and two points far below, so that every diagram has a point to run to below any
 // wall bottom. Elevations in FT, descending.
 void BuildElevationGrid(State& state, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     ElevationGrid& grid = state.grid;
     const double lowerSurface = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
 
@@ -129,7 +129,8 @@ void BuildElevationGrid(State& state, int level) {
     appendPoint(grid, (lowest + farthest) / 2);
     appendPoint(grid, farthest);
 
-    if (problem.SeepageKind != Seepage::None && problem.SeepageGradient(level) > 0) {
+    if (state.preparation.SeepageKind != Seepage::None &&
+        state.preparation.SeepageGradient(level) > 0) {
         placeSeepageEnd(grid, state.preparation.SeepageEndElev(level), grid.SeepageEndIndex(level));
     }
 }

@@ -68,15 +68,19 @@ double frictionReduction(double degrees, double q) {
 
 double coulombActive(double friction, double wallFriction) {
     const double root = coulombRoot(friction, wallFriction);
-    return std::pow(std::cos(friction) / (1 + root), 2) / std::cos(wallFriction);
+    return square(std::cos(friction) / (1 + root)) / std::cos(wallFriction);
+}
+
+bool isCoulombPassive(double friction, double wallFriction) {
+    return 2 * wallFriction <= friction + AngleNoise;
 }
 
 // Coulomb's plane failure surface overestimates passive resistance with much wall friction: beyond
 // half the soil friction the coefficient comes from a table for curved surfaces.
 std::optional<double> passiveCoefficient(double friction, double wallFriction) {
-    if (2 * wallFriction <= friction + AngleNoise) {
+    if (isCoulombPassive(friction, wallFriction)) {
         const double root = coulombRoot(friction, wallFriction);
-        return std::pow(divide(std::cos(friction), 1 - root), 2) / std::cos(wallFriction);
+        return square(divide(std::cos(friction), 1 - root)) / std::cos(wallFriction);
     }
     const double degrees = friction / DegreesToRadians;
     if (degrees > LargestTableAngle) {

@@ -2,9 +2,12 @@
 
 #include "pressures/elevation_grid.h"
 #include "runtime/arithmetic.h"
+#include "state/kept_work.h"
 
 #include <cmath>
 #include <numbers>
+#include <optional>
+#include <utility>
 
 namespace korvane {
 
@@ -18,138 +21,177 @@ constexpr double ShortestRamp = 0.0001;
 /// Line loads nearer to the wall than this share of its exposed height follow the empirical form.
 constexpr double NearLoadRatio = 0.4;
 
-/// A load on the ground that varies linearly from P1 (PSF) at X1 (FT from the wall) to P2 at X2.
-struct LinearLoad {
-    double P1, X1, P2, X2;
-};
+using Loads = std::vector<ElasticLoad>;
 
-/// One side's column of SurchargePressures below its surface row s.
-struct SurchargeColumn {
-    Pressures& pressures;
-    const ElevationGrid& grid;
-    int side;
-    int s;
-
-    /// Adds pressureAt(z), PSF, to every row below the surface, z FT deep.
-    template <class PressureAt>
-    void add(PressureAt pressureAt) {
-        for (int i = s + 1; i <= grid.NumElevs; ++i) {
-            pressures.SurchargePressures(side, i) +=
-                pressureAt(grid.ElevGrid(s) - grid.ElevGrid(i));
-        }
-    }
-};
-
-void addLineLoads(const Problem& problem, SurchargeColumn& column) {
-    const int side = column.side;
+void listLineLoads(const Problem& problem, int side, Loads& loads) {
     // The exposed height counts for loads on the right; on the left it is always 0, deliberately.
     const double H = problem.SurfaceElev(side, 1) - problem.SurfaceElev(Left, 1);
-
-    for (int load = 1; load <= problem.VLineCount(side); ++load) {
-        const double Q = problem.VLineLoad(side, load);
-        const double x = problem.VLineDist(side, load);
-        if (H > 0 && x / H <= NearLoadRatio) {
-            column.add([=](double z) {
-                const double n = z / H;
-                return 0.203 * (Q / H) * n / std::pow(n * n + 0.16, 2);
-            });
-        } else {
-            column.add([=](double z) {
-                return (4 * Q / Pi) * divide(x * x * z, std::pow(x * x + z * z, 2));
-            });
-        }
+    for (int i = 1; i <= problem.VLineCount(side); ++i) {
+        const double x = problem.VLineDist(side, i);
+        const bool near = H > 0 && x / H <= NearLoadRatio;
+        loads.push_back({.kind = near ? ElasticLoadKind::NearLine : ElasticLoadKind::FarLine,
+                         .load = problem.VLineLoad(side, i),
+                         .x1 = x,
+                         .x2 = near ? H : 0});
     }
 }
 
-// Horizontal pressure of a linearly varying load on a half-space (Boussinesq, plane strain, without
-// doubling for a rigid wall); a negative one is cut to 0.
-void AddLinearLoadPressure(SurchargeColumn& column, const LinearLoad& load) {
-    const auto& [P1, X1, P2, X2] = load;
-    const double width = X2 - X1;
-    const double A = divide(X2 * P1 - X1 * P2, width * Pi);
-    const double B = divide(P2 - P1, width * Pi);
-
-    column.add([&load, A, B](double z) {
-        const double b1 = std::atan(load.X1 / z);
-        const double b2 = std::atan(load.X2 / z);
-        const double p =
-            A * ((b2 - b1) + std::sin(b1) * std::cos(b1) - std::sin(b2) * std::cos(b2)) +
-            B * z *
-                (std::pow(std::sin(b1), 2) + 2 * naturalLog(divide(std::cos(b1), std::cos(b2))) -
-                 std::pow(std::sin(b2), 2));
-        return MaxOf(0.0, finite(p));
-    });
+/// A load that varies linearly from p1 (PSF) at x1 (FT from the wall) to p2 at x2.
+void listStraightLoad(Loads& loads, double p1, double x1, double p2, double x2) {
+    const double width = x2 - x1;
+    loads.push_back({.kind = ElasticLoadKind::Straight,
+                     .x1 = x1,
+                     .x2 = x2,
+                     .constant = divide(x2 * p1 - x1 * p2, width * Pi),
+                     .rate = divide(p2 - p1, width * Pi)});
 }
 
 /// The sloping part and the uniform rest that goes on without end.
-void addRamp(const Problem& problem, SurchargeColumn& column) {
-    const int side = column.side;
+void listRamp(const Problem& problem, int side, Loads& loads) {
     const double start = problem.VRampStart(side);
     const double end = problem.VRampEnd(side);
     const double load = problem.VRampLoad(side);
-
-    column.add([=](double z) {
-        const double b = std::atan(end / z);
-        return load / (2 * Pi) * (Pi - 2 * b + std::sin(2 * b));
-    });
+    loads.push_back({.kind = ElasticLoadKind::Endless, .load = load, .x1 = end});
     if (end - start > ShortestRamp) {
-        AddLinearLoadPressure(column, {0, start, load, end});
+        listStraightLoad(loads, 0, start, load, end);
     }
 }
 
-void addTriangles(const Problem& problem, SurchargeColumn& column) {
-    const int side = column.side;
+void listTriangles(const Problem& problem, int side, Loads& loads) {
     for (int i = 1; i <= problem.VTriCount(side); ++i) {
         const double start = problem.VTriStart(side, i);
         const double peak = problem.VTriPeak(side, i);
         const double end = problem.VTriEnd(side, i);
         const double load = problem.VTriLoad(side, i);
         if (peak > start) {
-            AddLinearLoadPressure(column, {0, start, load, peak});
+            listStraightLoad(loads, 0, start, load, peak);
         }
         if (end > peak) {
-            AddLinearLoadPressure(column, {load, peak, 0, end});
+            listStraightLoad(loads, load, peak, 0, end);
         }
     }
 }
 
 /// Straight pieces between neighbouring points; a step (two points at one distance) adds nothing.
-void addVariableLoad(const Problem& problem, SurchargeColumn& column) {
-    const int side = column.side;
+void listVariableLoad(const Problem& problem, int side, Loads& loads) {
     const auto& VVarDist = problem.VVarDist;
     const auto& VVarLoad = problem.VVarLoad;
     for (int i = 1; i < problem.VVarCount(side); ++i) {
         if (VVarDist(side, i + 1) != VVarDist(side, i)) {
-            AddLinearLoadPressure(column, {VVarLoad(side, i), VVarDist(side, i),
-                                           VVarLoad(side, i + 1), VVarDist(side, i + 1)});
+            listStraightLoad(loads, VVarLoad(side, i), VVarDist(side, i), VVarLoad(side, i + 1),
+                             VVarDist(side, i + 1));
         }
     }
+}
+
+/// All loads of a side in the order in which their pressures are added up.
+void listLoads(const Problem& problem, int side, Loads& loads) {
+    loads.clear();
+    listLineLoads(problem, side, loads);
+    for (int i = 1; i <= problem.VStripCount(side); ++i) {
+        const double load = problem.VStripLoad(side, i);
+        listStraightLoad(loads, load, problem.VStripStart(side, i), load,
+                         problem.VStripEnd(side, i));
+    }
+    if (problem.VRampCount(side) > 0) {
+        listRamp(problem, side, loads);
+    }
+    listTriangles(problem, side, loads);
+    listVariableLoad(problem, side, loads);
+}
+
+/// Where the end of a straight load is seen from a depth.
+struct Sight {
+    double angle; ///< radians off the vertical
+    double sin;
+    double cos;
+
+    Sight(double x, double z)
+        : angle(std::atan(x / z)), sin(std::sin(angle)), cos(std::cos(angle)) {}
+};
+
+// Horizontal pressure of a linearly varying load on a half-space (Boussinesq, plane strain, without
+// doubling for a rigid wall); a negative one is cut to 0.
+double linearLoadPressure(const ElasticLoad& load, double z, const Sight& s1, const Sight& s2) {
+    const double p =
+        load.constant * ((s2.angle - s1.angle) + s1.sin * s1.cos - s2.sin * s2.cos) +
+        load.rate * z * (square(s1.sin) + 2 * naturalLog(divide(s1.cos, s2.cos)) - square(s2.sin));
+    return MaxOf(0.0, finite(p));
+}
+
+/// Pressure (PSF) of a load that is no straight one, z FT below the surface.
+double pressureAt(const ElasticLoad& load, double z) {
+    const double Q = load.load;
+    const double x = load.x1;
+    switch (load.kind) {
+    case ElasticLoadKind::NearLine: {
+        const double H = load.x2;
+        const double n = z / H;
+        return 0.203 * (Q / H) * n / square(n * n + 0.16);
+    }
+    case ElasticLoadKind::FarLine:
+        return (4 * Q / Pi) * divide(x * x * z, square(x * x + z * z));
+    default: {
+        const double b = std::atan(x / z);
+        return Q / (2 * Pi) * (Pi - 2 * b + std::sin(2 * b));
+    }
+    }
+}
+
+/// Pressure (PSF) of all loads, z FT below the surface.
+double pressureAt(const Loads& loads, double z) {
+    double sum = 0;
+    double seenAt = 0;
+    std::optional<Sight> seen; // the end of the last straight load, where the next often starts
+    for (const ElasticLoad& load : loads) {
+        if (load.kind != ElasticLoadKind::Straight) {
+            sum += pressureAt(load, z);
+            continue;
+        }
+        const Sight start = seen && seenAt == load.x1 ? *seen : Sight(load.x1, z);
+        seen = Sight(load.x2, z);
+        seenAt = load.x2;
+        sum += linearLoadPressure(load, z, start, *seen);
+    }
+    return sum;
 }
 
 } // namespace
 
 // Horizontal pressures (PSF) of line, strip, ramp, triangular and variable loads on the ground, by
 // the theory of elasticity, added up over all loads of the side. The uniform load is no part: it
-// acts through the vertical stress of the soil. Rows at and above the surface stay 0.
+// acts through the vertical stress of the soil. Rows at and above the surface stay 0. What the last
+// call found for an elevation is taken over while the loads and the surface are the same.
 void ComputeSurchargePressures(State& state, int side) {
-    const Problem& problem = state.problem;
-    for (int i = 1; i <= state.grid.ElevGrid.size(); ++i) {
+    const ElevationGrid& grid = state.grid;
+    SurchargeRows& kept = state.kept->surchargeRows(side);
+    for (int i = 1; i <= grid.ElevGrid.size(); ++i) {
         state.pressures.SurchargePressures(side, i) = 0;
     }
-    SurchargeColumn column{state.pressures, state.grid, side,
-                           lastRowAt(state.grid, problem.SurfaceElev(side, 1))};
-
-    addLineLoads(problem, column);
-    for (int i = 1; i <= problem.VStripCount(side); ++i) {
-        const double load = problem.VStripLoad(side, i);
-        AddLinearLoadPressure(
-            column, {load, problem.VStripStart(side, i), load, problem.VStripEnd(side, i)});
+    const int s = lastRowAt(grid, state.problem->SurfaceElev(side, 1));
+    listLoads(*state.problem, side, kept.freshLoads);
+    if (kept.freshLoads.empty()) {
+        return;
     }
-    if (problem.VRampCount(side) > 0) {
-        addRamp(problem, column);
+    const double surface = grid.ElevGrid(s);
+    if (kept.freshLoads != kept.loads || surface != kept.surface) {
+        kept.rows.clear();
+        kept.loads = kept.freshLoads;
+        kept.surface = surface;
     }
-    addTriangles(problem, column);
-    addVariableLoad(problem, column);
+    kept.freshRows.clear();
+    auto known = kept.rows.begin();
+    for (int i = s + 1; i <= grid.NumElevs; ++i) {
+        const double elev = grid.ElevGrid(i);
+        while (known != kept.rows.end() && known->elev > elev) {
+            ++known;
+        }
+        const bool taken = known != kept.rows.end() && known->elev == elev;
+        const double pressure = taken ? known->pressure : pressureAt(kept.loads, surface - elev);
+        state.pressures.SurchargePressures(side, i) = pressure;
+        kept.freshRows.push_back({elev, pressure});
+    }
+    std::swap(kept.rows, kept.freshRows);
 }
 
 } // namespace korvane

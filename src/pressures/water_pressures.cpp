@@ -82,10 +82,10 @@ int applyHeadLoss(const ElevationGrid& grid, Pressures& pressures, double from, 
 
 /// Seepage down the right face and up the left one uses up the head linearly.
 void applySeepage(const State& state, Pressures& pressures, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const ElevationGrid& grid = state.grid;
     const double end = state.preparation.SeepageEndElev(level);
-    const double lossPerFoot = problem.WaterUnitWeight * problem.SeepageGradient(level);
+    const double lossPerFoot = problem.WaterUnitWeight * state.preparation.SeepageGradient(level);
 
     applyHeadLoss(grid, pressures, problem.SeepageElev, lossPerFoot, end,
                   [](double distance) { return distance <= SeepageEndTolerance; });
@@ -102,7 +102,7 @@ void applySeepage(const State& state, Pressures& pressures, int level) {
 // Net water pressure on the wall in PSF, right less left: a table, or hydrostatic pressures of both
 // sides less the head that seepage loses. Reads the grid and the level's seepage values.
 void ComputeWaterPressures(State& state, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     auto& pressures = state.pressures;
 
     pressures.WaterPressures.fill(0);
@@ -111,7 +111,7 @@ void ComputeWaterPressures(State& state, int level) {
     } else if (problem.WaterDataKind == WaterData::Elevations) {
         applyHydrostatic(problem, state.grid, pressures, Right);
         applyHydrostatic(problem, state.grid, pressures, Left);
-        if (problem.SeepageKind != Seepage::None) {
+        if (state.preparation.SeepageKind != Seepage::None) {
             applySeepage(state, pressures, level);
         }
     }
@@ -137,13 +137,13 @@ double seepageGradientForBottom(const Problem& problem, double bottomElev) {
 }
 
 void setSeepageForBottom(State& state, int level, double bottomElev) {
-    Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     auto& preparation = state.preparation;
 
-    problem.SeepageGradient(level) =
+    preparation.SeepageGradient(level) =
         MinOf(seepageGradientForBottom(problem, bottomElev), preparation.SeepageGradientLimit);
     preparation.SeepageEndElev(level) =
-        seepageEndElevation(problem, problem.SeepageGradient(level));
+        seepageEndElevation(problem, preparation.SeepageGradient(level));
 }
 
 } // namespace korvane

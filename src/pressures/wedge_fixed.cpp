@@ -4,6 +4,7 @@
 #include "pressures/wedge_load.h"
 #include "pressures/wedge_strengths.h"
 #include "runtime/arithmetic.h"
+#include "state/kept_work.h"
 
 #include <cmath>
 
@@ -40,10 +41,19 @@ struct Piece {
     double V = 0;
 };
 
+/// Describes the side where the planes of the sweep may stand, which are of no use to it.
+WedgeSide& describeSide(State& state, int side, int level) {
+    WedgePlanes& planes = state.kept->wedgePlanes(side);
+    planes.kept = false;
+    describeWedgeSide(state, side, level, planes.side);
+    return planes.side;
+}
+
 /// Planes of fixed angle, for active (s = +1) or passive (s = -1) forces.
 class FixedPlanes {
   public:
-    FixedPlanes(State& state, int side, int level, int s);
+    FixedPlanes(WedgeForces& forces, double surfaceElev, const WedgeSide& side,
+                const Array<LayerStrength, 11>& soils, int s);
 
     /// Horizontal force (LB) on the wall from the surface down to `y`, in `layer` at the wall.
     double forceAt(double y, int layer);
@@ -60,20 +70,21 @@ class FixedPlanes {
     Point boundaryPoint(int boundary, const Point& start, double k) const;
     Piece weighPiece(const Point& start, const Point& end, double k, int layer) const;
 
-    State& state_;
-    const Problem& problem_;
-    int side_;
-    int level_;
+    WedgeForces& forces_;
+    double surfaceElev_; ///< FT, at the wall
+    const WedgeSide& side_;
+    int layerCount_;
     int s_;
-    Array<LayerStrength, 11> soils_;
+    const Array<LayerStrength, 11>& soils_;
     Array<LayerPlane, 11> planes_;
     WallTerms wall_;
 };
 
-FixedPlanes::FixedPlanes(State& state, int side, int level, int s)
-    : state_(state), problem_(state.problem), side_(side), level_(level), s_(s),
-      soils_(developedStrengths(state, side, level)) {
-    for (int layer = 1; layer <= problem_.SoilLayerCount(side); ++layer) {
+FixedPlanes::FixedPlanes(WedgeForces& forces, double surfaceElev, const WedgeSide& side,
+                         const Array<LayerStrength, 11>& soils, int s)
+    : forces_(forces), surfaceElev_(surfaceElev), side_(side),
+      layerCount_(static_cast<int>(side.layers.size())), s_(s), soils_(soils) {
+    for (int layer = 1; layer <= layerCount_; ++layer) {
         const double t = strength(layer).friction;
         const double th = HalfRightAngle + s * std::atan(t) / 2;
         planes_(layer) = {t, std::sin(th), std::cos(th), std::sin(th) / std::cos(th)};
@@ -82,19 +93,19 @@ FixedPlanes::FixedPlanes(State& state, int side, int level, int s)
 
 /// Where a plane of slope `k` from a point reaches the ground.
 Point FixedPlanes::groundPoint(const Point& from, double k) const {
-    const auto X = [&](int p) { return state_.regions.WedgeSurfaceX(side_, p); };
-    const auto Y = [&](int p) { return state_.regions.WedgeSurfaceY(side_, p); };
-    for (int p = 2; p <= state_.regions.WedgeSurfaceCount(side_); ++p) {
-        if (X(p) < from.x) {
+    const auto& ground = side_.ground;
+    for (std::size_t p = 1; p < ground.size(); ++p) {
+        const LinePoint& end = ground[p];
+        if (end.x < from.x) {
             continue;
         }
-        const double m = divide(Y(p) - from.y, X(p) - from.x);
+        const double m = divide(end.y - from.y, end.x - from.x);
         if (m == k) {
-            return {X(p), Y(p)};
+            return {end.x, end.y};
         }
         if (k > m) {
-            const double gs = divide(Y(p) - Y(p - 1), X(p) - X(p - 1));
-            const double x = divide(Y(p) - gs * X(p) - from.y + k * from.x, k - gs);
+            const double gs = ground[p - 1].slope;
+            const double x = divide(end.y - gs * end.x - from.y + k * from.x, k - gs);
             return {x, (x - from.x) * k + from.y};
         }
     }
@@ -105,34 +116,33 @@ Point FixedPlanes::groundPoint(const Point& from, double k) const {
 /// could send the plane through the boundary that it runs along.
 Point FixedPlanes::groundPointAlong(int boundary, const Point& from, double k) const {
     const Point ground = groundPoint(from, k);
-    const auto& layers = state_.regions.Layer;
-    const Point end{layers.X(side_, boundary + 1, 2), layers.Y(side_, boundary + 1, 2)};
-    return std::abs(ground.x - end.x) <= BoundaryNoise * MaxOf(1, end.x) ? end : ground;
+    const WedgeLayer& below = layerOf(side_, boundary + 1);
+    const LinePoint& end = side_.points[static_cast<std::size_t>(below.edge.first + 1)];
+    return std::abs(ground.x - end.x) <= BoundaryNoise * MaxOf(1, end.x) ? Point{end.x, end.y}
+                                                                         : ground;
 }
 
 /// -1 where a piece with its ground point at `groundX` passes upward out of `layer`, +1 where it
 /// passes downward, 0 where it reaches the ground inside.
 int FixedPlanes::leavesLayer(int layer, double groundX) const {
-    const auto& layers = state_.regions.Layer;
-    const bool lastLayer = layer == problem_.SoilLayerCount(side_);
-    if (layer > 1 && groundX <= layers.X(side_, layer, 2)) {
-        return groundX < layers.X(side_, layer, 2) ? -1 : 0;
+    const bool lastLayer = layer == layerCount_;
+    if (layer > 1 && groundX <= layerOf(side_, layer).topReach) {
+        return groundX < layerOf(side_, layer).topReach ? -1 : 0;
     }
-    return !lastLayer && groundX > layers.X(side_, layer + 1, 2) ? 1 : 0;
+    return !lastLayer && groundX > layerOf(side_, layer + 1).topReach ? 1 : 0;
 }
 
 /// Where a piece from `start` passes through a boundary.
 Point FixedPlanes::boundaryPoint(int boundary, const Point& start, double k) const {
-    const double x = divide(problem_.SoilBottomElev(side_, boundary) - start.y + k * start.x,
-                            k - problem_.SoilBottomSlope(side_, boundary));
+    const WedgeLayer& above = layerOf(side_, boundary);
+    const double x = divide(above.bottomElev - start.y + k * start.x, k - above.bottomSlope);
     return {x, (x - start.x) * k + start.y};
 }
 
 Piece FixedPlanes::weighPiece(const Point& start, const Point& end, double k, int layer) const {
     const LayerPlane& plane = planes_(layer);
-    const double W =
-        WedgeWeight(state_, start.y, k, side_, level_, start.x, start.y, end.x, end.y, layer) +
-        WedgeSurchargeLoad(problem_, side_, start.x, end.x);
+    const double W = WedgeWeight(side_, start.y, k, start.x, start.y, end.x, layer) +
+                     WedgeSurchargeLoad(side_, start.x, end.x);
     const double length = std::hypot(end.x - start.x, end.y - start.y);
     return {W,
             length * strength(layer).cohesion,
@@ -143,7 +153,7 @@ Piece FixedPlanes::weighPiece(const Point& start, const Point& end, double k, in
 }
 
 double FixedPlanes::forceAt(double y, int layer) {
-    auto& PieceForce = state_.wedge.PieceForce;
+    auto& PieceForce = forces_.PieceForce;
     const double s = s_;
     Piece wallPiece;
     int outerPieces = 0;
@@ -170,7 +180,7 @@ double FixedPlanes::forceAt(double y, int layer) {
         layer += dir;
         start = end;
         k = planes_(layer).slope;
-        const double boundarySlope = problem_.SoilBottomSlope(side_, boundary);
+        const double boundarySlope = layerOf(side_, boundary).bottomSlope;
         if (dir < 0 ? k < boundarySlope : k > boundarySlope) {
             k = boundarySlope; // it may not lead back through the boundary just passed
             ground = groundPointAlong(boundary, start, k);
@@ -179,7 +189,7 @@ double FixedPlanes::forceAt(double y, int layer) {
         }
     }
 
-    const double dw = divide(wall_.friction, problem_.SurfaceElev(side_, 1) - y);
+    const double dw = divide(wall_.friction, surfaceElev_ - y);
     const double Cd = std::cos(dw);
     const auto& [W, C, sinTh, cosTh, U, V] = wallPiece;
     const double D = s * std::sin(dw) * V - Cd * U;
@@ -247,7 +257,7 @@ void interpolateRows(const ElevationGrid& grid, int surfaceRow, int side,
 // the side's WedgeActiveForce and WedgePassiveForce, MidActiveForce and MidPassiveForce (LB per
 // foot of wall).
 void FixedSurfaceForces(State& state, int side, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const ElevationGrid& grid = state.grid;
     WedgeForces& wedge = state.wedge;
     const int surfaceRow = firstRowAt(grid, problem.SurfaceElev(side, 1));
@@ -256,8 +266,10 @@ void FixedSurfaceForces(State& state, int side, int level) {
         wedge.WedgeActiveForce(row, side) = 0;
         wedge.WedgePassiveForce(row, side) = 0;
     }
-    FixedPlanes active(state, side, level, 1);
-    FixedPlanes passive(state, side, level, -1);
+    const Array<LayerStrength, 11> soils = developedStrengths(state, side, level);
+    const WedgeSide& described = describeSide(state, side, level);
+    FixedPlanes active(wedge, problem.SurfaceElev(side, 1), described, soils, 1);
+    FixedPlanes passive(wedge, problem.SurfaceElev(side, 1), described, soils, -1);
     const auto pass = [&](double height, int layer) {
         active.pass(height, layer);
         passive.pass(height, layer);

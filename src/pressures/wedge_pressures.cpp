@@ -22,14 +22,13 @@ double uniformLoad(const Problem& problem, int side) {
 double slopeCoefficient(double p, double w, double e, double s) {
     const double r = squareRoot(divide(std::sin(w + p) * std::sin(p - s * e), //
                                        std::cos(e) * std::cos(w)));
-    const double q = divide(std::cos(p), 1 + s * r);
-    return q * q / std::cos(w);
+    return square(divide(std::cos(p), 1 + s * r)) / std::cos(w);
 }
 
 /// Pressures just below the surface from cohesion and the uniform load, by Coulomb's coefficients
 /// of the first layer for the slope of the first stretch of ground.
 void setSurfacePressures(State& state, int side, int level, int surfaceRow) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const double cohesion = problem.SoilCohesion(side, 1);
     if (!(cohesion > NegligiblePressure) && problem.VUniformCount(side) == 0) {
         return;
@@ -104,20 +103,20 @@ void removeTension(State& state, int side, int surfaceRow) {
 /// Weight (PCF) of the soil of a layer in the interval that ends at elevation `y`, less the water's
 /// downward share. A row exactly where seepage ends is outside the seepage zone here.
 double intervalWeight(const State& state, int side, int level, int layer, double y) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     if (problem.WaterDataKind != WaterData::Elevations || !(y < problem.WaterElev(side))) {
         return problem.SoilMoistWeight(side, layer);
     }
-    const bool seeps = problem.SeepageKind != Seepage::None &&
+    const bool seeps = state.preparation.SeepageKind != Seepage::None &&
                        (side == Left || y < problem.SeepageElev) &&
                        y > state.preparation.SeepageEndElev(level);
-    const double share = seeps ? 1 - (3 - 2 * side) * problem.SeepageGradient(level) : 1;
+    const double share = seeps ? 1 - (3 - 2 * side) * state.preparation.SeepageGradient(level) : 1;
     return problem.SoilSatWeight(side, layer) - share * problem.WaterUnitWeight;
 }
 
 /// Holds passive pressure at or above the vertical effective stress.
 void raisePassive(State& state, int side, int level, int surfaceRow) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const auto& ElevGrid = state.grid.ElevGrid;
     auto& PassivePressures = state.pressures.PassivePressures;
 
@@ -155,7 +154,7 @@ void ComputeWedgePressures(State& state, int side, int level) {
         FixedSurfaceForces(state, side, level);
     }
 
-    const int surfaceRow = firstRowAt(state.grid, state.problem.SurfaceElev(side, 1));
+    const int surfaceRow = firstRowAt(state.grid, state.problem->SurfaceElev(side, 1));
     for (int i = 1; i <= surfaceRow; ++i) {
         for (const int k : {1, 2}) {
             pressures.ActivePressures(side, i, k) = 0;

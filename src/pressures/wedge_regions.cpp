@@ -237,7 +237,7 @@ void clearKinds(RegionFamily& family, int side) {
 // writes the side's Layer, Wet and Seep families and its ground line. Distances and elevations in
 // FT. The deep regions of an earlier problem are dropped.
 void BuildWedgeRegions(State& state, int side) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     WedgeRegions& regions = state.regions;
     const int layerCount = problem.SoilLayerCount(side);
 
@@ -257,7 +257,8 @@ void BuildWedgeRegions(State& state, int side) {
             continue;
         }
         clipLayer(problem, regions.Layer, regions.Wet, side, layer, problem.WaterElev(side));
-        if (problem.SeepageKind == Seepage::None || regions.Wet.Kind(side, layer) == NoRegion) {
+        if (state.preparation.SeepageKind == Seepage::None ||
+            regions.Wet.Kind(side, layer) == NoRegion) {
             continue;
         }
         // On the left water rises through all of the wet soil.
@@ -270,12 +271,12 @@ void BuildWedgeRegions(State& state, int side) {
 // deep regions lie below it. To be run again whenever SeepageEndElev(level) has moved. A gradient
 // of 0.0001 is the start of an iteration and has no deep regions: a deliberate limit.
 void BuildSeepageEndRegions(State& state, int side, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     WedgeRegions& regions = state.regions;
 
     clearKinds(regions.Deep, side);
     if (problem.WaterDataKind != WaterData::Elevations ||
-        !(problem.SeepageGradient(level) > StartGradient)) {
+        !(state.preparation.SeepageGradient(level) > StartGradient)) {
         return;
     }
     for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {

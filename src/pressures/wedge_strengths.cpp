@@ -19,7 +19,7 @@ DevelopedStrength develop(const Problem& problem, int side, int layer, double fa
 } // namespace
 
 Array<LayerStrength, 11> developedStrengths(const State& state, int side, int level) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     Array<LayerStrength, 11> strengths;
     for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
         strengths(layer) = {

@@ -2,7 +2,6 @@
 
 #include "reports/report_parts.h"
 #include "runtime/number_text.h"
-#include "wall/solution_files.h"
 
 #include <cmath>
 #include <string>
@@ -14,8 +13,7 @@ namespace {
 
 constexpr double sameElevation = 0.0001; // FT
 
-void reportHead(PrintLines& lines, const State& state, int level) {
-    const Problem& problem = state.problem;
+void reportHead(PrintLines& lines, const Problem& problem, const LevelResult& level) {
     const bool anchored = problem.WallType == WallKind::Anchored;
     lines.empty(5);
     // Two words run together here, unlike in the other reports; deliberate.
@@ -24,8 +22,8 @@ void reportHead(PrintLines& lines, const State& state, int level) {
     lines.line(25, "* COMPLETE OF RESULTS FOR  *");
     lines.line(25, caseRow(problem));
     if (anchored) {
-        lines.line(25,
-                   level == 1 ? "*   BY FREE EARTH METHOD   *" : "*   BY FIXED EARTH METHOD  *");
+        lines.line(25, level.method == SolutionMethod::FreeEarth ? "*   BY FREE EARTH METHOD   *"
+                                                                 : "*   BY FIXED EARTH METHOD  *");
     }
     lines.line(25, "****************************");
     lines.empty();
@@ -33,7 +31,7 @@ void reportHead(PrintLines& lines, const State& state, int level) {
     lines.spc(5).text(" II.--RESULTS");
     if (anchored) {
         lines.text(" (ANCHOR FORCE= ");
-        lines.text(formatNumber(state.solution.AnchorForce(level), "#####0.")).text(" (LB))");
+        lines.text(formatNumber(level.anchorForce, "#####0.")).text(" (LB))");
     }
     lines.end();
     lines.empty();
@@ -58,25 +56,24 @@ void resultHeads(PrintLines& lines, bool design) {
 /// The mark of a result row that shares its elevation with the next row ("+", the upper one of a
 /// step) or with the row before ("-", which wins). The first row, and those from NumElevs on, have
 /// none; the last result row has no next one.
-std::string_view rowMark(const State& state, int i, int lastRow) {
-    const auto& ResultElev = state.results.ResultElev;
+std::string_view rowMark(const LevelResult& level, int i) {
+    const auto& ResultElev = level.diagrams.ResultElev;
     const auto together = [&](int above, int below) {
         return std::fabs(ResultElev(above) - ResultElev(below)) <= sameElevation;
     };
-    if (i < 2 || i >= state.grid.NumElevs) {
+    if (i < 2 || i >= level.solved.grid.NumElevs) {
         return "";
     }
     if (together(i - 1, i)) {
         return "-";
     }
-    return i < lastRow && together(i, i + 1) ? "+" : "";
+    return i < level.diagrams.RowCount && together(i, i + 1) ? "+" : "";
 }
 
-void resultRows(PrintLines& lines, const State& state, int level) {
-    const ResultDiagrams& results = state.results;
-    const int lastRow = state.solution.BottomIndex(level);
-    for (int i = 1; i <= lastRow; ++i) {
-        lines.right(15, results.ResultElev(i), "####0.00").text(rowMark(state, i, lastRow));
+void resultRows(PrintLines& lines, const LevelResult& level) {
+    const ResultDiagrams& results = level.diagrams;
+    for (int i = 1; i <= results.RowCount; ++i) {
+        lines.right(15, results.ResultElev(i), "####0.00").text(rowMark(level, i));
         lines.right(29, results.ResultMoment(i), "0.0000E+00");
         lines.right(43, results.ResultShear(i), "####0.");
         lines.right(61, results.ResultDeflection(i), "0.0000E+00");
@@ -99,15 +96,23 @@ void pressureHeads(PrintLines& lines) {
               {{6, "(FT)"}, {8, "(PSF)"}, {7, "(PSF)"}, {8, "(PSF)"}, {7, "(PSF)"}, {6, "(PSF)"}});
 }
 
+/// What the pressure table of a level shows.
+struct PressureTable {
+    const ElevationGrid& grid;
+    const Pressures& soil;
+    const Array<double, 301, 2>& water; ///< PSF (i, k)
+};
+
 /// One line of the pressure table: grid point i with the values k and the mark of a step. The
 /// marks of the sweep search stand directly before their pressures; the first point shows none.
-void pressureRow(PrintLines& lines, const State& state, int i, int k, std::string_view stepMark) {
-    const Pressures& pressures = state.pressures;
-    const auto place = [&](int column, const std::string& mark, double pressure) {
-        lines.right(column, (i > 1 ? mark : "") + formatNumber(pressure, "#####0."));
+void pressureRow(PrintLines& lines, const PressureTable& table, int i, int k,
+                 std::string_view stepMark) {
+    const Pressures& pressures = table.soil;
+    const auto place = [&](int column, std::string_view mark, double pressure) {
+        lines.right(column, i > 1 ? mark : "", pressure, "#####0.");
     };
-    lines.right(11, state.grid.ElevGrid(i), "####0.00").text(stepMark);
-    place(25, "", pressures.WaterPressures(i, k));
+    lines.right(11, table.grid.ElevGrid(i), "####0.00").text(stepMark);
+    place(25, "", table.water(i, k));
     place(37, markText(pressures.PassiveMark(Left, i)), pressures.PassivePressures(Left, i, k));
     place(49, markText(pressures.ActiveMark(Left, i)), pressures.ActivePressures(Left, i, k));
     place(61, markText(pressures.ActiveMark(Right, i)), pressures.ActivePressures(Right, i, k));
@@ -116,37 +121,37 @@ void pressureRow(PrintLines& lines, const State& state, int i, int k, std::strin
 }
 
 /// The grid points down to the first one below the wall bottom.
-void pressureRows(PrintLines& lines, const State& state, int level) {
-    const auto& ElevGrid = state.grid.ElevGrid;
-    const auto& WaterPressures = state.pressures.WaterPressures;
-    pressureRow(lines, state, 1, 1, "");
-    for (int i = 2; i <= state.grid.NumElevs; ++i) {
+void pressureRows(PrintLines& lines, const PressureTable& table, double bottomElev) {
+    const auto& ElevGrid = table.grid.ElevGrid;
+    pressureRow(lines, table, 1, 1, "");
+    for (int i = 2; i <= table.grid.NumElevs; ++i) {
         const bool step =
-            hasSoilStep(state.pressures, i) || isStep(WaterPressures(i, 1), WaterPressures(i, 2));
-        pressureRow(lines, state, i, 2, step ? "+" : " ");
+            hasSoilStep(table.soil, i) || isStep(table.water(i, 1), table.water(i, 2));
+        pressureRow(lines, table, i, 2, step ? "+" : " ");
         if (step) {
-            pressureRow(lines, state, i, 1, "-");
+            pressureRow(lines, table, i, 1, "-");
         }
-        if (ElevGrid(i) < state.solution.SolvedBottomElev(level)) {
+        if (ElevGrid(i) < bottomElev) {
             break;
         }
     }
 }
 
-void completeResultsOfLevel(PrintLines& lines, const State& state, int level) {
-    const auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
-    const bool design = state.problem.ProgramMode == Mode::Design;
-    reportHead(lines, state, level);
+void completeResultsOfLevel(PrintLines& lines, const Problem& problem, const Results& results,
+                            const LevelResult& level) {
+    const bool design = problem.ProgramMode == Mode::Design;
+    reportHead(lines, problem, level);
     resultHeads(lines, design);
-    resultRows(lines, state, level);
+    resultRows(lines, level);
     lines.empty();
     if (design) {
         scaledDeflectionNote(lines);
         lines.empty();
     }
     pressureHeads(lines);
-    pressureRows(lines, state, level);
-    if (WedgeNoSolution(level, Right) != 0 || WedgeNoSolution(level, Left) != 0) {
+    pressureRows(lines, {level.solved.grid, level.solved.pressures, results.shownWater()},
+                 level.bottomElev);
+    if (level.WedgeNoSolution(Right) != 0 || level.WedgeNoSolution(Left) != 0) {
         lines.empty();
         lines.line(10, "*  STANDARD WEDGE SOLUTION DOES NOT EXIST FOR INDICATED PRESSURE");
         lines.line(10, "   AT THIS ELEVATION.");
@@ -155,14 +160,9 @@ void completeResultsOfLevel(PrintLines& lines, const State& state, int level) {
 
 } // namespace
 
-void completeResults(PrintLines& lines, State& state) {
-    if (state.problem.WallType == WallKind::Anchored) {
-        for (const int level : {1, 2}) {
-            LoadResultLevel(state, level);
-            completeResultsOfLevel(lines, state, level);
-        }
-    } else {
-        completeResultsOfLevel(lines, state, 1);
+void completeResults(PrintLines& lines, const Problem& problem, const Results& results) {
+    for (int level = 1; level <= results.levelCount; ++level) {
+        completeResultsOfLevel(lines, problem, results, results.levels(level));
     }
     lines.empty(5);
 }

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "runtime/print_lines.h"
-#include "state/state.h"
+#include "state/results.h"
 
 namespace korvane {
 
 /// Result rows and pressures of the one level of a cantilever wall, or of both levels of an
-/// anchored wall, which are loaded one after the other and leave the second in memory.
-void completeResults(PrintLines& lines, State& state);
+/// anchored wall. The water pressures are those of the last level in all tables.
+void completeResults(PrintLines& lines, const Problem& problem, const Results& results);
 
 } // namespace korvane

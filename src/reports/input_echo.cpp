@@ -1,7 +1,6 @@
 // The echo has eight sections; each has a procedure of its own below, in their order.
 #include "reports/input_echo.h"
 
-#include "reports/report_file.h"
 #include "reports/report_parts.h"
 #include "runtime/number_text.h"
 
@@ -12,10 +11,10 @@ namespace korvane {
 
 namespace {
 
-constexpr std::string_view fixed2 = "####0.00";
+constexpr NumberFormat fixed2 = "####0.00";
 
 /// A labelled value with its unit, behind ten blanks.
-void labelledValue(PrintLines& lines, std::string_view label, double value, std::string_view format,
+void labelledValue(PrintLines& lines, std::string_view label, double value, NumberFormat format,
                    std::string_view unit) {
     lines.spc(10).text(label).text(formatNumber(value, format)).text(unit).end();
 }
@@ -89,7 +88,7 @@ void coefficientLayers(PrintLines& lines, const Problem& problem, int side) {
 }
 
 /// A factor of safety, or the word for one that is left to the default.
-std::string factorText(double factor, std::string_view format, std::string_view defaultWord) {
+std::string factorText(double factor, NumberFormat format, std::string_view defaultWord) {
     return factor > 0 ? formatNumber(factor, format) : std::string(defaultWord);
 }
 
@@ -345,8 +344,7 @@ void horizontalSection(PrintLines& lines, const Problem& problem) {
 
 } // namespace
 
-void WriteInputEcho(State& state) {
-    const Problem& problem = state.problem;
+PrintLines inputEcho(const Problem& problem) {
     PrintLines lines;
     programHead(lines);
     banner(lines, 30, {"****************", "*  INPUT DATA  *", "****************"});
@@ -360,8 +358,7 @@ void WriteInputEcho(State& state) {
     horizontalSection(lines, problem);
     lines.empty(5);
 
-    state.report.OutputLineCount = 0;
-    appendReport(state, lines);
+    return lines;
 }
 
 } // namespace korvane

@@ -1,11 +1,12 @@
 // The input as read, in readable form.
 #pragma once
 
-#include "state/state.h"
+#include "problem/problem.h"
+#include "runtime/print_lines.h"
 
 namespace korvane {
 
-/// Writes the echo to the newly made output file; OutputLineCount starts from 0.
-void WriteInputEcho(State& state);
+/// The first report of every problem.
+PrintLines inputEcho(const Problem& problem);
 
 } // namespace korvane

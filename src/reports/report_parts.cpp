@@ -38,12 +38,11 @@ void headingSection(PrintLines& lines, const Problem& problem, std::string_view 
     lines.empty();
 }
 
-void methodStatement(PrintLines& lines, const State& state, int side) {
-    const PressureMethod method = state.preparation.SideMethod(side);
+void methodStatement(PrintLines& lines, const Problem& problem, PressureMethod method, int side) {
     lines.spc(10).text(side == Right ? "RIGHTSIDE" : "LEFTSIDE");
     lines.text(" SOIL PRESSURES DETERMINED BY ");
     if (method == PressureMethod::Coefficients) {
-        const bool strengths = state.problem.SoilDataKind(side) == SoilData::Strengths;
+        const bool strengths = problem.SoilDataKind(side) == SoilData::Strengths;
         lines.text(strengths ? "COULOMB" : "INPUT").text(" COEFFICIENTS").end();
         lines.line(10, "AND THEORY OF ELLASTICITY EQUATIONS FOR SURCHARGE LOADS.");
     } else {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "runtime/print_lines.h"
-#include "state/state.h"
+#include "state/results.h"
 
 #include <initializer_list>
 #include <string_view>
@@ -33,7 +33,7 @@ void banner(PrintLines& lines, int blanks, std::initializer_list<std::string_vie
 void headingSection(PrintLines& lines, const Problem& problem, std::string_view title);
 
 /// Tells by which method the soil pressures of a side were determined.
-void methodStatement(PrintLines& lines, const State& state, int side);
+void methodStatement(PrintLines& lines, const Problem& problem, PressureMethod method, int side);
 
 /// True where the value just below an elevation and the one just above differ by more than 0.0001.
 bool isStep(double below, double above);

@@ -1,9 +1,7 @@
 #include "reports/results_report.h"
 
 #include "reports/complete_results.h"
-#include "reports/report_file.h"
 #include "reports/report_parts.h"
-#include "runtime/arithmetic.h"
 
 #include <string_view>
 
@@ -11,23 +9,10 @@ namespace korvane {
 
 namespace {
 
-constexpr std::string_view fixed2 = "####0.00";
+constexpr NumberFormat fixed2 = "####0.00";
 constexpr std::string_view exponential = "0.0000E+00";
 
-/// Depth of the wall bottom below the lower surface at the wall, FT.
-double penetration(const State& state, int level) {
-    const auto& SurfaceElev = state.problem.SurfaceElev;
-    return MinOf(SurfaceElev(Right, 1), SurfaceElev(Left, 1)) -
-           state.solution.SolvedBottomElev(level);
-}
-
-/// The factor of safety that an analysis has found.
-double foundFactor(const State& state, int level) {
-    return state.preparation.LayerFSPassive(Right, 1, level);
-}
-
-void summaryHead(PrintLines& lines, const State& state) {
-    const Problem& problem = state.problem;
+void summaryHead(PrintLines& lines, const Problem& problem, const Results& results) {
     lines.empty(5);
     programHead(lines);
     banner(lines, 25,
@@ -37,13 +22,9 @@ void summaryHead(PrintLines& lines, const State& state) {
     lines.line(5, "II.--SUMMARY");
     for (const int side : {Right, Left}) {
         lines.empty();
-        methodStatement(lines, state, side);
+        methodStatement(lines, problem, results.review.SideMethod(side), side);
     }
-    const auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
-    const auto unsolved = [&](int level) {
-        return WedgeNoSolution(level, Right) != 0 || WedgeNoSolution(level, Left) != 0;
-    };
-    if (unsolved(1) || unsolved(2)) {
+    if (results.wedgeWarning) {
         lines.empty();
         lines.line(10, "*****WARNING:  STANDARD WEDGE SOLUTION DOES NOT EXIST");
         lines.line(25, "AT ALL ELEVATIONS.  SEE COMPLETE OUTPUT.");
@@ -52,112 +33,110 @@ void summaryHead(PrintLines& lines, const State& state) {
 
 /// A line of the cantilever summary.
 void singleLine(PrintLines& lines, int blanks, std::string_view label, double value,
-                std::string_view format, int column = 46) {
+                NumberFormat format, int column = 46) {
     lines.spc(blanks).text(label).right(column, value, format).end();
 }
 
-void cantileverSummary(PrintLines& lines, const State& state) {
-    const Problem& problem = state.problem;
-    const ResultDiagrams& results = state.results;
+void cantileverSummary(PrintLines& lines, const Problem& problem, const LevelResult& level) {
+    const ResultDiagrams& results = level.diagrams;
     const bool design = problem.ProgramMode == Mode::Design;
     lines.empty();
     if (design) {
-        singleLine(lines, 5, "WALL BOTTOM ELEV. (FT)     :", state.solution.SolvedBottomElev(1),
-                   fixed2);
-        singleLine(lines, 11, "PENETRATION (FT)     :", penetration(state, 1), fixed2);
+        singleLine(lines, 5, "WALL BOTTOM ELEV. (FT)     :", level.bottomElev, fixed2);
+        singleLine(lines, 11, "PENETRATION (FT)     :", level.penetration, fixed2);
     } else {
         singleLine(lines, 5,
                    problem.FSKind == 1 ? "FACTOR OF SAFETY           :"
                                        : "PASSIVE FACTOR OF SAFETY   :",
-                   foundFactor(state, 1), "#0.00");
+                   level.factorOfSafety, "#0.00");
     }
     lines.empty();
-    singleLine(lines, 5, "MAX. BEND. MOMENT (LB-FT)  :", results.MaxMoment(1), exponential);
-    singleLine(lines, 11, "AT ELEVATION (FT)    :", results.MaxMoment(3), fixed2);
+    singleLine(lines, 5, "MAX. BEND. MOMENT (LB-FT)  :", results.MaxMoment.value, exponential);
+    singleLine(lines, 11, "AT ELEVATION (FT)    :", results.MaxMoment.elev, fixed2);
     lines.empty();
     singleLine(lines, 5, design ? "MAX. SCALED DEFL. (LB-IN^3):" : "MAXIMUM DEFLECTION (IN.)   :",
-               results.MaxDeflection(1), exponential);
-    singleLine(lines, 11, "AT ELEVATION (FT)    :", results.MaxDeflection(3), fixed2);
+               results.MaxDeflection.value, exponential);
+    singleLine(lines, 11, "AT ELEVATION (FT)    :", results.MaxDeflection.elev, fixed2);
     if (hasAutomaticSeepage(problem)) {
         lines.empty();
-        singleLine(lines, 5, "SEEPAGE GRADIENT           :", problem.SeepageGradient(1), "0.0000",
-                   45);
+        singleLine(lines, 5, "SEEPAGE GRADIENT           :", level.seepageGradient, "0.0000", 45);
     }
 }
 
 /// A line of the anchored summary: the free earth and the fixed earth value.
 void pairLine(PrintLines& lines, int blanks, std::string_view label, double freeEarth,
-              double fixedEarth, std::string_view format, int column = 56) {
+              double fixedEarth, NumberFormat format, int column = 56) {
     lines.spc(blanks).text(label);
     lines.right(column, freeEarth, format).right(column + 20, fixedEarth, format).end();
 }
 
-void anchoredFactors(PrintLines& lines, const State& state) {
-    const bool same = state.problem.FSKind == 1;
+void anchoredFactors(PrintLines& lines, const Problem& problem, const LevelResult& freeEarth,
+                     const LevelResult& fixedEarth) {
+    const bool same = problem.FSKind == 1;
     lines.spc(5).text(same ? "FACTOR OF SAFETY                   :"
                            : "PASSIVE FACTOR OF SAFETY           :");
-    lines.right(56, foundFactor(state, 1), fixed2).right(76, foundFactor(state, 2), fixed2);
+    lines.right(56, freeEarth.factorOfSafety, fixed2);
+    lines.right(76, fixedEarth.factorOfSafety, fixed2);
     if (same) {
         lines.tab(0); // an empty third column breaks the line; deliberate
     }
     lines.end();
 }
 
-void anchoredSummary(PrintLines& lines, const State& state) {
-    const Problem& problem = state.problem;
-    const auto& SolvedBottomElev = state.solution.SolvedBottomElev;
-    const auto& AnchorForce = state.solution.AnchorForce;
-    const auto& MaxMoment = state.results.MaxMoment;
-    const auto& MaxDeflection = state.results.MaxDeflection;
+void anchoredSummary(PrintLines& lines, const Problem& problem, const Results& results) {
+    const LevelResult& freeEarth = results.levels(1);
+    const LevelResult& fixedEarth = results.levels(2);
     const bool design = problem.ProgramMode == Mode::Design;
     lines.empty();
     lines.line(5, "METHOD                             :    FREE EARTH         FIXED EARTH");
     lines.empty();
     if (design) {
-        pairLine(lines, 5, "WALL BOTTOM ELEVATION (FT)         :", SolvedBottomElev(1),
-                 SolvedBottomElev(2), fixed2);
-        pairLine(lines, 11, "PENETRATION (FT)              :", penetration(state, 1),
-                 penetration(state, 2), fixed2);
+        pairLine(lines, 5, "WALL BOTTOM ELEVATION (FT)         :", freeEarth.bottomElev,
+                 fixedEarth.bottomElev, fixed2);
+        pairLine(lines, 11, "PENETRATION (FT)              :", freeEarth.penetration,
+                 fixedEarth.penetration, fixed2);
     } else {
-        anchoredFactors(lines, state);
+        anchoredFactors(lines, problem, freeEarth, fixedEarth);
     }
     lines.empty();
-    pairLine(lines, 5, "MAXIMUM BENDING MOMENT (LB-FT)     :", MaxMoment(1), MaxMoment(2),
-             exponential);
-    pairLine(lines, 11, "AT ELEVATION (FT)            :", MaxMoment(3), MaxMoment(4), fixed2);
+    pairLine(lines, 5, "MAXIMUM BENDING MOMENT (LB-FT)     :", freeEarth.diagrams.MaxMoment.value,
+             fixedEarth.diagrams.MaxMoment.value, exponential);
+    pairLine(lines, 11, "AT ELEVATION (FT)            :", freeEarth.diagrams.MaxMoment.elev,
+             fixedEarth.diagrams.MaxMoment.elev, fixed2);
     lines.empty();
     pairLine(lines, 5,
              design ? "MAXIMUM SCALED DEFLECTION (LB-IN^3):"
                     : "MAXIMUM DEFLECTION (IN.)           :",
-             MaxDeflection(1), MaxDeflection(2), exponential);
-    pairLine(lines, 11, "AT ELEVATION (FT)            :", MaxDeflection(3), MaxDeflection(4),
-             fixed2);
-    lines.empty();
-    pairLine(lines, 5, "ANCHOR FORCE (LB)                  :", AnchorForce(1), AnchorForce(2),
+             freeEarth.diagrams.MaxDeflection.value, fixedEarth.diagrams.MaxDeflection.value,
              exponential);
+    pairLine(lines, 11, "AT ELEVATION (FT)            :", freeEarth.diagrams.MaxDeflection.elev,
+             fixedEarth.diagrams.MaxDeflection.elev, fixed2);
+    lines.empty();
+    pairLine(lines, 5, "ANCHOR FORCE (LB)                  :", freeEarth.anchorForce,
+             fixedEarth.anchorForce, exponential);
     if (hasAutomaticSeepage(problem)) {
         lines.empty();
-        pairLine(lines, 5, "SEEPAGE GRADIENT                   :", problem.SeepageGradient(1),
-                 problem.SeepageGradient(2), "0.0000", design ? 55 : 56);
+        pairLine(lines, 5, "SEEPAGE GRADIENT                   :", freeEarth.seepageGradient,
+                 fixedEarth.seepageGradient, "0.0000", design ? 55 : 56);
     }
 }
 
 } // namespace
 
-void WriteResults(State& state) {
+PrintLines resultsReport(const Problem& problem, const Results& results) {
     PrintLines lines;
-    summaryHead(lines, state);
-    if (state.problem.WallType == WallKind::Cantilever) {
-        cantileverSummary(lines, state);
+    summaryHead(lines, problem, results);
+    if (problem.WallType == WallKind::Cantilever) {
+        cantileverSummary(lines, problem, results.levels(1));
     } else {
-        anchoredSummary(lines, state);
+        anchoredSummary(lines, problem, results);
     }
-    if (state.problem.ProgramMode == Mode::Design) {
+    if (problem.ProgramMode == Mode::Design) {
         lines.empty();
         scaledDeflectionNote(lines);
     }
-    completeResults(lines, state);
-    appendReport(state, lines);
+    completeResults(lines, problem, results);
+    return lines;
 }
 
 } // namespace korvane

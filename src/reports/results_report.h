@@ -1,11 +1,12 @@
-// Summary and complete results of a solution.
+// Summary and full tables of a solution.
 #pragma once
 
-#include "state/state.h"
+#include "runtime/print_lines.h"
+#include "state/results.h"
 
 namespace korvane {
 
-/// Appends the summary, then the complete results of each level.
-void WriteResults(State& state);
+/// The summary and, behind it, the complete results of all levels.
+PrintLines resultsReport(const Problem& problem, const Results& results);
 
 } // namespace korvane

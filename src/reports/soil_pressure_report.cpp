@@ -1,6 +1,5 @@
 #include "reports/soil_pressure_report.h"
 
-#include "reports/report_file.h"
 #include "reports/report_parts.h"
 #include "runtime/arithmetic.h"
 #include "runtime/number_text.h"
@@ -13,21 +12,19 @@ namespace {
 
 /// The lowest elevation that the table is wanted for: three heights of the retained soil below the
 /// lower surface, at least 30 FT, but not below the lowest working row of the grid.
-double lastElevationWanted(const State& state) {
-    const auto& SurfaceElev = state.problem.SurfaceElev;
+double lastElevationWanted(const Problem& problem, const ElevationGrid& grid) {
+    const auto& SurfaceElev = problem.SurfaceElev;
     const double lower = MinOf(SurfaceElev(Right, 1), SurfaceElev(Left, 1));
-    const double wanted = MinOf(lower - 3.0 * (state.problem.WallTopElev - lower), lower - 30.0);
-    return MaxOf(wanted, state.grid.ElevGrid(state.grid.NumElevs - 2));
+    const double wanted = MinOf(lower - 3.0 * (problem.WallTopElev - lower), lower - 30.0);
+    return MaxOf(wanted, grid.ElevGrid(grid.NumElevs - 2));
 }
 
 /// True where any soil or net pressure of row i has a step. Net passive counts for a cantilever
 /// only; the water pressures are not tested.
-bool hasStep(const State& state, int i) {
-    const auto& NetActive = state.net.NetActive;
-    const auto& NetPassive = state.net.NetPassive;
-    return hasSoilStep(state.pressures, i) || isStep(NetActive(i, 1), NetActive(i, 2)) ||
-           (state.problem.WallType == WallKind::Cantilever &&
-            isStep(NetPassive(i, 1), NetPassive(i, 2)));
+bool hasStep(const PressureDiagrams& diagrams, bool cantilever, int i) {
+    const auto& [grid, pressures, NetActive, NetPassive] = diagrams;
+    return hasSoilStep(pressures, i) || isStep(NetActive(i, 1), NetActive(i, 2)) ||
+           (cantilever && isStep(NetPassive(i, 1), NetPassive(i, 2)));
 }
 
 void columnHeads(PrintLines& lines, bool cantilever) {
@@ -54,20 +51,21 @@ void columnHeads(PrintLines& lines, bool cantilever) {
 
 /// One line of the table: row i with the values k, the flag behind its elevation and the marks of
 /// the sweep search behind the pressures.
-void pressureRow(PrintLines& lines, const State& state, int i, int k, std::string_view flag) {
-    const Pressures& pressures = state.pressures;
-    constexpr std::string_view format = "####0.0";
-    lines.right(8, state.grid.ElevGrid(i), "###0.0").text(flag);
+void pressureRow(PrintLines& lines, const PressureDiagrams& diagrams, bool cantilever, int i, int k,
+                 std::string_view flag) {
+    const auto& [grid, pressures, NetActive, NetPassive] = diagrams;
+    constexpr NumberFormat format = "####0.0";
+    lines.right(8, grid.ElevGrid(i), "###0.0").text(flag);
     lines.right(16, pressures.WaterPressures(i, k), "###0.0");
     lines.right(26, pressures.PassivePressures(Left, i, k), format);
     lines.text(markText(pressures.PassiveMark(Left, i)));
     lines.right(35, pressures.ActivePressures(Left, i, k), format);
     lines.text(markText(pressures.ActiveMark(Left, i)));
-    if (state.problem.WallType == WallKind::Cantilever) {
-        lines.right(45, state.net.NetActive(i, k), format);
-        lines.right(55, state.net.NetPassive(i, k), format);
+    if (cantilever) {
+        lines.right(45, NetActive(i, k), format);
+        lines.right(55, NetPassive(i, k), format);
     } else {
-        lines.right(51, state.net.NetActive(i, k), format);
+        lines.right(51, NetActive(i, k), format);
     }
     lines.right(65, pressures.ActivePressures(Right, i, k), format);
     lines.text(markText(pressures.ActiveMark(Right, i)));
@@ -77,28 +75,28 @@ void pressureRow(PrintLines& lines, const State& state, int i, int k, std::strin
 
 /// The rows down to the first one below the last elevation wanted. A step gives two lines, the
 /// upper value first.
-void pressureRows(PrintLines& lines, const State& state) {
-    const ElevationGrid& grid = state.grid;
-    const double lastElevation = lastElevationWanted(state);
-    pressureRow(lines, state, 1, 1, " ");
+void pressureRows(PrintLines& lines, const Problem& problem, const PressureDiagrams& diagrams) {
+    const ElevationGrid& grid = diagrams.grid;
+    const bool cantilever = problem.WallType == WallKind::Cantilever;
+    const double lastElevation = lastElevationWanted(problem, grid);
+    pressureRow(lines, diagrams, cantilever, 1, 1, " ");
     for (int i = 2; i <= grid.NumElevs; ++i) {
-        const bool step = hasStep(state, i);
-        pressureRow(lines, state, i, 2, step ? "+" : " ");
+        const bool step = hasStep(diagrams, cantilever, i);
+        pressureRow(lines, diagrams, cantilever, i, 2, step ? "+" : " ");
         if (grid.ElevGrid(i) < lastElevation) {
             break;
         }
         if (step) {
-            pressureRow(lines, state, i, 1, "-");
+            pressureRow(lines, diagrams, cantilever, i, 1, "-");
         }
     }
 }
 
 /// What the table holds: the methods of both sides and the loads and gradients in it.
-void statements(PrintLines& lines, const State& state) {
-    const Problem& problem = state.problem;
-    methodStatement(lines, state, Right);
+void statements(PrintLines& lines, const Problem& problem, const Review& review) {
+    methodStatement(lines, problem, review.SideMethod(Right), Right);
     lines.empty();
-    methodStatement(lines, state, Left);
+    methodStatement(lines, problem, review.SideMethod(Left), Left);
     if (problem.HDistCount > 0) {
         lines.empty();
         lines.line(10, "NET SOIL PRESSURES INCLUDE APPLIED HORIZONTAL DISTRIBUTED LOADS.");
@@ -106,16 +104,14 @@ void statements(PrintLines& lines, const State& state) {
     if (hasAutomaticSeepage(problem)) {
         lines.empty();
         lines.spc(10).text("SOIL PRESSURES ARE REPORTED FOR A SEEPAGE GRADIENT = ");
-        lines.text(formatNumber(problem.SeepageGradient(1), "#0.0000")).end();
+        lines.text(formatNumber(review.SeepageGradient, "#0.0000")).end();
         lines.line(10, "AND MAY CHANGE WITH AUTOMATIC ADJUSTMENT OF THE GRADIENT.");
     }
 }
 
 } // namespace
 
-void WriteSoilPressureReport(State& state) {
-    const Problem& problem = state.problem;
-    const auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
+PrintLines soilPressureReport(const Problem& problem, const Review& review) {
     const bool cantilever = problem.WallType == WallKind::Cantilever;
 
     PrintLines lines;
@@ -127,15 +123,15 @@ void WriteSoilPressureReport(State& state) {
             "**************************"});
     headingSection(lines, problem, " I.--HEADING");
     lines.line(5, "II.--SOIL PRESSURES");
-    statements(lines, state);
+    statements(lines, problem, review);
     columnHeads(lines, cantilever);
-    pressureRows(lines, state);
-    if (WedgeNoSolution(1, Right) != 0 || WedgeNoSolution(1, Left) != 0) {
+    pressureRows(lines, problem, review.diagrams);
+    if (review.WedgeNoSolution(Right) != 0 || review.WedgeNoSolution(Left) != 0) {
         lines.line(10, "* STANDARD WEDGE SOLUTION DOES NOT EXIST FOR INDICATED PRESSURE");
         lines.line(12, "FOR THIS ELEVATION.");
     }
     lines.empty(5);
-    appendReport(state, lines);
+    return lines;
 }
 
 } // namespace korvane

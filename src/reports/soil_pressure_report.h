@@ -1,11 +1,13 @@
-// The table of initial soil and water pressures of a design.
+// The table of soil pressures at the stop for review of a design.
 #pragma once
 
-#include "state/state.h"
+#include "runtime/print_lines.h"
+#include "state/results.h"
 
 namespace korvane {
 
-/// Appends the report to the output file.
-void WriteSoilPressureReport(State& state);
+/// Net, active and passive pressures of both sides down to three retained heights below the lower
+/// ground.
+PrintLines soilPressureReport(const Problem& problem, const Review& review);
 
 } // namespace korvane

@@ -10,24 +10,24 @@ namespace korvane {
 namespace {
 
 /// Unit weight (PCF) of the right side's soil below grid elevation z, less what the water carries.
-double effectiveWeight(const State& state, int layer, double z) {
-    const Problem& problem = state.problem;
+double effectiveWeight(const Problem& problem, const LevelResult& freeEarth, int layer, double z) {
     if (problem.WaterDataKind != WaterData::Elevations || z > problem.WaterElev(Right)) {
         return problem.SoilMoistWeight(Right, layer);
     }
     double water = problem.WaterUnitWeight;
     if (problem.SeepageKind != Seepage::None && z <= problem.SeepageElev &&
-        z > state.preparation.SeepageEndElev(1)) {
-        water = (1 - problem.SeepageGradient(1)) * problem.WaterUnitWeight;
+        z > freeEarth.seepageEndElev) {
+        water = (1 - freeEarth.seepageGradient) * problem.WaterUnitWeight;
     }
     return problem.SoilSatWeight(Right, layer) - water;
 }
 
 /// Uniform surcharge and effective weight (PSF) of the right side from its surface down to the left
 /// surface.
-double overburden(const State& state) {
-    const Problem& problem = state.problem;
-    const auto& ElevGrid = state.grid.ElevGrid;
+double overburden(const Problem& problem, const Results& results) {
+    // The grid of the level solved last, deliberately.
+    const ElevationGrid& grid = results.levels(results.levelCount).solved.grid;
+    const auto& ElevGrid = grid.ElevGrid;
     const double leftSurface = problem.SurfaceElev(Left, 1);
     double p = problem.VUniformCount(Right) > 0 ? problem.VUniformLoad(Right) : 0.0;
 
@@ -37,13 +37,13 @@ double overburden(const State& state) {
     }
     int layer = 1;
     for (;; ++i) {
-        if (i >= state.grid.NumElevs) {
+        if (i >= grid.NumElevs) {
             throw RuntimeError(9);
         }
         if (std::fabs(ElevGrid(i) - problem.SoilBottomElev(Right, layer)) <= 0.0001) {
             ++layer;
         }
-        const double weight = effectiveWeight(state, layer, ElevGrid(i));
+        const double weight = effectiveWeight(problem, results.levels(1), layer, ElevGrid(i));
         if (ElevGrid(i + 1) <= leftSurface) {
             return p + (ElevGrid(i) - leftSurface) * weight;
         }
@@ -56,25 +56,23 @@ struct Strength {
     double adhesion = 0; ///< PSF
 };
 
-Strength layerStrength(const State& state, int layer) {
-    return {divide(state.problem.SoilCohesion(Left, layer),
-                   state.preparation.LayerFSPassive(Left, layer, 1)),
-            state.problem.SoilAdhesion(Left, layer)};
+Strength layerStrength(const Problem& problem, const LevelResult& freeEarth, int layer) {
+    return {divide(problem.SoilCohesion(Left, layer), freeEarth.layers(Left, layer).fsPassive),
+            problem.SoilAdhesion(Left, layer)};
 }
 
 /// Of the left side, averaged over its surface down to the bottom of the wall.
-Strength averageStrength(const State& state) {
-    const Problem& problem = state.problem;
+Strength averageStrength(const Problem& problem, const LevelResult& freeEarth) {
     if (problem.SoilLayerCount(Left) == 1) {
-        return layerStrength(state, 1);
+        return layerStrength(problem, freeEarth, 1);
     }
     const double surface = problem.SurfaceElev(Left, 1);
-    const double wallBottom = state.solution.SolvedBottomElev(1);
+    const double wallBottom = freeEarth.bottomElev;
     Strength sum;
     double top = surface;
     for (int layer = 1; layer <= problem.SoilLayerCount(Left) && top > wallBottom; ++layer) {
         const double bottom = MaxOf(problem.SoilBottomElev(Left, layer), wallBottom);
-        const Strength strength = layerStrength(state, layer);
+        const Strength strength = layerStrength(problem, freeEarth, layer);
         sum.cohesion += strength.cohesion * (top - bottom);
         sum.adhesion += strength.adhesion * (top - bottom);
         top = bottom;
@@ -134,9 +132,9 @@ double groupValue(int group, double S, double alpha) {
 
 } // namespace
 
-double stabilityNumber(const State& state) {
-    const auto [c, a] = averageStrength(state);
-    return finite(divide(c, overburden(state)) * squareRoot(1 + divide(a, c)));
+double stabilityNumber(const Problem& problem, const Results& results) {
+    const auto [c, a] = averageStrength(problem, results.levels(1));
+    return finite(divide(c, overburden(problem, results)) * squareRoot(1 + divide(a, c)));
 }
 
 bool inClayRange(double x) {

@@ -1,29 +1,25 @@
 // Rowe's moment reduction for sheet pile walls in sand and clay.
 #pragma once
 
-#include "state/state.h"
+#include "state/results.h"
 
-#include <functional>
+#include <optional>
 
 namespace korvane {
 
-/// Decides on sand or clay from the left side's soil, lets `showSections` settle the section table,
-/// and appends the report. Nothing is reported where SolutionFailed is set afterwards, where the
-/// soil is neither, or where both friction and cohesion occur (then no sections are shown).
-/// Faults are RuntimeErrors; none leaves a part of a report.
-void ReduceRoweMoments(State& state, const std::function<void()>& showSections);
+/// The left side's soil along a wall solved by the free earth method: sand or clay by its first
+/// layer, None for neither (soil given by coefficients is neither); nothing where both friction and
+/// cohesion occur, so that no section table is asked for.
+std::optional<RoweSoil> soilForReduction(const Problem& problem, const Results& results);
 
-/// Coefficients, ratios and report for sand and for clay. RoweHeight, RoweAlpha and RoweBeta stand.
-/// RoweSoilType becomes 0 where the reduction does not apply to the wall.
-void ReportRoweSand(State& state);
-void ReportRoweClay(State& state);
+/// The reduction for a table of sections; `soil` is None where there is nothing to report. Faults
+/// are RuntimeErrors.
+MomentReduction reduceMoments(const Problem& problem, const Results& results,
+                              const PileSections& sections);
 
 /// Rowe's flexibility number log10(H^4 / EI): wall height in FT, moment of inertia in IN^4 per foot
 /// of wall, modulus of elasticity in PSI; feet and inches are not brought together, as in Rowe's
 /// curves. RuntimeError 11 or 5 where EI is not above zero.
 double pileLogRigidity(double height, double inertia, double modulus);
-
-/// Forgets all results of an earlier reduction; the sections stay.
-void clearReduction(RoweData& rowe);
 
 } // namespace korvane

@@ -28,51 +28,52 @@ bool takePositive(std::string_view field, double& value) {
 
 } // namespace
 
-void LoadPileDefaults(RoweData& rowe) {
-    rowe.PileName.fill("");
-    rowe.PileSectionData.fill(0);
-    rowe.PileAllowStress.fill(0);
-    rowe.PileModulus.fill(0);
-    rowe.PileSectionCount = DefaultSectionCount;
+void LoadPileDefaults(PileSections& sections) {
+    sections.PileName.fill("");
+    sections.PileSectionData.fill(0);
+    sections.PileAllowStress.fill(0);
+    sections.PileModulus.fill(0);
+    sections.PileSectionCount = DefaultSectionCount;
     int p = 0;
     for (const DefaultSection& section : defaultSections) {
         ++p;
-        rowe.PileName(p) = section.name;
-        rowe.PileSectionData(p, 1) = section.sectionModulus;
-        rowe.PileSectionData(p, 2) = section.inertia;
+        sections.PileName(p) = section.name;
+        sections.PileSectionData(p, 1) = section.sectionModulus;
+        sections.PileSectionData(p, 2) = section.inertia;
     }
-    acceptDefaultTexts(rowe, DefaultAllowStressText, DefaultModulusText);
+    acceptDefaultTexts(sections, DefaultAllowStressText, DefaultModulusText);
 }
 
-void acceptDefaults(RoweData& rowe, double allowStress, double modulus) {
+void acceptDefaults(PileSections& sections, double allowStress, double modulus) {
     for (int p = 1; p <= DefaultSectionCount; ++p) {
-        rowe.PileAllowStress(p) = allowStress;
-        rowe.PileModulus(p) = modulus;
+        sections.PileAllowStress(p) = allowStress;
+        sections.PileModulus(p) = modulus;
     }
 }
 
-bool acceptDefaultTexts(RoweData& rowe, std::string_view allowStress, std::string_view modulus) {
+bool acceptDefaultTexts(PileSections& sections, std::string_view allowStress,
+                        std::string_view modulus) {
     double stress = 0;
     if (!takePositive(allowStress, stress) || !isNumeric(modulus)) {
         return false;
     }
-    acceptDefaults(rowe, stress, numericValue(modulus));
+    acceptDefaults(sections, stress, numericValue(modulus));
     return true;
 }
 
-bool addSections(RoweData& rowe, const std::array<PileEntry, 5>& rows) {
-    rowe.PileSectionCount = DefaultSectionCount;
+bool addSections(PileSections& sections, const std::array<PileEntry, 5>& rows) {
+    sections.PileSectionCount = DefaultSectionCount;
     for (const PileEntry& row : rows) {
         const std::string name = trimmed(row.name);
         if (name.empty()) {
             break;
         }
-        const int p = ++rowe.PileSectionCount;
-        rowe.PileName(p) = name;
-        if (!takePositive(row.sectionModulus, rowe.PileSectionData(p, 1)) ||
-            !takePositive(row.inertia, rowe.PileSectionData(p, 2)) ||
-            !takePositive(row.allowStress, rowe.PileAllowStress(p)) ||
-            !takePositive(row.modulus, rowe.PileModulus(p))) {
+        const int p = ++sections.PileSectionCount;
+        sections.PileName(p) = name;
+        if (!takePositive(row.sectionModulus, sections.PileSectionData(p, 1)) ||
+            !takePositive(row.inertia, sections.PileSectionData(p, 2)) ||
+            !takePositive(row.allowStress, sections.PileAllowStress(p)) ||
+            !takePositive(row.modulus, sections.PileModulus(p))) {
             return false;
         }
     }

@@ -1,7 +1,7 @@
 // The table of sheet pile sections.
 #pragma once
 
-#include "state/state.h"
+#include "state/results.h"
 
 #include <array>
 #include <string>
@@ -26,19 +26,20 @@ struct PileEntry {
 };
 
 /// Loads the eight default sections and clears places 9 to 13.
-void LoadPileDefaults(RoweData& rowe);
+void LoadPileDefaults(PileSections& sections);
 
 /// Stress and modulus (PSI) of the eight default sections.
-void acceptDefaults(RoweData& rowe, double allowStress, double modulus);
+void acceptDefaults(PileSections& sections, double allowStress, double modulus);
 
 /// The same from the two default fields; false where one of them is invalid: the stress must be a
 /// number above zero, the modulus a number of any sign.
-bool acceptDefaultTexts(RoweData& rowe, std::string_view allowStress, std::string_view modulus);
+bool acceptDefaultTexts(PileSections& sections, std::string_view allowStress,
+                        std::string_view modulus);
 
 /// Adds the rows up to the first without a name to the default sections. False at the first value
 /// that is not a number above zero; the count and the values before it then stand, and the caller
 /// offers to correct the row or goes back to LoadPileDefaults.
-bool addSections(RoweData& rowe, const std::array<PileEntry, 5>& rows);
+bool addSections(PileSections& sections, const std::array<PileEntry, 5>& rows);
 
 /// The box of an invalid value: OK continues the entry, Cancel returns to the defaults.
 MessageBox invalidSectionsBox();

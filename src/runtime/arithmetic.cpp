@@ -1,24 +1,6 @@
 #include "runtime/arithmetic.h"
 
-#include "runtime/runtime_error.h"
-
-#include <cmath>
-
 namespace korvane {
-
-double finite(double x) {
-    if (!std::isfinite(x)) {
-        throw RuntimeError(6);
-    }
-    return x;
-}
-
-double divide(double a, double b) {
-    if (b == 0) {
-        throw RuntimeError(11);
-    }
-    return finite(a / b);
-}
 
 double squareRoot(double x) {
     if (x < 0) {

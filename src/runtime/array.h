@@ -15,12 +15,13 @@ class Array {
     static_assert(sizeof...(Extents) > 0 && ((Extents > 0) && ...));
 
   public:
+    // Inlined whatever the build: link-time optimisation otherwise calls them in the inner loops.
     template <class... Subscripts>
-    T& operator()(Subscripts... subscripts) {
+    [[gnu::always_inline]] T& operator()(Subscripts... subscripts) {
         return elements_[offset(subscripts...)];
     }
     template <class... Subscripts>
-    const T& operator()(Subscripts... subscripts) const {
+    [[gnu::always_inline]] const T& operator()(Subscripts... subscripts) const {
         return elements_[offset(subscripts...)];
     }
 
@@ -38,7 +39,7 @@ class Array {
 
   private:
     template <class... Subscripts>
-    static std::size_t offset(Subscripts... subscripts) {
+    [[gnu::always_inline]] static std::size_t offset(Subscripts... subscripts) {
         static_assert(sizeof...(Subscripts) == sizeof...(Extents));
         std::size_t position = 0;
         const bool inside = ((subscripts >= 1 && subscripts <= Extents &&
@@ -47,7 +48,7 @@ class Array {
                                true)) &&
                              ...);
         if (!inside) {
-            throw RuntimeError(9);
+            throwRuntimeError(9);
         }
         return position;
     }

@@ -14,8 +14,9 @@ constexpr const char* monthNames[] = {"JANUARY",   "FEBRUARY", "MARCH",    "APRI
                                       "MAY",       "JUNE",     "JULY",     "AUGUST",
                                       "SEPTEMBER", "OCTOBER",  "NOVEMBER", "DECEMBER"};
 
-std::string twoDigits(int n) {
-    return (n < 10 ? "0" : "") + std::to_string(n);
+void appendTwoDigits(std::string& text, int n) {
+    text += static_cast<char>('0' + n / 10);
+    text += static_cast<char>('0' + n % 10);
 }
 
 /// The fixed moment of SOURCE_DATE_EPOCH, a whole number of seconds; false where none is set.
@@ -39,10 +40,12 @@ MomentText momentText() {
         const std::time_t now = std::time(nullptr);
         localtime_r(&now, &moment);
     }
-    return {std::to_string(moment.tm_mday) + "-" + monthNames[moment.tm_mon] + "-" +
-                std::to_string(1900LL + moment.tm_year),
-            std::to_string(moment.tm_hour) + ":" + twoDigits(moment.tm_min) + ":" +
-                twoDigits(moment.tm_sec)};
+    MomentText text{std::to_string(moment.tm_mday), std::to_string(moment.tm_hour)};
+    ((text.date += '-') += monthNames[moment.tm_mon]) += '-';
+    text.date += std::to_string(1900LL + moment.tm_year);
+    appendTwoDigits(text.time += ':', moment.tm_min);
+    appendTwoDigits(text.time += ':', moment.tm_sec);
+    return text;
 }
 
 } // namespace korvane

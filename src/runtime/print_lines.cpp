@@ -1,7 +1,5 @@
 #include "runtime/print_lines.h"
 
-#include "runtime/number_text.h"
-
 #include <algorithm>
 #include <cstddef>
 
@@ -38,7 +36,7 @@ PrintLines& PrintLines::text(std::string_view piece) {
 }
 
 PrintLines& PrintLines::number(double value) {
-    line_ += generalForm(value);
+    appendGeneralForm(line_, value);
     line_ += ' ';
     return *this;
 }
@@ -47,8 +45,21 @@ PrintLines& PrintLines::right(int column, std::string_view piece) {
     return tab(column - static_cast<int>(piece.size())).text(piece);
 }
 
-PrintLines& PrintLines::right(int column, double value, std::string_view format) {
-    return right(column, formatNumber(value, format));
+PrintLines& PrintLines::right(int column, std::string_view mark, double value,
+                              NumberFormat format) {
+    const std::size_t start = line_.size();
+    line_ += mark;
+    appendNumber(line_, value, format);
+    const auto width = static_cast<int>(line_.size() - start);
+    const auto before = static_cast<std::size_t>(std::max(column - width, 1) - 1);
+    if (start > before) {
+        content_.append(line_, 0, start) += '\n';
+        ++lineCount_;
+        line_.replace(0, start, before, ' ');
+    } else {
+        line_.insert(start, before - start, ' ');
+    }
+    return *this;
 }
 
 PrintLines& PrintLines::end() {

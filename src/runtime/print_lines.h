@@ -1,6 +1,8 @@
 // Lines of a report, built piece by piece with the columns of a line printer.
 #pragma once
 
+#include "runtime/number_format.h"
+
 #include <string>
 #include <string_view>
 
@@ -22,7 +24,11 @@ class PrintLines {
     /// Places a text so that its last character stands in `column` - 1.
     PrintLines& right(int column, std::string_view piece);
     /// Places a value through a format string so that it ends in `column` - 1.
-    PrintLines& right(int column, double value, std::string_view format);
+    PrintLines& right(int column, double value, NumberFormat format) {
+        return right(column, {}, value, format);
+    }
+    /// The same with a mark directly before the value.
+    PrintLines& right(int column, std::string_view mark, double value, NumberFormat format);
     /// Ends the line.
     PrintLines& end();
     /// A whole line: `blanks` blanks and a text.

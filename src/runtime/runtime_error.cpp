@@ -40,6 +40,10 @@ const char* RuntimeError::what() const noexcept {
     return runtimeErrorText(number_);
 }
 
+void throwRuntimeError(int number) {
+    throw RuntimeError(number);
+}
+
 const char* runtimeErrorText(int number) {
     for (const ErrorText& entry : errorTexts) {
         if (entry.number == number) {

@@ -31,6 +31,9 @@ class RuntimeError : public std::exception {
     std::string fileName_;
 };
 
+/// Throws RuntimeError(number), out of the way of the code that runs when all is well.
+[[noreturn, gnu::cold]] void throwRuntimeError(int number);
+
 /// The standard text of a run-time error number; an unknown number gives "Application-defined or
 /// object-defined error".
 const char* runtimeErrorText(int number);

@@ -22,7 +22,7 @@ namespace korvane {
 
 DataScreen::DataScreen(ScreenContext& context, const QString& name, const QString& title)
     : ScreenWindow(context, name, title), remark_(new QLabel(this)), opened_(problem()),
-      openedHeadContDataValid_(session().state.HeadContDataValid) {
+      openedHeadContDataValid_(session().HeadContDataValid) {
     addHelpMenu();
     remark_->setObjectName("lblRemark");
     remark_->setTextFormat(Qt::PlainText);
@@ -165,7 +165,7 @@ void DataScreen::keyPressEvent(QKeyEvent* event) {
 }
 
 void DataScreen::dataChanged() {
-    session().state.DataChanged = 1;
+    session().DataChanged = 1;
     touch();
 }
 
@@ -250,7 +250,7 @@ void DataScreen::frameClose() {
         return;
     }
     problem() = opened_;
-    session().state.HeadContDataValid = openedHeadContDataValid_;
+    session().HeadContDataValid = openedHeadContDataValid_;
     accept();
 }
 

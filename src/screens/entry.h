@@ -2,7 +2,7 @@
 #pragma once
 
 #include "problem/problem.h"
-#include "state/prompts.h"
+#include "state/message_box.h"
 
 #include <string>
 

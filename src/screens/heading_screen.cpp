@@ -253,7 +253,7 @@ void HeadingScreen::fill() {
     fields_[FSGiven]->setEnabled(false);
     fields_[FSActive]->showNumber(problem().FSActive);
     fields_[FSPassive]->showNumber(problem().FSPassive);
-    if (session().state.HeadContDataValid == 0) {
+    if (session().HeadContDataValid == 0) {
         fillBlank();
     } else {
         fillEditing();
@@ -337,7 +337,7 @@ const void* HeadingScreen::placeOf(const Field& field, Problem& typed) {
 // -----------------------------------------------------------------------------------
 
 void HeadingScreen::finishStage() {
-    session().state.HeadContDataValid = 0;
+    session().HeadContDataValid = 0;
     readHeading();
     std::string missing = missingItems();
     if (missing.empty()) {
@@ -354,7 +354,7 @@ void HeadingScreen::finishStage() {
         }
         return;
     }
-    session().state.HeadContDataValid = 1;
+    session().HeadContDataValid = 1;
     accept();
 }
 

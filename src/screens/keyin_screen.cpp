@@ -10,8 +10,8 @@ namespace {
 
 constexpr int RequiredSections = 3;
 
-bool hasSurcharges(const State& state) {
-    const Problem& problem = state.problem;
+bool hasSurcharges(const Session& session) {
+    const Problem& problem = session.problem;
     int loads = 0;
     for (const auto* count : {&problem.VLineCount, &problem.VUniformCount, &problem.VStripCount,
                               &problem.VRampCount, &problem.VTriCount, &problem.VVarCount}) {
@@ -29,23 +29,25 @@ const SectionList& sectionList() {
         .frame = "fraInputSects",
         .sections =
             {{{"cmdHeadCont", "&Heading, Wall and Control Data", "panHeadCont", true,
-               [](const State& state) { return state.HeadContDataValid != 0; }},
+               [](const Session& session) { return session.HeadContDataValid != 0; }},
               Screen::HEADCONT},
              {{"cmdSurface", "Soil &Surface Data", "panSurface", true,
-               [](const State& state) { return state.problem.SurfacePointCount(Right) > 0; }},
+               [](const Session& session) { return session.problem.SurfacePointCount(Right) > 0; }},
               Screen::SURFACE},
              // The left side's layers are deliberately not looked at.
              {{"cmdLayerData", "Soil &Layer Data", "panLayerData", true,
-               [](const State& state) { return state.problem.SoilLayerCount(Right) >= 1; }},
+               [](const Session& session) { return session.problem.SoilLayerCount(Right) >= 1; }},
               Screen::LAYRDATA},
              {{"cmdWaterData", "&Water Data", "panWaterData", false,
-               [](const State& state) { return state.problem.WaterDataKind != WaterData::None; }},
+               [](const Session& session) {
+                   return session.problem.WaterDataKind != WaterData::None;
+               }},
               Screen::WATER},
              {{"cmdSurcharge", "S&urface Surcharge Data", "panSurcharge", false, hasSurcharges},
               Screen::SURCHCON},
              {{"cmdHorizontal", "Applied &Horizontal Loads", "panHorizontal", false,
-               [](const State& state) {
-                   return state.problem.HLineCount + state.problem.HDistCount > 0;
+               [](const Session& session) {
+                   return session.problem.HLineCount + session.problem.HDistCount > 0;
                }},
               Screen::HORCON}},
         .requiredNote = "(Sections indicated in red are required.)",
@@ -56,12 +58,11 @@ const SectionList& sectionList() {
 } // namespace
 
 KeyinScreen::KeyinScreen(ScreenContext& context) : SectionScreen(context, &sectionList()) {
-    State& state = session().state;
-    state.DataChanged = 0;
-    state.SolutionFailed = 0;
+    session().DataChanged = 0;
+    session().SolutionFailed = 0;
     const bool editing = problem().NumHeadingLines != 0;
     if (editing) {
-        state.HeadContDataValid = 1;
+        session().HeadContDataValid = 1;
         setTitle("Select Data Section to be Edited");
     }
     // On opening a new problem nothing is highlighted; of a held one the required sections are,
@@ -69,19 +70,18 @@ KeyinScreen::KeyinScreen(ScreenContext& context) : SectionScreen(context, &secti
     for (int section = 0; section < static_cast<int>(sectionList().sections.size()); ++section) {
         const auto hasData =
             sectionList().sections[static_cast<std::size_t>(section)].button.hasData;
-        highlight(panel(section), editing && (section < RequiredSections || hasData(state)));
+        highlight(panel(section), editing && (section < RequiredSections || hasData(session())));
     }
 }
 
 void KeyinScreen::finishStage() {
-    State& state = session().state;
-    state.SolutionFailed = 0;
-    if (const auto fault = sectionFault(state)) {
+    session().SolutionFailed = 0;
+    if (const auto fault = sectionFault(session())) {
         failAt(button(static_cast<int>(fault->at)));
         if (goesOn(fault->box)) { // Cancel aborts the run, which empties the whole problem
             return;
         }
-        state.SolutionFailed = 1;
+        session().SolutionFailed = 1;
     }
     accept();
 }

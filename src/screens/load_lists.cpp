@@ -7,8 +7,8 @@ namespace {
 constexpr const char* EnterTitle = "Select Data Section to be Entered";
 
 template <auto Count>
-bool onEitherSide(const State& state) {
-    const auto& count = state.problem.*Count;
+bool onEitherSide(const Session& session) {
+    const auto& count = session.problem.*Count;
     return count(Right) + count(Left) > 0;
 }
 
@@ -57,11 +57,11 @@ const SectionList& horizontalLoadList() {
         .title = EnterTitle,
         .frame = "fraHorLoadSects",
         .sections = {{{"cmdHorizLine", "Horizontal &Line Loads", "panHorizLine", false,
-                       [](const State& state) { return state.problem.HLineCount > 0; }},
+                       [](const Session& session) { return session.problem.HLineCount > 0; }},
                       Screen::HORLOAD,
                       1},
                      {{"cmdHorizDist", "Horizontal &Distributed Loads", "panHorizDist", false,
-                       [](const State& state) { return state.problem.HDistCount > 0; }},
+                       [](const Session& session) { return session.problem.HDistCount > 0; }},
                       Screen::HORLOAD,
                       2}},
     };

@@ -261,7 +261,7 @@ void LoadScreen::finishStage() {
             count(side) = 0;
         }
         if (kind_.cancelIsFailure) {
-            session().state.SolutionFailed = 1;
+            session().SolutionFailed = 1;
         }
     }
     accept();

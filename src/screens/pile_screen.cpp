@@ -68,9 +68,9 @@ int decimalsWidth(const QString& text, const QFontMetrics& letters) {
 }
 
 /// The four numbers of a section in the order of their columns.
-std::array<double, 4> numbersOf(const RoweData& rowe, int p) {
-    return {rowe.PileSectionData(p, 1), rowe.PileSectionData(p, 2), rowe.PileAllowStress(p),
-            rowe.PileModulus(p)};
+std::array<double, 4> numbersOf(const PileSections& sections, int p) {
+    return {sections.PileSectionData(p, 1), sections.PileSectionData(p, 2),
+            sections.PileAllowStress(p), sections.PileModulus(p)};
 }
 
 } // namespace
@@ -173,8 +173,8 @@ void PileScreen::createAdditions(QWidget* sheet) {
 void PileScreen::showDefaults() {
     for (int p = 1; p <= DefaultSectionCount; ++p) {
         const auto row = static_cast<std::size_t>(p - 1);
-        const auto numbers = numbersOf(rowe(), p);
-        defaultRows_[0][row]->setText(shownText(rowe().PileName(p)));
+        const auto numbers = numbersOf(sections(), p);
+        defaultRows_[0][row]->setText(shownText(sections().PileName(p)));
         defaultRows_[1][row]->setText(general(numbers[0]));
         defaultRows_[2][row]->setText(general(numbers[1]));
     }
@@ -226,12 +226,12 @@ void PileScreen::showAdditions() {
     rows_.clear();
     for (int row = 1; row <= AddedRows; ++row) {
         const int p = DefaultSectionCount + row;
-        if (rowe().PileName(p).empty()) {
+        if (sections().PileName(p).empty()) {
             return;
         }
-        rows_.field(0, row)->setText(shownText(rowe().PileName(p)));
+        rows_.field(0, row)->setText(shownText(sections().PileName(p)));
         int column = 1;
-        for (const double number : numbersOf(rowe(), p)) {
+        for (const double number : numbersOf(sections(), p)) {
             rows_.field(column++, row)->showNumber(number);
         }
     }
@@ -256,15 +256,15 @@ void PileScreen::showStage(bool accepted) {
 // ---------------------------------------------------------------------------------------
 
 void PileScreen::acceptDefaultFields() {
-    if (!acceptDefaultTexts(rowe(), defaultField_[0]->entry(), defaultField_[1]->entry())) {
+    if (!acceptDefaultTexts(sections(), defaultField_[0]->entry(), defaultField_[1]->entry())) {
         failAt(defaultField_[isPositive(defaultField_[0]->entry()) ? 1 : 0]);
         offerDefaults();
         return;
     }
     for (int p = 1; p <= DefaultSectionCount; ++p) {
         const auto row = static_cast<std::size_t>(p - 1);
-        defaultRows_[Stress][row]->setText(general(rowe().PileAllowStress(p)));
-        defaultRows_[Modulus][row]->setText(general(rowe().PileModulus(p)));
+        defaultRows_[Stress][row]->setText(general(sections().PileAllowStress(p)));
+        defaultRows_[Modulus][row]->setText(general(sections().PileModulus(p)));
     }
     alignDefaults(Stress);
     alignDefaults(Modulus);
@@ -290,21 +290,21 @@ void PileScreen::finish() {
         entry = {rows_.entry(0, row), rows_.entry(1, row), rows_.entry(2, row), rows_.entry(3, row),
                  rows_.entry(4, row)};
     }
-    if (!addSections(rowe(), entries)) {
+    if (!addSections(sections(), entries)) {
         failAt(firstBadAddition());
         offerDefaults();
         return;
     }
     // What was taken out of the rows does not come back the next time.
-    for (int p = rowe().PileSectionCount + 1; p <= DefaultSectionCount + AddedRows; ++p) {
-        rowe().PileName(p).clear();
+    for (int p = sections().PileSectionCount + 1; p <= DefaultSectionCount + AddedRows; ++p) {
+        sections().PileName(p).clear();
     }
     accept();
 }
 
 void PileScreen::offerDefaults() {
     if (!goesOn(invalidSectionsBox())) {
-        LoadPileDefaults(rowe());
+        LoadPileDefaults(sections());
         showDefaults();
         showAdditions();
         showStage(false);

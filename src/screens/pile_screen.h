@@ -23,7 +23,7 @@ class PileScreen : public DataScreen {
   private:
     static constexpr int Columns = 5; ///< name, section modulus, inertia, stress, modulus
 
-    RoweData& rowe() { return session().state.rowe; }
+    PileSections& sections() { return session().sections; }
     void createDefaults(QWidget* sheet);
     void createDefaultFields(QWidget* sheet);
     void createAdditions(QWidget* sheet);

@@ -17,7 +17,7 @@ struct SectionButton {
     const char* caption;
     const char* panel;
     bool required = false;                   ///< red text
-    bool (*hasData)(const State&) = nullptr; ///< the rule of the panel's colour
+    bool (*hasData)(const Session&) = nullptr; ///< the rule of the panel's colour
 };
 
 /// A button on its panel, a little inside of it.

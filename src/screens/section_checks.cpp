@@ -12,10 +12,10 @@ constexpr const char* Choices = "\n\n     Choose OK to continue data entry."
                                 "\n     Choose CANCEL to abort this run.";
 
 /// The first line opens the list; every other one stands behind a line end, even as the first.
-std::string missingSections(const State& state) {
-    const Problem& problem = state.problem;
+std::string missingSections(const Session& session) {
+    const Problem& problem = session.problem;
     std::string list;
-    if (state.HeadContDataValid == 0) {
+    if (session.HeadContDataValid == 0) {
         list = "     HEADING, CONTROL, AND WALL DATA.";
     }
     if (problem.SurfacePointCount(Right) + problem.SurfacePointCount(Left) == 0) {
@@ -38,9 +38,9 @@ bool seepageIsInconsistent(const Problem& problem) {
            std::min(lowerOf(Right), lowerOf(Left)) < problem.SeepageElev;
 }
 
-Section firstMissing(const State& state) {
-    const Problem& problem = state.problem;
-    if (state.HeadContDataValid == 0) {
+Section firstMissing(const Session& session) {
+    const Problem& problem = session.problem;
+    if (session.HeadContDataValid == 0) {
         return Section::Heading;
     }
     return problem.SurfacePointCount(Right) + problem.SurfacePointCount(Left) == 0
@@ -54,15 +54,15 @@ MessageBox wallBox(const std::string& text) {
 
 } // namespace
 
-std::optional<SectionFault> sectionFault(const State& state) {
-    const Problem& problem = state.problem;
-    if (const std::string list = missingSections(state); !list.empty()) {
+std::optional<SectionFault> sectionFault(const Session& session) {
+    const Problem& problem = session.problem;
+    if (const std::string list = missingSections(session); !list.empty()) {
         return SectionFault{
             okCancelBox("DATA MISSING", "The following required data have not been provided.\n\n" +
                                             list +
                                             "\n\nChoose OK to continue data entry."
                                             "\nChoose CANCEL to abort this run."),
-            firstMissing(state)};
+            firstMissing(session)};
     }
     if (seepageIsInconsistent(problem)) {
         return SectionFault{okCancelBox("INCONSISTENT SEEPAGE DATA",

@@ -1,7 +1,7 @@
 // The tests that need more than one section of the data.
 #pragma once
 
-#include "state/state.h"
+#include "commands/session.h"
 
 #include <optional>
 
@@ -17,6 +17,6 @@ struct SectionFault {
 
 /// The first test that fails: missing sections, seepage against surface and water, surface against
 /// the wall's top, and in an analysis the wall's bottom against the surface.
-std::optional<SectionFault> sectionFault(const State& state);
+std::optional<SectionFault> sectionFault(const Session& session);
 
 } // namespace korvane

@@ -57,8 +57,7 @@ SectionScreen::SectionScreen(ScreenContext& context, const SectionList* list)
 
 void SectionScreen::highlightAll() {
     for (std::size_t section = 0; section < controls_.size(); ++section) {
-        highlight(controls_[section].panel,
-                  list_.sections[section].button.hasData(session().state));
+        highlight(controls_[section].panel, list_.sections[section].button.hasData(session()));
     }
 }
 
@@ -72,8 +71,7 @@ void SectionScreen::openSection(int section) {
     controls_[static_cast<std::size_t>(section)].button->setFocus(Qt::TabFocusReason);
     session().LoadKind = listed.loadKind;
     context().desktop.ShowScreen(listed.screen, session());
-    highlight(controls_[static_cast<std::size_t>(section)].panel,
-              listed.button.hasData(session().state));
+    highlight(controls_[static_cast<std::size_t>(section)].panel, listed.button.hasData(session()));
 }
 
 } // namespace korvane

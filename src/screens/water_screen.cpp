@@ -17,8 +17,8 @@ constexpr TableRows PressurePlace{.count = PressureRows, .firstTop = 840, .pitch
 // ---- elevations
 // ----------------------------------------------------------------------------------
 
-bool waterIs(const State& state, WaterData kind) {
-    return state.problem.WaterDataKind == kind;
+bool waterIs(const Session& session, WaterData kind) {
+    return session.problem.WaterDataKind == kind;
 }
 
 struct FieldSpec {
@@ -261,7 +261,7 @@ void WaterScreen::openElevations() {
     const auto fill = [this](Number number, int side) {
         fields_[number]->showNumber(fieldSpecs[number].column.number(problem(), side, 1));
     };
-    if (waterIs(session().state, WaterData::Elevations)) {
+    if (waterIs(session(), WaterData::Elevations)) {
         fill(UnitWeight, Right);
         fill(ElevRight, Right);
         fill(ElevLeft, Left);
@@ -285,7 +285,7 @@ void WaterScreen::openElevations() {
 void WaterScreen::openPressures() {
     openedForm_ = pressuresControl_.button;
     pressures_.clear();
-    if (waterIs(session().state, WaterData::Pressures)) {
+    if (waterIs(session(), WaterData::Pressures)) {
         const int rows = std::min(problem().WaterPressCount, PressureRows);
         for (int row = 1; row <= rows; ++row) {
             int place = 0;
@@ -295,13 +295,13 @@ void WaterScreen::openPressures() {
         }
     }
     problem().WaterDataKind = WaterData::Pressures;
-    session().state.DataChanged = 0; // deliberately cleared and not put back
+    session().DataChanged = 0; // deliberately cleared and not put back
     show(Stage::Pressures);
 }
 
 void WaterScreen::deleteAll() {
     problem().WaterPressCount = 0;
-    session().state.DataChanged = 1;
+    session().DataChanged = 1;
     dropData();
 }
 
@@ -342,7 +342,7 @@ void WaterScreen::chooseSeepage(Seepage seepage) {
     fields_[SeepGradient]->setText({});
     showSeepage(seepage);
     if (seepage != Seepage::None) { // deliberately None does not mark a change
-        session().state.DataChanged = 1;
+        session().DataChanged = 1;
     }
 }
 

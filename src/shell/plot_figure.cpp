@@ -27,14 +27,14 @@ std::string bytes(const QByteArray& array) {
 }
 
 /// The frame's drawing with its upper left corner at the painter's origin.
-void drawFramed(QPainter& painter, const State& state, const PlotView& view) {
+void drawFramed(QPainter& painter, const PlotData& data, const PlotView& view) {
     painter.setClipRect(QRectF(0, 0, frameWidth, frameHeight));
     painter.translate(-FigureView.a.x, -FigureView.a.y);
     PainterSurface surface(painter);
-    drawPlot(surface, state, view, Medium::Paper);
+    drawPlot(surface, data, view, Medium::Paper);
 }
 
-std::string pngFile(const State& state, const PlotView& view) {
+std::string pngFile(const PlotData& data, const PlotView& view) {
     const double factor = PngPixelsPerInch / TwipsPerInch;
     QImage image(static_cast<int>(frameWidth * factor), static_cast<int>(frameHeight * factor),
                  QImage::Format_RGB32);
@@ -43,7 +43,7 @@ std::string pngFile(const State& state, const PlotView& view) {
     image.setDotsPerMeterY(static_cast<int>(PngPixelsPerInch / 0.0254));
     QPainter painter(&image);
     painter.scale(factor, factor);
-    drawFramed(painter, state, view);
+    drawFramed(painter, data, view);
     painter.end();
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
@@ -53,7 +53,7 @@ std::string pngFile(const State& state, const PlotView& view) {
     return bytes(buffer.data());
 }
 
-std::string pdfFile(const State& state, const PlotView& view) {
+std::string pdfFile(const PlotData& data, const PlotView& view) {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
@@ -66,7 +66,7 @@ std::string pdfFile(const State& state, const PlotView& view) {
     if (!painter.begin(&writer)) {
         throw RuntimeError(DeviceFault);
     }
-    drawFramed(painter, state, view);
+    drawFramed(painter, data, view);
     if (!painter.end()) {
         throw RuntimeError(DeviceFault);
     }
@@ -85,29 +85,29 @@ double paperFactor(const QPagedPaintDevice& device) {
                      device.height() / (PaperFrame.b.y + Room)});
 }
 
-std::string svgFile(const State& state, const PlotView& view) {
+std::string svgFile(const PlotData& data, const PlotView& view) {
     SvgSurface surface;
-    drawPlot(surface, state, view, Medium::Paper);
+    drawPlot(surface, data, view, Medium::Paper);
     return surface.document(FigureView);
 }
 
 } // namespace
 
-std::string figureFile(const State& state, const PlotView& view, const std::string& name) {
+std::string figureFile(const PlotData& data, const PlotView& view, const std::string& name) {
     if (endsIn(name, ".PNG")) {
-        return pngFile(state, view);
+        return pngFile(data, view);
     }
     if (endsIn(name, ".SVG")) {
-        return svgFile(state, view);
+        return svgFile(data, view);
     }
     if (endsIn(name, ".PDF")) {
-        return pdfFile(state, view);
+        return pdfFile(data, view);
     }
     throw RuntimeError(5);
 }
 
-PageDrawing plotPage(const State& state, const PlotView& view) {
-    return [&state, view](QPagedPaintDevice& device) {
+PageDrawing plotPage(const PlotData& data, const PlotView& view) {
+    return [data, view](QPagedPaintDevice& device) {
         QPageLayout layout = device.pageLayout();
         layout.setMode(QPageLayout::FullPageMode); // the drawing's origin is the page's corner
         device.setPageLayout(layout);
@@ -118,7 +118,7 @@ PageDrawing plotPage(const State& state, const PlotView& view) {
         const double factor = paperFactor(device);
         painter.scale(factor, factor);
         PainterSurface surface(painter);
-        drawPlot(surface, state, view, Medium::Paper);
+        drawPlot(surface, data, view, Medium::Paper);
         if (!painter.end()) {
             throw RuntimeError(DeviceFault);
         }

@@ -33,8 +33,8 @@ constexpr SaveDialog FigureDialog{
 /// One picture: the drawing at its upper edge, mapped by one factor so that its view fits.
 class PlotPicture : public QWidget {
   public:
-    PlotPicture(QWidget* parent, const State& state, const PlotView& view)
-        : QWidget(parent), state_(state), view_(view) {}
+    PlotPicture(QWidget* parent, const PlotData& shown, const PlotView& view)
+        : QWidget(parent), data_(shown), view_(view) {}
 
   protected:
     void paintEvent(QPaintEvent*) override {
@@ -47,12 +47,12 @@ class PlotPicture : public QWidget {
             painter.translate((width() - factor * viewWidth) / 2, 0);
             painter.scale(factor, factor);
             PainterSurface surface(painter);
-            drawPlot(surface, state_, view_, Medium::Screen);
+            drawPlot(surface, data_, view_, Medium::Screen);
         });
     }
 
   private:
-    const State& state_;
+    const PlotData data_; ///< references: they stay with the session
     const PlotView& view_;
 };
 
@@ -65,7 +65,7 @@ QString entryName(const PlotEntry& entry) {
 
 PlotWindow::PlotWindow(ScreenContext& context, PlotScreenName name, const PrintServices* services)
     : ScreenWindow(context, {}, plotScreen(name).title), screen_(plotScreen(name)),
-      services_(services), view_(openPlotScreen(session().state, name)) {
+      services_(services), view_(openPlotScreen(session().plotData(), name)) {
     static constexpr const char* names[] = {"CANPLOT",  "FREEPLOT", "FIXDPLOT",
                                             "VUSOLPLT", "VUINPLOT", "ROWECURV"};
     setObjectName(names[static_cast<int>(name)]);
@@ -108,7 +108,7 @@ void PlotWindow::createPictures() {
     auto* layout = new QVBoxLayout(canvas());
     layout->setContentsMargins(0, 0, 0, 0);
     for (int number = 1; number <= screen_.pictureCount; ++number) {
-        auto* picture = new PlotPicture(canvas(), session().state, view_);
+        auto* picture = new PlotPicture(canvas(), session().plotData(), view_);
         picture->setObjectName(QString("Picture%1").arg(number));
         layout->addWidget(picture);
         pictures_.push_back(picture);
@@ -209,7 +209,7 @@ void PlotWindow::print() {
     }
     context().desktop.SetBusy(true);
     runCommand(session(), context().desktop, [this] {
-        printPages(this, *services_, windowTitle(), plotPage(session().state, view_));
+        printPages(this, *services_, windowTitle(), plotPage(session().plotData(), view_));
     });
     context().desktop.SetBusy(false);
     mirror();
@@ -220,7 +220,7 @@ void PlotWindow::saveFigure() {
     runCommand(session(), context().desktop, [this] {
         const std::string name = chooseSaveName(session(), context().desktop, FigureDialog);
         if (!name.empty()) {
-            saveFile(name, figureFile(session().state, view_, name));
+            saveFile(name, figureFile(session().plotData(), view_, name));
         }
     });
 }

@@ -50,9 +50,9 @@ class PlotWindow : public ScreenWindow {
 
 /// The paper drawing of the diagram on show as the content of a PNG, SVG or PDF file, by the
 /// extension of `name`; cropped to its frame. RuntimeError 5 for any other extension.
-std::string figureFile(const State& state, const PlotView& view, const std::string& name);
+std::string figureFile(const PlotData& data, const PlotView& view, const std::string& name);
 
 /// Draws the diagram on show on a page; a page smaller than the drawing shrinks it uniformly.
-PageDrawing plotPage(const State& state, const PlotView& view);
+PageDrawing plotPage(const PlotData& data, const PlotView& view);
 
 } // namespace korvane

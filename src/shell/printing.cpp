@@ -1,7 +1,7 @@
 #include "shell/printing.h"
 
-#include "commands/run_guarded.h"
 #include "runtime/file_text.h"
+#include "runtime/run_guarded.h"
 #include "runtime/runtime_error.h"
 #include "widgets/busy_pointer.h"
 #include "widgets/shown_text.h"

@@ -35,7 +35,7 @@ ScreenTable shellScreens(const PrintServices& services) {
 }
 
 Program::Program(ScreenTable dataScreens)
-    : desktop(std::move(dataScreens)), session(std::make_unique<Session>(desktop)) {
+    : desktop(std::move(dataScreens)), session(std::make_unique<Session>()) {
     qApp->installEventFilter(&menuKeys);
     desktop.addScreens(shellScreens(desktop.printServices));
     enter(*session, nullptr, [this] { Form_Load(*session); });

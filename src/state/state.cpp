@@ -2,9 +2,10 @@
 
 namespace korvane {
 
-void failSolution(State& state, const MessageBox& box) {
-    state.SolutionFailed = 1;
-    state.prompts.Ask(box);
+void fail(State& state, Failure failure) {
+    state.failure = failure;
+    state.failure.stage = state.stage;
+    state.failure.anchored = state.problem->WallType == WallKind::Anchored;
 }
 
 } // namespace korvane

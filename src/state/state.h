@@ -5,10 +5,9 @@
 
 #include "problem/problem.h"
 #include "runtime/array.h"
-#include "state/prompts.h"
+#include "state/failure.h"
 
-#include <string>
-#include <vector>
+#include <type_traits>
 
 namespace korvane {
 
@@ -34,8 +33,41 @@ struct Preparation {
     Array<int, 2> NumSurchargesOnSide;      ///< non-uniform surcharges on a wedge side
     Array<double, 2> SeepageEndElev;        ///< FT by level: where the net head is used up
     double SeepageGradientLimit = 0;        ///< FT/FT, largest gradient of the design search
+    Seepage SeepageKind = Seepage::None;    ///< as given; None unless water elevations are
+    Array<double, 2> SeepageGradient;       ///< FT/FT by level: as given, or as found so far
     Array<double, 2, 11, 2> LayerFSActive;  ///< (side, layer, level)
     Array<double, 2, 11, 2> LayerFSPassive; ///< (side, layer, level)
+};
+
+/// Where a factor of safety comes from.
+enum class FactorSource { Control, Side, Layer, Search };
+
+/// Where a pressure coefficient comes from.
+enum class CoefficientSource {
+    None,        ///< a wedge side has none
+    Coulomb,     ///< plane failure surface
+    CurvedTable, ///< table for curved failure surfaces
+    Given,
+};
+
+/// One layer as a solution used it: strengths over the factors of safety, and coefficients.
+struct DevelopedLayer {
+    double fsActive = 0;
+    double fsPassive = 0;
+    FactorSource activeSource = FactorSource::Control;
+    FactorSource passiveSource = FactorSource::Control;
+    double frictionActive = 0;      ///< degrees
+    double frictionPassive = 0;     ///< degrees
+    double wallFrictionActive = 0;  ///< degrees
+    double wallFrictionPassive = 0; ///< degrees
+    double cohesionActive = 0;      ///< PSF
+    double cohesionPassive = 0;     ///< PSF
+    double adhesionActive = 0;      ///< PSF
+    double adhesionPassive = 0;     ///< PSF
+    double Ka = 0;                  ///< before the wall friction's cosine
+    double Kp = 0;
+    CoefficientSource KaSource = CoefficientSource::None;
+    CoefficientSource KpSource = CoefficientSource::None;
 };
 
 /// The report's mark of a pressure for which the sweep search found no extreme.
@@ -96,8 +128,11 @@ struct NetPressures {
 struct Solution {
     Array<double, 2> SolvedBottomElev; ///< FT
     Array<double, 2> BottomPressure;   ///< PSF, net, at the bottom
-    Array<int, 2> BottomIndex;         ///< grid index; the row count after BuildResultDiagrams
+    Array<int, 2> BottomIndex;         ///< grid index of the bottom
     Array<double, 2> AnchorForce;      ///< LB per foot of wall
+    Array<double, 2> FactorOfSafety;   ///< the factor that an analysis has found
+    double TransitionElev = 0;         ///< FT, cantilever: where the net diagram turns
+    int SeepagePasses = 0;             ///< passes of the last search
 };
 
 /// The beam solution with EI = 1.
@@ -106,84 +141,43 @@ struct Beam {
     Array<double, 301, 2> NodeDisplacement; ///< (i, k) EI x deflection, EI x rotation
 };
 
-/// Result rows of one level and the extremes of all levels.
+/// A value and the elevation (FT) at which it stands.
+struct Extreme {
+    double value = 0;
+    double elev = 0;
+};
+
+/// The largest and the smallest value of a diagram.
+struct Range {
+    double largest = 0;
+    double smallest = 0;
+};
+
+/// Result rows of one level and their extremes.
 struct ResultDiagrams {
+    int RowCount = 0;                    ///< rows in use
     Array<double, 301> ResultElev;       ///< FT
     Array<double, 301> ResultMoment;     ///< LB-FT
     Array<double, 301> ResultShear;      ///< LB
     Array<double, 301> ResultDeflection; ///< LB-IN^3 in design, IN in analysis
     Array<double, 301> ResultPressure;   ///< PSF
-    Array<double, 4> MaxMoment;          ///< (level) value, (level + 2) its elevation
-    Array<double, 4> MaxDeflection;      ///< likewise
-    Array<double, 4> DeflectionRange;    ///< (level) largest, (level + 2) smallest
-    Array<double, 4> MomentRange;        ///< likewise
-    Array<double, 4> ShearRange;         ///< likewise
-    Array<double, 4> PressureRange;      ///< likewise
+    Extreme MaxMoment;                   ///< signed, of the largest size
+    Extreme MaxDeflection;
+    Range DeflectionRange;
+    Range MomentRange;
+    Range ShearRange;
+    Range PressureRange;
 };
 
-/// All of one level as it was solved, for whoever wants both levels at once.
-struct SolvedLevel {
-    bool solved = false;
-    int rowCount = 0;
-    ElevationGrid grid;
-    Pressures pressures;
-    Array<double, 301, 2> NetActive;
-    Array<double, 301, 2> NetPassive;
-    Array<double, 301> ResultElev;
-    Array<double, 301> ResultMoment;
-    Array<double, 301> ResultShear;
-    Array<double, 301> ResultDeflection;
-    Array<double, 301> ResultPressure;
-};
+struct KeptWork;
 
-/// What the moment reduction came to, beyond what the report and its plot need.
-struct RoweOutcome {
-    int soil = 0;                      ///< of the report: 0 none written, 1 sand, 2 clay
-    bool applicable = false;           ///< the wall is within the range of the method
-    std::vector<std::string> notes;    ///< why the reduction does not apply, each in one line
-    Array<bool, 13> inRange;           ///< (p) the section has coefficients
-    Array<double, 13, 2> coefficient;  ///< (p, 1) loose sand or clay, (p, 2) dense sand
-    Array<double, 13, 2> reducedRatio; ///< (p, k) allowable over reduced free earth moment
-};
-
-/// Sheet pile sections and Rowe's moment reduction.
-struct RoweData {
-    Array<std::string, 13> PileName;
-    Array<double, 13, 2> PileSectionData; ///< (p, 1) section modulus IN^3, (p, 2) inertia IN^4
-    Array<double, 13> PileAllowStress;    ///< PSI
-    Array<double, 13> PileModulus;        ///< PSI
-    int PileSectionCount = 0;             ///< sections in use, 8 to 13
-    int RoweSoilType = 0;                 ///< 0 none or not applicable, 1 sand, 2 clay
-    double RoweHeight = 0;                ///< FT, wall top less free earth bottom
-    double RoweAlpha = 0;                 ///< wall height ratio
-    double RoweBeta = 0;                  ///< anchor height ratio
-    double RoweStability = 0;             ///< stability number S, clay
-    Array<double, 13> PileLogRigidity;    ///< log10(H^4 / EI)
-    Array<double, 13> PileMomentRatio;    ///< allowable over free earth moment
-    Array<double, 2, 5> RoweSandCurve;    ///< (density, point) at the wall's ALPHA
-    RoweOutcome outcome;
-};
-
-/// Temporary and scratch files of the session.
-struct TemporaryFiles {
-    std::string TempFolder;
-    int ScratchFileCount = 8; ///< names in the list; the first eight stay empty
-    Array<std::string, 100> ScratchFileList;
-    Array<std::string, 3> ScratchFileName; ///< by level
-    Array<int, 2, 2, 2, 301> MarkLength;   ///< (level, 1 active or 2 passive, side, i)
-};
-
-/// The report being written.
-struct Report {
-    std::string CurrentOutputName;
-    int OutputLineCount = 0;
-};
-
-/// Everything that the procedures of one session work on. Two states never touch each other.
+/// The working values of one solution. It copies as plain memory. Two states with kept work of
+/// their own never touch each other.
 struct State {
-    explicit State(Prompts& prompts_) : prompts(prompts_) {}
+    State(const Problem& problem_, KeptWork& kept_) : problem(&problem_), kept(&kept_) {}
 
-    Problem problem;
+    const Problem* problem; ///< never written
+    KeptWork* kept;         ///< stays from solution to solution
     ElevationGrid grid;
     Preparation preparation;
     Pressures pressures;
@@ -192,20 +186,15 @@ struct State {
     NetPressures net;
     Solution solution;
     Beam beam;
-    ResultDiagrams results;
-    Array<SolvedLevel, 2> solved; ///< by level
-    RoweData rowe;
-    TemporaryFiles files;
-    Report report;
+    ResultDiagrams results; ///< of the level solved last
+    Stage stage;            ///< what is being done
+    Failure failure;        ///< why the solution ended, if it did
 
-    int SolutionFailed = 0;    ///< 0 well, 1 a failure or a Cancel, 2 sign test or discontinued
-    int DataChanged = 0;       ///< 1 when a data-entry screen changed something
-    int HeadContDataValid = 0; ///< 1 when the heading section is valid
-
-    Prompts& prompts;
+    bool failed() const { return failure.code != FailureCode::None; }
 };
+static_assert(std::is_trivially_copyable_v<State>);
 
-/// Shows a box with one OK button (icon none unless told) and sets SolutionFailed to 1.
-void failSolution(State& state, const MessageBox& box);
+/// Ends the solution; the failure takes the present stage and the wall's kind.
+void fail(State& state, Failure failure);
 
 } // namespace korvane

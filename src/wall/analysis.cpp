@@ -9,7 +9,6 @@
 #include "wall/fixed_earth_search.h"
 #include "wall/free_earth_search.h"
 #include "wall/net_pressures.h"
-#include "wall/solution_files.h"
 #include "wall/trial_pressures.h"
 
 #include <cmath>
@@ -23,7 +22,7 @@ constexpr int MaxTrials = 10000;
 /// The given active factor of each layer, both levels: a layer's own before its side's before that
 /// of the whole problem.
 void takeGivenActiveFactors(State& state) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     if (problem.FSActive <= 0.0001) {
         return;
     }
@@ -41,9 +40,9 @@ void takeGivenActiveFactors(State& state) {
 
 void takeTrialFactor(State& state, int level, double factor) {
     for (const int side : {Right, Left}) {
-        for (int layer = 1; layer <= state.problem.SoilLayerCount(side); ++layer) {
+        for (int layer = 1; layer <= state.problem->SoilLayerCount(side); ++layer) {
             state.preparation.LayerFSPassive(side, layer, level) = factor;
-            if (state.problem.FSKind == 1) {
+            if (state.problem->FSKind == 1) {
                 state.preparation.LayerFSActive(side, layer, level) = factor;
             }
         }
@@ -58,31 +57,31 @@ void clearMarks(State& state, int side) {
 }
 
 /// The bottom that the level's design search finds under the present factors, in
-/// SolvedBottomElev(level). Returns the anchor's row, 0 for a cantilever wall; failure is
-/// SolutionFailed.
+/// SolvedBottomElev(level). Returns the anchor's row, 0 for a cantilever wall; a failure stands in
+/// the state.
 int solveTrial(State& state, int level) {
     BuildElevationGrid(state, level);
     ComputeWaterPressures(state, level);
     for (const int side : {Right, Left}) {
         clearMarks(state, side);
         ComputeSidePressures(state, side, level);
-        if (state.SolutionFailed != 0) {
+        if (state.failed()) {
             return 0;
         }
     }
     ComputeNetPressures(state);
-    if (state.SolutionFailed != 0) {
+    if (state.failed()) {
         return 0;
     }
     if (!shiftDrivingMoment(state)) {
-        FailRotation(state);
+        failRotation(state, level);
         return 0;
     }
-    if (state.problem.WallType == WallKind::Cantilever) {
+    if (state.problem->WallType == WallKind::Cantilever) {
         SolveCantileverBottom(state);
         return 0;
     }
-    int anchorIndex = firstRowAt(state.grid, state.problem.AnchorElev);
+    int anchorIndex = firstRowAt(state.grid, state.problem->AnchorElev);
     if (level == 1) {
         SolveFreeEarthBottom(state, anchorIndex);
     } else {
@@ -91,27 +90,27 @@ int solveTrial(State& state, int level) {
     return anchorIndex;
 }
 
-/// The factor of one level, with its results and scratch file. Failure is SolutionFailed.
-void analyseLevel(State& state, int level) {
-    const double W = state.problem.WallBottomElev;
+/// The factor of one level, with its results. Failure stands in the state.
+void analyseLevel(State& state, int level, const FactorLimit& limit) {
+    const double W = state.problem->WallBottomElev;
     FactorSearch search;
     for (int trial = 1; trial <= MaxTrials; ++trial) {
         takeTrialFactor(state, level, search.FS);
         const int anchorIndex = solveTrial(state, level);
-        if (state.SolutionFailed != 0) {
+        if (state.failed()) {
             return;
         }
         const double Z = finite(state.solution.SolvedBottomElev(level));
         if (std::abs(Z - W) <= BottomTolerance) {
+            state.solution.FactorOfSafety(level) = search.FS;
             finishLevel(state, anchorIndex, level);
-            WriteSolutionFile(state, level);
             return;
         }
-        if (!takeNextFactor(state, level, search, Z, W)) {
+        if (!takeNextFactor(state, level, search, limit, Z, W)) {
             return;
         }
     }
-    failSearch(state, "SEARCH FOR THE FACTOR OF SAFETY DOES NOT CONVERGE.");
+    fail(state, {.code = FailureCode::FactorNotFound, .level = level});
 }
 
 } // namespace
@@ -121,14 +120,17 @@ void analyseLevel(State& state, int level) {
 //   a straight line between the steps, then Lagrange's interpolation through three points.
 // Reads: WallBottomElev (FT), FSKind, the given active factors.
 // Writes: LayerFSPassive and (one factor for both) LayerFSActive of each level, and all that a
-//   design leaves behind, with a scratch file for every level.
+//   design leaves behind.
 // Stops: the bottom within 0.1 FT of WallBottomElev.
-void SolveAnalysis(State& state) {
-    forgetSolvedLevels(state);
+void SolveAnalysis(State& state, const FactorLimit& limit, const LevelDone& levelDone) {
     takeGivenActiveFactors(state);
-    const int levels = state.problem.WallType == WallKind::Anchored ? 2 : 1;
-    for (int level = 1; level <= levels && state.SolutionFailed == 0; ++level) {
-        analyseLevel(state, level);
+    const int levels = state.problem->WallType == WallKind::Anchored ? 2 : 1;
+    for (int level = 1; level <= levels; ++level) {
+        analyseLevel(state, level, limit);
+        if (state.failed()) {
+            return;
+        }
+        levelDone(level);
     }
 }
 

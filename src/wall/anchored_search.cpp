@@ -2,7 +2,6 @@
 
 #include "pressures/elevation_grid.h"
 #include "pressures/water_pressures.h"
-#include "runtime/number_text.h"
 #include "wall/trial_pressures.h"
 
 #include <cmath>
@@ -18,15 +17,13 @@ constexpr int MaxSeepagePasses = 20;
 bool rebuildForBottom(State& state, int level, int& anchorIndex) {
     setSeepageForBottom(state, level, state.solution.SolvedBottomElev(level));
     RebuildForSeepage(state, level);
-    if (state.SolutionFailed != 0) {
+    if (state.failed()) {
         return false;
     }
     const bool turns = shiftDrivingMoment(state);
-    anchorIndex = firstRowAt(state.grid, state.problem.AnchorElev);
+    anchorIndex = firstRowAt(state.grid, state.problem->AnchorElev);
     if (!turns || anchorIndex == 0) {
-        failSearch(state, "CONDITIONS ENCOUNTERED WHERE ANCHORED WALL TENDS\n"
-                          "TO ROTATE COUNTERCLOCKWISE ABOUT ANCHOR OR\n"
-                          "ANCHOR FORCE IS COMPRESSION.");
+        fail(state, {.code = FailureCode::AnchoredTurnsAround, .level = level});
         return false;
     }
     return true;
@@ -34,20 +31,21 @@ bool rebuildForBottom(State& state, int level, int& anchorIndex) {
 
 } // namespace
 
-void settleAnchoredBottom(State& state, int level, int& anchorIndex, AnchoredPass solvePass,
-                          const std::string& oscillating) {
+void settleAnchoredBottom(State& state, int level, int& anchorIndex, AnchoredPass solvePass) {
     const double& Zb = state.solution.SolvedBottomElev(level);
     double previousBottom = 0;
-    for (int pass = 1; solvePass(state, anchorIndex); ++pass) {
+    for (int pass = 1;; ++pass) {
+        state.stage = {Doing::WallBottom, 0, level};
+        state.solution.SeepagePasses = pass;
+        if (!solvePass(state, anchorIndex)) {
+            return;
+        }
         const bool settled = pass > 1 && std::abs(Zb - previousBottom) <= BottomTolerance;
-        if (!seepageFollowsBottom(state.problem) || settled) {
+        if (!seepageFollowsBottom(*state.problem) || settled) {
             return;
         }
         if (pass >= MaxSeepagePasses) {
-            failSearch(state,
-                       "DESIGN PENETRATION FOR ANCHORED WALL APPEARS\n" + oscillating +
-                           formatNumber(Zb, "####0.00") + " FT.",
-                       "UNABLE TO CONTINUE.");
+            fail(state, {.code = FailureCode::AnchoredOscillates, .level = level, .elev = Zb});
             return;
         }
         previousBottom = Zb;

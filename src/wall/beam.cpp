@@ -52,7 +52,7 @@ void takeElements(const State& state, int level, Wall& wall) {
 
 /// Horizontal line loads, each at the first row of its elevation; at the bottom none acts.
 void takeLineLoads(const State& state, Wall& wall) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     for (int j = 1; j <= problem.HLineCount; ++j) {
         for (int i = 1; i <= wall.n; ++i) {
             if (std::fabs(problem.HLineElev(j) - state.grid.ElevGrid(i)) < 0.0001) {

@@ -4,7 +4,6 @@
 #include "pressures/row_insertion.h"
 #include "pressures/water_pressures.h"
 #include "runtime/arithmetic.h"
-#include "runtime/number_text.h"
 #include "wall/trial_pressures.h"
 
 #include <cmath>
@@ -36,20 +35,16 @@ struct MomentCurve {
     double Z3 = 0, M3 = 0; // the second of positive moment
 };
 
-std::string elevationText(double elev) {
-    return formatNumber(elev, "####0.00");
-}
-
 void failNoSolution(State& state) {
-    failSearch(state,
-               "NO SOLUTION FOR CANTILEVER WALL DESIGN WITH\nBOTTOM OF WALL DOWN TO ELEVATION " +
-                   elevationText(state.grid.ElevGrid(state.grid.NumElevs - 1)) + " (FT).");
+    fail(state, {.code = FailureCode::NoCantileverBottom,
+                 .level = 1,
+                 .elev = state.grid.ElevGrid(state.grid.NumElevs - 1)});
 }
 
 void failOscillation(State& state) {
-    failSearch(state,
-               "DESIGN BOTTOM OF CANTILEVER WALL APPEARS TO BE\nOSCILLATING ABOUT ELEVATION " +
-                   elevationText(state.solution.SolvedBottomElev(1)) + " (FT).");
+    fail(state, {.code = FailureCode::CantileverOscillates,
+                 .level = 1,
+                 .elev = state.solution.SolvedBottomElev(1)});
 }
 
 /// The first grid row to try as bottom: one below the row at which the force of the net active
@@ -68,8 +63,8 @@ int firstTrialRow(State& state) {
         }
     }
     if (row == zero + 1) {
-        failSearch(state, "DESIGN BOTTOM OF CANTILEVER WALL IS ABOVE ELEVATION " +
-                              elevationText(ElevGrid(zero + 1)));
+        fail(state,
+             {.code = FailureCode::CantileverBottomAbove, .level = 1, .elev = ElevGrid(zero + 1)});
         return 0;
     }
     return row + 1;
@@ -86,32 +81,92 @@ bool tryBottomAt(State& state, int row) {
     return true;
 }
 
+/// The diagram of a trial from `startIndex` downward, with its sums carried from row to row.
+class TrialDiagram {
+  public:
+    TrialDiagram(const State& state, int startIndex)
+        : state_(state), startIndex_(startIndex), row_(startIndex),
+          Zb_(state.solution.SolvedBottomElev(1)), Pb_(state.solution.BottomPressure(1)) {}
+
+    /// Adds the net active diagram down to the next row.
+    void passRow() {
+        const int next = row_ + 1;
+        addPiece(above_, elevAt(row_), state_.net.NetActive(row_, 1), elevAt(next),
+                 state_.net.NetActive(next, 2));
+        row_ = next;
+    }
+    /// Force and moment with a transition at or below the row that was passed last.
+    TrialResultant resultant(double drivingForce, double drivingMoment,
+                             const DiagramPoint& transition) const;
+
+  private:
+    double elevAt(int row) const { return state_.grid.ElevGrid(row); }
+
+    /// One trapezoid from `top` (pressure a) down to `bottom` (pressure b).
+    void addPiece(TrialResultant& sums, double top, double a, double bottom, double b) const {
+        const double d = top - bottom;
+        const double f = (b + a) * d / 2;
+        sums.force += f;
+        sums.moment = sums.moment - (bottom - Zb_) * f - (2 * a + b) * d * d / 6;
+    }
+
+    const State& state_;
+    int startIndex_;
+    int row_;                    ///< the sums go down to here
+    double Zb_;                  ///< FT, bottom of the trial
+    double Pb_;                  ///< PSF there
+    TrialResultant above_{0, 0}; ///< of the net active diagram from the start to the row
+};
+
+TrialResultant TrialDiagram::resultant(double drivingForce, double drivingMoment,
+                                       const DiagramPoint& transition) const {
+    const Problem& problem = *state_.problem;
+    const auto [Z, pZ] = transition;
+    TrialResultant sums = above_;
+    addPiece(sums, elevAt(row_), state_.net.NetActive(row_, 1), Z, pZ);
+    addPiece(sums, Z, pZ, Zb_, Pb_);
+
+    auto& [F, M] = sums;
+    const double start = elevAt(startIndex_);
+    for (int j = 1; j <= problem.HLineCount; ++j) {
+        const double elev = problem.HLineElev(j);
+        if (elev <= start && elev > Zb_) {
+            F += problem.HLineLoad(j);
+            M -= (elev - Zb_) * problem.HLineLoad(j);
+        }
+    }
+    F += drivingForce;
+    M = M - (start - Zb_) * drivingForce + drivingMoment;
+    return sums;
+}
+
 /// The transition at which the force of the present trial vanishes: the first grid row that makes
 /// it negative, then the place between that row and the one above. `lastPositive` is the force at
 /// the row above; it outlives a trial, and the first row of a trial takes what the last one left.
 std::optional<Transition> findTransition(State& state, double& lastPositive) {
     const NetPressures& net = state.net;
-    const auto resultantAt = [&](int row, const DiagramPoint& point) {
-        return IntegrateNetPressure(state, net.DrivingForce, net.DrivingMoment, net.NetZeroIndex,
-                                    row, point);
+    TrialDiagram diagram(state, net.NetZeroIndex);
+    const auto resultantAt = [&](const DiagramPoint& point) {
+        return diagram.resultant(net.DrivingForce, net.DrivingMoment, point);
     };
     for (int i = net.NetZeroIndex + 1; i < state.grid.NumElevs - 1; ++i) {
         const DiagramPoint row{state.grid.ElevGrid(i), net.NetActive(i, 2)};
-        const double force = finite(resultantAt(i, row).force);
-        if (std::abs(force) < ForceTolerance) {
-            return Transition{i, row, finite(resultantAt(i, row).moment)};
+        const auto [force, moment] = resultantAt(row);
+        if (std::abs(finite(force)) < ForceTolerance) {
+            return Transition{i, row, finite(moment)};
         }
         if (force < 0) {
             const auto point = refineInSegment(
                 {segmentAbove(state, i), lastPositive, force, ForceTolerance},
-                [&](const DiagramPoint& trial) { return resultantAt(i, trial).force; });
+                [&](const DiagramPoint& trial) { return resultantAt(trial).force; });
             if (!point) {
-                failRefinement(state, "FOR CANTILEVER WALL.");
+                failRefinement(state, 1);
                 return std::nullopt;
             }
-            return Transition{i, *point, finite(resultantAt(i, *point).moment)};
+            return Transition{i, *point, finite(resultantAt(*point).moment)};
         }
         lastPositive = force;
+        diagram.passRow();
     }
     failNoSolution(state);
     return std::nullopt;
@@ -240,38 +295,11 @@ void finishDiagram(State& state, const Transition& transition) {
 
 TrialResultant IntegrateNetPressure(const State& state, double drivingForce, double drivingMoment,
                                     int startIndex, int endIndex, const DiagramPoint& transition) {
-    const Problem& problem = state.problem;
-    const auto& ElevGrid = state.grid.ElevGrid;
-    const auto& NetActive = state.net.NetActive;
-    const double Zb = state.solution.SolvedBottomElev(1);
-    const double Pb = state.solution.BottomPressure(1);
-    const auto [Z, pZ] = transition;
-    double F = 0;
-    double M = 0;
-
-    // One trapezoid from `top` (pressure a) down to `bottom` (pressure b).
-    const auto addPiece = [&](double top, double a, double bottom, double b) {
-        const double d = top - bottom;
-        const double f = (b + a) * d / 2;
-        F += f;
-        M = M - (bottom - Zb) * f - (2 * a + b) * d * d / 6;
-    };
+    TrialDiagram diagram(state, startIndex);
     for (int i = startIndex + 1; i <= endIndex - 1; ++i) {
-        addPiece(ElevGrid(i - 1), NetActive(i - 1, 1), ElevGrid(i), NetActive(i, 2));
+        diagram.passRow();
     }
-    addPiece(ElevGrid(endIndex - 1), NetActive(endIndex - 1, 1), Z, pZ);
-    addPiece(Z, pZ, Zb, Pb);
-
-    for (int j = 1; j <= problem.HLineCount; ++j) {
-        const double elev = problem.HLineElev(j);
-        if (elev <= ElevGrid(startIndex) && elev > Zb) {
-            F += problem.HLineLoad(j);
-            M -= (elev - Zb) * problem.HLineLoad(j);
-        }
-    }
-    F += drivingForce;
-    M = M - (ElevGrid(startIndex) - Zb) * drivingForce + drivingMoment;
-    return {F, M};
+    return diagram.resultant(drivingForce, drivingMoment, transition);
 }
 
 double passivePressureAt(const State& state, double elev) {
@@ -302,17 +330,20 @@ double passivePressureAt(const State& state, double elev) {
 //   trials on the grid and then by a parabola through them; the bottom within 0.1 FT from one
 //   seepage pass to the next.
 void SolveCantileverBottom(State& state) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const double& Zb = state.solution.SolvedBottomElev(1);
     double lastPositive = 0;
     double previousBottom = 0;
     for (int pass = 1;; ++pass) {
+        state.stage = {Doing::WallBottom, 0, 1};
+        state.solution.SeepagePasses = pass;
         const auto transition = solvePass(state, lastPositive);
         if (!transition) {
             return;
         }
         const bool settled = pass > 1 && std::abs(Zb - previousBottom) <= BottomTolerance;
         if (!seepageFollowsBottom(problem) || settled) {
+            state.solution.TransitionElev = transition->point.elev;
             finishDiagram(state, *transition);
             return;
         }
@@ -323,13 +354,11 @@ void SolveCantileverBottom(State& state) {
         previousBottom = Zb;
         setSeepageForBottom(state, 1, Zb);
         RebuildForSeepage(state, 1);
-        if (state.SolutionFailed != 0) {
+        if (state.failed()) {
             return;
         }
         if (!shiftDrivingMoment(state)) {
-            failSearch(state, "CONDITIONS ENCOUNTERED WHERE IMPENDING ROTATION OF\n"
-                              "CANTILEVER WALL IS CLOCKWISE.  OR DRIVING FORCES OF THE\n"
-                              "RETAINED SOIL ABOVE THE LEFT SIDE SURFACE ARE ZERO.");
+            fail(state, {.code = FailureCode::CantileverTurnsAround, .level = 1});
             return;
         }
     }

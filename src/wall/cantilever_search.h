@@ -25,7 +25,7 @@ TrialResultant IntegrateNetPressure(const State& state, double drivingForce, dou
 double passivePressureAt(const State& state, double elev);
 
 /// Finds SolvedBottomElev(1), BottomPressure(1), BottomIndex(1) and the final NetActive diagram.
-/// Needs DrivingMoment shifted to the zero point. Failure: a box and SolutionFailed 1.
+/// Needs DrivingMoment shifted to the zero point. A failure stands in the state.
 void SolveCantileverBottom(State& state);
 
 } // namespace korvane

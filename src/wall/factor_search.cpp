@@ -1,7 +1,6 @@
 #include "wall/factor_search.h"
 
 #include "runtime/arithmetic.h"
-#include "runtime/number_text.h"
 
 namespace korvane {
 
@@ -11,29 +10,18 @@ constexpr double FactorStep = 0.2;
 constexpr double LimitStep = 5.0;
 
 void failInconsistent(State& state, int level, const FactorSearch& search) {
-    const std::string wall = state.problem.WallType == WallKind::Cantilever ? "     CANTILEVER WALL"
-                             : level == 1 ? "     ANCHORED WALL BY FREE EARTH METHOD"
-                                          : "     ANCHORED WALL BY FIXED EARTH METHOD";
-    std::string text =
-        "Inconsistent results have been encountered\nduring attempt to analyze\n\n" + wall;
-    if (search.stage > FactorStage::SteppingDown) {
-        text += "\n\nFactor of safety appears to be between " + formatNumber(search.FSL, "#0.00") +
-                "and " + formatNumber(search.FSH, "#0.00");
-    }
-    failSolution(state,
-                 {.text = text + "\n\n     Unable to continue.", .title = "INCONSISTENT RESULTS"});
+    fail(state, {.code = FailureCode::InconsistentFactors,
+                 .level = level,
+                 .low = search.FSL,
+                 .high = search.FSH,
+                 .bracketed = search.stage > FactorStage::SteppingDown});
 }
 
-/// Asks whether to go on beyond the limit, which a Yes raises. False after a No.
-bool goBeyondLimit(State& state, FactorSearch& search) {
-    const Answer answer =
-        state.prompts.Ask({.text = "Factor of safety for this system\nappears to be greater than " +
-                                   formatNumber(search.limit, "#0.00") +
-                                   ".\n\nDo you want to continue search for\nfactor of safety?",
-                           .title = "LARGE FACTOR OF SAFETY",
-                           .buttons = Buttons::YesNo});
-    if (answer != Answer::Yes) {
-        state.SolutionFailed = 1;
+/// Goes on beyond the search's limit, where that is wanted, and raises it.
+bool goBeyondLimit(State& state, int level, FactorSearch& search, const FactorLimit& limit) {
+    const bool goesOn = limit.ask ? limit.ask(search.limit) : search.limit <= limit.largest;
+    if (!goesOn) {
+        fail(state, {.code = FailureCode::FactorDeclined, .level = level, .low = search.limit});
         return false;
     }
     search.limit += LimitStep;
@@ -102,9 +90,10 @@ void startStepping(FactorSearch& search, double Z, double W) {
 }
 
 /// A step up, or the straight line once the bottom is passed. False where the user stops.
-bool stepUp(State& state, FactorSearch& search, double Z, double W) {
+bool stepUp(State& state, int level, FactorSearch& search, const FactorLimit& limit, double Z,
+            double W) {
     if (Z > W) {
-        if (search.FS >= search.limit && !goBeyondLimit(state, search)) {
+        if (search.FS >= search.limit && !goBeyondLimit(state, level, search, limit)) {
             return false;
         }
         takeUpper(search, Z);
@@ -147,7 +136,9 @@ bool fitsBracket(const FactorSearch& search, double Z) {
 
 } // namespace
 
-bool takeNextFactor(State& state, int level, FactorSearch& search, double Z, double W) {
+bool takeNextFactor(State& state, int level, FactorSearch& search, const FactorLimit& limit,
+                    double Z, double W) {
+    state.stage = {Doing::FactorOfSafety, 0, level};
     bool consistent = fitsBracket(search, Z);
     if (consistent && search.stage == FactorStage::Refining) {
         consistent = narrowBracket(search, Z, W);
@@ -161,7 +152,7 @@ bool takeNextFactor(State& state, int level, FactorSearch& search, double Z, dou
         startStepping(search, Z, W);
         return true;
     case FactorStage::SteppingUp:
-        return stepUp(state, search, Z, W);
+        return stepUp(state, level, search, limit, Z, W);
     case FactorStage::SteppingDown:
         stepDown(search, Z, W);
         return true;

@@ -44,7 +44,7 @@ void addPieceAboveZero(const State& state, int i, int anchorIndex, double E, Can
 
 /// The sums of all forces above the point of zero net active pressure.
 CantileverSums sumsToZero(const State& state, int anchorIndex) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const double E = state.grid.ElevGrid(state.net.NetZeroIndex);
     CantileverSums sums;
     sums.L = problem.AnchorElev - E;
@@ -70,7 +70,7 @@ CantileverSums sumsToZero(const State& state, int anchorIndex) {
 /// The sums carried from row - 1 down to a point of the segment above `row`.
 CantileverSums sumsTo(const State& state, int row, const CantileverSums& above,
                       const DiagramPoint& point) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const auto& [L, Vn, Mn, Dn] = above;
     const double top = state.grid.ElevGrid(row - 1);
     const double p1 = state.net.NetActive(row - 1, 1);
@@ -121,7 +121,7 @@ bool solvePass(State& state, int anchorIndex) {
                     return sumsTo(state, i, above, trial).momentBalance();
                 });
             if (!point) {
-                failRefinement(state, "FOR ANCHORED WALL BY FIXED EARTH METHOD.");
+                failRefinement(state, 2);
                 return false;
             }
             bottom = *point;
@@ -144,7 +144,7 @@ bool solvePass(State& state, int anchorIndex) {
 //   seepage SeepageGradient(2), SeepageEndElev(2), all pressures and the anchor's row.
 // Stops: moment within 1 LB-FT; the bottom within 0.1 FT from one seepage pass to the next.
 void SolveFixedEarthBottom(State& state, int& anchorIndex) {
-    settleAnchoredBottom(state, 2, anchorIndex, solvePass, "TO BE OSCILLATING ABOUT ELEVATION = ");
+    settleAnchoredBottom(state, 2, anchorIndex, solvePass);
 }
 
 } // namespace korvane

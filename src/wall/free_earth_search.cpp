@@ -1,7 +1,6 @@
 #include "wall/free_earth_search.h"
 
 #include "runtime/arithmetic.h"
-#include "runtime/number_text.h"
 #include "wall/anchored_search.h"
 #include "wall/trial_pressures.h"
 
@@ -17,7 +16,7 @@ struct AnchorSums {
 
 /// The sums carried from row - 1 down to a point of the segment above `row`.
 AnchorSums sumsTo(const State& state, int row, AnchorSums above, const DiagramPoint& point) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const double anchor = problem.AnchorElev;
     const double top = state.grid.ElevGrid(row - 1);
     const double a = state.net.NetActive(row - 1, 1);
@@ -52,7 +51,7 @@ bool solvePass(State& state, int) {
                 {segmentAbove(state, i), above.moment, sums.moment, AnchoredMomentTolerance},
                 [&](const DiagramPoint& trial) { return sumsTo(state, i, above, trial).moment; });
             if (!point) {
-                failRefinement(state, "FOR ANCHORED WALL BY FREE EARTH METHOD.");
+                failRefinement(state, 1);
                 return false;
             }
             bottom = *point;
@@ -62,9 +61,9 @@ bool solvePass(State& state, int) {
         state.solution.AnchorForce(1) = finite(sums.force);
         return true;
     }
-    failSearch(state,
-               "A SOLUTION FOR PENETRATION HAS NOT BEEN FOUND FOR AN ELEVATION\nDOWN TO EL " +
-                   formatNumber(ElevGrid(state.grid.NumElevs - 1), "####0.00") + " FT.");
+    fail(state, {.code = FailureCode::NoFreeEarthBottom,
+                 .level = 1,
+                 .elev = ElevGrid(state.grid.NumElevs - 1)});
     return false;
 }
 
@@ -79,7 +78,7 @@ bool solvePass(State& state, int) {
 //   seepage SeepageGradient(1), SeepageEndElev(1), all pressures and the anchor's row.
 // Stops: moment within 1 LB-FT; the bottom within 0.1 FT from one seepage pass to the next.
 void SolveFreeEarthBottom(State& state, int& anchorIndex) {
-    settleAnchoredBottom(state, 1, anchorIndex, solvePass, "OSCILLATING ABOUT ELEVATION = ");
+    settleAnchoredBottom(state, 1, anchorIndex, solvePass);
 }
 
 } // namespace korvane

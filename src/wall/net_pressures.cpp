@@ -38,15 +38,15 @@ void combinePressures(State& state, int lowerIndex) {
 /// The horizontal distributed load: straight lines between its points, nothing beyond its ends.
 void addDistributedLoad(State& state) {
     const auto& ElevGrid = state.grid.ElevGrid;
-    const auto& HDistElev = state.problem.HDistElev;
-    const auto& HDistLoad = state.problem.HDistLoad;
+    const auto& HDistElev = state.problem->HDistElev;
+    const auto& HDistLoad = state.problem->HDistLoad;
     const auto add = [&](int i, int k, double p) {
         state.net.NetActive(i, k) += p;
         state.net.NetPassive(i, k) += p;
     };
 
     int i = firstRowAt(state.grid, HDistElev(1));
-    for (int j = 1; j < state.problem.HDistCount; ++j) {
+    for (int j = 1; j < state.problem->HDistCount; ++j) {
         add(i, 1, HDistLoad(j));
         for (++i;; ++i) {
             if (i > state.grid.NumElevs) {
@@ -115,7 +115,7 @@ int findZero(State& state, int lowerIndex) {
 
 /// Force and moment about the wall top of net active pressure and line loads above NetZeroIndex.
 void sumDrivingForces(State& state) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const auto& ElevGrid = state.grid.ElevGrid;
     const auto& NetActive = state.net.NetActive;
     const int NetZeroIndex = state.net.NetZeroIndex;
@@ -170,7 +170,8 @@ void insertMidway(State& state) {
 // foot, about the wall top) that drive the wall above the point of zero net active pressure. Reads
 // soil and water pressures of both sides; inserts rows in the grid and all diagrams.
 void ComputeNetPressures(State& state) {
-    const Problem& problem = state.problem;
+    state.stage = {Doing::NetPressures, 0, state.stage.level};
+    const Problem& problem = *state.problem;
     const double lowerSurface = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
     const int lowerIndex = lastRowAt(state.grid, lowerSurface);
 
@@ -180,12 +181,7 @@ void ComputeNetPressures(State& state) {
     }
     const int zero = findZero(state, lowerIndex);
     if (zero == 0) {
-        failSolution(state, {.text = "NET ACTIVE PRESSURE DOES NOT CHANGE SIGN\n"
-                                     "     IN THE EMBEDDED DEPTH AS REQUIRED BY\n"
-                                     "     CLASSICAL METHODS.\n\n"
-                                     "                        UNABLE TO CONTINUE.",
-                             .title = "INVALID NET ACTIVE PRESSURE DISTRIBUTION"});
-        state.SolutionFailed = 2;
+        fail(state, {.code = FailureCode::NoSignChange});
         return;
     }
     state.net.NetZeroIndex = zero;

@@ -6,7 +6,7 @@
 namespace korvane {
 
 /// Fills NetActive, NetPassive, NetZeroIndex, DrivingForce and DrivingMoment; inserts grid rows. A
-/// diagram that does not change sign shows its box and sets SolutionFailed to 2.
+/// diagram that does not change sign is a failure.
 void ComputeNetPressures(State& state);
 
 } // namespace korvane

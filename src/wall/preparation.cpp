@@ -13,16 +13,14 @@ constexpr double StartGradient = 0.0001;   ///< FT/FT, of a design with automati
 constexpr double LargestGradient = 0.9999; ///< FT/FT
 constexpr double ElevationNoise = 1e-9;    ///< FT; floating-point noise is no distance
 
-const char* sideName(int side) {
-    return side == Right ? "RIGHTSIDE" : "LEFTSIDE";
-}
-
 /// Equal input gives equal results, whatever was solved before.
 void clearWorkingValues(State& state) {
+    state.grid = {};
     state.preparation = {};
     state.pressures = {};
     state.regions = {};
     state.wedge = {};
+    state.net = {};
 }
 
 /// Coefficients, or a wedge where only that can follow the ground, adhesion or sloping layers.
@@ -45,28 +43,20 @@ PressureMethod sideMethod(const Problem& problem, int side) {
 /// Refuses a layer that ends at or above the ground of its side, then a side whose coefficients no
 /// wedge can use; the first fault only.
 bool refuseSoilData(State& state) {
-    const Problem& problem = state.problem;
-    const auto refuse = [&state](const std::string& text) {
-        failSolution(state, {.text = text + "\n\n     Unable to continue.",
-                             .title = "INCONSISTENT SOIL LAYER DATA"});
-        return true;
-    };
-
+    const Problem& problem = *state.problem;
     for (const int side : {Right, Left}) {
         for (int layer = 1; layer < problem.SoilLayerCount(side); ++layer) {
             if (problem.SoilBottomElev(side, layer) >= problem.SurfaceElev(side, 1)) {
-                return refuse(std::string("Bottom of ") + sideName(side) + " soil layer " +
-                              std::to_string(layer) +
-                              " is at or above\nthe soil surface at the wall.");
+                fail(state, {.code = FailureCode::LayerAboveSurface, .side = side, .layer = layer});
+                return true;
             }
         }
     }
     for (const int side : {Right, Left}) {
         if (problem.SoilDataKind(side) == SoilData::Coefficients &&
             state.preparation.SideMethod(side) == PressureMethod::Wedge) {
-            return refuse(std::string(sideName(side)) +
-                          " soil data are pressure coefficients, which\n"
-                          "the wedge method required by the surface cannot use.");
+            fail(state, {.code = FailureCode::CoefficientsForWedge, .side = side});
+            return true;
         }
     }
     return false;
@@ -74,11 +64,11 @@ bool refuseSoilData(State& state) {
 
 /// The seepage of the first pass, the same for both levels.
 void startSeepage(State& state) {
-    Problem& problem = state.problem;
-    auto& SeepageGradient = problem.SeepageGradient;
+    const Problem& problem = *state.problem;
+    auto& SeepageGradient = state.preparation.SeepageGradient;
     auto& SeepageEndElev = state.preparation.SeepageEndElev;
 
-    if (problem.SeepageKind == Seepage::Automatic) {
+    if (state.preparation.SeepageKind == Seepage::Automatic) {
         SeepageGradient(1) = problem.ProgramMode == Mode::Design
                                  ? StartGradient
                                  : seepageGradientForBottom(problem, problem.WallBottomElev);
@@ -89,21 +79,18 @@ void startSeepage(State& state) {
 
 /// Refuses a given gradient that has used up the head before the water leaves the left soil.
 bool refuseGradient(State& state) {
-    const Problem& problem = state.problem;
-    if (problem.SeepageKind != Seepage::Given ||
+    const Problem& problem = *state.problem;
+    if (state.preparation.SeepageKind != Seepage::Given ||
         state.preparation.SeepageEndElev(1) <= seepageExitElev(problem) + ElevationNoise) {
         return false;
     }
-    failSolution(state, {.text = "Seepage gradient is too large for the seepage\n"
-                                 "elevation and the water elevations.\n\n"
-                                 "     Unable to continue.",
-                         .title = "INCONSISTENT SEEPAGE DATA"});
+    fail(state, {.code = FailureCode::GradientTooLarge});
     return true;
 }
 
 /// Surcharges and regions of the sides that need a wedge.
 void prepareWedgeSides(State& state) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     for (const int side : {Right, Left}) {
         if (state.preparation.SideMethod(side) != PressureMethod::Wedge) {
             continue;
@@ -112,7 +99,7 @@ void prepareWedgeSides(State& state) {
             problem.VStripCount(side) + problem.VLineCount(side) + problem.VRampCount(side) +
             problem.VTriCount(side) + problem.VVarCount(side);
         BuildWedgeRegions(state, side);
-        if (problem.SeepageKind != Seepage::None) {
+        if (state.preparation.SeepageKind != Seepage::None) {
             BuildSeepageEndRegions(state, side, 1);
         }
     }
@@ -134,7 +121,7 @@ double gradientLimit(const Problem& problem) {
 /// The factors of a design: the layer's own, else its side's, else the problem's; equal for both
 /// levels.
 void setDesignFactors(State& state) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     const auto firstGiven = [](double own, double otherwise) { return own > 0 ? own : otherwise; };
 
     for (const int side : {Right, Left}) {
@@ -157,9 +144,12 @@ void setDesignFactors(State& state) {
 // of the first pass and its limit, wedge regions, the grid, water pressures and the factors of a
 // design. An analysis sets its factors itself.
 void PrepareSolution(State& state) {
-    Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
 
+    state.stage = {};
     clearWorkingValues(state);
+    state.preparation.SeepageKind = problem.SeepageKind;
+    state.preparation.SeepageGradient = problem.SeepageGradient;
     for (const int side : {Right, Left}) {
         state.preparation.SideMethod(side) = sideMethod(problem, side);
     }
@@ -167,9 +157,9 @@ void PrepareSolution(State& state) {
         return;
     }
     if (problem.WaterDataKind != WaterData::Elevations) {
-        problem.SeepageKind = Seepage::None;
+        state.preparation.SeepageKind = Seepage::None;
     }
-    const bool seeps = problem.SeepageKind != Seepage::None;
+    const bool seeps = state.preparation.SeepageKind != Seepage::None;
     if (seeps) {
         startSeepage(state);
         if (refuseGradient(state)) {

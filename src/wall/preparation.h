@@ -7,7 +7,7 @@ namespace korvane {
 
 /// Method of each side, seepage values, gradient limit, wedge regions, grid, water pressures and in
 /// a design the factors of each layer. Starts from zeroed pressures, marks and no-solution flags.
-/// Three refusals show their box and set SolutionFailed to 1.
+/// Three refusals are failures.
 void PrepareSolution(State& state);
 
 } // namespace korvane

@@ -1,7 +1,5 @@
 #include "wall/refinement.h"
 
-#include "wall/trial_pressures.h"
-
 #include <cmath>
 
 namespace korvane {
@@ -90,8 +88,8 @@ std::optional<DiagramPoint> refineInSegment(const Refinement& refinement, const 
     return bySecants ? bySecants : refineByHalving(refinement, balance);
 }
 
-void failRefinement(State& state, const std::string& wall) {
-    failSearch(state, "REFINEMENT OF WALL BOTTOM DOES NOT CONVERGE\n" + wall);
+void failRefinement(State& state, int level) {
+    fail(state, {.code = FailureCode::RefinementFails, .level = level});
 }
 
 } // namespace korvane

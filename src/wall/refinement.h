@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 
 namespace korvane {
 
@@ -50,7 +49,7 @@ struct Refinement {
 /// RuntimeError 11 or 6 where a balance that halving needs does not exist.
 std::optional<DiagramPoint> refineInSegment(const Refinement& refinement, const Balance& balance);
 
-/// The box of a refinement that found nothing; `wall` is its second line.
-void failRefinement(State& state, const std::string& wall);
+/// Ends the solution where a refinement found nothing.
+void failRefinement(State& state, int level);
 
 } // namespace korvane

@@ -47,7 +47,7 @@ bool diagramsJump(const State& state, int e) {
 /// All rows of a level; returns their number.
 int fillRows(State& state, int level) {
     ResultDiagrams& results = state.results;
-    const double scale = deflectionScale(state.problem);
+    const double scale = deflectionScale(*state.problem);
     const int bottom = state.solution.BottomIndex(level);
 
     const double topShear = state.beam.ElementForces(1, 1);
@@ -75,39 +75,35 @@ int fillRows(State& state, int level) {
     return r;
 }
 
-void widenRange(Array<double, 4>& range, int level, double value) {
-    range(level) = MaxOf(range(level), value);
-    range(level + 2) = MinOf(range(level + 2), value);
+void widenRange(Range& range, double value) {
+    range.largest = MaxOf(range.largest, value);
+    range.smallest = MinOf(range.smallest, value);
 }
 
 /// Extremes of all rows; returns the row of the largest moment (of equal ones the last).
-int findExtremes(ResultDiagrams& results, int level, int rowCount) {
-    auto& MaxMoment = results.MaxMoment;
-    auto& MaxDeflection = results.MaxDeflection;
-    MaxMoment(level) = 0;
-    MaxDeflection(level) = 0;
-    for (Array<double, 4>* range : {&results.DeflectionRange, &results.MomentRange,
-                                    &results.ShearRange, &results.PressureRange}) {
+int findExtremes(ResultDiagrams& results) {
+    Extreme& MaxMoment = results.MaxMoment = {};
+    Extreme& MaxDeflection = results.MaxDeflection = {};
+    for (Range* range : {&results.DeflectionRange, &results.MomentRange, &results.ShearRange,
+                         &results.PressureRange}) {
         // Deliberate: values all above 1E5 or all below -1E5 leave one end at its start.
-        (*range)(level) = -100000.0;
-        (*range)(level + 2) = 100000.0;
+        *range = {-100000.0, 100000.0};
     }
 
     int m = 1;
-    for (int r = 1; r <= rowCount; ++r) {
-        if (std::fabs(results.ResultMoment(r)) >= std::fabs(MaxMoment(level))) {
-            MaxMoment(level) = results.ResultMoment(r);
-            MaxMoment(level + 2) = results.ResultElev(r);
+    for (int r = 1; r <= results.RowCount; ++r) {
+        const double elev = results.ResultElev(r);
+        if (std::fabs(results.ResultMoment(r)) >= std::fabs(MaxMoment.value)) {
+            MaxMoment = {results.ResultMoment(r), elev};
             m = r;
         }
-        if (std::fabs(results.ResultDeflection(r)) >= std::fabs(MaxDeflection(level))) {
-            MaxDeflection(level) = results.ResultDeflection(r);
-            MaxDeflection(level + 2) = results.ResultElev(r);
+        if (std::fabs(results.ResultDeflection(r)) >= std::fabs(MaxDeflection.value)) {
+            MaxDeflection = {results.ResultDeflection(r), elev};
         }
-        widenRange(results.DeflectionRange, level, results.ResultDeflection(r));
-        widenRange(results.MomentRange, level, results.ResultMoment(r));
-        widenRange(results.ShearRange, level, results.ResultShear(r));
-        widenRange(results.PressureRange, level, results.ResultPressure(r));
+        widenRange(results.DeflectionRange, results.ResultDeflection(r));
+        widenRange(results.MomentRange, results.ResultMoment(r));
+        widenRange(results.ShearRange, results.ResultShear(r));
+        widenRange(results.PressureRange, results.ResultPressure(r));
     }
     return m;
 }
@@ -124,10 +120,11 @@ double zeroOfShear(double V, double p, double A, double h) {
 }
 
 /// The largest moment between rows, from the zero of shear next to row m.
-void refineMaxMoment(ResultDiagrams& results, int level, int m, int rowCount) {
+void refineMaxMoment(ResultDiagrams& results, int m) {
     const auto& ResultElev = results.ResultElev;
     const auto& ResultShear = results.ResultShear;
-    if (m == 1 || m == rowCount) { // no moments at all: the rows have no neighbour to refine in
+    if (m == 1 ||
+        m == results.RowCount) { // no moments at all: the rows have no neighbour to refine in
         return;
     }
     if (std::fabs(ResultElev(m) - ResultElev(m - 1)) <= 0.0001 ||
@@ -144,8 +141,8 @@ void refineMaxMoment(ResultDiagrams& results, int level, int m, int rowCount) {
     const double A = divide(q - p, h) / 2;
     const double s = zeroOfShear(V, p, A, h);
     const double p2 = 2 * A * s + p;
-    results.MaxMoment(level) = finite(s * s * (2 * p + p2) / 6 + s * V + results.ResultMoment(j));
-    results.MaxMoment(level + 2) = finite(ResultElev(j) - s);
+    results.MaxMoment = {finite(s * s * (2 * p + p2) / 6 + s * V + results.ResultMoment(j)),
+                         finite(ResultElev(j) - s)};
 }
 
 } // namespace
@@ -153,13 +150,12 @@ void refineMaxMoment(ResultDiagrams& results, int level, int m, int rowCount) {
 // Purpose: rows of moment, shear, deflection and pressure for reports and plots, two at a point
 //          where a diagram jumps, and the extremes of each diagram.
 // Reads:   ElementForces, NodeDisplacement, NetActive PSF, ElevGrid FT, the level's bottom.
-// Writes:  the result rows and extremes of the level; BottomIndex(level) turns into the row count.
+// Writes:  the result rows, their count and extremes.
 // Failure: a row beyond 301 is run-time error 9.
 void BuildResultDiagrams(State& state, int level) {
-    const int rowCount = fillRows(state, level);
-    state.solution.BottomIndex(level) = rowCount;
-    const int m = findExtremes(state.results, level, rowCount);
-    refineMaxMoment(state.results, level, m, rowCount);
+    state.results.RowCount = fillRows(state, level);
+    const int m = findExtremes(state.results);
+    refineMaxMoment(state.results, m);
 }
 
 } // namespace korvane

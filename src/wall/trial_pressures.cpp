@@ -10,6 +10,7 @@
 namespace korvane {
 
 void ComputeSidePressures(State& state, int side, int level) {
+    state.stage = {Doing::SoilPressures, side, level};
     if (state.preparation.SideMethod(side) == PressureMethod::Coefficients) {
         ComputeCoefficientPressures(state, side, level);
     } else {
@@ -18,6 +19,7 @@ void ComputeSidePressures(State& state, int side, int level) {
 }
 
 void RebuildForSeepage(State& state, int level) {
+    const Stage search = state.stage;
     BuildElevationGrid(state, level);
     ComputeWaterPressures(state, level);
     for (const int side : {Right, Left}) {
@@ -25,11 +27,14 @@ void RebuildForSeepage(State& state, int level) {
             BuildSeepageEndRegions(state, side, level);
         }
         ComputeSidePressures(state, side, level);
-        if (state.SolutionFailed != 0) {
+        if (state.failed()) {
             return;
         }
     }
     ComputeNetPressures(state);
+    if (!state.failed()) {
+        state.stage = search;
+    }
 }
 
 bool seepageFollowsBottom(const Problem& problem) {
@@ -38,17 +43,13 @@ bool seepageFollowsBottom(const Problem& problem) {
 }
 
 bool shiftDrivingMoment(State& state) {
-    const Problem& problem = state.problem;
+    const Problem& problem = *state.problem;
     NetPressures& net = state.net;
     const bool anchored = problem.WallType == WallKind::Anchored;
     const double pivot =
         anchored ? problem.AnchorElev : state.grid.ElevGrid(state.net.NetZeroIndex);
     net.DrivingMoment -= (problem.WallTopElev - pivot) * net.DrivingForce;
     return net.DrivingForce > 0 && (anchored ? net.DrivingMoment > 0 : net.DrivingMoment < 0);
-}
-
-void failSearch(State& state, const std::string& lines, const std::string& closing) {
-    failSolution(state, {.text = lines + "\n\n" + closing});
 }
 
 } // namespace korvane

@@ -12,7 +12,7 @@ inline constexpr double BottomTolerance = 0.1;
 void ComputeSidePressures(State& state, int side, int level);
 
 /// Grid, water, soil and net pressures anew for the level's present seepage values; wedge sides get
-/// their deep regions first. Stops where SolutionFailed is set.
+/// their deep regions first. Stops at a failure.
 void RebuildForSeepage(State& state, int level);
 
 /// True where the seepage gradient depends on the bottom that a search finds: a design with
@@ -23,9 +23,5 @@ bool seepageFollowsBottom(const Problem& problem);
 /// of net active pressure for a cantilever wall, the anchor for an anchored one. True where the
 /// forces turn the wall as the methods assume.
 bool shiftDrivingMoment(State& state);
-
-/// Fails with a box of these lines, an empty line and the closing words.
-void failSearch(State& state, const std::string& lines,
-                const std::string& closing = "     UNABLE TO CONTINUE.");
 
 } // namespace korvane

@@ -1,7 +1,7 @@
 #include "widgets/gate.h"
 
 #include "commands/commands.h"
-#include "commands/run_guarded.h"
+#include "runtime/run_guarded.h"
 #include "widgets/message_box.h"
 
 #include <cstdlib>

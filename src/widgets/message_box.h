@@ -1,7 +1,7 @@
 // All message boxes of the desktop program.
 #pragma once
 
-#include "state/prompts.h"
+#include "state/message_box.h"
 
 class QWidget;
 

@@ -35,7 +35,7 @@ class ScreenWindow : public QDialog {
   protected:
     ScreenContext& context() { return context_; }
     Session& session() { return context_.session; }
-    Problem& problem() { return context_.session.state.problem; }
+    Problem& problem() { return context_.session.problem; }
 
     /// The widget that the screen's controls stand on.
     QWidget* canvas() { return canvas_; }

@@ -1,14 +1,15 @@
 // The JSON results: complete, and every number the same double.
 #include "batch_run.h"
-#include "commands/commands.h"
+#include "problem/input_reader.h"
+#include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
+#include "solution/solution.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <cmath>
 #include <filesystem>
-#include <memory>
 
 namespace korvane::test {
 
@@ -16,37 +17,15 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// The desktop of a second, independent run of the same input.
-class Operator : public Desktop {
-  public:
-    explicit Operator(std::string input) : input_(std::move(input)) {}
-    Answer Ask(const MessageBox& box) override {
-        return box.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
-    }
-    std::string ChooseFile(const FileDialog&) override { return input_; }
-    void ShowScreen(Screen screen, Session& session) override {
-        screen == Screen::WEDGMETH ? cmdSweep_Click(session) : acceptDefaultSections(session);
-    }
-    void SetBusy(bool) override {}
-    bool PrintDocument(const std::string&, const std::vector<std::string>&) override {
-        return false;
-    }
-    void QuitHelp() override {}
-    void EndProgram() override {}
-    void Mirror(const Session&) override {}
-
-  private:
-    std::string input_;
-};
-
 Json resultsOf(const BatchOffice& office, const std::string& input, int status = 0) {
     EXPECT_EQ(office.run({"--json", "--quiet", input}).status, status);
     return Json::parse(readFile(std::filesystem::path(input).replace_extension(".json")));
 }
 
 /// The entry of a grid against the pressures that it was written from.
-void expectGrid(const Json& grid, const ElevationGrid& elevations, const Pressures& pressures,
-                const Array<double, 301, 2>& netActive, const Array<double, 301, 2>& netPassive) {
+void expectGrid(const Json& grid, const PressureDiagrams& solved) {
+    const ElevationGrid& elevations = solved.grid;
+    const Pressures& pressures = solved.pressures;
     ASSERT_EQ(grid.size(), static_cast<std::size_t>(elevations.NumElevs));
     for (int i = 1; i <= elevations.NumElevs; ++i) {
         const Json& entry = grid[static_cast<std::size_t>(i - 1)];
@@ -58,23 +37,23 @@ void expectGrid(const Json& grid, const ElevationGrid& elevations, const Pressur
             EXPECT_EQ(entry["right"]["passive"][place], pressures.PassivePressures(Right, i, k));
             EXPECT_EQ(entry["left"]["active"][place], pressures.ActivePressures(Left, i, k));
             EXPECT_EQ(entry["left"]["passive"][place], pressures.PassivePressures(Left, i, k));
-            EXPECT_EQ(entry["netActive"][place], netActive(i, k));
-            EXPECT_EQ(entry["netPassive"][place], netPassive(i, k));
+            EXPECT_EQ(entry["netActive"][place], solved.NetActive(i, k));
+            EXPECT_EQ(entry["netPassive"][place], solved.NetPassive(i, k));
         }
         EXPECT_EQ(entry["left"]["marks"][0], markText(pressures.ActiveMark(Left, i)));
         EXPECT_EQ(entry["left"]["marks"][1], markText(pressures.PassiveMark(Left, i)));
     }
 }
 
-void expectLevel(const Json& json, const State& state, int level) {
-    const SolvedLevel& solved = state.solved(level);
-    EXPECT_EQ(json["bottomElev"], state.solution.SolvedBottomElev(level));
-    EXPECT_EQ(json["maxMoment"]["value"], state.results.MaxMoment(level));
-    EXPECT_EQ(json["maxMoment"]["elev"], state.results.MaxMoment(level + 2));
-    EXPECT_EQ(json["maxDeflection"]["value"], state.results.MaxDeflection(level));
-    EXPECT_EQ(json["maxDeflection"]["elev"], state.results.MaxDeflection(level + 2));
-    ASSERT_EQ(json["rows"].size(), static_cast<std::size_t>(solved.rowCount));
-    for (int i = 1; i <= solved.rowCount; ++i) {
+void expectLevel(const Json& json, const LevelResult& level) {
+    const ResultDiagrams& solved = level.diagrams;
+    EXPECT_EQ(json["bottomElev"], level.bottomElev);
+    EXPECT_EQ(json["maxMoment"]["value"], solved.MaxMoment.value);
+    EXPECT_EQ(json["maxMoment"]["elev"], solved.MaxMoment.elev);
+    EXPECT_EQ(json["maxDeflection"]["value"], solved.MaxDeflection.value);
+    EXPECT_EQ(json["maxDeflection"]["elev"], solved.MaxDeflection.elev);
+    ASSERT_EQ(json["rows"].size(), static_cast<std::size_t>(solved.RowCount));
+    for (int i = 1; i <= solved.RowCount; ++i) {
         const Json& row = json["rows"][static_cast<std::size_t>(i - 1)];
         EXPECT_EQ(row["elev"], solved.ResultElev(i));
         EXPECT_EQ(row["moment"], solved.ResultMoment(i));
@@ -82,7 +61,7 @@ void expectLevel(const Json& json, const State& state, int level) {
         EXPECT_EQ(row["deflection"], solved.ResultDeflection(i));
         EXPECT_EQ(row["pressure"], solved.ResultPressure(i));
     }
-    expectGrid(json["grid"], solved.grid, solved.pressures, solved.NetActive, solved.NetPassive);
+    expectGrid(json["grid"], level.solved);
 }
 
 } // namespace
@@ -95,25 +74,27 @@ TEST(Json, EveryNumberReadsBackToTheSameDouble) {
             office.copy("examples/" + std::string(example) + ".dat", "wall.dat");
         const Json json = resultsOf(office, input);
 
-        Operator person(input);
-        const auto session = std::make_unique<Session>(person);
-        Form_Load(*session);
-        mnuFileItem_Click(*session, person, 1);
-        mnuSolveItem_Click(*session, person);
-        const State& state = session->state;
-        if (session->stage == FlowStage::Review) {
-            expectGrid(json["grid"], state.grid, state.pressures, state.net.NetActive,
-                       state.net.NetPassive);
-            cmdContinue_Click(*session, person);
+        Problem problem;
+        clearProblemData(problem);
+        ASSERT_TRUE(readProblem(problem, readFile(input), input).complete);
+        Options options;
+        options.wedge = WedgeMethod::Sweep;
+        PileSections sections;
+        LoadPileDefaults(sections);
+        Workspace workspace;
+        const Solved solved = solve(problem, options, sections, workspace);
+        ASSERT_FALSE(solved.failure);
+        if (problem.ProgramMode == Mode::Design) {
+            expectGrid(json["grid"], solved.review->diagrams);
         } else {
             EXPECT_TRUE(json["grid"].empty());
         }
-        const int levels = state.problem.WallType == WallKind::Anchored ? 2 : 1;
+        const int levels = problem.WallType == WallKind::Anchored ? 2 : 1;
         ASSERT_EQ(json["levels"].size(), static_cast<std::size_t>(levels));
         for (int level = 1; level <= levels; ++level) {
-            expectLevel(json["levels"][static_cast<std::size_t>(level - 1)], state, level);
+            expectLevel(json["levels"][static_cast<std::size_t>(level - 1)],
+                        solved.results->levels(level));
         }
-        mnuFileItem_Click(*session, person, 0);
     }
 }
 
@@ -149,7 +130,7 @@ TEST(Json, StatusAndMessagesTellWhatHappened) {
     const BatchOffice office;
     const std::string input = office.write("refused.dat", refusedInput);
     const Json refused = resultsOf(office, input, 1);
-    EXPECT_EQ(refused["schema"], 1);
+    EXPECT_EQ(refused["schema"], 2);
     EXPECT_EQ(refused["program"], "KORVANE");
     EXPECT_EQ(refused["input"], input);
     EXPECT_EQ(refused["status"], "failed");

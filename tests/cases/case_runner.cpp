@@ -7,17 +7,17 @@
 #include "runtime/arithmetic.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
-#include "support/support.h"
-#include "wall/analysis.h"
-#include "wall/design.h"
-#include "wall/net_pressures.h"
-#include "wall/preparation.h"
-#include "wall/trial_pressures.h"
+#include "state/kept_work.h"
+#include "solution/solution.h"
 
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
+#include <memory>
 #include <sstream>
+#include <string>
+#include <vector>
 
 using namespace korvane;
 
@@ -40,11 +40,13 @@ struct Case {
 
 /// The wall solved, and its state at the first pressures.
 struct SolvedWall {
-    test::TemporaryFolder folder;
-    test::Bench bench;
-    ElevationGrid firstGrid;
-    Pressures firstPressures;
-    NetPressures firstNet;
+    Problem problem;
+    Workspace workspace;
+    Failure failure;
+    KeptWork kept;
+    std::unique_ptr<State> first = std::make_unique<State>(problem, kept);
+
+    const LevelResult& level(int number) const { return workspace.results().levels(number); }
 };
 
 [[noreturn]] void refuse(const std::string& why) {
@@ -110,41 +112,26 @@ Case readCase(const std::filesystem::path& path) {
 
 /// The road of a solution without reports.
 void solve(SolvedWall& wall, const Case& wanted, const std::filesystem::path& inputPath) {
-    State& state = *wall.bench.state;
-    state.files.TempFolder = wall.folder.path().string();
-    clearProblemData(state.problem);
-    const ReadResult read = readProblem(state.problem, readFile(inputPath), wanted.input);
+    clearProblemData(wall.problem);
+    const ReadResult read = readProblem(wall.problem, readFile(inputPath), wanted.input);
     if (!read.complete) {
         refuse(wanted.input + ": " + read.text);
     }
-    PrepareSolution(state);
-    for (const int side : {Right, Left}) {
-        if (state.preparation.SideMethod(side) == PressureMethod::Wedge) {
-            state.preparation.SideMethod(side) =
-                wanted.wedge == "fixed" ? PressureMethod::FixedSurface : PressureMethod::Sweep;
-        }
-    }
-    for (const int side : {Right, Left}) {
-        if (state.SolutionFailed == 0) {
-            ComputeSidePressures(state, side, 1);
-        }
-    }
-    if (state.SolutionFailed == 0) {
-        ComputeNetPressures(state);
-    }
-    for (const int side : {Right, Left}) {
-        ComputeSurchargePressures(state, side); // anew: the column does not follow inserted rows
-    }
-    wall.firstGrid = state.grid;
-    wall.firstPressures = state.pressures;
-    wall.firstNet = state.net;
-    if (state.SolutionFailed != 0) {
+    Options options;
+    options.wedge = wanted.wedge == "fixed" ? WedgeMethod::FixedSurface : WedgeMethod::Sweep;
+    const auto review = reviewWall(wall.problem, options, wall.workspace);
+    if (!review) {
+        wall.failure = review.failure();
         return;
     }
-    if (state.problem.ProgramMode == Mode::Design) {
-        SolveDesign(state);
-    } else {
-        SolveAnalysis(state);
+    *wall.first = wall.workspace.state();
+    for (const int side : {Right, Left}) {
+        // Anew: the column does not follow inserted rows.
+        ComputeSurchargePressures(*wall.first, side);
+    }
+    const auto results = solveWall(wall.workspace);
+    if (!results) {
+        wall.failure = results.failure();
     }
 }
 
@@ -169,7 +156,7 @@ int sideOf(const Check& check) {
 
 /// Grid row of a depth below the wall top at the first pressures.
 int rowAtDepth(const SolvedWall& wall, double depth) {
-    const int row = firstRowAt(wall.firstGrid, wall.bench.problem.WallTopElev - depth);
+    const int row = firstRowAt(wall.first->grid, wall.problem.WallTopElev - depth);
     if (row == 0) {
         refuse("no grid row at depth " + std::to_string(depth));
     }
@@ -181,7 +168,7 @@ double integrate(const SolvedWall& wall, int from, int to,
                  const std::function<double(int, int)>& value) {
     double sum = 0;
     for (int i = from + 1; i <= to; ++i) {
-        const double height = wall.firstGrid.ElevGrid(i - 1) - wall.firstGrid.ElevGrid(i);
+        const double height = wall.first->grid.ElevGrid(i - 1) - wall.first->grid.ElevGrid(i);
         sum += (value(i - 1, 1) + value(i, 2)) / 2 * height;
     }
     return sum;
@@ -199,39 +186,39 @@ double lowerSurface(const Problem& problem) {
 
 double diagram(const SolvedWall& wall, const Check& check, bool active, int k) {
     const auto& values =
-        active ? wall.firstPressures.ActivePressures : wall.firstPressures.PassivePressures;
+        active ? wall.first->pressures.ActivePressures : wall.first->pressures.PassivePressures;
     return values(sideOf(check), rowAtDepth(wall, argument(check, 1)), k);
 }
 
 double activeForce(const SolvedWall& wall, const Check& check) {
     const int side = sideOf(check);
-    return integrate(wall, rowAtDepth(wall, argument(check, 1)),
-                     rowAtDepth(wall, argument(check, 2)),
-                     [&](int i, int k) { return wall.firstPressures.ActivePressures(side, i, k); });
+    return integrate(
+        wall, rowAtDepth(wall, argument(check, 1)), rowAtDepth(wall, argument(check, 2)),
+        [&](int i, int k) { return wall.first->pressures.ActivePressures(side, i, k); });
 }
 
 double zeroActive(const SolvedWall& wall, const Check& check) {
     const int side = sideOf(check);
     int row = 1;
-    while (wall.firstPressures.ActivePressures(side, row + 1, 2) <= 0) {
+    while (wall.first->pressures.ActivePressures(side, row + 1, 2) <= 0) {
         ++row;
     }
-    return wall.bench.problem.WallTopElev - wall.firstGrid.ElevGrid(row);
+    return wall.problem.WallTopElev - wall.first->grid.ElevGrid(row);
 }
 
 double surchargeForce(const SolvedWall& wall, const Check& check) {
     const int side = sideOf(check);
-    const int surface = firstRowAt(wall.firstGrid, wall.bench.problem.SurfaceElev(side, 1));
+    const int surface = firstRowAt(wall.first->grid, wall.problem.SurfaceElev(side, 1));
     return integrate(wall, surface, rowAtDepth(wall, argument(check, 1)),
-                     [&](int i, int) { return wall.firstPressures.SurchargePressures(side, i); });
+                     [&](int i, int) { return wall.first->pressures.SurchargePressures(side, i); });
 }
 
 /// Largest shear by size, also between rows: where the net pressure passes zero inside a segment
 /// the shear's parabola has its extreme.
 double maxShear(const SolvedWall& wall, const Check& check) {
-    const SolvedLevel& level = wall.bench.state->solved(levelOf(check));
+    const ResultDiagrams& level = wall.level(levelOf(check)).diagrams;
     double largest = 0;
-    for (int row = 1; row < level.rowCount; ++row) {
+    for (int row = 1; row < level.RowCount; ++row) {
         const double V = level.ResultShear(row);
         const double p = level.ResultPressure(row);
         const double q = level.ResultPressure(row + 1);
@@ -248,42 +235,36 @@ double maxShear(const SolvedWall& wall, const Check& check) {
 const Quantity quantities[] = {
     {"penetration",
      [](const SolvedWall& wall, const Check& check) {
-         return lowerSurface(wall.bench.problem) -
-                wall.bench.state->solution.SolvedBottomElev(levelOf(check));
+         return lowerSurface(wall.problem) - wall.level(levelOf(check)).bottomElev;
      }},
     {"max-moment",
      [](const SolvedWall& wall, const Check& check) {
-         return std::fabs(wall.bench.state->results.MaxMoment(levelOf(check)));
+         return std::fabs(wall.level(levelOf(check)).diagrams.MaxMoment.value);
      }},
     {"max-moment-depth",
      [](const SolvedWall& wall, const Check& check) {
-         return wall.bench.problem.WallTopElev -
-                wall.bench.state->results.MaxMoment(levelOf(check) + 2);
+         return wall.problem.WallTopElev - wall.level(levelOf(check)).diagrams.MaxMoment.elev;
      }},
     {"max-shear", maxShear},
     {"smallest-moment",
      [](const SolvedWall& wall, const Check& check) {
-         return wall.bench.state->results.MomentRange(levelOf(check) + 2);
+         return wall.level(levelOf(check)).diagrams.MomentRange.smallest;
      }},
     {"largest-moment",
      [](const SolvedWall& wall, const Check& check) {
-         return wall.bench.state->results.MomentRange(levelOf(check));
+         return wall.level(levelOf(check)).diagrams.MomentRange.largest;
      }},
-    {"anchor-force",
-     [](const SolvedWall& wall, const Check& check) {
-         return wall.bench.state->solution.AnchorForce(levelOf(check));
-     }},
-    {"factor",
-     [](const SolvedWall& wall, const Check& check) {
-         return wall.bench.state->preparation.LayerFSPassive(Right, 1, levelOf(check));
-     }},
+    {"anchor-force", [](const SolvedWall& wall,
+                        const Check& check) { return wall.level(levelOf(check)).anchorForce; }},
+    {"factor", [](const SolvedWall& wall,
+                  const Check& check) { return wall.level(levelOf(check)).factorOfSafety; }},
     {"net-active",
      [](const SolvedWall& wall, const Check& check) {
-         return wall.firstNet.NetActive(rowAtDepth(wall, argument(check, 0)), 2);
+         return wall.first->net.NetActive(rowAtDepth(wall, argument(check, 0)), 2);
      }},
     {"net-active-below",
      [](const SolvedWall& wall, const Check& check) {
-         return wall.firstNet.NetActive(rowAtDepth(wall, argument(check, 0)), 1);
+         return wall.first->net.NetActive(rowAtDepth(wall, argument(check, 0)), 1);
      }},
     {"active",
      [](const SolvedWall& wall, const Check& check) { return diagram(wall, check, true, 2); }},
@@ -297,12 +278,12 @@ const Quantity quantities[] = {
     {"zero-active", zeroActive},
     {"water",
      [](const SolvedWall& wall, const Check& check) {
-         return wall.firstPressures.WaterPressures(rowAtDepth(wall, argument(check, 0)), 2);
+         return wall.first->pressures.WaterPressures(rowAtDepth(wall, argument(check, 0)), 2);
      }},
     {"surcharge",
      [](const SolvedWall& wall, const Check& check) {
-         return wall.firstPressures.SurchargePressures(sideOf(check),
-                                                       rowAtDepth(wall, argument(check, 1)));
+         return wall.first->pressures.SurchargePressures(sideOf(check),
+                                                         rowAtDepth(wall, argument(check, 1)));
      }},
     {"surcharge-force", surchargeForce},
     {"coulomb-active",
@@ -333,17 +314,15 @@ double evaluate(const SolvedWall& wall, const Check& check) {
 
 /// True where the solution's outcome is the one that the case tells.
 bool outcomeHolds(const Case& wanted, const SolvedWall& wall) {
-    const auto& asked = wall.bench.prompts.asked;
-    const bool failed = wall.bench.state->SolutionFailed != 0;
+    const bool failed = static_cast<bool>(wall.failure);
+    const std::string why = failed ? failureBox(wall.failure).text : "";
     if (wanted.fails.empty()) {
         if (failed) {
-            std::printf("FAILED: no solution: %s\n",
-                        asked.empty() ? "(no box)" : asked.back().text.c_str());
+            std::printf("FAILED: no solution: %s\n", why.empty() ? "(no box)" : why.c_str());
         }
         return !failed;
     }
-    const bool told =
-        failed && !asked.empty() && asked.back().text.find(wanted.fails) != std::string::npos;
+    const bool told = failed && why.find(wanted.fails) != std::string::npos;
     std::printf("%s: fails with \"%s\"\n", told ? "ok" : "FAILED", wanted.fails.c_str());
     return told;
 }

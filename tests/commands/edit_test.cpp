@@ -21,9 +21,9 @@ void edit(Office& office) {
 void changeHeading(Office& office) {
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.problem.NumHeadingLines = 1;
-            session.state.problem.HeadingLines(1) = "'CHANGED ";
-            session.state.DataChanged = 1;
+            session.problem.NumHeadingLines = 1;
+            session.problem.HeadingLines(1) = "'CHANGED ";
+            session.DataChanged = 1;
         }
     };
 }
@@ -41,11 +41,10 @@ TEST(Edit, OfAnOpenedFileThatChangesNothingMakesNewTemporaryFiles) {
     const std::string firstReport = office.outputName();
     edit(office);
     EXPECT_EQ(fileName(office.session->CurrentInputName), "TEMP0.iii");
-    EXPECT_EQ(readFile(office.session->CurrentInputName),
-              inputFileText(office.session->state.problem));
+    EXPECT_EQ(readFile(office.session->CurrentInputName), inputFileText(office.session->problem));
     EXPECT_NE(office.outputName(), firstReport);
     EXPECT_TRUE(office.session->menus.mnuSaveItem(0).enabled);
-    EXPECT_EQ(office.session->state.DataChanged, 0);
+    EXPECT_EQ(office.session->DataChanged, 0);
 }
 
 TEST(Edit, ThatChangesNothingWithoutAReportMakesTheReportAlone) {
@@ -56,7 +55,7 @@ TEST(Edit, ThatChangesNothingWithoutAReportMakesTheReportAlone) {
     EXPECT_EQ(office.session->CurrentInputName, examplePath("cantilever-dry-sand"));
     EXPECT_EQ(fileName(office.outputName()), "TEMP0.ooo");
     EXPECT_FALSE(office.session->menus.mnuSaveItem(0).enabled);
-    EXPECT_EQ(office.session->state.report.OutputLineCount,
+    EXPECT_EQ(office.session->report.OutputLineCount,
               static_cast<int>(splitLines(office.report()).size()));
 }
 
@@ -64,7 +63,7 @@ TEST(Edit, OfANewProblemWritesItsFileEvenWhereNothingIsMarkedAsChanged) {
     Office office;
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.problem = plainCantilever();
+            session.problem = plainCantilever();
         }
     };
     edit(office);
@@ -78,16 +77,16 @@ TEST(Edit, ThatFailsEndsWithTheEmptyProblem) {
     office.open("cantilever-dry-sand");
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.SolutionFailed = 1;
+            session.SolutionFailed = 1;
         }
     };
     edit(office);
-    EXPECT_EQ(office.session->state.problem.NumHeadingLines, 0);
-    EXPECT_EQ(office.session->state.problem.SurfacePointCount(Right), 0);
-    EXPECT_EQ(office.session->state.SolutionFailed, 0);
+    EXPECT_EQ(office.session->problem.NumHeadingLines, 0);
+    EXPECT_EQ(office.session->problem.SurfacePointCount(Right), 0);
+    EXPECT_EQ(office.session->SolutionFailed, 0);
     EXPECT_EQ(office.session->CurrentInputName, "");
     EXPECT_EQ(office.outputName(), "");
-    EXPECT_EQ(office.session->state.files.ScratchFileCount, 8);
+    EXPECT_EQ(office.session->files.ScratchFileCount, 8);
 }
 
 TEST(Edit, AsksToSaveChangedInputAndThenTheOutput) {
@@ -112,11 +111,11 @@ TEST(Edit, ANoToSavingTheInputKeepsTheFlagUntilTheScreenIsShown) {
     int flagAtScreen = -1;
     office.desktop.onBox = [&](const MessageBox& box) {
         if (box.title == "SAVE OUTPUT DATA?") {
-            flagAtOutputQuestion = office.session->state.DataChanged;
+            flagAtOutputQuestion = office.session->DataChanged;
         }
     };
     office.desktop.onScreen = [&](Screen, const Session& session) {
-        flagAtScreen = session.state.DataChanged;
+        flagAtScreen = session.DataChanged;
     };
     edit(office);
     EXPECT_EQ(flagAtOutputQuestion, 1);
@@ -153,7 +152,7 @@ TEST(Edit, EachEditAddsItsTemporaryFilesToTheList) {
     // The refused report is gone, so that its number is free again.
     EXPECT_EQ(office.temporaryFiles(),
               (std::set<std::string>{"TEMP0.iii", "TEMP1.iii", "TEMP0.ooo"}));
-    EXPECT_EQ(office.session->state.files.ScratchFileCount, 12);
+    EXPECT_EQ(office.session->files.ScratchFileCount, 12);
 }
 
 } // namespace korvane::test

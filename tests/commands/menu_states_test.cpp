@@ -63,8 +63,8 @@ Row finished(Row row) {
 void enterProblem(Office& office) {
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.problem = plainCantilever();
-            session.state.DataChanged = 1;
+            session.problem = plainCantilever();
+            session.DataChanged = 1;
         }
     };
 }
@@ -72,7 +72,7 @@ void enterProblem(Office& office) {
 void cancelEntry(Office& office) {
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.SolutionFailed = 1;
+            session.SolutionFailed = 1;
         }
     };
 }
@@ -133,7 +133,7 @@ TEST(MenuStates, AfterFailedOpenOnlyNewOpenAndExitRemain) {
     office.open("cantilever-dry-sand");
     office.open(office.write("bad.dat", std::string(80, '(') + "\nNOTHING\n"));
     expectRow(office.session->menus, afterFailedOpen);
-    EXPECT_EQ(office.session->state.problem.NumHeadingLines, 0);
+    EXPECT_EQ(office.session->problem.NumHeadingLines, 0);
     EXPECT_EQ(office.session->CurrentInputName, "");
     EXPECT_EQ(office.outputName(), "");
 }
@@ -190,7 +190,7 @@ TEST(MenuStates, AfterFailedEditTheCaptionIsTheOneOfNew) {
     cancelEntry(office);
     mnuEditItem_Click(*office.session, office.desktop);
     expectRow(office.session->menus, afterNew);
-    EXPECT_EQ(office.session->state.problem.NumHeadingLines, 0);
+    EXPECT_EQ(office.session->problem.NumHeadingLines, 0);
 }
 
 TEST(MenuStates, DuringASolutionAllTopMenusAreOff) {
@@ -239,7 +239,7 @@ TEST(MenuStates, RoweCurvesAreOnOnlyWhereTheReductionFoundASoil) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    ASSERT_EQ(office.session->state.rowe.RoweSoilType, 1);
+    ASSERT_EQ(office.session->workspace.reduction().RoweSoilType, 1);
     Row row = finished(afterOpen);
     row.anchored = true;
     row.rowe = true;
@@ -266,7 +266,7 @@ TEST(MenuStates, AfterAFailedSolutionNoResultPlotIsOn) {
                                           "SOIL BOTH STRENGTHS 1\n 120 110 30 0 0 0\n"
                                           "FINISHED\n"));
     office.solve();
-    EXPECT_NE(office.session->state.SolutionFailed, 0);
+    EXPECT_NE(office.session->SolutionFailed, 0);
     expectRow(office.session->menus, finished(afterOpen));
 }
 

@@ -12,8 +12,8 @@ namespace {
 void enterProblem(Office& office) {
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.problem = plainCantilever();
-            session.state.DataChanged = 1;
+            session.problem = plainCantilever();
+            session.DataChanged = 1;
         }
     };
     mnuEditItem_Click(*office.session, office.desktop);
@@ -28,7 +28,7 @@ void lengthenReport(Office& office, std::size_t bytes) {
         ++lines;
     }
     writeFile(office.outputName(), text);
-    office.session->state.report.OutputLineCount += lines;
+    office.session->report.OutputLineCount += lines;
 }
 
 } // namespace
@@ -39,8 +39,7 @@ TEST(Print, TheInputIsPrintedAsItWouldBeWritten) {
     mnuPrintItem_Click(*office.session, office.desktop, 0);
     ASSERT_EQ(office.desktop.prints.size(), 1U);
     EXPECT_EQ(office.desktop.prints[0].documentName, examplePath("anchored-all-loads"));
-    EXPECT_EQ(office.desktop.prints[0].lines,
-              splitLines(inputFileText(office.session->state.problem)));
+    EXPECT_EQ(office.desktop.prints[0].lines, splitLines(inputFileText(office.session->problem)));
     EXPECT_FALSE(office.desktop.busy);
 }
 
@@ -75,7 +74,7 @@ TEST(Print, TheOutputIsPrintedWhole) {
 TEST(Print, AReportShorterThanItsCountIsAFileError) {
     Office office;
     office.open("cantilever-dry-sand");
-    ++office.session->state.report.OutputLineCount;
+    ++office.session->report.OutputLineCount;
     office.desktop.boxes.clear();
     mnuPrintItem_Click(*office.session, office.desktop, 1);
     ASSERT_EQ(office.desktop.boxes.size(), 1U);
@@ -99,20 +98,37 @@ TEST(View, EachItemShowsItsScreen) {
                              Screen::FREEPLOT, Screen::FIXDPLOT, Screen::ROWECURV}));
 }
 
-TEST(View, ThePlotsOfAnAnchoredWallLoadTheirLevelFirst) {
+TEST(View, ThePlotsOfAnAnchoredWallShowTheirOwnLevelAndLeaveBothAlone) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    const State& state = office.session->state;
+    const Results& results = office.session->workspace.results();
+    const Array<LevelResult, 2> before = results.levels;
+    // What a screen scales its moments by holds the range of its own level.
+    const auto viewed = [&](const PlotView& view, int level) {
+        const Range& range = results.levels(level).diagrams.MomentRange;
+        const Range rounded = roundedRange(range);
+        EXPECT_EQ(view.scales.moment.largest, rounded.largest) << level;
+        EXPECT_EQ(view.scales.moment.smallest, rounded.smallest) << level;
+    };
+    office.desktop.onScreen = [&](Screen screen, const Session& session) {
+        const bool free = screen == Screen::FREEPLOT;
+        viewed(openPlotScreen(session.plotData(),
+                              free ? PlotScreenName::FREEPLOT : PlotScreenName::FIXDPLOT),
+               free ? 1 : 2);
+    };
     for (const int level : {1, 2, 1}) {
         mnuViewItem_Click(*office.session, office.desktop, 3 + level);
-        const int rows = state.solution.BottomIndex(level);
-        EXPECT_EQ(rows, state.solved(level).rowCount);
+        const ResultDiagrams& shown = results.levels(level).diagrams;
+        const int rows = shown.RowCount;
+        EXPECT_EQ(rows, results.levels(level).bottomIndex + 1); // the anchor's shear has two rows
         for (int i = 1; i <= rows; ++i) {
-            EXPECT_EQ(state.results.ResultElev(i), state.solved(level).ResultElev(i));
-            EXPECT_EQ(state.results.ResultMoment(i), state.solved(level).ResultMoment(i));
+            EXPECT_EQ(shown.ResultElev(i), before(level).diagrams.ResultElev(i));
+            EXPECT_EQ(shown.ResultMoment(i), before(level).diagrams.ResultMoment(i));
         }
     }
+    EXPECT_EQ(office.desktop.shown(Screen::FREEPLOT), 2);
+    EXPECT_EQ(office.desktop.shown(Screen::FIXDPLOT), 1);
 }
 
 TEST(View, TheInputIsShownWithoutItsLastCharacter) {

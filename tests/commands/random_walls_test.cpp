@@ -22,9 +22,7 @@ void solveFromFile(Office& office, const Problem& problem, int number) {
     const bool fixed = number % 2 == 0;
     office.desktop.onScreen = [fixed](Screen screen, Session& session) {
         if (screen == Screen::WEDGMETH && fixed) {
-            for (PressureMethod& method : session.state.preparation.SideMethod) {
-                method = method == PressureMethod::Sweep ? PressureMethod::FixedSurface : method;
-            }
+            cmdFixed_Click(session);
         }
     };
     // Yes to the question of a large factor up to 20, as the batch command answers.
@@ -35,7 +33,7 @@ void solveFromFile(Office& office, const Problem& problem, int number) {
         }
     };
     office.open(office.write("wall.dat", inputFileText(problem)));
-    ASSERT_EQ(office.session->state.SolutionFailed, 0);
+    ASSERT_EQ(office.session->SolutionFailed, 0);
     office.solve();
 }
 
@@ -47,10 +45,10 @@ void expectDescending(const ElevationGrid& grid) {
 
 /// The searches end with a force within 0.1 LB (the free earth anchor force takes it all) and a
 /// moment within 1 LB-FT of balance; sums of hundreds of rows add rounding.
-void expectBalance(const State& state, int level) {
-    const Balance balance = balanceOf(state, level);
+void expectBalance(const Problem& problem, const Results& results, int level) {
+    const Balance balance = balanceOf(problem, results.levels(level));
     const double rounding = 1e-7;
-    const bool fixedEarth = state.problem.WallType == WallKind::Anchored && level == 2;
+    const bool fixedEarth = problem.WallType == WallKind::Anchored && level == 2;
     if (!fixedEarth) { // built in at its foot the wall has a reaction there
         EXPECT_LE(std::fabs(balance.force), 0.1 + rounding * balance.sizes);
     }
@@ -62,10 +60,10 @@ int lineCount(const std::string& text) {
 }
 
 void expectInvariants(const Office& office) {
-    const State& state = office.session->state;
+    const Session& session = *office.session;
     EXPECT_EQ(office.session->stage, FlowStage::Rest);
     EXPECT_FALSE(office.desktop.busy);
-    EXPECT_EQ(lineCount(office.report()), state.report.OutputLineCount);
+    EXPECT_EQ(lineCount(office.report()), session.report.OutputLineCount);
 
     // A failure shows one box that tells why, a success none.
     int told = 0;
@@ -74,7 +72,7 @@ void expectInvariants(const Office& office) {
         told += question || box.title == "INPUT COMPLETE" ? 0 : 1;
     }
     const std::string& words = office.session->panels.panDoneText;
-    if (state.SolutionFailed != 0) {
+    if (session.SolutionFailed != 0) {
         EXPECT_EQ(words, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
         const bool discontinued = office.desktop.titles().back() == "LARGE FACTOR OF SAFETY";
         EXPECT_EQ(told, discontinued ? 0 : 1);
@@ -82,10 +80,11 @@ void expectInvariants(const Office& office) {
     }
     EXPECT_EQ(words, "SOLUTION COMPLETE");
     EXPECT_EQ(told, 0);
-    for (int level = 1; level <= (state.problem.WallType == WallKind::Anchored ? 2 : 1); ++level) {
-        ASSERT_TRUE(state.solved(level).solved);
-        expectDescending(state.solved(level).grid);
-        expectBalance(state, level);
+    const Results& results = session.workspace.results();
+    ASSERT_EQ(results.levelCount, session.problem.WallType == WallKind::Anchored ? 2 : 1);
+    for (int level = 1; level <= results.levelCount; ++level) {
+        expectDescending(results.levels(level).solved.grid);
+        expectBalance(session.problem, results, level);
     }
 }
 
@@ -98,7 +97,7 @@ TEST(RandomWalls, KeepGridBalanceCountsAndMessagesConsistent) {
         Office office;
         solveFromFile(office, problem, number);
         expectInvariants(office);
-        solved += office.session->state.SolutionFailed == 0 ? 1 : 0;
+        solved += office.session->SolutionFailed == 0 ? 1 : 0;
         if (HasFailure()) {
             return; // one wall is enough to look at
         }
@@ -110,10 +109,10 @@ TEST(RandomWalls, KeepGridBalanceCountsAndMessagesConsistent) {
 std::optional<double> bottomOf(const Problem& problem) {
     Office office;
     solveFromFile(office, problem, 1);
-    if (office.session->state.SolutionFailed != 0) {
+    if (office.session->SolutionFailed != 0) {
         return {};
     }
-    return office.session->state.solution.SolvedBottomElev(1);
+    return office.session->workspace.results().levels(1).bottomElev;
 }
 
 /// Cantilever walls by coefficients without wall friction and seepage.

@@ -16,8 +16,8 @@ namespace {
 void enterProblem(Office& office) {
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.problem = plainCantilever();
-            session.state.DataChanged = 1;
+            session.problem = plainCantilever();
+            session.DataChanged = 1;
         }
     };
     mnuEditItem_Click(*office.session, office.desktop);
@@ -57,7 +57,7 @@ TEST(SaveInput, CopiesTheTemporaryFileAndDeletesIt) {
     EXPECT_FALSE(fs::exists(temporary));
     EXPECT_EQ(office.session->CurrentInputName, target);
     EXPECT_EQ(office.session->InputSavedFlag, 1);
-    EXPECT_EQ(office.session->state.DataChanged, 0);
+    EXPECT_EQ(office.session->DataChanged, 0);
     EXPECT_FALSE(office.session->menus.mnuSaveItem(0).enabled);
     EXPECT_EQ(office.session->DialogFolder, office.user.path().string());
     EXPECT_EQ(office.temporaryFiles(), std::set<std::string>{"TEMP0.ooo"});
@@ -107,7 +107,7 @@ TEST(SaveInput, ACancelledDialogChangesNothing) {
     save(office, 0);
     EXPECT_EQ(office.session->InputFileName, "");
     EXPECT_EQ(office.session->CurrentInputName, name);
-    EXPECT_EQ(office.session->state.DataChanged, 1);
+    EXPECT_EQ(office.session->DataChanged, 1);
     EXPECT_TRUE(office.session->menus.mnuSaveItem(0).enabled);
 }
 
@@ -301,7 +301,7 @@ TEST(SaveQuestions, NoToTheInputChangesNothing) {
     AskSaveInput(*office.session, office.desktop);
     EXPECT_EQ(office.session->CurrentInputName, name);
     EXPECT_EQ(office.session->InputFileName, "");
-    EXPECT_EQ(office.session->state.DataChanged, 1);
+    EXPECT_EQ(office.session->DataChanged, 1);
     EXPECT_TRUE(fs::exists(name));
 }
 
@@ -321,7 +321,7 @@ TEST(Open, TheDialogCarriesItsTitleAndFilterAndTheSuccessIsTold) {
                           .icon = Icon::Information}));
     EXPECT_EQ(office.session->CurrentInputName, examplePath("cantilever-dry-sand"));
     const auto lines = splitLines(office.report());
-    EXPECT_EQ(office.session->state.report.OutputLineCount, static_cast<int>(lines.size()));
+    EXPECT_EQ(office.session->report.OutputLineCount, static_cast<int>(lines.size()));
     EXPECT_EQ(office.session->DialogFolder, std::string(KORVANE_SOURCE_DIR) + "/examples");
 }
 

@@ -53,8 +53,8 @@ void ScriptedDesktop::ShowScreen(Screen screen, Session& session) {
     } else if (screen == Screen::ROWEPILE) {
         acceptDefaultSections(session);
     } else if (screen == Screen::KEYIN) { // as the screen does on opening
-        session.state.SolutionFailed = 0;
-        session.state.DataChanged = 0;
+        session.SolutionFailed = 0;
+        session.DataChanged = 0;
     }
     if (onScreen) {
         onScreen(screen, session);
@@ -84,7 +84,7 @@ int ScriptedDesktop::shown(Screen screen) const {
 Office::Office() {
     setenv("temp", temporary.path().c_str(), 1);
     setenv("SOURCE_DATE_EPOCH", "1795305907", 1);
-    session = std::make_unique<Session>(desktop);
+    session = std::make_unique<Session>();
     Form_Load(*session);
 }
 
@@ -100,9 +100,9 @@ void Office::open(const std::string& name) {
 void Office::enter(const Problem& problem) {
     desktop.onScreen = [&problem](Screen screen, Session& of) {
         if (screen == Screen::KEYIN) {
-            of.state.problem = problem;
-            of.state.HeadContDataValid = 1;
-            of.state.DataChanged = 1;
+            of.problem = problem;
+            of.HeadContDataValid = 1;
+            of.DataChanged = 1;
         }
     };
     mnuEditItem_Click(*session, desktop);

@@ -71,7 +71,7 @@ struct Office {
     std::string report() const;
     /// Names of the files in the temporary folder.
     std::set<std::string> temporaryFiles() const;
-    const std::string& outputName() const { return session->state.report.CurrentOutputName; }
+    const std::string& outputName() const { return session->report.CurrentOutputName; }
 
     TemporaryFolder temporary;
     TemporaryFolder user;

@@ -42,7 +42,7 @@ std::string sections(const Office& office) {
 }
 
 void expectLineCount(const Office& office) {
-    EXPECT_EQ(office.session->state.report.OutputLineCount,
+    EXPECT_EQ(office.session->report.OutputLineCount,
               static_cast<int>(splitLines(office.report()).size()));
 }
 
@@ -107,7 +107,7 @@ TEST(SolveFlow, AnAnalysisHasNoReviewNoPressureReportAndNoReduction) {
         EXPECT_EQ(office.session->stage, FlowStage::Finished);
         EXPECT_EQ(office.session->panels.panDoneText, completeText);
         EXPECT_EQ(sections(office),
-                  office.session->state.problem.WallType == WallKind::Anchored ? "ESCC" : "ESC");
+                  office.session->problem.WallType == WallKind::Anchored ? "ESCC" : "ESC");
         expectLineCount(office);
         EXPECT_EQ(office.desktop.shown(Screen::ROWEPILE), 0);
         EXPECT_FALSE(office.desktop.busy);
@@ -126,8 +126,8 @@ TEST(SolveFlow, AWedgeOnOneSideAsksOnceAndTheOtherSideKeepsItsCoefficients) {
     office.open("sloping-backfill-sweep"); // level ground on the left
     mnuSolveItem_Click(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
-    EXPECT_EQ(office.session->state.preparation.SideMethod(Right), PressureMethod::Sweep);
-    EXPECT_EQ(office.session->state.preparation.SideMethod(Left), PressureMethod::Coefficients);
+    EXPECT_EQ(office.session->workspace.review().SideMethod(Right), PressureMethod::Sweep);
+    EXPECT_EQ(office.session->workspace.review().SideMethod(Left), PressureMethod::Coefficients);
 }
 
 TEST(SolveFlow, TheChoiceIsOneForBothSides) {
@@ -135,14 +135,13 @@ TEST(SolveFlow, TheChoiceIsOneForBothSides) {
     office.open("sloping-both-sides-fixed");
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::WEDGMETH) {
-            session.state.preparation.SideMethod.fill(PressureMethod::Wedge);
             cmdFixed_Click(session);
         }
     };
     mnuSolveItem_Click(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
-    EXPECT_EQ(office.session->state.preparation.SideMethod(Right), PressureMethod::FixedSurface);
-    EXPECT_EQ(office.session->state.preparation.SideMethod(Left), PressureMethod::FixedSurface);
+    EXPECT_EQ(office.session->workspace.review().SideMethod(Right), PressureMethod::FixedSurface);
+    EXPECT_EQ(office.session->workspace.review().SideMethod(Left), PressureMethod::FixedSurface);
 }
 
 TEST(SolveFlow, TheBusyPointerIsOffAtTheWedgePromptAndAtTheSections) {
@@ -161,16 +160,16 @@ TEST(SolveFlow, TheBusyPointerIsOffAtTheWedgePromptAndAtTheSections) {
 TEST(SolveFlow, DiscontinueLeavesEchoAndPressuresAndTheData) {
     Office office;
     office.open("anchored-sand");
-    const Problem problem = office.session->state.problem;
+    const Problem problem = office.session->problem;
     mnuSolveItem_Click(*office.session, office.desktop);
     cmdDiscontinue_Click(*office.session);
     EXPECT_EQ(sections(office), "EP");
-    EXPECT_EQ(office.session->state.SolutionFailed, 2);
+    EXPECT_EQ(office.session->SolutionFailed, 2);
     EXPECT_TRUE(office.session->panels.Image1Visible);
     EXPECT_FALSE(office.session->panels.fraSoilOutVisible);
-    EXPECT_EQ(office.session->state.problem, problem);
+    EXPECT_EQ(office.session->problem, problem);
     mnuEditItem_Click(*office.session, office.desktop); // the data can be edited at once
-    EXPECT_EQ(office.session->state.SolutionFailed, 0);
+    EXPECT_EQ(office.session->SolutionFailed, 0);
     EXPECT_TRUE(office.session->menus.mnuSolve.enabled);
 }
 
@@ -218,13 +217,13 @@ TEST(SolveFlow, AnEarlierReductionShowsNowhereInTheNextSolution) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    ASSERT_EQ(office.session->state.rowe.RoweSoilType, 1);
+    ASSERT_EQ(office.session->workspace.reduction().RoweSoilType, 1);
     office.open("anchored-layered-water");
     mnuSolveItem_Click(*office.session, office.desktop);
-    for (const double value : office.session->state.rowe.RoweSandCurve) {
+    for (const double value : office.session->workspace.reduction().RoweSandCurve) {
         EXPECT_EQ(value, 0);
     }
-    for (const double value : office.session->state.rowe.PileMomentRatio) {
+    for (const double value : office.session->workspace.reduction().PileMomentRatio) {
         EXPECT_EQ(value, 0);
     }
 }
@@ -256,14 +255,14 @@ TEST(SolveFlow, ABottomSlopeFromTheScreensCarriesOverToTheNextFile) {
     Office office;
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::KEYIN) {
-            session.state.problem = plainCantilever();
-            session.state.problem.SoilBottomSlope(Right, 1) = 0.1;
-            session.state.DataChanged = 1;
+            session.problem = plainCantilever();
+            session.problem.SoilBottomSlope(Right, 1) = 0.1;
+            session.DataChanged = 1;
         }
     };
     mnuEditItem_Click(*office.session, office.desktop);
     office.open(office.write("two.dat", twoLayerInput));
-    EXPECT_EQ(office.session->state.problem.SoilBottomSlope(Right, 1), 0.1);
+    EXPECT_EQ(office.session->problem.SoilBottomSlope(Right, 1), 0.1);
     mnuSolveItem_Click(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
 
@@ -288,7 +287,7 @@ TEST(SolveFlow, SessionsInParallelThreadsGiveTheSameReports) {
     for (std::size_t i = 0; i < examples.size(); ++i) {
         threads.emplace_back([&, i] {
             ScriptedDesktop desktop;
-            const auto session = std::make_unique<Session>(desktop);
+            const auto session = std::make_unique<Session>();
             Form_Load(*session);
             for (int repeat = 0; repeat < repeats; ++repeat) {
                 desktop.chosenFiles = {examplePath(examples[i])};
@@ -298,7 +297,7 @@ TEST(SolveFlow, SessionsInParallelThreadsGiveTheSameReports) {
                     cmdContinue_Click(*session, desktop);
                 }
                 cmdOK_Click(*session);
-                reports[i] = readFile(session->state.report.CurrentOutputName);
+                reports[i] = readFile(session->report.CurrentOutputName);
             }
             DeleteTempFiles(*session, desktop);
         });

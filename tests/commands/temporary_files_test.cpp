@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 namespace {
 
 std::string listed(const Office& office, int entry) {
-    return office.session->state.files.ScratchFileList(entry);
+    return office.session->files.ScratchFileList(entry);
 }
 
 } // namespace
@@ -30,7 +30,7 @@ TEST(TemporaryFiles, TheFirstNameTakesEntryNine) {
         EXPECT_EQ(listed(office, entry), "");
     }
     EXPECT_EQ(listed(office, 9), office.outputName());
-    EXPECT_EQ(office.session->state.files.ScratchFileCount, 9);
+    EXPECT_EQ(office.session->files.ScratchFileCount, 9);
 }
 
 TEST(TemporaryFiles, TheLowestFreeNumberIsTakenAndOthersFilesStay) {
@@ -88,37 +88,38 @@ TEST(TemporaryFiles, DeletingBlanksTheNamesSoThatALaterFileOfThatNameSurvives) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    EXPECT_EQ(office.temporaryFiles(), (std::set<std::string>{"TEMP0.ooo", "ZZ10", "ZZ20"}));
+    EXPECT_EQ(office.temporaryFiles(), std::set<std::string>{"TEMP0.ooo"});
     DeleteTempFiles(*office.session, office.desktop);
     EXPECT_TRUE(office.temporaryFiles().empty());
     EXPECT_EQ(office.desktop.helpQuits, 2); // Open has deleted too
-    for (const std::string& name : office.session->state.files.ScratchFileList) {
+    for (const std::string& name : office.session->files.ScratchFileList) {
         EXPECT_EQ(name, "");
     }
-    for (const std::string& name : office.session->state.files.ScratchFileName) {
+    for (const std::string& name : office.session->files.ScratchFileName) {
         EXPECT_EQ(name, "");
     }
-    writeFile(office.temporary.path() / "ZZ10", "another program's");
+    writeFile(office.temporary.path() / "TEMP0.ooo", "another program's");
     DeleteTempFiles(*office.session, office.desktop);
-    EXPECT_TRUE(fs::exists(office.temporary.path() / "ZZ10"));
+    EXPECT_TRUE(fs::exists(office.temporary.path() / "TEMP0.ooo"));
 }
 
 TEST(TemporaryFiles, TwoProgramsOnOneFolderDoNotDisturbEachOther) {
     Office first;
     ScriptedDesktop desktop;
-    Session second(desktop);
+    const auto session = std::make_unique<Session>();
+    Session& second = *session;
     Form_Load(second); // the same folder
     first.open("anchored-sand");
     desktop.chosenFiles = {examplePath("anchored-clay")};
     mnuFileItem_Click(second, desktop, 1);
-    EXPECT_NE(first.outputName(), second.state.report.CurrentOutputName);
+    EXPECT_NE(first.outputName(), second.report.CurrentOutputName);
     first.solve();
     mnuSolveItem_Click(second, desktop);
     cmdContinue_Click(second, desktop);
     const std::string report = first.report();
     DeleteTempFiles(second, desktop);
     EXPECT_EQ(first.report(), report);
-    mnuViewItem_Click(*first.session, first.desktop, 4); // its solution file is there as well
+    mnuViewItem_Click(*first.session, first.desktop, 4); // its results are there as well
     EXPECT_EQ(first.desktop.shown(Screen::FREEPLOT), 1);
 }
 
@@ -175,7 +176,7 @@ TEST(SetTempFolder, TheTrimmedValueIsFolderAndStartOfTheDialogs) {
     const std::string folder = office.temporary.path().string();
     setenv("temp", ("  " + folder + " ").c_str(), 1);
     SetTempFolder(*office.session);
-    EXPECT_EQ(office.session->state.files.TempFolder, folder);
+    EXPECT_EQ(office.session->files.TempFolder, folder);
     EXPECT_EQ(office.session->CurrentFolder, folder);
     EXPECT_EQ(office.session->DialogFolder, folder);
 }

@@ -177,50 +177,20 @@ void describeSmallWall(Problem& problem) {
     problem.WaterElev(Left) = -10;
 }
 
-void setRow(ResultDiagrams& results, int r, double elev, double deflection, double moment,
-            double shear, double pressure) {
-    results.ResultElev(r) = elev;
-    results.ResultDeflection(r) = deflection;
-    results.ResultMoment(r) = moment;
-    results.ResultShear(r) = shear;
-    results.ResultPressure(r) = pressure;
+void fillDiagrams(ResultDiagrams& diagrams) {
+    setRows(diagrams, {{0, 0, 0, 2.5e9, 0},
+                       {-5, 1000, 500, 1e9, 250},
+                       {-5, 1000, 1990, 1e9, 450},
+                       {-10, 3450, -960, -9.5e8, -100},
+                       {-20, -750, 0, 0, 350}});
+    diagrams.DeflectionRange = {2.5e9, -9.5e8};
+    diagrams.MomentRange = {3450, -750};
+    diagrams.ShearRange = {1990, -960};
+    diagrams.PressureRange = {450, -100};
 }
 
-} // namespace
-
-void solveSmallWall(State& state) {
-    describeSmallWall(state.problem);
-
-    auto& grid = state.grid;
-    grid.NumElevs = 5;
-    for (int i = 1; i <= 5; ++i) {
-        grid.ElevGrid(i) =
-            std::array<double, 5>{0, -5, -10, -20, -30}.at(static_cast<std::size_t>(i - 1));
-    }
-    state.solution.SolvedBottomElev(1) = -20;
-    state.solution.SolvedBottomElev(2) = -24;
-    state.solution.BottomIndex(1) = 5;
-    state.solution.BottomIndex(2) = 5;
-
-    auto& results = state.results;
-    setRow(results, 1, 0, 2.5e9, 0, 0, 0);
-    setRow(results, 2, -5, 1e9, 1000, 500, 250);
-    setRow(results, 3, -5, 1e9, 1000, 1990, 450);
-    setRow(results, 4, -10, -9.5e8, 3450, -960, -100);
-    setRow(results, 5, -20, 0, -750, 0, 350);
-    for (const int level : {1, 2}) {
-        results.DeflectionRange(level) = 2.5e9;
-        results.DeflectionRange(level + 2) = -9.5e8;
-        results.MomentRange(level) = 3450;
-        results.MomentRange(level + 2) = -750;
-        results.ShearRange(level) = 1990;
-        results.ShearRange(level + 2) = -960;
-        results.PressureRange(level) = 450;
-        results.PressureRange(level + 2) = -100;
-    }
-
-    // (i, k): rows of both sides; what stands at the fifth row lies below the wall.
-    auto& pressures = state.pressures;
+/// (i, k): rows of both sides; what stands at the fifth row lies below the wall.
+void fillPressures(Pressures& pressures) {
     const auto set = [](auto& values, int side, int i, double above, double below) {
         values(side, i, 2) = above;
         values(side, i, 1) = below;
@@ -243,6 +213,24 @@ void solveSmallWall(State& state) {
             std::array<double, 4>{0, 75, 225, 150}.at(static_cast<std::size_t>(i - 1));
     }
     pressures.WaterPressures(5, 2) = 4000; // below the wall: never looked at
+}
+
+} // namespace
+
+SmallWall::SmallWall() {
+    describeSmallWall(problem);
+    results.levelCount = 2;
+    for (PressureDiagrams* moment :
+         {&results.review.diagrams, &results.levels(1).solved, &results.levels(2).solved}) {
+        setElevations(moment->grid, {0, -5, -10, -20, -30});
+        fillPressures(moment->pressures);
+    }
+    results.levels(1).solved.pressures.WaterPressures.fill(7777);
+    for (const int number : {1, 2}) {
+        LevelResult& level = results.levels(number);
+        level.bottomElev = number == 1 ? -20 : -24;
+        fillDiagrams(level.diagrams);
+    }
 }
 
 } // namespace korvane::test

@@ -2,8 +2,9 @@
 // solved wall with round numbers.
 #pragma once
 
+#include "plots/plot_screen.h"
 #include "plots/recording_surface.h"
-#include "support/support.h"
+#include "support/result_bench.h"
 
 #include <string>
 #include <vector>
@@ -55,7 +56,18 @@ bool isFinite(const Drawing& drawn);
 /// A solved wall, worked out by hand: top 0, bottom -20 at level 1 (so that a foot is 216 twips
 /// high) and -24 at level 2 (180 twips); ground 0 and -8; layer boundaries -5 and -12; water -4 and
 /// -10; anchor -2. Five grid rows at 0, -5, -10, -20 and -30 and five result rows, two of them at
-/// -5. A design of a cantilever wall.
-void solveSmallWall(State& state);
+/// -5. Both levels and the review hold the same diagrams, but for the water of level 1, which is
+/// nowhere shown. A design of a cantilever wall.
+struct SmallWall : ResultBench {
+    SmallWall();
+
+    PlotData data() const { return {problem, results, sections, reduction}; }
+    LevelResult& level1() { return results.levels(1); }
+    ElevationGrid& grid() { return level1().solved.grid; }
+    Pressures& pressures() { return level1().solved.pressures; }
+    ResultDiagrams& diagrams() { return level1().diagrams; }
+    /// What is shown with either level.
+    Array<double, 301, 2>& water() { return results.levels(2).solved.pressures.WaterPressures; }
+};
 
 } // namespace korvane::test

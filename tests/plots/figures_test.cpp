@@ -1,7 +1,6 @@
 #include "plots/figures.h"
 
 #include "drawing.h"
-#include "wall/solution_files.h"
 #include "xml_check.h"
 
 #include <gtest/gtest.h>
@@ -13,36 +12,25 @@ namespace korvane::test {
 
 namespace {
 
-struct Figures : testing::Test {
-    Figures() {
-        solveSmallWall(state);
-        state.files.TempFolder = folder.path().string();
-    }
-
+struct Figures : testing::Test, SmallWall {
     std::vector<std::string> names(bool solved) {
         std::vector<std::string> list;
-        visitFigures(state, solved, [&](const Figure& figure) { list.push_back(figure.name); });
+        visitFigures(data(), solved, [&](const Figure& figure) { list.push_back(figure.name); });
         return list;
     }
 
     /// By name.
     std::map<std::string, std::string> files(bool solved) {
         std::map<std::string, std::string> written;
-        visitFigures(state, solved,
+        visitFigures(data(), solved,
                      [&](const Figure& figure) { written[figure.name] = svgFigure(figure); });
         return written;
     }
 
-    void solveAnchored() {
-        state.problem.WallType = WallKind::Anchored;
-        WriteSolutionFile(state, 1);
-        state.results.ResultShear(2) = -960; // what tells the levels apart
-        WriteSolutionFile(state, 2);
+    void makeAnchored() {
+        problem.WallType = WallKind::Anchored;
+        results.levels(2).diagrams.ResultShear(2) = -960; // what tells the levels apart
     }
-
-    TemporaryFolder folder;
-    Bench bench;
-    State& state = *bench.state;
 };
 
 using Names = std::vector<std::string>;
@@ -53,21 +41,21 @@ TEST_F(Figures, ACantileverWallHasItsDiagramsAndTheSystem) {
 }
 
 TEST_F(Figures, WithoutWaterTheWaterDiagramIsLeftOut) {
-    state.problem.WaterDataKind = WaterData::None;
+    problem.WaterDataKind = WaterData::None;
     const auto list = names(true);
     EXPECT_EQ(std::count(list.begin(), list.end(), "water-pressure"), 0);
     EXPECT_EQ(list.size(), 7U);
 }
 
 TEST_F(Figures, AnUnsolvedProblemHasTheViewsOfItsInput) {
-    state.problem.VStripCount(Left) = 1;
-    state.problem.HLineCount = 1;
+    problem.VStripCount(Left) = 1;
+    problem.HLineCount = 1;
     EXPECT_EQ(names(false),
               (Names{"input-system", "input-strip-loads", "input-horizontal-line-loads"}));
 }
 
 TEST_F(Figures, AnAnchoredWallHasBothMethodsEachWithItsOwnResults) {
-    solveAnchored();
+    makeAnchored();
     const auto list = names(true);
     ASSERT_EQ(list.size(), 15U);
     EXPECT_EQ(list.front(), "free-deflection");
@@ -75,7 +63,7 @@ TEST_F(Figures, AnAnchoredWallHasBothMethodsEachWithItsOwnResults) {
     EXPECT_EQ(list.back(), "input-system");
 
     std::map<std::string, Drawing> drawings;
-    visitFigures(state, true, [&](const Figure& figure) {
+    visitFigures(data(), true, [&](const Figure& figure) {
         RecordingSurface surface;
         figure.draw(surface);
         drawings[figure.name] = surface.primitives();
@@ -90,16 +78,16 @@ TEST_F(Figures, AnAnchoredWallHasBothMethodsEachWithItsOwnResults) {
 }
 
 TEST_F(Figures, RowesCurvesComeWithAnAnchoredWallInSand) {
-    solveAnchored();
-    state.rowe.RoweSoilType = 1;
+    makeAnchored();
+    reduction.RoweSoilType = 1;
     EXPECT_EQ(names(true).at(14), "rowe");
-    state.rowe.RoweSoilType = 2; // clay: the sand curves tell nothing
+    reduction.RoweSoilType = 2; // clay: the sand curves tell nothing
     EXPECT_EQ(names(true).at(14), "input-system");
 }
 
 TEST_F(Figures, EveryNameIsInTheListOfNamesOnce) {
-    solveAnchored();
-    state.rowe.RoweSoilType = 1;
+    makeAnchored();
+    reduction.RoweSoilType = 1;
     const auto all = figureNames();
     EXPECT_EQ(all.size(), 7U * 3 + 1 + 10);
     for (const std::string& name : names(true)) {
@@ -111,12 +99,12 @@ TEST_F(Figures, EveryNameIsInTheListOfNamesOnce) {
 }
 
 TEST_F(Figures, FilesAreWellFormedAndCroppedToTheFrame) {
-    solveAnchored();
-    state.rowe.RoweSoilType = 1;
-    state.problem.HeadingLines(1) = "'5 < 6 & caf\xE9 \"quoted\"";
-    state.problem.VRampCount(Right) = 1;
-    state.problem.VRampEnd(Right) = 10;
-    state.problem.VRampLoad(Right) = 100;
+    makeAnchored();
+    reduction.RoweSoilType = 1;
+    problem.HeadingLines(1) = "'5 < 6 & caf\xE9 \"quoted\"";
+    problem.VRampCount(Right) = 1;
+    problem.VRampEnd(Right) = 10;
+    problem.VRampLoad(Right) = 100;
     const auto written = files(true);
     EXPECT_EQ(written.size(), 17U);
     for (const auto& [name, svg] : written) {

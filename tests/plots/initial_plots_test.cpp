@@ -11,60 +11,54 @@ namespace {
 
 /// The small wall before its solution. The lower ground is at -8: three times 8 is not more than
 /// 30, so that the depth would be -38; the grid's last row but two raises it to -10.
-struct InitialPressures : testing::Test {
-    InitialPressures() { solveSmallWall(state); }
+struct InitialPressures : testing::Test, SmallWall {
+    PressureDiagrams& table = results.review.diagrams;
 
     /// Rows at 0, -5, -10, -20, -30, -45, -50, -60.
-    void deepenGrid() {
-        state.grid.NumElevs = 8;
-        state.grid.ElevGrid(6) = -45;
-        state.grid.ElevGrid(7) = -50;
-        state.grid.ElevGrid(8) = -60;
-    }
+    void deepenGrid() { setElevations(table.grid, {0, -5, -10, -20, -30, -45, -50, -60}); }
+
+    InitialPlots opened() const { return openInitialPlots(problem, results.review); }
 
     Drawing drawn(int plotNumber, Medium medium = Medium::Screen) {
         RecordingSurface surface;
-        drawInitialPlot(surface, state, openInitialPlots(state), plotNumber, medium);
+        drawInitialPlot(surface, problem, results.review, opened(), plotNumber, medium);
         return surface.primitives();
     }
-
-    Bench bench;
-    State& state = *bench.state;
 };
 
 TEST_F(InitialPressures, RetainedHeightOfTenFeetShowsThirtyFeetBelowTheLowerGround) {
     deepenGrid();
-    state.problem.SurfaceElev(Left, 1) = -10;
-    EXPECT_EQ(openInitialPlots(state).PlotBottomElev, -40);
+    problem.SurfaceElev(Left, 1) = -10;
+    EXPECT_EQ(opened().PlotBottomElev, -40);
 }
 
 TEST_F(InitialPressures, RetainedHeightOfFifteenFeetShowsThreeTimesAsMuch) {
     deepenGrid();
-    state.problem.SurfaceElev(Left, 1) = -15; // -15 - 45 = -60
-    state.grid.ElevGrid(6) = -70;             // the last row but two
-    EXPECT_EQ(openInitialPlots(state).PlotBottomElev, -60);
+    problem.SurfaceElev(Left, 1) = -15; // -15 - 45 = -60
+    table.grid.ElevGrid(6) = -70;       // the last row but two
+    EXPECT_EQ(opened().PlotBottomElev, -60);
 }
 
 TEST_F(InitialPressures, TheLowerOfBothGroundsCounts) {
     deepenGrid();
-    state.problem.SurfaceElev(Left, 1) = 0;
-    state.problem.SurfaceElev(Right, 1) = -6;
-    EXPECT_EQ(openInitialPlots(state).PlotBottomElev, -36);
+    problem.SurfaceElev(Left, 1) = 0;
+    problem.SurfaceElev(Right, 1) = -6;
+    EXPECT_EQ(opened().PlotBottomElev, -36);
 }
 
 TEST_F(InitialPressures, AShorterGridRaisesTheDepthToItsLastRowButTwo) {
-    EXPECT_EQ(openInitialPlots(state).PlotBottomElev, -10);
+    EXPECT_EQ(opened().PlotBottomElev, -10);
 }
 
 TEST_F(InitialPressures, AGridWithoutThreeRowsIsOutOfRange) {
-    state.grid.NumElevs = 2;
-    EXPECT_THROW(openInitialPlots(state), RuntimeError);
+    table.grid.NumElevs = 2;
+    EXPECT_THROW(opened(), RuntimeError);
 }
 
 /// What the net diagram shows down to -10: y = 1008 + 432 per foot.
-void setNetPressures(State& state) {
-    auto& active = state.net.NetActive;
-    auto& passive = state.net.NetPassive;
+void setNetPressures(PressureDiagrams& table) {
+    auto& active = table.NetActive;
+    auto& passive = table.NetPassive;
     active(1, 1) = 50;
     active(2, 2) = 350;
     active(2, 1) = 100;
@@ -100,7 +94,7 @@ Drawing netFrame(double zero, const std::string& largest, const std::string& tit
 }
 
 TEST_F(InitialPressures, NetDiagramOfACantileverWallShowsBothCurves) {
-    setNetPressures(state);
+    setNetPressures(table);
     // M = 900 of the passive, N = 100 of the active curve: x = 2736 + 5.76 v
     expectDrawing(
         drawn(InitialNetSoilPlot),
@@ -116,8 +110,8 @@ TEST_F(InitialPressures, NetDiagramOfACantileverWallShowsBothCurves) {
 }
 
 TEST_F(InitialPressures, NetDiagramOfAnAnchoredWallHasNoPassiveCurveAndNoPassiveKey) {
-    setNetPressures(state);
-    state.problem.WallType = WallKind::Anchored;
+    setNetPressures(table);
+    problem.WallType = WallKind::Anchored;
     // M = 400 of the active curve: x = 2160 + (v + 100) x 11.52; anchor -2 at y 1872
     expectDrawing(
         drawn(InitialNetSoilPlot),
@@ -130,7 +124,7 @@ TEST_F(InitialPressures, NetDiagramOfAnAnchoredWallHasNoPassiveCurveAndNoPassive
 }
 
 TEST_F(InitialPressures, NetDiagramOnPaperIsMoved) {
-    setNetPressures(state);
+    setNetPressures(table);
     Drawing expected = drawn(InitialNetSoilPlot);
     for (Primitive& p : expected) {
         if (p.text == "-10.00") {
@@ -144,17 +138,17 @@ TEST_F(InitialPressures, NetDiagramOnPaperIsMoved) {
 }
 
 TEST_F(InitialPressures, NetActiveNeverNegativeTakesTheSizeOfItsSmallest) {
-    setNetPressures(state);
-    state.net.NetActive(3, 2) = 62; // the smallest is 50, of the first row
+    setNetPressures(table);
+    table.NetActive(3, 2) = 62; // the smallest is 50, of the first row
     const auto texts = textsOf(drawn(InitialNetSoilPlot));
     EXPECT_EQ(texts.at(0), "900");
     EXPECT_EQ(texts.at(1), "50");
 }
 
 TEST_F(InitialPressures, NetActiveFromZeroOnHasNoScaleBelowZero) {
-    setNetPressures(state);
-    state.net.NetActive(1, 1) = 0;
-    state.net.NetActive(3, 2) = 0;
+    setNetPressures(table);
+    table.NetActive(1, 1) = 0;
+    table.NetActive(3, 2) = 0;
     const Drawing all = drawn(InitialNetSoilPlot);
     EXPECT_EQ(textsOf(all).at(1), "0"); // N, and with it the zero line at the left edge
     EXPECT_EQ(all.at(1).a.x, 2160);
@@ -162,8 +156,8 @@ TEST_F(InitialPressures, NetActiveFromZeroOnHasNoScaleBelowZero) {
 }
 
 TEST_F(InitialPressures, NetPressuresOfZeroDrawFrameAndKeyWithoutCurves) {
-    state.net.NetActive.fill(0);
-    state.net.NetPassive.fill(0);
+    table.NetActive.fill(0);
+    table.NetPassive.fill(0);
     const Drawing all = drawn(InitialNetSoilPlot);
     EXPECT_TRUE(isFinite(all));
     expectDrawing({all.begin(), all.begin() + 3},
@@ -185,8 +179,8 @@ TEST_F(InitialPressures, SideDiagramsRunToThePlotBottom) {
     const auto texts = textsOf(all);
     EXPECT_EQ(texts.at(6), "RIGHTSIDE INITIAL PRESSURES (PSF)");
     EXPECT_EQ(texts.at(7), "FOR CANTILEVER WALL DESIGN");
-    state.problem.ProgramMode = Mode::Analysis;
-    state.problem.WallType = WallKind::Anchored;
+    problem.ProgramMode = Mode::Analysis;
+    problem.WallType = WallKind::Anchored;
     const auto left = textsOf(drawn(InitialLeftPlot));
     EXPECT_EQ(left.at(6), "LEFTSIDE INITIAL PRESSURES (PSF)");
     EXPECT_EQ(left.at(7), "FOR ANCHORED WALL ANALYSIS");
@@ -202,7 +196,7 @@ TEST_F(InitialPressures, WaterDiagramStopsAtThePlotBottom) {
 
 TEST_F(InitialPressures, WaterDiagramOfAnAnchoredWallHasTheAnchorLine) {
     EXPECT_TRUE(linesOf(drawn(InitialNetWaterPlot), Red, 2).empty());
-    state.problem.WallType = WallKind::Anchored; // anchor -2 at 432 twips a foot
+    problem.WallType = WallKind::Anchored; // anchor -2 at 432 twips a foot
     expectDrawing(linesOf(drawn(InitialNetWaterPlot), Red, 2),
                   {line(2160, 1872, 7920, 1872, Red, 2)});
 }

@@ -16,12 +16,8 @@ namespace {
 
 using Name = PlotScreenName;
 
-struct PlotScreens : testing::Test {
-    PlotScreens() { solveSmallWall(state); }
-
-    Bench bench;
-    State& state = *bench.state;
-    Problem& problem = state.problem;
+struct PlotScreens : testing::Test, SmallWall {
+    PlotView opened(Name name) const { return openPlotScreen(data(), name); }
 };
 
 /// "mnuPresItem(0)", "mnuShear".
@@ -104,17 +100,17 @@ TEST_F(PlotScreens, WindowTitlesAndPictures) {
 }
 
 TEST_F(PlotScreens, OpensInTheMenuStateWithPreparedScales) {
-    const PlotView view = openPlotScreen(state, Name::CANPLOT);
+    const PlotView view = opened(Name::CANPLOT);
     EXPECT_FALSE(view.showing);
     EXPECT_EQ(view.scales.PassiveScale, 800);
     EXPECT_EQ(view.scales.ActiveScale, 400);
     EXPECT_EQ(view.scales.WaterScaleMax, 300);
-    EXPECT_EQ(state.results.MomentRange(1), 4000);
+    EXPECT_EQ(view.scales.moment.largest, 4000);
     EXPECT_EQ(enabledEntries(view).size(), plotScreen(Name::CANPLOT).entries.size());
 }
 
 TEST_F(PlotScreens, ShowingDisablesTheMenusAndDoneEnablesThemAgain) {
-    PlotView view = openPlotScreen(state, Name::FREEPLOT);
+    PlotView view = opened(Name::FREEPLOT);
     choosePlot(view, ShearPlot);
     EXPECT_TRUE(view.showing);
     EXPECT_EQ(view.PlotNumber, 3);
@@ -129,7 +125,7 @@ TEST_F(PlotScreens, ShowingDisablesTheMenusAndDoneEnablesThemAgain) {
 }
 
 TEST_F(PlotScreens, FrameCloseIsDoneWhileShowingAndFinishedInTheMenu) {
-    PlotView view = openPlotScreen(state, Name::VUINPLOT);
+    PlotView view = opened(Name::VUINPLOT);
     choosePlot(view, SystemPlot);
     EXPECT_FALSE(closePlotFrame(view));
     EXPECT_FALSE(view.showing);
@@ -138,44 +134,43 @@ TEST_F(PlotScreens, FrameCloseIsDoneWhileShowingAndFinishedInTheMenu) {
 
 TEST_F(PlotScreens, RoweShowsAtOnceAndDoneClosesIt) {
     problem.NumHeadingLines = 4;
-    PlotView view = openPlotScreen(state, Name::ROWECURV);
+    PlotView view = opened(Name::ROWECURV);
     EXPECT_TRUE(view.showing);
     EXPECT_EQ(view.headings.size(), 4U);
     EXPECT_TRUE(finishPlot(view));
-    view = openPlotScreen(state, Name::ROWECURV);
+    view = opened(Name::ROWECURV);
     EXPECT_TRUE(closePlotFrame(view));
 }
 
 TEST_F(PlotScreens, NoWaterDataDisableTheWaterEntry) {
     problem.WaterDataKind = WaterData::None;
-    PlotView results = openPlotScreen(state, Name::CANPLOT);
-    EXPECT_EQ(enabledEntries(results),
+    PlotView solved = opened(Name::CANPLOT);
+    EXPECT_EQ(enabledEntries(solved),
               (Names{"mnuDefl", "mnuMoment", "mnuShear", "mnuPres", "mnuPresItem(0)",
                      "mnuPresItem(1)", "mnuPresItem(2)", "mnuFinished"}));
-    choosePlot(results, NetWaterPlot);
-    EXPECT_FALSE(results.showing);
-    EXPECT_EQ(enabledEntries(openPlotScreen(state, Name::VUSOLPLT)),
+    choosePlot(solved, NetWaterPlot);
+    EXPECT_FALSE(solved.showing);
+    EXPECT_EQ(enabledEntries(opened(Name::VUSOLPLT)),
               (Names{"mnuLeftside", "mnuRightside", "mnuNetSoil", "mnuFinished"}));
 }
 
 TEST_F(PlotScreens, WaterPressuresBelowTheThresholdDisableTheWaterEntry) {
     problem.WaterDataKind = WaterData::Pressures;
-    state.pressures.WaterPressures.fill(-0.0001);
-    EXPECT_FALSE(openPlotScreen(state, Name::CANPLOT).hasPlot(NetWaterPlot));
-    state.pressures.WaterPressures(2, 2) = -0.00011;
-    EXPECT_TRUE(openPlotScreen(state, Name::CANPLOT).hasPlot(NetWaterPlot));
+    water().fill(-0.0001);
+    EXPECT_FALSE(opened(Name::CANPLOT).hasPlot(NetWaterPlot));
+    water()(2, 2) = -0.00011;
+    EXPECT_TRUE(opened(Name::CANPLOT).hasPlot(NetWaterPlot));
 }
 
 TEST_F(PlotScreens, AProblemWithoutLoadsKeepsItsLoadMenusDisabled) {
-    EXPECT_EQ(enabledEntries(openPlotScreen(state, Name::VUINPLOT)),
-              (Names{"mnuSystem", "mnuFinished"}));
+    EXPECT_EQ(enabledEntries(opened(Name::VUINPLOT)), (Names{"mnuSystem", "mnuFinished"}));
 }
 
 TEST_F(PlotScreens, LoadEntriesAreEnabledByTheirCountsOnEitherSide) {
     problem.VLineCount(Left) = 1;
     problem.VVarCount(Right) = 2;
     problem.HDistCount = 2;
-    EXPECT_EQ(enabledEntries(openPlotScreen(state, Name::VUINPLOT)),
+    EXPECT_EQ(enabledEntries(opened(Name::VUINPLOT)),
               (Names{"mnuSystem", "mnuSurch", "mnuSurchItem(0)", "mnuSurchItem(5)", "mnuHoriz",
                      "mnuHorizItem(1)", "mnuFinished"}));
     problem.VLineCount(Left) = 0;
@@ -187,14 +182,14 @@ TEST_F(PlotScreens, LoadEntriesAreEnabledByTheirCountsOnEitherSide) {
     problem.VTriCount(Right) = 1;
     problem.HLineCount = 1;
     EXPECT_EQ(
-        enabledEntries(openPlotScreen(state, Name::VUINPLOT)),
+        enabledEntries(opened(Name::VUINPLOT)),
         (Names{"mnuSystem", "mnuSurch", "mnuSurchItem(1)", "mnuSurchItem(2)", "mnuSurchItem(3)",
                "mnuSurchItem(4)", "mnuHoriz", "mnuHorizItem(0)", "mnuFinished"}));
 }
 
 TEST_F(PlotScreens, WaterPressuresGivenOpenTheirView) {
     problem.WaterDataKind = WaterData::Pressures;
-    PlotView view = openPlotScreen(state, Name::VUINPLOT);
+    PlotView view = opened(Name::VUINPLOT);
     EXPECT_EQ(enabledEntries(view),
               (Names{"mnuSystem", "mnuHoriz", "mnuHorizItem(2)", "mnuFinished"}));
     choosePlot(view, InputWaterPlot);
@@ -202,7 +197,7 @@ TEST_F(PlotScreens, WaterPressuresGivenOpenTheirView) {
 }
 
 TEST_F(PlotScreens, AnEmptyNumberIsNoDiagram) {
-    PlotView view = openPlotScreen(state, Name::VUSOLPLT);
+    PlotView view = opened(Name::VUSOLPLT);
     EXPECT_THROW(choosePlot(view, 0), RuntimeError);
     choosePlot(view, 5); // in range, but no diagram of this screen
     EXPECT_FALSE(view.showing);
@@ -213,36 +208,36 @@ TEST_F(PlotScreens, AtMostTwoHeadingLinesStandAsTheyAre) {
     problem.HeadingLines(1) = "'FIRST ";
     problem.HeadingLines(2) = "'SECOND";
     problem.HeadingLines(3) = "'THIRD";
-    EXPECT_EQ(openPlotScreen(state, Name::CANPLOT).headings, (Names{"'FIRST ", "'SECOND"}));
-    EXPECT_EQ(openPlotScreen(state, Name::VUINPLOT).headings.size(), 2U);
-    EXPECT_EQ(openPlotScreen(state, Name::ROWECURV).headings.size(), 3U);
+    EXPECT_EQ(opened(Name::CANPLOT).headings, (Names{"'FIRST ", "'SECOND"}));
+    EXPECT_EQ(opened(Name::VUINPLOT).headings.size(), 2U);
+    EXPECT_EQ(opened(Name::ROWECURV).headings.size(), 3U);
 }
 
-Drawing drawn(const State& state, PlotView& view, int plotNumber, Medium medium) {
+Drawing drawn(const PlotData& data, PlotView& view, int plotNumber, Medium medium) {
     view.showing = false;
     choosePlot(view, plotNumber);
     RecordingSurface surface;
-    drawPlot(surface, state, view, medium);
+    drawPlot(surface, data, view, medium);
     return surface.primitives();
 }
 
 TEST_F(PlotScreens, PaperHasHeadingsAndOuterFrameBeforeTheDiagram) {
     problem.NumHeadingLines = 2;
     problem.HeadingLines(2) = "'SECOND";
-    PlotView view = openPlotScreen(state, Name::CANPLOT);
-    const Drawing paper = drawn(state, view, ShearPlot, Medium::Paper);
+    PlotView view = opened(Name::CANPLOT);
+    const Drawing paper = drawn(data(), view, ShearPlot, Medium::Paper);
     expectDrawing({paper.begin(), paper.begin() + 4},
                   {textAt(1440, 3744, "'PLAIN CANTILEVER "), textAt(1440, 4032, "'SECOND"),
                    box(1440, 4320, 11160, 9720, Black, 2), box(3600, 5328, 9360, 9648, Black, 2)});
-    EXPECT_EQ(paper.size(), drawn(state, view, ShearPlot, Medium::Screen).size() + 3);
+    EXPECT_EQ(paper.size(), drawn(data(), view, ShearPlot, Medium::Screen).size() + 3);
 }
 
 TEST_F(PlotScreens, InputAndRoweHaveNoOuterFrame) {
     for (const Name name : {Name::VUINPLOT, Name::ROWECURV}) {
-        PlotView view = openPlotScreen(state, name);
-        const Drawing paper = drawn(state, view, 1, Medium::Paper);
+        PlotView view = opened(name);
+        const Drawing paper = drawn(data(), view, 1, Medium::Paper);
         expectDrawing({paper.front()}, {textAt(1440, 3744, "'PLAIN CANTILEVER ")});
-        EXPECT_EQ(paper.size(), drawn(state, view, 1, Medium::Screen).size() + 1);
+        EXPECT_EQ(paper.size(), drawn(data(), view, 1, Medium::Screen).size() + 1);
     }
 }
 
@@ -251,30 +246,30 @@ TEST_F(PlotScreens, RoweWithFourHeadingsKeepsTheLastLineAboveTheDrawing) {
     for (int i = 1; i <= 4; ++i) {
         problem.HeadingLines(i) = "'LINE";
     }
-    PlotView view = openPlotScreen(state, Name::ROWECURV);
-    const Drawing paper = drawn(state, view, 1, Medium::Paper);
+    PlotView view = opened(Name::ROWECURV);
+    const Drawing paper = drawn(data(), view, 1, Medium::Paper);
     expectDrawing({paper.begin(), paper.begin() + 4},
                   {textAt(1440, 3168, "'LINE"), textAt(1440, 3456, "'LINE"),
                    textAt(1440, 3744, "'LINE"), textAt(1440, 4032, "'LINE")});
 }
 
 TEST_F(PlotScreens, PrintingLeavesTheDiagramOnShow) {
-    PlotView view = openPlotScreen(state, Name::VUSOLPLT);
+    PlotView view = opened(Name::VUSOLPLT);
     choosePlot(view, 3);
     RecordingSurface surface;
-    drawPlot(surface, state, view, Medium::Paper);
+    drawPlot(surface, data(), view, Medium::Paper);
     EXPECT_TRUE(view.showing);
     EXPECT_EQ(view.PlotNumber, 3);
 }
 
-TEST_F(PlotScreens, OpeningTwiceKeepsTheRoundedRanges) {
-    openPlotScreen(state, Name::CANPLOT);
-    const ResultDiagrams once = state.results;
-    openPlotScreen(state, Name::CANPLOT);
-    EXPECT_EQ(once.DeflectionRange, state.results.DeflectionRange);
-    EXPECT_EQ(once.MomentRange, state.results.MomentRange);
-    EXPECT_EQ(once.ShearRange, state.results.ShearRange);
-    EXPECT_EQ(once.PressureRange, state.results.PressureRange);
+TEST_F(PlotScreens, OpeningTwiceGivesTheSameScales) {
+    const PlotScales once = opened(Name::CANPLOT).scales;
+    const PlotScales again = opened(Name::CANPLOT).scales;
+    for (Range PlotScales::*range : {&PlotScales::deflection, &PlotScales::moment,
+                                     &PlotScales::shear, &PlotScales::pressure}) {
+        EXPECT_EQ((once.*range).largest, (again.*range).largest);
+        EXPECT_EQ((once.*range).smallest, (again.*range).smallest);
+    }
 }
 
 } // namespace

@@ -10,21 +10,15 @@ namespace korvane::test {
 
 namespace {
 
-Drawing drawn(State& state, const ResultKind& kind, int plotNumber,
+Drawing drawn(const SmallWall& wall, const ResultKind& kind, int plotNumber,
               Medium medium = Medium::Screen) {
-    const PlotScales scales = openResultPlots(state, kind);
+    const PlotScales scales = openResultPlots(wall.problem, wall.results, kind);
     RecordingSurface surface;
-    drawResultPlot(surface, state, kind, scales, plotNumber, medium);
+    drawResultPlot(surface, wall.problem, wall.results, kind, scales, plotNumber, medium);
     return surface.primitives();
 }
 
-struct SmallWall : testing::Test {
-    SmallWall() { solveSmallWall(*bench.state); }
-
-    Bench bench;
-    State& state = *bench.state;
-};
-using ResultPlots = SmallWall;
+struct ResultPlots : testing::Test, SmallWall {};
 
 Drawing boxAndZeroLine(double zero) {
     return {box(2160, 1008, 7920, 5328, Black, 2), line(zero, 1008, zero, 5328, Black, 2)};
@@ -69,14 +63,14 @@ Drawing momentScale() {
 }
 
 TEST_F(ResultPlots, MomentOfACantileverDesign) {
-    expectDrawing(drawn(state, CantileverResults, MomentPlot),
+    expectDrawing(drawn(*this, CantileverResults, MomentPlot),
                   joined({boxAndZeroLine(3120), momentScale(),
                           heads("BENDING MOMENT (LB-FT)", "FOR CANTILEVER WALL DESIGN"), ends(),
                           levels(), momentCurve(StartGrey)}));
 }
 
 TEST_F(ResultPlots, MomentOnPaperIsMovedWithAWhiteStartAndALowerBottomText) {
-    expectDrawing(drawn(state, CantileverResults, MomentPlot, Medium::Paper),
+    expectDrawing(drawn(*this, CantileverResults, MomentPlot, Medium::Paper),
                   onPaper(joined({boxAndZeroLine(3120), momentScale(),
                                   heads("BENDING MOMENT (LB-FT)", "FOR CANTILEVER WALL DESIGN"),
                                   ends(9720 - 4320), levels(), momentCurve(White)})));
@@ -97,7 +91,7 @@ Drawing deflectionScale() {
 
 TEST_F(ResultPlots, DeflectionOfACantileverHangsItsTopTextByTheSecondTitle) {
     // "FOR CANTILEVER WALL DESIGN" has 26 characters: x = 864 - 1300, upper edge at 1008.
-    expectDrawing(drawn(state, CantileverResults, DeflectionPlot),
+    expectDrawing(drawn(*this, CantileverResults, DeflectionPlot),
                   joined({boxAndZeroLine(6480),
                           deflectionScale(),
                           heads("SCALED DEFLECTION (LB-IN^3)", "FOR CANTILEVER WALL DESIGN"),
@@ -107,7 +101,7 @@ TEST_F(ResultPlots, DeflectionOfACantileverHangsItsTopTextByTheSecondTitle) {
 }
 
 TEST_F(ResultPlots, DeflectionOfAnAnchoredWallHasItsTopTextInTheColumn) {
-    expectDrawing(drawn(state, FreeEarthResults, DeflectionPlot),
+    expectDrawing(drawn(*this, FreeEarthResults, DeflectionPlot),
                   joined({boxAndZeroLine(6480), deflectionScale(),
                           heads("SCALED DEFLECTION (LB-IN^3)",
                                 "FOR ANCHORED WALL DESIGN BY FREE EARTH METHOD"),
@@ -117,7 +111,7 @@ TEST_F(ResultPlots, DeflectionOfAnAnchoredWallHasItsTopTextInTheColumn) {
 TEST_F(ResultPlots, ShearIsWrittenInWholePoundsWithBothEnds) {
     // scale 2000 and 1000: x = 4080 + 1.92 v
     expectDrawing(
-        drawn(state, CantileverResults, ShearPlot),
+        drawn(*this, CantileverResults, ShearPlot),
         joined({boxAndZeroLine(4080),
                 {middle(7920, 864, "2000"), middle(2160, 864, "1000"), middle(4080, 864, "0")},
                 heads("SHEAR (LB)", "FOR CANTILEVER WALL DESIGN"),
@@ -147,7 +141,7 @@ Drawing pressureCurve(Colour start) {
 }
 
 TEST_F(ResultPlots, NetSoilPressure) {
-    expectDrawing(drawn(state, CantileverResults, NetPressurePlot),
+    expectDrawing(drawn(*this, CantileverResults, NetPressurePlot),
                   joined({boxAndZeroLine(3120), pressureScale(),
                           heads("NET SOIL PRESSURE (PSF)", "FOR CANTILEVER WALL DESIGN"), ends(),
                           levels(), pressureCurve(StartGrey)}));
@@ -158,8 +152,8 @@ TEST_F(ResultPlots, NetSoilPressureOnPaperLacksTheWordNetAndItsTitlesStandLower)
         centred(5040, 4608 - 4320, "SOIL PRESSURE (PSF)"),
         centred(5040, 4824 - 4320, "FOR ANCHORED WALL ANALYSIS BY FREE EARTH METHOD"),
         centred(864, 288, "ELEV."), centred(864, 504, "(FT)")};
-    state.problem.ProgramMode = Mode::Analysis;
-    expectDrawing(drawn(state, FreeEarthResults, NetPressurePlot, Medium::Paper),
+    problem.ProgramMode = Mode::Analysis;
+    expectDrawing(drawn(*this, FreeEarthResults, NetPressurePlot, Medium::Paper),
                   onPaper(joined({boxAndZeroLine(3120), pressureScale(), paperHeads, ends(5400),
                                   levels(), anchor(), pressureCurve(White)})));
 }
@@ -175,7 +169,7 @@ Drawing waterCurve(Colour start) {
 
 TEST_F(ResultPlots, WaterRunsOnTheGridAndStartsGreen) {
     expectDrawing(
-        drawn(state, CantileverResults, NetWaterPlot),
+        drawn(*this, CantileverResults, NetWaterPlot),
         joined({boxAndZeroLine(2160),
                 {middle(7920, 864, "300"), middle(2160, 864, "0"), middle(2160, 864, "0")},
                 heads("NET WATER PRESSURES (PSF)", "FOR CANTILEVER WALL DESIGN"),
@@ -185,10 +179,10 @@ TEST_F(ResultPlots, WaterRunsOnTheGridAndStartsGreen) {
 }
 
 TEST_F(ResultPlots, WaterStartsAtTheValueBelowTheFirstRow) {
-    state.pressures.WaterPressures(1, 2) = 250; // above the wall top: not drawn
-    state.pressures.WaterPressures(1, 1) = 60;
+    water()(1, 2) = 250; // above the wall top: not drawn
+    water()(1, 1) = 60;
     // The smallest is 60, above zero, and counts by its size: x = 2160 + (60 + 60) / 360 x 5760.
-    expectDrawing(linesOf(drawn(state, CantileverResults, NetWaterPlot), Green, 3),
+    expectDrawing(linesOf(drawn(*this, CantileverResults, NetWaterPlot), Green, 3),
                   {line(4080, 1008, 4080, 1008, Green, 3)});
 }
 
@@ -240,14 +234,14 @@ Drawing leftStrips() {
 
 TEST_F(ResultPlots, LeftsidePressuresGrowLeftward) {
     expectDrawing(
-        drawn(state, CantileverResults, LeftPressurePlot),
+        drawn(*this, CantileverResults, LeftPressurePlot),
         joined({leftBoxesAndScales(), ends(), sideLevels(864, 2160, 5760), leftStrips()}));
 }
 
 TEST_F(ResultPlots, LeftsidePressuresOnPaper) {
     // first box 4800 - 1200 = 3600, second 8400 - 1200 = 7200; zeros 10080 and 6480; column 2304:
     // the screen moved, but for the bottom text's lower edge
-    expectDrawing(drawn(state, CantileverResults, LeftPressurePlot, Medium::Paper),
+    expectDrawing(drawn(*this, CantileverResults, LeftPressurePlot, Medium::Paper),
                   onPaper(joined({leftBoxesAndScales(), ends(9648 - 4320),
                                   sideLevels(864, 2160, 5760), leftStrips()})));
 }
@@ -283,41 +277,41 @@ Drawing rightEnds(double bottomEdge) {
 }
 
 TEST_F(ResultPlots, RightsidePressuresAreMirroredWithTheColumnAtTheRight) {
-    expectDrawing(drawn(state, CantileverResults, RightPressurePlot),
+    expectDrawing(drawn(*this, CantileverResults, RightPressurePlot),
                   joined({rightBoxesAndScales(), rightEnds(5364), sideLevels(8736, 960, 4560),
                           rightStrips()}));
 }
 
 TEST_F(ResultPlots, RightsidePressuresOnPaper) {
     // boxes at 2400 and 6000, zeros 2400 and 6000, column 7872 x 2 - 5568 = 10176
-    expectDrawing(drawn(state, CantileverResults, RightPressurePlot, Medium::Paper),
+    expectDrawing(drawn(*this, CantileverResults, RightPressurePlot, Medium::Paper),
                   onPaper(joined({rightBoxesAndScales(), rightEnds(5328),
                                   sideLevels(8736, 960, 4560), rightStrips()})));
 }
 
 TEST_F(ResultPlots, SideDiagramsOfAnAnchoredWallHaveNoAnchorLine) {
     for (const int plot : {LeftPressurePlot, RightPressurePlot}) {
-        EXPECT_TRUE(linesOf(drawn(state, FreeEarthResults, plot), Red, 2).empty());
+        EXPECT_TRUE(linesOf(drawn(*this, FreeEarthResults, plot), Red, 2).empty());
     }
 }
 
 // ---- words ------------------------------------------------------------------------------------
 
 TEST_F(ResultPlots, DesignShowsScaledDeflectionAndAnalysisInches) {
-    EXPECT_EQ(textsOf(drawn(state, CantileverResults, DeflectionPlot)).at(3),
+    EXPECT_EQ(textsOf(drawn(*this, CantileverResults, DeflectionPlot)).at(3),
               "SCALED DEFLECTION (LB-IN^3)");
-    state.problem.ProgramMode = Mode::Analysis;
-    const auto texts = textsOf(drawn(state, CantileverResults, DeflectionPlot));
+    problem.ProgramMode = Mode::Analysis;
+    const auto texts = textsOf(drawn(*this, CantileverResults, DeflectionPlot));
     EXPECT_EQ(texts.at(3), "DEFLECTION (IN)");
     EXPECT_EQ(texts.at(4), "FOR CANTILEVER WALL ANALYSIS");
 }
 
 TEST_F(ResultPlots, SecondTitlesOfTheThreeScreens) {
     const auto second = [&](const ResultKind& kind) {
-        return textsOf(drawn(state, kind, ShearPlot)).at(4);
+        return textsOf(drawn(*this, kind, ShearPlot)).at(4);
     };
     EXPECT_EQ(second(FixedEarthResults), "FOR ANCHORED WALL DESIGN BY FIXED EARTH METHOD");
-    state.problem.ProgramMode = Mode::Analysis;
+    problem.ProgramMode = Mode::Analysis;
     EXPECT_EQ(second(FreeEarthResults), "FOR ANCHORED WALL ANALYSIS BY FREE EARTH METHOD");
     EXPECT_EQ(second(FixedEarthResults), "FOR ANCHORED WALL ANALYSIS BY FIXED EARTH METHOD");
 }
@@ -326,7 +320,7 @@ TEST_F(ResultPlots, SecondTitlesOfTheThreeScreens) {
 
 TEST_F(ResultPlots, FixedEarthUsesItsOwnBottom) {
     // bottom -24: y = 1008 + 180 per foot; left ground at 2448, anchor at 1368
-    const Drawing fixed = drawn(state, FixedEarthResults, ShearPlot);
+    const Drawing fixed = drawn(*this, FixedEarthResults, ShearPlot);
     EXPECT_EQ(textsOf(fixed).at(8), "-24.00");
     expectDrawing(linesOf(fixed, Red, 2), {line(2160, 1368, 7920, 1368, Red, 2)});
     expectDrawing(linesOf(fixed, Blue, 2),
@@ -335,29 +329,29 @@ TEST_F(ResultPlots, FixedEarthUsesItsOwnBottom) {
 }
 
 TEST_F(ResultPlots, AnchorIsRuledAlsoOutsideTheBox) {
-    state.problem.AnchorElev = 5; // y = 1008 - 5 x 216
-    expectDrawing(linesOf(drawn(state, FreeEarthResults, MomentPlot), Red, 2),
+    problem.AnchorElev = 5; // y = 1008 - 5 x 216
+    expectDrawing(linesOf(drawn(*this, FreeEarthResults, MomentPlot), Red, 2),
                   {line(2160, -72, 7920, -72, Red, 2)});
 }
 
 TEST_F(ResultPlots, WaterDiagramsOfAnchoredWallsHaveTheAnchorLine) {
-    expectDrawing(linesOf(drawn(state, FreeEarthResults, NetWaterPlot), Red, 2),
+    expectDrawing(linesOf(drawn(*this, FreeEarthResults, NetWaterPlot), Red, 2),
                   {line(2160, 1440, 7920, 1440, Red, 2)});
-    expectDrawing(linesOf(drawn(state, FixedEarthResults, NetWaterPlot), Red, 2),
+    expectDrawing(linesOf(drawn(*this, FixedEarthResults, NetWaterPlot), Red, 2),
                   {line(2160, 1368, 7920, 1368, Red, 2)}); // 180 twips a foot
-    EXPECT_TRUE(linesOf(drawn(state, CantileverResults, NetWaterPlot), Red, 2).empty());
+    EXPECT_TRUE(linesOf(drawn(*this, CantileverResults, NetWaterPlot), Red, 2).empty());
 }
 
 TEST_F(ResultPlots, LevelsAtTheEndsAreNotRuled) {
-    state.problem.SurfaceElev(Left, 1) = 0;
-    state.problem.SoilBottomElev(Right, 1) = 0; // at the top: passed over
-    state.problem.SoilLayerCount(Right) = 4;
-    state.problem.SoilBottomElev(Right, 2) = -3;
-    state.problem.SoilBottomElev(Right, 3) = -20; // at the bottom: the last one looked at
-    state.problem.SoilLayerCount(Left) = 1;
-    state.problem.WaterElev(Right) = 0;
-    state.problem.WaterElev(Left) = -20;
-    const Drawing all = drawn(state, CantileverResults, MomentPlot);
+    problem.SurfaceElev(Left, 1) = 0;
+    problem.SoilBottomElev(Right, 1) = 0; // at the top: passed over
+    problem.SoilLayerCount(Right) = 4;
+    problem.SoilBottomElev(Right, 2) = -3;
+    problem.SoilBottomElev(Right, 3) = -20; // at the bottom: the last one looked at
+    problem.SoilLayerCount(Left) = 1;
+    problem.WaterElev(Right) = 0;
+    problem.WaterElev(Left) = -20;
+    const Drawing all = drawn(*this, CantileverResults, MomentPlot);
     expectDrawing(linesOf(all, Black, 2),
                   {line(3120, 1008, 3120, 5328, Black, 2), line(2160, 1656, 7920, 1656, Black, 2)});
     EXPECT_TRUE(linesOf(all, Blue, 2).empty());
@@ -365,53 +359,53 @@ TEST_F(ResultPlots, LevelsAtTheEndsAreNotRuled) {
 
 TEST_F(ResultPlots, TheFirstBoundaryAtOrBelowTheBottomEndsTheLayers) {
     // Nothing holds layers in order here: what stands behind the first deep one is not reached.
-    state.problem.SoilLayerCount(Left) = 3;
-    state.problem.SoilBottomElev(Left, 1) = -25;
-    state.problem.SoilBottomElev(Left, 2) = -12;
-    EXPECT_EQ(linesOf(drawn(state, CantileverResults, MomentPlot), Black, 2).size(), 3U);
+    problem.SoilLayerCount(Left) = 3;
+    problem.SoilBottomElev(Left, 1) = -25;
+    problem.SoilBottomElev(Left, 2) = -12;
+    EXPECT_EQ(linesOf(drawn(*this, CantileverResults, MomentPlot), Black, 2).size(), 3U);
 }
 
 TEST_F(ResultPlots, WaterGivenByPressuresHasNoLevelLinesButItsDiagram) {
-    state.problem.WaterDataKind = WaterData::Pressures;
-    const Drawing all = drawn(state, CantileverResults, NetWaterPlot);
+    problem.WaterDataKind = WaterData::Pressures;
+    const Drawing all = drawn(*this, CantileverResults, NetWaterPlot);
     EXPECT_TRUE(linesOf(all, Blue, 2).empty());
     EXPECT_EQ(linesOf(all, Blue, 3).size(), 5U);
 }
 
 TEST_F(ResultPlots, TheFirstRowIsTakenToLieAtTheWallTop) {
-    state.results.ResultElev(1) = -1;
-    const Drawing curve = linesOf(drawn(state, CantileverResults, MomentPlot), Red, 3);
+    diagrams().ResultElev(1) = -1;
+    const Drawing curve = linesOf(drawn(*this, CantileverResults, MomentPlot), Red, 3);
     EXPECT_EQ(curve.front().a.y, 1008);
 }
 
 // ---- scales of zero ---------------------------------------------------------------------------
 
 TEST_F(ResultPlots, SmallestOfZeroIsNotWrittenInMomentsButInShears) {
-    state.results.MomentRange(3) = 0;
-    state.results.ShearRange(3) = 0;
-    const auto moment = textsOf(drawn(state, CantileverResults, MomentPlot));
+    diagrams().MomentRange.smallest = 0;
+    diagrams().ShearRange.smallest = 0;
+    const auto moment = textsOf(drawn(*this, CantileverResults, MomentPlot));
     EXPECT_EQ(moment.at(0), "4.00E+03");
     EXPECT_EQ(moment.at(1), "0");
     EXPECT_EQ(moment.at(2), "BENDING MOMENT (LB-FT)");
-    const auto shear = textsOf(drawn(state, CantileverResults, ShearPlot));
+    const auto shear = textsOf(drawn(*this, CantileverResults, ShearPlot));
     EXPECT_EQ(shear.at(1), "0");
     EXPECT_EQ(shear.at(2), "0");
     EXPECT_EQ(shear.at(3), "SHEAR (LB)");
 }
 
 TEST_F(ResultPlots, LargestDeflectionOfFiveHundredThousandthsIsWrittenAsZeroAtTheLeftEnd) {
-    state.results.DeflectionRange(1) = 0.00005;
-    const Drawing all = drawn(state, CantileverResults, DeflectionPlot);
+    diagrams().DeflectionRange.largest = 0.00005;
+    const Drawing all = drawn(*this, CantileverResults, DeflectionPlot);
     expectDrawing({all.begin() + 1, all.begin() + 5},
                   {line(2160, 1008, 2160, 5328, Black, 2), middle(2160, 864, "0.00E+00"),
                    middle(7920, 864, "1.00E+09"), middle(2160, 864, "0")});
 }
 
 TEST_F(ResultPlots, MomentsOfZeroDrawTheFrameWithoutACurve) {
-    state.results.MomentRange(1) = 0;
-    state.results.MomentRange(3) = 0;
-    state.results.ResultMoment.fill(0);
-    expectDrawing(drawn(state, CantileverResults, MomentPlot),
+    diagrams().MomentRange.largest = 0;
+    diagrams().MomentRange.smallest = 0;
+    diagrams().ResultMoment.fill(0);
+    expectDrawing(drawn(*this, CantileverResults, MomentPlot),
                   joined({boxAndZeroLine(2160),
                           {middle(2160, 864, "0")},
                           heads("BENDING MOMENT (LB-FT)", "FOR CANTILEVER WALL DESIGN"),
@@ -420,9 +414,9 @@ TEST_F(ResultPlots, MomentsOfZeroDrawTheFrameWithoutACurve) {
 }
 
 TEST_F(ResultPlots, DeflectionsOfZeroHaveTheirZeroAtTheRight) {
-    state.results.DeflectionRange(1) = 0;
-    state.results.DeflectionRange(3) = 0;
-    const Drawing all = drawn(state, FreeEarthResults, DeflectionPlot);
+    diagrams().DeflectionRange.largest = 0;
+    diagrams().DeflectionRange.smallest = 0;
+    const Drawing all = drawn(*this, FreeEarthResults, DeflectionPlot);
     expectDrawing(all, joined({boxAndZeroLine(7920),
                                {middle(7920, 864, "0")},
                                heads("SCALED DEFLECTION (LB-IN^3)",
@@ -433,16 +427,16 @@ TEST_F(ResultPlots, DeflectionsOfZeroHaveTheirZeroAtTheRight) {
 }
 
 TEST_F(ResultPlots, WaterOfZeroDrawsTheFrameWithoutACurve) {
-    state.pressures.WaterPressures.fill(0);
-    const Drawing all = drawn(state, CantileverResults, NetWaterPlot);
+    water().fill(0);
+    const Drawing all = drawn(*this, CantileverResults, NetWaterPlot);
     EXPECT_TRUE(linesOf(all, Green, 3).empty());
     EXPECT_TRUE(linesOf(all, Blue, 3).empty());
     EXPECT_EQ(linesOf(all, Blue, 2).size(), 2U);
 }
 
 TEST_F(ResultPlots, ActiveScaleOfZeroKeepsBoxAndScaleWithoutStrips) {
-    state.pressures.ActivePressures.fill(0.00005);
-    const Drawing all = drawn(state, CantileverResults, LeftPressurePlot);
+    pressures().ActivePressures.fill(0.00005);
+    const Drawing all = drawn(*this, CantileverResults, LeftPressurePlot);
     expectDrawing({all.begin(), all.begin() + 6},
                   {box(2160, 1008, 5040, 5328, Black, 2), box(5760, 1008, 8640, 5328, Black, 2),
                    middle(2160, 864, "800"), middle(5040, 864, "0"), middle(5760, 864, "0"),
@@ -452,8 +446,8 @@ TEST_F(ResultPlots, ActiveScaleOfZeroKeepsBoxAndScaleWithoutStrips) {
 }
 
 TEST_F(ResultPlots, PassiveScaleOfZeroKeepsTheBoxWithoutStrips) {
-    state.pressures.PassivePressures.fill(0);
-    const Drawing all = drawn(state, CantileverResults, RightPressurePlot);
+    pressures().PassivePressures.fill(0);
+    const Drawing all = drawn(*this, CantileverResults, RightPressurePlot);
     expectDrawing({all.begin(), all.begin() + 4},
                   {box(960, 1008, 3840, 5328, Black, 2), box(4560, 1008, 7440, 5328, Black, 2),
                    middle(7440, 864, "0"), middle(4560, 864, "0")});
@@ -462,16 +456,16 @@ TEST_F(ResultPlots, PassiveScaleOfZeroKeepsTheBoxWithoutStrips) {
 }
 
 TEST_F(ResultPlots, StripsEndAtTheFirstRowAtOrBelowTheBottom) {
-    state.grid.ElevGrid(4) = -21; // the strip runs past the box: y = 1008 + 21 x 216
-    const Drawing strips = linesOf(drawn(state, CantileverResults, RightPressurePlot), Red, 3);
+    grid().ElevGrid(4) = -21; // the strip runs past the box: y = 1008 + 21 x 216
+    const Drawing strips = linesOf(drawn(*this, CantileverResults, RightPressurePlot), Red, 3);
     EXPECT_EQ(strips.size(), 9U);
     EXPECT_DOUBLE_EQ(strips.back().b.y, 5544);
 }
 
 TEST_F(ResultPlots, AWallWithoutHeightDrawsNoLevelsAndNoCurves) {
-    state.solution.SolvedBottomElev(1) = 0;
+    level1().bottomElev = 0;
     for (int plot = DeflectionPlot; plot <= NetWaterPlot; ++plot) {
-        const Drawing all = drawn(state, FreeEarthResults, plot);
+        const Drawing all = drawn(*this, FreeEarthResults, plot);
         EXPECT_TRUE(isFinite(all));
         EXPECT_TRUE(linesOf(all, Red, 2).empty());
         EXPECT_TRUE(linesOf(all, Red, 3).empty());
@@ -481,19 +475,21 @@ TEST_F(ResultPlots, AWallWithoutHeightDrawsNoLevelsAndNoCurves) {
 }
 
 TEST_F(ResultPlots, AnUnknownNumberIsRefused) {
-    EXPECT_THROW(drawn(state, CantileverResults, 0), RuntimeError);
-    EXPECT_THROW(drawn(state, CantileverResults, 8), RuntimeError);
+    EXPECT_THROW(drawn(*this, CantileverResults, 0), RuntimeError);
+    EXPECT_THROW(drawn(*this, CantileverResults, 8), RuntimeError);
 }
 
-TEST_F(ResultPlots, OpeningRoundsTheRangesOfItsLevelInPlace) {
-    openResultPlots(state, FixedEarthResults);
-    EXPECT_EQ(state.results.MomentRange(2), 4000);
-    EXPECT_EQ(state.results.MomentRange(4), 800);
-    EXPECT_EQ(state.results.ShearRange(2), 2000);
-    EXPECT_EQ(state.results.PressureRange(4), 100);
-    EXPECT_NEAR(state.results.DeflectionRange(2), 3e9, 1);
-    EXPECT_EQ(state.results.MomentRange(1), 3450);
-    EXPECT_EQ(state.results.MomentRange(3), -750);
+TEST_F(ResultPlots, OpeningRoundsTheRangesOfItsLevel) {
+    diagrams().MomentRange = {100, -20};
+    const PlotScales scales = openResultPlots(problem, results, FixedEarthResults);
+    EXPECT_EQ(scales.moment.largest, 4000);
+    EXPECT_EQ(scales.moment.smallest, 800);
+    EXPECT_EQ(scales.shear.largest, 2000);
+    EXPECT_EQ(scales.pressure.smallest, 100);
+    EXPECT_NEAR(scales.deflection.largest, 3e9, 1);
+    const PlotScales freeEarth = openResultPlots(problem, results, FreeEarthResults);
+    EXPECT_EQ(freeEarth.moment.largest, 100);
+    EXPECT_EQ(freeEarth.moment.smallest, 20);
 }
 
 } // namespace

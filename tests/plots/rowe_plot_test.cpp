@@ -5,35 +5,39 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <memory>
 
 namespace korvane::test {
 
 namespace {
 
+struct RoweCase {
+    PileSections sections;
+    MomentReduction reduction;
+};
+
 /// Curves of sand at ALPHA 0.6; no sections.
-std::unique_ptr<RoweData> sand() {
-    auto rowe = std::make_unique<RoweData>();
-    rowe->RoweAlpha = 0.6;
+RoweCase sand() {
+    RoweCase rowe;
+    rowe.reduction.RoweAlpha = 0.6;
     const double loose[] = {0.894, 0.55, 0.344, 0.261, 0.261};
     const double dense[] = {0.5, 0.372, 0.283, 0.217, 0.144};
     for (int q = 1; q <= 5; ++q) {
-        rowe->RoweSandCurve(1, q) = loose[q - 1];
-        rowe->RoweSandCurve(2, q) = dense[q - 1];
+        rowe.reduction.RoweSandCurve(1, q) = loose[q - 1];
+        rowe.reduction.RoweSandCurve(2, q) = dense[q - 1];
     }
     return rowe;
 }
 
-void addSection(RoweData& rowe, const std::string& name, double logRigidity, double ratio) {
-    const int p = ++rowe.PileSectionCount;
-    rowe.PileName(p) = name;
-    rowe.PileLogRigidity(p) = logRigidity;
-    rowe.PileMomentRatio(p) = ratio;
+void addSection(RoweCase& rowe, const std::string& name, double logRigidity, double ratio) {
+    const int p = ++rowe.sections.PileSectionCount;
+    rowe.sections.PileName(p) = name;
+    rowe.reduction.PileLogRigidity(p) = logRigidity;
+    rowe.reduction.PileMomentRatio(p) = ratio;
 }
 
-Drawing drawn(const RoweData& rowe, Medium medium = Medium::Screen) {
+Drawing drawn(const RoweCase& rowe, Medium medium = Medium::Screen) {
     RecordingSurface surface;
-    drawRowePlot(surface, rowe, medium);
+    drawRowePlot(surface, rowe.sections, rowe.reduction, medium);
     return surface.primitives();
 }
 
@@ -75,12 +79,12 @@ TEST(RowePlot, TitleGridAndLabels) {
     }
     expected.push_back(centred(5040, 5256 - 97.5, "LOG(H^4/EI)"));
 
-    const Drawing all = drawn(*sand());
+    const Drawing all = drawn(sand());
     expectDrawing({all.begin(), all.begin() + static_cast<long>(expected.size())}, expected);
 }
 
 TEST(RowePlot, LooseCurveIsTheCubicThroughFourPointsAndThenFlat) {
-    const Drawing green = linesOf(drawn(*sand()), Green, 3);
+    const Drawing green = linesOf(drawn(sand()), Green, 3);
     ASSERT_EQ(green.size(), 151U + 1U + 1U); // curve, flat line, leader
     const std::vector<Point> points{{-3.5, 0.894}, {-3, 0.55}, {-2.5, 0.344}, {-2, 0.261}};
     EXPECT_NEAR(green.front().a.x, 1440, 1e-9);
@@ -97,7 +101,7 @@ TEST(RowePlot, LooseCurveIsTheCubicThroughFourPointsAndThenFlat) {
 }
 
 TEST(RowePlot, DenseCurveTakesTheFourthValueInItsFifthTermAndNeverRises) {
-    const Drawing blue = linesOf(drawn(*sand()), Blue, 3);
+    const Drawing blue = linesOf(drawn(sand()), Blue, 3);
     ASSERT_EQ(blue.size(), 201U + 1U);
     const std::vector<Point> points{
         {-3.5, 0.5}, {-3, 0.372}, {-2.5, 0.283}, {-2, 0.217}, {-1.5, 0.217}};
@@ -118,7 +122,7 @@ TEST(RowePlot, DenseCurveTakesTheFourthValueInItsFifthTermAndNeverRises) {
 }
 
 TEST(RowePlot, CurveNamesStandBesideTheirLeaders) {
-    const Drawing all = drawn(*sand());
+    const Drawing all = drawn(sand());
     Drawing names;
     for (const Primitive& p : all) {
         if (p.text == "LOOSE" || p.text == "DENSE") {
@@ -130,9 +134,9 @@ TEST(RowePlot, CurveNamesStandBesideTheirLeaders) {
 }
 
 TEST(RowePlot, SectionIsACircleWithALeaderToItsName) {
-    auto rowe = sand();
-    addSection(*rowe, "PZ27", -2.5, 0.7);
-    const Drawing all = drawn(*rowe);
+    RoweCase rowe = sand();
+    addSection(rowe, "PZ27", -2.5, 0.7);
+    const Drawing all = drawn(rowe);
     // X = (-2.5 + 3.5) x 3600 + 1440, Y = 4752 - 2520
     expectDrawing({all.end() - 4, all.end()},
                   {circle(5040, 2232, 72, Red, 3), point(5040, 2232, StartGrey, 3),
@@ -140,21 +144,21 @@ TEST(RowePlot, SectionIsACircleWithALeaderToItsName) {
 }
 
 TEST(RowePlot, SectionsOutsideTheDiagramAreLeftOutWithoutNote) {
-    auto rowe = sand();
-    addSection(*rowe, "HIGH", -2.5, 1.2001);
-    addSection(*rowe, "ON LEFT EDGE", -3.5, 0.5);
-    addSection(*rowe, "STIFF", -1.499, 0.5);
-    addSection(*rowe, "ON TOP", -2, 1.2);
-    addSection(*rowe, "ON RIGHT EDGE", -1.5, 0.5);
-    const auto texts = textsOf(drawn(*rowe));
-    EXPECT_EQ(texts.size(), textsOf(drawn(*sand())).size() + 2);
+    RoweCase rowe = sand();
+    addSection(rowe, "HIGH", -2.5, 1.2001);
+    addSection(rowe, "ON LEFT EDGE", -3.5, 0.5);
+    addSection(rowe, "STIFF", -1.499, 0.5);
+    addSection(rowe, "ON TOP", -2, 1.2);
+    addSection(rowe, "ON RIGHT EDGE", -1.5, 0.5);
+    const auto texts = textsOf(drawn(rowe));
+    EXPECT_EQ(texts.size(), textsOf(drawn(sand())).size() + 2);
     EXPECT_EQ(texts.end()[-2], "ON TOP");
     EXPECT_EQ(texts.end()[-1], "ON RIGHT EDGE");
 }
 
 TEST(RowePlot, AfterAClayReportTheCurvesLieOnZero) {
-    RoweData rowe;
-    rowe.RoweAlpha = 0.7;
+    RoweCase rowe;
+    rowe.reduction.RoweAlpha = 0.7;
     addSection(rowe, "PZ22", -2.5, 0.4);
     const Drawing all = drawn(rowe);
     const Drawing green = linesOf(all, Green, 3);
@@ -164,15 +168,15 @@ TEST(RowePlot, AfterAClayReportTheCurvesLieOnZero) {
 }
 
 TEST(RowePlot, PaperIsTheScreenMoved) {
-    auto rowe = sand();
-    addSection(*rowe, "PZ27", -2.5, 0.7);
-    Drawing expected = onPaper(drawn(*rowe));
+    RoweCase rowe = sand();
+    addSection(rowe, "PZ27", -2.5, 0.7);
+    Drawing expected = onPaper(drawn(rowe));
     for (Primitive& p : expected) {
         if (p.kind == Primitive::Kind::Point && p.a.x == 1440 + 1440) {
             p.colour = White; // starts of the curves
         }
     }
-    expectDrawing(drawn(*rowe, Medium::Paper), expected);
+    expectDrawing(drawn(rowe, Medium::Paper), expected);
 }
 
 } // namespace

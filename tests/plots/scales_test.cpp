@@ -61,181 +61,151 @@ TEST(RoundUpScale, RoundingTwiceChangesNothing) {
     }
 }
 
-TEST(PrepareRange, KeepsLargestAndSizeOfSmallest) {
-    Array<double, 4> range;
-    range(2) = 3450;
-    range(4) = -750;
-    prepareRange(range, 2);
-    EXPECT_EQ(range(2), 4000);
-    EXPECT_EQ(range(4), 800);
-    EXPECT_EQ(range(1), 0);
+TEST(RoundedRange, KeepsLargestAndSizeOfSmallest) {
+    const Range range = roundedRange({3450, -750});
+    EXPECT_EQ(range.largest, 4000);
+    EXPECT_EQ(range.smallest, 800);
 }
 
-TEST(PrepareRange, LargestOfFiveHundredThousandthsCountsAsZero) {
-    Array<double, 4> range;
-    range(1) = 0.00005;
-    range(3) = -0.00005;
-    prepareRange(range, 1);
-    EXPECT_EQ(range(1), 0);
-    EXPECT_EQ(range(3), 0);
+TEST(RoundedRange, LargestOfFiveHundredThousandthsCountsAsZero) {
+    const Range range = roundedRange({0.00005, -0.00005});
+    EXPECT_EQ(range.largest, 0);
+    EXPECT_EQ(range.smallest, 0);
 }
 
-TEST(PrepareRange, ThresholdItselfCountsAsZero) {
-    Array<double, 4> range;
-    range(1) = 0.0001;
-    range(3) = 0.00011;
-    prepareRange(range, 1);
-    EXPECT_EQ(range(1), 0);
-    EXPECT_NEAR(range(3), 0.001, 1e-15); // exponent -3: (0.00011 + 0.000999) / 0.001 gives 1
+TEST(RoundedRange, ThresholdItselfCountsAsZero) {
+    const Range range = roundedRange({0.0001, 0.00011});
+    EXPECT_EQ(range.largest, 0);
+    EXPECT_NEAR(range.smallest, 0.001, 1e-15); // exponent -3: (0.00011 + 0.000999) / 0.001 gives 1
 }
 
-TEST(PrepareRange, SmallestAboveZeroCountsByItsSize) {
-    Array<double, 4> range;
-    range(1) = 900;
-    range(3) = 42;
-    prepareRange(range, 1);
-    EXPECT_EQ(range(3), 50);
+TEST(RoundedRange, SmallestAboveZeroCountsByItsSize) {
+    EXPECT_EQ(roundedRange({900, 42}).smallest, 50);
 }
 
-TEST(PressureScales, TakeTheLargestOfBothSidesDownToTheBottomRow) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    PlotScales scales;
-    prepareSolvedPressureScales(*bench.state, 1, scales);
+struct PressureScales : testing::Test, SmallWall {
+    /// Of level 1.
+    PlotScales solved() {
+        PlotScales scales;
+        prepareSolvedPressureScales(shownPressures(results, 1), gridRows(level1()), scales);
+        return scales;
+    }
+};
+
+/// Down to the wall's bottom.
+struct WaterScales : testing::Test, SmallWall {
+    PlotScales prepared() const {
+        PlotScales scales;
+        prepareWaterScales(problem, shownPressures(results, 1), -20, scales);
+        return scales;
+    }
+};
+
+struct InitialPressureScales : PressureScales {
+    Pressures& initial = results.review.diagrams.pressures;
+
+    PlotScales prepared() const {
+        PlotScales scales;
+        prepareInitialPressureScales(shownPressures(results.review), -20, scales);
+        return scales;
+    }
+};
+
+TEST_F(PressureScales, TakeTheLargestOfBothSidesDownToTheBottomRow) {
+    const PlotScales scales = solved();
     EXPECT_EQ(scales.ActiveScale, 400);  // 380 on the right side at -20
     EXPECT_EQ(scales.PassiveScale, 800); // 780 on the left side at -20
 }
 
-TEST(PressureScales, StartFromTheRightSidesValueBelowTheFirstRow) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    auto& pressures = bench.state->pressures;
-    pressures.ActivePressures(Right, 1, 2) = 9000; // above the wall top: not looked at
-    pressures.ActivePressures(Right, 1, 1) = 520;
-    pressures.PassivePressures(Right, 1, 2) = 9000;
-    pressures.PassivePressures(Right, 1, 1) = 1150;
-    PlotScales scales;
-    prepareSolvedPressureScales(*bench.state, 1, scales);
+TEST_F(PressureScales, StartFromTheRightSidesValueBelowTheFirstRow) {
+    pressures().ActivePressures(Right, 1, 2) = 9000; // above the wall top: not looked at
+    pressures().ActivePressures(Right, 1, 1) = 520;
+    pressures().PassivePressures(Right, 1, 2) = 9000;
+    pressures().PassivePressures(Right, 1, 1) = 1150;
+    const PlotScales scales = solved();
     EXPECT_EQ(scales.ActiveScale, 600);
     EXPECT_EQ(scales.PassiveScale, 2000);
 }
 
-TEST(PressureScales, TheValueBelowTheBottomRowIsNotLookedAt) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    bench.state->solution.BottomIndex(1) = 3; // rows down to -10
-    bench.state->pressures.ActivePressures(Right, 3, 2) = 250;
-    bench.state->pressures.ActivePressures(Right, 3, 1) = 9000;
-    PlotScales scales;
-    prepareSolvedPressureScales(*bench.state, 1, scales);
+TEST_F(PressureScales, TheValueBelowTheBottomRowIsNotLookedAt) {
+    diagrams().RowCount = 3; // rows down to -10
+    pressures().ActivePressures(Right, 3, 2) = 250;
+    pressures().ActivePressures(Right, 3, 1) = 9000;
+    const PlotScales scales = solved();
     EXPECT_EQ(scales.ActiveScale, 300);
     EXPECT_EQ(scales.PassiveScale, 600);
 }
 
-TEST(PressureScales, RowCountBeyondTheGridStopsAtTheGrid) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    bench.state->solution.BottomIndex(1) = 7; // second rows of jumps count too
-    bench.state->pressures.PassivePressures(Left, 5, 2) = 880;
-    bench.state->pressures.PassivePressures(Left, 5, 1) = 5000; // below the last row
-    bench.state->pressures.PassivePressures(Left, 6, 2) = 6000; // beyond the grid
-    PlotScales scales;
-    prepareSolvedPressureScales(*bench.state, 1, scales);
+TEST_F(PressureScales, RowCountBeyondTheGridStopsAtTheGrid) {
+    diagrams().RowCount = 7; // second rows of jumps count too
+    pressures().PassivePressures(Left, 5, 2) = 880;
+    pressures().PassivePressures(Left, 5, 1) = 5000; // below the last row
+    pressures().PassivePressures(Left, 6, 2) = 6000; // beyond the grid
+    const PlotScales scales = solved();
     EXPECT_EQ(scales.PassiveScale, 900);
-    EXPECT_EQ(gridRows(*bench.state, 1), 5);
+    EXPECT_EQ(gridRows(level1()), 5);
 }
 
-TEST(PressureScales, ActiveScaleBelowTheThresholdIsZeroButPassiveScaleIsRounded) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    bench.state->pressures.ActivePressures.fill(0.00005);
-    bench.state->pressures.PassivePressures.fill(0.00005);
-    PlotScales scales;
-    prepareSolvedPressureScales(*bench.state, 1, scales);
+TEST_F(PressureScales, ActiveScaleBelowTheThresholdIsZeroButPassiveScaleIsRounded) {
+    pressures().ActivePressures.fill(0.00005);
+    pressures().PassivePressures.fill(0.00005);
+    const PlotScales scales = solved();
     EXPECT_EQ(scales.ActiveScale, 0);
     EXPECT_NEAR(scales.PassiveScale, 0.0001, 1e-16); // exponent -4
 }
 
-TEST(PressureScales, PassiveScaleOfZeroStaysZero) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    bench.state->pressures.PassivePressures.fill(0);
-    PlotScales scales;
-    prepareSolvedPressureScales(*bench.state, 1, scales);
+TEST_F(PressureScales, PassiveScaleOfZeroStaysZero) {
+    pressures().PassivePressures.fill(0);
+    const PlotScales scales = solved();
     EXPECT_EQ(scales.PassiveScale, 0);
 }
 
-TEST(WaterScales, StopAboveTheValueBelowTheBottom) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    bench.state->pressures.WaterPressures(4, 1) = -5000; // below the wall bottom
-    PlotScales scales;
-    prepareWaterScales(*bench.state, -20, scales);
+TEST_F(WaterScales, StopAboveTheValueBelowTheBottom) {
+    water()(4, 1) = -5000; // below the wall bottom
+    const PlotScales scales = prepared();
     EXPECT_EQ(scales.WaterScaleMax, 300);
     EXPECT_EQ(scales.WaterScaleMin, 0);
     EXPECT_TRUE(scales.hasWater());
 }
 
-TEST(WaterScales, LargestAndSmallestCountByTheirSizes) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    bench.state->pressures.WaterPressures.fill(-420); // both are -420
-    PlotScales scales;
-    prepareWaterScales(*bench.state, -20, scales);
+TEST_F(WaterScales, LargestAndSmallestCountByTheirSizes) {
+    water().fill(-420); // both are -420
+    const PlotScales scales = prepared();
     EXPECT_EQ(scales.WaterScaleMax, 500);
     EXPECT_EQ(scales.WaterScaleMin, 500);
 }
 
-TEST(WaterScales, StartFromTheValueBelowTheFirstRow) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    auto& water = bench.state->pressures.WaterPressures;
-    water(1, 2) = -9000; // above the wall top: not looked at
-    water(1, 1) = -640;
-    PlotScales scales;
-    prepareWaterScales(*bench.state, -20, scales);
-    EXPECT_EQ(scales.WaterScaleMin, 700);
-    water(1, 2) = 9000;
-    water(1, 1) = 820;
-    prepareWaterScales(*bench.state, -20, scales);
-    EXPECT_EQ(scales.WaterScaleMax, 900);
+TEST_F(WaterScales, StartFromTheValueBelowTheFirstRow) {
+    water()(1, 2) = -9000; // above the wall top: not looked at
+    water()(1, 1) = -640;
+    EXPECT_EQ(prepared().WaterScaleMin, 700);
+    water()(1, 2) = 9000;
+    water()(1, 1) = 820;
+    EXPECT_EQ(prepared().WaterScaleMax, 900);
 }
 
-TEST(WaterScales, NoWaterDataOrNoPressureGiveNoScale) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    PlotScales scales;
-    bench.problem.WaterDataKind = WaterData::None;
-    prepareWaterScales(*bench.state, -20, scales);
-    EXPECT_FALSE(scales.hasWater());
-    bench.problem.WaterDataKind = WaterData::Pressures;
-    bench.state->pressures.WaterPressures.fill(0.00009);
-    prepareWaterScales(*bench.state, -20, scales);
-    EXPECT_FALSE(scales.hasWater());
+TEST_F(WaterScales, NoWaterDataOrNoPressureGiveNoScale) {
+    problem.WaterDataKind = WaterData::None;
+    EXPECT_FALSE(prepared().hasWater());
+    problem.WaterDataKind = WaterData::Pressures;
+    water().fill(0.00009);
+    EXPECT_FALSE(prepared().hasWater());
 }
 
-TEST(InitialPressureScales, StopOnlyBelowTheBottomElevation) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    auto& passive = bench.state->pressures.PassivePressures;
+TEST_F(InitialPressureScales, StopOnlyBelowTheBottomElevation) {
+    auto& passive = initial.PassivePressures;
     passive(Left, 4, 1) = 1900; // just below -20: the row lies at the bottom and does not stop
     passive(Left, 5, 2) = 2400; // just above -30, the first row below the bottom
     passive(Left, 5, 1) = 9000;
-    PlotScales scales;
-    prepareInitialPressureScales(*bench.state, -20, scales);
+    const PlotScales scales = prepared();
     EXPECT_EQ(scales.PassiveScale, 3000);
 }
 
-TEST(InitialPressureScales, StartFromBothSides) {
-    Bench bench;
-    solveSmallWall(*bench.state);
-    bench.state->pressures.ActivePressures(Left, 1, 1) = 620; // k = 1 of the first row
-    PlotScales initial;
-    prepareInitialPressureScales(*bench.state, -20, initial);
-    EXPECT_EQ(initial.ActiveScale, 700);
-    PlotScales solved; // starts from the right side alone
-    prepareSolvedPressureScales(*bench.state, 1, solved);
-    EXPECT_EQ(solved.ActiveScale, 400);
+TEST_F(InitialPressureScales, StartFromBothSides) {
+    initial.ActivePressures(Left, 1, 1) = 620; // k = 1 of the first row
+    EXPECT_EQ(prepared().ActiveScale, 700);
+    pressures().ActivePressures(Left, 1, 1) = 620;
+    EXPECT_EQ(solved().ActiveScale, 400); // starts from the right side alone
 }
 
 TEST(ValueAxis, ZeroLiesWhereTheScalesMeet) {

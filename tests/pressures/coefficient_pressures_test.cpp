@@ -68,7 +68,7 @@ TEST_F(CoefficientPressuresTest, WithoutCohesionAndWallFrictionTheyAreRankinesSt
         expectActive(Left, elevation, 0);
         expectPassive(Left, elevation, 0);
     }
-    EXPECT_TRUE(bench.prompts.asked.empty());
+    EXPECT_TRUE(bench.told().empty());
 }
 
 TEST_F(CoefficientPressuresTest, InTheLastRowOnlyTheValueAboveHasTheSoilDiagram) {
@@ -370,9 +370,9 @@ TEST_F(CoefficientPressuresTest, DevelopedFrictionAboveFortyFiveDegreesFails) {
     bench.setFactors(1, 0.7);
     bench.build();
     ComputeCoefficientPressures(state, Right, 1);
-    EXPECT_EQ(state.SolutionFailed, 1);
-    ASSERT_EQ(bench.prompts.asked.size(), 1u);
-    EXPECT_EQ(bench.prompts.asked[0],
+    EXPECT_TRUE(state.failed());
+    ASSERT_EQ(bench.told().size(), 1u);
+    EXPECT_EQ(bench.told()[0],
               (MessageBox{.text = "Calculated angle of internal friction is greater\n"
                                   "     45 degrees.  Unable to continue.",
                           .title = "KORVANE",
@@ -396,11 +396,11 @@ TEST_F(CoefficientPressuresTest, AnEffectiveWeightOfZeroOrLessFails) {
     const auto expectFailure = [&](int side) {
         bench.setFactors(1, 1);
         bench.build();
-        state.SolutionFailed = 0;
-        bench.prompts.asked.clear();
+        state.failure = {};
+        bench.state->failure = {};
         ComputeCoefficientPressures(state, side, 1);
-        EXPECT_EQ(state.SolutionFailed, 1);
-        EXPECT_EQ(bench.prompts.asked, std::vector<MessageBox>{expected});
+        EXPECT_TRUE(state.failed());
+        EXPECT_EQ(bench.told(), std::vector<MessageBox>{expected});
     };
     // Upward flow: 110 - 1.8 x 62.4 = -2.3.
     problem.SoilSatWeight(Left, 1) = 110;
@@ -452,11 +452,11 @@ TEST_F(CoefficientPressuresTest, RandomProblemsEndOnOneGridForBothSides) {
         bench.setFactors(1, 1.5);
         bench.build();
         ComputeCoefficientPressures(state, Right, 1);
-        ASSERT_EQ(state.SolutionFailed, 0) << "run " << run;
+        ASSERT_FALSE(state.failed()) << "run " << run;
         const ElevationGrid rightGrid = state.grid;
         const Pressures right = pressures;
         ComputeCoefficientPressures(state, Left, 1);
-        ASSERT_EQ(state.SolutionFailed, 0) << "run " << run;
+        ASSERT_FALSE(state.failed()) << "run " << run;
         inserted += state.grid.NumElevs - rightGrid.NumElevs;
 
         for (int i = 2; i <= state.grid.NumElevs; ++i) {

@@ -24,7 +24,10 @@ class ElevationGridTest : public testing::Test {
         problem.SeepageGradient(1) = problem.SeepageGradient(2) = 0.2;
         bench.state->preparation.SeepageEndElev.fill(end);
     }
-    void build(int level = 1) { BuildElevationGrid(*bench.state, level); }
+    void build(int level = 1) {
+        bench.takeSeepage();
+        BuildElevationGrid(*bench.state, level);
+    }
     /// How many rows lie within 1E-6 FT of an elevation.
     int rowsAt(double elevation) const {
         int count = 0;

@@ -316,5 +316,96 @@ TEST_F(SurchargeTest, EachCallStartsFromZeroAndLeavesTheOtherSide) {
     EXPECT_EQ(SurchargePressures(Left, 5), 77);
 }
 
+/// SurchargePressures of a side in a state that has kept nothing.
+std::vector<double> computedAnew(const State& state, int side) {
+    PressureBench fresh;
+    fresh.problem = *state.problem;
+    fresh.state->grid = state.grid;
+    ComputeSurchargePressures(*fresh.state, side);
+    std::vector<double> pressures;
+    for (int i = 1; i <= 301; ++i) {
+        pressures.push_back(fresh.state->pressures.SurchargePressures(side, i));
+    }
+    return pressures;
+}
+
+/// The same as computed again and again in one state.
+std::vector<double> computedAgain(State& state, int side) {
+    ComputeSurchargePressures(state, side);
+    std::vector<double> pressures;
+    for (int i = 1; i <= 301; ++i) {
+        pressures.push_back(state.pressures.SurchargePressures(side, i));
+    }
+    return pressures;
+}
+
+// Pressures taken over from an earlier call are those of the present loads and elevations: each
+// change must show, and taking it back must bring the old pressures, to the last bit.
+TEST_F(SurchargeTest, WhatIsTakenOverIsAsNew) {
+    problem.VLineCount(Right) = 2; // one near the wall, one far
+    problem.VLineDist(Right, 1) = 3;
+    problem.VLineDist(Right, 2) = 8;
+    problem.VLineLoad(Right, 1) = problem.VLineLoad(Right, 2) = 700;
+    addStrip(Right, 2, 7, 250);
+    setRamp(4, 9, 800);
+    addTriangle(3, 5, 11, 900);
+    problem.VVarCount(Right) = 3;
+    for (int i = 1; i <= 3; ++i) {
+        problem.VVarDist(Right, i) = 3 * i;
+        problem.VVarLoad(Right, i) = 40 * i;
+    }
+    State& state = *bench.state;
+    bench.build();
+    const std::vector<double> first = computedAgain(state, Right);
+    EXPECT_EQ(first, computedAnew(state, Right));
+
+    const Problem given = problem;
+    const std::vector<std::function<void()>> changes = {
+        [&] { problem.VLineLoad(Right, 1) = 800; },
+        [&] { problem.VLineDist(Right, 1) = 4.5; }, // no longer near the wall
+        [&] { problem.VLineDist(Right, 2) = 9; },
+        [&] { problem.VLineCount(Right) = 1; },
+        [&] { problem.VStripStart(Right, 1) = 2.5; },
+        [&] { problem.VStripEnd(Right, 1) = 7.5; },
+        [&] { problem.VStripLoad(Right, 1) = 260; },
+        [&] { problem.VStripCount(Right) = 0; },
+        [&] { problem.VRampStart(Right) = 5; },
+        [&] { problem.VRampEnd(Right) = 10; },
+        [&] { problem.VRampLoad(Right) = 810; },
+        [&] { problem.VRampCount(Right) = 0; },
+        [&] { problem.VTriStart(Right, 1) = 2; },
+        [&] { problem.VTriPeak(Right, 1) = 6; },
+        [&] { problem.VTriEnd(Right, 1) = 12; },
+        [&] { problem.VTriLoad(Right, 1) = 910; },
+        [&] { problem.VVarDist(Right, 2) = 5; },
+        [&] { problem.VVarLoad(Right, 3) = 10; },
+        [&] { problem.VVarCount(Right) = 2; },
+        [&] { problem.SurfaceElev(Right, 1) = -1; },
+        [&] { problem.SurfaceElev(Left, 1) = -5; }, // the exposed height
+    };
+    int number = 0;
+    for (const auto& change : changes) {
+        change();
+        bench.build();
+        const auto changed = computedAgain(state, Right);
+        EXPECT_EQ(changed, computedAnew(state, Right)) << "change " << number;
+        EXPECT_NE(changed, first) << "change " << number;
+        problem = given;
+        bench.build();
+        EXPECT_EQ(computedAgain(state, Right), first) << "change " << number;
+        ++number;
+    }
+}
+
+TEST_F(SurchargeTest, RowsThatComeAndGoChangeNoOther) {
+    addStrip(Right, 2, 7, 250);
+    State& state = *bench.state;
+    for (const double bottom : {-4.5, -7.25, -4.5, -30.5}) {
+        setLayerBottoms(problem, Right, {bottom}); // brings a row of its own
+        bench.build();
+        EXPECT_EQ(computedAgain(state, Right), computedAnew(state, Right)) << bottom;
+    }
+}
+
 } // namespace
 } // namespace korvane::test

@@ -9,6 +9,7 @@
 namespace korvane::test {
 
 void WedgeBench::buildGround(int level) {
+    takeSeepage();
     State& s = *state;
     if (problem.SeepageKind != Seepage::None) {
         s.preparation.SeepageEndElev(level) =
@@ -65,8 +66,14 @@ void WedgeBench::setSeepage(double elevation, double gradient) {
     problem.SeepageGradient(1) = problem.SeepageGradient(2) = gradient;
 }
 
+WedgeSide WedgeBench::described(int side, int level) const {
+    WedgeSide wedgeSide;
+    describeWedgeSide(*state, side, level, wedgeSide);
+    return wedgeSide;
+}
+
 double WedgeBench::weight(int side, double x1, double y1, double x2, double y2, int layer) const {
-    return WedgeWeight(*state, y1, (y2 - y1) / (x2 - x1), side, 1, x1, y1, x2, y2, layer);
+    return WedgeWeight(described(side), y1, (y2 - y1) / (x2 - x1), x1, y1, x2, layer);
 }
 
 double PointGround::surface(double x) const {

@@ -47,6 +47,8 @@ struct WedgeBench : PressureBench {
     /// A given gradient with the elevation at which seepage starts on the right.
     void setSeepage(double elevation, double gradient);
 
+    /// Soil and loads of a side as they are now.
+    WedgeSide described(int side, int level = 1) const;
     double weight(int side, double x1, double y1, double x2, double y2, int layer) const;
 };
 
@@ -54,7 +56,7 @@ struct WedgeBench : PressureBench {
 class PointGround {
   public:
     PointGround(const State& state, int side, int level)
-        : state_(state), problem_(state.problem), side_(side), level_(level) {}
+        : state_(state), problem_(*state.problem), side_(side), level_(level) {}
 
     double surface(double x) const;
     double boundary(int b, double x) const {

@@ -158,8 +158,8 @@ TEST_F(WedgeWeightTest, NoSoilStandsBeyondTheFarEnd) {
 
 TEST_F(WedgeWeightTest, APieceWithoutLengthWeighsNothing) {
     bench.buildGround();
-    EXPECT_EQ(WedgeWeight(*bench.state, -5, 1, Right, 1, 3, -5, 3, -5, 1), 0);
-    EXPECT_EQ(WedgeWeight(*bench.state, -5, 1, Right, 1, 3, -5, 2, -5, 1), 0);
+    EXPECT_EQ(WedgeWeight(bench.described(Right), -5, 1, 3, -5, 3, 1), 0);
+    EXPECT_EQ(WedgeWeight(bench.described(Right), -5, 1, 3, -5, 2, 1), 0);
 }
 
 TEST_F(WedgeWeightTest, TheOriginOfTheAreaSumsDoesNotMatter) {
@@ -173,7 +173,7 @@ TEST_F(WedgeWeightTest, TheOriginOfTheAreaSumsDoesNotMatter) {
         const double y2 = y1 + 10;
         const double weight = drawn.weight(Right, 0, y1, 10, y2, layer);
         for (const double y0 : {0.0, -1e5, 1234.5}) {
-            EXPECT_NEAR(WedgeWeight(*drawn.state, y0, 1, Right, 1, 0, y1, 10, y2, layer), weight,
+            EXPECT_NEAR(WedgeWeight(drawn.described(Right), y0, 1, 0, y1, 10, layer), weight,
                         1e-9 * weight);
         }
     }
@@ -258,7 +258,9 @@ TEST(WedgeWeightSlices, SlopingLayers) {
 
 class WedgeSurchargeTest : public testing::Test {
   protected:
-    double load(double x1, double x2) const { return WedgeSurchargeLoad(problem, Right, x1, x2); }
+    double load(double x1, double x2) const {
+        return WedgeSurchargeLoad(bench.described(Right), x1, x2);
+    }
 
     WedgeBench bench;
     Problem& problem = bench.problem;
@@ -272,7 +274,7 @@ TEST_F(WedgeSurchargeTest, ALineLoadCountsFromItsPlaceOn) {
     EXPECT_EQ(load(0, 5), 0);   // x1 <= distance < x2
     EXPECT_EQ(load(5, 6), 300); // so that no line counts in two pieces
     EXPECT_EQ(load(0, 6), 300);
-    EXPECT_EQ(WedgeSurchargeLoad(problem, Left, 0, 6), 0);
+    EXPECT_EQ(WedgeSurchargeLoad(bench.described(Left), 0, 6), 0);
 }
 
 TEST_F(WedgeSurchargeTest, AUniformLoadCountsOnlyWhereThereIsOne) {
@@ -386,7 +388,7 @@ TEST(WedgeSurchargeSlices, RandomLoads) {
             const double distance = problem.VLineDist(Right, i);
             sum += distance >= x1 && distance < x2 ? problem.VLineLoad(Right, i) : 0;
         }
-        ASSERT_NEAR(WedgeSurchargeLoad(problem, Right, x1, x2), sum, 40 * 1500 * width);
+        ASSERT_NEAR(WedgeSurchargeLoad(drawn.described(Right), x1, x2), sum, 40 * 1500 * width);
         loaded += sum > 0 ? 1 : 0;
     }
     EXPECT_GT(loaded, 300);

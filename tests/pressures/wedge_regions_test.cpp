@@ -232,7 +232,7 @@ TEST_F(WedgeRegionsTest, AGradientOfExactly00001HasNoDeepRegions) {
     bench.setSeepage(-3, 0.0001);
     bench.buildGround();
     EXPECT_EQ(regions.Deep.Kind(Right, 1), NoRegion);
-    problem.SeepageGradient(1) = 0.00011;
+    bench.state->preparation.SeepageGradient(1) = 0.00011;
     BuildSeepageEndRegions(*bench.state, Right, 1);
     EXPECT_NE(regions.Deep.Kind(Right, 1), NoRegion);
 }
@@ -244,7 +244,7 @@ TEST_F(WedgeRegionsTest, DeepRegionsFollowTheLevelOfTheLastCall) {
     bench.state->preparation.SeepageEndElev(2) = -50;
     BuildSeepageEndRegions(*bench.state, Right, 2);
     EXPECT_EQ(regions.Deep.Y(Right, 1, 1), -50);
-    problem.SeepageGradient(2) = 0;
+    bench.state->preparation.SeepageGradient(2) = 0;
     BuildSeepageEndRegions(*bench.state, Right, 2);
     EXPECT_EQ(regions.Deep.Kind(Right, 1), NoRegion);
 }
@@ -254,7 +254,7 @@ TEST_F(WedgeRegionsTest, DeepRegionsOfAnEarlierProblemAreDropped) {
     bench.setSeepage(-3, 0.25);
     bench.buildGround();
     EXPECT_NE(regions.Deep.Kind(Right, 1), NoRegion);
-    problem.SeepageKind = Seepage::None;
+    bench.state->preparation.SeepageKind = Seepage::None;
     BuildWedgeRegions(*bench.state, Right);
     EXPECT_EQ(regions.Seep.Kind(Right, 1), NoRegion);
     EXPECT_EQ(regions.Deep.Kind(Right, 1), NoRegion);

@@ -71,8 +71,9 @@ WallMean FreeBodies::wall(double y, int s) const {
 }
 
 double FreeBodies::loadOn(const PlanePiece& p) const {
-    return bench_.weight(side_, p.x1, p.y1, p.x2, p.y2, p.layer) +
-           WedgeSurchargeLoad(problem_, side_, p.x1, p.x2);
+    const double slope = (p.y2 - p.y1) / (p.x2 - p.x1);
+    return WedgeWeight(described_, p.y1, slope, p.x1, p.y1, p.x2, p.layer) +
+           WedgeSurchargeLoad(described_, p.x1, p.x2);
 }
 
 /// Where a line of slope `k` from (x, y) in the soil first comes to the ground.

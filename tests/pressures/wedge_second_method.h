@@ -21,7 +21,8 @@ struct WallMean {
 class FreeBodies {
   public:
     FreeBodies(const WedgeBench& bench, int side)
-        : bench_(bench), problem_(bench.problem), side_(side), soil_(*bench.state, side, 1) {}
+        : bench_(bench), problem_(bench.problem), side_(side), soil_(*bench.state, side, 1),
+          described_(bench.described(side)) {}
 
     /// Extremes and marks of one row of the sweep.
     struct Row {
@@ -50,6 +51,7 @@ class FreeBodies {
     const Problem& problem_;
     int side_;
     PointGround soil_;
+    WedgeSide described_;
 };
 
 } // namespace korvane::test

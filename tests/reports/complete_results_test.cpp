@@ -1,10 +1,5 @@
 // The full tables of a solution: marks of steps, range of the pressures, levels.
 #include "report_bench.h"
-#include "reports/results_report.h"
-#include "runtime/runtime_error.h"
-#include "wall/solution_files.h"
-
-#include <filesystem>
 
 namespace korvane::test {
 namespace {
@@ -14,44 +9,15 @@ const std::string resultUnits =
 const std::string pressureUnits =
     "      (FT)        (PSF)       (PSF)        (PSF)       (PSF)      (PSF)";
 
-struct Row {
-    double elev;
-    double moment;
-    double shear;
-    double deflection;
-    double pressure;
-};
-
-void setRows(State& state, int level, std::initializer_list<Row> rows) {
-    ResultDiagrams& results = state.results;
-    int i = 0;
-    for (const Row& row : rows) {
-        ++i;
-        results.ResultElev(i) = row.elev;
-        results.ResultMoment(i) = row.moment;
-        results.ResultShear(i) = row.shear;
-        results.ResultDeflection(i) = row.deflection;
-        results.ResultPressure(i) = row.pressure;
-    }
-    state.solution.BottomIndex(level) = i;
-}
-
-void setElevations(State& state, std::initializer_list<double> elevations) {
-    state.grid.NumElevs = 0;
-    for (const double elevation : elevations) {
-        state.grid.ElevGrid(++state.grid.NumElevs) = elevation;
-    }
-}
-
 /// A cantilever of three rows whose bottom stands at -20.5, between two grid points.
-void solveCantilever(State& state) {
-    setElevations(state, {0, -10, -20, -30, -40, -1000});
-    setRows(state, 1,
+void solveCantilever(LevelResult& level) {
+    setElevations(level.solved.grid, {0, -10, -20, -30, -40, -1000});
+    setRows(level.diagrams,
             {{0, 0, 0, 2.5e9, 0}, {-10, -1234.55, 500.5, 1e8, 312.5}, {-20.5, 0, 0, 0, -90}});
-    state.solution.SolvedBottomElev(1) = -20.5;
-    state.pressures.WaterPressures(1, 1) = 1;
-    state.pressures.ActivePressures(Left, 1, 1) = 2.5;
-    Pressures& pressures = state.pressures;
+    level.bottomElev = -20.5;
+    Pressures& pressures = level.solved.pressures;
+    pressures.WaterPressures(1, 1) = 1;
+    pressures.ActivePressures(Left, 1, 1) = 2.5;
     for (const int k : {1, 2}) {
         pressures.WaterPressures(2, k) = 624.4;
         pressures.PassivePressures(Left, 2, k) = 3000;
@@ -78,7 +44,7 @@ std::string zeroPressures(std::string_view elevation, std::string_view mark) {
 
 TEST(CompleteResults, OfACantileverDesignAreThisText) {
     ReportBench bench;
-    solveCantilever(*bench.state);
+    solveCantilever(bench.results.levels(1));
     const Lines expected{
         "  PROGRAM KORVANE-DESIGN/ANALYSIS OF ANCHOREDOR CANTILEVER SHEET PILE WALLS",
         "                            BY CLASSICAL METHODS",
@@ -132,14 +98,14 @@ TEST(CompleteResults, OfACantileverDesignAreThisText) {
         "",
         "",
         ""};
-    EXPECT_EQ(linesFrom(bench.reportOf(WriteResults), expected.front(), 200), expected);
+    EXPECT_EQ(linesFrom(bench.resultReport(), expected.front(), 200), expected);
 }
 
 TEST(CompleteResults, OfAnAnalysisHaveDeflectionsInInchesAndNoNote) {
     ReportBench bench;
-    solveCantilever(*bench.state);
+    solveCantilever(bench.results.levels(1));
     bench.problem.ProgramMode = Mode::Analysis;
-    const Lines report = bench.reportOf(WriteResults);
+    const Lines report = bench.resultReport();
     EXPECT_TRUE(hasLine(report, "                         * CANTILEVER WALL ANALYSIS *"));
     EXPECT_EQ(linesFrom(report, "      II.--RESULTS", 5),
               (Lines{"      II.--RESULTS", "",
@@ -172,10 +138,11 @@ Lines rowMarks(const Lines& report) {
 
 TEST(CompleteResults, TheTwoRowsOfAStepAreMarkedUpperFirst) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    setRows(state, 1, {{0, 0, 0, 0, 0}, {-5, 1, 2, 3, 4}, {-5.0001, 1, 9, 3, 4}, {-9, 0, 0, 0, 0}});
-    const Lines report = bench.reportOf(WriteResults);
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    setRows(level.diagrams,
+            {{0, 0, 0, 0, 0}, {-5, 1, 2, 3, 4}, {-5.0001, 1, 9, 3, 4}, {-9, 0, 0, 0, 0}});
+    const Lines report = bench.resultReport();
     EXPECT_EQ(rowMarks(report), (Lines{"", "+", "-", ""}));
     EXPECT_EQ(tableBelow(report, resultUnits)[1], columns({{14, "-5.00"},
                                                            {15, "+"},
@@ -187,56 +154,55 @@ TEST(CompleteResults, TheTwoRowsOfAStepAreMarkedUpperFirst) {
 
 TEST(CompleteResults, ARowBetweenTwoOfItsElevationIsTheLowerOne) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    setElevations(state, {0, -10, -20, -30, -40, -50, -1000});
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    setElevations(level.solved.grid, {0, -10, -20, -30, -40, -50, -1000});
     setRows(
-        state, 1,
+        level.diagrams,
         {{0, 0, 0, 0, 0}, {-5, 0, 0, 0, 0}, {-5, 0, 0, 0, 0}, {-5, 0, 0, 0, 0}, {-9, 0, 0, 0, 0}});
-    EXPECT_EQ(rowMarks(bench.reportOf(WriteResults)), (Lines{"", "+", "-", "-", ""}));
+    EXPECT_EQ(rowMarks(bench.resultReport()), (Lines{"", "+", "-", "-", ""}));
 }
 
 TEST(CompleteResults, RowsMoreThanOneTenThousandthApartAreNoStep) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    setRows(state, 1, {{0, 0, 0, 0, 0}, {-5, 0, 0, 0, 0}, {-5.00011, 0, 0, 0, 0}});
-    EXPECT_EQ(rowMarks(bench.reportOf(WriteResults)), (Lines{"", "", ""}));
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    setRows(level.diagrams, {{0, 0, 0, 0, 0}, {-5, 0, 0, 0, 0}, {-5.00011, 0, 0, 0, 0}});
+    EXPECT_EQ(rowMarks(bench.resultReport()), (Lines{"", "", ""}));
 }
 
 // The first row and the rows from the number of grid points on are never marked.
 TEST(CompleteResults, MarksStandFromTheSecondRowToTheOneBeforeTheLastGridPoint) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    setElevations(state, {0, -10, -20, -1000});
-    state.solution.SolvedBottomElev(1) = -15;
-    setRows(state, 1,
-            {{0, 0, 0, 0, 0},
-             {0, 0, 0, 0, 0},
-             {-8, 0, 0, 0, 0},
-             {-8, 0, 0, 0, 0},
-             {-8, 0, 0, 0, 0},
-             {-15, 0, 0, 0, 0}});
-    EXPECT_EQ(rowMarks(bench.reportOf(WriteResults)), (Lines{"", "-", "+", "", "", ""}));
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    setElevations(level.solved.grid, {0, -10, -20, -1000});
+    level.bottomElev = -15;
+    setRows(level.diagrams, {{0, 0, 0, 0, 0},
+                             {0, 0, 0, 0, 0},
+                             {-8, 0, 0, 0, 0},
+                             {-8, 0, 0, 0, 0},
+                             {-8, 0, 0, 0, 0},
+                             {-15, 0, 0, 0, 0}});
+    EXPECT_EQ(rowMarks(bench.resultReport()), (Lines{"", "-", "+", "", "", ""}));
 }
 
 // What lies behind the last row is left over from other solutions.
 TEST(CompleteResults, TheLastRowHasNoNextOne) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    state.results.ResultElev(4) = -20.5;
-    EXPECT_EQ(rowMarks(bench.reportOf(WriteResults)), (Lines{"", "", ""}));
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    level.diagrams.ResultElev(4) = -20.5;
+    EXPECT_EQ(rowMarks(bench.resultReport()), (Lines{"", "", ""}));
 }
 
 TEST(CompleteResults, APressureJumpAtALayerBoundaryGivesTwoLines) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    state.pressures.PassivePressures(Left, 3, 1) = 3724.6;
-    state.pressures.PassivePressures(Left, 3, 2) = 2636.4;
-    const Lines table = tableBelow(bench.reportOf(WriteResults), pressureUnits);
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    level.solved.pressures.PassivePressures(Left, 3, 1) = 3724.6;
+    level.solved.pressures.PassivePressures(Left, 3, 2) = 2636.4;
+    const Lines table = tableBelow(bench.resultReport(), pressureUnits);
     ASSERT_EQ(table.size(), 5U);
     EXPECT_EQ(table[2], columns({{10, "-20.00"},
                                  {11, "+"},
@@ -257,9 +223,9 @@ TEST(CompleteResults, APressureJumpAtALayerBoundaryGivesTwoLines) {
 TEST(CompleteResults, AStepOfAnyPressureIsShownWaterIncluded) {
     const auto stepShows = [](const auto& set) {
         ReportBench bench;
-        solveCantilever(*bench.state);
-        set(bench.state->pressures);
-        return hasLine(bench.reportOf(WriteResults), zeroPressures("-20.00", "+"));
+        solveCantilever(bench.results.levels(1));
+        set(bench.results.levels(1).solved.pressures);
+        return hasLine(bench.resultReport(), zeroPressures("-20.00", "+"));
     };
     for (const int side : {Right, Left}) {
         EXPECT_TRUE(stepShows([=](Pressures& p) { p.ActivePressures(side, 3, 1) = 0.00011; }));
@@ -272,10 +238,10 @@ TEST(CompleteResults, AStepOfAnyPressureIsShownWaterIncluded) {
 // Unlike in the initial table, the step of the last row is shown in full.
 TEST(CompleteResults, TheFirstGridPointBelowTheBottomIsPrintedWithItsStep) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    state.pressures.ActivePressures(Right, 4, 1) = 77;
-    const Lines table = tableBelow(bench.reportOf(WriteResults), pressureUnits);
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    level.solved.pressures.ActivePressures(Right, 4, 1) = 77;
+    const Lines table = tableBelow(bench.resultReport(), pressureUnits);
     ASSERT_EQ(table.size(), 5U);
     EXPECT_EQ(table[3], zeroPressures("-30.00", "+"));
     EXPECT_EQ(table[4], columns({{10, "-30.00"},
@@ -289,24 +255,24 @@ TEST(CompleteResults, TheFirstGridPointBelowTheBottomIsPrintedWithItsStep) {
 
 TEST(CompleteResults, ABottomExactlyOnAGridPointPrintsOnePointMore) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    state.solution.SolvedBottomElev(1) = -30;
-    const Lines table = tableBelow(bench.reportOf(WriteResults), pressureUnits);
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    level.bottomElev = -30;
+    const Lines table = tableBelow(bench.resultReport(), pressureUnits);
     ASSERT_EQ(table.size(), 5U);
     EXPECT_EQ(table[4], zeroPressures("-40.00", " "));
 }
 
 TEST(CompleteResults, MarksStandDirectlyBeforeTheirPressures) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveCantilever(state);
-    Pressures& pressures = state.pressures;
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    Pressures& pressures = level.solved.pressures;
     pressures.PassiveMark(Left, 2) = pressures.ActiveMark(Right, 2) = true;
     pressures.ActiveMark(Left, 3) = pressures.PassiveMark(Right, 3) = true;
     pressures.ActivePressures(Left, 3, 2) = 456;
     pressures.ActiveMark(Left, 1) = pressures.PassiveMark(Right, 1) = true;
-    const Lines table = tableBelow(bench.reportOf(WriteResults), pressureUnits);
+    const Lines table = tableBelow(bench.resultReport(), pressureUnits);
     ASSERT_EQ(table.size(), 5U);
     // The first point has no marks.
     EXPECT_EQ(table[0],
@@ -334,37 +300,39 @@ TEST(CompleteResults, ARowWithoutSolutionIsExplainedBelowTheTable) {
         "          *  STANDARD WEDGE SOLUTION DOES NOT EXIST FOR INDICATED PRESSURE";
     for (const int side : {Right, Left}) {
         ReportBench bench;
-        solveCantilever(*bench.state);
-        bench.state->wedge.WedgeNoSolution(1, side) = 1;
-        EXPECT_EQ(linesFrom(bench.reportOf(WriteResults), zeroPressures("-30.00", " "), 99),
+        solveCantilever(bench.results.levels(1));
+        bench.results.levels(1).WedgeNoSolution(side) = 1;
+        EXPECT_EQ(linesFrom(bench.resultReport(), zeroPressures("-30.00", " "), 99),
                   (Lines{zeroPressures("-30.00", " "), "", note1, "             AT THIS ELEVATION.",
                          "", "", "", "", ""}));
     }
     ReportBench bench;
-    solveCantilever(*bench.state);
-    bench.state->wedge.WedgeNoSolution(2, Left) = 1; // another level's
-    EXPECT_FALSE(hasLine(bench.reportOf(WriteResults), note1));
+    solveCantilever(bench.results.levels(1));
+    bench.results.levels(2).WedgeNoSolution(Left) = 1; // another level's
+    EXPECT_FALSE(hasLine(bench.resultReport(), note1));
 }
 
 /// An anchored wall with other rows, grids, pressures and marks at each level.
-void solveAnchored(State& state) {
-    state.problem.WallType = WallKind::Anchored;
-    setElevations(state, {0, -10, -20, -30, -1000});
-    setRows(state, 1, {{0, 0, 0, 1, 0}, {-19, 111, 0, 0, 0}});
-    state.pressures.ActivePressures(Right, 2, 1) = state.pressures.ActivePressures(Right, 2, 2) =
-        41;
-    state.pressures.ActiveMark(Right, 2) = true;
-    state.solution.SolvedBottomElev(1) = -19;
-    state.solution.AnchorForce(1) = 1102.4;
-    WriteSolutionFile(state, 1);
-    setElevations(state, {0, -12, -22, -32, -1000});
-    setRows(state, 2, {{0, 0, 0, 2, 0}, {-12, 0, 0, 0, 0}, {-25, 222, 0, 0, 0}});
-    state.pressures.ActivePressures(Right, 2, 1) = state.pressures.ActivePressures(Right, 2, 2) =
-        42;
-    state.pressures.ActiveMark(Right, 2) = false;
-    state.solution.SolvedBottomElev(2) = -25;
-    state.solution.AnchorForce(2) = 684.5;
-    WriteSolutionFile(state, 2);
+void solveAnchored(ReportBench& bench) {
+    bench.problem.WallType = WallKind::Anchored;
+    bench.results.levelCount = 2;
+    LevelResult& freeEarth = bench.results.levels(1);
+    freeEarth.method = SolutionMethod::FreeEarth;
+    setElevations(freeEarth.solved.grid, {0, -10, -20, -30, -1000});
+    setRows(freeEarth.diagrams, {{0, 0, 0, 1, 0}, {-19, 111, 0, 0, 0}});
+    freeEarth.solved.pressures.ActivePressures(Right, 2, 1) = 41;
+    freeEarth.solved.pressures.ActivePressures(Right, 2, 2) = 41;
+    freeEarth.solved.pressures.ActiveMark(Right, 2) = true;
+    freeEarth.bottomElev = -19;
+    freeEarth.anchorForce = 1102.4;
+    LevelResult& fixedEarth = bench.results.levels(2);
+    fixedEarth.method = SolutionMethod::FixedEarth;
+    setElevations(fixedEarth.solved.grid, {0, -12, -22, -32, -1000});
+    setRows(fixedEarth.diagrams, {{0, 0, 0, 2, 0}, {-12, 0, 0, 0, 0}, {-25, 222, 0, 0, 0}});
+    fixedEarth.solved.pressures.ActivePressures(Right, 2, 1) = 42;
+    fixedEarth.solved.pressures.ActivePressures(Right, 2, 2) = 42;
+    fixedEarth.bottomElev = -25;
+    fixedEarth.anchorForce = 684.5;
 }
 
 /// The complete results of one level of an anchored wall.
@@ -376,15 +344,15 @@ Lines levelOf(const Lines& report, std::string_view banner) {
     return {rest.begin(), next};
 }
 
-const std::string freeEarth = "                         *   BY FREE EARTH METHOD   *";
-const std::string fixedEarth = "                         *   BY FIXED EARTH METHOD  *";
+const std::string freeEarthBanner = "                         *   BY FREE EARTH METHOD   *";
+const std::string fixedEarthBanner = "                         *   BY FIXED EARTH METHOD  *";
 
 TEST(CompleteResults, AnAnchoredWallHasTwoReportsWithTheirOwnBannersAndForces) {
     ReportBench bench;
-    solveAnchored(*bench.state);
-    const Lines report = bench.reportOf(WriteResults);
+    solveAnchored(bench);
+    const Lines report = bench.resultReport();
 
-    const Lines level1 = levelOf(report, freeEarth);
+    const Lines level1 = levelOf(report, freeEarthBanner);
     EXPECT_TRUE(hasLine(level1, "      II.--RESULTS (ANCHOR FORCE= 1102. (LB))"));
     EXPECT_EQ(tableBelow(level1, resultUnits).size(), 2U);
     EXPECT_EQ(
@@ -399,7 +367,7 @@ TEST(CompleteResults, AnAnchoredWallHasTwoReportsWithTheirOwnBannersAndForces) {
                         {72, "0."}}),
                zeroPressures("-20.00", " ")}));
 
-    const Lines level2 = levelOf(report, fixedEarth);
+    const Lines level2 = levelOf(report, fixedEarthBanner);
     EXPECT_TRUE(hasLine(level2, "      II.--RESULTS (ANCHOR FORCE= 685. (LB))"));
     EXPECT_EQ(tableBelow(level2, resultUnits).size(), 3U);
     EXPECT_EQ(
@@ -417,10 +385,10 @@ TEST(CompleteResults, AnAnchoredWallHasTwoReportsWithTheirOwnBannersAndForces) {
 
 TEST(CompleteResults, FiveEmptyLinesPartTheLevelsAndEndTheReport) {
     ReportBench bench;
-    solveAnchored(*bench.state);
-    const Lines report = bench.reportOf(WriteResults);
-    const Lines between = levelOf(report, freeEarth);
-    const Lines last = levelOf(report, fixedEarth);
+    solveAnchored(bench);
+    const Lines report = bench.resultReport();
+    const Lines between = levelOf(report, freeEarthBanner);
+    const Lines last = levelOf(report, fixedEarthBanner);
     for (const Lines* level : {&between, &last}) {
         ASSERT_GT(level->size(), 6U);
         EXPECT_EQ(Lines(level->end() - 5, level->end()), Lines(5));
@@ -428,42 +396,27 @@ TEST(CompleteResults, FiveEmptyLinesPartTheLevelsAndEndTheReport) {
     }
 }
 
-TEST(CompleteResults, TheReportDoesNotDependOnTheLevelOnShow) {
+// Only the water of the level solved last outlives a solution.
+TEST(CompleteResults, BothLevelsShowTheWaterOfTheLastOne) {
     ReportBench bench;
-    State& state = *bench.state;
-    solveAnchored(state);
-    const Lines first = bench.reportOf(WriteResults);
-    for (const int level : {1, 2}) {
-        LoadResultLevel(state, level); // as a result plot of that level does
-        EXPECT_EQ(bench.reportOf(WriteResults), first);
+    solveAnchored(bench);
+    bench.results.levels(1).solved.pressures.WaterPressures.fill(100);
+    bench.results.levels(2).solved.pressures.WaterPressures.fill(200);
+    const Lines report = bench.resultReport();
+    for (const std::string& banner : {freeEarthBanner, fixedEarthBanner}) {
+        for (const std::string& row : tableBelow(levelOf(report, banner), pressureUnits)) {
+            EXPECT_EQ(row.substr(11, 13).find("200."), 9U) << row;
+        }
     }
 }
 
 TEST(CompleteResults, OnlyTheLevelWithARowWithoutSolutionExplainsIt) {
     ReportBench bench;
-    solveAnchored(*bench.state);
-    bench.state->wedge.WedgeNoSolution(2, Right) = 1;
-    const Lines report = bench.reportOf(WriteResults);
-    EXPECT_FALSE(hasText(levelOf(report, freeEarth), "STANDARD WEDGE"));
-    EXPECT_TRUE(hasText(levelOf(report, fixedEarth), "STANDARD WEDGE"));
-}
-
-TEST(CompleteResults, AMissingSolutionFileLeavesTheReportAsItWas) {
-    ReportBench bench;
-    State& state = *bench.state;
-    solveAnchored(state);
-    writeFile(state.report.CurrentOutputName, "the echo\n");
-    state.report.OutputLineCount = 1;
-    std::filesystem::remove(state.files.ScratchFileName(2));
-    try {
-        WriteResults(state);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 53);
-        EXPECT_EQ(error.fileName(), state.files.ScratchFileName(2));
-    }
-    EXPECT_EQ(bench.lines(), Lines{"the echo"});
-    EXPECT_EQ(state.report.OutputLineCount, 1);
+    solveAnchored(bench);
+    bench.results.levels(2).WedgeNoSolution(Right) = 1;
+    const Lines report = bench.resultReport();
+    EXPECT_FALSE(hasText(levelOf(report, freeEarthBanner), "STANDARD WEDGE"));
+    EXPECT_TRUE(hasText(levelOf(report, fixedEarthBanner), "STANDARD WEDGE"));
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 // The echo of the input: words, columns and line counts of its eight sections.
 #include "problem/input_reader.h"
 #include "report_bench.h"
-#include "reports/input_echo.h"
-#include "runtime/runtime_error.h"
 
 #include <filesystem>
 
@@ -11,14 +9,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-Lines echoOf(ReportBench& bench) {
-    bench.state->report.OutputLineCount = 0;
-    return bench.reportOf(WriteInputEcho);
-}
-
 TEST(InputEcho, OfAPlainWallIsThisText) {
     ReportBench bench;
-    EXPECT_EQ(echoOf(bench),
+    EXPECT_EQ(bench.echo(),
               (Lines{"  PROGRAM KORVANE-DESIGN/ANALYSIS OF ANCHORED OR CANTILEVER SHEET PILE WALLS",
                      "                            BY CLASSICAL METHODS",
                      dateLine,
@@ -103,7 +96,7 @@ TEST(InputEcho, IsTheEchoOfEveryReferenceReport) {
         ReportBench bench;
         bench.problem = Problem{};
         ASSERT_TRUE(readProblem(bench.problem, readFile(input), input.string()).complete);
-        Lines echo = echoOf(bench);
+        Lines echo = bench.echo();
         ASSERT_LE(echo.size(), expected.size()) << input;
         expected.resize(echo.size());
         ASSERT_EQ(expected[2].find("TIME: "), 62U);
@@ -114,26 +107,6 @@ TEST(InputEcho, IsTheEchoOfEveryReferenceReport) {
     EXPECT_GE(compared, 120);
 }
 
-TEST(InputEcho, StartsTheLineCountFromZeroAndAppendsToTheNewFile) {
-    ReportBench bench;
-    bench.state->report.OutputLineCount = 4711;
-    WriteInputEcho(*bench.state);
-    EXPECT_EQ(bench.state->report.OutputLineCount, static_cast<int>(bench.lines().size()));
-}
-
-TEST(InputEcho, AFaultOfTheFileIsARunTimeError) {
-    ReportBench bench;
-    bench.state->report.CurrentOutputName = (bench.folder.path() / "none" / "a.out").string();
-    try {
-        WriteInputEcho(*bench.state);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.number(), 76);
-        EXPECT_EQ(error.fileName(), bench.state->report.CurrentOutputName);
-    }
-    EXPECT_EQ(bench.state->report.OutputLineCount, 0);
-}
-
 TEST(InputEcho, PrintsEachHeadingLineAsHeld) {
     ReportBench bench;
     bench.problem.NumHeadingLines = 2;
@@ -141,7 +114,7 @@ TEST(InputEcho, PrintsEachHeadingLineAsHeld) {
     bench.problem.HeadingLines(2) = "'Q\xDC"
                                     "AY ";
     bench.problem.HeadingLines(3) = "'STALE ";
-    EXPECT_EQ(linesFrom(echoOf(bench), "        I.--HEADING", 4),
+    EXPECT_EQ(linesFrom(bench.echo(), "        I.--HEADING", 4),
               (Lines{"        I.--HEADING", "       'FIRST  LINE ",
                      "       'Q\xDC"
                      "AY ",
@@ -154,13 +127,13 @@ TEST(InputEcho, ControlOfAnAnalysisTellsItsKindOfFactor) {
     bench.problem.ProgramMode = Mode::Analysis;
     bench.problem.FSKind = 1;
     EXPECT_EQ(
-        linesFrom(echoOf(bench), "       II.--CONTROL", 4),
+        linesFrom(bench.echo(), "       II.--CONTROL", 4),
         (Lines{"       II.--CONTROL", "          ANCHORED WALL ANALYSIS",
                "          SAME FACTOR OF SAFETY APPLIED TO BOTH ACTIVE AND PASSIVE PRESSURES.",
                ""}));
     bench.problem.FSKind = 2;
     bench.problem.FSActive = 1.25;
-    EXPECT_EQ(linesFrom(echoOf(bench), "       II.--CONTROL", 4),
+    EXPECT_EQ(linesFrom(bench.echo(), "       II.--CONTROL", 4),
               (Lines{"       II.--CONTROL", "          ANCHORED WALL ANALYSIS",
                      "          FACTOR OF SAFETY FOR ACTIVE PRESSURES  = 1.25", ""}));
 }
@@ -175,7 +148,7 @@ TEST(InputEcho, KeepsTheMisspellingsEllastacityAndForm) {
     bench.problem.WallModulus = 29000000;
     bench.problem.WallInertia = 184.2;
     bench.problem.VRampCount(Left) = 1;
-    const Lines echo = echoOf(bench);
+    const Lines echo = bench.echo();
     EXPECT_EQ(linesFrom(echo, "      III.--WALL DATA", 7),
               (Lines{"      III.--WALL DATA", "          ELEVATION AT TOP OF WALL    = 12.50 FT.",
                      "          ELEVATION AT ANCHOR         = 9.13 FT.",
@@ -202,7 +175,7 @@ TEST(InputEcho, ASideWithCoefficientsPrintsNoLevel2Factors) {
     problem.SoilCoefActive(Right, 2) = 0.25;
     problem.SoilCoefPassive(Right, 2) = 104.5;
     problem.Level2FSActive(Left) = 1.5;
-    const Lines echo = echoOf(bench);
+    const Lines echo = bench.echo();
     EXPECT_EQ(
         linesFrom(echo, "           V.A.--RIGHTSIDE", 7),
         (Lines{
@@ -237,7 +210,7 @@ TEST(InputEcho, ShowsWhateverSlopeTheFieldHolds) {
     problem.SoilSatWeight(Left, 2) = 131;
     problem.SoilMoistWeight(Left, 2) = 120;
     problem.SoilFSPassive(Left, 2) = 1.75;
-    const Lines side = linesFrom(echoOf(bench), "           V.B.--LEFTSIDE", 11);
+    const Lines side = linesFrom(bench.echo(), "           V.B.--LEFTSIDE", 11);
     ASSERT_EQ(side.size(), 11U);
     EXPECT_EQ(side[8], columns({{7, "118.00"},
                                 {15, "111.00"},
@@ -275,7 +248,7 @@ TEST(InputEcho, WaterElevationsTellTheKindOfSeepage) {
     const auto expectWater = [&](const Lines& seepage) {
         Lines expected = elevations;
         expected.insert(expected.end(), seepage.begin(), seepage.end());
-        EXPECT_EQ(linesFrom(echoOf(bench), elevations.front(), expected.size()), expected);
+        EXPECT_EQ(linesFrom(bench.echo(), elevations.front(), expected.size()), expected);
     };
     problem.SeepageKind = Seepage::None;
     expectWater({"          NO SEEPAGE", ""});
@@ -297,7 +270,7 @@ TEST(InputEcho, WaterPressuresAreATable) {
     problem.WaterPressElev(2) = -20;
     problem.WaterPressure(2) = 1092;
     EXPECT_EQ(
-        linesFrom(echoOf(bench), "       VI.--WATER DATA", 6),
+        linesFrom(bench.echo(), "       VI.--WATER DATA", 6),
         (Lines{"       VI.--WATER DATA", "          ELEVATION      NET WATER",
                "             (FT)      PRESSURE (PSF)", columns({{18, "-2.50"}, {33, "0.00"}}),
                columns({{18, "-20.00"}, {33, "1092.00"}}), ""}));
@@ -332,7 +305,7 @@ TEST(InputEcho, EveryKindOfVerticalLoadHasItsTable) {
     problem.VVarLoad(Right, 1) = 100;
     problem.VVarDist(Right, 2) = 30;
     problem.VVarLoad(Right, 2) = 200;
-    EXPECT_EQ(linesFrom(echoOf(bench), "      VII.--VERTICAL SURCHARGE LOADS", 62),
+    EXPECT_EQ(linesFrom(bench.echo(), "      VII.--VERTICAL SURCHARGE LOADS", 62),
               (Lines{"      VII.--VERTICAL SURCHARGE LOADS",
                      "",
                      "          VII.A.--VERTICAL LINE LOADS",
@@ -401,7 +374,7 @@ TEST(InputEcho, AKindWithoutLoadsIsNoneBesideAnotherKind) {
     ReportBench bench;
     bench.problem.VStripCount(Right) = 1;
     bench.problem.VStripEnd(Right, 1) = 10;
-    const Lines echo = echoOf(bench);
+    const Lines echo = bench.echo();
     EXPECT_EQ(linesFrom(echo, "      VII.--VERTICAL SURCHARGE LOADS", 8),
               (Lines{"      VII.--VERTICAL SURCHARGE LOADS", "",
                      "          VII.A.--VERTICAL LINE LOADS", "               NONE", "",
@@ -417,7 +390,7 @@ TEST(InputEcho, ASideWithoutAUniformLoadShowsZeroBesideTheOther) {
     bench.problem.VUniformCount(Right) = 1;
     bench.problem.VUniformLoad(Right) = 120;
     bench.problem.VUniformLoad(Left) = 999;
-    EXPECT_EQ(linesFrom(echoOf(bench), "          VII.B.--VERTICAL UNIFORM LOADS", 4).back(),
+    EXPECT_EQ(linesFrom(bench.echo(), "          VII.B.--VERTICAL UNIFORM LOADS", 4).back(),
               columns({{27, "0.00"}, {41, "120.00"}}));
 }
 
@@ -428,7 +401,7 @@ TEST(InputEcho, HorizontalLoadsOfEitherKindAreNoneWithoutTheOther) {
     problem.HLineElev(1) = -15.25;
     problem.HLineLoad(1) = 350;
     EXPECT_EQ(
-        linesFrom(echoOf(bench), "     VIII.--HORIZONTAL LOADS", 20),
+        linesFrom(bench.echo(), "     VIII.--HORIZONTAL LOADS", 20),
         (Lines{"     VIII.--HORIZONTAL LOADS", "", "          VIII.A.--HORIZONTAL LINE LOADS",
                "               ELEVATION     LINE LOAD", "                  (FT)         (PLF)",
                columns({{22, "-15.25"}, {36, "350.00"}}), "",
@@ -441,7 +414,7 @@ TEST(InputEcho, HorizontalLoadsOfEitherKindAreNoneWithoutTheOther) {
     problem.HDistElev(2) = -11;
     problem.HDistLoad(2) = -60.5;
     EXPECT_EQ(
-        linesFrom(echoOf(bench), "     VIII.--HORIZONTAL LOADS", 20),
+        linesFrom(bench.echo(), "     VIII.--HORIZONTAL LOADS", 20),
         (Lines{"     VIII.--HORIZONTAL LOADS", "", "          VIII.A.--HORIZONTAL LINE LOADS",
                "                    NONE", "", "          VIII.B.--HORIZONTAL DISTRIBUTED LOADS",
                "               ELEVATION    DIST. LOAD", "                  (FT)         (PSF)",
@@ -454,7 +427,7 @@ TEST(InputEcho, HorizontalLoadsOfEitherKindAreNoneWithoutTheOther) {
 TEST(InputEcho, AValueTooWideForItsColumnBreaksTheLine) {
     ReportBench bench;
     bench.problem.SurfaceElev(Right, 1) = 2e22;
-    EXPECT_EQ(linesFrom(echoOf(bench), "               WALL (FT)         (FT)", 4),
+    EXPECT_EQ(linesFrom(bench.echo(), "               WALL (FT)         (FT)", 4),
               (Lines{"               WALL (FT)         (FT)", columns({{24, "0.00"}}),
                      columns({{38, "20000000000000000000000.00"}}), ""}));
 }

@@ -1,8 +1,11 @@
-// A state whose reports go to a file of its own at a fixed moment, and lines told by columns.
+// Reports of a problem and results put together by hand, at a fixed moment; lines told by columns.
 #pragma once
 
+#include "reports/input_echo.h"
+#include "reports/results_report.h"
+#include "reports/soil_pressure_report.h"
 #include "runtime/file_text.h"
-#include "support/support.h"
+#include "support/result_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -16,34 +19,31 @@ namespace korvane::test {
 
 using Lines = std::vector<std::string>;
 
-/// The date line of every report of a ReportBench: 2026-11-21 09:05:07, "TIME" in column 63.
+/// SOURCE_DATE_EPOCH of all reports: 2026-11-21 09:05:07.
+inline const std::string reportMoment = "1795251907";
+/// Their date line, "TIME" in column 63.
 inline const std::string dateLine =
     "  DATE: 21-NOVEMBER-2026                                      TIME: 9:05:07";
 
-struct ReportBench : Bench {
+/// The lines of a report. Their number must be what the report counts.
+inline Lines linesOf(const PrintLines& report) {
+    Lines lines = splitLines(report.content());
+    EXPECT_EQ(report.lineCount(), static_cast<int>(lines.size()));
+    return lines;
+}
+
+struct ReportBench : ResultBench {
     ReportBench() {
-        state->report.CurrentOutputName = (folder.path() / "report.out").string();
-        state->files.TempFolder = folder.path().string();
         problem = plainCantilever();
-        state->preparation.SideMethod.fill(PressureMethod::Coefficients);
+        results.review.SideMethod.fill(PressureMethod::Coefficients);
+        results.levelCount = 1;
     }
 
-    TemporaryFolder folder;
-    EnvironmentVariable moment{"SOURCE_DATE_EPOCH", "1795251907"};
+    EnvironmentVariable moment{"SOURCE_DATE_EPOCH", reportMoment};
 
-    /// What the reports have written so far.
-    Lines lines() const { return splitLines(readFile(state->report.CurrentOutputName)); }
-
-    /// Runs a report into an empty file and returns its lines. Their number must be what
-    /// OutputLineCount rose by.
-    Lines reportOf(void (*write)(State&)) {
-        writeFile(state->report.CurrentOutputName, "");
-        const int before = state->report.OutputLineCount;
-        write(*state);
-        Lines written = lines();
-        EXPECT_EQ(state->report.OutputLineCount - before, static_cast<int>(written.size()));
-        return written;
-    }
+    Lines echo() const { return linesOf(inputEcho(problem)); }
+    Lines pressureReport() const { return linesOf(soilPressureReport(problem, results.review)); }
+    Lines resultReport() const { return linesOf(resultsReport(problem, results)); }
 };
 
 /// `count` lines from the first one that is `first`; a failure and nothing where there is none.

@@ -1,7 +1,6 @@
 // The summary of results in its four cases.
 #include "report_bench.h"
-#include "reports/results_report.h"
-#include "wall/solution_files.h"
+#include "solution/kept_results.h"
 
 namespace korvane::test {
 namespace {
@@ -12,26 +11,25 @@ const Lines note{"               NOTE:  DIVIDE SCALED DEFLECTION MODULUS OF",
                  "                      IN INCHES."};
 
 /// A solved wall of two rows with different numbers at both levels. The lower surface is at -10.
-void solve(State& state, WallKind wallType, Mode mode) {
-    state.problem.WallType = wallType;
-    state.problem.ProgramMode = mode;
-    state.grid.NumElevs = 3;
-    state.grid.ElevGrid(2) = -30;
-    state.grid.ElevGrid(3) = -1000;
-    for (const int level : {1, 2}) {
-        state.solution.SolvedBottomElev(level) = level == 1 ? -21.456 : -25;
-        state.solution.AnchorForce(level) = level == 1 ? 1102 : 684.476;
-        state.solution.BottomIndex(level) = 2;
-        state.results.MaxMoment(level) = level == 1 ? -17172.4 : 12250;
-        state.results.MaxMoment(level + 2) = level == 1 ? -27.41 : -36.97;
-        state.results.MaxDeflection(level) = level == 1 ? 2.22816e9 : -1.1244e9;
-        state.results.MaxDeflection(level + 2) = level == 1 ? 0 : -22.5;
-        state.preparation.LayerFSPassive(Right, 1, level) = level == 1 ? 1.455 : 2.5;
-        // Other entries of the factors are not the ones that are printed.
-        state.preparation.LayerFSPassive(Left, 1, level) = 9;
-        state.preparation.LayerFSActive(Right, 1, level) = 9;
-        if (state.problem.WallType == WallKind::Anchored) {
-            WriteSolutionFile(state, level);
+void solve(ReportBench& bench, WallKind wallType, Mode mode) {
+    bench.problem.WallType = wallType;
+    bench.problem.ProgramMode = mode;
+    bench.results.levelCount = wallType == WallKind::Anchored ? 2 : 1;
+    for (const int number : {1, 2}) {
+        LevelResult& level = bench.results.levels(number);
+        const bool first = number == 1;
+        level.method = first ? SolutionMethod::FreeEarth : SolutionMethod::FixedEarth;
+        setElevations(level.solved.grid, {0, -30, -1000});
+        level.diagrams.RowCount = 2;
+        level.bottomElev = first ? -21.456 : -25;
+        level.penetration = -10 - level.bottomElev;
+        level.anchorForce = first ? 1102 : 684.476;
+        level.diagrams.MaxMoment = first ? Extreme{-17172.4, -27.41} : Extreme{12250, -36.97};
+        level.diagrams.MaxDeflection = first ? Extreme{2.22816e9, 0} : Extreme{-1.1244e9, -22.5};
+        level.factorOfSafety = first ? 1.455 : 2.5;
+        // The factors of the layers are not the ones that are printed.
+        for (const int side : {Right, Left}) {
+            level.layers(side, 1).fsActive = level.layers(side, 1).fsPassive = 9;
         }
     }
 }
@@ -56,17 +54,18 @@ Lines joined(Lines first, const Lines& second) {
     return first;
 }
 
-void setAutomaticSeepage(Problem& problem) {
-    problem.WaterDataKind = WaterData::Elevations;
-    problem.SeepageKind = Seepage::Automatic;
-    problem.SeepageGradient(1) = 0.12345;
-    problem.SeepageGradient(2) = 0.25;
+void setAutomaticSeepage(ReportBench& bench) {
+    bench.problem.WaterDataKind = WaterData::Elevations;
+    bench.problem.SeepageKind = Seepage::Automatic;
+    bench.problem.SeepageGradient.fill(0.9); // as given; what was found is printed
+    bench.results.levels(1).seepageGradient = 0.12345;
+    bench.results.levels(2).seepageGradient = 0.25;
 }
 
 // Penetration: -10 - (-21.456) = 11.456.
 TEST(Summary, OfACantileverDesignIsThisText) {
     ReportBench bench;
-    solve(*bench.state, WallKind::Cantilever, Mode::Design);
+    solve(bench, WallKind::Cantilever, Mode::Design);
     const Lines expected{
         "  PROGRAM KORVANE-DESIGN/ANALYSIS OF ANCHORED OR CANTILEVER SHEET PILE WALLS",
         "                            BY CLASSICAL METHODS",
@@ -97,7 +96,7 @@ TEST(Summary, OfACantileverDesignIsThisText) {
         "     MAX. SCALED DEFL. (LB-IN^3):  2.2282E+09",
         "           AT ELEVATION (FT)    :        0.00",
         ""};
-    const Lines report = bench.reportOf(WriteResults);
+    const Lines report = bench.resultReport();
     ASSERT_GT(report.size(), 5U);
     EXPECT_EQ(Lines(report.begin(), report.begin() + 5), Lines(5));
     EXPECT_EQ(summaryFrom(report, expected.front()), joined(expected, note));
@@ -105,7 +104,7 @@ TEST(Summary, OfACantileverDesignIsThisText) {
 
 TEST(Summary, OfAnAnchoredDesignHasTwoMethods) {
     ReportBench bench;
-    solve(*bench.state, WallKind::Anchored, Mode::Design);
+    solve(bench, WallKind::Anchored, Mode::Design);
     const Lines expected{
         "                         *   ANCHORED WALL DESIGN   *",
         "                         ****************************",
@@ -134,14 +133,14 @@ TEST(Summary, OfAnAnchoredDesignHasTwoMethods) {
         "",
         "     ANCHOR FORCE (LB)                  :    1.1020E+03          6.8448E+02",
         ""};
-    EXPECT_EQ(summaryFrom(bench.reportOf(WriteResults), expected.front()), joined(expected, note));
+    EXPECT_EQ(summaryFrom(bench.resultReport(), expected.front()), joined(expected, note));
 }
 
 TEST(Summary, OfACantileverAnalysisTellsTheFactorAndHasNoNote) {
     ReportBench bench;
-    solve(*bench.state, WallKind::Cantilever, Mode::Analysis);
+    solve(bench, WallKind::Cantilever, Mode::Analysis);
     bench.problem.FSKind = 1;
-    Lines report = bench.reportOf(WriteResults);
+    Lines report = bench.resultReport();
     EXPECT_TRUE(hasLine(report, "                         * CANTILEVER WALL ANALYSIS *"));
     const std::string factor = "     FACTOR OF SAFETY           :        1.46";
     const Lines rest{"",
@@ -154,7 +153,7 @@ TEST(Summary, OfACantileverAnalysisTellsTheFactorAndHasNoNote) {
     EXPECT_FALSE(hasText(report, "NOTE:"));
 
     bench.problem.FSKind = 2;
-    report = bench.reportOf(WriteResults);
+    report = bench.resultReport();
     const std::string passive = "     PASSIVE FACTOR OF SAFETY   :        1.46";
     EXPECT_EQ(summaryFrom(report, passive), joined({passive}, rest));
 }
@@ -163,9 +162,9 @@ TEST(Summary, OfACantileverAnalysisTellsTheFactorAndHasNoNote) {
 // line before the moments.
 TEST(Summary, OfAnAnchoredAnalysisHasAnEmptyLineBehindTheSameFactor) {
     ReportBench bench;
-    solve(*bench.state, WallKind::Anchored, Mode::Analysis);
+    solve(bench, WallKind::Anchored, Mode::Analysis);
     bench.problem.FSKind = 1;
-    Lines report = bench.reportOf(WriteResults);
+    Lines report = bench.resultReport();
     EXPECT_TRUE(hasLine(report, "                         *  ANCHORED WALL ANALYSIS  *"));
     const std::string factor =
         "     FACTOR OF SAFETY                   :          1.46                2.50";
@@ -181,7 +180,7 @@ TEST(Summary, OfAnAnchoredAnalysisHasAnEmptyLineBehindTheSameFactor) {
     EXPECT_FALSE(hasText(report, "NOTE:"));
 
     bench.problem.FSKind = 2;
-    report = bench.reportOf(WriteResults);
+    report = bench.resultReport();
     const std::string passive =
         "     PASSIVE FACTOR OF SAFETY           :          1.46                2.50";
     EXPECT_EQ(summaryFrom(report, passive), joined({passive}, rest));
@@ -190,10 +189,10 @@ TEST(Summary, OfAnAnchoredAnalysisHasAnEmptyLineBehindTheSameFactor) {
 TEST(Summary, AutomaticSeepagePrintsTheGradientOfTheCantilever) {
     for (const Mode mode : {Mode::Design, Mode::Analysis}) {
         ReportBench bench;
-        solve(*bench.state, WallKind::Cantilever, mode);
-        setAutomaticSeepage(bench.problem);
+        solve(bench, WallKind::Cantilever, mode);
+        setAutomaticSeepage(bench);
         const std::string line = columns({{21, "SEEPAGE GRADIENT"}, {33, ":"}, {44, "0.1235"}});
-        const Lines report = bench.reportOf(WriteResults);
+        const Lines report = bench.resultReport();
         const Lines before =
             linesFrom(report,
                       "     MAX" +
@@ -210,16 +209,16 @@ TEST(Summary, AutomaticSeepagePrintsTheGradientOfTheCantilever) {
 // Level 1 ends in column 54 in design and in column 55 in analysis; level 2 twenty columns on.
 TEST(Summary, AutomaticSeepagePrintsTheGradientsOfAnAnchoredWallByMode) {
     ReportBench design;
-    solve(*design.state, WallKind::Anchored, Mode::Design);
-    setAutomaticSeepage(design.problem);
+    solve(design, WallKind::Anchored, Mode::Design);
+    setAutomaticSeepage(design);
     EXPECT_TRUE(
-        hasLine(design.reportOf(WriteResults),
+        hasLine(design.resultReport(),
                 columns({{21, "SEEPAGE GRADIENT"}, {41, ":"}, {54, "0.1235"}, {74, "0.2500"}})));
     ReportBench analysis;
-    solve(*analysis.state, WallKind::Anchored, Mode::Analysis);
-    setAutomaticSeepage(analysis.problem);
+    solve(analysis, WallKind::Anchored, Mode::Analysis);
+    setAutomaticSeepage(analysis);
     EXPECT_TRUE(
-        hasLine(analysis.reportOf(WriteResults),
+        hasLine(analysis.resultReport(),
                 columns({{21, "SEEPAGE GRADIENT"}, {41, ":"}, {55, "0.1235"}, {75, "0.2500"}})));
 }
 
@@ -227,22 +226,22 @@ TEST(Summary, SeepageWithAGivenGradientPrintsNoGradientLine) {
     for (const WallKind wallType : {WallKind::Cantilever, WallKind::Anchored}) {
         for (const Mode mode : {Mode::Design, Mode::Analysis}) {
             ReportBench bench;
-            solve(*bench.state, wallType, mode);
-            setAutomaticSeepage(bench.problem);
+            solve(bench, wallType, mode);
+            setAutomaticSeepage(bench);
             bench.problem.SeepageKind = Seepage::Given;
-            EXPECT_FALSE(hasText(bench.reportOf(WriteResults), "SEEPAGE GRADIENT"));
+            EXPECT_FALSE(hasText(bench.resultReport(), "SEEPAGE GRADIENT"));
             bench.problem.SeepageKind = Seepage::Automatic;
             bench.problem.WaterDataKind =
                 WaterData::Pressures; // the kind is left over from other data
-            EXPECT_FALSE(hasText(bench.reportOf(WriteResults), "SEEPAGE GRADIENT"));
+            EXPECT_FALSE(hasText(bench.resultReport(), "SEEPAGE GRADIENT"));
         }
     }
 }
 
 TEST(Summary, SpellsEllasticityInEveryReport) {
     ReportBench bench;
-    solve(*bench.state, WallKind::Cantilever, Mode::Design);
-    const Lines report = bench.reportOf(WriteResults);
+    solve(bench, WallKind::Cantilever, Mode::Design);
+    const Lines report = bench.resultReport();
     EXPECT_TRUE(hasText(report, "AND THEORY OF ELLASTICITY EQUATIONS FOR SURCHARGE LOADS."));
     EXPECT_EQ(std::count(report.begin(), report.end(), note[1]), 2);
     EXPECT_FALSE(hasText(report, "ELASTICITY"));
@@ -250,10 +249,10 @@ TEST(Summary, SpellsEllasticityInEveryReport) {
 
 TEST(Summary, WedgePressuresWithoutAFailedWedgePrintNoWarning) {
     ReportBench bench;
-    solve(*bench.state, WallKind::Cantilever, Mode::Design);
-    bench.state->preparation.SideMethod(Right) = PressureMethod::Sweep;
-    bench.state->preparation.SideMethod(Left) = PressureMethod::FixedSurface;
-    const Lines report = bench.reportOf(WriteResults);
+    solve(bench, WallKind::Cantilever, Mode::Design);
+    bench.results.review.SideMethod(Right) = PressureMethod::Sweep;
+    bench.results.review.SideMethod(Left) = PressureMethod::FixedSurface;
+    const Lines report = bench.resultReport();
     EXPECT_EQ(
         linesFrom(report, "     II.--SUMMARY", 6),
         (Lines{"     II.--SUMMARY", "",
@@ -262,36 +261,40 @@ TEST(Summary, WedgePressuresWithoutAFailedWedgePrintNoWarning) {
     EXPECT_FALSE(hasText(report, "WARNING"));
 }
 
-TEST(Summary, OneUnsolvedRowOnEitherSideAndAtEitherLevelPrintsTheWarningOnce) {
-    for (const int level : {1, 2}) {
-        for (const int side : {Right, Left}) {
-            ReportBench bench;
-            solve(*bench.state, WallKind::Anchored, Mode::Design);
-            bench.state->wedge.WedgeNoSolution(level, side) = 1;
-            const Lines report = bench.reportOf(WriteResults);
-            const std::string warning =
-                "          *****WARNING:  STANDARD WEDGE SOLUTION DOES NOT EXIST";
-            EXPECT_EQ(std::count(report.begin(), report.end(), warning), 1);
-            EXPECT_EQ(
-                linesFrom(report, warning, 3),
-                (Lines{warning, "                         AT ALL ELEVATIONS.  SEE COMPLETE OUTPUT.",
-                       ""}));
-        }
+TEST(Summary, AnUnsolvedRowPrintsTheWarningOnce) {
+    for (const WallKind wallType : {WallKind::Cantilever, WallKind::Anchored}) {
+        ReportBench bench;
+        solve(bench, wallType, Mode::Design);
+        bench.results.wedgeWarning = true;
+        const Lines report = bench.resultReport();
+        const std::string warning =
+            "          *****WARNING:  STANDARD WEDGE SOLUTION DOES NOT EXIST";
+        EXPECT_EQ(std::count(report.begin(), report.end(), warning), 1);
+        EXPECT_EQ(linesFrom(report, warning, 3),
+                  (Lines{warning,
+                         "                         AT ALL ELEVATIONS.  SEE COMPLETE OUTPUT.", ""}));
     }
-    ReportBench bench;
-    solve(*bench.state, WallKind::Cantilever, Mode::Design);
-    bench.state->wedge.WedgeNoSolution(3, Left) = 1; // the third level is no level of the results
-    EXPECT_FALSE(hasText(bench.reportOf(WriteResults), "WARNING"));
 }
 
-TEST(Summary, IsAppendedToTheReportsBefore) {
-    ReportBench bench;
-    solve(*bench.state, WallKind::Cantilever, Mode::Design);
-    writeFile(bench.state->report.CurrentOutputName, "the echo\n");
-    bench.state->report.OutputLineCount = 1;
-    WriteResults(*bench.state);
-    EXPECT_EQ(bench.lines().front(), "the echo");
-    EXPECT_EQ(bench.state->report.OutputLineCount, static_cast<int>(bench.lines().size()));
+/// Whether results kept from marks (level, side) of a solution warn.
+bool warns(int level, int side) {
+    Bench bench;
+    bench.problem = plainCantilever();
+    bench.state->preparation.LayerFSActive.fill(1);
+    bench.state->preparation.LayerFSPassive.fill(1);
+    bench.state->wedge.WedgeNoSolution(level, side) = 1;
+    Results results;
+    keepLevel(*bench.state, 1, results);
+    return results.wedgeWarning;
+}
+
+TEST(Summary, OneUnsolvedRowOnEitherSideAndAtEitherLevelWarns) {
+    for (const int level : {1, 2}) {
+        for (const int side : {Right, Left}) {
+            EXPECT_TRUE(warns(level, side));
+        }
+    }
+    EXPECT_FALSE(warns(3, Left)); // the third level is no level of the results
 }
 
 } // namespace

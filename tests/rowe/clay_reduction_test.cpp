@@ -1,7 +1,7 @@
 #include "rowe/clay_reduction.h"
 
 #include "neville.h"
-#include "support/support.h"
+#include "support/result_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -131,13 +131,10 @@ TEST(ClayReduction, BothEndsOfTheRangeAreInRange) {
 
 /// Right surface at 20, left at 0, wall bottom at -10. Right: 110 PCF moist and 125 saturated down
 /// to 10, below 115 and 120. Left: clay of 600 PSF.
-struct ClayBench : Bench {
+struct ClayBench : ResultBench {
     ClayBench() {
-        const double rows[] = {25, 20, 15, 10, 5, 0, -5, -10, -20, -100000};
-        auto& NumElevs = state->grid.NumElevs;
-        for (const double z : rows) {
-            state->grid.ElevGrid(++NumElevs) = z;
-        }
+        results.levelCount = 2;
+        setElevations(results.levels(2).solved.grid, {25, 20, 15, 10, 5, 0, -5, -10, -20, -100000});
         problem.SurfaceElev(Right, 1) = 20;
         problem.SoilLayerCount(Right) = 2;
         problem.SoilMoistWeight(Right, 1) = 110;
@@ -150,18 +147,21 @@ struct ClayBench : Bench {
         problem.SoilLayerCount(Left) = 1;
         problem.SoilCohesion(Left, 1) = 600;
         problem.SoilBottomElev(Left, 1) = NoLayerBottom;
-        state->preparation.LayerFSPassive.fill(1);
-        state->solution.SolvedBottomElev(1) = -10;
+        for (int layer = 1; layer <= 11; ++layer) {
+            freeEarth().layers(Left, layer).fsPassive = 1;
+        }
+        freeEarth().bottomElev = -10;
     }
+    LevelResult& freeEarth() { return results.levels(1); }
     void water(double elevation) {
         problem.WaterDataKind = WaterData::Elevations;
         problem.WaterUnitWeight = 62.5;
         problem.WaterElev(Right) = elevation;
     }
-    double S() const { return stabilityNumber(*state); }
+    double S() const { return stabilityNumber(problem, results); }
     int error() const {
         try {
-            stabilityNumber(*state);
+            stabilityNumber(problem, results);
         } catch (const RuntimeError& fault) {
             return fault.number();
         }
@@ -207,11 +207,12 @@ TEST(StabilityNumber, SeepageMakesTheSoilHeavier) {
         bench.water(15);
         bench.problem.SeepageKind = kind;
         bench.problem.SeepageElev = 10;
-        bench.problem.SeepageGradient(1) = 0.2;
-        bench.problem.SeepageGradient(2) = 9;
-        bench.state->preparation.SeepageEndElev(1) = -8;
+        bench.freeEarth().seepageGradient = 0.2;
+        bench.results.levels(2).seepageGradient = 9;
+        bench.problem.SeepageGradient.fill(9); // as given; the level's own counts
+        bench.freeEarth().seepageEndElev = -8;
         EXPECT_NEAR(bench.S(), 600 / 1562.5, 1e-15);
-        bench.state->preparation.SeepageEndElev(1) = 5;
+        bench.freeEarth().seepageEndElev = 5;
         EXPECT_NEAR(bench.S(), 600.0 / 1500, 1e-15);
     }
 }
@@ -226,7 +227,7 @@ TEST(StabilityNumber, TheLastPieceEndsAtTheLeftSurface) {
 // Factor 1.5: c = 400; adhesion 300 without a factor: sqrt(1 + .75).
 TEST(StabilityNumber, OneLayerTakesItsFactorAndAdhesion) {
     ClayBench bench;
-    bench.state->preparation.LayerFSPassive(Left, 1, 1) = 1.5;
+    bench.freeEarth().layers(Left, 1).fsPassive = 1.5;
     bench.problem.SoilAdhesion(Left, 1) = 300;
     EXPECT_NEAR(bench.S(), 400.0 / 2250 * std::sqrt(1.75), 1e-15);
 }
@@ -245,7 +246,7 @@ TEST(StabilityNumber, SeveralLayersAreAveragedOverTheEmbeddedDepth) {
         problem.SoilBottomElev(Left, layer) = bottoms[layer - 1];
         problem.SoilCohesion(Left, layer) = cohesions[layer - 1];
         problem.SoilAdhesion(Left, layer) = adhesions[layer - 1];
-        bench.state->preparation.LayerFSPassive(Left, layer, 1) = factors[layer - 1];
+        bench.freeEarth().layers(Left, layer).fsPassive = factors[layer - 1];
     }
     EXPECT_NEAR(bench.S(), 550.0 / 2250 * std::sqrt(1.2), 1e-14);
 }

@@ -12,92 +12,92 @@ PileEntry entry(const std::string& name) {
 }
 
 TEST(PileSections, EightDefaultsAreLoaded) {
-    RoweData rowe;
-    rowe.PileName(9) = "OLD";
-    rowe.PileSectionData(13, 2) = 5;
-    rowe.PileAllowStress(10) = 5;
-    rowe.PileModulus(11) = 5;
-    LoadPileDefaults(rowe);
+    PileSections sections;
+    sections.PileName(9) = "OLD";
+    sections.PileSectionData(13, 2) = 5;
+    sections.PileAllowStress(10) = 5;
+    sections.PileModulus(11) = 5;
+    LoadPileDefaults(sections);
 
     struct Section {
         const char* name;
         double modulus, inertia;
     };
     // Section modulus IN^3 and moment of inertia IN^4 per foot of wall.
-    const Section sections[] = {
+    const Section expectedSections[] = {
         {"PZ40", 60.7, 490.8},   {"PZ38", 46.8, 280.8},   {"PZ35", 48.5, 361.2},
         {"PZ32", 38.3, 220.4},   {"PZ27", 30.2, 184.2},   {"PZ22", 18.1, 84.4},
         {"PLZ25", 32.8, 223.25}, {"PLZ23", 30.2, 203.75},
     };
-    EXPECT_EQ(rowe.PileSectionCount, 8);
+    EXPECT_EQ(sections.PileSectionCount, 8);
     for (int p = 1; p <= 13; ++p) {
-        const Section expected = p <= 8 ? sections[p - 1] : Section{"", 0, 0};
-        EXPECT_EQ(rowe.PileName(p), expected.name);
-        EXPECT_EQ(rowe.PileSectionData(p, 1), expected.modulus);
-        EXPECT_EQ(rowe.PileSectionData(p, 2), expected.inertia);
-        EXPECT_EQ(rowe.PileAllowStress(p), p <= 8 ? 24000.0 : 0.0);
-        EXPECT_EQ(rowe.PileModulus(p), p <= 8 ? 29.0e6 : 0.0);
+        const Section expected = p <= 8 ? expectedSections[p - 1] : Section{"", 0, 0};
+        EXPECT_EQ(sections.PileName(p), expected.name);
+        EXPECT_EQ(sections.PileSectionData(p, 1), expected.modulus);
+        EXPECT_EQ(sections.PileSectionData(p, 2), expected.inertia);
+        EXPECT_EQ(sections.PileAllowStress(p), p <= 8 ? 24000.0 : 0.0);
+        EXPECT_EQ(sections.PileModulus(p), p <= 8 ? 29.0e6 : 0.0);
     }
 }
 
 TEST(PileSections, AcceptGivesStressAndModulusToAllDefaults) {
-    RoweData rowe;
-    LoadPileDefaults(rowe);
-    EXPECT_TRUE(acceptDefaultTexts(rowe, " 25.0E3 ", "28000000"));
+    PileSections sections;
+    LoadPileDefaults(sections);
+    EXPECT_TRUE(acceptDefaultTexts(sections, " 25.0E3 ", "28000000"));
     for (int p = 1; p <= 8; ++p) {
-        EXPECT_EQ(rowe.PileAllowStress(p), 25000);
-        EXPECT_EQ(rowe.PileModulus(p), 28e6);
+        EXPECT_EQ(sections.PileAllowStress(p), 25000);
+        EXPECT_EQ(sections.PileModulus(p), 28e6);
     }
-    EXPECT_EQ(rowe.PileAllowStress(9), 0);
+    EXPECT_EQ(sections.PileAllowStress(9), 0);
 }
 
 TEST(PileSections, AcceptRefusesAStressThatIsNoNumberAboveZero) {
     for (const char* stress : {"", "24 KSI", "0", "-24.0E3", "1E999"}) {
-        RoweData rowe;
-        LoadPileDefaults(rowe);
-        EXPECT_FALSE(acceptDefaultTexts(rowe, stress, "28E6")) << stress;
-        EXPECT_EQ(rowe.PileAllowStress(1), 24000);
-        EXPECT_EQ(rowe.PileModulus(1), 29e6);
+        PileSections sections;
+        LoadPileDefaults(sections);
+        EXPECT_FALSE(acceptDefaultTexts(sections, stress, "28E6")) << stress;
+        EXPECT_EQ(sections.PileAllowStress(1), 24000);
+        EXPECT_EQ(sections.PileModulus(1), 29e6);
     }
 }
 
 TEST(PileSections, AcceptTestsTheModulusForANumberButNotForItsSign) {
-    RoweData rowe;
-    LoadPileDefaults(rowe);
-    EXPECT_FALSE(acceptDefaultTexts(rowe, "24.0E3", "STEEL"));
-    EXPECT_FALSE(acceptDefaultTexts(rowe, "24.0E3", ""));
-    EXPECT_TRUE(acceptDefaultTexts(rowe, "24.0E3", "-1"));
-    EXPECT_EQ(rowe.PileModulus(8), -1);
+    PileSections sections;
+    LoadPileDefaults(sections);
+    EXPECT_FALSE(acceptDefaultTexts(sections, "24.0E3", "STEEL"));
+    EXPECT_FALSE(acceptDefaultTexts(sections, "24.0E3", ""));
+    EXPECT_TRUE(acceptDefaultTexts(sections, "24.0E3", "-1"));
+    EXPECT_EQ(sections.PileModulus(8), -1);
 }
 
 TEST(PileSections, DoneWithoutAdditionalRowsGivesEightSections) {
-    RoweData rowe;
-    rowe.PileSectionCount = 11;
-    EXPECT_TRUE(addSections(rowe, {}));
-    EXPECT_EQ(rowe.PileSectionCount, 8);
+    PileSections sections;
+    sections.PileSectionCount = 11;
+    EXPECT_TRUE(addSections(sections, {}));
+    EXPECT_EQ(sections.PileSectionCount, 8);
 }
 
 TEST(PileSections, AdditionalRowsFollowTheDefaults) {
-    RoweData rowe;
-    LoadPileDefaults(rowe);
+    PileSections sections;
+    LoadPileDefaults(sections);
     EXPECT_TRUE(
-        addSections(rowe, {entry(" AZ26 "), entry("B"), entry("C"), entry("D"), entry("E")}));
-    EXPECT_EQ(rowe.PileSectionCount, 13);
-    EXPECT_EQ(rowe.PileName(9), "AZ26");
-    EXPECT_EQ(rowe.PileName(13), "E");
-    EXPECT_EQ(rowe.PileSectionData(9, 1), 50.5);
-    EXPECT_EQ(rowe.PileSectionData(9, 2), 300);
-    EXPECT_EQ(rowe.PileAllowStress(9), 25000);
-    EXPECT_EQ(rowe.PileModulus(9), 30e6);
+        addSections(sections, {entry(" AZ26 "), entry("B"), entry("C"), entry("D"), entry("E")}));
+    EXPECT_EQ(sections.PileSectionCount, 13);
+    EXPECT_EQ(sections.PileName(9), "AZ26");
+    EXPECT_EQ(sections.PileName(13), "E");
+    EXPECT_EQ(sections.PileSectionData(9, 1), 50.5);
+    EXPECT_EQ(sections.PileSectionData(9, 2), 300);
+    EXPECT_EQ(sections.PileAllowStress(9), 25000);
+    EXPECT_EQ(sections.PileModulus(9), 30e6);
 }
 
 TEST(PileSections, ANameInRow2BehindAnEmptyRow1IsIgnored) {
-    RoweData rowe;
-    LoadPileDefaults(rowe);
+    PileSections sections;
+    LoadPileDefaults(sections);
     for (const char* blank : {"", "  "}) {
-        EXPECT_TRUE(addSections(rowe, {entry(blank), entry("SECOND")}));
-        EXPECT_EQ(rowe.PileSectionCount, 8);
-        EXPECT_EQ(rowe.PileName(9), "");
+        EXPECT_TRUE(addSections(sections, {entry(blank), entry("SECOND")}));
+        EXPECT_EQ(sections.PileSectionCount, 8);
+        EXPECT_EQ(sections.PileName(9), "");
     }
 }
 
@@ -105,37 +105,37 @@ TEST(PileSections, EachOfARowsFourNumbersMustBeAboveZero) {
     for (const char* bad : {"", "0", "-1", "X", "1 2"}) {
         for (std::string PileEntry::*field : {&PileEntry::sectionModulus, &PileEntry::inertia,
                                               &PileEntry::allowStress, &PileEntry::modulus}) {
-            RoweData rowe;
+            PileSections sections;
             PileEntry second = entry("SECOND");
             second.*field = bad;
-            EXPECT_FALSE(addSections(rowe, {entry("FIRST"), second, entry("THIRD")})) << bad;
+            EXPECT_FALSE(addSections(sections, {entry("FIRST"), second, entry("THIRD")})) << bad;
         }
     }
 }
 
 TEST(PileSections, TheCountGrowsBeforeARowIsTestedAndCancelGoesBackToEight) {
-    RoweData rowe;
-    LoadPileDefaults(rowe);
+    PileSections sections;
+    LoadPileDefaults(sections);
     PileEntry bad = entry("BAD");
     bad.inertia = "?";
-    EXPECT_FALSE(addSections(rowe, {bad}));
-    EXPECT_EQ(rowe.PileSectionCount, 9);
-    EXPECT_EQ(rowe.PileName(9), "BAD");
-    EXPECT_EQ(rowe.PileSectionData(9, 1), 50.5); // stored as soon as it passed
+    EXPECT_FALSE(addSections(sections, {bad}));
+    EXPECT_EQ(sections.PileSectionCount, 9);
+    EXPECT_EQ(sections.PileName(9), "BAD");
+    EXPECT_EQ(sections.PileSectionData(9, 1), 50.5); // stored as soon as it passed
 
-    LoadPileDefaults(rowe); // what Cancel does
-    EXPECT_EQ(rowe.PileSectionCount, 8);
-    EXPECT_EQ(rowe.PileName(9), "");
+    LoadPileDefaults(sections); // what Cancel does
+    EXPECT_EQ(sections.PileSectionCount, 8);
+    EXPECT_EQ(sections.PileName(9), "");
 }
 
 TEST(PileSections, ACorrectedRowIsRead) {
-    RoweData rowe;
+    PileSections sections;
     PileEntry row = entry("ROW");
     row.modulus = "";
-    EXPECT_FALSE(addSections(rowe, {row}));
+    EXPECT_FALSE(addSections(sections, {row}));
     row.modulus = "30E6";
-    EXPECT_TRUE(addSections(rowe, {row}));
-    EXPECT_EQ(rowe.PileSectionCount, 9);
+    EXPECT_TRUE(addSections(sections, {row}));
+    EXPECT_EQ(sections.PileSectionCount, 9);
 }
 
 TEST(PileSections, TheBoxOfAnInvalidValue) {

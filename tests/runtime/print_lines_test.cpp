@@ -93,6 +93,20 @@ TEST(PrintLines, RightBehindThePresentColumnBreaksTheLine) {
     EXPECT_EQ(lines.lineCount(), 2);
 }
 
+TEST(PrintLines, RightOfANumberBreaksTheLineAsATextDoes) {
+    PrintLines lines;
+    lines.text("ABCDE").right(9, 1.5, "0.0").right(12, -12.25, "#0.00").end();
+    lines.text("ABCDEFGH").right(5, 1234567.0, "####0.").end();
+    EXPECT_EQ(lines.content(), "ABCDE1.5\n     -12.25\nABCDEFGH\n1234567.\n");
+    EXPECT_EQ(lines.lineCount(), 4);
+}
+
+TEST(PrintLines, RightPlacesAMarkDirectlyBeforeItsValue) {
+    PrintLines lines;
+    lines.right(9, "*", 1.5, "0.0").right(17, "", -2, "#####0.").right(20, "*", 12, "0").end();
+    EXPECT_EQ(lines.content(), "    *1.5     -2.*12\n");
+}
+
 TEST(PrintLines, RightOfATextWiderThanItsColumnStartsInColumnOne) {
     PrintLines lines;
     lines.right(5, 1234567.0, "####0.00").end();

@@ -144,7 +144,7 @@ TEST(Accessibility, NoTwoFieldsHaveOneNameAndNoneLacksItsUnit) {
 TEST(Accessibility, NamesTellSideLabelUnitAndRow) {
     Desk desk;
     desk.problem = fullProblem();
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     const auto name = [&](const char* field) {
         return told(desk.find(field), QAccessible::Name).toStdString();
     };
@@ -191,7 +191,7 @@ TEST(Accessibility, LabelsAreTheBuddiesOfTheirFields) {
 TEST(Accessibility, TheButtonTellsThatDataAreAvailable) {
     Desk desk;
     desk.problem = fullProblem();
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     desk.open(Screen::KEYIN);
     EXPECT_EQ(told(desk.find("cmdHeadCont"), QAccessible::Description), "data are available");
     EXPECT_EQ(told(desk.find("panHeadCont"), QAccessible::Description), "");

@@ -12,11 +12,12 @@
 namespace korvane::test {
 
 Desk::Desk()
-    : session(std::make_unique<Session>(*this)), state(session->state),
-      problem(state.problem), context_{*session, *this, &mainWindow,
-                                       [this](QWidget*, int item) { helpItems.push_back(item); }} {
+    : session(std::make_unique<Session>()),
+      problem(session->problem), context_{*session, *this, &mainWindow, [this](QWidget*, int item) {
+                                              helpItems.push_back(item);
+                                          }} {
     clearProblemData(problem);
-    LoadPileDefaults(state.rowe);
+    LoadPileDefaults(session->sections);
     mainWindow.resize(pixels(11600), pixels(8200));
     mainWindow.show();
 }

@@ -103,7 +103,6 @@ class Desk : public Desktop {
     void Mirror(const Session&) override {}
 
     std::unique_ptr<Session> session;
-    State& state;
     Problem& problem;
     QWidget mainWindow;
 

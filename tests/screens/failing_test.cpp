@@ -28,7 +28,7 @@ class FailingTest : public testing::Test {
     }
     void openFilled(Screen screen, int loadKind = 0) {
         problem = fullProblem();
-        desk.state.HeadContDataValid = 1;
+        desk.session->HeadContDataValid = 1;
         desk.reopen(screen, loadKind);
     }
     void layers() {
@@ -185,7 +185,7 @@ TEST_F(FailingTest, TheSheetPilesGoToTheFieldThatFailed) {
 TEST_F(FailingTest, TheSectionListGoesToTheSectionThatFailed) {
     desk.open(Screen::KEYIN);
     EXPECT_EQ(focusAfter("cmdFinished"), "cmdHeadCont");
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     EXPECT_EQ(focusAfter("cmdFinished"), "cmdSurface");
     problem = fullProblem();
     problem.SoilLayerCount(Left) = 0;
@@ -336,7 +336,7 @@ TEST_F(FailingTest, EscapeAndTheFrameLeadBackToTheScreenWithNothingDeleted) {
             SCOPED_TRACE(way.name);
             Desk other;
             other.problem = fullProblem();
-            other.state.HeadContDataValid = 1;
+            other.session->HeadContDataValid = 1;
             int boxes = 0;
             other.onAsk = [&](const MessageBox& box) {
                 EXPECT_EQ(box.buttons, Buttons::OkCancel);
@@ -350,7 +350,7 @@ TEST_F(FailingTest, EscapeAndTheFrameLeadBackToTheScreenWithNothingDeleted) {
             way.go(other);
             EXPECT_EQ(boxes, 1); // also where OK would go on to a further test
             EXPECT_TRUE(other.isOpen());
-            EXPECT_EQ(other.state.SolutionFailed, 0);
+            EXPECT_EQ(other.session->SolutionFailed, 0);
             const Problem& p = other.problem;
             EXPECT_GT(p.SoilLayerCount(Right), 0);
             EXPECT_GT(p.SurfacePointCount(Right), 0);

@@ -137,7 +137,7 @@ TEST_F(FieldsTest, AltWithALetterTypesNothing) {
             }
             EXPECT_EQ(edit->text(), before) << look.name << edit->objectName().toStdString();
         }
-        EXPECT_EQ(other.state.DataChanged, 0) << look.name;
+        EXPECT_EQ(other.session->DataChanged, 0) << look.name;
     }
 }
 
@@ -236,7 +236,7 @@ TEST_F(FieldsTest, ABlockWithACommaIsRefusedWhole) {
     EXPECT_EQ(column("txtLeftDist", 2), "||");
     EXPECT_EQ(column("txtLeftElev", 2), "||");
     EXPECT_NE(notice("fraSurfLeft_refused"), "");
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     paste("txtLeftDist_0", QString("0\t1,000.5\n5\t") + QChar(0x2212) + "2.5");
     EXPECT_EQ(column("txtLeftElev", 2), "1000.5|-2.5|");
     EXPECT_EQ(notice("fraSurfLeft_refused"), "");
@@ -320,9 +320,9 @@ TEST_F(FieldsTest, AnEmptyCellOfABlockBringsNothingOldBack) {
 TEST_F(FieldsTest, ABlockThatIsUndoneIsAChangeOfTheData) {
     desk.open(Screen::SURFACE);
     paste("txtLeftDist_0", "1\n2");
-    desk.state.DataChanged = 0;
+    desk.session->DataChanged = 0;
     undo("txtLeftDist_0");
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
 }
 
 // ---- copying
@@ -340,7 +340,7 @@ TEST_F(FieldsTest, ABlockIsCopiedFromTheFieldInFocusOn) {
     EXPECT_EQ(clipboard(), "10\t-0.5\n20\t-1\n30\t-1.5\n");
     desk.press("txtRightElev_1", Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(clipboard(), "-1\n-1.5\n");
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     desk.press("txtRightDist_0", Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     desk.press("txtLeftDist_0", Qt::Key_V, Qt::ControlModifier); // and comes back as it is
     EXPECT_EQ(column("txtLeftDist", 4), "10|20|30||");

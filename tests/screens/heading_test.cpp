@@ -54,13 +54,13 @@ class HeadingTest : public testing::Test {
         finish();
         EXPECT_EQ(desk.lastBox(), noBox);
         EXPECT_FALSE(desk.isOpen());
-        EXPECT_EQ(desk.state.HeadContDataValid, 1);
+        EXPECT_EQ(desk.session->HeadContDataValid, 1);
     }
     void expectRefused(const std::string& box) {
         finish();
         EXPECT_EQ(desk.lastBox(), box);
         EXPECT_TRUE(desk.isOpen());
-        EXPECT_EQ(desk.state.HeadContDataValid, 0);
+        EXPECT_EQ(desk.session->HeadContDataValid, 0);
     }
 };
 
@@ -81,7 +81,7 @@ TEST_F(HeadingTest, OpensBlankAndClearsTheKinds) {
     EXPECT_EQ(desk.text("txtFSA1"), " 1");
     EXPECT_EQ(desk.text("txtFSP1"), " 1.5");
     EXPECT_FALSE(desk.find("txtFSAAnalysis")->isEnabled());
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     EXPECT_EQ(desk.focused(), "txtHead_0");
 }
 
@@ -90,7 +90,7 @@ TEST_F(HeadingTest, OptionsShowTheirGroupsAndWriteAtOnce) {
     desk.click("optAnchored");
     EXPECT_EQ(desk.problem.WallType, WallKind::Anchored);
     EXPECT_EQ(shownGroups(), "fraAnchor ");
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
     desk.click("optDesign");
     EXPECT_EQ(desk.problem.ProgramMode, Mode::Design);
     EXPECT_EQ(shownGroups(), "fraAnchor fraSafety ");
@@ -112,11 +112,11 @@ TEST_F(HeadingTest, OptionsShowTheirGroupsAndWriteAtOnce) {
 
 TEST_F(HeadingTest, ASecondClickOnASetOptionIsNoChange) {
     desk.problem = fullProblem();
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
     desk.click("optAnchored");
     desk.click("optDesign");
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
 }
 
 TEST_F(HeadingTest, TheTwoGroupsOfFactorsShareAPlaceAsTold) {
@@ -147,7 +147,7 @@ TEST_F(HeadingTest, AHeadingThatIsLeftAloneKeepsItsBytes) {
     desk.problem.NumHeadingLines = 2;
     desk.problem.HeadingLines(1) = "'QUAI \xC0 PALPLANCHES"; // Latin-1
     desk.problem.HeadingLines(2) = "'H\xD6HE 3 M";
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
     EXPECT_EQ(desk.text("txtHead_0"), "'QUAI \xC3\x80 PALPLANCHES"); // shown as UTF-8
     desk.type("txtHead_1", QString::fromUtf8("'H\xC3\x96HE 4 M"));
@@ -320,7 +320,7 @@ TEST_F(HeadingTest, AModeOfNeitherKindLooksLikeAnalysisAndIsThenMissing) {
     desk.problem = plainCantilever();
     desk.problem.ProgramMode = Mode{'X'};
     desk.problem.FSKind = 1;
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
     EXPECT_EQ(shownGroups(), "fraFSOption fraWallProps ");
     EXPECT_TRUE(desk.isSet("optAnalysis"));
@@ -336,7 +336,7 @@ TEST_F(HeadingTest, EditingADesignShowsItsNumbersAndForgetsTheFactorOption) {
     desk.problem.FSActive = 1.2;
     desk.problem.FSPassive = 1.6;
     desk.problem.FSKind = 1;
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
     EXPECT_EQ(shownGroups(), "fraAnchor fraSafety ");
     EXPECT_EQ(desk.text("txtWallTop"), " 0");
@@ -357,7 +357,7 @@ TEST_F(HeadingTest, EditingAnAnalysisShowsTheGivenFactor) {
     desk.problem.WallBottomElev = -25;
     desk.problem.WallModulus = 29e6;
     desk.problem.WallInertia = 100;
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
     EXPECT_TRUE(desk.isSet("optFSOption2"));
     EXPECT_EQ(desk.problem.FSKind, 2);
@@ -366,7 +366,7 @@ TEST_F(HeadingTest, EditingAnAnalysisShowsTheGivenFactor) {
     EXPECT_EQ(desk.text("txtWallBot"), "-25");
     EXPECT_EQ(desk.text("txtWallE"), " 29000000");
     EXPECT_EQ(desk.text("txtWallI"), " 100");
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
 }
 
 TEST_F(HeadingTest, CancelClosesAndTheNextOpeningIsBlank) {
@@ -376,7 +376,7 @@ TEST_F(HeadingTest, CancelClosesAndTheNextOpeningIsBlank) {
     finish();
     EXPECT_EQ(desk.lastBox(), invalid);
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(desk.state.HeadContDataValid, 0);
+    EXPECT_EQ(desk.session->HeadContDataValid, 0);
     EXPECT_EQ(desk.problem.HeadingLines(1), "'QUAY WALL");
     desk.reopen(Screen::HEADCONT);
     EXPECT_EQ(desk.text("txtHead_0"), "");
@@ -388,7 +388,7 @@ TEST_F(HeadingTest, CancelOfTheMissingBoxClosesToo) {
     desk.answers = {Answer::Cancel};
     finish();
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(desk.state.HeadContDataValid, 0);
+    EXPECT_EQ(desk.session->HeadContDataValid, 0);
 }
 
 TEST_F(HeadingTest, TheFocusOrderServesBothModes) {

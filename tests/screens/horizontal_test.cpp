@@ -92,7 +92,7 @@ TEST_F(HorizontalTest, ALineWithItsLoadAloneIsMissingItsElevation) {
     desk.type("txtElevHorLine_0", "1");
     desk.type("txtHorLine_0", "1 2");
     EXPECT_EQ(finishLines(), lineInvalid);
-    EXPECT_EQ(desk.state.SolutionFailed, 0);
+    EXPECT_EQ(desk.session->SolutionFailed, 0);
 }
 
 TEST_F(HorizontalTest, CancelAmongTheLineLoadsFailsTheRun) {
@@ -104,7 +104,7 @@ TEST_F(HorizontalTest, CancelAmongTheLineLoadsFailsTheRun) {
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(problem.HLineCount, 0);
     EXPECT_EQ(problem.HDistCount, 2);
-    EXPECT_EQ(desk.state.SolutionFailed, 1);
+    EXPECT_EQ(desk.session->SolutionFailed, 1);
 }
 
 TEST_F(HorizontalTest, AllRowsEmptyDeletesTheSectionWithoutAMessage) {
@@ -162,7 +162,7 @@ TEST_F(HorizontalTest, CancelOfTheDistributedLoadLeavesTheRunAlone) {
     EXPECT_EQ(finishDistributed(), distributedInvalid);
     EXPECT_EQ(problem.HDistCount, 0);
     EXPECT_EQ(problem.HLineCount, 2);
-    EXPECT_EQ(desk.state.SolutionFailed, 0);
+    EXPECT_EQ(desk.session->SolutionFailed, 0);
 }
 
 TEST_F(HorizontalTest, ElevenPointsAreTheMost) {
@@ -182,7 +182,7 @@ TEST_F(HorizontalTest, DeleteEmptiesTheSection) {
     EXPECT_EQ(desk.text("cmdDelHorLine"), "&Delete Line Loads");
     desk.click("cmdDelHorLine");
     EXPECT_EQ(problem.HLineCount, 0);
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
     EXPECT_EQ(desk.text("txtHorLine_0"), "");
     EXPECT_FALSE(desk.isShown("cmdDelHorLine"));
     openDistributed();

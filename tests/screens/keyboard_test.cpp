@@ -96,7 +96,7 @@ TEST_F(KeyboardTest, EnterInAFieldOpensNoBoxAndChangesNoRecord) {
         EXPECT_EQ(desk.lastBox(), noBox);
         EXPECT_TRUE(desk.isOpen());
         EXPECT_EQ(problem, before);
-        EXPECT_EQ(desk.state.DataChanged, 0);
+        EXPECT_EQ(desk.session->DataChanged, 0);
     }
 }
 
@@ -183,7 +183,7 @@ TEST_F(KeyboardTest, AFieldThatGetsTheFocusIsScrolledIntoView) {
 
 TEST_F(KeyboardTest, APersonsEditsAreChangesAndCodesAreNot) {
     desk.open(Screen::SURFACE);
-    int& changed = desk.state.DataChanged;
+    int& changed = desk.session->DataChanged;
     const auto isChange = [&](const std::function<void()>& act) {
         changed = 0;
         act();
@@ -216,11 +216,11 @@ TEST_F(KeyboardTest, ADropIsAChange) {
     };
     drop("txtRightDist_0", "4.5");
     EXPECT_EQ(desk.text("txtRightDist_0"), "4.5");
-    EXPECT_EQ(desk.state.DataChanged, 1);
-    desk.state.DataChanged = 0;
+    EXPECT_EQ(desk.session->DataChanged, 1);
+    desk.session->DataChanged = 0;
     drop("txtLeftDist_1", "1\t2\r\n3\t4\r\n");
     EXPECT_EQ(desk.text("txtLeftElev_2"), "4");
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
 }
 
 TEST_F(KeyboardTest, LineEndsAndOtherControlCharactersBecomeBlanks) {
@@ -273,7 +273,7 @@ TEST_F(KeyboardTest, TheMiddleButtonPastesTheSelectionAsABlock) {
     QTest::mouseClick(field("txtRightDist_1"), Qt::MiddleButton);
     EXPECT_EQ(column("txtRightDist", 3), "|0|5|");
     EXPECT_EQ(column("txtRightElev", 3), "|10|9.5|");
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
     desk.press("txtRightDist_1", Qt::Key_Z, Qt::ControlModifier); // as one change
     EXPECT_EQ(column("txtRightDist", 3), "|||");
     EXPECT_EQ(column("txtRightElev", 3), "|||");
@@ -296,7 +296,7 @@ TEST_F(KeyboardTest, ABlockThatDoesNotFitChangesNothingAndIsToldOnTheScreen) {
     EXPECT_EQ(notice("fraSurfLeft_refused"),
               "A block of 4 by 1 cells does not fit here: nothing was pasted.");
     EXPECT_EQ(notice("fraSurfRight_refused"), "");
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     desk.type("txtLeftElev_0", "1"); // the notice goes with the next change
     EXPECT_EQ(notice("fraSurfLeft_refused"), "");
     paste("txtRightElev_0", "1\t2"); // it stays inside its side
@@ -369,7 +369,7 @@ TEST_F(KeyboardTest, AnUntouchedScreenClosesByItsFrameWithTheRecordAsItWas) {
         EXPECT_FALSE(other.isOpen()) << look.name;
         EXPECT_TRUE(other.boxes.empty()) << look.name;
         EXPECT_EQ(other.problem, look.held) << look.name;
-        EXPECT_EQ(other.state.HeadContDataValid, look.held.NumHeadingLines != 0 ? 1 : 0)
+        EXPECT_EQ(other.session->HeadContDataValid, look.held.NumHeadingLines != 0 ? 1 : 0)
             << look.name;
     }
 }

@@ -19,7 +19,7 @@ class KeyinTest : public testing::Test {
     /// A design that passes all tests.
     void hold() {
         desk.problem = plainCantilever();
-        desk.state.HeadContDataValid = 1;
+        desk.session->HeadContDataValid = 1;
     }
     /// Opens the screen on the data as they are and chooses Finished.
     void finish() {
@@ -57,7 +57,7 @@ TEST_F(KeyinTest, ANewProblemListsAllFourMissingSections) {
                                       "\n     RIGHT SIDE SOIL LAYER DATA."
                                       "\n     LEFT SIDE SOIL LAYER DATA."));
     EXPECT_TRUE(desk.isOpen());
-    EXPECT_EQ(desk.state.SolutionFailed, 0);
+    EXPECT_EQ(desk.session->SolutionFailed, 0);
     EXPECT_EQ(desk.text("panKeyIn"), "Select Data Section to be Entered");
     EXPECT_EQ(highlighted(), "");
 }
@@ -83,7 +83,7 @@ TEST_F(KeyinTest, CancelFailsTheRunAndKeepsTheData) {
     const Problem before = desk.problem;
     desk.answers = {Answer::Cancel};
     finish();
-    EXPECT_EQ(desk.state.SolutionFailed, 1);
+    EXPECT_EQ(desk.session->SolutionFailed, 1);
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(desk.problem, before);
 }
@@ -91,18 +91,18 @@ TEST_F(KeyinTest, CancelFailsTheRunAndKeepsTheData) {
 TEST_F(KeyinTest, FinishedClearsAFailureThatASectionLeft) {
     hold();
     desk.open(Screen::KEYIN);
-    desk.state.SolutionFailed = 1; // as a Cancel among the line loads does
+    desk.session->SolutionFailed = 1; // as a Cancel among the line loads does
     desk.click("cmdFinished");
-    EXPECT_EQ(desk.state.SolutionFailed, 0);
+    EXPECT_EQ(desk.session->SolutionFailed, 0);
     EXPECT_FALSE(desk.isOpen());
 }
 
 TEST_F(KeyinTest, OpeningClearsTheFlagsAndTakesTheMainWindowsPlace) {
-    desk.state.SolutionFailed = 1;
-    desk.state.DataChanged = 1;
+    desk.session->SolutionFailed = 1;
+    desk.session->DataChanged = 1;
     desk.open(Screen::KEYIN);
-    EXPECT_EQ(desk.state.SolutionFailed, 0);
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->SolutionFailed, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     EXPECT_EQ(desk.top().geometry(), desk.mainWindow.geometry());
 }
 
@@ -126,12 +126,12 @@ TEST_F(KeyinTest, ControlsStandInTheirOrderFromTopToBottom) {
 
 TEST_F(KeyinTest, AProblemFromAFileShowsTheRequiredSectionsWhateverTheirCounts) {
     hold();
-    desk.state.HeadContDataValid = 0;
+    desk.session->HeadContDataValid = 0;
     desk.problem.SoilLayerCount.fill(0);
     desk.problem.SurfacePointCount.fill(0);
     desk.open(Screen::KEYIN);
     EXPECT_EQ(highlighted(), "panHeadCont panSurface panLayerData ");
-    EXPECT_EQ(desk.state.HeadContDataValid, 1);
+    EXPECT_EQ(desk.session->HeadContDataValid, 1);
     EXPECT_EQ(desk.text("panKeyIn"), "Select Data Section to be Edited");
     desk.click("cmdFinished");
     EXPECT_EQ(desk.lastBox(), missing("\n     SOIL SURFACE DATA."
@@ -165,36 +165,36 @@ TEST_F(KeyinTest, ButtonsOpenTheirScreensAndPaintTheirPanelAnew) {
         const char* button;
         Screen screen;
         const char* panel;
-        void (*enter)(State&);
-        void (*empty)(State&);
+        void (*enter)(Session&);
+        void (*empty)(Session&);
     };
     const Row rows[] = {
         {"cmdHeadCont", Screen::HEADCONT, "panHeadCont",
-         [](State& state) { state.HeadContDataValid = 1; },
-         [](State& state) { state.HeadContDataValid = 0; }},
+         [](Session& session) { session.HeadContDataValid = 1; },
+         [](Session& session) { session.HeadContDataValid = 0; }},
         {"cmdSurface", Screen::SURFACE, "panSurface",
-         [](State& state) { state.problem.SurfacePointCount(Right) = 1; },
-         [](State& state) { state.problem.SurfacePointCount(Right) = 0; }},
+         [](Session& session) { session.problem.SurfacePointCount(Right) = 1; },
+         [](Session& session) { session.problem.SurfacePointCount(Right) = 0; }},
         {"cmdLayerData", Screen::LAYRDATA, "panLayerData",
-         [](State& state) { state.problem.SoilLayerCount(Right) = 1; },
-         [](State& state) { state.problem.SoilLayerCount(Right) = 0; }},
+         [](Session& session) { session.problem.SoilLayerCount(Right) = 1; },
+         [](Session& session) { session.problem.SoilLayerCount(Right) = 0; }},
         {"cmdWaterData", Screen::WATER, "panWaterData",
-         [](State& state) { state.problem.WaterDataKind = WaterData::Pressures; },
-         [](State& state) { state.problem.WaterDataKind = WaterData::None; }},
+         [](Session& session) { session.problem.WaterDataKind = WaterData::Pressures; },
+         [](Session& session) { session.problem.WaterDataKind = WaterData::None; }},
         {"cmdSurcharge", Screen::SURCHCON, "panSurcharge",
-         [](State& state) { state.problem.VTriCount(Left) = 1; },
-         [](State& state) { state.problem.VTriCount(Left) = 0; }},
+         [](Session& session) { session.problem.VTriCount(Left) = 1; },
+         [](Session& session) { session.problem.VTriCount(Left) = 0; }},
         {"cmdHorizontal", Screen::HORCON, "panHorizontal",
-         [](State& state) { state.problem.HDistCount = 2; },
-         [](State& state) { state.problem.HDistCount = 0; }},
+         [](Session& session) { session.problem.HDistCount = 2; },
+         [](Session& session) { session.problem.HDistCount = 0; }},
     };
     desk.open(Screen::KEYIN);
     for (const Row& row : rows) {
-        desk.onShow = [&](Screen) { row.enter(desk.state); };
+        desk.onShow = [&](Screen) { row.enter(*desk.session); };
         desk.click(row.button);
         EXPECT_EQ(desk.shown.back(), row.screen);
         EXPECT_TRUE(desk.isHighlighted(row.panel)) << row.panel;
-        desk.onShow = [&](Screen) { row.empty(desk.state); };
+        desk.onShow = [&](Screen) { row.empty(*desk.session); };
         desk.click(row.button);
         EXPECT_FALSE(desk.isHighlighted(row.panel)) << row.panel;
     }
@@ -273,7 +273,7 @@ TEST_F(KeyinTest, TheWallBottomIsComparedWithTheRightSidesFirstTwoPoints) {
 
 TEST_F(KeyinTest, ASecondPointThatWasNeverEnteredCountsAsZero) {
     desk.problem = plainCantilever();
-    desk.state.HeadContDataValid = 1;
+    desk.session->HeadContDataValid = 1;
     desk.problem.ProgramMode = Mode::Analysis;
     desk.problem.WallTopElev = 30;
     desk.problem.SurfaceElev(Right, 1) = 30;
@@ -313,7 +313,7 @@ TEST_F(KeyinTest, TheFramesCrossIsFinished) {
     hold();
     desk.closeFrame();
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(desk.state.SolutionFailed, 0);
+    EXPECT_EQ(desk.session->SolutionFailed, 0);
 }
 
 TEST_F(KeyinTest, TheHelpMenuPassesItsIndexOn) {

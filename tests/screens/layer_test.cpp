@@ -162,7 +162,7 @@ TEST_F(LayerTest, TheControlDataOfASideWithLayersAreFilled) {
     EXPECT_TRUE(desk.isSet("optCoefficients"));
     EXPECT_EQ(desk.text("txtFSA2"), " 1.25");
     EXPECT_EQ(desk.text("txtFSP2"), "");
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
 }
 
 TEST_F(LayerTest, LevelTwoFactorsMustBeNumbersNotBelowZero) {
@@ -210,7 +210,7 @@ TEST_F(LayerTest, AnAcceptedChangeToCoefficientsDropsTheSidesLayers) {
                          .title = "CHANGE SOIL DATA TYPE?",
                          .buttons = Buttons::YesNo,
                          .icon = Icon::Question}));
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
     EXPECT_EQ(problem.SoilLayerCount(Right), 0);
     EXPECT_EQ(problem.SoilLayerCount(Left), 1);
     EXPECT_EQ(desk.text("cmdEnterRightside"), "Enter &Rightside Soil Data");
@@ -282,7 +282,7 @@ TEST_F(LayerTest, ARefusedChangeLeavesTheOptionAndTakesTheLayersOver) {
     desk.click("optCoefficients");
     EXPECT_TRUE(desk.isSet("optCoefficients"));
     EXPECT_EQ(problem.SoilLayerCount(Right), 1);
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     desk.click("cmdOK");
     EXPECT_EQ(problem.SoilDataKind(Right), SoilData::Coefficients);
     EXPECT_EQ(desk.text("txtSATWt_0"), " 120");
@@ -639,7 +639,7 @@ TEST_F(LayerTest, TheTableOfASideWithLayersIsFilled) {
     EXPECT_EQ(desk.text("txtSlope_1"), "");
     EXPECT_EQ(desk.text("txtFSP3_1"), " 1.75");
     EXPECT_EQ(desk.text("txtSATWt_2"), "");
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
 }
 
 } // namespace korvane::test

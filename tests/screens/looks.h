@@ -16,7 +16,7 @@ struct Look {
 
     void reach(Desk& desk) const {
         desk.problem = held;
-        desk.state.HeadContDataValid = held.NumHeadingLines != 0 ? 1 : 0;
+        desk.session->HeadContDataValid = held.NumHeadingLines != 0 ? 1 : 0;
         go(desk);
     }
 };

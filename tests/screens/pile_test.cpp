@@ -25,7 +25,7 @@ const std::string invalid =
 class PileTest : public testing::Test {
   protected:
     Desk desk;
-    RoweData& rowe = desk.state.rowe;
+    PileSections& sections = desk.session->sections;
 
     void SetUp() override { desk.open(Screen::ROWEPILE); }
     void typeRow(int row, const std::vector<std::string>& texts) {
@@ -77,7 +77,7 @@ TEST_F(PileTest, TheRowsFollowTheDefaultFieldsAsTheyAreTyped) {
 }
 
 TEST_F(PileTest, DoneWithoutAdditionsLeavesEightSections) {
-    rowe.PileSectionCount = 0;
+    sections.PileSectionCount = 0;
     desk.click("cmdDefAccept");
     EXPECT_EQ(desk.lastBox(), noBox);
     EXPECT_EQ(desk.text("Label2"), "Enter data for additional pile sections if desired.");
@@ -90,8 +90,8 @@ TEST_F(PileTest, DoneWithoutAdditionsLeavesEightSections) {
     desk.click("cmdDone");
     EXPECT_EQ(desk.lastBox(), noBox);
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(rowe.PileSectionCount, 8);
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(sections.PileSectionCount, 8);
+    EXPECT_EQ(desk.session->DataChanged, 0);
 }
 
 TEST_F(PileTest, AcceptedValuesHoldForAllDefaultSections) {
@@ -99,9 +99,9 @@ TEST_F(PileTest, AcceptedValuesHoldForAllDefaultSections) {
     desk.type("txtDefEMod", "-1"); // no test of its sign
     desk.click("cmdDefAccept");
     EXPECT_EQ(desk.lastBox(), noBox);
-    EXPECT_EQ(rowe.PileAllowStress(1), 36000);
-    EXPECT_EQ(rowe.PileAllowStress(8), 36000);
-    EXPECT_EQ(rowe.PileModulus(8), -1);
+    EXPECT_EQ(sections.PileAllowStress(1), 36000);
+    EXPECT_EQ(sections.PileAllowStress(8), 36000);
+    EXPECT_EQ(sections.PileModulus(8), -1);
 }
 
 TEST_F(PileTest, AnInvalidDefaultKeepsTheEntryOrReturnsToTheDefaults) {
@@ -126,13 +126,13 @@ TEST_F(PileTest, AdditionalSectionsFollowTheDefaultOnes) {
     typeRow(2, {"OWN", "1", "2", "3", "4"});
     desk.click("cmdDone");
     EXPECT_EQ(desk.lastBox(), noBox);
-    EXPECT_EQ(rowe.PileSectionCount, 10);
-    EXPECT_EQ(rowe.PileName(9), "AZ 26");
-    EXPECT_EQ(rowe.PileSectionData(9, 1), 48.4);
-    EXPECT_EQ(rowe.PileSectionData(9, 2), 406.5);
-    EXPECT_EQ(rowe.PileAllowStress(9), 25000);
-    EXPECT_EQ(rowe.PileModulus(9), 3e7);
-    EXPECT_EQ(rowe.PileModulus(10), 4);
+    EXPECT_EQ(sections.PileSectionCount, 10);
+    EXPECT_EQ(sections.PileName(9), "AZ 26");
+    EXPECT_EQ(sections.PileSectionData(9, 1), 48.4);
+    EXPECT_EQ(sections.PileSectionData(9, 2), 406.5);
+    EXPECT_EQ(sections.PileAllowStress(9), 25000);
+    EXPECT_EQ(sections.PileModulus(9), 3e7);
+    EXPECT_EQ(sections.PileModulus(10), 4);
 }
 
 TEST_F(PileTest, ReadingStopsAtTheFirstEmptyName) {
@@ -140,7 +140,7 @@ TEST_F(PileTest, ReadingStopsAtTheFirstEmptyName) {
     typeRow(2, {"SECOND", "1", "2", "3", "4"});
     desk.click("cmdDone");
     EXPECT_EQ(desk.lastBox(), noBox);
-    EXPECT_EQ(rowe.PileSectionCount, 8);
+    EXPECT_EQ(sections.PileSectionCount, 8);
 }
 
 TEST_F(PileTest, ABadRowDoesNotSurviveTheReturnToTheDefaults) {
@@ -149,13 +149,13 @@ TEST_F(PileTest, ABadRowDoesNotSurviveTheReturnToTheDefaults) {
     desk.click("cmdDone");
     EXPECT_EQ(desk.lastBox(), invalid);
     EXPECT_TRUE(desk.isOpen());
-    EXPECT_EQ(rowe.PileSectionCount, 9); // grown before the row was tested
+    EXPECT_EQ(sections.PileSectionCount, 9); // grown before the row was tested
     EXPECT_EQ(desk.text("txtName_0"), "BAD");
     desk.answers = {Answer::Cancel};
     desk.click("cmdDone");
     EXPECT_EQ(desk.lastBox(), invalid);
     expectFirstLook();
-    EXPECT_EQ(rowe.PileSectionCount, 8);
+    EXPECT_EQ(sections.PileSectionCount, 8);
     desk.click("cmdDefAccept");
     EXPECT_EQ(desk.text("txtName_0"), "");
     EXPECT_EQ(desk.text("txtSectMod_0"), "");
@@ -185,7 +185,7 @@ TEST_F(PileTest, SectionsThatWereAddedAreOfferedAgainAndThoseTakenOutAreNot) {
     EXPECT_EQ(desk.text("txtEMod_1"), " 8.5");
     desk.type("txtName_1", "");
     desk.click("cmdDone");
-    EXPECT_EQ(rowe.PileSectionCount, 9);
+    EXPECT_EQ(sections.PileSectionCount, 9);
     desk.reopen(Screen::ROWEPILE);
     desk.click("cmdDefAccept");
     EXPECT_EQ(desk.text("txtName_0"), "ONE");
@@ -248,7 +248,7 @@ TEST_F(PileTest, TheFramesCrossIsTheButtonOnShow) {
     EXPECT_TRUE(desk.isShown("cmdDone"));
     desk.closeFrame();
     EXPECT_FALSE(desk.isOpen());
-    EXPECT_EQ(rowe.PileSectionCount, 8);
+    EXPECT_EQ(sections.PileSectionCount, 8);
 }
 
 } // namespace korvane::test

@@ -220,13 +220,13 @@ TEST(RandomTyping, ScreensKeepTheirPromisesWhateverIsTyped) {
         Desk desk;
         if (!chance.oneIn(3)) {
             desk.problem = chance.oneIn(2) ? fullProblem() : problems.next();
-            desk.state.HeadContDataValid = 1;
+            desk.session->HeadContDataValid = 1;
         }
         const Target target = chance.of(targets);
         Monkey monkey(desk, chance, target);
         monkey.play(chance.whole(1, 60));
         ASSERT_TRUE(countsInRange(desk.problem));
-        if (!desk.isOpen() && !monkey.cancelled() && desk.state.DataChanged != 0) {
+        if (!desk.isOpen() && !monkey.cancelled() && desk.session->DataChanged != 0) {
             ++closedByFinished;
             ASSERT_TRUE(meetsTests(desk.problem, target.screen, target.loadKind))
                 << desk.top().objectName().toStdString() << target.loadKind;
@@ -243,8 +243,8 @@ TEST(RandomTyping, WhatPassesAllScreensEndsItsSolution) {
         SCOPED_TRACE(round);
         Desk desk;
         desk.problem = problems.next();
-        desk.state.HeadContDataValid = 1;
-        desk.state.DataChanged = 0;
+        desk.session->HeadContDataValid = 1;
+        desk.session->DataChanged = 0;
         for (const Target& target : targets) {
             if (!chance.oneIn(4) || target.screen == Screen::ROWEPILE) {
                 continue;
@@ -272,7 +272,7 @@ TEST(RandomTyping, WhatPassesAllScreensEndsItsSolution) {
             }
             if (desk.isOpen()) { // refused: the next screen begins from what passed
                 desk.problem = before;
-                desk.state.HeadContDataValid = 1;
+                desk.session->HeadContDataValid = 1;
             }
         }
         desk.reopen(Screen::KEYIN);

@@ -41,7 +41,7 @@ class RemarksTest : public testing::Test {
         }
         problem.SeepageKind = Seepage::Automatic;
         problem.SeepageElev = -9;
-        desk.state.HeadContDataValid = 1;
+        desk.session->HeadContDataValid = 1;
         desk.reopen(screen, loadKind);
         for (const QString& button : buttons) {
             desk.click(button);

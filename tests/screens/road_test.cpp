@@ -46,18 +46,18 @@ std::string reportInCode(const Problem& problem, const Piles& piles = {}) {
     office.enter(problem);
     office.desktop.onScreen = [&](Screen screen, Session& session) {
         if (screen == Screen::ROWEPILE) {
-            acceptDefaultTexts(session.state.rowe, piles.allowStress, DefaultModulusText);
+            acceptDefaultTexts(session.sections, piles.allowStress, DefaultModulusText);
             std::array<PileEntry, 5> rows;
             if (!piles.added.empty()) {
                 rows[0] = {piles.added[0], piles.added[1], piles.added[2], piles.added[3],
                            piles.added[4]};
             }
-            EXPECT_TRUE(addSections(session.state.rowe, rows));
+            EXPECT_TRUE(addSections(session.sections, rows));
         }
     };
     office.solve();
     EXPECT_EQ(office.session->panels.panDoneVisible, false);
-    EXPECT_EQ(office.session->state.SolutionFailed, 0);
+    EXPECT_EQ(office.session->SolutionFailed, 0);
     return office.report();
 }
 
@@ -71,7 +71,7 @@ void enter(Person& person, const Problem& problem) {
 
 /// Solves what the program holds, from the Solve command to the button of the last panel.
 std::string solve(Person& person, const Piles& piles = {}) {
-    const Problem& problem = person.session().state.problem;
+    const Problem& problem = person.session().problem;
     const bool design = problem.ProgramMode == Mode::Design;
     const bool wedge = problem.SurfacePointCount(Right) > 1 || problem.SurfacePointCount(Left) > 1;
     if (wedge) {
@@ -94,9 +94,9 @@ std::string solve(Person& person, const Piles& piles = {}) {
         person.push("cmdContinue");
     }
     person.expectNothingLeft();
-    EXPECT_EQ(person.session().state.SolutionFailed, 0);
+    EXPECT_EQ(person.session().SolutionFailed, 0);
     person.push("cmdOK");
-    return readFile(person.session().state.report.CurrentOutputName);
+    return readFile(person.session().report.CurrentOutputName);
 }
 
 std::string withoutTrailingBlanks(const std::string& text) {
@@ -163,7 +163,7 @@ TEST(Road, AnAnalysisWithWedgeSidesAndSlopingLayersIsTypedAndSolved) {
     problem.SoilFriction(Right, 2) = 34;
     Person person;
     enter(person, problem);
-    EXPECT_EQ(person.session().state.problem.SoilBottomSlope(Right, 1), 0.1);
+    EXPECT_EQ(person.session().problem.SoilBottomSlope(Right, 1), 0.1);
     person.answer("LARGE FACTOR OF SAFETY", "Yes");
     EXPECT_EQ(solve(person), reportInCode(problem));
 }
@@ -175,7 +175,7 @@ TEST(Road, AGivenGradientWhichOnlyTheScreensCanEnterIsSolved) {
     problem.SeepageGradient(2) = 0.15;
     Person person;
     enter(person, problem);
-    EXPECT_EQ(person.session().state.problem.SeepageKind, Seepage::Given);
+    EXPECT_EQ(person.session().problem.SeepageKind, Seepage::Given);
     const std::string report = solve(person);
     EXPECT_EQ(report, reportInCode(problem));
     EXPECT_NE(report.find("0.15"), std::string::npos);
@@ -194,7 +194,7 @@ TEST(Road, EveryExampleCanBeTyped) {
         enter(person, problem);
         Office office;
         office.enter(problem);
-        EXPECT_EQ(readFile(person.session().state.report.CurrentOutputName), office.report());
+        EXPECT_EQ(readFile(person.session().report.CurrentOutputName), office.report());
     }
 }
 

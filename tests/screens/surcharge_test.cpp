@@ -263,7 +263,7 @@ TEST_F(SurchargeTest, ASideHoldsItsMostRowsAndNoMore) {
         EXPECT_FALSE(desk.isOpen());
         EXPECT_EQ((problem.*kind.count)(Right), kind.rows);
         EXPECT_EQ((problem.*kind.count)(Left), kind.rows);
-        EXPECT_EQ(desk.state.DataChanged, 1);
+        EXPECT_EQ(desk.session->DataChanged, 1);
     }
 }
 
@@ -410,7 +410,7 @@ TEST_F(SurchargeTest, CancelDropsTheKindOnBothSidesAndNoOther) {
             EXPECT_EQ((problem.*other.count)(Right) == 0, same);
             EXPECT_EQ((problem.*other.count)(Left) == 0, same);
         }
-        EXPECT_EQ(desk.state.SolutionFailed, 0);
+        EXPECT_EQ(desk.session->SolutionFailed, 0);
     }
 }
 
@@ -420,7 +420,7 @@ TEST_F(SurchargeTest, ADeleteButtonDropsItsSideAlone) {
             continue;
         }
         problem = fullProblem();
-        desk.state.DataChanged = 0;
+        desk.session->DataChanged = 0;
         open(kind.number);
         EXPECT_TRUE(desk.isShown(kind.deleteRight));
         EXPECT_TRUE(desk.isShown(kind.deleteLeft));
@@ -428,7 +428,7 @@ TEST_F(SurchargeTest, ADeleteButtonDropsItsSideAlone) {
         desk.click(kind.deleteLeft);
         EXPECT_EQ((problem.*kind.count)(Left), 0);
         EXPECT_EQ((problem.*kind.count)(Right), right);
-        EXPECT_EQ(desk.state.DataChanged, 1);
+        EXPECT_EQ(desk.session->DataChanged, 1);
         EXPECT_EQ(desk.text(control(kind, kind.left[0], 1)), "");
         EXPECT_FALSE(desk.isShown(kind.deleteLeft));
         EXPECT_TRUE(desk.isShown(kind.deleteRight));
@@ -448,7 +448,7 @@ TEST_F(SurchargeTest, TheUniformDeleteButtonDropsBothSides) {
     EXPECT_EQ(problem.VUniformCount(Left), 0);
     EXPECT_EQ(desk.text("txtQUL"), "");
     EXPECT_FALSE(desk.isShown("cmdDelUnifLoad"));
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
     desk.type("txtQUR", "1");
     EXPECT_TRUE(desk.isShown("cmdDelUnifLoad"));
 }
@@ -459,15 +459,15 @@ TEST_F(SurchargeTest, TypingOffersToDeleteItsSide) {
             continue;
         }
         open(kind.number);
-        desk.state.DataChanged = 0;
+        desk.session->DataChanged = 0;
         desk.type(control(kind, kind.left.back(), kind.rows), "1");
-        EXPECT_EQ(desk.state.DataChanged, 1);
+        EXPECT_EQ(desk.session->DataChanged, 1);
         EXPECT_TRUE(desk.isShown(kind.deleteLeft));
         EXPECT_FALSE(desk.isShown(kind.deleteRight));
         // Nothing is stored yet: deleting empties the fields and is no change of the data.
-        desk.state.DataChanged = 0;
+        desk.session->DataChanged = 0;
         desk.click(kind.deleteLeft);
-        EXPECT_EQ(desk.state.DataChanged, 0);
+        EXPECT_EQ(desk.session->DataChanged, 0);
         EXPECT_EQ(desk.text(control(kind, kind.left.back(), kind.rows)), "");
     }
 }

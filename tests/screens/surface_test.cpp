@@ -66,7 +66,7 @@ TEST_F(SurfaceTest, OnePointASideNeedsNoParticularDistance) {
     EXPECT_EQ(desk.problem.SurfacePointCount(Left), 1);
     EXPECT_EQ(desk.problem.SurfaceDist(Left, 1), 7.5);
     EXPECT_EQ(desk.problem.SurfaceElev(Left, 1), 20);
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
 }
 
 TEST_F(SurfaceTest, EqualDistancesInARowAreInvalidAndKeepWhatWasReadBefore) {

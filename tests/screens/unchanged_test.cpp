@@ -68,8 +68,8 @@ void expectUnchanged(Problem problem, int dataChanged) {
         SCOPED_TRACE(visit.name);
         Desk desk;
         desk.problem = problem;
-        desk.state.HeadContDataValid = 1;
-        desk.state.DataChanged = dataChanged;
+        desk.session->HeadContDataValid = 1;
+        desk.session->DataChanged = dataChanged;
         desk.open(visit.screen, visit.loadKind);
         for (const QString& button : visit.buttons) {
             desk.click(button);
@@ -79,8 +79,8 @@ void expectUnchanged(Problem problem, int dataChanged) {
             EXPECT_EQ(box.title, "POSSIBLE INCONSISTENT SEEPAGE ELVATION") << box.text;
         }
         EXPECT_TRUE(desk.problem == problem);
-        EXPECT_EQ(desk.state.DataChanged, dataChanged);
-        EXPECT_EQ(desk.state.HeadContDataValid, 1);
+        EXPECT_EQ(desk.session->DataChanged, dataChanged);
+        EXPECT_EQ(desk.session->HeadContDataValid, 1);
     }
 }
 
@@ -128,7 +128,7 @@ TEST(Unchanged, TheWaterPressuresClearTheMarkOfChange) {
     desk.problem.SeepageKind = Seepage::None;
     desk.problem.WaterPressCount = 3;
     const Problem before = desk.problem;
-    desk.state.DataChanged = 1;
+    desk.session->DataChanged = 1;
     desk.open(Screen::WATER);
     for (const char* button : {"cmdWaterPres", "cmdFinishedWatPres", "cmdFinishedWaterData"}) {
         desk.click(button);
@@ -136,7 +136,7 @@ TEST(Unchanged, TheWaterPressuresClearTheMarkOfChange) {
     EXPECT_TRUE(desk.boxes.empty());
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(desk.problem, before);
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
 }
 
 } // namespace korvane::test

@@ -108,7 +108,7 @@ TEST_F(WaterTest, DeleteEmptiesTheKindsAndClosesAtOnce) {
     EXPECT_EQ(desk.lastBox(), noBox);
     expectDropped();
     EXPECT_EQ(problem.WaterPressCount, 0);
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
 }
 
 // ---- elevations
@@ -125,7 +125,7 @@ TEST_F(WaterTest, OpeningTheElevationsOnPressuresShowsBlanksAndSetsTheKind) {
     EXPECT_TRUE(desk.isSet("optNoSeep"));
     EXPECT_FALSE(desk.isShown("fraSeepData"));
     EXPECT_FALSE(desk.isShown("fraWaterSects"));
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
 }
 
 TEST_F(WaterTest, AKindOfSeepageBesidePressuresSetsNoOption) {
@@ -160,7 +160,7 @@ TEST_F(WaterTest, ElevationsWithoutSeepageAreStored) {
     EXPECT_EQ(problem.WaterUnitWeight, 62.4);
     EXPECT_EQ(problem.WaterElev(Right), 10);
     EXPECT_EQ(problem.WaterElev(Left), 2.5);
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
 }
 
 TEST_F(WaterTest, TheSameLevelOnBothSidesIsFineWithoutSeepageAlone) {
@@ -245,26 +245,26 @@ TEST_F(WaterTest, OptionsShowAndEmptyTheirFields) {
     openElevations();
     desk.click("optSeepEl");
     EXPECT_EQ(problem.SeepageKind, Seepage::Given);
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
     EXPECT_TRUE(desk.isShown("lblSeepEl"));
     EXPECT_TRUE(desk.isShown("lblSeepGrad"));
     desk.type("txtSeepEl", "3");
     desk.type("txtSeepGrad", "0.5");
-    desk.state.DataChanged = 0;
+    desk.session->DataChanged = 0;
     desk.click("optAutoSeep");
     EXPECT_EQ(problem.SeepageKind, Seepage::Automatic);
-    EXPECT_EQ(desk.state.DataChanged, 1);
+    EXPECT_EQ(desk.session->DataChanged, 1);
     EXPECT_EQ(desk.text("txtSeepEl"), "");
     EXPECT_EQ(desk.text("txtSeepGrad"), "");
     EXPECT_FALSE(desk.find("txtSeepGrad")->isEnabled());
     EXPECT_FALSE(desk.isShown("txtSeepGrad")); // no field without its label
     EXPECT_FALSE(desk.isShown("lblSeepGrad"));
     EXPECT_TRUE(desk.isShown("lblSeepEl"));
-    desk.state.DataChanged = 0;
+    desk.session->DataChanged = 0;
     desk.click("optNoSeep");
     EXPECT_EQ(problem.SeepageKind, Seepage::None);
     EXPECT_FALSE(desk.isShown("fraSeepData"));
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     desk.click("optSeepEl");
     EXPECT_TRUE(desk.find("txtSeepGrad")->isEnabled());
 }
@@ -342,7 +342,7 @@ TEST_F(WaterTest, TheElevationsAreFilledByTheirKindOfSeepage) {
     EXPECT_TRUE(desk.isSet("optSeepEl"));
     EXPECT_EQ(desk.text("txtSeepEl"), "-8");
     EXPECT_EQ(desk.text("txtSeepGrad"), " 0.125");
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     problem.SeepageKind = Seepage::Automatic;
     openElevations();
     EXPECT_TRUE(desk.isSet("optAutoSeep"));
@@ -357,10 +357,10 @@ TEST_F(WaterTest, TheElevationsAreFilledByTheirKindOfSeepage) {
 
 TEST_F(WaterTest, OpeningThePressuresClearsTheMarkOfChange) {
     problem = fullProblem();
-    desk.state.DataChanged = 1;
+    desk.session->DataChanged = 1;
     openPressures();
     EXPECT_EQ(problem.WaterDataKind, WaterData::Pressures);
-    EXPECT_EQ(desk.state.DataChanged, 0);
+    EXPECT_EQ(desk.session->DataChanged, 0);
     EXPECT_EQ(desk.text("txtELWPR_0"), "");
 }
 

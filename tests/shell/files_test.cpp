@@ -112,7 +112,7 @@ TEST(Faults, AFileThatIsGoneTellsAndKeepsTheProblem) {
     EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
     EXPECT_EQ(person.boxes.back().text,
               "File: " + input + "\nFile not found\n\nYour data are kept.");
-    EXPECT_EQ(person.session().state.problem.NumHeadingLines, 1);
+    EXPECT_EQ(person.session().problem.NumHeadingLines, 1);
     EXPECT_TRUE(person.canChoose("mnuSolveItem_0"));
 }
 
@@ -129,7 +129,7 @@ TEST(Faults, AFullDiskTellsAndKeepsTheOutput) {
     EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
     EXPECT_NE(person.boxes.back().text.find("Disk full"), std::string::npos);
     EXPECT_TRUE(person.canChoose("mnuSolveItem_0"));
-    EXPECT_TRUE(fs::exists(person.session().state.report.CurrentOutputName));
+    EXPECT_TRUE(fs::exists(person.session().report.CurrentOutputName));
 }
 
 TEST(Faults, AVanishedTemporaryFolderFailsTheSolutionAndKeepsTheData) {
@@ -141,15 +141,13 @@ TEST(Faults, AVanishedTemporaryFolderFailsTheSolutionAndKeepsTheData) {
     EXPECT_EQ(person.boxes.back().title, "FILE ERROR");
     EXPECT_EQ(person.session().panels.panDoneText, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
     person.push("cmdOK");
-    EXPECT_EQ(person.session().state.problem.NumHeadingLines, 1);
+    EXPECT_EQ(person.session().problem.NumHeadingLines, 1);
     fs::create_directories(person.temporary.path());
 }
 
 TEST(Faults, TwoProgramsAtOnceDoNotDisturbEachOther) {
     Person first;
-    const auto outputOf = [](Person& person) {
-        return person.session().state.report.CurrentOutputName;
-    };
+    const auto outputOf = [](Person& person) { return person.session().report.CurrentOutputName; };
     const auto solveIt = [](Person& person) {
         person.choose("mnuSolveItem_0");
         person.push("cmdContinue");

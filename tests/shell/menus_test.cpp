@@ -139,13 +139,13 @@ TEST(MenuRows, AfterEditPrintStaysAsItWas) {
     EXPECT_TRUE(person.canChoose("mnuSaveItem_1"));
 
     // A problem that was typed in: printing needs one that came from a file.
-    const Problem typed = person.session().state.problem;
+    const Problem typed = person.session().problem;
     person.expectBox("No"); // output
     person.choose("mnuFileItem_0");
     person.expectScreen("KEYIN", [&](QDialog& keyin) {
-        person.session().state.problem = typed;
-        person.session().state.DataChanged = 1;
-        person.session().state.HeadContDataValid = 1;
+        person.session().problem = typed;
+        person.session().DataChanged = 1;
+        person.session().HeadContDataValid = 1;
         finishKeyin(keyin);
     });
     person.choose("mnuEditItem_0");

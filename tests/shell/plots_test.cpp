@@ -35,7 +35,7 @@ void solveExample(Person& person, const char* name, bool sectionsShown) {
         }
         person.push("cmdContinue");
     }
-    ASSERT_EQ(person.session().state.SolutionFailed, 0);
+    ASSERT_EQ(person.session().SolutionFailed, 0);
     person.push("cmdOK");
 }
 
@@ -100,12 +100,12 @@ std::vector<Primitive> recipeOf(Person& person, const QDialog& screen, const QWi
         {"CANPLOT", PlotScreenName::CANPLOT},   {"FREEPLOT", PlotScreenName::FREEPLOT},
         {"FIXDPLOT", PlotScreenName::FIXDPLOT}, {"VUSOLPLT", PlotScreenName::VUSOLPLT},
         {"VUINPLOT", PlotScreenName::VUINPLOT}, {"ROWECURV", PlotScreenName::ROWECURV}};
-    State& state = person.session().state;
-    PlotView view = openPlotScreen(state, names.at(screen.objectName()));
+    const PlotData data = person.session().plotData();
+    PlotView view = openPlotScreen(data, names.at(screen.objectName()));
     view.PlotNumber =
         picture.objectName().mid(static_cast<int>(std::string("Picture").size())).toInt();
     RecordingSurface surface;
-    drawPlot(surface, state, view, medium);
+    drawPlot(surface, data, view, medium);
     return surface.primitives();
 }
 

@@ -129,7 +129,7 @@ TEST(Review, DiscontinueLeavesNoResultPlotsAndAFileWithEchoAndPressures) {
         EXPECT_FALSE(person.canChoose(item)) << item;
     }
     EXPECT_TRUE(person.canChoose("mnuEditItem_0"));
-    const std::string report = readFile(person.session().state.report.CurrentOutputName);
+    const std::string report = readFile(person.session().report.CurrentOutputName);
     EXPECT_NE(report.find("*  INPUT DATA  *"), std::string::npos);
     EXPECT_NE(report.find("SOIL PRESSURES FOR"), std::string::npos);
     EXPECT_EQ(report.find("SUMMARY OF RESULTS"), std::string::npos);

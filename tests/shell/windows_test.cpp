@@ -338,7 +338,7 @@ TEST(TextWindows, AKeyThatWouldChangeTheTextShowsTheMessageAndChangesNothing) {
 TEST(TextWindows, AnOutputOfMoreThan48000BytesIsShownInPart) {
     Person person;
     person.open(examplePath("cantilever-dry-sand"));
-    const std::string output = person.session().state.report.CurrentOutputName;
+    const std::string output = person.session().report.CurrentOutputName;
     writeFile(output, std::string(47990, 'x') + "\n" + std::string(100, 'y') + "\n");
     person.expectBox("OK");
     person.expectScreen("VUINECHO", [](QDialog& screen) {
@@ -383,7 +383,7 @@ TEST(Printing, WithoutAPrinterTheReportGoesToAPdfFileLineByLine) {
     person.expectFile(person.userFile("report")); // the extension is the dialog's
     person.choose("mnuPrintItem_1");
     person.expectNothingLeft();
-    const std::string report = readFile(person.session().state.report.CurrentOutputName);
+    const std::string report = readFile(person.session().report.CurrentOutputName);
     EXPECT_EQ(words(textOfPdf(pdf)), words(report));
 }
 
@@ -463,8 +463,7 @@ TEST(Printing, TheSetupsOwnPdfFileTakesTheWholeReport) {
         return true;
     });
     person.choose("mnuPrintItem_1");
-    EXPECT_EQ(words(textOfPdf(pdf)),
-              words(readFile(person.session().state.report.CurrentOutputName)));
+    EXPECT_EQ(words(textOfPdf(pdf)), words(readFile(person.session().report.CurrentOutputName)));
 }
 
 TEST(Printing, APrinterThatIsGoneAfterTheSetupIsTold) {

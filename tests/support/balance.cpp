@@ -4,10 +4,9 @@
 
 namespace korvane::test {
 
-Balance balanceOf(const State& state, int level) {
-    const Problem& problem = state.problem;
-    const SolvedLevel& solved = state.solved(level);
-    const double bottom = state.solution.SolvedBottomElev(level);
+Balance balanceOf(const Problem& problem, const LevelResult& level) {
+    const ResultDiagrams& solved = level.diagrams;
+    const double bottom = level.bottomElev;
     Balance sum;
     const auto add = [&](double force, double elev) {
         sum.force += force;
@@ -15,9 +14,9 @@ Balance balanceOf(const State& state, int level) {
         sum.sizes += std::fabs(force);
         sum.momentSizes += std::fabs(force * (elev - bottom));
     };
-    for (int row = 2; row <= solved.rowCount; ++row) {
+    for (int row = 2; row <= solved.RowCount; ++row) {
         const double top = solved.ResultElev(row - 1);
-        const double end = row == solved.rowCount ? bottom : solved.ResultElev(row);
+        const double end = row == solved.RowCount ? bottom : solved.ResultElev(row);
         // The trapezoid as two triangles, each with its centre at a third of its height.
         add(solved.ResultPressure(row - 1) * (top - end) / 2, end + (top - end) * 2 / 3);
         add(solved.ResultPressure(row) * (top - end) / 2, end + (top - end) / 3);
@@ -28,7 +27,7 @@ Balance balanceOf(const State& state, int level) {
         }
     }
     if (problem.WallType == WallKind::Anchored) {
-        add(-state.solution.AnchorForce(level), problem.AnchorElev);
+        add(-level.anchorForce, problem.AnchorElev);
     }
     return sum;
 }

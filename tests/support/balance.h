@@ -1,7 +1,7 @@
 // What the forces on a solved wall add up to, by a way of its own.
 #pragma once
 
-#include "state/state.h"
+#include "state/results.h"
 
 namespace korvane::test {
 
@@ -16,6 +16,6 @@ struct Balance {
 
 /// Adds up the result rows of a level by triangles, the line loads above the bottom, and the anchor
 /// force of an anchored wall.
-Balance balanceOf(const State& state, int level);
+Balance balanceOf(const Problem& problem, const LevelResult& level);
 
 } // namespace korvane::test

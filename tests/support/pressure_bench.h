@@ -26,6 +26,7 @@ struct PressureBench : Bench {
 
     /// Grid and water, with SeepageEndElev of the level from the problem's gradient.
     void build(int level = 1) {
+        takeSeepage();
         if (problem.SeepageKind != Seepage::None) {
             state->preparation.SeepageEndElev(level) =
                 seepageEndElevation(problem, problem.SeepageGradient(level));

@@ -23,20 +23,6 @@ struct RandomProblems::Site {
     Array<double, 2> ground;
 };
 
-bool RandomProblems::chance(double probability) {
-    return static_cast<double>(engine_() >> 11) * 0x1p-53 < probability;
-}
-
-int RandomProblems::whole(int low, int high) {
-    return low + static_cast<int>(engine_() % static_cast<std::uint64_t>(high - low + 1));
-}
-
-double RandomProblems::value(double low, double high, int steps) {
-    const int first = static_cast<int>(std::ceil(low * steps - 1e-6));
-    const int last = static_cast<int>(std::floor(high * steps + 1e-6));
-    return whole(first, std::max(first, last)) / static_cast<double>(steps);
-}
-
 Problem RandomProblems::next(const RandomKind& kind) {
     using Soil = RandomKind::Soil;
     using Water = RandomKind::Water;

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "problem/problem.h"
+#include "support/draws.h"
 
 #include <cstdint>
 #include <optional>
-#include <random>
 
 namespace korvane::test {
 
@@ -30,19 +30,14 @@ struct RandomKind {
 /// A row of random problems. Every problem is complete and such as an input file can hold, with
 /// numbers as an engineer writes them: at most two decimals. What a section does not use is left
 /// as in a new record. Most of the walls can be solved, but not all.
-class RandomProblems {
+class RandomProblems : private Draws {
   public:
-    explicit RandomProblems(std::uint64_t seed) : engine_(seed) {}
+    explicit RandomProblems(std::uint64_t seed) : Draws(seed) {}
 
     Problem next(const RandomKind& kind = {});
 
   private:
     struct Site; // what the sections of one problem must agree on
-
-    bool chance(double probability);
-    int whole(int low, int high);
-    /// A multiple of 1 / `steps` from `low` to `high`, correctly rounded.
-    double value(double low, double high, int steps);
 
     void heading(Problem& problem);
     void wall(Problem& problem, const Site& site);
@@ -54,8 +49,6 @@ class RandomProblems {
     void waterPressures(Problem& problem, const Site& site);
     void surcharges(Problem& problem, int side);
     void horizontalLoads(Problem& problem, const Site& site);
-
-    std::mt19937_64 engine_;
 };
 
 } // namespace korvane::test

@@ -9,14 +9,29 @@
 
 namespace korvane::test {
 
-Answer ScriptedPrompts::Ask(const MessageBox& box) {
-    asked.push_back(box);
-    if (!answers.empty()) {
+void Bench::takeSeepage() {
+    state->preparation.SeepageKind = problem.SeepageKind;
+    state->preparation.SeepageGradient = problem.SeepageGradient;
+}
+
+FactorLimit Bench::limit() {
+    return {.ask = [this](double limit) {
+        asked.push_back(factorQuestion(limit));
+        if (answers.empty()) {
+            return true;
+        }
         const Answer answer = answers.front();
         answers.erase(answers.begin());
-        return answer;
+        return answer == Answer::Yes;
+    }};
+}
+
+std::vector<MessageBox> Bench::told() const {
+    std::vector<MessageBox> boxes = asked;
+    if (state->failed() && hasBox(state->failure)) {
+        boxes.push_back(failureBox(state->failure));
     }
-    return box.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
+    return boxes;
 }
 
 TemporaryFolder::TemporaryFolder() {

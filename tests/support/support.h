@@ -1,7 +1,9 @@
 // What several test programs share.
 #pragma once
 
-#include "state/state.h"
+#include "state/kept_work.h"
+#include "state/results.h"
+#include "wall/factor_search.h"
 
 #include <filesystem>
 #include <memory>
@@ -10,15 +12,6 @@
 #include <vector>
 
 namespace korvane::test {
-
-/// Answers boxes from a list (then with the first button's answer) and keeps what was asked.
-class ScriptedPrompts : public Prompts {
-  public:
-    Answer Ask(const MessageBox& box) override;
-
-    std::vector<MessageBox> asked;
-    std::vector<Answer> answers; ///< taken from the front
-};
 
 /// A new folder that is removed with the object.
 class TemporaryFolder {
@@ -47,11 +40,24 @@ class EnvironmentVariable {
     std::optional<std::string> old_;
 };
 
-/// A state with scripted prompts. Large, hence on the heap.
+/// A problem, the working values of its solution and what came of it. Large, hence on the heap.
 struct Bench {
-    ScriptedPrompts prompts;
-    std::unique_ptr<State> state = std::make_unique<State>(prompts);
-    Problem& problem = state->problem;
+    std::unique_ptr<Problem> heldProblem = std::make_unique<Problem>();
+    Problem& problem = *heldProblem;
+    std::unique_ptr<KeptWork> kept = std::make_unique<KeptWork>();
+    std::unique_ptr<State> state = std::make_unique<State>(problem, *kept);
+    std::unique_ptr<Results> results = std::make_unique<Results>();
+    std::vector<Answer> answers;   ///< to the question of a large factor, from the front; then Yes
+    std::vector<MessageBox> asked; ///< the questions that came up
+
+    /// The record's seepage for the procedures behind the preparation.
+    void takeSeepage();
+    /// Answers like a person: a limit on the factor of safety that is reached.
+    FactorLimit limit();
+    /// True where the level has its results.
+    bool solved(int level) const { return level <= results->levelCount; }
+    /// The questions, and the box that tells why the solution ended, if it did.
+    std::vector<MessageBox> told() const;
 };
 
 /// A cleared problem of the plainest kind: a design of a cantilever wall, top at elevation 0, level

@@ -1,7 +1,6 @@
 #include "wall/analysis.h"
 
 #include "search_bench.h"
-#include "wall/solution_files.h"
 
 #include <gtest/gtest.h>
 
@@ -11,20 +10,14 @@
 namespace korvane::test {
 namespace {
 
-/// A session with a folder for its scratch files.
 struct AnalysisBench : Bench {
-    explicit AnalysisBench(const Problem& problem_) {
-        problem = problem_;
-        state->files.TempFolder = folder.path().string();
-    }
+    explicit AnalysisBench(const Problem& problem_) { problem = problem_; }
     double factor(int side, int layer, int level) const {
         return state->preparation.LayerFSPassive(side, layer, level);
     }
     double activeFactor(int side, int layer, int level) const {
         return state->preparation.LayerFSActive(side, layer, level);
     }
-
-    TemporaryFolder folder;
 };
 
 Problem anchored(Problem problem) {
@@ -75,8 +68,8 @@ double designedBottom(const Problem& problem, double factor, int level) {
     bench.problem.ProgramMode = Mode::Design;
     bench.problem.FSActive = factor;
     bench.problem.FSPassive = factor;
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 0);
+    solve(bench);
+    EXPECT_FALSE(bench.state->failed());
     return bench.state->solution.SolvedBottomElev(level);
 }
 
@@ -107,8 +100,8 @@ TEST(SolveAnalysis, GivesBackTheFactorOfADesign) {
             const double factor = 1.45; // between the steps of the search
             const double bottom = designedBottom(wall, factor, level);
             AnalysisBench bench(analysisOf(wall, bottom));
-            solve(*bench.state);
-            ASSERT_EQ(textsOf(bench.prompts), std::vector<std::string>{});
+            solve(bench);
+            ASSERT_EQ(textsOf(bench), std::vector<std::string>{});
             EXPECT_NEAR(bench.state->solution.SolvedBottomElev(level), bottom, 0.1);
             // The bottom may stand 0.1 FT off; with seepage also the one that the gradient of the
             // design belongs to. Factors follow by the slope between two designs.
@@ -125,11 +118,11 @@ TEST(SolveAnalysis, GivesBackTheFactorOfADesign) {
 TEST(SolveAnalysis, SolvedWallsAreInBalance) {
     for (const Problem& wall : {withWater(plainCantilever()), anchored(plainCantilever())}) {
         AnalysisBench bench(analysisOf(wall, designedBottom(wall, 1.3, 1)));
-        solve(*bench.state);
+        solve(bench);
         for (int level = 1; level <= (wall.WallType == WallKind::Anchored ? 2 : 1); ++level) {
-            EXPECT_NEAR(resultant(*bench.state, level).moment, 0, 1.0 + 1e-6);
+            EXPECT_NEAR(resultant(bench, level).moment, 0, 1.0 + 1e-6);
             if (level == 1) {
-                EXPECT_NEAR(resultant(*bench.state, level).force, 0, 0.1 + 1e-6);
+                EXPECT_NEAR(resultant(bench, level).force, 0, 0.1 + 1e-6);
             }
         }
     }
@@ -139,36 +132,31 @@ TEST(SolveAnalysis, AWallThatIsJustRightAtOneTakesOneTrial) {
     for (const double off : {0.0, 0.099, -0.099}) {
         const double bottom = designedBottom(plainCantilever(), 1, 1);
         AnalysisBench bench(analysisOf(plainCantilever(), bottom + off));
-        solve(*bench.state);
+        solve(bench);
         EXPECT_EQ(bench.factor(Right, 1, 1), 1.0);
         EXPECT_EQ(bench.state->solution.SolvedBottomElev(1), bottom);
     }
 }
 
-TEST(SolveAnalysis, WritesTheScratchFilesOfAllItsLevels) {
+TEST(SolveAnalysis, KeepsTheResultsOfAllItsLevels) {
     AnalysisBench cantilever(analysisOf(plainCantilever(), -25));
-    solve(*cantilever.state);
-    EXPECT_EQ(cantilever.state->files.ScratchFileName(1), (cantilever.folder.path() / "ZZ10"));
-    EXPECT_EQ(cantilever.state->files.ScratchFileCount, 9);
-    EXPECT_TRUE(cantilever.state->solved(1).solved);
-    EXPECT_FALSE(cantilever.state->solved(2).solved);
+    solve(cantilever);
+    EXPECT_TRUE(cantilever.solved(1));
+    EXPECT_FALSE(cantilever.solved(2));
 
     AnalysisBench wall(analysisOf(anchored(plainCantilever()), -16));
-    solve(*wall.state);
-    EXPECT_EQ(wall.state->files.ScratchFileName(2), (wall.folder.path() / "ZZ20"));
-    for (const int level : {1, 2}) {
-        const SolvedLevel& solved = wall.state->solved(level);
-        EXPECT_TRUE(solved.solved);
-        LoadResultLevel(*wall.state, level);
-        EXPECT_TRUE(wall.state->results.ResultDeflection == solved.ResultDeflection);
-        EXPECT_TRUE(wall.state->pressures.PassivePressures == solved.pressures.PassivePressures);
-    }
+    solve(wall);
+    EXPECT_TRUE(wall.solved(2));
+    EXPECT_NEAR(wall.results->levels(1).bottomElev, -16, 0.1);
+    const LevelResult& last = wall.results->levels(2);
+    EXPECT_TRUE(wall.state->results.ResultDeflection == last.diagrams.ResultDeflection);
+    EXPECT_TRUE(wall.state->pressures.PassivePressures == last.solved.pressures.PassivePressures);
 }
 
 TEST(SolveAnalysis, BothMethodsEndAtTheWallsBottom) {
     AnalysisBench bench(analysisOf(anchored(withWater(plainCantilever())), -19));
-    solve(*bench.state);
-    ASSERT_EQ(bench.state->SolutionFailed, 0);
+    solve(bench);
+    ASSERT_FALSE(bench.state->failed());
     for (const int level : {1, 2}) {
         EXPECT_NEAR(bench.state->solution.SolvedBottomElev(level), -19, 0.1);
     }
@@ -185,8 +173,8 @@ TEST(SolveAnalysis, AGivenActiveFactorHoldsInAllTrials) {
     bench.problem.SoilFSActive(Left, 1) = 1.4;
     bench.problem.SoilFSPassive(Left, 1) = 3; // of a design: no part in an analysis
     bench.problem.Level2FSPassive(Right) = 3;
-    solve(*bench.state);
-    ASSERT_EQ(bench.state->SolutionFailed, 0);
+    solve(bench);
+    ASSERT_FALSE(bench.state->failed());
     for (const int level : {1, 2}) {
         EXPECT_EQ(bench.activeFactor(Right, 1, level), 1.1);
         EXPECT_EQ(bench.activeFactor(Right, 2, level), 1.05);
@@ -205,8 +193,8 @@ TEST(SolveAnalysis, AnActiveFactorOfNothingIsNotGiven) {
     AnalysisBench bench(analysisOf(plainCantilever(), -25));
     bench.problem.FSActive = 0.0001;
     bench.problem.SoilFSActive(Right, 1) = 1.3;
-    solve(*bench.state);
-    ASSERT_EQ(bench.state->SolutionFailed, 0); // one factor for both: the trials set it
+    solve(bench);
+    ASSERT_FALSE(bench.state->failed()); // one factor for both: the trials set it
     EXPECT_EQ(bench.activeFactor(Right, 1, 1), bench.factor(Right, 1, 1));
     EXPECT_EQ(bench.activeFactor(Right, 1, 2), 0); // the level that is not analysed has none
 }
@@ -224,25 +212,24 @@ Problem stiffClay() {
 
 TEST(SolveAnalysis, NoToTheQuestionOfALargeFactorFailsWithoutAnotherBox) {
     AnalysisBench bench(stiffClay());
-    bench.prompts.answers = {Answer::No};
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    ASSERT_EQ(bench.prompts.asked.size(), 1U);
-    EXPECT_EQ(bench.prompts.asked[0].title, "LARGE FACTOR OF SAFETY");
-    EXPECT_EQ(bench.state->files.ScratchFileCount, 8);
-    EXPECT_FALSE(bench.state->solved(1).solved);
+    bench.answers = {Answer::No};
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    ASSERT_EQ(bench.told().size(), 1U);
+    EXPECT_EQ(bench.told()[0].title, "LARGE FACTOR OF SAFETY");
+    EXPECT_FALSE(bench.solved(1));
 }
 
 TEST(SolveAnalysis, YesToTheQuestionOfALargeFactorGoesOnAndAsksAgain) {
     AnalysisBench bench(stiffClay());
-    bench.prompts.answers = {Answer::Yes, Answer::Yes, Answer::Yes};
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 0);
+    bench.answers = {Answer::Yes, Answer::Yes, Answer::Yes};
+    solve(bench);
+    EXPECT_FALSE(bench.state->failed());
     // Twice by the free earth method; the fixed earth method begins at 5 again.
     const std::string limits[] = {"5.00.", "10.00.", "5.00."};
-    ASSERT_EQ(bench.prompts.asked.size(), 3U);
+    ASSERT_EQ(bench.told().size(), 3U);
     for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_NE(bench.prompts.asked[i].text.find("greater than " + limits[i]), std::string::npos);
+        EXPECT_NE(bench.told()[i].text.find("greater than " + limits[i]), std::string::npos);
     }
     EXPECT_GT(bench.factor(Left, 1, 2), 5);
     EXPECT_LT(bench.factor(Left, 1, 2), 10.2);
@@ -254,10 +241,10 @@ TEST(SolveAnalysis, YesToTheQuestionOfALargeFactorGoesOnAndAsksAgain) {
 TEST(SolveAnalysis, AWeakWallHasAFactorBelowOne) {
     const double bottom = designedBottom(plainCantilever(), 0.7, 1);
     AnalysisBench bench(analysisOf(plainCantilever(), bottom));
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 0);
+    solve(bench);
+    EXPECT_FALSE(bench.state->failed());
     EXPECT_NEAR(bench.factor(Right, 1, 1), 0.7, 0.02);
-    EXPECT_TRUE(bench.prompts.asked.empty());
+    EXPECT_TRUE(bench.told().empty());
 }
 
 /// Coefficients on both sides: no factor moves the bottom.
@@ -273,15 +260,14 @@ Problem coefficientWall(double bottom) {
 
 TEST(SolveAnalysis, FactorsThatMoveNothingEndAfterTenThousandTrials) {
     AnalysisBench bench(coefficientWall(-11)); // too short: the factor falls and falls
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    EXPECT_EQ(textsOf(bench.prompts),
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    EXPECT_EQ(textsOf(bench),
               std::vector<std::string>{"SEARCH FOR THE FACTOR OF SAFETY DOES NOT CONVERGE.\n\n"
                                        "     UNABLE TO CONTINUE."});
-    EXPECT_EQ(bench.prompts.asked[0].title, "KORVANE");
+    EXPECT_EQ(bench.told()[0].title, "KORVANE");
     EXPECT_NEAR(bench.factor(Right, 1, 1), 1 - 0.2 * 9999, 1e-6); // as it stands, below zero
     EXPECT_EQ(bench.factor(Right, 1, 2), 0);                      // the second level never began
-    EXPECT_EQ(bench.state->files.ScratchFileCount, 8);
 }
 
 TEST(SolveAnalysis, AFactorOfZeroIsARunTimeErrorOfThePressures) {
@@ -289,16 +275,16 @@ TEST(SolveAnalysis, AFactorOfZeroIsARunTimeErrorOfThePressures) {
     // coefficient divides by zero.
     AnalysisBench bench(analysisOf(anchored(plainCantilever()), -10.05));
     bench.problem.FSKind = 2;
-    EXPECT_EQ(errorOf([&] { solve(*bench.state); }), 11);
+    EXPECT_EQ(errorOf([&] { solve(bench); }), 11);
 }
 
 TEST(SolveAnalysis, AWallThatTurnsTheOtherWayIsTheRotationMessage) {
     AnalysisBench bench(analysisOf(plainCantilever(), -25));
     bench.problem.SurfaceElev(Left, 1) = 0;
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    ASSERT_EQ(bench.prompts.asked.size(), 1U);
-    EXPECT_EQ(bench.prompts.asked[0].title, "IMPROPER WALL ROTATION");
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    ASSERT_EQ(bench.told().size(), 1U);
+    EXPECT_EQ(bench.told()[0].title, "IMPROPER WALL ROTATION");
 }
 
 TEST(SolveAnalysis, ASearchThatFailsEndsItWithItsOwnMessage) {
@@ -310,23 +296,23 @@ TEST(SolveAnalysis, ASearchThatFailsEndsItWithItsOwnMessage) {
         bench.problem.SoilFriction(side, 1) = 0;
         bench.problem.SoilCohesion(side, 1) = 460;
     }
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    EXPECT_EQ(textsOf(bench.prompts),
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    EXPECT_EQ(textsOf(bench),
               std::vector<std::string>{"NO SOLUTION FOR CANTILEVER WALL DESIGN WITH\n"
                                        "BOTTOM OF WALL DOWN TO ELEVATION -50090.00 (FT).\n\n"
                                        "     UNABLE TO CONTINUE."});
-    EXPECT_FALSE(bench.state->solved(1).solved);
+    EXPECT_FALSE(bench.solved(1));
 }
 
 TEST(SolveAnalysis, AFaultOfTheRightSideLeavesOutTheLeftAndShowsOneBox) {
     AnalysisBench bench(analysisOf(plainCantilever(), -25));
     bench.problem.SoilMoistWeight(Right, 1) = 0;
     bench.problem.SoilMoistWeight(Left, 1) = 0;
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    ASSERT_EQ(bench.prompts.asked.size(), 1U);
-    EXPECT_EQ(bench.prompts.asked[0].title, "IMPROPER SOIL WEIGHT");
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    ASSERT_EQ(bench.told().size(), 1U);
+    EXPECT_EQ(bench.told()[0].title, "IMPROPER SOIL WEIGHT");
 }
 
 TEST(SolveAnalysis, MarksOfATrialBeforeAreCleared) {
@@ -336,7 +322,7 @@ TEST(SolveAnalysis, MarksOfATrialBeforeAreCleared) {
         bench.state->pressures.ActiveMark(side, 301) = true;
         bench.state->pressures.PassiveMark(side, 7) = true;
     }
-    SolveAnalysis(*bench.state);
+    SolveAnalysis(*bench.state, bench.limit(), [](int) {});
     for (const int side : {Right, Left}) {
         EXPECT_FALSE(bench.state->pressures.ActiveMark(side, 301));
         EXPECT_FALSE(bench.state->pressures.PassiveMark(side, 7));
@@ -345,12 +331,12 @@ TEST(SolveAnalysis, MarksOfATrialBeforeAreCleared) {
 
 TEST(SolveAnalysis, ForgetsTheLevelsOfTheSolutionBefore) {
     AnalysisBench bench(analysisOf(anchored(plainCantilever()), -16));
-    solve(*bench.state);
-    ASSERT_TRUE(bench.state->solved(2).solved);
+    solve(bench);
+    ASSERT_TRUE(bench.solved(2));
     bench.problem = analysisOf(plainCantilever(), -25);
-    solve(*bench.state);
-    EXPECT_TRUE(bench.state->solved(1).solved);
-    EXPECT_FALSE(bench.state->solved(2).solved);
+    solve(bench);
+    EXPECT_TRUE(bench.solved(1));
+    EXPECT_FALSE(bench.solved(2));
 }
 
 } // namespace

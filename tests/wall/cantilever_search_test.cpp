@@ -104,7 +104,7 @@ TEST(CantileverSearch, ATransitionAtAGridPointGetsNoRefinementAndNoRow) {
     EXPECT_EQ(NetActive(HandMadeWall::rowAt(-9), 1), 200); // halfway from -100 to 500
     EXPECT_EQ(NetActive(HandMadeWall::rowAt(-9), 2), 200);
     EXPECT_EQ(NetActive(HandMadeWall::rowAt(-10), 2), 500);
-    EXPECT_TRUE(wall.prompts.asked.empty());
+    EXPECT_TRUE(wall.told().empty());
 }
 
 TEST(CantileverSearch, BottomAndTransitionMeetTheClosedForm) {
@@ -134,7 +134,7 @@ TEST(CantileverSearch, TheMomentCurveMayStandWithoutATrialOfNegativeMoment) {
     EXPECT_NEAR(solveBottom(wall).SolvedBottomElev(1), -D, 0.01); // moment slope 98 LB at D
     EXPECT_NEAR(uniform.moment(-wall.state->solution.SolvedBottomElev(1)), 0, 1.5);
     expectBalance(wall);
-    EXPECT_TRUE(wall.prompts.asked.empty());
+    EXPECT_TRUE(wall.told().empty());
 }
 
 TEST(CantileverSearch, TheTransitionsRowIsInterpolated) {
@@ -201,19 +201,19 @@ TEST(CantileverSearch, BetweenRowsTheSlopeIsThatOfTheValuesAboveThem) {
 TEST(CantileverSearch, NoEmbedmentBelowTheFirstPointIsMessageA) {
     HandMadeWall wall = UniformWall{.R = 50, .arm = 1}.build();
     solveBottom(wall);
-    EXPECT_EQ(wall.state->SolutionFailed, 1);
-    ASSERT_EQ(wall.prompts.asked.size(), 1U);
-    EXPECT_EQ(wall.prompts.asked[0],
+    EXPECT_TRUE(wall.state->failed());
+    ASSERT_EQ(wall.told().size(), 1U);
+    EXPECT_EQ(wall.told()[0],
               (MessageBox{.text = "DESIGN BOTTOM OF CANTILEVER WALL IS ABOVE ELEVATION -1.00\n\n"
                                   "     UNABLE TO CONTINUE."}));
-    EXPECT_EQ(wall.prompts.asked[0].title, "KORVANE");
+    EXPECT_EQ(wall.told()[0].title, "KORVANE");
 }
 
 TEST(CantileverSearch, ARunningForceOfZeroAtTheFirstPointIsNoFailure) {
     // D = 10, z = 3: force 100 - 1000 + 900 = 0, moment 100 x 41 - 5000 + 900 = 0.
     HandMadeWall wall = UniformWall{.R = 100, .arm = 31}.build();
     EXPECT_EQ(solveBottom(wall).SolvedBottomElev(1), -10);
-    EXPECT_EQ(wall.state->SolutionFailed, 0);
+    EXPECT_FALSE(wall.state->failed());
 }
 
 const char* const messageB = "NO SOLUTION FOR CANTILEVER WALL DESIGN WITH\n"
@@ -223,23 +223,23 @@ const char* const messageB = "NO SOLUTION FOR CANTILEVER WALL DESIGN WITH\n"
 TEST(CantileverSearch, AForceThatStaysPositiveIsMessageB) {
     HandMadeWall wall = UniformWall{.p = -1, .R = 400, .arm = 1}.build();
     solveBottom(wall);
-    EXPECT_EQ(wall.state->SolutionFailed, 1);
-    EXPECT_EQ(textsOf(wall.prompts), Texts{messageB});
+    EXPECT_TRUE(wall.state->failed());
+    EXPECT_EQ(textsOf(wall), Texts{messageB});
 }
 
 TEST(CantileverSearch, AFirstTrialAtTheLastRowIsMessageB) {
     // The running force turns negative at -50040, the last row but one.
     HandMadeWall wall = UniformWall{.p = 1, .R = 1000, .arm = 1}.build();
     solveBottom(wall);
-    EXPECT_EQ(textsOf(wall.prompts), Texts{messageB});
+    EXPECT_EQ(textsOf(wall), Texts{messageB});
 }
 
 TEST(CantileverSearch, TrialsThatReachTheLastRowAreMessageB) {
     // Even 50,040 FT of depth resist 100 x 50040^2 / 2 = 1.3E11 only.
     HandMadeWall wall = UniformWall{.R = 400, .arm = 1e10}.build();
     solveBottom(wall);
-    EXPECT_EQ(wall.state->SolutionFailed, 1);
-    EXPECT_EQ(textsOf(wall.prompts), Texts{messageB});
+    EXPECT_TRUE(wall.state->failed());
+    EXPECT_EQ(textsOf(wall), Texts{messageB});
 }
 
 TEST(CantileverSearch, AMomentThatJumpsOverZeroIsMessageC) {
@@ -248,10 +248,10 @@ TEST(CantileverSearch, AMomentThatJumpsOverZeroIsMessageC) {
     HandMadeWall wall = UniformWall{.q = 5000, .R = 380, .arm = 1.5}.build();
     wall.setPassive(0, -9, 100, 100);
     solveBottom(wall);
-    EXPECT_EQ(wall.state->SolutionFailed, 1);
+    EXPECT_TRUE(wall.state->failed());
     const double Zb = wall.state->solution.SolvedBottomElev(1);
     EXPECT_NEAR(Zb, -9, 1);
-    EXPECT_EQ(textsOf(wall.prompts),
+    EXPECT_EQ(textsOf(wall),
               Texts{"DESIGN BOTTOM OF CANTILEVER WALL APPEARS TO BE\n"
                     "OSCILLATING ABOUT ELEVATION " +
                     formatNumber(Zb, "####0.00") + " (FT).\n\n     UNABLE TO CONTINUE."});
@@ -286,7 +286,7 @@ TEST(CantileverSearch, ATransitionAboveTheFirstRowIsFoundByHalving) {
     HandMadeWall wall = wallOfEarlyTransition();
     const int rows = wall.state->grid.NumElevs;
     const Solution& solution = solveBottom(wall);
-    EXPECT_TRUE(wall.prompts.asked.empty());
+    EXPECT_TRUE(wall.told().empty());
     EXPECT_EQ(solution.SolvedBottomElev(1), -3);
     EXPECT_EQ(wall.state->grid.NumElevs, rows + 1);
     EXPECT_NEAR(wall.state->grid.ElevGrid(HandMadeWall::ZeroRow + 1), -11.0 / 15, 0.1 / 150);
@@ -298,9 +298,9 @@ TEST(CantileverSearch, ARefinementWithoutAResultFails) {
     HandMadeWall wall = wallOfEarlyTransition();
     wall.setActive(0, -1, -100, -100);
     solveBottom(wall);
-    EXPECT_EQ(wall.state->SolutionFailed, 1);
-    ASSERT_EQ(wall.prompts.asked.size(), 1U);
-    EXPECT_EQ(wall.prompts.asked[0],
+    EXPECT_TRUE(wall.state->failed());
+    ASSERT_EQ(wall.told().size(), 1U);
+    EXPECT_EQ(wall.told()[0],
               (MessageBox{.text = "REFINEMENT OF WALL BOTTOM DOES NOT CONVERGE\n"
                                   "FOR CANTILEVER WALL.\n\n     UNABLE TO CONTINUE.",
                           .title = "KORVANE"}));
@@ -322,17 +322,17 @@ Problem seepageWall() {
 TEST(CantileverSearch, SeepageFollowsTheBottom) {
     Bench bench;
     bench.problem = seepageWall();
-    solve(*bench.state);
-    EXPECT_TRUE(bench.prompts.asked.empty());
+    solve(bench);
+    EXPECT_TRUE(bench.told().empty());
     // The gradient belongs to the bottom of the pass before, at most 0.1 FT away.
     const double Zb = bench.state->solution.SolvedBottomElev(1);
-    const double gradient = bench.problem.SeepageGradient(1);
+    const double gradient = bench.state->preparation.SeepageGradient(1);
     const double previous = (-12 - 8 / gradient) / 2; // 8 / (-2 - 10 - 2 b)
     EXPECT_NEAR(previous, Zb, 0.1);
     EXPECT_LT(gradient, bench.state->preparation.SeepageGradientLimit);
     EXPECT_NEAR(bench.state->preparation.SeepageEndElev(1), previous, 1e-9);
-    EXPECT_NEAR(resultant(*bench.state, 1).force, 0, 0.1);
-    EXPECT_NEAR(resultant(*bench.state, 1).moment, 0, 1.0);
+    EXPECT_NEAR(resultant(bench, 1).force, 0, 0.1);
+    EXPECT_NEAR(resultant(bench, 1).moment, 0, 1.0);
 }
 
 TEST(CantileverSearch, AGradientAboveItsLimitIsCutAndTheSeepagesEndFollows) {
@@ -346,11 +346,11 @@ TEST(CantileverSearch, AGradientAboveItsLimitIsCutAndTheSeepagesEndFollows) {
     problem.SoilMoistWeight(Left, 2) = 72;
     problem.SoilFriction(Left, 2) = 36;
     problem.SoilBottomElev(Left, 2) = NoLayerBottom;
-    solve(*bench.state);
-    EXPECT_TRUE(bench.prompts.asked.empty());
+    solve(bench);
+    EXPECT_TRUE(bench.told().empty());
     EXPECT_GT(8 / (-12 - 2 * bench.state->solution.SolvedBottomElev(1)), 0.125);
     EXPECT_EQ(bench.state->preparation.SeepageGradientLimit, 0.125);
-    EXPECT_EQ(problem.SeepageGradient(1), 0.125);
+    EXPECT_EQ(bench.state->preparation.SeepageGradient(1), 0.125);
     EXPECT_EQ(bench.state->preparation.SeepageEndElev(1), (-12 - 8 / 0.125) / 2);
 }
 
@@ -362,8 +362,8 @@ TEST(CantileverSearch, AnAnalysisTakesItsSeepageAsItStands) {
     net.DrivingMoment += bench.state->grid.ElevGrid(net.NetZeroIndex) * net.DrivingForce;
     bench.problem.ProgramMode = Mode::Analysis;
     SolveCantileverBottom(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 0);
-    EXPECT_EQ(bench.problem.SeepageGradient(1), 0.0001);
+    EXPECT_FALSE(bench.state->failed());
+    EXPECT_EQ(bench.state->preparation.SeepageGradient(1), 0.0001);
 }
 
 TEST(CantileverSearch, ABottomThatSeepageNeverSettlesIsMessageC) {
@@ -401,15 +401,15 @@ TEST(CantileverSearch, ABottomThatSeepageNeverSettlesIsMessageC) {
     problem.HDistLoad(1) = 100;
     problem.HDistElev(2) = -22.5;
     problem.HDistLoad(2) = 450;
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
     const double Zb = bench.state->solution.SolvedBottomElev(1);
-    EXPECT_EQ(textsOf(bench.prompts),
+    EXPECT_EQ(textsOf(bench),
               Texts{"DESIGN BOTTOM OF CANTILEVER WALL APPEARS TO BE\n"
                     "OSCILLATING ABOUT ELEVATION " +
                     formatNumber(Zb, "####0.00") + " (FT).\n\n     UNABLE TO CONTINUE."});
     // It is the seepage that swings: the present pass does solve the wall of the last gradient.
-    const double previous = (-26 - 24 - 0.5 / problem.SeepageGradient(1)) / 2;
+    const double previous = (-26 - 24 - 0.5 / bench.state->preparation.SeepageGradient(1)) / 2;
     EXPECT_GT(std::abs(Zb - previous), 0.1);
 }
 
@@ -436,13 +436,12 @@ TEST(CantileverSearch, SeepageThatTurnsTheWallIsMessageD) {
     problem.HLineCount = 1;
     problem.HLineElev(1) = 50;
     problem.HLineLoad(1) = -900;
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    EXPECT_EQ(textsOf(bench.prompts),
-              Texts{"CONDITIONS ENCOUNTERED WHERE IMPENDING ROTATION OF\n"
-                    "CANTILEVER WALL IS CLOCKWISE.  OR DRIVING FORCES OF THE\n"
-                    "RETAINED SOIL ABOVE THE LEFT SIDE SURFACE ARE ZERO.\n\n"
-                    "     UNABLE TO CONTINUE."});
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    EXPECT_EQ(textsOf(bench), Texts{"CONDITIONS ENCOUNTERED WHERE IMPENDING ROTATION OF\n"
+                                    "CANTILEVER WALL IS CLOCKWISE.  OR DRIVING FORCES OF THE\n"
+                                    "RETAINED SOIL ABOVE THE LEFT SIDE SURFACE ARE ZERO.\n\n"
+                                    "     UNABLE TO CONTINUE."});
 }
 
 TEST(CantileverSearch, AFaultOfASeepagePassEndsTheSearchWithItsOwnBox) {
@@ -454,11 +453,11 @@ TEST(CantileverSearch, AFaultOfASeepagePassEndsTheSearchWithItsOwnBox) {
     bench.problem.SoilSatWeight(Left, 1) = 80;
     bench.problem.SoilFriction(Left, 1) = 0;
     bench.problem.SoilCohesion(Left, 1) = 1500;
-    solve(*bench.state);
-    EXPECT_NE(bench.state->SolutionFailed, 0);
-    EXPECT_EQ(textsOf(bench.prompts), Texts{"Seepage has resulted in negative or zero\n"
-                                            "     effective unit weight of soil.\n\n"
-                                            "UNABLE TO CONTINUE."});
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    EXPECT_EQ(textsOf(bench), Texts{"Seepage has resulted in negative or zero\n"
+                                    "     effective unit weight of soil.\n\n"
+                                    "UNABLE TO CONTINUE."});
 }
 
 TEST(CantileverSearch, AHeadThatHasGoneIsADivisionByZero) {
@@ -468,7 +467,7 @@ TEST(CantileverSearch, AHeadThatHasGoneIsADivisionByZero) {
     bench.problem = seepageWall();
     bench.problem.WaterElev(Right) = bench.problem.WaterElev(Left);
     bench.problem.SeepageElev = -10;
-    EXPECT_EQ(errorOf([&] { solve(*bench.state); }), 11);
+    EXPECT_EQ(errorOf([&] { solve(bench); }), 11);
 }
 
 } // namespace

@@ -2,34 +2,16 @@
 
 #include "search_bench.h"
 #include "support/random_problem.h"
-#include "wall/solution_files.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <filesystem>
 
 namespace korvane::test {
 namespace {
 
-namespace fs = std::filesystem;
-
-/// A session with a folder for its scratch files.
 struct DesignBench : Bench {
-    explicit DesignBench(const Problem& problem_) {
-        problem = problem_;
-        state->files.TempFolder = folder.path().string();
-    }
-    int files() const {
-        int count = 0;
-        for ([[maybe_unused]] const auto& entry : fs::directory_iterator(folder.path())) {
-            ++count;
-        }
-        return count;
-    }
-    std::string name(const std::string& file) const { return (folder.path() / file).string(); }
-
-    TemporaryFolder folder;
+    explicit DesignBench(const Problem& problem_) { problem = problem_; }
 };
 
 /// A wall in sand of one kind on both sides; elevations below the wall top at 0.
@@ -91,24 +73,24 @@ TEST(SolveDesign, MeetsPublishedWalls) {
     for (const Published& published : publishedWalls) {
         SCOPED_TRACE(published.source);
         DesignBench bench(published.wall.problem());
-        solve(*bench.state);
+        solve(bench);
         const int level = published.level;
-        ASSERT_EQ(bench.state->SolutionFailed, 0);
+        ASSERT_FALSE(bench.state->failed());
         EXPECT_NEAR(-published.wall.retained - bench.state->solution.SolvedBottomElev(level),
                     published.penetration, published.within);
         EXPECT_NEAR(bench.state->solution.AnchorForce(level), published.anchorForce,
                     0.002 * published.anchorForce);
-        EXPECT_NEAR(std::abs(bench.state->results.MaxMoment(level)), published.moment,
-                    0.002 * published.moment);
+        EXPECT_NEAR(std::abs(bench.results->levels(level).diagrams.MaxMoment.value),
+                    published.moment, 0.002 * published.moment);
     }
 }
 
 TEST(SolveDesign, TheFixingMomentMeetsTheElasticLine) {
     DesignBench bench(dryAnchored.problem());
-    solve(*bench.state);
+    solve(bench);
     // The sharp end of the diagram, taken at a row of the grid.
-    EXPECT_NEAR(bench.state->results.MomentRange(2), 16436, 0.005 * 16436);
-    EXPECT_NEAR(bench.state->results.MomentRange(4), -20565, 0.002 * 20565);
+    EXPECT_NEAR(bench.results->levels(2).diagrams.MomentRange.largest, 16436, 0.005 * 16436);
+    EXPECT_NEAR(bench.results->levels(2).diagrams.MomentRange.smallest, -20565, 0.002 * 20565);
 }
 
 TEST(SolveDesign, AWallInClayThatNoDepthHoldsFailsClearly) {
@@ -119,54 +101,40 @@ TEST(SolveDesign, AWallInClayThatNoDepthHoldsFailsClearly) {
         bench.problem.SoilFriction(side, 1) = 0;
         bench.problem.SoilCohesion(side, 1) = 450;
     }
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    EXPECT_EQ(textsOf(bench.prompts),
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    EXPECT_EQ(textsOf(bench),
               std::vector<std::string>{"NO SOLUTION FOR CANTILEVER WALL DESIGN WITH\n"
                                        "BOTTOM OF WALL DOWN TO ELEVATION -50090.00 (FT).\n\n"
                                        "     UNABLE TO CONTINUE."});
-    EXPECT_FALSE(bench.state->solved(1).solved);
+    EXPECT_FALSE(bench.solved(1));
 }
 
-TEST(SolveDesign, ACantileverDesignWritesNoScratchFileAndKeepsItsLevel) {
+TEST(SolveDesign, ACantileverDesignKeepsItsLevel) {
     DesignBench bench(dasCantilever.problem());
-    solve(*bench.state);
-    EXPECT_EQ(bench.files(), 0);
-    EXPECT_EQ(bench.state->files.ScratchFileName(1), "");
-    EXPECT_TRUE(bench.state->solved(1).solved);
-    EXPECT_FALSE(bench.state->solved(2).solved);
-    EXPECT_EQ(bench.state->solved(1).rowCount, bench.state->solution.BottomIndex(1));
+    solve(bench);
+    EXPECT_TRUE(bench.solved(1));
+    EXPECT_FALSE(bench.solved(2));
+    EXPECT_EQ(bench.results->levels(1).diagrams.RowCount, bench.state->results.RowCount);
 }
 
-TEST(SolveDesign, AnAnchoredDesignWritesAScratchFileForEachMethod) {
+TEST(SolveDesign, AnAnchoredDesignKeepsBothMethodsAsTheyWereSolved) {
     DesignBench bench(dryAnchored.problem());
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->files.ScratchFileName(1), bench.name("ZZ10"));
-    EXPECT_EQ(bench.state->files.ScratchFileName(2), bench.name("ZZ20"));
-    EXPECT_EQ(bench.files(), 2);
-    for (const int level : {1, 2}) {
-        LoadResultLevel(*bench.state, level);
-        const SolvedLevel& solved = bench.state->solved(level);
-        EXPECT_TRUE(solved.solved);
-        EXPECT_TRUE(bench.state->results.ResultMoment == solved.ResultMoment);
-        EXPECT_TRUE(bench.state->grid.ElevGrid == solved.grid.ElevGrid);
-        EXPECT_TRUE(bench.state->pressures.ActivePressures == solved.pressures.ActivePressures);
-    }
-}
-
-TEST(SolveDesign, TwoDesignsInARowTakeTheNextNumbers) {
-    DesignBench bench(dryAnchored.problem());
-    solve(*bench.state);
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->files.ScratchFileName(1), bench.name("ZZ11"));
-    EXPECT_EQ(bench.state->files.ScratchFileName(2), bench.name("ZZ21"));
-    EXPECT_EQ(bench.state->files.ScratchFileCount, 12);
+    solve(bench);
+    const LevelResult& freeEarth = bench.results->levels(1);
+    const LevelResult& fixedEarth = bench.results->levels(2);
+    EXPECT_EQ(freeEarth.method, SolutionMethod::FreeEarth);
+    EXPECT_EQ(fixedEarth.method, SolutionMethod::FixedEarth);
+    EXPECT_GT(freeEarth.bottomElev, fixedEarth.bottomElev);
+    EXPECT_EQ(freeEarth.diagrams.ResultElev(freeEarth.diagrams.RowCount), freeEarth.bottomElev);
+    EXPECT_TRUE(bench.state->results.ResultMoment == fixedEarth.diagrams.ResultMoment);
+    EXPECT_TRUE(bench.state->grid.ElevGrid == fixedEarth.solved.grid.ElevGrid);
 }
 
 TEST(SolveDesign, AFreeEarthSearchThatFailsLeavesNoFileAndFixedEarthUnsolved) {
     DesignBench bench(dryAnchored.problem());
-    solve(*bench.state);
-    ASSERT_TRUE(bench.state->solved(2).solved);
+    solve(bench);
+    ASSERT_TRUE(bench.solved(2));
     const double fixedBefore = bench.state->solution.SolvedBottomElev(2);
     // A stiff layer of 2 FT turns the net pressure; below it lies soil so light and soft that the
     // retained soil, which gains 37 PSF a foot, pushes it all the way down.
@@ -178,16 +146,14 @@ TEST(SolveDesign, AFreeEarthSearchThatFailsLeavesNoFileAndFixedEarthUnsolved) {
     problem.SoilMoistWeight(Left, 2) = 30;
     problem.SoilCohesion(Left, 2) = 10;
     problem.SoilBottomElev(Left, 2) = NoLayerBottom;
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    EXPECT_EQ(
-        textsOf(bench.prompts),
-        std::vector<std::string>{"A SOLUTION FOR PENETRATION HAS NOT BEEN FOUND FOR AN ELEVATION\n"
-                                 "DOWN TO EL -50120.00 FT.\n\n     UNABLE TO CONTINUE."});
-    EXPECT_EQ(bench.files(), 2); // of the first design
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    EXPECT_EQ(textsOf(bench), std::vector<std::string>{
+                                  "A SOLUTION FOR PENETRATION HAS NOT BEEN FOUND FOR AN ELEVATION\n"
+                                  "DOWN TO EL -50120.00 FT.\n\n     UNABLE TO CONTINUE."});
     EXPECT_EQ(bench.state->solution.SolvedBottomElev(2), fixedBefore);
-    EXPECT_FALSE(bench.state->solved(1).solved);
-    EXPECT_FALSE(bench.state->solved(2).solved);
+    EXPECT_FALSE(bench.solved(1));
+    EXPECT_FALSE(bench.solved(2));
 }
 
 MessageBox rotation(const std::string& wall, const std::string& turn) {
@@ -201,38 +167,22 @@ MessageBox rotation(const std::string& wall, const std::string& turn) {
 TEST(SolveDesign, NoDrivingForceIsTheRotationMessage) {
     DesignBench bench(plainCantilever());
     bench.problem.SurfaceElev(Left, 1) = 0; // nothing is retained
-    solve(*bench.state);
+    solve(bench);
     EXPECT_EQ(bench.state->net.DrivingForce, 0);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    ASSERT_EQ(bench.prompts.asked.size(), 1U);
-    EXPECT_EQ(bench.prompts.asked[0], rotation("CANTILEVER", "CLOCKWISE"));
+    EXPECT_TRUE(bench.state->failed());
+    ASSERT_EQ(bench.told().size(), 1U);
+    EXPECT_EQ(bench.told()[0], rotation("CANTILEVER", "CLOCKWISE"));
 }
 
 TEST(SolveDesign, AWallThatTurnsTheOtherWayIsTheRotationMessage) {
     // The anchor stands at the ground on the left: all forces act above it.
     DesignBench bench(dryAnchored.problem());
     bench.problem.AnchorElev = -20;
-    solve(*bench.state);
+    solve(bench);
     EXPECT_GT(bench.state->net.DrivingForce, 0);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    ASSERT_EQ(bench.prompts.asked.size(), 1U);
-    EXPECT_EQ(bench.prompts.asked[0], rotation("ANCHORED", "COUNTERCLOCKWISE"));
-    EXPECT_EQ(bench.files(), 0);
-}
-
-TEST(SolveDesign, AFullListOfScratchFilesIsASubscriptError) {
-    DesignBench bench(dryAnchored.problem());
-    bench.state->files.ScratchFileCount = 99;
-    EXPECT_EQ(errorOf([&] { solve(*bench.state); }), 9);
-    EXPECT_EQ(bench.files(), 1);
-}
-
-TEST(SolveDesign, AFolderThatIsGoneIsAFileFaultAndKeepsTheProblem) {
-    DesignBench bench(dryAnchored.problem());
-    bench.state->files.TempFolder = bench.name("nowhere");
-    const Problem before = bench.problem;
-    EXPECT_EQ(errorOf([&] { solve(*bench.state); }), 76);
-    EXPECT_TRUE(bench.problem == before);
+    EXPECT_TRUE(bench.state->failed());
+    ASSERT_EQ(bench.told().size(), 1U);
+    EXPECT_EQ(bench.told()[0], rotation("ANCHORED", "COUNTERCLOCKWISE"));
 }
 
 TEST(SolveDesign, BothLevelsWithSeepageHaveTheirOwnGradients) {
@@ -241,60 +191,59 @@ TEST(SolveDesign, BothLevelsWithSeepageHaveTheirOwnGradients) {
     bench.problem.WaterElev(Left) = -25;
     bench.problem.SeepageKind = Seepage::Automatic;
     bench.problem.SeepageElev = -12;
-    solve(*bench.state);
-    ASSERT_EQ(bench.state->SolutionFailed, 0);
+    solve(bench);
+    ASSERT_FALSE(bench.state->failed());
     for (const int level : {1, 2}) {
         // The left water stands above the ground: seepage leaves the soil at -30.0197.
         const double head = 25 - 10.00656;
-        const double previous = (-12 - 30.0197 - head / bench.problem.SeepageGradient(level)) / 2;
+        const double previous =
+            (-12 - 30.0197 - head / bench.results->levels(level).seepageGradient) / 2;
         EXPECT_NEAR(bench.state->solution.SolvedBottomElev(level), previous, 0.1);
         EXPECT_NEAR(bench.state->preparation.SeepageEndElev(level), previous, 1e-9);
     }
-    EXPECT_GT(bench.problem.SeepageGradient(1), bench.problem.SeepageGradient(2));
+    EXPECT_GT(bench.results->levels(1).seepageGradient, bench.results->levels(2).seepageGradient);
 }
 
 TEST(SolveDesign, EqualInputGivesEqualResultsWhateverWasSolvedBefore) {
     DesignBench bench(dasAnchoredMetric.problem());
-    solve(*bench.state);
-    const SolvedLevel first = bench.state->solved(2);
+    solve(bench);
+    const LevelResult first = bench.results->levels(2);
     bench.problem = dasCantilever.problem();
-    solve(*bench.state);
-    EXPECT_FALSE(bench.state->solved(2).solved);
+    solve(bench);
+    EXPECT_FALSE(bench.solved(2));
     bench.problem = dasAnchoredMetric.problem();
-    solve(*bench.state);
-    const SolvedLevel& again = bench.state->solved(2);
-    EXPECT_EQ(first.rowCount, again.rowCount);
-    EXPECT_TRUE(first.ResultMoment == again.ResultMoment);
-    EXPECT_TRUE(first.grid.ElevGrid == again.grid.ElevGrid);
-    EXPECT_TRUE(first.pressures.PassivePressures == again.pressures.PassivePressures);
-    EXPECT_TRUE(first.NetPassive == again.NetPassive);
+    solve(bench);
+    const LevelResult& again = bench.results->levels(2);
+    EXPECT_EQ(first.diagrams.RowCount, again.diagrams.RowCount);
+    EXPECT_TRUE(first.diagrams.ResultMoment == again.diagrams.ResultMoment);
+    EXPECT_TRUE(first.solved.grid.ElevGrid == again.solved.grid.ElevGrid);
+    EXPECT_TRUE(first.solved.pressures.PassivePressures == again.solved.pressures.PassivePressures);
+    EXPECT_TRUE(first.solved.NetPassive == again.solved.NetPassive);
 }
 
 /// EI times the deflection of the anchor off the tangent at the bottom, over the sum of the sizes
 /// of its parts: moment areas of the fixed earth diagram, row by row.
-double anchorDeflection(const State& state) {
-    const Problem& problem = state.problem;
-    const SolvedLevel& solved = state.solved(2);
+double anchorDeflection(const Problem& problem, const LevelResult& solved) {
     const double anchor = problem.AnchorElev;
     double shear = 0;
     double moment = 0;
     double deflection = 0;
     double scale = 0;
-    for (int row = 2; row <= solved.rowCount; ++row) {
-        const double top = solved.ResultElev(row - 1);
-        const bool last = row == solved.rowCount;
-        const double bottom = last ? state.solution.SolvedBottomElev(2) : solved.ResultElev(row);
+    for (int row = 2; row <= solved.diagrams.RowCount; ++row) {
+        const double top = solved.diagrams.ResultElev(row - 1);
+        const bool last = row == solved.diagrams.RowCount;
+        const double bottom = last ? solved.bottomElev : solved.diagrams.ResultElev(row);
         const double h = top - bottom;
         if (h < 1e-9) {
             continue;
         }
         const auto actsHere = [&](double elev) { return std::abs(elev - top) < 1e-4; };
-        shear -= actsHere(anchor) ? state.solution.AnchorForce(2) : 0;
+        shear -= actsHere(anchor) ? solved.anchorForce : 0;
         for (int j = 1; j <= problem.HLineCount; ++j) {
             shear += actsHere(problem.HLineElev(j)) ? problem.HLineLoad(j) : 0;
         }
-        const double a = solved.ResultPressure(row - 1);
-        const double slope = (solved.ResultPressure(row) - a) / h;
+        const double a = solved.diagrams.ResultPressure(row - 1);
+        const double slope = (solved.diagrams.ResultPressure(row) - a) / h;
         const auto momentAt = [&](double s) {
             return moment + shear * s + a * s * s / 2 + slope * s * s * s / 6;
         };
@@ -325,33 +274,33 @@ TEST(SolveDesign, RandomWallsAreInBalance) {
         State& state = *bench.state;
         int error = 0;
         try {
-            solve(state);
+            solve(bench);
         } catch (const RuntimeError& fault) {
             error = fault.number();
         }
         // A failure shows one box; a wall that is solved shows none.
-        EXPECT_EQ(bench.prompts.asked.size(), state.SolutionFailed != 0 ? 1U : 0U);
-        if (error != 0 || state.SolutionFailed != 0) {
+        EXPECT_EQ(bench.told().size(), state.failed() ? 1U : 0U);
+        if (error != 0 || state.failed()) {
             continue;
         }
-        const bool anchored = state.problem.WallType == WallKind::Anchored;
+        const bool anchored = state.problem->WallType == WallKind::Anchored;
         ++solvedWalls[anchored ? 1 : 0];
         for (int level = 1; level <= (anchored ? 2 : 1); ++level) {
-            const Resultant sum = resultant(state, level);
+            const Resultant sum = resultant(bench, level);
             // The transition stands on a row within 0.0001 FT of it, where pressures may differ by
             // the whole range of the diagram.
-            const auto& results = state.results;
+            const auto& results = bench.results->levels(level).diagrams;
             const double range =
-                std::abs(results.PressureRange(level)) + std::abs(results.PressureRange(level + 2));
+                std::abs(results.PressureRange.largest) + std::abs(results.PressureRange.smallest);
             const double height =
-                state.problem.WallTopElev - state.solution.SolvedBottomElev(level);
+                state.problem->WallTopElev - state.solution.SolvedBottomElev(level);
             EXPECT_NEAR(sum.moment, 0, 1.0 + 1e-4 * range * height) << "level " << level;
             if (level == 1) {
                 EXPECT_NEAR(sum.force, 0, 0.1 + 1e-4 * range);
             }
         }
         if (anchored) {
-            EXPECT_NEAR(anchorDeflection(state), 0, 1e-6);
+            EXPECT_NEAR(anchorDeflection(bench.problem, bench.results->levels(2)), 0, 1e-6);
         }
     }
     EXPECT_GT(solvedWalls[0], 60);

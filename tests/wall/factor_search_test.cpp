@@ -14,7 +14,7 @@ struct FactorBench : Bench {
     FactorBench() { problem.WallType = WallKind::Cantilever; }
 
     /// The bottom (FT) that the present factor gives; false where the search has ended.
-    bool trial(double Z) { return takeNextFactor(*state, level, search, Z, W); }
+    bool trial(double Z) { return takeNextFactor(*state, level, search, limit(), Z, W); }
 
     /// Bracket -20 FT at a factor of 1 and -40 at 1.2; the next trial is 1.1.
     void bracket() {
@@ -36,10 +36,10 @@ MessageBox inconsistent(const std::string& bracket = {},
 }
 
 void expectInconsistent(const FactorBench& bench, const MessageBox& box) {
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    ASSERT_EQ(bench.prompts.asked.size(), 1U);
-    EXPECT_EQ(bench.prompts.asked[0].text, box.text);
-    EXPECT_EQ(bench.prompts.asked[0], box);
+    EXPECT_TRUE(bench.state->failed());
+    ASSERT_EQ(bench.told().size(), 1U);
+    EXPECT_EQ(bench.told()[0].text, box.text);
+    EXPECT_EQ(bench.told()[0], box);
 }
 
 TEST(FactorSearch, StartsAtOneAndStepsUpWhereTheBottomIsTooHigh) {
@@ -95,7 +95,7 @@ TEST(FactorSearch, SteppingDownHasNoLimitAndNoQuestion) {
         factor -= 0.2;
     }
     EXPECT_LT(bench.search.FS, -18.9);
-    EXPECT_TRUE(bench.prompts.asked.empty());
+    EXPECT_TRUE(bench.told().empty());
 }
 
 TEST(FactorSearch, SteppingUpTakesAnEqualBottomAsConsistent) {
@@ -212,7 +212,7 @@ TEST(FactorSearch, ATrialAcrossTheBottomFromAPointBelowItDividesByZero) {
     EXPECT_EQ(bench.search.ZL, -33);
     EXPECT_EQ(bench.search.ZH, -29);
     EXPECT_EQ(bench.search.Z3, -29);
-    EXPECT_TRUE(bench.prompts.asked.empty());
+    EXPECT_TRUE(bench.told().empty());
 }
 
 TEST(FactorSearch, ARefiningTrialOutsideItsBracketIsInconsistent) {
@@ -248,9 +248,9 @@ TEST(FactorSearch, TheBracketToldIsTheNarrowedOne) {
 
 /// Steps up until the question comes, and on to its answer.
 bool stepToQuestion(FactorBench& bench) {
-    const std::size_t asked = bench.prompts.asked.size();
+    const std::size_t asked = bench.told().size();
     bool goesOn = true;
-    while (goesOn && bench.prompts.asked.size() == asked) {
+    while (goesOn && bench.told().size() == asked) {
         goesOn = bench.trial(-20);
     }
     return goesOn;
@@ -265,11 +265,11 @@ MessageBox largeFactor(const std::string& limit) {
 
 TEST(FactorSearch, NoToALargeFactorEndsTheSearchAsFailed) {
     FactorBench bench;
-    bench.prompts.answers = {Answer::No};
+    bench.answers = {Answer::No};
     EXPECT_FALSE(stepToQuestion(bench));
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    ASSERT_EQ(bench.prompts.asked.size(), 1U);
-    EXPECT_EQ(bench.prompts.asked[0], largeFactor("5.00"));
+    EXPECT_TRUE(bench.state->failed());
+    ASSERT_EQ(bench.told().size(), 1U);
+    EXPECT_EQ(bench.told()[0], largeFactor("5.00"));
     // Twenty steps of 0.2 summed up from 1 end 2E-15 above 5, so that the trial at 5 asks; the sum
     // of 45 steps stays below 10, where the trial at 10.2 asks.
     EXPECT_GE(bench.search.FS, 5.0);
@@ -278,16 +278,16 @@ TEST(FactorSearch, NoToALargeFactorEndsTheSearchAsFailed) {
 
 TEST(FactorSearch, YesToALargeFactorGoesOnToTheNextLimit) {
     FactorBench bench;
-    bench.prompts.answers = {Answer::Yes, Answer::Yes, Answer::No};
+    bench.answers = {Answer::Yes, Answer::Yes, Answer::No};
     EXPECT_TRUE(stepToQuestion(bench));
     EXPECT_EQ(bench.search.limit, 10);
     EXPECT_NEAR(bench.search.FS, 5.2, 1e-12);
     EXPECT_TRUE(stepToQuestion(bench));
     EXPECT_EQ(bench.search.limit, 15);
     EXPECT_FALSE(stepToQuestion(bench));
-    ASSERT_EQ(bench.prompts.asked.size(), 3U);
-    EXPECT_EQ(bench.prompts.asked[1], largeFactor("10.00"));
-    EXPECT_EQ(bench.prompts.asked[2], largeFactor("15.00"));
+    ASSERT_EQ(bench.told().size(), 3U);
+    EXPECT_EQ(bench.told()[1], largeFactor("10.00"));
+    EXPECT_EQ(bench.told()[2], largeFactor("15.00"));
 }
 
 TEST(FactorSearch, AStepThatPassesTheBottomBeyondTheLimitAsksNothing) {
@@ -296,7 +296,7 @@ TEST(FactorSearch, AStepThatPassesTheBottomBeyondTheLimitAsksNothing) {
         ASSERT_TRUE(bench.trial(-20));
     }
     EXPECT_TRUE(bench.trial(-40));
-    EXPECT_TRUE(bench.prompts.asked.empty());
+    EXPECT_TRUE(bench.told().empty());
 }
 
 } // namespace

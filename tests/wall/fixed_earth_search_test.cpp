@@ -86,7 +86,7 @@ TEST(FixedEarthSearch, BottomAndAnchorForceMeetTheElasticLine) {
         EXPECT_NEAR(solution.BottomPressure(2), slope * solution.SolvedBottomElev(2), 1e-9);
         EXPECT_EQ(solution.BottomIndex(2),
                   HandMadeWall::rowAt(static_cast<int>(std::floor(solution.SolvedBottomElev(2)))));
-        EXPECT_TRUE(wall.prompts.asked.empty());
+        EXPECT_TRUE(wall.told().empty());
     }
 }
 
@@ -129,7 +129,7 @@ TEST(FixedEarthSearch, ABalanceNegativeAtTheFirstPointReturnsToTheZeroPoint) {
     HandMadeWall wall(WallKind::Anchored);
     wall.setActive(0, -40, -100, -100);
     const Solution& solution = solveBottom(wall);
-    EXPECT_EQ(wall.state->SolutionFailed, 0);
+    EXPECT_FALSE(wall.state->failed());
     EXPECT_EQ(solution.SolvedBottomElev(2), 0);
     EXPECT_EQ(solution.BottomIndex(2), HandMadeWall::ZeroRow);
     EXPECT_EQ(solution.BottomPressure(2), 0); // above the row, not the -100 below it
@@ -145,7 +145,7 @@ TEST(FixedEarthSearch, ABottomInTheFirstSegmentIsFoundByHalving) {
     ASSERT_GT(line.solve(10).balance, 50);
     ASSERT_LT(line.solve(11).balance, -100);
     const Solution& solution = solveBottom(wall);
-    EXPECT_EQ(wall.state->SolutionFailed, 0);
+    EXPECT_FALSE(wall.state->failed());
     EXPECT_NEAR(line.solve(10 - solution.SolvedBottomElev(2)).balance, 0, 1.5);
     EXPECT_NEAR(10 - solution.SolvedBottomElev(2), line.depth(10, 11), 0.01);
     EXPECT_EQ(solution.BottomIndex(2), HandMadeWall::ZeroRow + 1);
@@ -157,19 +157,18 @@ TEST(FixedEarthSearch, ABalanceNegativeAtBothEndsDoesNotConverge) {
     wall.state->net.NetActive(HandMadeWall::ZeroRow, 2) = -6;
     wall.setActive(0, -40, -1000, -1000);
     solveBottom(wall);
-    EXPECT_EQ(wall.state->SolutionFailed, 1);
-    ASSERT_EQ(wall.prompts.asked.size(), 1U);
-    EXPECT_EQ(wall.prompts.asked[0],
-              (MessageBox{.text = "REFINEMENT OF WALL BOTTOM DOES NOT CONVERGE\n"
-                                  "FOR ANCHORED WALL BY FIXED EARTH METHOD.\n\n"
-                                  "     UNABLE TO CONTINUE.",
-                          .title = "KORVANE"}));
+    EXPECT_TRUE(wall.state->failed());
+    ASSERT_EQ(wall.told().size(), 1U);
+    EXPECT_EQ(wall.told()[0], (MessageBox{.text = "REFINEMENT OF WALL BOTTOM DOES NOT CONVERGE\n"
+                                                  "FOR ANCHORED WALL BY FIXED EARTH METHOD.\n\n"
+                                                  "     UNABLE TO CONTINUE.",
+                                          .title = "KORVANE"}));
 }
 
 TEST(FixedEarthSearch, TheEndOfTheGridIsASubscriptError) {
     HandMadeWall wall = sandWall(-1);
     EXPECT_EQ(errorOf([&] { solveBottom(wall); }), 9);
-    EXPECT_TRUE(wall.prompts.asked.empty());
+    EXPECT_TRUE(wall.told().empty());
 }
 
 TEST(FixedEarthSearch, ATrialBottomAtTheAnchorIsADivisionByZero) {
@@ -184,8 +183,8 @@ TEST(FixedEarthSearch, ANegativeAnchorForceIsNoFailure) {
     const Solution& solution = solveBottom(wall);
     EXPECT_EQ(solution.SolvedBottomElev(2), -1);
     EXPECT_LT(solution.AnchorForce(2), 0);
-    EXPECT_EQ(wall.state->SolutionFailed, 0);
-    EXPECT_TRUE(wall.prompts.asked.empty());
+    EXPECT_FALSE(wall.state->failed());
+    EXPECT_TRUE(wall.told().empty());
 }
 
 /// A sand wall with water on both sides, whose seepage follows the bottom.
@@ -210,18 +209,16 @@ TEST(FixedEarthSearch, SeepageFollowsTheBottomInItsOwnLevel) {
     computePressures(state);
     int anchorIndex = firstRowAt(state.grid, -1.7);
     SolveFixedEarthBottom(state, anchorIndex);
-    EXPECT_EQ(state.SolutionFailed, 0);
+    EXPECT_FALSE(state.failed());
     EXPECT_EQ(state.grid.ElevGrid(anchorIndex), -1.7);
-    const double previous = (-12 - 8 / bench.problem.SeepageGradient(2)) / 2;
+    const double previous = (-12 - 8 / bench.state->preparation.SeepageGradient(2)) / 2;
     EXPECT_NEAR(previous, state.solution.SolvedBottomElev(2), 0.1);
     EXPECT_NEAR(state.preparation.SeepageEndElev(2), previous, 1e-9);
-    EXPECT_EQ(bench.problem.SeepageGradient(1), 0.0001);
+    EXPECT_EQ(bench.state->preparation.SeepageGradient(1), 0.0001);
 }
 
 TEST(FixedEarthSearch, ABottomThatSeepageNeverSettlesIsMessageH) {
-    TemporaryFolder folder; // of the free earth solution before it
     Bench bench;
-    bench.state->files.TempFolder = folder.path().string();
     Problem& problem = bench.problem = seepageWall();
     problem.WallTopElev = 3.5;
     problem.AnchorElev = 1;
@@ -250,15 +247,14 @@ TEST(FixedEarthSearch, ABottomThatSeepageNeverSettlesIsMessageH) {
     problem.HLineCount = 1;
     problem.HLineElev(1) = -7;
     problem.HLineLoad(1) = 2700;
-    solve(*bench.state);
-    EXPECT_EQ(bench.state->SolutionFailed, 1);
-    EXPECT_TRUE(bench.state->solved(1).solved);
-    EXPECT_FALSE(bench.state->solved(2).solved);
+    solve(bench);
+    EXPECT_TRUE(bench.state->failed());
+    EXPECT_TRUE(bench.solved(1));
+    EXPECT_FALSE(bench.solved(2));
     const double Zb = bench.state->solution.SolvedBottomElev(2);
-    EXPECT_EQ(textsOf(bench.prompts),
-              Texts{"DESIGN PENETRATION FOR ANCHORED WALL APPEARS\n"
-                    "TO BE OSCILLATING ABOUT ELEVATION = " +
-                    formatNumber(Zb, "####0.00") + " FT.\n\nUNABLE TO CONTINUE."});
+    EXPECT_EQ(textsOf(bench), Texts{"DESIGN PENETRATION FOR ANCHORED WALL APPEARS\n"
+                                    "TO BE OSCILLATING ABOUT ELEVATION = " +
+                                    formatNumber(Zb, "####0.00") + " FT.\n\nUNABLE TO CONTINUE."});
 }
 
 } // namespace

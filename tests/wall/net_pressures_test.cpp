@@ -61,7 +61,7 @@ TEST_F(NetPressuresTest, DrivingForceAndMomentOfDrySand) {
     EXPECT_NEAR(zeroElev(), -11.25, 1e-12);
     EXPECT_NEAR(net.DrivingForce, 2250, 1e-9);
     EXPECT_NEAR(net.DrivingMoment, 15937.5, 1e-8);
-    EXPECT_EQ(state.SolutionFailed, 0);
+    EXPECT_FALSE(state.failed());
 }
 
 TEST_F(NetPressuresTest, TheCrossingIsARowOfAllDiagrams) {
@@ -240,15 +240,14 @@ TEST_F(NetPressuresTest, ADiagramThatNeverChangesSignIsRefused) {
     bench.solve();
     net.DrivingForce = 123;
     ComputeNetPressures(state);
-    EXPECT_EQ(state.SolutionFailed, 2);
-    ASSERT_EQ(bench.prompts.asked.size(), 1u);
-    EXPECT_EQ(bench.prompts.asked[0],
-              (MessageBox{.text = "NET ACTIVE PRESSURE DOES NOT CHANGE SIGN\n"
-                                  "     IN THE EMBEDDED DEPTH AS REQUIRED BY\n"
-                                  "     CLASSICAL METHODS.\n"
-                                  "\n"
-                                  "                        UNABLE TO CONTINUE.",
-                          .title = "INVALID NET ACTIVE PRESSURE DISTRIBUTION"}));
+    EXPECT_EQ(state.failure.code, FailureCode::NoSignChange);
+    ASSERT_EQ(bench.told().size(), 1u);
+    EXPECT_EQ(bench.told()[0], (MessageBox{.text = "NET ACTIVE PRESSURE DOES NOT CHANGE SIGN\n"
+                                                   "     IN THE EMBEDDED DEPTH AS REQUIRED BY\n"
+                                                   "     CLASSICAL METHODS.\n"
+                                                   "\n"
+                                                   "                        UNABLE TO CONTINUE.",
+                                           .title = "INVALID NET ACTIVE PRESSURE DISTRIBUTION"}));
     EXPECT_EQ(net.DrivingForce, 123); // stale, as all results of a failed solution
 }
 
@@ -258,7 +257,7 @@ TEST_F(NetPressuresTest, AChangeOfSignBetweenTheFarPointsIsNone) {
     setCoefficients(Right, 1, 0.5, 1);
     setCoefficients(Left, 1, 0.1, 0.5001);
     solve();
-    EXPECT_EQ(state.SolutionFailed, 2);
+    EXPECT_EQ(state.failure.code, FailureCode::NoSignChange);
 }
 
 TEST_F(NetPressuresTest, APressureThatIsNoNumberIsAnOverflow) {
@@ -293,9 +292,9 @@ TEST_F(NetPressuresTest, DrivingSumsOfRandomProblemsAgreeWithThinStrips) {
         addLineLoad(between(-9, 0), between(-500, 500));
         addDistributed(between(-4, 0), between(0, 300));
         addDistributed(between(-9, -5), between(0, 300));
-        state.SolutionFailed = 0;
+        state.failure = {};
         solve();
-        if (state.SolutionFailed != 0) {
+        if (state.failed()) {
             continue;
         }
         ++solved;

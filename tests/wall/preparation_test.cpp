@@ -24,12 +24,12 @@ class PreparationTest : public testing::Test {
         problem.SurfaceElev(side, i) = problem.SurfaceElev(side, 1) + 2;
     }
     void expectRefusal(const std::string& title, const std::string& text) {
-        state.SolutionFailed = 0;
-        bench.prompts.asked.clear();
+        state.failure = {};
+        bench.state->failure = {};
         state.grid.NumElevs = 0;
         PrepareSolution(state);
-        EXPECT_EQ(state.SolutionFailed, 1);
-        EXPECT_EQ(bench.prompts.asked, (std::vector<MessageBox>{{.text = text, .title = title}}));
+        EXPECT_TRUE(state.failed());
+        EXPECT_EQ(bench.told(), (std::vector<MessageBox>{{.text = text, .title = title}}));
         EXPECT_EQ(state.grid.NumElevs, 0); // nothing else runs
     }
     PressureMethod method(int side) {
@@ -48,7 +48,7 @@ TEST_F(PreparationTest, LevelGroundWithoutAdhesionOrSlopesTakesCoefficients) {
     EXPECT_EQ(method(Left), PressureMethod::Coefficients);
     problem.SoilDataKind(Right) = SoilData::Coefficients;
     EXPECT_EQ(method(Right), PressureMethod::Coefficients);
-    EXPECT_EQ(state.SolutionFailed, 0);
+    EXPECT_FALSE(state.failed());
 }
 
 TEST_F(PreparationTest, ASecondSurfacePointOfOneSideGivesThatSideAWedge) {
@@ -103,9 +103,9 @@ TEST_F(PreparationTest, ALayerThatEndsAtOrAboveItsGroundIsRefused) {
     // The last layer's bottom is none.
     problem.SurfaceElev(Left, 1) = -300000;
     problem.SoilLayerCount(Left) = 1;
-    state.SolutionFailed = 0;
+    state.failure = {};
     PrepareSolution(state);
-    EXPECT_EQ(state.SolutionFailed, 0);
+    EXPECT_FALSE(state.failed());
 }
 
 TEST_F(PreparationTest, LayersOfBothSidesAreTestedBeforeCoefficientsAndTheFirstFaultAloneIsShown) {
@@ -137,10 +137,10 @@ TEST_F(PreparationTest, AGivenGradientThatEndsAboveTheLeftGroundIsRefused) {
     expectRefusal("INCONSISTENT SEEPAGE DATA", text);
     problem.ProgramMode = Mode::Design;
 
-    state.SolutionFailed = 0;
+    state.failure = {};
     problem.SeepageGradient.fill(8.0 / 6.0);
     PrepareSolution(state);
-    EXPECT_EQ(state.SolutionFailed, 0);
+    EXPECT_FALSE(state.failed());
 
     // The lower of left water and left ground decides: from -4 to -12 with head 10.
     setWater(-2, -12);
@@ -162,14 +162,14 @@ TEST_F(PreparationTest, LayersAreTestedBeforeTheGradient) {
 TEST_F(PreparationTest, SeepageExistsOnlyWithWaterElevations) {
     setSeepage(Seepage::Automatic, -4);
     PrepareSolution(state);
-    EXPECT_EQ(problem.SeepageKind, Seepage::None);
+    EXPECT_EQ(preparation.SeepageKind, Seepage::None);
     problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = 2;
     problem.WaterPressElev(1) = -2;
     problem.WaterPressElev(2) = -9;
     problem.SeepageKind = Seepage::Given;
     PrepareSolution(state);
-    EXPECT_EQ(problem.SeepageKind, Seepage::None);
+    EXPECT_EQ(preparation.SeepageKind, Seepage::None);
     EXPECT_EQ(preparation.SeepageGradientLimit, 0);
 }
 
@@ -179,7 +179,7 @@ TEST_F(PreparationTest, ADesignWithAutomaticSeepageStartsAtASmallGradient) {
     setSeepage(Seepage::Automatic, -4, 0.7); // a gradient that an earlier solution left behind
     PrepareSolution(state);
     for (const int level : {1, 2}) {
-        EXPECT_EQ(problem.SeepageGradient(level), 0.0001);
+        EXPECT_EQ(preparation.SeepageGradient(level), 0.0001);
         EXPECT_NEAR(preparation.SeepageEndElev(level), -40007, 1e-6);
     }
     // The water pressures of the first pass are those of that gradient.
@@ -195,7 +195,7 @@ TEST_F(PreparationTest, AnAnalysisWithAutomaticSeepageTakesItsWallBottom) {
     problem.WallBottomElev = -25;
     PrepareSolution(state);
     for (const int level : {1, 2}) {
-        EXPECT_DOUBLE_EQ(problem.SeepageGradient(level), 8.0 / 36.0);
+        EXPECT_DOUBLE_EQ(preparation.SeepageGradient(level), 8.0 / 36.0);
         EXPECT_DOUBLE_EQ(preparation.SeepageEndElev(level), -25);
     }
 }
@@ -205,8 +205,8 @@ TEST_F(PreparationTest, AGivenGradientStandsForBothLevels) {
     setSeepage(Seepage::Given, -4, 0.25);
     problem.SeepageGradient(2) = 0.9;
     PrepareSolution(state);
-    EXPECT_EQ(problem.SeepageGradient(1), 0.25);
-    EXPECT_EQ(problem.SeepageGradient(2), 0.25);
+    EXPECT_EQ(preparation.SeepageGradient(1), 0.25);
+    EXPECT_EQ(preparation.SeepageGradient(2), 0.25);
     EXPECT_DOUBLE_EQ(preparation.SeepageEndElev(1), (-4 - 10 - 24) / 2.0);
     EXPECT_DOUBLE_EQ(preparation.SeepageEndElev(2), -19);
 }

@@ -10,17 +10,17 @@ namespace {
 
 /// The road up to the stop for review; sides that need a wedge take `wedge`.
 void solvePressures(State& state, PressureMethod wedge) {
-    state.SolutionFailed = 0;
+    state.failure = {};
     PrepareSolution(state);
     for (const int side : {Right, Left}) {
-        if (state.SolutionFailed == 0) {
+        if (!state.failed()) {
             if (state.preparation.SideMethod(side) == PressureMethod::Wedge) {
                 state.preparation.SideMethod(side) = wedge;
             }
             ComputeSidePressures(state, side, 1);
         }
     }
-    if (state.SolutionFailed == 0) {
+    if (!state.failed()) {
         ComputeNetPressures(state);
     }
 }
@@ -36,7 +36,7 @@ TEST(PressureRoadTest, RandomProblemsEndOnOneDescendingGridWithNetPressuresThatB
     for (int run = 0; run < 400; ++run) {
         bench.problem = problems.next(kind);
         solvePressures(state, run % 3 == 0 ? PressureMethod::FixedSurface : PressureMethod::Sweep);
-        if (state.SolutionFailed != 0) {
+        if (state.failed()) {
             continue;
         }
         ++solved;
@@ -85,13 +85,13 @@ TEST(PressureRoadTest, EqualInputGivesEqualPressuresWhateverWasSolvedBefore) {
         fresh.problem = problem;
         solvePressures(*fresh.state, PressureMethod::Sweep);
 
-        ASSERT_EQ(used.state->SolutionFailed, fresh.state->SolutionFailed) << "run " << run;
+        ASSERT_EQ(used.state->failed(), fresh.state->failed()) << "run " << run;
         ASSERT_EQ(used.state->grid.NumElevs, fresh.state->grid.NumElevs);
         ASSERT_EQ(used.state->pressures.ActivePressures, fresh.state->pressures.ActivePressures);
         ASSERT_EQ(used.state->pressures.PassivePressures, fresh.state->pressures.PassivePressures);
         ASSERT_EQ(used.state->pressures.WaterPressures, fresh.state->pressures.WaterPressures);
         ASSERT_EQ(used.state->pressures.PassiveMark, fresh.state->pressures.PassiveMark);
-        if (fresh.state->SolutionFailed == 0) {
+        if (!fresh.state->failed()) {
             ASSERT_EQ(used.state->net.DrivingForce, fresh.state->net.DrivingForce);
             ASSERT_EQ(used.state->net.DrivingMoment, fresh.state->net.DrivingMoment);
         }

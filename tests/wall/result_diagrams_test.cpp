@@ -38,9 +38,9 @@ struct DiagramBench : Bench {
     void build() { BuildResultDiagrams(*state, level); }
 
     ResultDiagrams& results() { return state->results; }
-    int rows() const { return state->solution.BottomIndex(level); }
-    double maxMoment() { return results().MaxMoment(level); }
-    double maxMomentElev() { return results().MaxMoment(level + 2); }
+    int rows() const { return state->results.RowCount; }
+    double maxMoment() { return results().MaxMoment.value; }
+    double maxMomentElev() { return results().MaxMoment.elev; }
 
     int level;
 };
@@ -198,17 +198,17 @@ TEST(ResultDiagrams, RangesAndExtremesOfALevel) {
     }
     bench.build();
     ResultDiagrams& results = bench.results();
-    EXPECT_EQ(results.MomentRange(2), 20);
-    EXPECT_EQ(results.MomentRange(4), -90);
-    EXPECT_EQ(results.ShearRange(2), 30);
-    EXPECT_EQ(results.ShearRange(4), -40);
-    EXPECT_EQ(results.PressureRange(2), 9);
-    EXPECT_EQ(results.PressureRange(4), -8);
-    EXPECT_EQ(results.DeflectionRange(2), 2 * 1728);
-    EXPECT_EQ(results.DeflectionRange(4), -2 * 1728);
+    EXPECT_EQ(results.MomentRange.largest, 20);
+    EXPECT_EQ(results.MomentRange.smallest, -90);
+    EXPECT_EQ(results.ShearRange.largest, 30);
+    EXPECT_EQ(results.ShearRange.smallest, -40);
+    EXPECT_EQ(results.PressureRange.largest, 9);
+    EXPECT_EQ(results.PressureRange.smallest, -8);
+    EXPECT_EQ(results.DeflectionRange.largest, 2 * 1728);
+    EXPECT_EQ(results.DeflectionRange.smallest, -2 * 1728);
     // Of equal sizes the last row wins.
-    EXPECT_EQ(results.MaxDeflection(2), 2 * 1728);
-    EXPECT_EQ(results.MaxDeflection(4), -2);
+    EXPECT_EQ(results.MaxDeflection.value, 2 * 1728);
+    EXPECT_EQ(results.MaxDeflection.elev, -2);
 }
 
 TEST(ResultDiagrams, ARangeBeyondAHundredThousandKeepsItsStart) {
@@ -217,8 +217,8 @@ TEST(ResultDiagrams, ARangeBeyondAHundredThousandKeepsItsStart) {
         bench.state->beam.NodeDisplacement(i, 1) = 100.0 + i;
     }
     bench.build();
-    EXPECT_EQ(bench.results().DeflectionRange(1), 103.0 * 1728);
-    EXPECT_EQ(bench.results().DeflectionRange(3), 100000.0);
+    EXPECT_EQ(bench.results().DeflectionRange.largest, 103.0 * 1728);
+    EXPECT_EQ(bench.results().DeflectionRange.smallest, 100000.0);
 }
 
 TEST(ResultDiagrams, OfEqualMomentsTheLastRowCounts) {

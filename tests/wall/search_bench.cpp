@@ -1,5 +1,7 @@
 #include "search_bench.h"
 
+#include "solution/kept_results.h"
+#include "support/balance.h"
 #include "wall/analysis.h"
 #include "wall/design.h"
 #include "wall/net_pressures.h"
@@ -89,56 +91,40 @@ void prepare(State& state) {
 void computePressures(State& state) {
     prepare(state);
     for (const int side : {Right, Left}) {
-        if (state.SolutionFailed == 0) {
+        if (!state.failed()) {
             ComputeSidePressures(state, side, 1);
         }
     }
-    if (state.SolutionFailed == 0) {
+    if (!state.failed()) {
         ComputeNetPressures(state);
     }
 }
 
-void solve(State& state) {
-    if (state.problem.ProgramMode == Mode::Design) {
-        computePressures(state);
-    } else {
+void solve(Bench& bench) {
+    State& state = *bench.state;
+    bench.results->levelCount = 0;
+    const LevelDone levelDone = [&](int level) { keepLevel(state, level, *bench.results); };
+    if (bench.problem.ProgramMode == Mode::Analysis) {
         prepare(state);
-    }
-    if (state.SolutionFailed == 0) {
-        state.problem.ProgramMode == Mode::Design ? SolveDesign(state) : SolveAnalysis(state);
-    }
-}
-
-Resultant resultant(const State& state, int level) {
-    const Problem& problem = state.problem;
-    const SolvedLevel& solved = state.solved(level);
-    const double bottom = state.solution.SolvedBottomElev(level);
-    Resultant sum;
-    const auto add = [&](double force, double elev) {
-        sum.force += force;
-        sum.moment += force * (elev - bottom);
-    };
-    for (int row = 2; row <= solved.rowCount; ++row) {
-        const double top = solved.ResultElev(row - 1);
-        const double end = row == solved.rowCount ? bottom : solved.ResultElev(row);
-        // The trapezoid as two triangles, each with its centre at a third of its height.
-        add(solved.ResultPressure(row - 1) * (top - end) / 2, end + (top - end) * 2 / 3);
-        add(solved.ResultPressure(row) * (top - end) / 2, end + (top - end) / 3);
-    }
-    for (int j = 1; j <= problem.HLineCount; ++j) {
-        if (problem.HLineElev(j) > bottom) {
-            add(problem.HLineLoad(j), problem.HLineElev(j));
+        if (!state.failed()) {
+            SolveAnalysis(state, bench.limit(), levelDone);
         }
+        return;
     }
-    if (problem.WallType == WallKind::Anchored) {
-        add(-state.solution.AnchorForce(level), problem.AnchorElev);
+    computePressures(state);
+    if (!state.failed()) {
+        SolveDesign(state, levelDone);
     }
-    return sum;
 }
 
-std::vector<std::string> textsOf(const ScriptedPrompts& prompts) {
+Resultant resultant(const Bench& bench, int level) {
+    const Balance balance = balanceOf(bench.problem, bench.results->levels(level));
+    return {balance.force, balance.moment};
+}
+
+std::vector<std::string> textsOf(const Bench& bench) {
     std::vector<std::string> texts;
-    for (const MessageBox& box : prompts.asked) {
+    for (const MessageBox& box : bench.told()) {
         texts.push_back(box.text);
     }
     return texts;

@@ -39,7 +39,7 @@ void prepare(State& state);
 void computePressures(State& state);
 
 /// The whole road: computePressures and SolveDesign, or prepare and SolveAnalysis.
-void solve(State& state);
+void solve(Bench& bench);
 
 /// What the result rows of a level add up to, with line loads and anchor force: force (LB) and
 /// moment about the bottom (LB-FT), by the triangles of each trapezoid between rows.
@@ -47,9 +47,9 @@ struct Resultant {
     double force = 0;
     double moment = 0;
 };
-Resultant resultant(const State& state, int level);
+Resultant resultant(const Bench& bench, int level);
 
 /// The texts of all boxes that were shown.
-std::vector<std::string> textsOf(const ScriptedPrompts& prompts);
+std::vector<std::string> textsOf(const Bench& bench);
 
 } // namespace korvane::test

@@ -50,7 +50,7 @@ int main(int argc, char** argv) {
     prepareApplication();
     Program program(
         {{Screen::KEYIN, makes<OuterScreen>()}, {Screen::HEADCONT, makes<FaultyScreen>()}});
-    Problem& problem = program.session->state.problem;
+    Problem& problem = program.session->problem;
     problem.NumHeadingLines = 1;
     problem.HeadingLines(1) = "'KEEP THIS ";
     QTimer poll;

@@ -1,4 +1,4 @@
-#include "commands/run_guarded.h"
+#include "runtime/run_guarded.h"
 
 #include "runtime/file_text.h"
 
@@ -8,11 +8,11 @@
 
 namespace korvane {
 
-std::optional<RuntimeError> runGuarded(const std::function<void()>& body) noexcept {
+std::optional<RuntimeError> runGuarded(void (*body)(void*), void* context) noexcept {
     constexpr int outOfMemory = 7;
     constexpr int internalError = 51;
     try {
-        body();
+        body(context);
         return std::nullopt;
     } catch (const RuntimeError& fault) {
         return fault;

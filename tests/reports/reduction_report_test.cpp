@@ -1,19 +1,25 @@
-#include "reduction_bench.h"
+#include "reports/reduction_report.h"
 
-#include <gtest/gtest.h>
+#include "report_bench.h"
+#include "support/reduction_bench.h"
 
-#include <algorithm>
-#include <cstdlib>
+#include <array>
 
 namespace korvane::test {
 namespace {
 
 /// Reports of 21 November 2026, 9:05:07.
 class ReductionReport : public ::testing::Test {
-  protected:
-    void SetUp() override { setenv("SOURCE_DATE_EPOCH", "1795251907", 1); }
-    void TearDown() override { unsetenv("SOURCE_DATE_EPOCH"); }
+  private:
+    EnvironmentVariable moment_{"SOURCE_DATE_EPOCH", reportMoment};
 };
+
+std::string reportOf(const ReductionBench& bench) {
+    const PrintLines report = reductionReport(bench.problem, bench.sections, bench.reduction);
+    EXPECT_EQ(report.lineCount(),
+              std::count(report.content().begin(), report.content().end(), '\n'));
+    return report.content();
+}
 
 std::string head(const std::string& soil) {
     return "\n\n\n\n\n"
@@ -61,18 +67,18 @@ const std::string notApplicableHead =
 
 /// The text behind the table of coefficients of a report that does not apply.
 std::string notesOf(const ReductionBench& bench) {
-    const std::string report = bench.report();
+    const std::string report = reportOf(bench);
     const std::size_t lastRow = report.rfind("(***)");
     return report.substr(report.find('\n', lastRow) + 1);
 }
 
 void addSteel(ReductionBench& bench) { // x = log10(1E4 / 1E9) = -5, ratio 3 x 24,000 / 288,000
-    bench.rowe().PileSectionCount = 3;
-    bench.rowe().PileName(3) = "STEEL";
-    bench.rowe().PileSectionData(3, 1) = 3;
-    bench.rowe().PileSectionData(3, 2) = 1000;
-    bench.rowe().PileAllowStress(3) = 24000;
-    bench.rowe().PileModulus(3) = 1e6;
+    bench.sections.PileSectionCount = 3;
+    bench.sections.PileName(3) = "STEEL";
+    bench.sections.PileSectionData(3, 1) = 3;
+    bench.sections.PileSectionData(3, 2) = 1000;
+    bench.sections.PileAllowStress(3) = 24000;
+    bench.sections.PileModulus(3) = 1e6;
 }
 
 // At ALPHA .8 the coefficients are .656 and .478 at x = -3, .344 and .294 at x = -2; the ratios
@@ -80,7 +86,8 @@ void addSteel(ReductionBench& bench) { // x = log10(1E4 / 1E9) = -5, ratio 3 x 2
 TEST_F(ReductionReport, SandThatApplies) {
     ReductionBench bench = sandBench();
     bench.reduce();
-    EXPECT_EQ(bench.report(),
+    EXPECT_TRUE(reductionNotes(bench.reduction).empty());
+    EXPECT_EQ(reportOf(bench),
               head("SAND") +
                   "      II.--DESIGN PARAMETERS\n"
                   "\n"
@@ -100,7 +107,7 @@ TEST_F(ReductionReport, SandThatAppliesWithASectionOutOfRange) {
     ReductionBench bench = sandBench();
     addSteel(bench);
     bench.reduce();
-    const std::string report = bench.report();
+    const std::string report = reportOf(bench);
     EXPECT_EQ(report.substr(report.find("      SOFT       -2.00")),
               "      SOFT       -2.00         0.34      0.29           1.45      1.70\n"
               "     STEEL       -5.00         1.00*     1.00*          0.25      0.25\n"
@@ -108,6 +115,9 @@ TEST_F(ReductionReport, SandThatAppliesWithASectionOutOfRange) {
               "          * REDUCTION NOT APPLICABLE DUE TO\n"
               "            LOG(H^4/EI) LESS THAN -3.5 OR GREATER THEN -1.5.\n"
               "\n\n\n\n\n");
+    EXPECT_EQ(reductionNotes(bench.reduction),
+              std::vector<std::string>{"REDUCTION NOT APPLICABLE DUE TO LOG(H^4/EI) LESS THAN "
+                                       "-3.5 OR GREATER THEN -1.5."});
 }
 
 TEST_F(ReductionReport, SandThatDoesNotApply) {
@@ -115,7 +125,7 @@ TEST_F(ReductionReport, SandThatDoesNotApply) {
     bench.problem.AnchorElev = 5;
     addSteel(bench);
     bench.reduce();
-    EXPECT_EQ(bench.report(),
+    EXPECT_EQ(reportOf(bench),
               head("SAND") +
                   "     II.--DESIGN PARAMETERS\n"
                   "\n"
@@ -137,9 +147,9 @@ TEST_F(ReductionReport, SandThatDoesNotApply) {
 // S = 2, ALPHA .8, x = -2: coefficient .489, ratio .5 / .489 = 1.02. The report ends at its table.
 TEST_F(ReductionReport, ClayThatApplies) {
     ReductionBench bench = clayBench();
-    bench.rowe().PileSectionData(1, 2) = 1000;
+    bench.sections.PileSectionData(1, 2) = 1000;
     bench.reduce();
-    EXPECT_EQ(bench.report(),
+    EXPECT_EQ(reportOf(bench),
               head("CLAY") +
                   "      II.--DESIGN PARAMETERS\n"
                   "\n"
@@ -158,7 +168,7 @@ TEST_F(ReductionReport, ClayThatDoesNotApply) {
     ReductionBench bench = clayBench();
     bench.problem.SoilCohesion(Left, 1) = 320;
     bench.reduce();
-    EXPECT_EQ(bench.report(),
+    EXPECT_EQ(reportOf(bench),
               head("CLAY") +
                   "      II.--DESIGN PARAMETERS\n"
                   "\n"
@@ -200,7 +210,7 @@ TEST_F(ReductionReport, NoteOfALargeAlpha) {
 TEST_F(ReductionReport, NoteOfARightSurfaceBelowTheTopOfTheWall) {
     for (ReductionBench& bench : std::array{sandBench(), clayBench()}) {
         bench.problem.SurfaceElev(Right, 1) = 9;
-        bench.state->grid.ElevGrid(2) = 9;
+        bench.lastGrid().ElevGrid(2) = 9;
         bench.reduce();
         EXPECT_EQ(notesOf(bench),
                   "\n          *** REDUCTION NOT APPLICABLE DUE TO RIGHTSIDE SURFACE\n"
@@ -253,7 +263,7 @@ TEST_F(ReductionReport, AllNotesInTheirOrder) {
         "REDUCTION NOT APPLICABLE DUE TO RIGHTSIDE SURFACE BELOW TOP OF WALL.",
         "REDUCTION NOT APPLICABLE DUE TO RIGHTSIDE SURFACE AT OR BELOW LEFTSIDE SURFACE.",
         "REDUCTION NOT APPLICABLE DUE TO STABILITY NUMBER LESS THAN 0.5."};
-    EXPECT_EQ(bench.rowe().outcome.notes, expected);
+    EXPECT_EQ(reductionNotes(bench.reduction), expected);
     const std::string notes = notesOf(bench);
     std::size_t from = 0;
     for (const char* piece :
@@ -269,41 +279,45 @@ TEST_F(ReductionReport, TheLimitsThemselvesApply) {
     ReductionBench bench = sandBench(); // ALPHA .8 and the right surface at the wall's top
     bench.problem.AnchorElev = 7;       // BETA .3
     bench.reduce();
-    EXPECT_TRUE(bench.rowe().outcome.applicable);
+    EXPECT_TRUE(bench.reduction.applicable);
     for (const double cohesion : {400.0, 2000.0}) { // S .5 and 2.5
         ReductionBench clay = clayBench();
         clay.problem.SoilCohesion(Left, 1) = cohesion;
         clay.reduce();
-        EXPECT_TRUE(clay.rowe().outcome.applicable) << cohesion;
+        EXPECT_TRUE(clay.reduction.applicable) << cohesion;
     }
     ReductionBench low = sandBench();
     low.problem.SurfaceElev(Left, 1) = 4; // ALPHA .6
     low.reduce();
-    EXPECT_TRUE(low.rowe().outcome.applicable);
+    EXPECT_TRUE(low.reduction.applicable);
 }
 
-TEST_F(ReductionReport, IsAppendedAndCountedLineForLine) {
+TEST_F(ReductionReport, NamesTheSoil) {
+    ReductionBench sand = sandBench();
+    sand.reduce();
+    EXPECT_NE(reportOf(sand).find("DESIGN IN SAND"), std::string::npos);
+    ReductionBench clay = clayBench();
+    clay.reduce();
+    EXPECT_NE(reportOf(clay).find("DESIGN IN CLAY"), std::string::npos);
+}
+
+TEST_F(ReductionReport, PrintsACoefficientAboveOneAsComputed) {
+    // Loose sand at ALPHA .8 and x = -3.5 is 1.089; I x E = 1E4 x 10^3.5.
     ReductionBench bench = sandBench();
-    bench.state->report.OutputLineCount = 7;
+    bench.sections.PileSectionData(1, 2) = 31.6;
     bench.reduce();
-    const std::string once = bench.report();
-    const auto lines = std::count(once.begin(), once.end(), '\n');
-    EXPECT_EQ(bench.state->report.OutputLineCount, 7 + lines);
-    bench.reduce();
-    EXPECT_EQ(bench.report(), once + once);
-    EXPECT_EQ(bench.state->report.OutputLineCount, 7 + 2 * lines);
+    EXPECT_NE(reportOf(bench).find("1.09"), std::string::npos);
 }
 
 // Names longer than the first column leaves room for break the line, as on a line printer.
 TEST_F(ReductionReport, ALongNamePushesItsNumbersToTheNextLineAndIsCounted) {
     ReductionBench bench = sandBench();
-    bench.rowe().PileSectionCount = 1;
-    bench.rowe().PileName(1) = "A SECTION WITH A LONG NAME";
+    bench.sections.PileSectionCount = 1;
+    bench.sections.PileName(1) = "A SECTION WITH A LONG NAME";
     bench.reduce();
-    const std::string report = bench.report();
+    const std::string report = reportOf(bench);
     EXPECT_NE(report.find("A SECTION WITH A LONG NAME\n                      12.00"),
               std::string::npos);
-    EXPECT_EQ(bench.state->report.OutputLineCount, std::count(report.begin(), report.end(), '\n'));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "rowe/reduction_report.h"
+#include "reports/reduction_report.h"
 
 #include "reports/report_parts.h"
 #include "runtime/number_text.h"
@@ -43,7 +43,11 @@ constexpr ReportForm clayForm = {"*  FREE EARTH DESIGN IN CLAY  *",
                                  {15, 27, 40, 58, 73},
                                  10};
 
-constexpr std::string_view RatioFormat = "#0.00";
+constexpr NumberFormat RatioFormat = "#0.00";
+
+/// The note below the table for sand on sections out of range.
+constexpr std::string_view SandRangeNote[2] = {
+    "* REDUCTION NOT APPLICABLE DUE TO", "  LOG(H^4/EI) LESS THAN -3.5 OR GREATER THEN -1.5."};
 
 void parameterLine(PrintLines& lines, const ReportForm& form, std::string_view label,
                    double value) {
@@ -54,7 +58,7 @@ void parameterLine(PrintLines& lines, const ReportForm& form, std::string_view l
     lines.text(formatNumber(value, RatioFormat)).end();
 }
 
-void designParameters(PrintLines& lines, const ReportForm& form, const RoweData& rowe) {
+void designParameters(PrintLines& lines, const ReportForm& form, const MomentReduction& rowe) {
     lines.line(5, form.designTitle).empty();
     parameterLine(lines, form, "WALL HEIGHT RATIO (ALPHA)  = ", rowe.RoweAlpha);
     parameterLine(lines, form, "ANCHOR HEIGHT RATIO (BETA) = ", rowe.RoweBeta);
@@ -64,7 +68,7 @@ void designParameters(PrintLines& lines, const ReportForm& form, const RoweData&
     lines.empty();
 }
 
-void sectionTable(PrintLines& lines, const ReportForm& form, const RoweData& rowe) {
+void sectionTable(PrintLines& lines, const ReportForm& form, const PileSections& sections) {
     lines.line(7, "SHEET PILE DATA:");
     lines.line(20, "<SECTION PROPERTIES>");
     lines.line(21, "(PER FOOT OF WALL)");
@@ -75,17 +79,17 @@ void sectionTable(PrintLines& lines, const ReportForm& form, const RoweData& row
               {{11, "PILE"}, {5, "MODULUS"}, {5, "INERTIA"}, {13, "STRESS"}, {5, "ELLASTICITY"}});
     pieceLine(lines, {{11, "NAME"}, {6, "(IN^3)"}, {6, "(IN^4)"}, {14, "(PSI)"}, {8, "(PSI)"}});
     const auto& column = form.sectionColumns;
-    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
-        lines.right(column[0], rowe.PileName(p));
-        lines.right(column[1], rowe.PileSectionData(p, 1), "###0.00");
-        lines.right(column[2], rowe.PileSectionData(p, 2), "###0.00");
-        lines.right(column[3], rowe.PileAllowStress(p), form.stressFormat);
-        lines.right(column[4], rowe.PileModulus(p), "0.00E+00").end();
+    for (int p = 1; p <= sections.PileSectionCount; ++p) {
+        lines.right(column[0], sections.PileName(p));
+        lines.right(column[1], sections.PileSectionData(p, 1), "###0.00");
+        lines.right(column[2], sections.PileSectionData(p, 2), "###0.00");
+        lines.right(column[3], sections.PileAllowStress(p), form.stressFormat);
+        lines.right(column[4], sections.PileModulus(p), "0.00E+00").end();
     }
     lines.empty();
 }
 
-void coefficientHead(PrintLines& lines, int soil, bool applicable) {
+void coefficientHead(PrintLines& lines, RoweSoil soil, bool applicable) {
     lines.line(5, "III.--PRELIMINARY DESIGN DATA").empty();
     lines.line(5, "SHEET");
     pieceLine(lines,
@@ -96,12 +100,12 @@ void coefficientHead(PrintLines& lines, int soil, bool applicable) {
                       {5, "LOG(H^4/EI)"},
                       {4, "REDUCTION COEF."},
                       {5, applicable ? "REDUCED FREE EARTH MOMENT" : "TO FREE EARTH MOMENT"}});
-    if (soil == 1 && applicable) {
+    if (soil == RoweSoil::Sand && applicable) {
         pieceLine(lines, {{30, "LOOSE"}, {5, "DENSE"}, {10, "LOOSE"}, {5, "DENSE"}});
     }
 }
 
-void sandRow(PrintLines& lines, const RoweOutcome& outcome, int p) {
+void sandRow(PrintLines& lines, const MomentReduction& outcome, int p) {
     if (outcome.inRange(p)) {
         lines.right(36, outcome.coefficient(p, 1), RatioFormat);
         lines.right(46, outcome.coefficient(p, 2), RatioFormat);
@@ -112,7 +116,7 @@ void sandRow(PrintLines& lines, const RoweOutcome& outcome, int p) {
     lines.right(71, outcome.reducedRatio(p, 2), RatioFormat).end();
 }
 
-void clayRow(PrintLines& lines, const RoweOutcome& outcome, int p) {
+void clayRow(PrintLines& lines, const MomentReduction& outcome, int p) {
     if (outcome.inRange(p)) {
         lines.right(43, outcome.coefficient(p, 1), RatioFormat);
     } else {
@@ -121,15 +125,15 @@ void clayRow(PrintLines& lines, const RoweOutcome& outcome, int p) {
     lines.right(64, outcome.reducedRatio(p, 1), RatioFormat).end();
 }
 
-void coefficientRows(PrintLines& lines, const ReportForm& form, const RoweData& rowe, int soil) {
-    const RoweOutcome& outcome = rowe.outcome;
-    for (int p = 1; p <= rowe.PileSectionCount; ++p) {
-        lines.right(form.nameColumn, rowe.PileName(p));
+void coefficientRows(PrintLines& lines, const ReportForm& form, const PileSections& sections,
+                     const MomentReduction& rowe) {
+    for (int p = 1; p <= sections.PileSectionCount; ++p) {
+        lines.right(form.nameColumn, sections.PileName(p));
         lines.right(23, rowe.PileLogRigidity(p), RatioFormat);
-        if (soil == 1 && outcome.applicable) {
-            sandRow(lines, outcome, p);
+        if (rowe.soil == RoweSoil::Sand && rowe.applicable) {
+            sandRow(lines, rowe, p);
         } else {
-            clayRow(lines, outcome, p); // the sand report's not applicable form is the same
+            clayRow(lines, rowe, p); // the sand report's not applicable form is the same
         }
     }
 }
@@ -146,10 +150,10 @@ void conditionNotes(PrintLines& lines, const std::vector<RoweNote>& notes) {
 
 } // namespace
 
-PrintLines reductionReport(const State& state, int soil, const RoweNotes& notes) {
-    const RoweData& rowe = state.rowe;
-    const bool sand = soil == 1;
-    const bool applicable = notes.broken.empty();
+PrintLines reductionReport(const Problem& problem, const PileSections& sections,
+                           const MomentReduction& reduction) {
+    const bool sand = reduction.soil == RoweSoil::Sand;
+    const bool applicable = reduction.applicable;
     const ReportForm& form = !sand ? clayForm : applicable ? sandForm : sandNotApplicableForm;
     constexpr std::string_view stars = "*******************************";
 
@@ -157,19 +161,32 @@ PrintLines reductionReport(const State& state, int soil, const RoweNotes& notes)
     lines.empty(5);
     programHead(lines, ProgramLine, 1);
     banner(lines, 20, {stars, "* PRELIMINARY DESIGN DATA FOR *", form.bannerRow, stars});
-    headingSection(lines, state.problem, "  I.--HEADING");
-    designParameters(lines, form, rowe);
-    sectionTable(lines, form, rowe);
-    coefficientHead(lines, soil, applicable);
-    coefficientRows(lines, form, rowe, soil);
-    conditionNotes(lines, notes.broken);
-    if (notes.sandOutOfRange) {
+    headingSection(lines, problem, "  I.--HEADING");
+    designParameters(lines, form, reduction);
+    sectionTable(lines, form, sections);
+    coefficientHead(lines, reduction.soil, applicable);
+    coefficientRows(lines, form, sections, reduction);
+    conditionNotes(lines, reduction.broken);
+    if (reduction.sandOutOfRange) {
         lines.empty().line(10, SandRangeNote[0]).line(10, SandRangeNote[1]);
     }
     if (sand || !applicable) { // deliberate: the report for clay that applies ends at its table
         lines.empty(5);
     }
     return lines;
+}
+
+std::vector<std::string> reductionNotes(const MomentReduction& reduction) {
+    std::vector<std::string> plain;
+    plain.reserve(reduction.broken.size() + 1);
+    for (const RoweNote& note : reduction.broken) {
+        plain.push_back(trimmed("REDUCTION NOT APPLICABLE DUE TO " + std::string(note.cause) + " " +
+                                trimmed(note.secondLine)));
+    }
+    if (reduction.sandOutOfRange) {
+        plain.push_back(std::string(SandRangeNote[0].substr(2)) + " " + trimmed(SandRangeNote[1]));
+    }
+    return plain;
 }
 
 } // namespace korvane

@@ -2,17 +2,16 @@
 #pragma once
 
 #include "rowe/moment_reduction.h"
-#include "support/support.h"
+#include "support/result_bench.h"
 
-#include <fstream>
-#include <sstream>
+#include <optional>
 
 namespace korvane::test {
 
 /// Wall from 10 to 0, so that H^4 is 1E4; anchor at 8 (BETA .2), left surface at 2 (ALPHA .8).
 /// Sections of E = 1E6 PSI: "STIFF" with I 10 IN^4 (x = -3), "SOFT" with I 1 IN^4 (x = -2); the
 /// free earth moment of -24,000 LB-FT makes their ratios 1 and .5.
-struct ReductionBench : Bench {
+struct ReductionBench : ResultBench {
     ReductionBench() {
         problem.NumHeadingLines = 2;
         problem.HeadingLines(1) = "'QUAY WALL";
@@ -27,40 +26,31 @@ struct ReductionBench : Bench {
             problem.SoilMoistWeight(side, 1) = 100;
             problem.SoilBottomElev(side, 1) = NoLayerBottom;
         }
-        int& NumElevs = state->grid.NumElevs;
-        for (const double z : {10, 8, 2, 0, -100000}) {
-            state->grid.ElevGrid(++NumElevs) = z;
+        results.levelCount = 2;
+        setElevations(lastGrid(), {10, 8, 2, 0, -100000});
+        freeEarth().bottomElev = 0;
+        freeEarth().diagrams.MaxMoment.value = -24000;
+        for (int layer = 1; layer <= 11; ++layer) {
+            freeEarth().layers(Left, layer).fsPassive = 1;
         }
-        state->preparation.LayerFSPassive.fill(1);
-        state->solution.SolvedBottomElev(1) = 0;
-        state->results.MaxMoment(1) = -24000;
-        state->report.CurrentOutputName = (folder->path() / "wall.out").string();
 
-        rowe().PileSectionCount = 2;
-        rowe().PileName(1) = "STIFF";
-        rowe().PileName(2) = "SOFT";
+        sections.PileSectionCount = 2;
+        sections.PileName(1) = "STIFF";
+        sections.PileName(2) = "SOFT";
         for (const int p : {1, 2}) {
-            rowe().PileSectionData(p, 1) = p == 1 ? 12 : 6;
-            rowe().PileSectionData(p, 2) = p == 1 ? 10 : 1;
-            rowe().PileAllowStress(p) = 24000;
-            rowe().PileModulus(p) = 1e6;
+            sections.PileSectionData(p, 1) = p == 1 ? 12 : 6;
+            sections.PileSectionData(p, 2) = p == 1 ? 10 : 1;
+            sections.PileAllowStress(p) = 24000;
+            sections.PileModulus(p) = 1e6;
         }
     }
 
-    RoweData& rowe() { return state->rowe; }
-    void reduce() {
-        ReduceRoweMoments(*state, [this] { ++shown; });
-    }
-    /// The output file, empty where there is none.
-    std::string report() const {
-        std::ifstream file(state->report.CurrentOutputName, std::ios::binary);
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
-
-    std::unique_ptr<TemporaryFolder> folder = std::make_unique<TemporaryFolder>();
-    int shown = 0; ///< how often the sections were shown
+    LevelResult& freeEarth() { return results.levels(1); }
+    /// The grid that the overburden stands on, of the level solved last.
+    ElevationGrid& lastGrid() { return results.levels(2).solved.grid; }
+    void reduce() { reduction = reduceMoments(problem, results, sections); }
+    /// Nothing where no sections are asked for.
+    std::optional<RoweSoil> soil() const { return soilForReduction(problem, results); }
 };
 
 inline ReductionBench sandBench() {

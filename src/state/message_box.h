@@ -1,4 +1,4 @@
-// Message boxes as values, and who answers them.
+// Message boxes as values.
 #pragma once
 
 #include <string>
@@ -19,13 +19,6 @@ struct MessageBox {
     bool cancelDeletes = false; ///< leaving the box but by its buttons answers Back
 
     bool operator==(const MessageBox&) const = default;
-};
-
-/// Shows message boxes: the desktop, the batch command or a test's script.
-class Prompts {
-  public:
-    virtual ~Prompts() = default;
-    virtual Answer Ask(const MessageBox& box) = 0;
 };
 
 } // namespace korvane

@@ -1,0 +1,201 @@
+#include "batch/json_problem.h"
+
+#include "runtime/utf8_text.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+
+namespace korvane::batch {
+
+namespace {
+
+/// A value where it applies.
+template <class T>
+std::optional<T> where(bool applies, const T& value) {
+    return applies ? std::optional<T>(value) : std::nullopt;
+}
+
+/// entry(1) to entry(count) as an array.
+template <class Entry>
+void writeList(JsonText& json, int count, Entry entry) {
+    json.array([&] {
+        for (int i = 1; i <= count; ++i) {
+            json.value(entry(i));
+        }
+    });
+}
+
+/// of(Right) and of(Left) as an array.
+template <class Value>
+void writeSides(JsonText& json, const char* name, Value of) {
+    json.member(name);
+    writeList(json, 2, of);
+}
+
+template <class T>
+void writeSides(JsonText& json, const char* name, const Array<T, 2>& values) {
+    writeSides(json, name, [&](int side) -> const T& { return values(side); });
+}
+
+/// The leading entries of a list.
+template <int N>
+void writeLeading(JsonText& json, const char* name, const Array<double, N>& values, int count) {
+    json.member(name);
+    writeList(json, count, [&](int i) { return values(i); });
+}
+
+/// The leading entries of each side's list; null for a side to which it does not apply.
+template <int N>
+void writeSideLists(JsonText& json, const char* name, const Array<double, 2, N>& values,
+                    const Array<int, 2>& counts,
+                    const std::array<bool, 2>& applies = {true, true}) {
+    json.member(name).array([&] {
+        for (const int side : {Right, Left}) {
+            if (applies[static_cast<std::size_t>(side - 1)]) {
+                writeList(json, counts(side), [&](int i) { return values(side, i); });
+            } else {
+                json.value(nullptr);
+            }
+        }
+    });
+}
+
+void writeHeadingToSurface(JsonText& json, const Problem& problem) {
+    const bool anchored = problem.WallType == WallKind::Anchored;
+    const bool design = problem.ProgramMode == Mode::Design;
+    const bool analysis = problem.ProgramMode == Mode::Analysis;
+    const auto& count = problem.SurfacePointCount;
+    json.member("NumHeadingLines", problem.NumHeadingLines);
+    json.member("HeadingLines");
+    writeList(json, problem.NumHeadingLines,
+              [&](int i) { return utf8Text(problem.HeadingLines(i)); });
+    json.member("WallType", letterOf(problem.WallType));
+    json.member("ProgramMode", letterOf(problem.ProgramMode));
+    json.member("FSActive", where(design || (analysis && problem.FSKind == 2), problem.FSActive));
+    json.member("FSPassive", where(design, problem.FSPassive));
+    json.member("FSKind", where(analysis, problem.FSKind));
+    json.member("WallTopElev", problem.WallTopElev);
+    json.member("AnchorElev", where(anchored, problem.AnchorElev));
+    json.member("WallBottomElev", where(analysis, problem.WallBottomElev));
+    json.member("WallModulus", where(analysis, problem.WallModulus));
+    json.member("WallInertia", where(analysis, problem.WallInertia));
+    writeSides(json, "SurfacePointCount", count);
+    writeSideLists(json, "SurfaceDist", problem.SurfaceDist, count);
+    writeSideLists(json, "SurfaceElev", problem.SurfaceElev, count);
+}
+
+/// The last layer of a side has no bottom.
+void writeLayerBottoms(JsonText& json, const Problem& problem) {
+    json.member("SoilBottomElev").array([&] {
+        for (const int side : {Right, Left}) {
+            const int count = problem.SoilLayerCount(side);
+            writeList(json, count,
+                      [&](int i) { return where(i < count, problem.SoilBottomElev(side, i)); });
+        }
+    });
+}
+
+void writeSoil(JsonText& json, const Problem& problem) {
+    const auto& kind = problem.SoilDataKind;
+    const auto& count = problem.SoilLayerCount;
+    const std::array<bool, 2> strengths{kind(Right) == SoilData::Strengths,
+                                        kind(Left) == SoilData::Strengths};
+    const std::array<bool, 2> coefficients{kind(Right) == SoilData::Coefficients,
+                                           kind(Left) == SoilData::Coefficients};
+    writeSides(json, "SoilDataKind", [&](int side) { return letterOf(kind(side)); });
+    writeSides(json, "SoilLayerCount", count);
+    writeSides(json, "Level2FSActive", problem.Level2FSActive);
+    writeSides(json, "Level2FSPassive", problem.Level2FSPassive);
+    writeSideLists(json, "SoilSatWeight", problem.SoilSatWeight, count);
+    writeSideLists(json, "SoilMoistWeight", problem.SoilMoistWeight, count);
+    writeSideLists(json, "SoilFriction", problem.SoilFriction, count, strengths);
+    writeSideLists(json, "SoilCohesion", problem.SoilCohesion, count, strengths);
+    writeSideLists(json, "SoilWallFriction", problem.SoilWallFriction, count, strengths);
+    writeSideLists(json, "SoilAdhesion", problem.SoilAdhesion, count, strengths);
+    writeLayerBottoms(json, problem);
+    writeSideLists(json, "SoilBottomSlope", problem.SoilBottomSlope, count, strengths);
+    writeSideLists(json, "SoilFSActive", problem.SoilFSActive, count, strengths);
+    writeSideLists(json, "SoilFSPassive", problem.SoilFSPassive, count, strengths);
+    writeSideLists(json, "SoilCoefActive", problem.SoilCoefActive, count, coefficients);
+    writeSideLists(json, "SoilCoefPassive", problem.SoilCoefPassive, count, coefficients);
+}
+
+/// A value of each side, or null for both.
+void writeSidesOrNull(JsonText& json, const char* name, const Array<double, 2>& values,
+                      bool applies) {
+    if (applies) {
+        writeSides(json, name, values);
+    } else {
+        json.member(name, nullptr);
+    }
+}
+
+void writeWater(JsonText& json, const Problem& problem) {
+    const bool elevations = problem.WaterDataKind == WaterData::Elevations;
+    const bool pressures = problem.WaterDataKind == WaterData::Pressures;
+    const bool seepage = problem.SeepageKind != Seepage::None;
+    const int count = pressures ? problem.WaterPressCount : 0;
+    json.member("WaterDataKind", letterOf(problem.WaterDataKind));
+    json.member("WaterUnitWeight", where(elevations, problem.WaterUnitWeight));
+    writeSidesOrNull(json, "WaterElev", problem.WaterElev, elevations);
+    json.member("SeepageKind", letterOf(problem.SeepageKind));
+    json.member("SeepageElev", where(seepage, problem.SeepageElev));
+    writeSidesOrNull(json, "SeepageGradient", problem.SeepageGradient, seepage);
+    json.member("WaterPressCount", count);
+    writeLeading(json, "WaterPressElev", problem.WaterPressElev, count);
+    writeLeading(json, "WaterPressure", problem.WaterPressure, count);
+}
+
+void writeVerticalLoads(JsonText& json, const Problem& problem) {
+    const auto oneRamp = [&](const char* name, const Array<double, 2>& values) {
+        writeSides(json, name,
+                   [&](int side) { return where(problem.VRampCount(side) > 0, values(side)); });
+    };
+    writeSides(json, "VLineCount", problem.VLineCount);
+    writeSideLists(json, "VLineDist", problem.VLineDist, problem.VLineCount);
+    writeSideLists(json, "VLineLoad", problem.VLineLoad, problem.VLineCount);
+    writeSides(json, "VUniformCount", problem.VUniformCount);
+    writeSides(json, "VStripCount", problem.VStripCount);
+    writeSideLists(json, "VStripStart", problem.VStripStart, problem.VStripCount);
+    writeSideLists(json, "VStripEnd", problem.VStripEnd, problem.VStripCount);
+    writeSideLists(json, "VStripLoad", problem.VStripLoad, problem.VStripCount);
+    writeSides(json, "VRampCount", problem.VRampCount);
+    writeSides(json, "VUniformLoad", [&](int side) {
+        return where(problem.VUniformCount(side) > 0, problem.VUniformLoad(side));
+    });
+    oneRamp("VRampStart", problem.VRampStart);
+    oneRamp("VRampEnd", problem.VRampEnd);
+    oneRamp("VRampLoad", problem.VRampLoad);
+    writeSides(json, "VTriCount", problem.VTriCount);
+    writeSideLists(json, "VTriStart", problem.VTriStart, problem.VTriCount);
+    writeSideLists(json, "VTriPeak", problem.VTriPeak, problem.VTriCount);
+    writeSideLists(json, "VTriEnd", problem.VTriEnd, problem.VTriCount);
+    writeSideLists(json, "VTriLoad", problem.VTriLoad, problem.VTriCount);
+    writeSides(json, "VVarCount", problem.VVarCount);
+    writeSideLists(json, "VVarDist", problem.VVarDist, problem.VVarCount);
+    writeSideLists(json, "VVarLoad", problem.VVarLoad, problem.VVarCount);
+}
+
+void writeHorizontalLoads(JsonText& json, const Problem& problem) {
+    json.member("HLineCount", problem.HLineCount);
+    writeLeading(json, "HLineElev", problem.HLineElev, problem.HLineCount);
+    writeLeading(json, "HLineLoad", problem.HLineLoad, problem.HLineCount);
+    json.member("HDistCount", problem.HDistCount);
+    writeLeading(json, "HDistElev", problem.HDistElev, problem.HDistCount);
+    writeLeading(json, "HDistLoad", problem.HDistLoad, problem.HDistCount);
+}
+
+} // namespace
+
+void writeProblem(JsonText& json, const Problem& problem) {
+    json.object([&] {
+        writeHeadingToSurface(json, problem);
+        writeSoil(json, problem);
+        writeWater(json, problem);
+        writeVerticalLoads(json, problem);
+        writeHorizontalLoads(json, problem);
+    });
+}
+
+} // namespace korvane::batch

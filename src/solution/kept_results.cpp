@@ -1,0 +1,120 @@
+#include "solution/kept_results.h"
+
+#include "pressures/developed_layers.h"
+#include "runtime/arithmetic.h"
+
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+void keepDiagrams(const State& state, PressureDiagrams& diagrams) {
+    diagrams.grid = state.grid;
+    diagrams.pressures = state.pressures;
+    diagrams.NetActive = state.net.NetActive;
+    diagrams.NetPassive = state.net.NetPassive;
+}
+
+SolutionMethod methodOf(const Problem& problem, int level) {
+    return problem.WallType == WallKind::Cantilever ? SolutionMethod::Cantilever
+           : level == 1                             ? SolutionMethod::FreeEarth
+                                                    : SolutionMethod::FixedEarth;
+}
+
+Extreme largestShear(const ResultDiagrams& diagrams) {
+    Extreme largest;
+    for (int r = 1; r <= diagrams.RowCount; ++r) {
+        if (std::fabs(diagrams.ResultShear(r)) > std::fabs(largest.value)) {
+            largest = {diagrams.ResultShear(r), diagrams.ResultElev(r)};
+        }
+    }
+    return largest;
+}
+
+/// Where the factors of a layer come from: the first that is given counts.
+FactorSource sourceOf(double ofLayer, double ofSide) {
+    return ofLayer > 0  ? FactorSource::Layer
+           : ofSide > 0 ? FactorSource::Side
+                        : FactorSource::Control;
+}
+
+void takeSources(const Problem& problem, int side, int layer, DevelopedLayer& developed) {
+    const FactorSource active =
+        sourceOf(problem.SoilFSActive(side, layer), problem.Level2FSActive(side));
+    if (problem.ProgramMode == Mode::Design) {
+        developed.activeSource = active;
+        developed.passiveSource =
+            sourceOf(problem.SoilFSPassive(side, layer), problem.Level2FSPassive(side));
+        return;
+    }
+    developed.activeSource = problem.FSKind == 1 ? FactorSource::Search : active;
+    developed.passiveSource = FactorSource::Search;
+}
+
+void keepLayers(const State& state, int level, LevelResult& result) {
+    const Problem& problem = *state.problem;
+    for (const int side : {Right, Left}) {
+        for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+            DevelopedLayer& developed = result.layers(side, layer);
+            developed = developedLayer(state, side, layer, level);
+            takeSources(problem, side, layer, developed);
+        }
+    }
+}
+
+bool anyMarked(const State& state) {
+    const auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
+    return WedgeNoSolution(1, Right) != 0 || WedgeNoSolution(1, Left) != 0 ||
+           WedgeNoSolution(2, Right) != 0 || WedgeNoSolution(2, Left) != 0;
+}
+
+} // namespace
+
+void keepReview(const State& state, Review& review) {
+    review.SideMethod = state.preparation.SideMethod;
+    review.hasPressures = state.problem->ProgramMode == Mode::Design;
+    review.SeepageKind = state.preparation.SeepageKind;
+    review.SeepageGradient = state.preparation.SeepageGradient(1);
+    review.SeepageGradientLimit = state.preparation.SeepageGradientLimit;
+    for (const int side : {Right, Left}) {
+        review.WedgeNoSolution(side) = state.wedge.WedgeNoSolution(1, side);
+    }
+    if (review.hasPressures) {
+        keepDiagrams(state, review.diagrams);
+    }
+}
+
+void keepLevel(const State& state, int level, Results& results) {
+    const Problem& problem = *state.problem;
+    const Solution& solution = state.solution;
+    LevelResult& result = results.levels(level);
+    const bool anchored = problem.WallType == WallKind::Anchored;
+
+    result.method = methodOf(problem, level);
+    result.bottomElev = solution.SolvedBottomElev(level);
+    result.penetration =
+        MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1)) - result.bottomElev;
+    result.bottomPressure = solution.BottomPressure(level);
+    result.anchorForce = anchored ? solution.AnchorForce(level) : 0;
+    result.factorOfSafety =
+        problem.ProgramMode == Mode::Analysis ? solution.FactorOfSafety(level) : 0;
+    result.seepageGradient = state.preparation.SeepageGradient(level);
+    result.seepageEndElev = state.preparation.SeepageEndElev(level);
+    result.transitionElev = anchored ? 0 : solution.TransitionElev;
+    result.seepagePasses = solution.SeepagePasses;
+    result.bottomIndex = solution.BottomIndex(level);
+    result.diagrams = state.results;
+    result.maxShear = largestShear(state.results);
+    result.toeReaction =
+        anchored && level == 2 ? -state.results.ResultShear(state.results.RowCount) : 0;
+    keepDiagrams(state, result.solved);
+    for (const int side : {Right, Left}) {
+        result.WedgeNoSolution(side) = state.wedge.WedgeNoSolution(level, side);
+    }
+    keepLayers(state, level, result);
+    results.levelCount = level;
+    results.wedgeWarning = anyMarked(state);
+}
+
+} // namespace korvane

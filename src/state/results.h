@@ -1,0 +1,107 @@
+// What a solution hands over: values that nobody changes afterwards.
+#pragma once
+
+#include "state/state.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace korvane {
+
+/// Grid and pressures at one moment of a solution. Rows beyond NumElevs hold zeros.
+struct PressureDiagrams {
+    ElevationGrid grid;
+    Pressures pressures;
+    Array<double, 301, 2> NetActive;  ///< PSF (i, k)
+    Array<double, 301, 2> NetPassive; ///< PSF (i, k)
+};
+
+/// The stop for review of a design. An analysis has the methods of its sides alone.
+struct Review {
+    Array<PressureMethod, 2> SideMethod;
+    bool hasPressures = false;     ///< false in an analysis
+    PressureDiagrams diagrams;     ///< at the seepage gradient of the first pass
+    Array<int, 2> WedgeNoSolution; ///< (side) 1 where a row was marked
+    Seepage SeepageKind = Seepage::None;
+    double SeepageGradient = 0;      ///< FT/FT, of the first pass
+    double SeepageGradientLimit = 0; ///< FT/FT, 0 without seepage
+};
+
+enum class SolutionMethod { Cantilever, FreeEarth, FixedEarth };
+
+/// One solved level. Extremes and rows stand in `diagrams`.
+struct LevelResult {
+    SolutionMethod method = SolutionMethod::Cantilever;
+    double bottomElev = 0;      ///< FT
+    double penetration = 0;     ///< FT, the lower ground less the bottom
+    double bottomPressure = 0;  ///< PSF, net
+    double anchorForce = 0;     ///< LB per foot of wall; anchored walls
+    double factorOfSafety = 0;  ///< analysis
+    double seepageGradient = 0; ///< FT/FT; walls with seepage
+    double seepageEndElev = 0;  ///< FT; walls with seepage
+    double transitionElev = 0;  ///< FT; cantilever: the net diagram runs straight to the bottom
+    /// LB; fixed earth: the force on the wall at its theoretical bottom, positive toward the left.
+    double toeReaction = 0;
+    int seepagePasses = 0; ///< of the bottom search
+    int bottomIndex = 0;   ///< grid index of the bottom
+    Extreme maxShear;      ///< LB, of the largest size
+    ResultDiagrams diagrams;
+    PressureDiagrams solved;
+    Array<int, 2> WedgeNoSolution;       ///< (side) 1 where a row was marked
+    Array<DevelopedLayer, 2, 11> layers; ///< (side, layer)
+};
+
+/// All that a wall was solved to.
+struct Results {
+    Review review;
+    int levelCount = 0; ///< 1 cantilever, 2 anchored
+    Array<LevelResult, 2> levels;
+    bool wedgeWarning = false; ///< a sweep marked a row at some time, perhaps in an earlier pass
+
+    /// The water pressures that reports and plots show with every level: those of the last one, as
+    /// only they outlive the solution (deliberate; each level's own stand in `solved`).
+    const Array<double, 301, 2>& shownWater() const {
+        return levels(levelCount).solved.pressures.WaterPressures;
+    }
+};
+
+/// The table of sheet pile sections.
+struct PileSections {
+    int PileSectionCount = 0; ///< sections in use, 8 to 13
+    Array<std::string, 13> PileName;
+    Array<double, 13, 2> PileSectionData; ///< (p, 1) section modulus IN^3, (p, 2) inertia IN^4
+    Array<double, 13> PileAllowStress;    ///< PSI
+    Array<double, 13> PileModulus;        ///< PSI
+};
+
+enum class RoweSoil { None = 0, Sand = 1, Clay = 2 };
+
+/// Why the reduction does not apply: "*** REDUCTION NOT APPLICABLE DUE TO " + cause, and perhaps a
+/// second line behind blanks of its own.
+struct RoweNote {
+    std::string_view cause;
+    std::string_view secondLine;
+    int blanks = 0;
+};
+
+/// Rowe's moment reduction for every section of a table.
+struct MomentReduction {
+    RoweSoil soil = RoweSoil::None;    ///< of the report; None where there is nothing to report
+    int RoweSoilType = 0;              ///< 0 none or not applicable, 1 sand, 2 clay
+    double RoweHeight = 0;             ///< FT, wall top less free earth bottom
+    double RoweAlpha = 0;              ///< wall height ratio
+    double RoweBeta = 0;               ///< anchor height ratio
+    double RoweStability = 0;          ///< stability number S, clay
+    bool applicable = false;           ///< the wall is within the range of the method
+    bool sandOutOfRange = false;       ///< it applies to sand, but not to every section
+    std::vector<RoweNote> broken;      ///< conditions of the method that the wall does not meet
+    Array<double, 13> PileLogRigidity; ///< log10(H^4 / EI)
+    Array<double, 13> PileMomentRatio; ///< allowable over free earth moment
+    Array<double, 2, 5> RoweSandCurve; ///< (density, point) at the wall's ALPHA
+    Array<bool, 13> inRange;           ///< (p) the section has coefficients
+    Array<double, 13, 2> coefficient;  ///< (p, 1) loose sand or clay, (p, 2) dense sand
+    Array<double, 13, 2> reducedRatio; ///< (p, k) allowable over reduced free earth moment
+};
+
+} // namespace korvane
