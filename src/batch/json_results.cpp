@@ -26,6 +26,8 @@ const char* answerText(Answer answer) {
         return "Yes";
     case Answer::No:
         return "No";
+    case Answer::Back:
+        return "Back";
     }
     return "";
 }

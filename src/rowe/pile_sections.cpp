@@ -86,7 +86,8 @@ MessageBox invalidSectionsBox() {
                     "     Choose OK to continue SHEET PILE DATA entry.\n"
                     "     Choose CANCEL to return to DEFAULT DATA values.",
             .title = "INVALID DATA",
-            .buttons = Buttons::OkCancel};
+            .buttons = Buttons::OkCancel,
+            .cancelDeletes = true};
 }
 
 } // namespace korvane

@@ -38,6 +38,23 @@ class Caption : public QLabel {
     }
 };
 
+/// A button whose focus is seen at a glance, on panels of any colour.
+class Button : public QPushButton {
+  public:
+    using QPushButton::QPushButton;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QPushButton::paintEvent(event);
+        if (hasFocus()) {
+            constexpr int inside = 4; // pixels from the edge, clear of the toolkit's own frame
+            QPainter painter(this);
+            painter.setPen(QPen(palette().color(QPalette::ButtonText), 2));
+            painter.drawRect(rect().adjusted(inside, inside, -inside, -inside));
+        }
+    }
+};
+
 /// An option that Tab reaches whether its group has the focus or not.
 class Option : public QRadioButton {
   public:
@@ -62,7 +79,7 @@ QLabel* plainLabel(QWidget* parent, const QString& name, const QString& text) {
 
 /// Letters as large as usual where the text has room, else smaller down to two thirds.
 void fitLetters(QLabel* label) {
-    QFont letters = label->font();
+    QFont letters = label->parentWidget()->font();
     const double smallest = letters.pointSizeF() * 2 / 3;
     const QSize room = label->contentsRect().size();
     const auto fits = [&] {
@@ -100,9 +117,13 @@ QLabel* makeLabel(QWidget* parent, const QString& name, const QString& text, con
     QLabel* label = plainLabel(parent, name, text);
     label->setAlignment(side == LabelSide::Above ? Qt::AlignHCenter | Qt::AlignBottom
                                                  : Qt::AlignLeft | Qt::AlignVCenter);
+    placeLabel(label, where);
+    return label;
+}
+
+void placeLabel(QLabel* label, const Place& where) {
     place(label, where);
     fitLetters(label);
-    return label;
 }
 
 QLabel* makeTitle(QWidget* parent, const QString& name, const QString& text, const Place& where) {
@@ -117,7 +138,7 @@ QLabel* makeTitle(QWidget* parent, const QString& name, const QString& text, con
 
 QPushButton* makeButton(QWidget* parent, const QString& name, const QString& caption,
                         const Place& where) {
-    auto* button = new QPushButton(caption, parent);
+    auto* button = new Button(caption, parent);
     button->setObjectName(name);
     button->setAutoDefault(false);
     place(button, where);
@@ -159,7 +180,9 @@ QFrame* makePanel(QWidget* parent, const QString& name, const Place& where) {
 
 void highlight(QFrame* panel, bool dataAvailable) {
     paintGround(panel, dataAvailable ? DataColour : NoDataColour, PlainColour);
-    panel->setAccessibleDescription(dataAvailable ? "data are available" : "");
+    for (auto* button : panel->findChildren<QPushButton*>()) {
+        button->setAccessibleDescription(dataAvailable ? "data are available" : "");
+    }
 }
 
 } // namespace korvane

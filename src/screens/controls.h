@@ -28,6 +28,7 @@ inline constexpr QColor DataColour(85, 255, 255);
 inline constexpr QColor RequiredColour(192, 0, 0);
 inline constexpr QColor PlainColour(0, 0, 0);
 inline constexpr QColor GroundColour(240, 240, 240);
+inline constexpr QColor WarningGround(255, 236, 200); ///< behind a warning in RequiredColour
 
 void place(QWidget* widget, const Place& where);
 
@@ -35,6 +36,9 @@ void place(QWidget* widget, const Place& where);
 enum class LabelSide { Above, Beside };
 QLabel* makeLabel(QWidget* parent, const QString& name, const QString& text, const Place& where,
                   LabelSide side = LabelSide::Above);
+
+/// Puts a label to another place, with letters as large as fit there.
+void placeLabel(QLabel* label, const Place& where);
 
 /// A title panel: black on light ground, raised.
 QLabel* makeTitle(QWidget* parent, const QString& name, const QString& text, const Place& where);
@@ -50,7 +54,8 @@ QRadioButton* makeOption(QWidget* parent, const QString& name, const QString& ca
 /// "_title"); no title where the text is empty.
 QFrame* makeGroup(QWidget* parent, const QString& name, const QString& title, const Place& where);
 
-/// A panel behind a section button.
+/// A panel behind a section button. Its colour tells to the eye, and the description of the button
+/// to the ear, that data are available.
 QFrame* makePanel(QWidget* parent, const QString& name, const Place& where);
 void highlight(QFrame* panel, bool dataAvailable);
 

@@ -1,10 +1,15 @@
 #include "screens/data_screen.h"
 
+#include "problem/save_losses.h"
+#include "runtime/number_text.h"
 #include "screens/field.h"
+#include "screens/field_table.h"
 #include "widgets/geometry.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QFrame>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -21,13 +26,23 @@ DataScreen::DataScreen(ScreenContext& context, const QString& name, const QStrin
     addHelpMenu();
     remark_->setObjectName("lblRemark");
     remark_->setTextFormat(Qt::PlainText);
+    remark_->setWordWrap(true);
     remark_->setMargin(pixels(30));
+    remark_->setText(" ");
     layout()->addWidget(remark_);
     canvas()->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now != nullptr && now->window() == this) {
+            remarkOnFocus();
+        }
+    });
 }
 
+// ---- building
+// ------------------------------------------------------------------------------------
+
 void DataScreen::keepCentred(QWidget* widget, Centre how) {
-    centred_.push_back({widget, how});
+    centred_.push_back({widget, how, widget->size()});
     arrange();
 }
 
@@ -44,7 +59,7 @@ void DataScreen::arrange() {
     for (const Centred& entry : centred_) {
         if (!entry.widget->isHidden()) {
             const int top = entry.how == Centre::Across ? entry.widget->y() : 0;
-            needed = needed.expandedTo(entry.widget->size() + QSize(0, top));
+            needed = needed.expandedTo(entry.least + QSize(0, top));
         }
     }
     canvas()->setMinimumSize(needed);
@@ -57,6 +72,7 @@ void DataScreen::arrange() {
 
 bool DataScreen::eventFilter(QObject* watched, QEvent* event) {
     if (watched == canvas() && event->type() == QEvent::Resize) {
+        useRoom(canvas()->size());
         arrange();
     }
     return ScreenWindow::eventFilter(watched, event);
@@ -100,8 +116,13 @@ void DataScreen::watchFields() {
 
 void DataScreen::watchRemarks() {
     for (const Field* field : canvas()->findChildren<Field*>()) {
-        connect(field, &Field::textEdited, this, [this] { remark({}); });
-        connect(field, &Field::refused, this, &DataScreen::remark);
+        connect(field, &Field::textEdited, this, &DataScreen::remarkOnFocus);
+        connect(field, &Field::refused, this, [this, field](const QString& why) {
+            // The window can be too small for the notice beside the table.
+            if (field->table() == nullptr || !field->table()->noticeIsSeen()) {
+                remark(why, true);
+            }
+        });
     }
 }
 
@@ -111,13 +132,116 @@ void DataScreen::setFocusOrder(const std::vector<QWidget*>& order) {
     }
 }
 
+// ---- keys
+// ----------------------------------------------------------------------------------------
+
+void DataScreen::setSides(FieldTable* right, FieldTable* left) {
+    sides_[0] = right;
+    sides_[1] = left;
+}
+
+/// To the same row and column of the other side; from elsewhere to the beginning of the right one.
+void DataScreen::goToOtherSide() {
+    const auto* field = qobject_cast<Field*>(focusWidget());
+    if (sides_[0] == nullptr) {
+        return;
+    }
+    if (field != nullptr && field->table() == sides_[0]) {
+        sides_[1]->moveFocus(field->column(), field->row());
+    } else if (field != nullptr && field->table() == sides_[1]) {
+        sides_[0]->moveFocus(field->column(), field->row());
+    } else {
+        sides_[0]->moveFocus(0, 1);
+    }
+}
+
+void DataScreen::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F6) {
+        goToOtherSide();
+        event->accept();
+        return;
+    }
+    ScreenWindow::keyPressEvent(event);
+}
+
 void DataScreen::dataChanged() {
     session().DataChanged = 1;
     touch();
 }
 
-void DataScreen::remark(const QString& text) {
+// ---- remarks
+// -------------------------------------------------------------------------------------
+
+Problem DataScreen::typedProblem() {
+    Problem typed = problem();
+    for (const Field* field : canvas()->findChildren<Field*>()) {
+        const FieldMeaning& meaning = field->meaning();
+        if (meaning.number != nullptr && field->isVisible() && field->isEnabled()) {
+            meaning.number(typed, meaning.side, meaning.row) = valueAtHead(field->entry());
+        }
+    }
+    takeCounts(typed);
+    return typed;
+}
+
+const void* DataScreen::placeOf(const Field& field, Problem& typed) {
+    const FieldMeaning& meaning = field.meaning();
+    return meaning.number == nullptr ? nullptr : &meaning.number(typed, meaning.side, meaning.row);
+}
+
+QString DataScreen::lossAt(const Field& field) {
+    Problem typed = typedProblem();
+    const void* place = placeOf(field, typed);
+    QString text;
+    for (const SaveLoss& loss : lossesOfSave(typed)) {
+        if (loss.place == place && place != nullptr) {
+            text += QString(" %1: %2.").arg(loss.rule->value, loss.rule->effect);
+        }
+    }
+    return text;
+}
+
+/// Limits and unit of the field in focus, and what a file would make of its value. The line is
+/// never empty, so that nothing moves.
+void DataScreen::remarkOnFocus() {
+    const auto* field = qobject_cast<const Field*>(focusWidget());
+    if (field == nullptr) {
+        remark("F1 opens the guide at this section.", false);
+        return;
+    }
+    const FieldMeaning& meaning = field->meaning();
+    const QString loss = lossAt(*field);
+    remark(meaning.name + (meaning.limits.isEmpty() ? "." : ": " + meaning.limits + ".") + loss,
+           !loss.isEmpty());
+}
+
+void DataScreen::remark(const QString& text, bool warning) {
+    if (warning) {
+        paintGround(remark_, WarningGround, RequiredColour);
+    } else {
+        remark_->setPalette({});
+        remark_->setAutoFillBackground(false);
+    }
     remark_->setText(text);
+    layout()->activate(); // it can need a second line
+    showFocus();
+}
+
+void DataScreen::showEvent(QShowEvent* event) {
+    ScreenWindow::showEvent(event);
+    remarkOnFocus();
+}
+
+// ---- boxes
+// ---------------------------------------------------------------------------------------
+
+Answer DataScreen::offer(const MessageBox& box) {
+    const Answer answer = ask(box);
+    if (answer != Answer::Cancel && failed_ != nullptr) {
+        failed_->setFocus(Qt::TabFocusReason); // which selects the text
+    }
+    failed_ = nullptr;
+    return answer;
 }
 
 void DataScreen::frameClose() {

@@ -16,15 +16,29 @@ Fault readEntry(const std::string& text, const Column& column, Problem& problem,
     } else {
         return Fault::Invalid;
     }
-    if (!column.test({problem, side, row, value})) {
+    if (!column.test.holds({problem, side, row, value})) {
         return Fault::Invalid;
     }
     column.number(problem, side, row) = value;
     return Fault::None;
 }
 
+std::string limitsOf(const Column& column) {
+    std::string words = column.test.words;
+    if (column.emptyWords != nullptr) {
+        words += std::string("; ") + column.emptyWords;
+    } else if (column.ifEmpty == IfEmpty::Zero) {
+        words += "; empty means 0";
+    }
+    return words;
+}
+
 MessageBox okCancelBox(const std::string& title, const std::string& text) {
-    return {.text = text, .title = title, .buttons = Buttons::OkCancel, .icon = Icon::Exclamation};
+    return {.text = text,
+            .title = title,
+            .buttons = Buttons::OkCancel,
+            .icon = Icon::Exclamation,
+            .cancelDeletes = true};
 }
 
 } // namespace korvane

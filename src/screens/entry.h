@@ -58,16 +58,15 @@ struct Entry {
     double value;
 };
 
-using Test = bool (*)(const Entry&);
-inline bool anyNumber(const Entry&) {
-    return true;
-}
-inline bool aboveZero(const Entry& entry) {
-    return entry.value > 0;
-}
-inline bool notNegative(const Entry& entry) {
-    return entry.value >= 0;
-}
+/// A test and the words in which the screen tells it.
+struct Test {
+    bool (*holds)(const Entry&);
+    const char* words;
+};
+inline constexpr Test anyNumber{[](const Entry&) { return true; }, "any number"};
+inline constexpr Test aboveZero{[](const Entry& entry) { return entry.value > 0; }, "above 0"};
+inline constexpr Test notNegative{[](const Entry& entry) { return entry.value >= 0; },
+                                  "not below 0"};
 
 enum class IfEmpty { Missing, Invalid, Zero };
 enum class Fault { None, Missing, Invalid };
@@ -76,10 +75,15 @@ enum class Fault { None, Missing, Invalid };
 struct Column {
     const char* control;
     const char* label;
+    const char* name; ///< label, what the label leaves to its group, and unit, for one who hears it
     NumberAt number;
     Test test = anyNumber;
     IfEmpty ifEmpty = IfEmpty::Missing;
+    const char* emptyWords = nullptr; ///< what an empty field means, where it is not 0
 };
+
+/// The limits of a field in words: its test, and what it means to leave the field empty.
+std::string limitsOf(const Column& column);
 
 /// Reads a trimmed text: a number that passes its test is stored at once.
 Fault readEntry(const std::string& text, const Column& column, Problem& problem, int side = Right,
@@ -98,6 +102,7 @@ struct BoxText {
     const char* text;
 };
 
+/// A box whose Cancel deletes what was entered.
 MessageBox okCancelBox(const std::string& title, const std::string& text);
 
 } // namespace korvane

@@ -13,6 +13,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPalette>
+#include <QStyleOptionFrame>
 
 #include <algorithm>
 #include <memory>
@@ -26,6 +27,11 @@ bool isControlCharacter(QChar c) {
            c.category() == QChar::Separator_Paragraph;
 }
 
+QString withoutControlCharacters(QString text) {
+    std::replace_if(text.begin(), text.end(), isControlCharacter, QChar(' '));
+    return text;
+}
+
 void paintField(QLineEdit* field) {
     QPalette colours = field->palette();
     colours.setColor(QPalette::Base, Qt::white);
@@ -35,12 +41,33 @@ void paintField(QLineEdit* field) {
     field->setPalette(colours);
 }
 
+/// A letter with Alt, which is a mnemonic or nothing. Ctrl and Alt together type on some keyboards.
+bool isAltLetter(const QKeyEvent& event) {
+    return event.modifiers().testFlag(Qt::AltModifier) &&
+           !event.modifiers().testFlag(Qt::ControlModifier) && !event.text().isEmpty() &&
+           event.text().at(0).isPrint();
+}
+
+QString keyText(const QKeySequence& key) {
+    return "\t" + key.toString(QKeySequence::NativeText);
+}
+
+const QKeySequence copyBlockKey(Qt::CTRL | Qt::SHIFT | Qt::Key_C);
+
 } // namespace
+
+FieldMeaning meaningOf(const Column& column, int side) {
+    return {.name = column.name,
+            .limits = QString::fromStdString(limitsOf(column)),
+            .number = column.number,
+            .side = side};
+}
 
 Field::Field(QWidget* parent, const QString& name) : QLineEdit(parent) {
     setObjectName(name);
     paintField(this);
     connect(this, &QLineEdit::textEdited, this, &Field::removeControlCharacters);
+    connect(this, &QLineEdit::textChanged, this, &Field::textWasChanged);
 }
 
 std::string Field::entry() const {
@@ -49,6 +76,13 @@ std::string Field::entry() const {
 
 void Field::showNumber(double value) {
     setText(shownText(generalForm(value)));
+    showBeginning();
+}
+
+void Field::setMeaning(const FieldMeaning& meaning) {
+    meaning_ = meaning;
+    setAccessibleName(meaning.name);
+    setAccessibleDescription(meaning.limits);
 }
 
 void Field::join(FieldTable& table, int column, int row) {
@@ -57,9 +91,59 @@ void Field::join(FieldTable& table, int column, int row) {
     row_ = row;
 }
 
+// ---- long texts
+// ----------------------------------------------------------------------------------
+
+bool Field::isTooLong() const {
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    constexpr int margin = 3; // of the toolkit on either side, and the cursor
+    const int room = style()->subElementRect(QStyle::SE_LineEditContents, &option, this).width();
+    return fontMetrics().horizontalAdvance(text()) > room - 2 * margin;
+}
+
+void Field::showBeginning() {
+    if (cursorPosition() != 0) {
+        setCursorPosition(0);
+    }
+}
+
+void Field::textWasChanged() {
+    setToolTip(isTooLong() ? text().trimmed() : QString());
+    if (window()->focusWidget() != this) { // nobody types here
+        showBeginning();
+    }
+}
+
+void Field::resizeEvent(QResizeEvent* event) {
+    QLineEdit::resizeEvent(event);
+    textWasChanged();
+}
+
+void Field::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (selectedText() == text() && isTooLong()) { // the cursor goes to the end of a selection
+        const int length = static_cast<int>(text().size());
+        setSelection(length, -length);
+    }
+}
+
+void Field::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    const bool comesBack = event->reason() == Qt::PopupFocusReason ||
+                           (event->reason() == Qt::ActiveWindowFocusReason && !isTooLong());
+    if (!comesBack) {
+        showBeginning();
+    }
+}
+
+// ---- changes
+// -------------------------------------------------------------------------------------
+
 void Field::enter(const QString& newText) {
     selectAll();
     insert(newText);
+    showBeginning();
 }
 
 /// A line of text holds no line ends and the like, wherever it came from.
@@ -67,23 +151,53 @@ void Field::removeControlCharacters(const QString& text) {
     if (std::none_of(text.begin(), text.end(), isControlCharacter)) {
         return;
     }
-    QString clean = text;
-    std::replace_if(clean.begin(), clean.end(), isControlCharacter, QChar(' '));
     const int cursor = cursorPosition();
-    setText(clean);
+    setText(withoutControlCharacters(text));
     setCursorPosition(cursor);
+}
+
+void Field::undoChange() {
+    if (table_ == nullptr || !table_->undoPaste(*this)) {
+        undo();
+    }
+}
+
+void Field::redoChange() {
+    if (table_ == nullptr || !table_->redoPaste(*this)) {
+        redo();
+    }
+}
+
+void Field::copyBlock() {
+    if (table_ != nullptr) {
+        if (const QString block = table_->copy(column_, row_); !block.isEmpty()) {
+            QGuiApplication::clipboard()->setText(block);
+        }
+    }
 }
 
 void Field::pasteText(const QString& text) {
     const CellBlock block = cellBlock(text);
     if (block.isSingle()) {
-        insert(block.cell(0, 0));
+        pasteCell(block.cell(0, 0));
         return;
     }
-    if (table_ == nullptr || !table_->paste(block, column_, row_)) {
-        emit refused(QString("A block of %1 by %2 cells does not fit here: nothing was pasted.")
-                         .arg(block.rows())
-                         .arg(block.columns()));
+    const QString fault =
+        table_ != nullptr ? table_->paste(block, column_, row_) : FieldTable::doesNotFit(block);
+    if (!fault.isEmpty()) {
+        emit refused(fault);
+    }
+}
+
+void Field::pasteCell(const QString& text) {
+    const auto cell = meaning_.isText ? text : plainNumber(text);
+    if (!cell) {
+        emit refused(FieldTable::hasComma(text));
+        return;
+    }
+    insert(withoutControlCharacters(*cell));
+    if (isTooLong()) {
+        showBeginning();
     }
 }
 
@@ -91,12 +205,30 @@ void Field::pasteClipboard() {
     pasteText(QGuiApplication::clipboard()->text());
 }
 
+// ---- keys and mouse
+// ------------------------------------------------------------------------------
+
 void Field::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Paste)) {
-        pasteClipboard();
-        event->accept();
+    if (isAltLetter(*event)) {
+        event->ignore(); // another may know the key
         return;
     }
+    if (event->matches(QKeySequence::Paste)) {
+        pasteClipboard();
+    } else if (event->matches(QKeySequence::Undo)) {
+        undoChange();
+    } else if (event->matches(QKeySequence::Redo)) {
+        redoChange();
+    } else if (QKeySequence(event->keyCombination()) == copyBlockKey) {
+        copyBlock();
+    } else if (!moveOrEdit(event)) {
+        return;
+    }
+    event->accept();
+}
+
+/// True for a key that moves along the column.
+bool Field::moveOrEdit(QKeyEvent* event) {
     const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
     int step = 0;
     switch (event->key()) {
@@ -110,32 +242,49 @@ void Field::keyPressEvent(QKeyEvent* event) {
         break;
     default:
         QLineEdit::keyPressEvent(event);
-        return;
+        return false;
     }
     if (plain && table_ != nullptr) {
         table_->moveFocus(column_, row_ + step);
     }
-    event->accept();
+    return true;
 }
 
 void Field::contextMenuEvent(QContextMenuEvent* event) {
     const std::unique_ptr<QMenu> menu(createStandardContextMenu());
-    const QString key = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
+    // What the toolkit's entries do knows nothing of blocks.
+    const std::pair<QKeySequence::StandardKey, void (Field::*)()> own[] = {
+        {QKeySequence::Undo, &Field::undoChange},
+        {QKeySequence::Redo, &Field::redoChange},
+        {QKeySequence::Paste, &Field::pasteClipboard},
+    };
     for (QAction* action : menu->actions()) {
-        if (action->text().endsWith("\t" + key)) { // its paste knows nothing of blocks
-            disconnect(action, nullptr, this, nullptr);
-            connect(action, &QAction::triggered, this, &Field::pasteClipboard);
+        for (const auto& [key, body] : own) {
+            if (action->text().endsWith(keyText(key))) {
+                disconnect(action, nullptr, this, nullptr);
+                connect(action, &QAction::triggered, this, body);
+                action->setEnabled(action->isEnabled() ||
+                                   (key == QKeySequence::Undo && table_ != nullptr &&
+                                    table_->canUndoPaste(*this)));
+            }
         }
+    }
+    if (table_ != nullptr && table_->rowCount() > 1) {
+        menu->addSeparator();
+        QAction* copy = menu->addAction("Copy &Block" + keyText(copyBlockKey));
+        copy->setObjectName("copyBlock");
+        connect(copy, &QAction::triggered, this, &Field::copyBlock);
     }
     menu->exec(event->globalPos());
 }
 
 void Field::dropEvent(QDropEvent* event) {
     const QString text = event->mimeData()->text();
-    if (cellBlock(text).isSingle()) {
+    if (cellBlock(text).isSingle() && (meaning_.isText || plainNumber(text) == text)) {
         QLineEdit::dropEvent(event);
         return;
     }
+    setCursorPosition(cursorPositionAt(event->position().toPoint()));
     pasteText(text);
     event->setDropAction(Qt::CopyAction); // the source keeps its cells
     event->accept();

@@ -6,51 +6,52 @@
 
 namespace korvane {
 
-CellBlock cellBlock(const QString& text) {
-    QString lines = text;
-    lines.replace("\r\n", "\n").replace('\r', '\n');
-    if (lines.endsWith('\n')) { // a spreadsheet ends its last row too
-        lines.chop(1);
-    }
-    std::vector<QStringList> rows;
-    for (const QString& line : lines.split('\n')) {
-        rows.push_back(line.split('\t'));
-    }
-    return CellBlock(std::move(rows));
-}
-
-int CellBlock::columns() const {
-    qsizetype widest = 0;
-    for (const QStringList& row : cells_) {
-        widest = std::max(widest, row.size());
-    }
-    return static_cast<int>(widest);
-}
-
-QString CellBlock::cell(int row, int column) const {
-    return cells_.at(static_cast<std::size_t>(row)).value(column);
-}
+// ---- building
+// ------------------------------------------------------------------------------------
 
 int FieldTable::addColumn(QWidget* parent, const FieldColumn& spec) {
-    if (!spec.label.isEmpty()) {
-        makeLabel(parent, spec.labelName.isEmpty() ? spec.control + "_label" : spec.labelName,
-                  spec.label,
-                  {spec.left, spec.labelTop, spec.width, rows_.firstTop - spec.labelTop});
-    }
+    MadeColumn made;
+    made.spec = spec;
     const int column = columnCount();
-    std::vector<Field*> fields;
+    const bool isArray = rows_.count > 1;
     for (int row = 1; row <= rows_.count; ++row) {
-        const bool isArray = rows_.count > 1;
         auto* field = new Field(parent, isArray ? QString("%1_%2").arg(spec.control).arg(row - 1)
                                                 : spec.control);
-        place(field,
-              {spec.left, rows_.firstTop + (row - 1) * rows_.pitch, spec.width, rows_.pitch});
-        field->setAccessibleName(QString("%1, row %2").arg(spec.label.simplified()).arg(row));
+        FieldMeaning meaning = spec.meaning;
+        meaning.row = row;
+        if (isArray) {
+            meaning.name += QString(", %1 %2").arg(spec.rowWord).arg(row);
+        }
+        field->setMeaning(meaning);
         field->join(*this, column, row);
-        fields.push_back(field);
+        QObject::connect(field, &Field::refused, field, [this](const QString& why) { tell(why); });
+        QObject::connect(field, &Field::textEdited, field, [this] { tell({}); });
+        made.fields.push_back(field);
     }
-    columns_.push_back(std::move(fields));
+    if (!spec.label.isEmpty()) {
+        made.label =
+            makeLabel(parent, spec.labelName.isEmpty() ? spec.control + "_label" : spec.labelName,
+                      spec.label, {});
+        made.label->setBuddy(made.fields.front());
+    }
+    columns_.push_back(std::move(made));
+    placeColumn(column, spec.left, spec.width);
     return column;
+}
+
+void FieldTable::placeColumn(int column, double left, double width) {
+    MadeColumn& made = columns_.at(static_cast<std::size_t>(column));
+    made.spec.left = left;
+    made.spec.width = width;
+    if (made.label != nullptr) {
+        const double top = made.spec.labelTop;
+        placeLabel(made.label, {left, top, width, rows_.firstTop - top});
+    }
+    double top = rows_.firstTop;
+    for (Field* field : made.fields) {
+        place(field, {left, top, width, rows_.pitch});
+        top += rows_.pitch;
+    }
 }
 
 void FieldTable::addRowNumbers(QWidget* parent, double left, double width) {
@@ -63,8 +64,30 @@ void FieldTable::addRowNumbers(QWidget* parent, double left, double width) {
     }
 }
 
+void FieldTable::addNotice(QWidget* parent, const QString& name, const Place& where) {
+    notice_ = makeLabel(parent, name, {}, where, LabelSide::Beside);
+    paintGround(notice_, WarningGround, RequiredColour);
+    notice_->hide();
+}
+
+void FieldTable::placeNotice(const Place& where) {
+    placeLabel(notice_, where);
+}
+
+bool FieldTable::noticeIsSeen() const {
+    return notice_ != nullptr && notice_->visibleRegion().boundingRect() == notice_->rect();
+}
+
+void FieldTable::tell(const QString& fault) {
+    if (notice_ != nullptr) {
+        notice_->setText(fault);
+        notice_->setVisible(!fault.isEmpty());
+    }
+}
+
 Field* FieldTable::field(int column, int row) const {
-    return columns_.at(static_cast<std::size_t>(column)).at(static_cast<std::size_t>(row - 1));
+    return columns_.at(static_cast<std::size_t>(column))
+        .fields.at(static_cast<std::size_t>(row - 1));
 }
 
 std::vector<QWidget*> FieldTable::focusOrder() const {
@@ -77,10 +100,16 @@ std::vector<QWidget*> FieldTable::focusOrder() const {
     return order;
 }
 
+// ---- texts
+// ---------------------------------------------------------------------------------------
+
 void FieldTable::clear() {
     for (int row = 1; row <= rowCount(); ++row) {
         clearRow(row);
     }
+    done_.clear();
+    undone_.clear();
+    tell({});
 }
 
 void FieldTable::clearRow(int row) {
@@ -92,8 +121,8 @@ void FieldTable::clearRow(int row) {
 int FieldTable::lastFilledRow(const std::vector<int>& columns) const {
     const auto isFilled = [&](int row) {
         if (columns.empty()) {
-            return std::any_of(columns_.begin(), columns_.end(), [&](const auto& fields) {
-                return !fields.at(static_cast<std::size_t>(row - 1))->entry().empty();
+            return std::any_of(columns_.begin(), columns_.end(), [&](const MadeColumn& column) {
+                return !column.fields.at(static_cast<std::size_t>(row - 1))->entry().empty();
             });
         }
         return std::any_of(columns.begin(), columns.end(),
@@ -120,31 +149,135 @@ void FieldTable::moveFocus(int column, int row) {
     }
 }
 
-bool FieldTable::paste(const CellBlock& block, int column, int row) {
-    std::vector<int> shown;
-    for (int place = column; place < columnCount(); ++place) {
-        if (field(place, row)->isVisible()) {
-            shown.push_back(place);
-        }
-    }
-    if (block.columns() > static_cast<int>(shown.size()) || row + block.rows() - 1 > rowCount()) {
-        return false;
-    }
-    for (int down = 0; down < block.rows(); ++down) {
-        for (int right = 0; right < block.columns(); ++right) {
-            field(shown.at(static_cast<std::size_t>(right)), row + down)
-                ->enter(block.cell(down, right));
-        }
-    }
-    return true;
-}
-
 void FieldTable::whenEdited(QObject* receiver, const std::function<void()>& action) const {
-    for (const auto& fields : columns_) {
-        for (const Field* field : fields) {
+    for (const MadeColumn& column : columns_) {
+        for (const Field* field : column.fields) {
             QObject::connect(field, &Field::textEdited, receiver, action);
         }
     }
+}
+
+// ---- blocks
+// --------------------------------------------------------------------------------------
+
+std::vector<int> FieldTable::shownColumns(int from, int row) const {
+    std::vector<int> shown;
+    for (int column = from; column < columnCount(); ++column) {
+        if (field(column, row)->isVisible()) {
+            shown.push_back(column);
+        }
+    }
+    return shown;
+}
+
+QStringList FieldTable::texts() const {
+    QStringList all;
+    for (const MadeColumn& column : columns_) {
+        for (const Field* field : column.fields) {
+            all.append(field->text());
+        }
+    }
+    return all;
+}
+
+QString FieldTable::textIn(const QStringList& texts, const Field& at) const {
+    return texts.at(at.column() * rowCount() + at.row() - 1);
+}
+
+QString FieldTable::doesNotFit(const CellBlock& block) {
+    return QString("A block of %1 by %2 cells does not fit here: nothing was pasted.")
+        .arg(block.rows())
+        .arg(block.columns());
+}
+
+QString FieldTable::hasComma(const QString& cell) {
+    constexpr int longest = 20; // letters that are shown of it
+    const QString shown = cell.trimmed();
+    return QString("\"%1\" is no number with a decimal point: nothing was pasted.")
+        .arg(shown.size() > longest ? shown.left(longest) + "..." : shown);
+}
+
+QString FieldTable::paste(const CellBlock& block, int column, int row) {
+    const std::vector<int> shown = shownColumns(column, row);
+    if (block.columns() > static_cast<int>(shown.size()) || row + block.rows() - 1 > rowCount()) {
+        return doesNotFit(block);
+    }
+    Pasted pasted;
+    for (int down = 0; down < block.rows(); ++down) {
+        for (int right = 0; right < block.columns(); ++right) {
+            Field* to = field(shown.at(static_cast<std::size_t>(right)), row + down);
+            const QString cell = block.cell(down, right);
+            const auto text = to->meaning().isText ? cell : plainNumber(cell);
+            if (!text) {
+                return hasComma(cell);
+            }
+            if (*text != to->text()) {
+                pasted.changes.push_back({to, to->text(), *text});
+            }
+        }
+    }
+    pasted.before = texts();
+    for (Change& change : pasted.changes) {
+        change.field->enter(change.after);
+        change.after = change.field->text(); // a control character has become a blank
+    }
+    pasted.after = texts();
+    if (!pasted.changes.empty()) {
+        done_.push_back(std::move(pasted));
+        undone_.clear();
+    }
+    return {};
+}
+
+bool FieldTable::canUndoPaste(const Field& at) const {
+    return !done_.empty() && at.text() == textIn(done_.back().after, at);
+}
+
+bool FieldTable::undoPaste(const Field& at) {
+    if (!canUndoPaste(at)) {
+        return false;
+    }
+    Pasted last = std::move(done_.back());
+    done_.pop_back();
+    for (const Change& change : last.changes) {
+        if (change.field->text() != change.after) {
+            continue;
+        }
+        change.field->undo();
+        if (change.field->text() != change.before) {
+            change.field->enter(change.before);
+        }
+    }
+    undone_.push_back(std::move(last));
+    return true;
+}
+
+bool FieldTable::redoPaste(const Field& at) {
+    if (undone_.empty() || at.text() != textIn(undone_.back().before, at)) {
+        return false;
+    }
+    Pasted last = std::move(undone_.back());
+    undone_.pop_back();
+    for (const Change& change : last.changes) {
+        if (change.field->text() == change.before) {
+            change.field->enter(change.after);
+        }
+    }
+    done_.push_back(std::move(last));
+    return true;
+}
+
+QString FieldTable::copy(int column, int row) const {
+    const std::vector<int> shown = shownColumns(column, row);
+    std::vector<QStringList> rows;
+    for (int from = row; from <= lastFilledRow(shown); ++from) {
+        QStringList cells;
+        for (const int place : shown) {
+            cells.append(field(place, from)->text().trimmed());
+        }
+        rows.push_back(cells);
+    }
+    return blockText(rows);
 }
 
 } // namespace korvane

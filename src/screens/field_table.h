@@ -12,23 +12,6 @@
 
 namespace korvane {
 
-/// Cells as a spreadsheet hands them over: rows parted by line ends, cells by tabs.
-class CellBlock {
-  public:
-    explicit CellBlock(std::vector<QStringList> rows) : cells_(std::move(rows)) {}
-
-    int rows() const { return static_cast<int>(cells_.size()); }
-    int columns() const;
-    bool isSingle() const { return rows() == 1 && columns() == 1; }
-    /// Counted from 0; empty where a row is shorter than the others.
-    QString cell(int row, int column) const;
-
-  private:
-    std::vector<QStringList> cells_;
-};
-
-CellBlock cellBlock(const QString& text);
-
 /// Where the rows of a table stand, in twips.
 struct TableRows {
     int count = 1;
@@ -41,10 +24,12 @@ struct TableRows {
 struct FieldColumn {
     QString control;
     QString label;
+    FieldMeaning meaning; ///< of a row; its name without the row
     double left = 0;
     double width = 0;
     double labelTop = 0;
-    QString labelName = {}; ///< where the system names the label
+    QString labelName = {};  ///< where the system names the label
+    QString rowWord = "row"; ///< what a row is called
 };
 
 /// The rows of one side of a section. Columns count from 0 in the order in which they were added,
@@ -55,11 +40,21 @@ class FieldTable {
     FieldTable(const FieldTable&) = delete;
     FieldTable& operator=(const FieldTable&) = delete;
 
+    // ---- building ----
+
     /// Adds a column of fields under its label and returns its number. A control array counts from
     /// 0; the control of a table of one row has no index.
     int addColumn(QWidget* parent, const FieldColumn& spec);
     /// Writes the row numbers 1, 2 ... before the rows.
     void addRowNumbers(QWidget* parent, double left, double width);
+    /// Gives a place beside the table where a refusal is told.
+    void addNotice(QWidget* parent, const QString& name, const Place& where);
+    /// Puts the notice or a column to another place of its parent.
+    void placeNotice(const Place& where);
+    void placeColumn(int column, double left, double width);
+
+    /// True where the whole notice can be seen now.
+    bool noticeIsSeen() const;
 
     int rowCount() const { return rows_.count; }
     int columnCount() const { return static_cast<int>(columns_.size()); }
@@ -67,6 +62,8 @@ class FieldTable {
     std::string entry(int column, int row) const { return field(column, row)->entry(); }
     /// All fields, row by row.
     std::vector<QWidget*> focusOrder() const;
+
+    // ---- texts ----
 
     void clear();
     void clearRow(int row);
@@ -79,16 +76,51 @@ class FieldTable {
 
     /// Focus to a row of a column; none where the table ends.
     void moveFocus(int column, int row);
-    /// Enters a block from a cell to the right and down over the columns that are shown. False,
-    /// with nothing changed, where it does not fit.
-    bool paste(const CellBlock& block, int column, int row);
 
     /// Calls `action` after every change that a person makes in the table.
     void whenEdited(QObject* receiver, const std::function<void()>& action) const;
 
+    // ---- blocks ----
+
+    /// Enters a block from a cell to the right and down over the columns that are shown. Where it
+    /// does not fit or holds what is no plain number nothing is changed, and the answer says why.
+    QString paste(const CellBlock& block, int column, int row);
+    static QString doesNotFit(const CellBlock& block);
+    static QString hasComma(const QString& cell);
+    /// Takes back the last block, whole but for fields that were changed since; not where `at` was
+    /// changed since: its own changes go first.
+    bool undoPaste(const Field& at);
+    bool redoPaste(const Field& at);
+    bool canUndoPaste(const Field& at) const;
+    /// The shown columns from a cell to the right, down to the last filled row, as a block.
+    QString copy(int column, int row) const;
+
   private:
+    struct MadeColumn {
+        FieldColumn spec;
+        QLabel* label = nullptr;
+        std::vector<Field*> fields;
+    };
+    /// A field that a block has changed.
+    struct Change {
+        Field* field;
+        QString before, after;
+    };
+    /// A block that was pasted, and the texts of all fields before and after it.
+    struct Pasted {
+        std::vector<Change> changes;
+        QStringList before, after;
+    };
+
+    std::vector<int> shownColumns(int from, int row) const;
+    QStringList texts() const;
+    QString textIn(const QStringList& texts, const Field& at) const;
+    void tell(const QString& fault);
+
     TableRows rows_;
-    std::vector<std::vector<Field*>> columns_;
+    std::vector<MadeColumn> columns_;
+    std::vector<Pasted> done_, undone_;
+    QLabel* notice_ = nullptr;
 };
 
 } // namespace korvane

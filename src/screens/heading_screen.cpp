@@ -25,7 +25,7 @@ struct GroupSpec {
 
 // The two groups of safety factors share one place.
 constexpr GroupSpec groups[] = {
-    {"fraHeading", "Heading", {180, 960, 9090, 1740}},
+    {"fraHeading", "Heading", {180, 810, 9090, 1740}},
     {"fraWallType", "Wall Type", {180, 2880, 1860, 1260}},
     {"fraMode", "Mode", {2220, 2880, 1620, 1260}},
     {"fraWallTop", "Wall Top", {4020, 2880, 1800, 1260}},
@@ -55,14 +55,15 @@ bool isAnchored(const Problem& problem) {
     return problem.WallType == WallKind::Anchored;
 }
 
-bool notAboveTop(const Entry& anchor) {
-    return anchor.value <= anchor.problem.WallTopElev;
-}
-
-bool belowTopAndAnchor(const Entry& bottom) {
-    return bottom.value < bottom.problem.WallTopElev &&
-           (!isAnchored(bottom.problem) || bottom.value < bottom.problem.AnchorElev);
-}
+constexpr Test notAboveTop{
+    [](const Entry& anchor) { return anchor.value <= anchor.problem.WallTopElev; },
+    "not above the wall top"};
+constexpr Test belowTopAndAnchor{[](const Entry& bottom) {
+                                     return bottom.value < bottom.problem.WallTopElev &&
+                                            (!isAnchored(bottom.problem) ||
+                                             bottom.value < bottom.problem.AnchorElev);
+                                 },
+                                 "below the wall top and the anchor"};
 
 struct FieldSpec {
     const char* frame;
@@ -75,43 +76,50 @@ struct FieldSpec {
 constexpr FieldSpec fieldSpecs[] = {
     {"fraWallTop",
      nullptr,
-     {"txtWallTop", "Elevation (FT)", numberAt<&Problem::WallTopElev>},
+     {"txtWallTop", "Elevation (FT)", "Wall top elevation (FT)", numberAt<&Problem::WallTopElev>},
      {90, 330, 1620, 360},
      {300, 720, 1200, 300}},
     {"fraAnchor",
      nullptr,
-     {"txtAnchorEl", "Elevation (FT)", numberAt<&Problem::AnchorElev>, notAboveTop},
+     {"txtAnchorEl", "Elevation (FT)", "Anchor elevation (FT)", numberAt<&Problem::AnchorElev>,
+      notAboveTop},
      {90, 330, 1680, 360},
      {330, 720, 1200, 300}},
     {"fraSafety",
      "lblActive",
-     {"txtFSA1", "Active", numberAt<&Problem::FSActive>, notNegative},
+     {"txtFSA1", "Active", "Level 1 safety factor, active", numberAt<&Problem::FSActive>,
+      notNegative, IfEmpty::Missing, "empty or 0 means 1.0"},
      {330, 330, 1200, 360},
      {330, 720, 1200, 300}},
     {"fraSafety",
      "lblPassive",
-     {"txtFSP1", "Passive", numberAt<&Problem::FSPassive>, notNegative},
+     {"txtFSP1", "Passive", "Level 1 safety factor, passive", numberAt<&Problem::FSPassive>,
+      notNegative, IfEmpty::Missing,
+      "empty or 0 means the active factor (in a file without factors it is 1.5)"},
      {1740, 330, 1200, 360},
      {1740, 720, 1200, 300}},
     {"fraFSOption",
      nullptr,
-     {"txtFSAAnalysis", "", numberAt<&Problem::FSActive>, aboveZero, IfEmpty::Invalid},
+     {"txtFSAAnalysis", "", "Safety factor option, active factor", numberAt<&Problem::FSActive>,
+      aboveZero, IfEmpty::Invalid},
      {},
      {2130, 795, 1020, 300}},
     {"fraWallProps",
      nullptr,
-     {"txtWallBot", "Elevation at Bottom (FT)", numberAt<&Problem::WallBottomElev>,
-      belowTopAndAnchor},
+     {"txtWallBot", "Elevation at Bottom (FT)", "Wall elevation at bottom (FT)",
+      numberAt<&Problem::WallBottomElev>, belowTopAndAnchor},
      {120, 405, 2850, 300},
      {2985, 405, 1110, 300}},
     {"fraWallProps",
      nullptr,
-     {"txtWallE", "Modulus of Elasticity (PSI)", numberAt<&Problem::WallModulus>, aboveZero},
+     {"txtWallE", "Modulus of Elasticity (PSI)", "Wall modulus of elasticity (PSI)",
+      numberAt<&Problem::WallModulus>, aboveZero},
      {120, 765, 2850, 300},
      {2985, 765, 1110, 300}},
     {"fraWallProps",
      nullptr,
-     {"txtWallI", "Moment of Inertia (IN^4)", numberAt<&Problem::WallInertia>, aboveZero},
+     {"txtWallI", "Moment of Inertia (IN^4)", "Wall moment of inertia (IN^4)",
+      numberAt<&Problem::WallInertia>, aboveZero},
      {120, 1125, 2850, 300},
      {2985, 1125, 1110, 300}},
 };
@@ -166,7 +174,17 @@ void HeadingScreen::createGroups() {
     cmdFinished_ = addButton(sheet, "cmdFinished", "&Finished", {3825, 6120, 1800, 495},
                              [this] { finishStage(); });
     headings_.addColumn(findChild<QFrame*>("fraHeading"),
-                        {.control = "txtHead", .label = {}, .left = 120, .width = 8850});
+                        {.control = "txtHead",
+                         .label = {},
+                         .meaning = {.name = "Heading",
+                                     .limits = "one to four lines; a line without an apostrophe is "
+                                               "given one",
+                                     .isText = true},
+                         .left = 120,
+                         .width = 8850,
+                         .rowWord = "line"});
+    headings_.addNotice(sheet, "fraHeading_refused", {180, 2565, 9090, 300});
+    findChild<QLabel*>("fraHeading_title")->setBuddy(headings_.field(0, 1));
 }
 
 void HeadingScreen::createFields() {
@@ -175,14 +193,15 @@ void HeadingScreen::createFields() {
         auto* frame = findChild<QFrame*>(spec.frame);
         const QString control = spec.column.control;
         const QString label = spec.column.label;
+        auto* field = new Field(frame, control);
         if (!label.isEmpty()) {
             const bool beside = spec.label.top == spec.place.top;
             makeLabel(frame, spec.labelName != nullptr ? spec.labelName : control + "_label", label,
-                      spec.label, beside ? LabelSide::Beside : LabelSide::Above);
+                      spec.label, beside ? LabelSide::Beside : LabelSide::Above)
+                ->setBuddy(field);
         }
-        auto* field = new Field(frame, control);
         place(field, spec.place);
-        field->setAccessibleName(frame->accessibleName() + " " + label);
+        field->setMeaning(meaningOf(spec.column));
         fields_[number++] = field;
     }
 }
@@ -286,6 +305,37 @@ void HeadingScreen::fillEditing() {
     show(FSGiven);
 }
 
+// ---- remarks
+// -------------------------------------------------------------------------------------
+
+/// A design's empty or zero factors stand for others; the heading lines move up over empty ones.
+void HeadingScreen::takeCounts(Problem& typed) {
+    if (typed.ProgramMode == Mode::Design) {
+        typed.FSActive = typed.FSActive == 0 ? 1.0 : typed.FSActive;
+        typed.FSPassive = typed.FSPassive == 0 ? typed.FSActive : typed.FSPassive;
+    }
+    typed.NumHeadingLines = 0;
+    for (int row = 1; row <= HeadingRows; ++row) {
+        if (std::string line = headings_.entry(0, row); !line.empty()) {
+            typed.HeadingLines(++typed.NumHeadingLines) = std::move(line);
+        }
+    }
+}
+
+const void* HeadingScreen::placeOf(const Field& field, Problem& typed) {
+    if (field.table() != &headings_ || field.entry().empty()) {
+        return DataScreen::placeOf(field, typed);
+    }
+    int line = 0;
+    for (int row = 1; row <= field.row(); ++row) {
+        line += headings_.entry(0, row).empty() ? 0 : 1;
+    }
+    return &typed.HeadingLines(line);
+}
+
+// ---- finishing
+// -----------------------------------------------------------------------------------
+
 void HeadingScreen::finishStage() {
     session().HeadContDataValid = 0;
     readHeading();
@@ -329,21 +379,27 @@ void HeadingScreen::readHeading() {
 std::string HeadingScreen::missingItems() {
     const Problem& record = problem();
     std::string list;
-    const auto add = [&](bool isMissing, const char* item) {
+    const auto add = [&](bool isMissing, const char* item, QWidget* control) {
         if (isMissing) {
+            if (list.empty()) {
+                failAt(control);
+            }
             list += (list.empty() ? "     " : "\n     ") + std::string(item);
         }
     };
-    add(record.NumHeadingLines == 0, "HEADING");
+    add(record.NumHeadingLines == 0, "HEADING", headings_.field(0, 1));
     add(record.WallType != WallKind::Anchored && record.WallType != WallKind::Cantilever,
-        "WALL TYPE");
-    add(fields_[WallTop]->entry().empty(), "WALL TOP ELEVATION");
-    add(record.ProgramMode != Mode::Design && record.ProgramMode != Mode::Analysis, "MODE");
-    add(isAnchored(record) && fields_[Anchor]->entry().empty(), "ANCHOR ELEVATION");
+        "WALL TYPE", options_[Cantilever]);
+    add(fields_[WallTop]->entry().empty(), "WALL TOP ELEVATION", fields_[WallTop]);
+    add(record.ProgramMode != Mode::Design && record.ProgramMode != Mode::Analysis, "MODE",
+        options_[Design]);
+    add(isAnchored(record) && fields_[Anchor]->entry().empty(), "ANCHOR ELEVATION",
+        fields_[Anchor]);
     return list;
 }
 
 Fault HeadingScreen::read(Number number) {
+    failAt(fields_[number]);
     return readEntry(fields_[number]->entry(), fieldSpecs[number].column, problem());
 }
 
@@ -383,9 +439,13 @@ Fault HeadingScreen::readWall(std::string& missing) {
         {Modulus, "\nMODULUS OF ELLASTICITY"},
         {Inertia, "\nMOMENT OF INERTIA"},
     };
+    QWidget* firstMissing = options_[OneFactor];
     for (const auto& [number, item] : needed) {
         switch (read(number)) {
         case Fault::Missing:
+            if (missing.empty()) {
+                firstMissing = fields_[number];
+            }
             missing += item;
             break;
         case Fault::Invalid:
@@ -397,6 +457,7 @@ Fault HeadingScreen::readWall(std::string& missing) {
     if (problem().FSKind < 1) {
         missing += "\nFACTOR OF SAFETY OPTION FOR ANALYSIS";
     }
+    failAt(firstMissing);
     return Fault::None;
 }
 

@@ -18,6 +18,8 @@ class HeadingScreen : public DataScreen {
 
   protected:
     void finishStage() override;
+    void takeCounts(Problem& typed) override;
+    const void* placeOf(const Field& field, Problem& typed) override;
 
   private:
     /// Fields and options by their places in the tables of the source file.

@@ -2,6 +2,8 @@
 
 #include "screens/section_checks.h"
 
+#include <QPushButton>
+
 namespace korvane {
 
 namespace {
@@ -75,7 +77,8 @@ KeyinScreen::KeyinScreen(ScreenContext& context) : SectionScreen(context, &secti
 void KeyinScreen::finishStage() {
     session().SolutionFailed = 0;
     if (const auto fault = sectionFault(session())) {
-        if (goesOn(*fault)) {
+        failAt(button(static_cast<int>(fault->at)));
+        if (goesOn(fault->box)) { // Cancel aborts the run, which empties the whole problem
             return;
         }
         session().SolutionFailed = 1;

@@ -8,16 +8,21 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <algorithm>
+
 namespace korvane {
 
 namespace {
 
 // All in twips.
 constexpr int LayerRows = 11;
+constexpr double SheetWidth = 9450;
 constexpr double GroupTop = 1080;
 constexpr double GroupHeight = 3885;
 constexpr double GroupMargin = 60;
 constexpr double NumbersWidth = 210;
+constexpr double NoticeHeight = 300;
+constexpr double FinishedTop = GroupHeight + 390;
 constexpr double LabelTop = 465; ///< under a title of two lines
 constexpr double RowPitch = 270;
 constexpr TableRows LayerPlace{
@@ -37,8 +42,10 @@ const SideWords& wordsOf(int side) {
 }
 
 constexpr Column factorColumns[] = {
-    {"txtFSA2", "Active", numberAt<&Problem::Level2FSActive>, notNegative, IfEmpty::Zero},
-    {"txtFSP2", "Passive", numberAt<&Problem::Level2FSPassive>, notNegative, IfEmpty::Zero},
+    {"txtFSA2", "Active", "Level 2 safety factor, active", numberAt<&Problem::Level2FSActive>,
+     notNegative, IfEmpty::Zero, "empty means the level 1 factor"},
+    {"txtFSP2", "Passive", "Level 2 safety factor, passive", numberAt<&Problem::Level2FSPassive>,
+     notNegative, IfEmpty::Zero, "empty means the level 1 factor"},
 };
 
 constexpr const char* LayerChoices = "\n\n     Choose OK to continue SOIL LAYER"
@@ -74,6 +81,7 @@ LayerScreen::LayerScreen(ScreenContext& context)
     createSideStage();
     createControlStage();
     createLayerStage();
+    useRoom(canvas()->size());
     watchFields();
     show(Stage::Sides);
 }
@@ -104,6 +112,7 @@ void LayerScreen::createSideStage() {
     makeLabel(sideFrame_, "Label3", HighlightNote, {60, top + 60, 4215, 450});
     order.push_back(addButton(sideFrame_, "cmdFinishedAction", "&Finished", {1365, 2850, 1605, 465},
                               [this] { finishSides(); }));
+    nextAction_ = order.front();
     setFocusOrder(order);
     keepCentred(sideFrame_, Centre::Both);
 }
@@ -121,11 +130,11 @@ void LayerScreen::createControlStage() {
     double left = 240;
     int number = 0;
     for (const Column& column : factorColumns) {
-        makeLabel(factors_, QString(column.control) + "_label", column.label,
-                  {left, 330, 1200, 360});
         auto* field = new Field(factors_, column.control);
+        makeLabel(factors_, QString(column.control) + "_label", column.label,
+                  {left, 330, 1200, 360})
+            ->setBuddy(field);
         place(field, {left, 720, 1200, 300});
-        field->setAccessibleName(QString("Level 2 Safety Factors ") + column.label);
         factorFields_[number++] = field;
         order.push_back(field);
         left += 1425;
@@ -137,50 +146,72 @@ void LayerScreen::createControlStage() {
 }
 
 void LayerScreen::createLayerStage() {
-    layerSheet_ = makeSheet(9450, GroupHeight + 900, GroupTop);
+    layerSheet_ = makeSheet(SheetWidth, GroupHeight + 960, GroupTop);
     for (const LayerGroup& group : layerGroups()) {
         const double width =
             group.strengthsWidth > 0 ? group.strengthsWidth : group.coefficientsWidth;
         QFrame* frame =
             makeGroup(layerSheet_, group.frame, group.title, {0, 0, width, GroupHeight});
-        double left = GroupMargin;
         if (table_.columnCount() == 0) {
-            table_.addRowNumbers(frame, left / 2, NumbersWidth);
-            left += NumbersWidth;
+            table_.addRowNumbers(frame, GroupMargin / 2, NumbersWidth);
         }
-        double columns = 0;
-        for (const LayerColumn& column : layerColumns()) {
-            columns += column.frame == std::string(group.frame) ? 1 : 0;
-        }
-        const double each = (width - left - GroupMargin) / columns;
         for (const LayerColumn& column : layerColumns()) {
             if (column.frame == std::string(group.frame)) {
                 table_.addColumn(frame,
                                  {.control = column.column.control,
                                   .label = column.column.label,
-                                  .left = left,
-                                  .width = each,
+                                  .meaning = meaningOf(column.column),
                                   .labelTop = *group.title != '\0' ? LabelTop : GroupMargin});
-                left += each;
             }
         }
     }
-    cmdFinished_ = addButton(layerSheet_, "cmdFinished", {}, {3225, GroupHeight + 210, 3000, 495},
+    table_.addNotice(layerSheet_, "layers_refused", {});
+    cmdFinished_ = addButton(layerSheet_, "cmdFinished", {}, {3225, FinishedTop, 3000, 495},
                              [this] { finishLayers(); });
     std::vector<QWidget*> order = table_.focusOrder();
     order.push_back(cmdFinished_);
     setFocusOrder(order);
 }
 
-void LayerScreen::arrangeGroups(SoilData kind) {
+/// The groups of a kind in their proportions across the sheet, the columns across their groups.
+void LayerScreen::arrangeGroups() {
+    const bool ofStrengths = kind() == SoilData::Strengths;
+    int number = 0;
     for (const LayerGroup& group : layerGroups()) {
-        const bool ofStrengths = kind == SoilData::Strengths;
-        const double width = ofStrengths ? group.strengthsWidth : group.coefficientsWidth;
+        const double left = stretch_ * (ofStrengths ? group.strengthsLeft : group.coefficientsLeft);
+        const double width =
+            stretch_ * (ofStrengths ? group.strengthsWidth : group.coefficientsWidth);
         auto* frame = layerSheet_->findChild<QFrame*>(group.frame);
         frame->setVisible(width > 0);
-        place(frame,
-              {ofStrengths ? group.strengthsLeft : group.coefficientsLeft, 0, width, GroupHeight});
+        place(frame, {left, 0, width, GroupHeight});
+        const auto columns = std::count_if(
+            layerColumns().begin(), layerColumns().end(),
+            [&](const LayerColumn& column) { return column.frame == std::string(group.frame); });
+        const double first = GroupMargin + (number == 0 ? NumbersWidth : 0);
+        const double each = (width - first - GroupMargin) / static_cast<double>(columns);
+        for (int column = 0; column < columns; ++column) {
+            if (width > 0) {
+                table_.placeColumn(number, first + column * each, each);
+            }
+            ++number;
+        }
+        if (auto* title = frame->findChild<QLabel*>(QString(group.frame) + "_title")) {
+            title->resize(frame->width() - 2 * title->x(), title->height());
+        }
     }
+    table_.placeNotice(
+        {stretch_ * 180, GroupHeight + 30, stretch_ * (SheetWidth - 360), NoticeHeight});
+    place(cmdFinished_, {(stretch_ * SheetWidth - 3000) / 2, FinishedTop, 3000, 495});
+}
+
+/// The layers' sheet takes what width the window has.
+void LayerScreen::useRoom(QSize room) {
+    if (layerSheet_ == nullptr) {
+        return;
+    }
+    stretch_ = std::max(1.0, static_cast<double>(room.width()) / pixels(SheetWidth));
+    layerSheet_->resize(std::max(pixels(SheetWidth), room.width()), layerSheet_->height());
+    arrangeGroups();
 }
 
 void LayerScreen::captionSide(int side, bool edit) {
@@ -197,7 +228,7 @@ void LayerScreen::show(Stage stage) {
     arrange();
     switch (stage) {
     case Stage::Sides:
-        sideControl(Right).button->setFocus(Qt::TabFocusReason);
+        nextAction_->setFocus(Qt::TabFocusReason);
         break;
     case Stage::Control:
         (coefficients_->isChecked() ? coefficients_ : strengths_)->setFocus(Qt::TabFocusReason);
@@ -213,6 +244,9 @@ void LayerScreen::show(Stage stage) {
 
 void LayerScreen::chooseSide(int side) {
     SideIndex_ = side;
+    // After the right side comes the left one, and then the end.
+    nextAction_ = side == Right ? sideControl(Left).button
+                                : sideFrame_->findChild<QPushButton*>("cmdFinishedAction");
     const bool edit = layers() != 0;
     heading_->setText(
         QString("%1 %2 Soil Data").arg(edit ? "Edit" : "Enter").arg(wordsOf(side).capitals));
@@ -221,6 +255,10 @@ void LayerScreen::chooseSide(int side) {
     setOption(coefficients_, edit && kind() == SoilData::Coefficients);
     for (int number = 0; number < 2; ++number) {
         const double factor = factorColumns[number].number(problem(), side, 1);
+        FieldMeaning meaning = meaningOf(factorColumns[number], side);
+        meaning.name =
+            QString(wordsOf(side).name) + ", " + meaning.name.at(0).toLower() + meaning.name.mid(1);
+        factorFields_[number]->setMeaning(meaning);
         factorFields_[number]->setText({});
         if (edit && factor != 0) {
             factorFields_[number]->showNumber(factor);
@@ -234,6 +272,7 @@ void LayerScreen::finishSides() {
         accept();
         return;
     }
+    failAt(sideControl(problem().SoilLayerCount(Right) == 0 ? Right : Left).button);
     if (!goesOn(okCancelBox("INSUFFICIENT DATA", "Insufficient SOIL LAYER DATA have been provided."
                                                  "\n\n     Choose OK to continue SOIL LAYER"
                                                  "\n          DATA entry."
@@ -280,6 +319,7 @@ void LayerScreen::finishControl() {
         return; // deliberately without a message
     }
     for (int number = 0; number < 2; ++number) {
+        failAt(factorFields_[number]);
         if (readEntry(factorFields_[number]->entry(), factorColumns[number], problem(),
                       SideIndex_) != Fault::None) {
             if (!goesOn(okCancelBox("INVALID DATA",
@@ -292,8 +332,18 @@ void LayerScreen::finishControl() {
             return;
         }
     }
-    arrangeGroups(kind());
+    arrangeGroups();
     fillLayers();
+    for (int column = 0; column < table_.columnCount(); ++column) {
+        for (int row = 1; row <= LayerRows; ++row) {
+            Field* field = table_.field(column, row);
+            FieldMeaning meaning = field->meaning();
+            meaning.side = SideIndex_;
+            field->setMeaning(meaning);
+            field->setAccessibleDescription(QString("%1 soil; ").arg(wordsOf(SideIndex_).name) +
+                                            meaning.limits);
+        }
+    }
     cmdFinished_->setText(QString("Finished With &%1 Soil").arg(wordsOf(SideIndex_).name));
     show(Stage::Layers);
 }
@@ -341,6 +391,7 @@ Fault LayerScreen::readLayers() {
                     (column.notOfLast && layer == layers())) {
                     continue;
                 }
+                failAt(table_.field(place, layer));
                 const Fault fault = readEntry(table_.entry(place, layer), column.column, problem(),
                                               SideIndex_, layer);
                 if (fault != Fault::None) {
@@ -352,9 +403,22 @@ Fault LayerScreen::readLayers() {
     return Fault::None;
 }
 
+/// On the way to further layers none is the last one yet, which has no bottom.
+void LayerScreen::takeCounts(Problem& typed) {
+    int& count = typed.SoilLayerCount(SideIndex_);
+    if (stage_ == Stage::Control) {
+        typed.SoilDataKind(SideIndex_) =
+            coefficients_->isChecked() ? SoilData::Coefficients : SoilData::Strengths;
+        count = std::max(count, 1);
+    } else if (stage_ == Stage::Layers) {
+        count = kind() == SoilData::Strengths ? LayerRows : filledLayers();
+    }
+}
+
 void LayerScreen::finishLayers() {
     layers() = filledLayers();
     if (layers() == 0) {
+        failAt(table_.field(0, 1));
         if (!goesOn(
                 okCancelBox("DATA MISSING",
                             std::string("At least one soil layer is required.") + LayerChoices))) {

@@ -19,6 +19,8 @@ class LayerScreen : public DataScreen {
 
   protected:
     void finishStage() override;
+    void takeCounts(Problem& typed) override;
+    void useRoom(QSize room) override;
 
   private:
     enum class Stage { Sides, Control, Layers };
@@ -26,7 +28,7 @@ class LayerScreen : public DataScreen {
     void createSideStage();
     void createControlStage();
     void createLayerStage();
-    void arrangeGroups(SoilData kind);
+    void arrangeGroups();
     void show(Stage stage);
 
     SectionControl& sideControl(int side) { return sides_[side - 1]; }
@@ -48,10 +50,12 @@ class LayerScreen : public DataScreen {
 
     Stage stage_ = Stage::Sides;
     int SideIndex_ = Right;
+    double stretch_ = 1; ///< of the layers' sheet across the window
     FieldTable table_;
 
     QFrame* sideFrame_ = nullptr;
     SectionControl sides_[2];
+    QWidget* nextAction_ = nullptr; ///< has the focus when the choice of a side is shown
     QLabel* heading_ = nullptr;
     QFrame* control_ = nullptr;
     QLabel* controlTitle_ = nullptr;

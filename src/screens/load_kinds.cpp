@@ -13,75 +13,100 @@ constexpr const char* Distances = "Distances From Wall (FT)";
 // ---- tests that look at what was read before
 // -----------------------------------------------------
 
-bool stripEnd(const Entry& e) {
-    return e.value > e.problem.VStripStart(e.side, e.row);
-}
-
-bool rampEnd(const Entry& e) {
-    return e.value >= e.problem.VRampStart(e.side);
-}
-
-bool trianglePeak(const Entry& e) {
-    return e.value >= e.problem.VTriStart(e.side, e.row);
-}
-
-/// Start, peak and end may not coincide all three.
-bool triangleEnd(const Entry& e) {
-    const double start = e.problem.VTriStart(e.side, e.row);
-    const double peak = e.problem.VTriPeak(e.side, e.row);
-    return e.value >= peak && !(e.value == peak && peak == start);
-}
-
-bool variableDistance(const Entry& e) {
-    return e.value >= 0 && (e.row == 1 || e.value > e.problem.VVarDist(e.side, e.row - 1));
-}
-
-bool fallingElevation(const Entry& e) {
-    return e.row == 1 || e.value < e.problem.HDistElev(e.row - 1);
-}
+constexpr Test stripEnd{
+    [](const Entry& e) { return e.value > e.problem.VStripStart(e.side, e.row); },
+    "beyond the start"};
+constexpr Test rampEnd{[](const Entry& e) { return e.value >= e.problem.VRampStart(e.side); },
+                       "not before the start"};
+constexpr Test trianglePeak{
+    [](const Entry& e) { return e.value >= e.problem.VTriStart(e.side, e.row); },
+    "not before the start"};
+constexpr Test triangleEnd{[](const Entry& e) {
+                               const double start = e.problem.VTriStart(e.side, e.row);
+                               const double peak = e.problem.VTriPeak(e.side, e.row);
+                               return e.value >= peak && !(e.value == peak && peak == start);
+                           },
+                           "not before the peak; start, peak and end not all equal"};
+constexpr Test variableDistance{
+    [](const Entry& e) {
+        return e.value >= 0 && (e.row == 1 || e.value > e.problem.VVarDist(e.side, e.row - 1));
+    },
+    "not below 0, and beyond the row above"};
+constexpr Test fallingElevation{
+    [](const Entry& e) { return e.row == 1 || e.value < e.problem.HDistElev(e.row - 1); },
+    "below the row above; at least two rows"};
 
 // ---- columns
 // -------------------------------------------------------------------------------------
 
 constexpr LoadColumn lineColumns[] = {
-    {{"txtDLLR", "Distance from wall (FT)", numberAt<&Problem::VLineDist>, aboveZero}, "txtDLLL"},
-    {{"txtQLLR", "Line Load (PLF)", numberAt<&Problem::VLineLoad>, aboveZero}, "txtQLLL"},
+    {{"txtDLLR", "Distance from wall (FT)", "line load, distance from wall (FT)",
+      numberAt<&Problem::VLineDist>, aboveZero},
+     "txtDLLL"},
+    {{"txtQLLR", "Line Load (PLF)", "line load (PLF)", numberAt<&Problem::VLineLoad>, aboveZero},
+     "txtQLLL"},
 };
 constexpr LoadColumn uniformColumns[] = {
-    {{"txtQUR", "Rightside", numberAt<&Problem::VUniformLoad>, notNegative},
+    {{"txtQUR", "Rightside", "uniform surcharge (PSF)", numberAt<&Problem::VUniformLoad>,
+      notNegative, IfEmpty::Missing, "empty means none"},
      "txtQUL",
      "Leftside",
      {"lblRightside", "lblLeftside"}},
 };
 constexpr LoadColumn stripColumns[] = {
-    {{"txtDS1R", "At Start", numberAt<&Problem::VStripStart>, notNegative}, "txtDS1L"},
-    {{"txtDS2R", "At End", numberAt<&Problem::VStripEnd>, stripEnd}, "txtDS2L"},
-    {{"txtQSR", "  Load   (PSF)", numberAt<&Problem::VStripLoad>, aboveZero}, "txtQSL"},
+    {{"txtDS1R", "At Start", "strip load, distance to start (FT)", numberAt<&Problem::VStripStart>,
+      notNegative},
+     "txtDS1L"},
+    {{"txtDS2R", "At End", "strip load, distance to end (FT)", numberAt<&Problem::VStripEnd>,
+      stripEnd},
+     "txtDS2L"},
+    {{"txtQSR", "  Load   (PSF)", "strip load (PSF)", numberAt<&Problem::VStripLoad>, aboveZero},
+     "txtQSL"},
 };
 constexpr LoadColumn rampColumns[] = {
-    {{"txtDR1R", "Start Ramp", numberAt<&Problem::VRampStart>, notNegative}, "txtDR1L"},
-    {{"txtDR2R", "At End", numberAt<&Problem::VRampEnd>, rampEnd}, "txtDR2L", "End Ramp"},
-    {{"txtQRR", " Ramp Load  (PSF)", numberAt<&Problem::VRampLoad>, notNegative}, "txtQRL"},
+    {{"txtDR1R", "Start Ramp", "ramp load, distance to start (FT)", numberAt<&Problem::VRampStart>,
+      notNegative},
+     "txtDR1L"},
+    {{"txtDR2R", "At End", "ramp load, distance to end (FT)", numberAt<&Problem::VRampEnd>,
+      rampEnd},
+     "txtDR2L",
+     "End Ramp"},
+    {{"txtQRR", " Ramp Load  (PSF)", "ramp load (PSF)", numberAt<&Problem::VRampLoad>, notNegative},
+     "txtQRL"},
 };
 constexpr LoadColumn triangleColumns[] = {
-    {{"txtDT1R", "At Start", numberAt<&Problem::VTriStart>, notNegative}, "txtDT1L"},
-    {{"txtDT2R", "At Peak", numberAt<&Problem::VTriPeak>, trianglePeak}, "txtDT2L"},
-    {{"txtDT3R", "At End", numberAt<&Problem::VTriEnd>, triangleEnd}, "txtDT3L"},
-    {{"txtQTR", "Peak Load (PSF)", numberAt<&Problem::VTriLoad>, aboveZero}, "txtQTL"},
+    {{"txtDT1R", "At Start", "triangular load, distance to start (FT)",
+      numberAt<&Problem::VTriStart>, notNegative},
+     "txtDT1L"},
+    {{"txtDT2R", "At Peak", "triangular load, distance to peak (FT)", numberAt<&Problem::VTriPeak>,
+      trianglePeak},
+     "txtDT2L"},
+    {{"txtDT3R", "At End", "triangular load, distance to end (FT)", numberAt<&Problem::VTriEnd>,
+      triangleEnd},
+     "txtDT3L"},
+    {{"txtQTR", "Peak Load (PSF)", "triangular load, peak load (PSF)", numberAt<&Problem::VTriLoad>,
+      aboveZero},
+     "txtQTL"},
 };
 constexpr LoadColumn variableColumns[] = {
-    {{"txtRightDist", "Distance From Wall (FT)", numberAt<&Problem::VVarDist>, variableDistance},
+    {{"txtRightDist", "Distance From Wall (FT)", "variable load, distance from wall (FT)",
+      numberAt<&Problem::VVarDist>, variableDistance},
      "txtLeftDist"},
-    {{"txtRightLoad", "   Load     (PSF)", numberAt<&Problem::VVarLoad>, notNegative},
+    {{"txtRightLoad", "   Load     (PSF)", "variable load (PSF)", numberAt<&Problem::VVarLoad>,
+      notNegative},
      "txtLeftLoad"},
 };
 constexpr LoadColumn horizontalLineColumns[] = {
-    {{"txtElevHorLine", "Elevation (FT)", numberAt<&Problem::HLineElev>}},
-    {{"txtHorLine", "Line Load (PLF)", numberAt<&Problem::HLineLoad>}},
+    {{"txtElevHorLine", "Elevation (FT)", "Horizontal line load, elevation (FT)",
+      numberAt<&Problem::HLineElev>}},
+    {{"txtHorLine", "Line Load (PLF)", "Horizontal line load (PLF)",
+      numberAt<&Problem::HLineLoad>}},
 };
 constexpr LoadColumn distributedColumns[] = {
-    {{"txtElHorDist", "Elevation  (FT)", numberAt<&Problem::HDistElev>, fallingElevation}},
-    {{"txtHorDist", "  Load   (PSF)", numberAt<&Problem::HDistLoad>}},
+    {{"txtElHorDist", "Elevation  (FT)", "Horizontal distributed load, elevation (FT)",
+      numberAt<&Problem::HDistElev>, fallingElevation}},
+    {{"txtHorDist", "  Load   (PSF)", "Horizontal distributed load (PSF)",
+      numberAt<&Problem::HDistLoad>}},
 };
 
 // ---- kinds

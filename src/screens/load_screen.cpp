@@ -23,6 +23,7 @@ constexpr double NumbersWidth = 390;
 constexpr double TitleHeight = 330;
 constexpr double LabelHeight = 495;
 constexpr double Pitch = 285;
+constexpr double NoticeHeight = 510; // two lines
 constexpr double ButtonHeight = 465;
 constexpr double FinishedWidth = 1260;
 constexpr double DeleteWidth = 2700;
@@ -33,6 +34,14 @@ bool hasSideFrames(const LoadKind& kind) {
 
 QString controlName(const LoadColumn& column, int side) {
     return side == Left ? column.leftControl : column.right.control;
+}
+
+FieldMeaning meaningOf(const LoadColumn& column, int side, bool sided) {
+    FieldMeaning meaning = meaningOf(column.right, side);
+    if (sided) {
+        meaning.name.prepend(side == Right ? "Rightside " : "Leftside ");
+    }
+    return meaning;
 }
 
 QString labelText(const LoadColumn& column, int side) {
@@ -56,7 +65,7 @@ struct LoadScreen::Arrangement {
         sideHeight = rows.firstTop + rows.height() + Margin;
         width = std::max(SketchWidth, kind.sides * (sideWidth + Margin) - Margin) + 2 * Margin;
         sidesLeft = (width - kind.sides * (sideWidth + Margin) + Margin) / 2;
-        buttonTop = sideTop + sideHeight + Margin;
+        buttonTop = sideTop + sideHeight + 30 + NoticeHeight + 30;
     }
 
     double sideLeft(int side) const { return sidesLeft + (side - 1) * (sideWidth + Margin); }
@@ -84,6 +93,9 @@ LoadScreen::LoadScreen(ScreenContext& context, const char* name, const char* tit
         createSide(frame, side, at);
     }
     createButtons(frame, at);
+    if (kind_.sides == 2) {
+        setSides(tables_[0].get(), tables_[1].get());
+    }
     keepCentred(frame, Centre::Both);
 
     watchFields();
@@ -130,12 +142,15 @@ void LoadScreen::createSide(QWidget* frame, int side, const Arrangement& at) {
     for (const LoadColumn& column : kind_.columns) {
         rows->addColumn(parent, {.control = controlName(column, side),
                                  .label = labelText(column, side),
+                                 .meaning = meaningOf(column, side, kind_.sides == 2),
                                  .left = place,
                                  .width = width - Margin / 3,
                                  .labelTop = at.labelTop,
                                  .labelName = column.labelName[side - 1]});
         place += width;
     }
+    rows->addNotice(frame, rows->field(0, 1)->objectName() + "_refused",
+                    {where.left, where.top + where.height + 30, where.width, NoticeHeight});
     if (kind_.columnsTitle != nullptr && spec.frame != nullptr) {
         makeLabel(parent, QString(spec.frame) + "_distances", kind_.columnsTitle,
                   {left, at.labelTop - TitleHeight, width * (columns - 1), TitleHeight});
@@ -201,15 +216,23 @@ void LoadScreen::deleteSide(int side) {
     table(side).clear();
 }
 
+void LoadScreen::takeCounts(Problem& typed) {
+    for (int side = 1; side <= kind_.sides; ++side) {
+        kind_.count(typed, side) = table(side).lastFilledRow();
+    }
+}
+
 Fault LoadScreen::readSide(int side) {
     const int rows = table(side).lastFilledRow();
     count(side) = kind_.countsWhenRead ? 0 : rows;
     if (rows > 0 && rows < kind_.leastRows) {
+        failAt(table(side).field(0, rows + 1));
         return Fault::Invalid;
     }
     for (int row = 1; row <= rows; ++row) {
         int column = 0;
         for (const LoadColumn& spec : kind_.columns) {
+            failAt(table(side).field(column, row));
             const Fault fault =
                 readEntry(table(side).entry(column++, row), spec.right, problem(), side, row);
             if (fault != Fault::None) {

@@ -19,6 +19,7 @@ class LoadScreen : public DataScreen {
 
   protected:
     void finishStage() override;
+    void takeCounts(Problem& typed) override;
 
   private:
     struct Arrangement;

@@ -30,11 +30,15 @@ class PileScreen : public DataScreen {
     void showDefaults();
     /// Every default row shows the text of its field.
     void followField(int column);
+    /// The points of a column's numbers stand in one line.
+    void alignDefaults(int column);
+    void alignAdditions(int column);
     void showAdditions();
     void showStage(bool accepted);
 
     void acceptDefaultFields();
     void finish();
+    QWidget* firstBadAddition() const;
     /// After an invalid value: OK keeps all, Cancel returns to the defaults.
     void offerDefaults();
 

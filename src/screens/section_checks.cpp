@@ -38,36 +38,51 @@ bool seepageIsInconsistent(const Problem& problem) {
            std::min(lowerOf(Right), lowerOf(Left)) < problem.SeepageElev;
 }
 
-MessageBox wallFault(const std::string& text) {
+Section firstMissing(const Session& session) {
+    const Problem& problem = session.problem;
+    if (session.HeadContDataValid == 0) {
+        return Section::Heading;
+    }
+    return problem.SurfacePointCount(Right) + problem.SurfacePointCount(Left) == 0
+               ? Section::Surface
+               : Section::Layers;
+}
+
+MessageBox wallBox(const std::string& text) {
     return okCancelBox("INCONSISTENT WALL/SURFACE ELEVATION DATA", text + Choices);
 }
 
 } // namespace
 
-std::optional<MessageBox> sectionFault(const Session& session) {
+std::optional<SectionFault> sectionFault(const Session& session) {
     const Problem& problem = session.problem;
     if (const std::string list = missingSections(session); !list.empty()) {
-        return okCancelBox("DATA MISSING",
-                           "The following required data have not been provided.\n\n" + list +
-                               "\n\nChoose OK to continue data entry."
-                               "\nChoose CANCEL to abort this run.");
+        return SectionFault{
+            okCancelBox("DATA MISSING", "The following required data have not been provided.\n\n" +
+                                            list +
+                                            "\n\nChoose OK to continue data entry."
+                                            "\nChoose CANCEL to abort this run."),
+            firstMissing(session)};
     }
     if (seepageIsInconsistent(problem)) {
-        return okCancelBox("INCONSISTENT SEEPAGE DATA",
-                           std::string("Seepage elevation is inconsistent with Surface"
-                                       "\nand/or water elevations.") +
-                               Choices);
+        return SectionFault{okCancelBox("INCONSISTENT SEEPAGE DATA",
+                                        std::string("Seepage elevation is inconsistent with Surface"
+                                                    "\nand/or water elevations.") +
+                                            Choices),
+                            Section::Water};
     }
     if (problem.SurfaceElev(Right, 1) > problem.WallTopElev ||
         problem.SurfaceElev(Left, 1) > problem.WallTopElev) {
-        return wallFault("Right or left side surface has been specified"
-                         "\nabove the top of the wall.");
+        return SectionFault{wallBox("Right or left side surface has been specified"
+                                    "\nabove the top of the wall."),
+                            Section::Surface};
     }
     // Deliberately the first two points of the right side and not the first of each side.
     if (problem.ProgramMode == Mode::Analysis &&
         std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Right, 2)) <=
             problem.WallBottomElev) {
-        return wallFault("Wall bottom has been specified above the soil surface.");
+        return SectionFault{wallBox("Wall bottom has been specified above the soil surface."),
+                            Section::Heading};
     }
     return std::nullopt;
 }

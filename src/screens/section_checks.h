@@ -7,8 +7,16 @@
 
 namespace korvane {
 
-/// The box of the first test that fails: missing sections, seepage against surface and water,
-/// surface against the wall's top, and in an analysis the wall's bottom against the surface.
-std::optional<MessageBox> sectionFault(const Session& session);
+/// The sections in the order of their buttons.
+enum class Section { Heading, Surface, Layers, Water, Surcharges, Horizontal };
+
+struct SectionFault {
+    MessageBox box;
+    Section at; ///< where to look first
+};
+
+/// The first test that fails: missing sections, seepage against surface and water, surface against
+/// the wall's top, and in an analysis the wall's bottom against the surface.
+std::optional<SectionFault> sectionFault(const Session& session);
 
 } // namespace korvane

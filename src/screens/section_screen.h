@@ -34,6 +34,9 @@ class SectionScreen : public DataScreen {
     /// Paints each panel by its rule.
     void highlightAll();
     void setTitle(const QString& title);
+    QPushButton* button(int section) const {
+        return controls_.at(static_cast<std::size_t>(section)).button;
+    }
     QFrame* panel(int section) const {
         return controls_.at(static_cast<std::size_t>(section)).panel;
     }

@@ -15,14 +15,32 @@ constexpr TableRows SurfaceRows{.count = 11, .firstTop = 840, .pitch = 285};
 constexpr int Distance = 0;
 constexpr int Elevation = 1;
 
+constexpr double FrameTop = 960; // of a side, twips
+constexpr double FrameWidth = 3960;
+constexpr double FrameHeight = 4110;
+constexpr double NoticeHeight = 510; // twips, two lines under the frame of a side
+
+struct ColumnSpec {
+    const char* label;
+    const char* name; ///< behind its side
+    const char* limits;
+    NumberAt number;
+    double left;
+};
+constexpr ColumnSpec columns[] = {
+    {"Distance From Wall (FT)", "distance from wall (FT)", "beyond the row above",
+     numberAt<&Problem::SurfaceDist>, 480},
+    {"           Elevation (FT)", "elevation (FT)",
+     "any number; the first one not above the wall top", numberAt<&Problem::SurfaceElev>, 2190},
+};
+
 struct SideSpec {
     int side;
+    const char* name;
     const char* frame;
     const char* title;
-    const char* distance;
-    const char* distanceLabel;
-    const char* elevation;
-    const char* elevationLabel;
+    const char* controls[2]; ///< distance, elevation
+    const char* labels[2];
     double left;
     BoxText none;
     const char* invalid;
@@ -31,12 +49,11 @@ struct SideSpec {
 // The two sides' boxes are deliberately worded apart.
 constexpr SideSpec sides[] = {
     {Right,
+     "Rightside",
      "fraSurfRight",
      "Rightside Surface Data",
-     "txtRightDist",
-     "lblRightDist",
-     "txtRightElev",
-     "lblRightElev",
+     {"txtRightDist", "txtRightElev"},
+     {"lblRightDist", "lblRightElev"},
      180,
      {"DATA MISSING", "At least one SURFACE point is required for the right side."
                       "\n\nChoose OK to continue SURFACE DATA entry."
@@ -44,12 +61,11 @@ constexpr SideSpec sides[] = {
                       "\n     and exit."},
      "At least one RIGHT SIDE SURFACE DATA value is invalid."},
     {Left,
+     "Leftside",
      "fraSurfLeft",
      "Leftside Surface Data",
-     "txtLeftDist",
-     "lblLeftDist",
-     "txtLeftElev",
-     "lblLeftElev",
+     {"txtLeftDist", "txtLeftElev"},
+     {"lblLeftDist", "lblLeftElev"},
      4560,
      {"DATA MISSING", "At least one SURFACE point is required for the left side."
                       "\n\n     Choose OK to continue SURFACE DATA entry."
@@ -68,27 +84,32 @@ constexpr const char* InvalidChoices = "\n\nChoose OK to continue data entry."
 SurfaceScreen::SurfaceScreen(ScreenContext& context)
     : DataScreen(context, "SURFACE", "SURFACE DATA") {
     const bool editing = problem().SurfacePointCount(Right) >= 1;
-    QWidget* sheet = makeSheet(8700, 6240);
+    QWidget* sheet = makeSheet(8700, 6300);
     makeTitle(sheet, "Panel3D1", editing ? "Edit Surface Data" : "Enter Surface Data",
               {2550, 240, 3600, 480});
     std::vector<QWidget*> order;
     for (const SideSpec& spec : sides) {
         auto& rows = tables_[spec.side - 1];
         rows = std::make_unique<FieldTable>(SurfaceRows);
-        QFrame* frame = makeGroup(sheet, spec.frame, spec.title, {spec.left, 960, 3960, 4110});
+        QFrame* frame = makeGroup(sheet, spec.frame, spec.title,
+                                  {spec.left, FrameTop, FrameWidth, FrameHeight});
         rows->addRowNumbers(frame, 90, 360);
-        rows->addColumn(frame, {.control = spec.distance,
-                                .label = "Distance From Wall (FT)",
-                                .left = 480,
-                                .width = 1620,
-                                .labelTop = 330,
-                                .labelName = spec.distanceLabel});
-        rows->addColumn(frame, {.control = spec.elevation,
-                                .label = "           Elevation (FT)",
-                                .left = 2190,
-                                .width = 1620,
-                                .labelTop = 330,
-                                .labelName = spec.elevationLabel});
+        for (const int number : {Distance, Elevation}) {
+            const ColumnSpec& column = columns[number];
+            rows->addColumn(frame,
+                            {.control = spec.controls[number],
+                             .label = column.label,
+                             .meaning = {.name = QString("%1, %2").arg(spec.name, column.name),
+                                         .limits = column.limits,
+                                         .number = column.number,
+                                         .side = spec.side},
+                             .left = column.left,
+                             .width = 1620,
+                             .labelTop = 330,
+                             .labelName = spec.labels[number]});
+        }
+        rows->addNotice(sheet, QString(spec.frame) + "_refused",
+                        {spec.left, FrameTop + FrameHeight + 30, FrameWidth, NoticeHeight});
         const auto fields = rows->focusOrder();
         order.insert(order.end(), fields.begin(), fields.end());
         for (int row = 1; editing && row <= problem().SurfacePointCount(spec.side); ++row) {
@@ -96,11 +117,18 @@ SurfaceScreen::SurfaceScreen(ScreenContext& context)
             rows->field(Elevation, row)->showNumber(problem().SurfaceElev(spec.side, row));
         }
     }
-    order.push_back(addButton(sheet, "cmdFinished", "&Finished", {3450, 5460, 1800, 495},
+    order.push_back(addButton(sheet, "cmdFinished", "&Finished", {3450, 5670, 1800, 495},
                               [this] { finishStage(); }));
     setFocusOrder(order);
+    setSides(tables_[0].get(), tables_[1].get());
     watchFields();
     order.front()->setFocus(Qt::TabFocusReason);
+}
+
+void SurfaceScreen::takeCounts(Problem& typed) {
+    for (const int side : {Right, Left}) {
+        typed.SurfacePointCount(side) = table(side).lastFilledRow();
+    }
 }
 
 void SurfaceScreen::finishStage() {
@@ -116,6 +144,7 @@ bool SurfaceScreen::readSide(int side) {
     count =
         side == Right ? table(side).filledRows(Distance) : table(side).lastFilledRow({Distance});
     if (count == 0) {
+        failAt(table(side).field(Distance, 1));
         fault(okCancelBox(spec.none.title, spec.none.text));
         return false;
     }
@@ -129,6 +158,7 @@ bool SurfaceScreen::readSide(int side) {
 bool SurfaceScreen::readRows(int side) {
     Problem& record = problem();
     for (int row = 1; row <= record.SurfacePointCount(side); ++row) {
+        failAt(table(side).field(Distance, row));
         const std::string distance = table(side).entry(Distance, row);
         if (distance.empty()) {
             return false;
@@ -139,6 +169,7 @@ bool SurfaceScreen::readRows(int side) {
             return false;
         }
         record.SurfaceDist(side, row) = value;
+        failAt(table(side).field(Elevation, row));
         const std::string elevation = table(side).entry(Elevation, row);
         if (elevation.empty()) {
             return false;

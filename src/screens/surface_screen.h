@@ -17,6 +17,7 @@ class SurfaceScreen : public DataScreen {
 
   protected:
     void finishStage() override;
+    void takeCounts(Problem& typed) override;
 
   private:
     FieldTable& table(int side) { return *tables_[static_cast<std::size_t>(side - 1)]; }

@@ -29,38 +29,49 @@ struct FieldSpec {
     Place place;
 };
 
-/// The gradient's range has a box of its own and is tested after it is stored.
+// What has boxes of its own, after the value is stored, is told here alone.
+constexpr Test seepageElevation{[](const Entry&) { return true; },
+                                "not above the rightside water elevation"};
+constexpr Test seepageGradient{[](const Entry&) { return true; }, "above 0 and below 1"};
+constexpr Test netPressure{[](const Entry&) { return true; },
+                           "any number, positive toward the left; at least two rows"};
+
 constexpr FieldSpec fieldSpecs[] = {
     {"fraWaterProps",
      nullptr,
-     {"txtWaterWt", "Water Unit Weight (PCF)", numberAt<&Problem::WaterUnitWeight>, aboveZero},
+     {"txtWaterWt", "Water Unit Weight (PCF)", "Water unit weight (PCF)",
+      numberAt<&Problem::WaterUnitWeight>, aboveZero},
      {150, 60, 1800, 495},
      {450, 570, 1200, 300}},
     {"fraWaterElevs",
      nullptr,
-     {"txtWaterElR", "Rightside", numberAt<&Problem::WaterElev>},
+     {"txtWaterElR", "Rightside", "Rightside water elevation (FT)", numberAt<&Problem::WaterElev>},
      {150, 330, 1200, 240},
      {150, 570, 1200, 300}},
     {"fraWaterElevs",
      nullptr,
-     {"txtWaterElL", "Leftside", numberAt<&Problem::WaterElev>},
+     {"txtWaterElL", "Leftside", "Leftside water elevation (FT)", numberAt<&Problem::WaterElev>},
      {1500, 330, 1200, 240},
      {1500, 570, 1200, 300}},
     {"fraSeepData",
      "lblSeepEl",
-     {"txtSeepEl", "Seepage Elevation (FT)", numberAt<&Problem::SeepageElev>},
+     {"txtSeepEl", "Seepage Elevation (FT)", "Seepage elevation (FT)",
+      numberAt<&Problem::SeepageElev>, seepageElevation},
      {150, 210, 1500, 495},
      {300, 720, 1200, 300}},
     {"fraSeepData",
      "lblSeepGrad",
-     {"txtSeepGrad", "Seepage Gradient (FT/FT)", numberAt<&Problem::SeepageGradient>},
+     {"txtSeepGrad", "Seepage Gradient (FT/FT)", "Seepage gradient (FT/FT)",
+      numberAt<&Problem::SeepageGradient>, seepageGradient},
      {1800, 210, 1500, 495},
      {1950, 720, 1200, 300}},
 };
 
 constexpr Column pressureColumns[] = {
-    {"txtELWPR", " Elevation (FT)", numberAt<&Problem::WaterPressElev>},
-    {"txtWPR", "Pressure (PSF)", numberAt<&Problem::WaterPressure>},
+    {"txtELWPR", " Elevation (FT)", "Water pressure, elevation (FT)",
+     numberAt<&Problem::WaterPressElev>},
+    {"txtWPR", "Pressure (PSF)", "Water pressure (PSF)", numberAt<&Problem::WaterPressure>,
+     netPressure},
 };
 
 // ---- boxes
@@ -140,6 +151,7 @@ void WaterScreen::createList() {
     order.push_back(addButton(list_, "cmdFinishedWaterData", "&Finished",
                               {1500, top + 480, 1800, 495}, [this] { accept(); }));
     setFocusOrder(order);
+    openedForm_ = elevationsControl_.button;
     keepCentred(list_, Centre::Both);
 }
 
@@ -161,7 +173,8 @@ void WaterScreen::createElevations() {
                       spec.column.label, spec.label);
         auto* field = new Field(frame, control);
         place(field, spec.place);
-        field->setAccessibleName(spec.column.label);
+        field->setMeaning(meaningOf(spec.column, number == ElevLeft ? Left : Right));
+        labels_[number]->setBuddy(field);
         fields_[number++] = field;
     }
     struct OptionSpec {
@@ -189,20 +202,22 @@ void WaterScreen::createElevations() {
 }
 
 void WaterScreen::createPressures() {
-    pressureFrame_ = makeGroup(canvas(), "fraWaterPres", "Water Pressure Data", {0, 0, 4200, 4890});
+    pressureFrame_ = makeGroup(canvas(), "fraWaterPres", "Water Pressure Data", {0, 0, 4200, 5250});
     pressures_.addRowNumbers(pressureFrame_, 120, 360);
     double left = 510;
     for (const Column& column : pressureColumns) {
         pressures_.addColumn(pressureFrame_, {.control = column.control,
                                               .label = column.label,
+                                              .meaning = meaningOf(column),
                                               .left = left,
                                               .width = 1620,
                                               .labelTop = 330});
         left += 1740;
     }
+    pressures_.addNotice(pressureFrame_, "pressures_refused", {120, 4035, 3960, 510});
     std::vector<QWidget*> order = pressures_.focusOrder();
     order.push_back(addButton(pressureFrame_, "cmdFinishedWatPres", "&Finished",
-                              {1200, 4185, 1800, 495}, [this] { finishPressures(); }));
+                              {1200, 4590, 1800, 495}, [this] { finishPressures(); }));
     setFocusOrder(order);
     keepCentred(pressureFrame_, Centre::Both);
 }
@@ -215,7 +230,7 @@ void WaterScreen::show(Stage stage) {
     arrange();
     switch (stage) {
     case Stage::List:
-        elevationsControl_.button->setFocus(Qt::TabFocusReason);
+        openedForm_->setFocus(Qt::TabFocusReason);
         break;
     case Stage::Elevations:
         fields_[UnitWeight]->setFocus(Qt::TabFocusReason);
@@ -268,6 +283,7 @@ void WaterScreen::openElevations() {
 }
 
 void WaterScreen::openPressures() {
+    openedForm_ = pressuresControl_.button;
     pressures_.clear();
     if (waterIs(session(), WaterData::Pressures)) {
         const int rows = std::min(problem().WaterPressCount, PressureRows);
@@ -295,12 +311,12 @@ void WaterScreen::dropData() {
     accept();
 }
 
-bool WaterScreen::offer(const MessageBox& box) {
-    if (goesOn(box)) {
-        return true;
+Answer WaterScreen::offerToDelete(const MessageBox& box) {
+    const Answer answer = offer(box);
+    if (answer == Answer::Cancel) {
+        dropData();
     }
-    dropData();
-    return false;
+    return answer;
 }
 
 // ---- elevations
@@ -317,6 +333,7 @@ void WaterScreen::showSeepage(Seepage seepage) {
     fields_[SeepElev]->setEnabled(true);
     labels_[SeepGradient]->setVisible(given);
     fields_[SeepGradient]->setEnabled(given);
+    fields_[SeepGradient]->setVisible(given); // no field without its label
 }
 
 void WaterScreen::chooseSeepage(Seepage seepage) {
@@ -331,6 +348,7 @@ void WaterScreen::chooseSeepage(Seepage seepage) {
 
 Fault WaterScreen::read(Number number) {
     const int side = number == ElevLeft ? Left : Right;
+    failAt(fields_[number]);
     return readEntry(fields_[number]->entry(), fieldSpecs[number].column, problem(), side, 1);
 }
 
@@ -340,7 +358,7 @@ void WaterScreen::finishElevations() {
         return;
     }
     if (!elevationsComplete() || !readElevations()) {
-        offer(missingBox()); // deliberately also where a number is bad
+        offerToDelete(missingBox()); // deliberately also where a number is bad
         return;
     }
     if (problem().SeepageKind != Seepage::None) {
@@ -355,19 +373,23 @@ void WaterScreen::finishElevations() {
 
 bool WaterScreen::elevationsComplete() {
     const auto isSet = [this](Seepage seepage) { return option(seepage)->isChecked(); };
-    const bool all = !isEmpty(UnitWeight) && !isEmpty(ElevRight) && !isEmpty(ElevLeft);
-    if (isSet(Seepage::None)) {
-        return all;
+    std::vector<Number> needed{UnitWeight, ElevRight, ElevLeft};
+    if (isSet(Seepage::Automatic) || isSet(Seepage::Given)) {
+        needed.push_back(SeepElev);
+    }
+    if (isSet(Seepage::Given)) {
+        needed.push_back(SeepGradient);
+    }
+    const auto missing = std::find_if(needed.begin(), needed.end(),
+                                      [this](Number number) { return isEmpty(number); });
+    if (missing != needed.end()) {
+        failAt(fields_[*missing]);
+        // Without a type of seepage the elevations alone are read.
+        return !isSet(Seepage::None) && needed.size() == 3;
     }
     if (isSet(Seepage::Automatic)) {
-        if (!all || isEmpty(SeepElev)) {
-            return false;
-        }
         problem().SeepageKind = Seepage::Automatic;
     } else if (isSet(Seepage::Given)) {
-        if (!all || isEmpty(SeepElev) || isEmpty(SeepGradient)) {
-            return false;
-        }
         problem().SeepageKind = Seepage::Given;
     }
     return true;
@@ -380,6 +402,7 @@ bool WaterScreen::readElevations() {
             return false;
         }
     }
+    failAt(option(Seepage::None));
     return std::any_of(std::begin(options_), std::end(options_),
                        [](const QRadioButton* option) { return option->isChecked(); });
 }
@@ -387,9 +410,10 @@ bool WaterScreen::readElevations() {
 bool WaterScreen::readSeepage() {
     const Problem& record = problem();
     if (record.WaterElev(Right) <= record.WaterElev(Left)) {
-        if (offer(inconsistentBox("For seepage effects to be included, rightside"
-                                  "\nwater elevation must be greater than the"
-                                  "\nleftside water elevation."))) {
+        failAt(fields_[ElevRight]);
+        if (offerToDelete(inconsistentBox("For seepage effects to be included, rightside"
+                                          "\nwater elevation must be greater than the"
+                                          "\nleftside water elevation.")) == Answer::Ok) {
             problem().SeepageKind = Seepage::None;
             setOption(option(Seepage::Automatic), false);
             setOption(option(Seepage::Given), false);
@@ -398,13 +422,13 @@ bool WaterScreen::readSeepage() {
         return false;
     }
     if (read(SeepElev) != Fault::None) {
-        offer(missingBox());
+        offerToDelete(missingBox());
         return false;
     }
     // Deliberately an OK goes on with the value as it stands.
     if (record.SeepageElev > record.WaterElev(Right) &&
-        !offer(inconsistentBox("Seepage elevation must be less than the"
-                               "rightside water elevation."))) {
+        offerToDelete(inconsistentBox("Seepage elevation must be less than the"
+                                      "rightside water elevation.")) != Answer::Ok) {
         return false;
     }
     if (record.SeepageElev < record.WaterElev(Left)) {
@@ -415,15 +439,15 @@ bool WaterScreen::readSeepage() {
 
 bool WaterScreen::readGradient() {
     if (const Fault fault = read(SeepGradient); fault != Fault::None) {
-        offer(fault == Fault::Missing ? missingBox() : invalidBox());
+        offerToDelete(fault == Fault::Missing ? missingBox() : invalidBox());
         return false;
     }
     const double gradient = problem().SeepageGradient(1);
     if (gradient > 0 && gradient < 1) {
         return true;
     }
-    offer(inconsistentBox("Seepage gradient must be in the range"
-                          "\n           0 < gradient < 1."));
+    offerToDelete(inconsistentBox("Seepage gradient must be in the range"
+                                  "\n           0 < gradient < 1."));
     return false;
 }
 
@@ -432,11 +456,13 @@ bool WaterScreen::readGradient() {
 
 Fault WaterScreen::readPressures() {
     if (problem().WaterPressCount < 2) {
+        failAt(pressures_.field(0, problem().WaterPressCount + 1));
         return Fault::Missing;
     }
     for (int row = 1; row <= problem().WaterPressCount; ++row) {
         int place = 0;
         for (const Column& column : pressureColumns) {
+            failAt(pressures_.field(place, row));
             const Fault fault =
                 readEntry(pressures_.entry(place++, row), column, problem(), Right, row);
             if (fault != Fault::None) {
@@ -447,6 +473,12 @@ Fault WaterScreen::readPressures() {
     return Fault::None;
 }
 
+void WaterScreen::takeCounts(Problem& typed) {
+    if (stage_ == Stage::Pressures) {
+        typed.WaterPressCount = pressures_.lastFilledRow();
+    }
+}
+
 void WaterScreen::finishPressures() {
     problem().WaterPressCount = pressures_.lastFilledRow();
     if (problem().WaterPressCount == 0) {
@@ -454,7 +486,7 @@ void WaterScreen::finishPressures() {
         return;
     }
     if (const Fault fault = readPressures(); fault != Fault::None) {
-        offer(fault == Fault::Missing ? missingBox() : invalidBox());
+        offerToDelete(fault == Fault::Missing ? missingBox() : invalidBox());
         return;
     }
     deleteControl_.panel->show();

@@ -17,6 +17,7 @@ class WaterScreen : public DataScreen {
 
   protected:
     void finishStage() override;
+    void takeCounts(Problem& typed) override;
 
   private:
     enum class Stage { List, Elevations, Pressures };
@@ -50,14 +51,15 @@ class WaterScreen : public DataScreen {
 
     bool isEmpty(Number number) const { return fields_[number]->entry().empty(); }
     Fault read(Number number);
-    /// Shows a box; Cancel deletes the data and closes. True where the entry goes on.
-    bool offer(const MessageBox& box);
+    /// Shows a box; Cancel deletes the data and closes.
+    Answer offerToDelete(const MessageBox& box);
     void dropData();
 
     Stage stage_ = Stage::List;
     FieldTable pressures_;
 
     QFrame* list_ = nullptr;
+    QPushButton* openedForm_ = nullptr; ///< of the form that was opened last
     SectionControl elevationsControl_, pressuresControl_, deleteControl_;
     QFrame* elevations_ = nullptr;
     QFrame* seepage_ = nullptr;

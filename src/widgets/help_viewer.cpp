@@ -2,6 +2,7 @@
 
 #include "widgets/find_bar.h"
 #include "widgets/geometry.h"
+#include "widgets/help_sections.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -14,6 +15,7 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocument>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -228,12 +230,27 @@ void HelpViewer::showPlace(Place place) {
     }
     place_ = place;
     back_->setEnabled(!before_.empty());
+    scrollTo(place.position);
+}
+
+void HelpViewer::scrollTo(int position) {
     QTextCursor cursor(browser_->document());
     cursor.movePosition(QTextCursor::End);
     browser_->setTextCursor(cursor); // from the end, so that the place comes to the top
-    cursor.setPosition(place.position);
+    cursor.setPosition(position);
     browser_->setTextCursor(cursor);
     browser_->ensureCursorVisible();
+}
+
+/// The place that was opened last stays at the top; a window manager may resize a window that
+/// opens.
+void HelpViewer::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    QTimer::singleShot(0, browser_, [this] { // when the page has its new lines
+        const QTextCursor cursor = browser_->textCursor();
+        scrollTo(cursor.selectionStart());
+        browser_->setTextCursor(cursor);
+    });
 }
 
 void HelpViewer::showContents() {
@@ -247,17 +264,30 @@ void HelpViewer::showSearch() {
     words_->selectAll();
 }
 
+void HelpViewer::showSection(const QString& section) {
+    tabs_->setCurrentIndex(0);
+    const auto found = contents_->findItems(section, Qt::MatchExactly | Qt::MatchRecursive);
+    if (!found.isEmpty()) {
+        contents_->setCurrentItem(found.front());
+        openPage(found.front()->data(0, PageRole).toInt(), // also where it was current before
+                 found.front()->data(0, SectionRole).toString());
+        browser_->setFocus();
+    }
+}
+
 void HelpService::show(QWidget* active, int command) {
     if (viewer_ == nullptr) {
         viewer_ = new HelpViewer(active);
     }
     moveTo(active);
-    if (command == 0) {
+    viewer_->show(); // first, since a page scrolls only where it has its size
+    if (command == HelpOfWindow) {
+        viewer_->showSection(helpSection(active->objectName()));
+    } else if (command == 0) {
         viewer_->showContents();
     } else {
         viewer_->showSearch();
     }
-    viewer_->show();
     viewer_->raise();
     viewer_->activateWindow();
 }

@@ -16,6 +16,9 @@ class QTreeWidgetItem;
 
 namespace korvane {
 
+/// Command of F1: the guide at the section of the active window.
+inline constexpr int HelpOfWindow = 2;
+
 /// Shows the guide. Modeless, and a child of the screen that is active, so that it can be read
 /// while a modal screen is open.
 class HelpViewer : public QDialog {
@@ -26,6 +29,8 @@ class HelpViewer : public QDialog {
 
     void showContents();
     void showSearch();
+    /// Opens the guide at a heading, which stands in one page alone.
+    void showSection(const QString& section);
     /// Opens a page at one of its headings; an empty heading is its top.
     void openPage(int page, const QString& section);
     /// Opens a page at a place of its text.
@@ -33,6 +38,7 @@ class HelpViewer : public QDialog {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     /// A place that was read.
@@ -49,6 +55,7 @@ class HelpViewer : public QDialog {
     void stepHits(int step);
     void goTo(Place place);
     void showPlace(Place place);
+    void scrollTo(int position);
     void goBack();
 
     std::vector<HelpPage> pages_;
@@ -67,7 +74,7 @@ class HelpService : public QObject {
     Q_OBJECT
 
   public:
-    /// 0 contents, 1 search, over the active window.
+    /// 0 contents, 1 search, HelpOfWindow, over the active window.
     void show(QWidget* active, int command);
     /// Moves an open help window to a modal screen that has opened, which would block it otherwise.
     void follow(QWidget* screen);

@@ -25,15 +25,20 @@ QString shownMessage(const std::string& text) {
     return QString::fromStdString(messageText(text));
 }
 
-/// A message box of which Yes/No cannot be left but by its buttons. It is as wide as its title, and
-/// a text that is higher than the screen scrolls.
+/// A message box that tells leaving it from its buttons: Yes/No cannot be left, and a box whose
+/// Cancel deletes is left without Cancel. It is as wide as its title, and a text that is higher
+/// than the screen scrolls.
 class Box : public QMessageBox {
   public:
-    Box(QWidget* parent, bool mustChoose) : QMessageBox(parent), mustChoose_(mustChoose) {
-        if (mustChoose) { // no cross that would be refused
+    Box(QWidget* parent, const MessageBox& box)
+        : QMessageBox(parent), mustChoose_(box.buttons == Buttons::YesNo),
+          goesBack_(box.cancelDeletes) {
+        if (mustChoose_) { // no cross that would be refused
             setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
         }
     }
+
+    bool wentBack() const { return wentBack_; }
 
   protected:
     void showEvent(QShowEvent* event) override {
@@ -48,21 +53,30 @@ class Box : public QMessageBox {
         }
     }
     void keyPressEvent(QKeyEvent* event) override {
-        if (mustChoose_ && event->key() == Qt::Key_Escape) {
+        if (event->key() == Qt::Key_Escape && leave()) {
             event->accept();
             return;
         }
         QMessageBox::keyPressEvent(event);
     }
     void closeEvent(QCloseEvent* event) override {
-        if (mustChoose_) {
-            event->ignore();
+        if (!wentBack_ && leave()) {
+            event->ignore(); // it is over already, or never
             return;
         }
         QMessageBox::closeEvent(event);
     }
 
   private:
+    /// False where the toolkit's own way is right.
+    bool leave() {
+        if (goesBack_) {
+            wentBack_ = true;
+            done(QDialog::Rejected);
+        }
+        return mustChoose_ || goesBack_;
+    }
+
     void fit() {
         constexpr int FrameButtons = 120; // pixels, icon and buttons of the frame
         const QSize room = screenRoom(this);
@@ -110,6 +124,8 @@ class Box : public QMessageBox {
 
     QPointer<QScrollArea> scroll_;
     bool mustChoose_;
+    bool goesBack_;
+    bool wentBack_ = false;
 };
 
 QMessageBox::Icon toolkitIcon(Icon icon) {
@@ -157,7 +173,7 @@ Answer answerOf(int button) {
 
 Answer askBox(QWidget* parent, const MessageBox& box) {
     const BusyPointerOff pointer;
-    Box dialog(parent, box.buttons == Buttons::YesNo);
+    Box dialog(parent, box);
     dialog.setObjectName("messageBox");
     dialog.setWindowTitle(shownMessage(box.title));
     dialog.setTextFormat(Qt::PlainText);
@@ -172,7 +188,8 @@ Answer askBox(QWidget* parent, const MessageBox& box) {
     } else if (box.buttons == Buttons::Ok) {
         dialog.setEscapeButton(QMessageBox::Ok);
     }
-    return answerOf(dialog.exec());
+    const int button = dialog.exec();
+    return dialog.wentBack() ? Answer::Back : answerOf(button);
 }
 
 } // namespace korvane

@@ -1,6 +1,7 @@
 #include "widgets/screen_window.h"
 
 #include "widgets/gate.h"
+#include "widgets/help_viewer.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -37,9 +38,8 @@ ScreenWindow::ScreenWindow(ScreenContext& context, const QString& name, const QS
     scroll_->setWidget(canvas_);
     scroll_->setFocusPolicy(Qt::NoFocus);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        if (now != nullptr && canvas_->isAncestorOf(now)) {
-            const QPoint middle = now->mapTo(canvas_, now->rect().center());
-            scroll_->ensureVisible(middle.x(), middle.y(), now->width(), now->height());
+        if (now != nullptr && now->window() == this) {
+            showFocus();
         }
     });
     auto* layout = new QVBoxLayout(this);
@@ -48,6 +48,14 @@ ScreenWindow::ScreenWindow(ScreenContext& context, const QString& name, const QS
     layout->addWidget(scroll_);
     if (context.mainWindow != nullptr) {
         setGeometry(context.mainWindow->geometry());
+    }
+}
+
+void ScreenWindow::showFocus() {
+    const QWidget* now = focusWidget();
+    if (now != nullptr && canvas_->isAncestorOf(now)) {
+        const QPoint middle = now->mapTo(canvas_, now->rect().center());
+        scroll_->ensureVisible(middle.x(), middle.y(), now->width(), now->height());
     }
 }
 
@@ -76,6 +84,12 @@ Answer ScreenWindow::ask(const MessageBox& box) {
     return context_.desktop.Ask(box);
 }
 
+/// As if the screen had been reached by the keyboard.
+void ScreenWindow::showEvent(QShowEvent* event) {
+    setAttribute(Qt::WA_KeyboardFocusChange);
+    QDialog::showEvent(event);
+}
+
 void ScreenWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     run([this] { frameClose(); });
@@ -94,7 +108,8 @@ void ScreenWindow::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
     case Qt::Key_F1:
-        run([&] { context_.showHelp(this, 0); });
+        event->accept();
+        run([this] { context_.showHelp(this, HelpOfWindow); });
         return;
     default:
         break;

@@ -18,12 +18,14 @@ struct ScreenContext {
     Session& session;
     Desktop& desktop;
     QWidget* mainWindow = nullptr; ///< screens take its position and size
-    /// Serves an item of a help menu (0 contents, 1 search, 3 about) over the active window.
+    /// Serves an item of a help menu (0 contents, 1 search, 3 about) over the active window, or F1
+    /// (HelpOfWindow).
     std::function<void(QWidget* active, int command)> showHelp;
 };
 
 /// A modal screen: position and size of the main window, a menu bar of its own (never native), the
-/// content in a scroll area, Escape without effect. Frame close goes to frameClose().
+/// content in a scroll area, Escape without effect, F1 opens the guide at its section.
+/// The focus is visible from the start. Frame close goes to frameClose().
 class ScreenWindow : public QDialog {
     Q_OBJECT
 
@@ -41,6 +43,9 @@ class ScreenWindow : public QDialog {
     /// Appends the help menu of every screen; call after the screen's own menus.
     void addHelpMenu();
 
+    /// Scrolls to the control that has the focus.
+    void showFocus();
+
     /// Through the gate, see enter().
     void run(const std::function<void()>& body);
     Answer ask(const MessageBox& box);
@@ -48,6 +53,7 @@ class ScreenWindow : public QDialog {
     /// The frame's cross. Nothing happens unless a screen says what.
     virtual void frameClose() {}
 
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -306,10 +306,13 @@ TEST_F(LayerTest, TheTableShowsTheGroupsOfItsKindWhereTold) {
     openTable("optStrengths");
     EXPECT_EQ(shownGroups(), "fraUnitWt fraStrengths fraElev fraSlope fraSafety3 ");
     EXPECT_EQ(desk.text("cmdFinished"), "Finished With &Rightside Soil");
-    const double zoom = desk.find("fraSafety3")->x() / 7455.0;
+    const double zoom = desk.find("fraSafety3")->height() / 3885.0;
+    // Across the window the groups keep their proportions.
+    const double across = desk.find("canvas")->width() / 9450.0;
+    EXPECT_GT(across, zoom);
     const auto expectAt = [&](const char* group, double left, double width) {
-        EXPECT_NEAR(desk.find(group)->x(), left * zoom, 1) << group;
-        EXPECT_NEAR(desk.find(group)->width(), width * zoom, 1) << group;
+        EXPECT_NEAR(desk.find(group)->x(), left * across, 1) << group;
+        EXPECT_NEAR(desk.find(group)->width(), width * across, 1) << group;
         EXPECT_NEAR(desk.find(group)->height(), 3885 * zoom, 1) << group;
         const QPoint onCanvas = desk.find(group)->mapTo(desk.find("canvas"), QPoint(0, 0));
         EXPECT_NEAR(onCanvas.y(), 1080 * zoom, 1) << group;
@@ -357,7 +360,7 @@ TEST_F(LayerTest, FinishedPutsTheTableAway) {
     EXPECT_EQ(finish(), noBox);
     EXPECT_EQ(shownGroups(), "");
     EXPECT_FALSE(desk.isShown("cmdFinished"));
-    EXPECT_EQ(desk.focused(), "cmdEnterRightside");
+    EXPECT_EQ(desk.focused(), "cmdEnterLeftside");
     EXPECT_EQ(
         desk.tabOrder("cmdEnterRightside"),
         (std::vector<std::string>{"cmdEnterRightside", "cmdEnterLeftside", "cmdFinishedAction"}));

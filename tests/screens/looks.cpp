@@ -1,5 +1,7 @@
 #include "looks.h"
 
+#include "screens/field.h"
+
 namespace korvane::test {
 
 Problem fullProblem() {
@@ -159,6 +161,47 @@ std::vector<Look> allLooks() {
     looks.push_back({"rowepile-defaults", blankProblem(), opening(Screen::ROWEPILE)});
     looks.push_back(
         {"rowepile-additions", blankProblem(), clicking(Screen::ROWEPILE, {"cmdDefAccept"})});
+    looks.push_back({"rowepile-entered", blankProblem(), [](Desk& desk) {
+                         desk.open(Screen::ROWEPILE);
+                         desk.click("cmdDefAccept");
+                         desk.typeDown("txtName", {"AZ 26", "OWN SECTION"});
+                         desk.typeDown("txtSectMod", {"48.4", "7"});
+                         desk.typeDown("txtInertia", {"406.25", "1234"});
+                         desk.typeDown("txtAllow", {"25.0E3", "36000"});
+                         desk.typeDown("txtEMod", {"29E6", "30000000"});
+                     }});
+    // What is told beside each table that refuses a block, and of a value that a file loses.
+    const auto refusing = [&](const std::string& name, Screen screen, int loadKind,
+                              const std::vector<QString>& buttons, const QString& field) {
+        looks.push_back({name + "-refused", fullProblem(), [=](Desk& desk) {
+                             desk.open(screen, loadKind);
+                             for (const QString& button : buttons) {
+                                 desk.click(button);
+                             }
+                             QWidget* at = desk.workable<QWidget>(field);
+                             at->setFocus();
+                             const QString tooMany("1\t2\t3\t4\t5\t6\t7\t8\t9\t10\t11\t12");
+                             static_cast<Field*>(at)->pasteText(tooMany);
+                         }});
+    };
+    refusing("headcont", Screen::HEADCONT, 0, {}, "txtHead_0");
+    refusing("surface", Screen::SURFACE, 0, {}, "txtLeftDist_0");
+    refusing("layrdata", Screen::LAYRDATA, 0, {"cmdEnterRightside", "cmdOK"}, "txtSATWt_0");
+    refusing("water", Screen::WATER, 0, {"cmdWaterPres"}, "txtWPR_0");
+    for (const int kind : {1, 2, 3, 4, 5, 6}) {
+        const QString fields[] = {"txtDLLR_0", "txtQUL",    "txtDS1L_0",
+                                  "txtDR1L",   "txtDT1L_0", "txtRightDist_0"};
+        refusing("surcharg-" + std::to_string(kind), Screen::SURCHARG, kind, {}, fields[kind - 1]);
+    }
+    refusing("horload-1", Screen::HORLOAD, 1, {}, "txtHorLine_0");
+    refusing("horload-2", Screen::HORLOAD, 2, {}, "txtHorDist_0");
+    refusing("rowepile", Screen::ROWEPILE, 0, {"cmdDefAccept"}, "txtName_0");
+    looks.push_back({"layrdata-loss", fullProblem(), [](Desk& desk) {
+                         desk.open(Screen::LAYRDATA);
+                         desk.click("cmdEnterRightside");
+                         desk.click("cmdOK");
+                         desk.workable<QWidget>("txtSlope_0")->setFocus();
+                     }});
     return looks;
 }
 

@@ -4,7 +4,11 @@
 #include "rowe/pile_sections.h"
 #include "screens/controls.h"
 
+#include <QLineEdit>
+
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace korvane::test {
 
@@ -186,6 +190,56 @@ TEST_F(PileTest, SectionsThatWereAddedAreOfferedAgainAndThoseTakenOutAreNot) {
     desk.click("cmdDefAccept");
     EXPECT_EQ(desk.text("txtName_0"), "ONE");
     EXPECT_EQ(desk.text("txtName_1"), "");
+}
+
+TEST_F(PileTest, TheAdditionalRowsAreNumbered) {
+    desk.click("cmdDefAccept");
+    for (int row = 1; row <= 5; ++row) {
+        const QWidget* field = desk.find(QString("txtName_%1").arg(row - 1));
+        const QLabel* number = nullptr;
+        for (const QLabel* label : desk.find("frmAddData")->findChildren<QLabel*>()) {
+            if (label->text() == QString::number(row)) {
+                number = label;
+            }
+        }
+        ASSERT_NE(number, nullptr) << row;
+        EXPECT_EQ(number->y(), field->y());
+        EXPECT_LT(number->geometry().right(), field->x());
+    }
+}
+
+namespace {
+
+/// Where the points of drawn numbers stand: the left edge of what is behind the last digit before
+/// the point. `right` is the right edge of the text on its control.
+int pointAt(const QWidget* control, const QString& text, int right) {
+    const QString number = text.trimmed();
+    const qsizetype point = number.indexOf('.');
+    const QFontMetrics letters(control->font());
+    return right - (point < 0 ? 0 : letters.horizontalAdvance(number.mid(point)));
+}
+
+} // namespace
+
+TEST_F(PileTest, NumbersStandRightAlignedOnTheirDecimals) {
+    for (const char* array : {"lblSectMod", "lblInertia", "lblAllow", "lblEMod"}) {
+        std::vector<int> points;
+        for (int row = 0; row < 8; ++row) {
+            const auto* label = desk.find<QLabel>(QString("%1_%2").arg(array).arg(row));
+            EXPECT_TRUE(label->alignment().testFlag(Qt::AlignRight));
+            points.push_back(pointAt(label, label->text(), label->contentsRect().right()));
+        }
+        EXPECT_EQ(std::count(points.begin(), points.end(), points[0]), 8) << array;
+    }
+    desk.click("cmdDefAccept");
+    desk.typeDown("txtInertia", {"406.25", "1234", "7.5"});
+    std::vector<int> points;
+    for (int row = 0; row < 3; ++row) {
+        const auto* field = desk.find<QLineEdit>(QString("txtInertia_%1").arg(row));
+        EXPECT_TRUE(field->alignment().testFlag(Qt::AlignRight));
+        points.push_back(pointAt(field, field->text(), -field->textMargins().right()));
+    }
+    EXPECT_EQ(std::count(points.begin(), points.end(), points[0]), 3);
 }
 
 TEST_F(PileTest, TheFramesCrossIsTheButtonOnShow) {

@@ -257,6 +257,7 @@ TEST_F(WaterTest, OptionsShowAndEmptyTheirFields) {
     EXPECT_EQ(desk.text("txtSeepEl"), "");
     EXPECT_EQ(desk.text("txtSeepGrad"), "");
     EXPECT_FALSE(desk.find("txtSeepGrad")->isEnabled());
+    EXPECT_FALSE(desk.isShown("txtSeepGrad")); // no field without its label
     EXPECT_FALSE(desk.isShown("lblSeepGrad"));
     EXPECT_TRUE(desk.isShown("lblSeepEl"));
     desk.session->DataChanged = 0;
@@ -347,6 +348,7 @@ TEST_F(WaterTest, TheElevationsAreFilledByTheirKindOfSeepage) {
     EXPECT_TRUE(desk.isSet("optAutoSeep"));
     EXPECT_EQ(desk.text("txtSeepEl"), "-8");
     EXPECT_FALSE(desk.find("txtSeepGrad")->isEnabled());
+    EXPECT_FALSE(desk.isShown("txtSeepGrad")); // no field without its label
     EXPECT_FALSE(desk.isShown("lblSeepGrad"));
 }
 

@@ -1,0 +1,46 @@
+#include "widgets/help_sections.h"
+
+namespace korvane {
+
+namespace {
+
+struct WindowSection {
+    const char* window;
+    const char* section;
+};
+
+constexpr WindowSection sections[] = {
+    {"CKORVANE", "The menus"},
+    {"KEYIN", "Data entry"},
+    {"HEADCONT", "Heading, Wall and Control Data"},
+    {"SURFACE", "Soil Surface Data"},
+    {"LAYRDATA", "Soil Layer Data"},
+    {"WATER", "Water Data"},
+    {"SURCHCON", "Surface Surcharge Data"},
+    {"SURCHARG", "Surface Surcharge Data"},
+    {"HORCON", "Applied Horizontal Loads"},
+    {"HORLOAD", "Applied Horizontal Loads"},
+    {"ROWEPILE", "Sheet pile data"},
+    {"WEDGMETH", "Wedge methods"},
+    {"VUINPTFL", "The input file"},
+    {"VUINECHO", "The output report"},
+    {"CANPLOT", "Plots"},
+    {"FREEPLOT", "Plots"},
+    {"FIXDPLOT", "Plots"},
+    {"VUSOLPLT", "Plots"},
+    {"VUINPLOT", "Plots"},
+    {"ROWECURV", "Plots"},
+};
+
+} // namespace
+
+QString helpSection(const QString& window) {
+    for (const WindowSection& entry : sections) {
+        if (window == entry.window) {
+            return entry.section;
+        }
+    }
+    return "Getting started";
+}
+
+} // namespace korvane
