@@ -47,9 +47,12 @@ bool solvePass(State& state, int) {
             continue;
         }
         if (sums.moment < -AnchoredMomentTolerance) {
+            const auto momentAt = [&](const DiagramPoint& trial) {
+                return sumsTo(state, i, above, trial).moment;
+            };
             const auto point = refineInSegment(
                 {segmentAbove(state, i), above.moment, sums.moment, AnchoredMomentTolerance},
-                [&](const DiagramPoint& trial) { return sumsTo(state, i, above, trial).moment; });
+                std::cref(momentAt)); // by reference: it is too large to be held without memory
             if (!point) {
                 failRefinement(state, 1);
                 return false;
