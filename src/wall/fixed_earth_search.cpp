@@ -115,12 +115,11 @@ bool solvePass(State& state, int anchorIndex) {
             continue;
         }
         if (balance < -AnchoredMomentTolerance) {
-            const auto balanceAt = [&](const DiagramPoint& trial) {
-                return sumsTo(state, i, above, trial).momentBalance();
-            };
             const auto point = refineInSegment(
                 {segmentAbove(state, i), previous, balance, AnchoredMomentTolerance},
-                std::cref(balanceAt)); // by reference: it is too large to be held without memory
+                [&](const DiagramPoint& trial) {
+                    return sumsTo(state, i, above, trial).momentBalance();
+                });
             if (!point) {
                 failRefinement(state, 2);
                 return false;

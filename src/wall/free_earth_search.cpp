@@ -47,12 +47,9 @@ bool solvePass(State& state, int) {
             continue;
         }
         if (sums.moment < -AnchoredMomentTolerance) {
-            const auto momentAt = [&](const DiagramPoint& trial) {
-                return sumsTo(state, i, above, trial).moment;
-            };
             const auto point = refineInSegment(
                 {segmentAbove(state, i), above.moment, sums.moment, AnchoredMomentTolerance},
-                std::cref(momentAt)); // by reference: it is too large to be held without memory
+                [&](const DiagramPoint& trial) { return sumsTo(state, i, above, trial).moment; });
             if (!point) {
                 failRefinement(state, 1);
                 return false;
