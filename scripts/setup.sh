@@ -33,9 +33,10 @@ install_missing() {
         apt-get install -qq -y --no-install-recommends "${missing[@]}" >&2
 }
 
-# build PRESET OPTION... -- TARGET...: configures build/PRESET and builds the targets.
+# build PRESET OPTION... -- TARGET...: configures build/PRESET, warnings as errors, and builds the
+# targets.
 build() {
-    local preset=$1 options=()
+    local preset=$1 options=(-DKORVANE_WERROR=ON)
     shift
     while [ "$1" != -- ]; do
         options+=("$1")

@@ -206,6 +206,7 @@ void writeFailure(JsonText& json, const Failure& failure, WallKind wall) {
     }
     const auto given = [](int count) { return where(count != 0, count); };
     const bool hasElev = failureHasElevation(failure.code);
+    const bool hasLow = failure.bracketed || failure.code == FailureCode::FactorDeclined;
     json.object([&] {
         json.member("code", failureName(failure.code));
         json.member("stage", stageText(failure.stage, wall));
@@ -214,7 +215,7 @@ void writeFailure(JsonText& json, const Failure& failure, WallKind wall) {
                                                     failure.side == Right ? "right" : "left"));
         json.member("layer", given(failure.layer));
         json.member("elev", where(hasElev, failure.elev));
-        json.member("factorLow", where(failure.bracketed, failure.low));
+        json.member("factorLow", where(hasLow, failure.low));
         json.member("factorHigh", where(failure.bracketed, failure.high));
         json.member("error", given(failure.error));
     });

@@ -118,11 +118,12 @@ TrialForces Sweep::forces() const {
 TrialForces Sweep::forcesInOneSoil() const {
     const Direction& direction = planes_.direction();
     const TrialPlane& plane = planes_.plane();
-    const auto [load, length] = *planes_.pieces();
+    const auto& piece = *planes_.pieces();
     const auto forcesWith = [&](const LayerStrength& soil) {
         bool exists = true;
-        return TrialForces{activeOnWall(direction, soil.active, load, length, 0),
-                           passiveOnWall(direction, soil.passive, load, length, 0, exists)};
+        return TrialForces{
+            activeOnWall(direction, soil.active, piece.load, piece.length, 0),
+            passiveOnWall(direction, soil.passive, piece.load, piece.length, 0, exists)};
     };
     TrialForces forces = forcesWith(soils_(plane.layer));
     if (plane.alongBoundary) {

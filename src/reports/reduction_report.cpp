@@ -138,7 +138,7 @@ void coefficientRows(PrintLines& lines, const ReportForm& form, const PileSectio
     }
 }
 
-void conditionNotes(PrintLines& lines, const std::vector<RoweNote>& notes) {
+void conditionNotes(PrintLines& lines, const RoweNotes& notes) {
     for (const RoweNote& note : notes) {
         lines.empty();
         lines.spc(10).text("*** REDUCTION NOT APPLICABLE DUE TO ").text(note.cause).end();
@@ -178,7 +178,6 @@ PrintLines reductionReport(const Problem& problem, const PileSections& sections,
 
 std::vector<std::string> reductionNotes(const MomentReduction& reduction) {
     std::vector<std::string> plain;
-    plain.reserve(reduction.broken.size() + 1);
     for (const RoweNote& note : reduction.broken) {
         plain.push_back(trimmed("REDUCTION NOT APPLICABLE DUE TO " + std::string(note.cause) + " " +
                                 trimmed(note.secondLine)));

@@ -67,32 +67,31 @@ void rateSections(const PileSections& sections, double freeEarthMoment, MomentRe
 }
 
 /// The broken conditions of the method, in the order of the notes.
-std::vector<RoweNote> brokenConditions(const Problem& problem, const MomentReduction& rowe,
-                                       RoweSoil soil) {
+RoweNotes brokenConditions(const Problem& problem, const MomentReduction& rowe, RoweSoil soil) {
     const double rightSurface = problem.SurfaceElev(Right, 1);
-    std::vector<RoweNote> notes;
+    RoweNotes notes;
     if (rowe.RoweAlpha < 0.6) {
-        notes.push_back({"ALPHA LESS THAN 0.6.", "", 0});
+        notes.add({"ALPHA LESS THAN 0.6.", "", 0});
     }
     if (rowe.RoweAlpha > 0.8) {
-        notes.push_back({"ALPHA GREATER THAN 0.8.", "", 0});
+        notes.add({"ALPHA GREATER THAN 0.8.", "", 0});
     }
     if (rowe.RoweBeta > 0.3) {
-        notes.push_back({"BETA GREATER THAN 0.3.", "", 0});
+        notes.add({"BETA GREATER THAN 0.3.", "", 0});
     }
     if (rightSurface < problem.WallTopElev) {
-        notes.push_back({"RIGHTSIDE SURFACE", "    BELOW TOP OF WALL.", 10});
+        notes.add({"RIGHTSIDE SURFACE", "    BELOW TOP OF WALL.", 10});
     }
     if (rightSurface <= problem.SurfaceElev(Left, 1)) {
         // Deliberate: the second line stands farther left in the sand report.
         const int blanks = soil == RoweSoil::Sand ? 1 : 10;
-        notes.push_back({"RIGHTSIDE SURFACE", "    AT OR BELOW LEFTSIDE SURFACE.", blanks});
+        notes.add({"RIGHTSIDE SURFACE", "    AT OR BELOW LEFTSIDE SURFACE.", blanks});
     }
     if (soil == RoweSoil::Clay && rowe.RoweStability < 0.5) {
-        notes.push_back({"STABILITY NUMBER", "    LESS THAN 0.5.", 1});
+        notes.add({"STABILITY NUMBER", "    LESS THAN 0.5.", 1});
     }
     if (soil == RoweSoil::Clay && rowe.RoweStability > 2.5) {
-        notes.push_back({"STABILITY NUMBER", "    GREATER THAN 2.5.", 1});
+        notes.add({"STABILITY NUMBER", "    GREATER THAN 2.5.", 1});
     }
     return notes;
 }

@@ -5,7 +5,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace korvane {
 
@@ -86,6 +85,19 @@ struct RoweNote {
     int blanks = 0;
 };
 
+/// The conditions of the method that a wall does not meet: no more than these at once.
+class RoweNotes {
+  public:
+    void add(const RoweNote& note) { notes_(++count_) = note; }
+    auto begin() const { return notes_.begin(); }
+    auto end() const { return notes_.begin() + count_; }
+    bool empty() const { return count_ == 0; }
+
+  private:
+    Array<RoweNote, 5> notes_;
+    int count_ = 0;
+};
+
 /// Rowe's moment reduction for every section of a table.
 struct MomentReduction {
     RoweSoil soil = RoweSoil::None;    ///< of the report; None where there is nothing to report
@@ -96,7 +108,7 @@ struct MomentReduction {
     double RoweStability = 0;          ///< stability number S, clay
     bool applicable = false;           ///< the wall is within the range of the method
     bool sandOutOfRange = false;       ///< it applies to sand, but not to every section
-    std::vector<RoweNote> broken;      ///< conditions of the method that the wall does not meet
+    RoweNotes broken;                  ///< conditions of the method that the wall does not meet
     Array<double, 13> PileLogRigidity; ///< log10(H^4 / EI)
     Array<double, 13> PileMomentRatio; ///< allowable over free earth moment
     Array<double, 2, 5> RoweSandCurve; ///< (density, point) at the wall's ALPHA

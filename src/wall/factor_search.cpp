@@ -10,11 +10,12 @@ constexpr double FactorStep = 0.2;
 constexpr double LimitStep = 5.0;
 
 void failInconsistent(State& state, int level, const FactorSearch& search) {
+    const bool bracketed = search.stage > FactorStage::SteppingDown;
     fail(state, {.code = FailureCode::InconsistentFactors,
                  .level = level,
-                 .low = search.FSL,
-                 .high = search.FSH,
-                 .bracketed = search.stage > FactorStage::SteppingDown});
+                 .low = bracketed ? search.FSL : 0,
+                 .high = bracketed ? search.FSH : 0,
+                 .bracketed = bracketed});
 }
 
 /// Goes on beyond the search's limit, where that is wanted, and raises it.

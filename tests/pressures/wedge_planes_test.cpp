@@ -1,7 +1,7 @@
 // The planes that an analysis keeps from trial to trial: what they give must be what planes worked
 // out anew give, to the last bit, whatever has changed in between.
+#include "allocations/heap_allocations.h"
 #include "pressures/wedge_forces.h"
-#include "wedge_allocations.h"
 #include "wedge_ground.h"
 
 #include <functional>

@@ -1,5 +1,5 @@
+#include "allocations/heap_allocations.h"
 #include "pressures/wedge_forces.h"
-#include "wedge_allocations.h"
 #include "wedge_second_method.h"
 
 #include <cmath>

@@ -1,51 +1,25 @@
 // Reports and JSON take memory for their text as it grows, and for nothing else.
+#include "allocations/heap_allocations.h"
 #include "runtime/json_text.h"
 #include "runtime/print_lines.h"
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstdlib>
-#include <new>
 #include <string>
-
-namespace {
-
-thread_local long allocations = 0;
-
-} // namespace
-
-// Every allocation of this program is counted.
-void* operator new(std::size_t size) {
-    ++allocations;
-    void* room = std::malloc(size);
-    if (room == nullptr) {
-        throw std::bad_alloc();
-    }
-    return room;
-}
-
-void operator delete(void* room) noexcept {
-    std::free(room);
-}
-
-void operator delete(void* room, std::size_t /*size*/) noexcept {
-    std::free(room);
-}
 
 namespace korvane {
 namespace {
 
 TEST(Allocations, AreCounted) {
-    const long before = allocations;
+    const long before = test::heapAllocations();
     const std::string text(1000, 'x');
-    EXPECT_EQ(allocations, before + 1);
+    EXPECT_EQ(test::heapAllocations(), before + 1);
     EXPECT_EQ(text.size(), 1000U);
 }
 
 // 75,000 bytes by doubling from 15, and a line of 75: 13 and 3 times.
 TEST(Allocations, OfAReportAreThoseOfItsGrowingText) {
-    const long before = allocations;
+    const long before = test::heapAllocations();
     PrintLines lines;
     for (int i = 0; i < 1000; ++i) {
         const double value = 12345.678 - 20 * i;
@@ -53,13 +27,13 @@ TEST(Allocations, OfAReportAreThoseOfItsGrowingText) {
         lines.right(43, "*", value, "#####0.").right(61, value / 3, "0.0000E+00");
         lines.right(74, value, "####0.00").end();
     }
-    EXPECT_LE(allocations - before, 16);
+    EXPECT_LE(test::heapAllocations() - before, 16);
     EXPECT_EQ(lines.lineCount(), 1000);
     EXPECT_GT(lines.content().size(), 70000U);
 }
 
 TEST(Allocations, OfAJsonDocumentAreOneWhereItsLengthWasGuessed) {
-    const long before = allocations;
+    const long before = test::heapAllocations();
     JsonText json(100000);
     json.array([&] {
         for (int i = 0; i < 1000; ++i) {
@@ -70,7 +44,7 @@ TEST(Allocations, OfAJsonDocumentAreOneWhereItsLengthWasGuessed) {
         }
     });
     const std::string text = json.take();
-    EXPECT_EQ(allocations - before, 1);
+    EXPECT_EQ(test::heapAllocations() - before, 1);
     EXPECT_GT(text.size(), 50000U);
 }
 

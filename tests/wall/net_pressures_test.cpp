@@ -188,6 +188,29 @@ TEST_F(NetPressuresTest, ADistributedLoadActsBetweenItsPointsOnly) {
     EXPECT_NEAR(net.DrivingForce, 2250 + (100 + 400) / 2.0 * 3 + (400 + 250) / 2.0 * 3, 1e-9);
 }
 
+// A point of the ground's other layer stands 0.0008 FT above the end of a load over 4 FT: there u is
+// 0.0002, and the load still has both values; at its end u is 0 and it has the upper one alone. A
+// search that took the row above for the end would put nothing on the end itself.
+TEST_F(NetPressuresTest, ADistributedLoadEndsAtItsLastRowAndNotShortlyAboveIt) {
+    for (const double gap : {0.0008, 0.008}) {
+        SCOPED_TRACE(gap);
+        PressureBench other;
+        other.problem.HDistCount = 2;
+        other.problem.HDistElev(1) = -2;
+        other.problem.HDistElev(2) = -6;
+        other.problem.HDistLoad(1) = other.problem.HDistLoad(2) = 100;
+        setLayerBottoms(other.problem, Right, {-6 + gap});
+        other.solve();
+        ComputeNetPressures(*other.state);
+        const auto& NetActive = other.state->net.NetActive;
+        const double soil = 40 * (6 - gap);
+        EXPECT_NEAR(NetActive(other.row(-6 + gap), 2), soil + 100, 1e-9);
+        EXPECT_NEAR(NetActive(other.row(-6 + gap), 1), soil + 100, 1e-9);
+        EXPECT_NEAR(NetActive(other.row(-6), 2), 240 + 100, 1e-9);
+        EXPECT_NEAR(NetActive(other.row(-6), 1), 240, 1e-9);
+    }
+}
+
 TEST_F(NetPressuresTest, HorizontalLineLoadsCountStrictlyAboveTheZero) {
     addLineLoad(-3, 700);
     addLineLoad(1, -200); // above the wall top, to the right

@@ -158,6 +158,17 @@ TEST(ResultDiagrams, AStepOfThePressureGivesASecondRow) {
     }
 }
 
+TEST(ResultDiagrams, AStepOfLittleMoreThanATenThousandthGivesASecondRow) {
+    for (const double step : {0.0002, 0.0009, 0.002}) {
+        DiagramBench bench(4);
+        bench.pressure(3, 0, -step);
+        bench.build();
+        ASSERT_EQ(bench.rows(), 5) << step;
+        EXPECT_EQ(bench.results().ResultPressure(3), 0);
+        EXPECT_EQ(bench.results().ResultPressure(4), -step);
+    }
+}
+
 TEST(ResultDiagrams, MoreThan301RowsAreASubscriptError) {
     DiagramBench full(301);
     EXPECT_EQ(errorOf(full), 0);

@@ -1,5 +1,5 @@
-// Replaces the allocation functions of this test program by ones that count.
-#include "wedge_allocations.h"
+// Replaces the allocation functions of a test program by ones that count.
+#include "allocations/heap_allocations.h"
 
 #include <cstdlib>
 #include <new>

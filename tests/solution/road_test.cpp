@@ -1,0 +1,180 @@
+// The three steps of a solution: what each gives, what a later failure leaves, what they leave
+// alone.
+#include "solution_numbers.h"
+#include "support/support.h"
+#include "walls.h"
+
+#include <gtest/gtest.h>
+
+namespace korvane::test {
+namespace {
+
+class RoadTest : public testing::Test {
+  protected:
+    PileSections sections = defaultSections();
+    Workspace workspace;
+};
+
+TEST_F(RoadTest, LeavesTheProblemAsItWas) {
+    int failures = 0;
+    for (const Problem& wall : manyWalls(40)) {
+        const Problem problem = wall;
+        for (const Options& options : {bySweep(), byFixedSurface()}) {
+            failures += solve(problem, options, sections, workspace).failure ? 1 : 0;
+            EXPECT_EQ(problem, wall);
+        }
+    }
+    EXPECT_GT(failures, 20);
+}
+
+TEST_F(RoadTest, InOneCallIsTheRoadInThreeSteps) {
+    for (const Problem& problem : manyWalls(20)) {
+        Workspace other;
+        const Solved whole = solve(problem, bySweep(), sections, other);
+        const auto review = reviewWall(problem, bySweep(), workspace);
+        ASSERT_EQ(static_cast<bool>(review), whole.review != nullptr);
+        if (!review) {
+            EXPECT_EQ(review.failure().code, whole.failure.code);
+            continue;
+        }
+        EXPECT_EQ(reviewNumbers(*review), reviewNumbers(*whole.review));
+        const auto results = solveWall(workspace);
+        ASSERT_EQ(static_cast<bool>(results), whole.results != nullptr);
+        if (!results) {
+            EXPECT_EQ(results.failure().code, whole.failure.code);
+            continue;
+        }
+        EXPECT_EQ(resultNumbers(problem, *results), resultNumbers(problem, *whole.results));
+        if (whole.reduction != nullptr) {
+            const auto reduction = reduceWallMoments(workspace, sections);
+            ASSERT_TRUE(reduction);
+            EXPECT_EQ(reductionNumbers(*reduction), reductionNumbers(*whole.reduction));
+        }
+    }
+}
+
+// Clay of 450 PSF below 1,800 PSF of overburden: 4 x 450 = 1800, no net pressure at any depth and
+// no bottom. On the right the active pressure at -10 is 120 x 10 - 2 x 450 = 300 PSF.
+TEST_F(RoadTest, AFailedSearchLeavesTheReview) {
+    Problem problem = plainCantilever();
+    problem.SurfaceElev(Left, 1) = -15;
+    for (const int side : {Right, Left}) {
+        problem.SoilFriction(side, 1) = 0;
+        problem.SoilCohesion(side, 1) = 450;
+    }
+    const auto review = reviewWall(problem, {}, workspace);
+    ASSERT_TRUE(review);
+    const auto before = reviewNumbers(*review);
+    const auto results = solveWall(workspace);
+    ASSERT_FALSE(results);
+    EXPECT_EQ(results.failure().code, FailureCode::NoCantileverBottom);
+    EXPECT_EQ(reviewNumbers(workspace.review()), before);
+    EXPECT_EQ(workspace.results().levelCount, 0);
+
+    const PressureDiagrams& diagrams = workspace.review().diagrams;
+    int rows = 0;
+    for (int i = 1; i <= diagrams.grid.NumElevs; ++i) {
+        if (diagrams.grid.ElevGrid(i) == -10) {
+            EXPECT_NEAR(diagrams.pressures.ActivePressures(Right, i, 1), 300, 1e-9);
+            ++rows;
+        }
+    }
+    EXPECT_EQ(rows, 1);
+
+    const Solved solved = solve(problem, {}, sections, workspace);
+    EXPECT_EQ(solved.review, &workspace.review());
+    EXPECT_EQ(solved.results, nullptr);
+    EXPECT_EQ(solved.reduction, nullptr);
+}
+
+// Sections without stiffness: H^4 / EI divides by zero.
+TEST_F(RoadTest, AFailedReductionLeavesTheResults) {
+    const Problem problem = plainAnchored();
+    for (int p = 1; p <= sections.PileSectionCount; ++p) {
+        sections.PileModulus(p) = 0;
+    }
+    ASSERT_TRUE(reviewWall(problem, {}, workspace));
+    const auto results = solveWall(workspace);
+    ASSERT_TRUE(results);
+    const auto before = resultNumbers(problem, *results);
+    const auto reduction = reduceWallMoments(workspace, sections);
+    ASSERT_FALSE(reduction);
+    EXPECT_EQ(reduction.failure().code, FailureCode::RunTimeError);
+    EXPECT_EQ(reduction.failure().error, 11);
+    EXPECT_EQ(reduction.failure().stage.doing, Doing::MomentReduction);
+    EXPECT_EQ(resultNumbers(problem, workspace.results()), before);
+
+    const Solved solved = solve(problem, {}, sections, workspace);
+    ASSERT_NE(solved.results, nullptr);
+    EXPECT_EQ(resultNumbers(problem, *solved.results), before);
+    EXPECT_EQ(solved.reduction, nullptr);
+}
+
+TEST_F(RoadTest, AWedgeWithoutItsMethodIsAFailureOfItsSide) {
+    Problem problem = sloping(plainCantilever());
+    const auto review = reviewWall(problem, {}, workspace);
+    ASSERT_FALSE(review);
+    EXPECT_EQ(review.failure().code, FailureCode::WedgeMethodMissing);
+    EXPECT_EQ(review.failure().side, Right);
+    EXPECT_EQ(review.failure().stage.doing, Doing::Preparing);
+    EXPECT_TRUE(reviewWall(problem, bySweep(), workspace));
+    EXPECT_EQ(workspace.review().SideMethod(Right), PressureMethod::Sweep);
+    EXPECT_EQ(workspace.review().SideMethod(Left), PressureMethod::Coefficients);
+    EXPECT_TRUE(reviewWall(problem, byFixedSurface(), workspace));
+    EXPECT_EQ(workspace.review().SideMethod(Right), PressureMethod::FixedSurface);
+
+    problem.SurfacePointCount(Right) = 1;
+    problem.SoilAdhesion(Left, 1) = 100;
+    EXPECT_EQ(reviewWall(problem, {}, workspace).failure().side, Left);
+}
+
+TEST_F(RoadTest, AnAnalysisHasNoPressuresToReview) {
+    const Problem problem = analysisOf(plainCantilever(), -30);
+    const auto review = reviewWall(problem, {}, workspace);
+    ASSERT_TRUE(review);
+    EXPECT_FALSE(review->hasPressures);
+    EXPECT_EQ(review->SideMethod(Right), PressureMethod::Coefficients);
+    EXPECT_TRUE(solveWall(workspace));
+    EXPECT_FALSE(workspace.results().review.hasPressures);
+    ASSERT_TRUE(reviewWall(plainCantilever(), {}, workspace));
+    EXPECT_TRUE(workspace.review().hasPressures);
+}
+
+/// The limits at which an analysis of a wall held by much more than it needs is asked.
+class FactorLimitTest : public RoadTest {
+  protected:
+    FactorLimitTest() { problem.SurfaceElev(Left, 1) = -2; }
+    Solved solveTo(FactorLimit limit) {
+        return solve(problem, {.wedge = {}, .factorLimit = std::move(limit)}, sections, workspace);
+    }
+    Problem problem = analysisOf(plainCantilever(), -40);
+};
+
+TEST_F(FactorLimitTest, ByNumberAndByCallbackAreTheSame) {
+    std::vector<double> asked;
+    const auto upTo = [&asked](double largest) {
+        asked.clear();
+        return FactorLimit{.largest = 0, .ask = [&asked, largest](double limit) {
+                               asked.push_back(limit);
+                               return limit <= largest;
+                           }};
+    };
+    const auto reached = solutionNumbers(problem, solveTo({.largest = 20, .ask = {}}));
+    EXPECT_EQ(solutionNumbers(problem, solveTo(upTo(20))), reached);
+    ASSERT_FALSE(asked.empty());
+    EXPECT_EQ(asked.front(), 5.0);
+    const double factor = workspace.results().levels(1).factorOfSafety;
+    EXPECT_GT(factor, asked.back());
+    EXPECT_LT(factor, asked.back() + 5);
+
+    const Solved declined = solveTo({.largest = 4.99, .ask = {}});
+    EXPECT_EQ(declined.failure.code, FailureCode::FactorDeclined);
+    EXPECT_EQ(declined.failure.low, 5.0);
+    EXPECT_EQ(declined.results, nullptr);
+    const auto stopped = solutionNumbers(problem, declined);
+    EXPECT_EQ(solutionNumbers(problem, solveTo(upTo(4.99))), stopped);
+    EXPECT_EQ(asked, std::vector<double>{5.0});
+}
+
+} // namespace
+} // namespace korvane::test
