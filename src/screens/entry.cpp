@@ -16,10 +16,10 @@ Fault readEntry(const std::string& text, const Column& column, Problem& problem,
     } else {
         return Fault::Invalid;
     }
-    if (!column.test({problem, side, row, value})) {
+    if (!limitsOf(column.field, ByScreen, problem, side, row).hold(value)) {
         return Fault::Invalid;
     }
-    column.number(problem, side, row) = value;
+    rulesOf(column.field).at(problem, side, row) = value;
     return Fault::None;
 }
 

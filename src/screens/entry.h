@@ -1,37 +1,12 @@
 // What a field holds: where its number goes and which test it must pass.
 #pragma once
 
-#include "problem/problem.h"
+#include "problem/fields.h"
 #include "state/message_box.h"
 
 #include <string>
 
 namespace korvane {
-
-// ---- fields of the record by side and row
-// --------------------------------------------------------
-
-inline double& numberIn(double& value, int, int) {
-    return value;
-}
-inline double& numberIn(Array<double, 2>& sides, int side, int) {
-    return sides(side);
-}
-template <int Rows>
-double& numberIn(Array<double, Rows>& list, int, int row) {
-    return list(row);
-}
-template <int Rows>
-double& numberIn(Array<double, 2, Rows>& list, int side, int row) {
-    return list(side, row);
-}
-
-/// The number of a side and row, whatever of the two the field of the record has.
-using NumberAt = double& (*)(Problem&, int side, int row);
-template <auto Member>
-double& numberAt(Problem& problem, int side, int row) {
-    return numberIn(problem.*Member, side, row);
-}
 
 inline int& countIn(int& count, int) {
     return count;
@@ -47,38 +22,19 @@ int& countAt(Problem& problem, int side) {
     return countIn(problem.*Member, side);
 }
 
-// ---- tests
-// ---------------------------------------------------------------------------------------
-
-/// A number as typed, before it is stored; what was read before it stands in the record already.
-struct Entry {
-    const Problem& problem;
-    int side;
-    int row;
-    double value;
-};
-
-using Test = bool (*)(const Entry&);
-inline bool anyNumber(const Entry&) {
-    return true;
-}
-inline bool aboveZero(const Entry& entry) {
-    return entry.value > 0;
-}
-inline bool notNegative(const Entry& entry) {
-    return entry.value >= 0;
-}
-
 enum class IfEmpty { Missing, Invalid, Zero };
 enum class Fault { None, Missing, Invalid };
 
-/// One field of a row, or a field by itself.
+/// One field of a row, or a field by itself, with the limits that screens have.
 struct Column {
     const char* control;
     const char* label;
-    NumberAt number;
-    Test test = anyNumber;
+    ProblemField field;
     IfEmpty ifEmpty = IfEmpty::Missing;
+
+    double valueIn(const Problem& problem, int side, int row) const {
+        return rulesOf(field).value(problem, side, row);
+    }
 };
 
 /// Reads a trimmed text: a number that passes its test is stored at once.

@@ -55,15 +55,6 @@ bool isAnchored(const Problem& problem) {
     return problem.WallType == WallKind::Anchored;
 }
 
-bool notAboveTop(const Entry& anchor) {
-    return anchor.value <= anchor.problem.WallTopElev;
-}
-
-bool belowTopAndAnchor(const Entry& bottom) {
-    return bottom.value < bottom.problem.WallTopElev &&
-           (!isAnchored(bottom.problem) || bottom.value < bottom.problem.AnchorElev);
-}
-
 struct FieldSpec {
     const char* frame;
     const char* labelName; ///< where the system names the label
@@ -75,43 +66,42 @@ struct FieldSpec {
 constexpr FieldSpec fieldSpecs[] = {
     {"fraWallTop",
      nullptr,
-     {"txtWallTop", "Elevation (FT)", numberAt<&Problem::WallTopElev>},
+     {"txtWallTop", "Elevation (FT)", ProblemField::WallTopElev},
      {90, 330, 1620, 360},
      {300, 720, 1200, 300}},
     {"fraAnchor",
      nullptr,
-     {"txtAnchorEl", "Elevation (FT)", numberAt<&Problem::AnchorElev>, notAboveTop},
+     {"txtAnchorEl", "Elevation (FT)", ProblemField::AnchorElev},
      {90, 330, 1680, 360},
      {330, 720, 1200, 300}},
     {"fraSafety",
      "lblActive",
-     {"txtFSA1", "Active", numberAt<&Problem::FSActive>, notNegative},
+     {"txtFSA1", "Active", ProblemField::FSActive},
      {330, 330, 1200, 360},
      {330, 720, 1200, 300}},
     {"fraSafety",
      "lblPassive",
-     {"txtFSP1", "Passive", numberAt<&Problem::FSPassive>, notNegative},
+     {"txtFSP1", "Passive", ProblemField::FSPassive},
      {1740, 330, 1200, 360},
      {1740, 720, 1200, 300}},
     {"fraFSOption",
      nullptr,
-     {"txtFSAAnalysis", "", numberAt<&Problem::FSActive>, aboveZero, IfEmpty::Invalid},
+     {"txtFSAAnalysis", "", ProblemField::FSActive, IfEmpty::Invalid},
      {},
      {2130, 795, 1020, 300}},
     {"fraWallProps",
      nullptr,
-     {"txtWallBot", "Elevation at Bottom (FT)", numberAt<&Problem::WallBottomElev>,
-      belowTopAndAnchor},
+     {"txtWallBot", "Elevation at Bottom (FT)", ProblemField::WallBottomElev},
      {120, 405, 2850, 300},
      {2985, 405, 1110, 300}},
     {"fraWallProps",
      nullptr,
-     {"txtWallE", "Modulus of Elasticity (PSI)", numberAt<&Problem::WallModulus>, aboveZero},
+     {"txtWallE", "Modulus of Elasticity (PSI)", ProblemField::WallModulus},
      {120, 765, 2850, 300},
      {2985, 765, 1110, 300}},
     {"fraWallProps",
      nullptr,
-     {"txtWallI", "Moment of Inertia (IN^4)", numberAt<&Problem::WallInertia>, aboveZero},
+     {"txtWallI", "Moment of Inertia (IN^4)", ProblemField::WallInertia},
      {120, 1125, 2850, 300},
      {2985, 1125, 1110, 300}},
 };
@@ -250,7 +240,7 @@ void HeadingScreen::fillBlank() {
 
 void HeadingScreen::fillEditing() {
     const auto show = [this](Number number) {
-        fields_[number]->showNumber(fieldSpecs[number].column.number(problem(), Right, 1));
+        fields_[number]->showNumber(fieldSpecs[number].column.valueIn(problem(), Right, 1));
     };
     title_->setText("Edit Heading and Control Data");
     for (int row = 1; row <= problem().NumHeadingLines; ++row) {
@@ -347,17 +337,14 @@ Fault HeadingScreen::read(Number number) {
     return readEntry(fields_[number]->entry(), fieldSpecs[number].column, problem());
 }
 
+/// No factor and a factor of 0 stand for the fallback.
 Fault HeadingScreen::readDesignFactor(Number number, double fallback) {
-    double& factor = fieldSpecs[number].column.number(problem(), Right, 1);
-    if (fields_[number]->entry().empty()) {
-        factor = fallback;
+    const std::string text = fields_[number]->entry();
+    if (text.empty() || (isNumeric(text) && numericValue(text) == 0)) {
+        rulesOf(fieldSpecs[number].column.field).at(problem(), Right, 1) = fallback;
         return Fault::None;
     }
-    const Fault fault = read(number);
-    if (fault == Fault::None && factor == 0) {
-        factor = fallback;
-    }
-    return fault;
+    return read(number);
 }
 
 Fault HeadingScreen::readFactors() {

@@ -13,78 +13,54 @@ constexpr LayerGroup groups[] = {
     {"fraSafety3", "Level 3 Factors of Safety", 7455, 1815, 0, 0},
 };
 
-bool frictionInRange(const Entry& e) {
-    return e.value >= 0 && e.value <= 45;
-}
-
-/// A soil has friction, cohesion or both.
-bool cohesionFits(const Entry& e) {
-    return e.value >= 0 && !(e.value == 0 && e.problem.SoilFriction(e.side, e.row) == 0);
-}
-
-bool notAboveFriction(const Entry& e) {
-    return e.value <= e.problem.SoilFriction(e.side, e.row);
-}
-
-bool belowLayerAbove(const Entry& e) {
-    return e.row == 1 || e.value < e.problem.SoilBottomElev(e.side, e.row - 1);
-}
-
 // Deliberately an empty coefficient is an invalid one, not a missing one.
 constexpr LayerColumn columns[] = {
     {.frame = "fraUnitWt",
-     .column = {"txtSATWt", "Saturated", numberAt<&Problem::SoilSatWeight>, aboveZero},
+     .column = {"txtSATWt", "Saturated", ProblemField::SoilSatWeight},
      .kinds = "SC",
      .countsRow = true},
     {.frame = "fraUnitWt",
-     .column = {"txtMSTWt", "Moist", numberAt<&Problem::SoilMoistWeight>, aboveZero},
+     .column = {"txtMSTWt", "Moist", ProblemField::SoilMoistWeight},
      .kinds = "SC",
      .countsRow = true},
     {.frame = "fraStrengths",
-     .column = {"txtIntFrict", "Angle of Internal Friction (DEG)", numberAt<&Problem::SoilFriction>,
-                frictionInRange, IfEmpty::Zero},
-     .kinds = "S",
-     .countsRow = true},
-    {.frame = "fraStrengths",
-     .column = {"txtCohes", "Cohesion (PSF)", numberAt<&Problem::SoilCohesion>, cohesionFits,
+     .column = {"txtIntFrict", "Angle of Internal Friction (DEG)", ProblemField::SoilFriction,
                 IfEmpty::Zero},
      .kinds = "S",
      .countsRow = true},
     {.frame = "fraStrengths",
-     .column = {"txtWallFrict", "Angle of Wall Friction (DEG)",
-                numberAt<&Problem::SoilWallFriction>, notAboveFriction, IfEmpty::Zero},
+     .column = {"txtCohes", "Cohesion (PSF)", ProblemField::SoilCohesion, IfEmpty::Zero},
+     .kinds = "S",
+     .countsRow = true},
+    {.frame = "fraStrengths",
+     .column = {"txtWallFrict", "Angle of Wall Friction (DEG)", ProblemField::SoilWallFriction,
+                IfEmpty::Zero},
      .kinds = "S"},
     {.frame = "fraStrengths",
-     .column = {"txtAdhes", "Adhesion (PSF)", numberAt<&Problem::SoilAdhesion>, notNegative,
-                IfEmpty::Zero},
+     .column = {"txtAdhes", "Adhesion (PSF)", ProblemField::SoilAdhesion, IfEmpty::Zero},
      .kinds = "S"},
     {.frame = "fraCoeffs",
-     .column = {"txtAK", "Active", numberAt<&Problem::SoilCoefActive>, notNegative,
-                IfEmpty::Invalid},
+     .column = {"txtAK", "Active", ProblemField::SoilCoefActive, IfEmpty::Invalid},
      .kinds = "C",
      .countsRow = true},
     {.frame = "fraCoeffs",
-     .column = {"txtPK", "Passive", numberAt<&Problem::SoilCoefPassive>, aboveZero,
-                IfEmpty::Invalid},
+     .column = {"txtPK", "Passive", ProblemField::SoilCoefPassive, IfEmpty::Invalid},
      .kinds = "C",
      .countsRow = true},
     {.frame = "fraElev",
-     .column = {"txtElev", "Bottom Elevation (FT)", numberAt<&Problem::SoilBottomElev>,
-                belowLayerAbove},
+     .column = {"txtElev", "Bottom Elevation (FT)", ProblemField::SoilBottomElev},
      .kinds = "SC",
      .notOfLast = true},
     {.frame = "fraSlope",
-     .column = {"txtSlope", "Bottom Slope (FT/FT)", numberAt<&Problem::SoilBottomSlope>, anyNumber,
-                IfEmpty::Zero},
+     .column = {"txtSlope", "Bottom Slope (FT/FT)", ProblemField::SoilBottomSlope, IfEmpty::Zero},
      .kinds = "S",
      .notOfLast = true},
     {.frame = "fraSafety3",
-     .column = {"txtFSA3", "Active", numberAt<&Problem::SoilFSActive>, notNegative, IfEmpty::Zero},
+     .column = {"txtFSA3", "Active", ProblemField::SoilFSActive, IfEmpty::Zero},
      .kinds = "S",
      .emptyIfZero = true},
     {.frame = "fraSafety3",
-     .column = {"txtFSP3", "Passive", numberAt<&Problem::SoilFSPassive>, notNegative,
-                IfEmpty::Zero},
+     .column = {"txtFSP3", "Passive", ProblemField::SoilFSPassive, IfEmpty::Zero},
      .kinds = "S",
      .emptyIfZero = true},
 };

@@ -37,8 +37,8 @@ const SideWords& wordsOf(int side) {
 }
 
 constexpr Column factorColumns[] = {
-    {"txtFSA2", "Active", numberAt<&Problem::Level2FSActive>, notNegative, IfEmpty::Zero},
-    {"txtFSP2", "Passive", numberAt<&Problem::Level2FSPassive>, notNegative, IfEmpty::Zero},
+    {"txtFSA2", "Active", ProblemField::Level2FSActive, IfEmpty::Zero},
+    {"txtFSP2", "Passive", ProblemField::Level2FSPassive, IfEmpty::Zero},
 };
 
 constexpr const char* LayerChoices = "\n\n     Choose OK to continue SOIL LAYER"
@@ -220,7 +220,7 @@ void LayerScreen::chooseSide(int side) {
     setOption(strengths_, edit && kind() == SoilData::Strengths);
     setOption(coefficients_, edit && kind() == SoilData::Coefficients);
     for (int number = 0; number < 2; ++number) {
-        const double factor = factorColumns[number].number(problem(), side, 1);
+        const double factor = factorColumns[number].valueIn(problem(), side, 1);
         factorFields_[number]->setText({});
         if (edit && factor != 0) {
             factorFields_[number]->showNumber(factor);
@@ -306,7 +306,7 @@ void LayerScreen::fillLayers() {
     for (int layer = 1; layer <= layers(); ++layer) {
         int place = 0;
         for (const LayerColumn& column : layerColumns()) {
-            const double value = column.column.number(problem(), SideIndex_, layer);
+            const double value = column.column.valueIn(problem(), SideIndex_, layer);
             if (column.isOf(kind()) && !(column.notOfLast && layer == layers()) &&
                 !(column.emptyIfZero && value == 0)) {
                 table_.field(place, layer)->showNumber(value);

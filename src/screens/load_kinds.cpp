@@ -10,78 +10,46 @@ namespace {
 
 constexpr const char* Distances = "Distances From Wall (FT)";
 
-// ---- tests that look at what was read before
-// -----------------------------------------------------
-
-bool stripEnd(const Entry& e) {
-    return e.value > e.problem.VStripStart(e.side, e.row);
-}
-
-bool rampEnd(const Entry& e) {
-    return e.value >= e.problem.VRampStart(e.side);
-}
-
-bool trianglePeak(const Entry& e) {
-    return e.value >= e.problem.VTriStart(e.side, e.row);
-}
-
-/// Start, peak and end may not coincide all three.
-bool triangleEnd(const Entry& e) {
-    const double start = e.problem.VTriStart(e.side, e.row);
-    const double peak = e.problem.VTriPeak(e.side, e.row);
-    return e.value >= peak && !(e.value == peak && peak == start);
-}
-
-bool variableDistance(const Entry& e) {
-    return e.value >= 0 && (e.row == 1 || e.value > e.problem.VVarDist(e.side, e.row - 1));
-}
-
-bool fallingElevation(const Entry& e) {
-    return e.row == 1 || e.value < e.problem.HDistElev(e.row - 1);
-}
-
 // ---- columns
 // -------------------------------------------------------------------------------------
 
 constexpr LoadColumn lineColumns[] = {
-    {{"txtDLLR", "Distance from wall (FT)", numberAt<&Problem::VLineDist>, aboveZero}, "txtDLLL"},
-    {{"txtQLLR", "Line Load (PLF)", numberAt<&Problem::VLineLoad>, aboveZero}, "txtQLLL"},
+    {{"txtDLLR", "Distance from wall (FT)", ProblemField::VLineDist}, "txtDLLL"},
+    {{"txtQLLR", "Line Load (PLF)", ProblemField::VLineLoad}, "txtQLLL"},
 };
 constexpr LoadColumn uniformColumns[] = {
-    {{"txtQUR", "Rightside", numberAt<&Problem::VUniformLoad>, notNegative},
+    {{"txtQUR", "Rightside", ProblemField::VUniformLoad},
      "txtQUL",
      "Leftside",
      {"lblRightside", "lblLeftside"}},
 };
 constexpr LoadColumn stripColumns[] = {
-    {{"txtDS1R", "At Start", numberAt<&Problem::VStripStart>, notNegative}, "txtDS1L"},
-    {{"txtDS2R", "At End", numberAt<&Problem::VStripEnd>, stripEnd}, "txtDS2L"},
-    {{"txtQSR", "  Load   (PSF)", numberAt<&Problem::VStripLoad>, aboveZero}, "txtQSL"},
+    {{"txtDS1R", "At Start", ProblemField::VStripStart}, "txtDS1L"},
+    {{"txtDS2R", "At End", ProblemField::VStripEnd}, "txtDS2L"},
+    {{"txtQSR", "  Load   (PSF)", ProblemField::VStripLoad}, "txtQSL"},
 };
 constexpr LoadColumn rampColumns[] = {
-    {{"txtDR1R", "Start Ramp", numberAt<&Problem::VRampStart>, notNegative}, "txtDR1L"},
-    {{"txtDR2R", "At End", numberAt<&Problem::VRampEnd>, rampEnd}, "txtDR2L", "End Ramp"},
-    {{"txtQRR", " Ramp Load  (PSF)", numberAt<&Problem::VRampLoad>, notNegative}, "txtQRL"},
+    {{"txtDR1R", "Start Ramp", ProblemField::VRampStart}, "txtDR1L"},
+    {{"txtDR2R", "At End", ProblemField::VRampEnd}, "txtDR2L", "End Ramp"},
+    {{"txtQRR", " Ramp Load  (PSF)", ProblemField::VRampLoad}, "txtQRL"},
 };
 constexpr LoadColumn triangleColumns[] = {
-    {{"txtDT1R", "At Start", numberAt<&Problem::VTriStart>, notNegative}, "txtDT1L"},
-    {{"txtDT2R", "At Peak", numberAt<&Problem::VTriPeak>, trianglePeak}, "txtDT2L"},
-    {{"txtDT3R", "At End", numberAt<&Problem::VTriEnd>, triangleEnd}, "txtDT3L"},
-    {{"txtQTR", "Peak Load (PSF)", numberAt<&Problem::VTriLoad>, aboveZero}, "txtQTL"},
+    {{"txtDT1R", "At Start", ProblemField::VTriStart}, "txtDT1L"},
+    {{"txtDT2R", "At Peak", ProblemField::VTriPeak}, "txtDT2L"},
+    {{"txtDT3R", "At End", ProblemField::VTriEnd}, "txtDT3L"},
+    {{"txtQTR", "Peak Load (PSF)", ProblemField::VTriLoad}, "txtQTL"},
 };
 constexpr LoadColumn variableColumns[] = {
-    {{"txtRightDist", "Distance From Wall (FT)", numberAt<&Problem::VVarDist>, variableDistance},
-     "txtLeftDist"},
-    {{"txtRightLoad", "   Load     (PSF)", numberAt<&Problem::VVarLoad>, notNegative},
-     "txtLeftLoad"},
+    {{"txtRightDist", "Distance From Wall (FT)", ProblemField::VVarDist}, "txtLeftDist"},
+    {{"txtRightLoad", "   Load     (PSF)", ProblemField::VVarLoad}, "txtLeftLoad"},
 };
 constexpr LoadColumn horizontalLineColumns[] = {
-    {{"txtElevHorLine", "Elevation (FT)", numberAt<&Problem::HLineElev>}},
-    {{"txtHorLine", "Line Load (PLF)", numberAt<&Problem::HLineLoad>}},
+    {{"txtElevHorLine", "Elevation (FT)", ProblemField::HLineElev}},
+    {{"txtHorLine", "Line Load (PLF)", ProblemField::HLineLoad}},
 };
 constexpr LoadColumn distributedColumns[] = {
-    {{"txtElHorDist", "Elevation  (FT)", numberAt<&Problem::HDistElev>, fallingElevation}},
-    {{"txtHorDist", "  Load   (PSF)", numberAt<&Problem::HDistLoad>}},
+    {{"txtElHorDist", "Elevation  (FT)", ProblemField::HDistElev}},
+    {{"txtHorDist", "  Load   (PSF)", ProblemField::HDistLoad}},
 };
 
 // ---- kinds

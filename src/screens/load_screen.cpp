@@ -174,7 +174,7 @@ void LoadScreen::fillSide(int side) {
     for (int row = 1; row <= count(side); ++row) {
         int column = 0;
         for (const LoadColumn& spec : kind_.columns) {
-            table(side).field(column++, row)->showNumber(spec.right.number(problem(), side, row));
+            table(side).field(column++, row)->showNumber(spec.right.valueIn(problem(), side, row));
         }
     }
     if (count(side) > 0) {

@@ -33,34 +33,34 @@ struct FieldSpec {
 constexpr FieldSpec fieldSpecs[] = {
     {"fraWaterProps",
      nullptr,
-     {"txtWaterWt", "Water Unit Weight (PCF)", numberAt<&Problem::WaterUnitWeight>, aboveZero},
+     {"txtWaterWt", "Water Unit Weight (PCF)", ProblemField::WaterUnitWeight},
      {150, 60, 1800, 495},
      {450, 570, 1200, 300}},
     {"fraWaterElevs",
      nullptr,
-     {"txtWaterElR", "Rightside", numberAt<&Problem::WaterElev>},
+     {"txtWaterElR", "Rightside", ProblemField::WaterElev},
      {150, 330, 1200, 240},
      {150, 570, 1200, 300}},
     {"fraWaterElevs",
      nullptr,
-     {"txtWaterElL", "Leftside", numberAt<&Problem::WaterElev>},
+     {"txtWaterElL", "Leftside", ProblemField::WaterElev},
      {1500, 330, 1200, 240},
      {1500, 570, 1200, 300}},
     {"fraSeepData",
      "lblSeepEl",
-     {"txtSeepEl", "Seepage Elevation (FT)", numberAt<&Problem::SeepageElev>},
+     {"txtSeepEl", "Seepage Elevation (FT)", ProblemField::SeepageElev},
      {150, 210, 1500, 495},
      {300, 720, 1200, 300}},
     {"fraSeepData",
      "lblSeepGrad",
-     {"txtSeepGrad", "Seepage Gradient (FT/FT)", numberAt<&Problem::SeepageGradient>},
+     {"txtSeepGrad", "Seepage Gradient (FT/FT)", ProblemField::SeepageGradient},
      {1800, 210, 1500, 495},
      {1950, 720, 1200, 300}},
 };
 
 constexpr Column pressureColumns[] = {
-    {"txtELWPR", " Elevation (FT)", numberAt<&Problem::WaterPressElev>},
-    {"txtWPR", "Pressure (PSF)", numberAt<&Problem::WaterPressure>},
+    {"txtELWPR", " Elevation (FT)", ProblemField::WaterPressElev},
+    {"txtWPR", "Pressure (PSF)", ProblemField::WaterPressure},
 };
 
 // ---- boxes
@@ -244,7 +244,7 @@ void WaterScreen::openElevations() {
     }
     seepage_->hide();
     const auto fill = [this](Number number, int side) {
-        fields_[number]->showNumber(fieldSpecs[number].column.number(problem(), side, 1));
+        fields_[number]->showNumber(fieldSpecs[number].column.valueIn(problem(), side, 1));
     };
     if (waterIs(session(), WaterData::Elevations)) {
         fill(UnitWeight, Right);
@@ -274,7 +274,7 @@ void WaterScreen::openPressures() {
         for (int row = 1; row <= rows; ++row) {
             int place = 0;
             for (const Column& column : pressureColumns) {
-                pressures_.field(place++, row)->showNumber(column.number(problem(), Right, row));
+                pressures_.field(place++, row)->showNumber(column.valueIn(problem(), Right, row));
             }
         }
     }
