@@ -218,6 +218,12 @@ void writeFailure(JsonText& json, const Failure& failure, WallKind wall) {
         json.member("factorLow", where(hasLow, failure.low));
         json.member("factorHigh", where(failure.bracketed, failure.high));
         json.member("error", given(failure.error));
+        const Finding& finding = failure.finding;
+        const bool hasFinding = finding.by != 0;
+        json.member("field", where<std::string_view>(hasFinding, finding.field));
+        json.member("index", given(finding.index));
+        json.member("value", where(hasFinding, finding.value));
+        json.member("limit", where(hasFinding && finding.hasLimit(), finding.limit));
     });
 }
 

@@ -53,18 +53,18 @@ bool readControl(Reading& reading) {
     const bool hasFactor = hasToken(reading.input, 4);
     if (problem.ProgramMode == Mode::Analysis) {
         problem.FSKind = hasFactor ? 2 : 1;
-        return !hasFactor || number(reading, 4, FSActive, positive);
+        return !hasFactor || number(reading, 4, ProblemField::FSActive);
     }
     FSActive = 1.0;
     FSPassive = 1.5;
     if (!hasFactor) {
         return true;
     }
-    if (!number(reading, 4, FSActive, positive)) {
+    if (!number(reading, 4, ProblemField::FSActive)) {
         return false;
     }
     FSPassive = FSActive;
-    return !hasToken(reading.input, 5) || number(reading, 5, FSPassive, positive);
+    return !hasToken(reading.input, 5) || number(reading, 5, ProblemField::FSPassive);
 }
 
 /// Top; for an anchored wall the anchor; for an analysis bottom, modulus and inertia.
@@ -77,17 +77,15 @@ bool readWall(Reading& reading) {
     const int lastElevation = anchored ? 3 : 2; // before those of an analysis
     if (!(nextLine(reading) && keyword(reading, "WAL") &&
           needTokens(reading, analysis ? lastElevation + 3 : lastElevation) &&
-          number(reading, 2, problem.WallTopElev))) {
+          number(reading, 2, ProblemField::WallTopElev))) {
         return false;
     }
-    if (anchored && !number(reading, 3, problem.AnchorElev, notAbove(problem.WallTopElev))) {
+    if (anchored && !number(reading, 3, ProblemField::AnchorElev)) {
         return false;
     }
-    const double lowest = anchored ? problem.AnchorElev : problem.WallTopElev;
-    return !analysis ||
-           (number(reading, lastElevation + 1, problem.WallBottomElev, below(lowest)) &&
-            number(reading, lastElevation + 2, problem.WallModulus, positive) &&
-            number(reading, lastElevation + 3, problem.WallInertia, positive));
+    return !analysis || (number(reading, lastElevation + 1, ProblemField::WallBottomElev) &&
+                         number(reading, lastElevation + 2, ProblemField::WallModulus) &&
+                         number(reading, lastElevation + 3, ProblemField::WallInertia));
 }
 
 bool readSurfaceOfSide(Reading& reading) {
@@ -103,14 +101,13 @@ bool readSurfaceOfSide(Reading& reading) {
     }
     const int side = word.side;
     if (!(count(reading, 3, SurfacePointCount(side), 1, 11) &&
-          number(reading, 4, SurfaceDist(side, 1), notNegative) &&
+          number(reading, 4, ProblemField::SurfaceDist, side, 1) &&
           number(reading, 5, SurfaceElev(side, 1), notAbove(problem.WallTopElev)))) {
         return false;
     }
     for (int point = 2; point <= SurfacePointCount(side); ++point) {
-        if (!(nextLine(reading, 2) &&
-              number(reading, 1, SurfaceDist(side, point), above(SurfaceDist(side, point - 1))) &&
-              number(reading, 2, SurfaceElev(side, point)))) {
+        if (!(nextLine(reading, 2) && number(reading, 1, ProblemField::SurfaceDist, side, point) &&
+              number(reading, 2, ProblemField::SurfaceElev, side, point))) {
             return false;
         }
     }
@@ -141,50 +138,34 @@ bool readSurface(Reading& reading) {
     return true;
 }
 
-/// Bottom elevation of a layer, below the one above it; the last layer of a side has none.
-bool readLayerBottom(Reading& reading, int token, int side, int layer) {
-    auto& SoilBottomElev = reading.problem.SoilBottomElev;
-    return number(reading, token, SoilBottomElev(side, layer),
-                  layer == 1 ? anyNumber : below(SoilBottomElev(side, layer - 1)));
-}
-
 bool readCoefficientLayer(Reading& reading, int side, int layer, bool last) {
-    Problem& problem = reading.problem;
     return nextLine(reading, last ? 4 : 5) &&
-           number(reading, 1, problem.SoilSatWeight(side, layer), positive) &&
-           number(reading, 2, problem.SoilMoistWeight(side, layer), positive) &&
-           number(reading, 3, problem.SoilCoefActive(side, layer), notNegative) &&
-           number(reading, 4, problem.SoilCoefPassive(side, layer), notNegative) &&
-           (last || readLayerBottom(reading, 5, side, layer));
+           number(reading, 1, ProblemField::SoilSatWeight, side, layer) &&
+           number(reading, 2, ProblemField::SoilMoistWeight, side, layer) &&
+           number(reading, 3, ProblemField::SoilCoefActive, side, layer) &&
+           number(reading, 4, ProblemField::SoilCoefPassive, side, layer) &&
+           (last || number(reading, 5, ProblemField::SoilBottomElev, side, layer));
 }
 
 bool readStrengthLayer(Reading& reading, int side, int layer, bool last) {
-    Problem& problem = reading.problem;
-    auto& SoilFriction = problem.SoilFriction;
-    auto& SoilCohesion = problem.SoilCohesion;
-
-    const auto cohesionLimits = [&] {
-        return SoilFriction(side, layer) == 0 ? positive : notNegative;
-    };
     if (!(nextLine(reading, last ? 6 : 8) &&
-          number(reading, 1, problem.SoilSatWeight(side, layer), positive) &&
-          number(reading, 2, problem.SoilMoistWeight(side, layer), positive) &&
-          number(reading, 3, SoilFriction(side, layer), between(0, 45)) &&
-          number(reading, 4, SoilCohesion(side, layer), cohesionLimits()) &&
-          number(reading, 5, problem.SoilWallFriction(side, layer),
-                 between(0, SoilFriction(side, layer))) &&
-          number(reading, 6, problem.SoilAdhesion(side, layer),
-                 between(0, SoilCohesion(side, layer))))) {
+          number(reading, 1, ProblemField::SoilSatWeight, side, layer) &&
+          number(reading, 2, ProblemField::SoilMoistWeight, side, layer) &&
+          number(reading, 3, ProblemField::SoilFriction, side, layer) &&
+          number(reading, 4, ProblemField::SoilCohesion, side, layer) &&
+          number(reading, 5, ProblemField::SoilWallFriction, side, layer) &&
+          number(reading, 6, ProblemField::SoilAdhesion, side, layer))) {
         return false;
     }
     // The slope of a layer's bottom must be a number and is dropped: the screens alone set it.
     double slope = 0;
-    if (!last && !(readLayerBottom(reading, 7, side, layer) && number(reading, 8, slope))) {
+    if (!last && !(number(reading, 7, ProblemField::SoilBottomElev, side, layer) &&
+                   number(reading, 8, slope))) {
         return false;
     }
     const int factors = last ? 7 : 9;
-    return optionalNumber(reading, factors, problem.SoilFSActive(side, layer), notNegative) &&
-           optionalNumber(reading, factors + 1, problem.SoilFSPassive(side, layer), notNegative);
+    return optionalNumber(reading, factors, ProblemField::SoilFSActive, side, layer) &&
+           optionalNumber(reading, factors + 1, ProblemField::SoilFSPassive, side, layer);
 }
 
 /// The level 2 factors of safety stay with the right side: deliberate.
@@ -219,8 +200,8 @@ bool readSoilOfSide(Reading& reading) {
     const int side = word.side;
     if (!(choice(reading, 3, "SC", problem.SoilDataKind(side)) &&
           count(reading, 4, SoilLayerCount(side), 1, 11) &&
-          optionalNumber(reading, 5, problem.Level2FSActive(side), notNegative) &&
-          optionalNumber(reading, 6, problem.Level2FSPassive(side), notNegative))) {
+          optionalNumber(reading, 5, ProblemField::Level2FSActive, side) &&
+          optionalNumber(reading, 6, ProblemField::Level2FSPassive, side))) {
         return false;
     }
     const auto readLayer = problem.SoilDataKind(side) == SoilData::Strengths ? readStrengthLayer
@@ -285,17 +266,13 @@ bool readSeepage(Reading& reading) {
 }
 
 bool readWaterElevations(Reading& reading) {
-    Problem& problem = reading.problem;
-    return needTokens(reading, 5) && number(reading, 3, problem.WaterUnitWeight, positive) &&
-           number(reading, 4, problem.WaterElev(Right)) &&
-           number(reading, 5, problem.WaterElev(Left)) && readSeepage(reading);
+    return needTokens(reading, 5) && number(reading, 3, ProblemField::WaterUnitWeight) &&
+           number(reading, 4, ProblemField::WaterElev, Right) &&
+           number(reading, 5, ProblemField::WaterElev, Left) && readSeepage(reading);
 }
 
 bool readWaterPressures(Reading& reading) {
     Problem& problem = reading.problem;
-    auto& WaterPressElev = problem.WaterPressElev;
-    auto& WaterPressure = problem.WaterPressure;
-
     // The lists would hold 21 points; a file gives 11 at most.
     if (!(needTokens(reading, 7) && count(reading, 3, problem.WaterPressCount, 2, 11))) {
         return false;
@@ -305,9 +282,8 @@ bool readWaterPressures(Reading& reading) {
             return false;
         }
         const int token = point <= 2 ? 2 * point + 2 : 1;
-        if (!(number(reading, token, WaterPressElev(point),
-                     point == 1 ? anyNumber : below(WaterPressElev(point - 1))) &&
-              number(reading, token + 1, WaterPressure(point)))) {
+        if (!(number(reading, token, ProblemField::WaterPressElev, Right, point) &&
+              number(reading, token + 1, ProblemField::WaterPressure, Right, point))) {
             return false;
         }
     }

@@ -26,8 +26,8 @@ bool readLineLoads(Reading& reading, int side) {
     }
     for (int load = 1; load <= loads; ++load) {
         const int token = 3 + 2 * load;
-        if (!(number(reading, token, problem.VLineDist(side, load), notNegative) &&
-              number(reading, token + 1, problem.VLineLoad(side, load), positive))) {
+        if (!(number(reading, token, ProblemField::VLineDist, side, load) &&
+              number(reading, token + 1, ProblemField::VLineLoad, side, load))) {
             return false;
         }
     }
@@ -36,7 +36,6 @@ bool readLineLoads(Reading& reading, int side) {
 
 bool readStrips(Reading& reading, int side) {
     Problem& problem = reading.problem;
-    auto& VStripStart = problem.VStripStart;
     int& loads = problem.VStripCount(side);
 
     if (!count(reading, 4, loads, 1, 5)) {
@@ -47,12 +46,9 @@ bool readStrips(Reading& reading, int side) {
             return false;
         }
         const int token = load == 1 ? 5 : 1;
-        // The first load may be 0 and the others may not: deliberate.
-        if (!(number(reading, token, VStripStart(side, load), notNegative) &&
-              number(reading, token + 1, problem.VStripEnd(side, load),
-                     above(VStripStart(side, load))) &&
-              number(reading, token + 2, problem.VStripLoad(side, load),
-                     load == 1 ? notNegative : positive))) {
+        if (!(number(reading, token, ProblemField::VStripStart, side, load) &&
+              number(reading, token + 1, ProblemField::VStripEnd, side, load) &&
+              number(reading, token + 2, ProblemField::VStripLoad, side, load))) {
             return false;
         }
     }
@@ -61,9 +57,9 @@ bool readStrips(Reading& reading, int side) {
 
 bool readRamp(Reading& reading, int side) {
     Problem& problem = reading.problem;
-    if (!(number(reading, 4, problem.VRampStart(side), notNegative) &&
-          number(reading, 5, problem.VRampEnd(side), notBelow(problem.VRampStart(side))) &&
-          number(reading, 6, problem.VRampLoad(side), positive))) {
+    if (!(number(reading, 4, ProblemField::VRampStart, side) &&
+          number(reading, 5, ProblemField::VRampEnd, side) &&
+          number(reading, 6, ProblemField::VRampLoad, side))) {
         return false;
     }
     problem.VRampCount(side) = 1;
@@ -72,8 +68,6 @@ bool readRamp(Reading& reading, int side) {
 
 bool readTriangles(Reading& reading, int side) {
     Problem& problem = reading.problem;
-    auto& VTriStart = problem.VTriStart;
-    auto& VTriPeak = problem.VTriPeak;
     int& loads = problem.VTriCount(side);
 
     if (!count(reading, 4, loads, 1, 5)) {
@@ -84,15 +78,10 @@ bool readTriangles(Reading& reading, int side) {
             return false;
         }
         const int token = load == 1 ? 5 : 1;
-        // Either flank may be upright, not both.
-        const auto endLimits = [&] {
-            const double peak = VTriPeak(side, load);
-            return peak == VTriStart(side, load) ? above(peak) : notBelow(peak);
-        };
-        if (!(number(reading, token, VTriStart(side, load), notNegative) &&
-              number(reading, token + 1, VTriPeak(side, load), notBelow(VTriStart(side, load))) &&
-              number(reading, token + 2, problem.VTriEnd(side, load), endLimits()) &&
-              number(reading, token + 3, problem.VTriLoad(side, load), notNegative))) {
+        if (!(number(reading, token, ProblemField::VTriStart, side, load) &&
+              number(reading, token + 1, ProblemField::VTriPeak, side, load) &&
+              number(reading, token + 2, ProblemField::VTriEnd, side, load) &&
+              number(reading, token + 3, ProblemField::VTriLoad, side, load))) {
             return false;
         }
     }
@@ -101,7 +90,6 @@ bool readTriangles(Reading& reading, int side) {
 
 bool readVariable(Reading& reading, int side) {
     Problem& problem = reading.problem;
-    auto& VVarDist = problem.VVarDist;
     int& points = problem.VVarCount(side);
 
     if (!count(reading, 4, points, 2, 11)) {
@@ -112,9 +100,8 @@ bool readVariable(Reading& reading, int side) {
             return false;
         }
         const int token = point <= 2 ? 3 + 2 * point : 1;
-        if (!(number(reading, token, VVarDist(side, point),
-                     point == 1 ? notNegative : notBelow(VVarDist(side, point - 1))) &&
-              number(reading, token + 1, problem.VVarLoad(side, point), notNegative))) {
+        if (!(number(reading, token, ProblemField::VVarDist, side, point) &&
+              number(reading, token + 1, ProblemField::VVarLoad, side, point))) {
             return false;
         }
     }
@@ -204,8 +191,8 @@ bool readUniform(Reading& reading) {
         return true;
     }
     reading.SectionName = "VERTICAL UNIFORM LOADS";
-    if (!(needTokens(reading, 3) && number(reading, 3, VUniformLoad(Right), notNegative) &&
-          optionalNumber(reading, 4, VUniformLoad(Left), notNegative))) {
+    if (!(needTokens(reading, 3) && number(reading, 3, ProblemField::VUniformLoad, Right) &&
+          optionalNumber(reading, 4, ProblemField::VUniformLoad, Left))) {
         return false;
     }
     for (const int side : {Right, Left}) {
@@ -231,8 +218,8 @@ bool readHorizontalLines(Reading& reading) {
         return false;
     }
     for (int load = 1; load <= HLineCount; ++load) {
-        if (!(number(reading, 2 + 2 * load, problem.HLineElev(load)) &&
-              number(reading, 3 + 2 * load, problem.HLineLoad(load)))) {
+        if (!(number(reading, 2 + 2 * load, ProblemField::HLineElev, Right, load) &&
+              number(reading, 3 + 2 * load, ProblemField::HLineLoad, Right, load))) {
             return false;
         }
     }
@@ -241,7 +228,6 @@ bool readHorizontalLines(Reading& reading) {
 
 bool readHorizontalDistributed(Reading& reading) {
     Problem& problem = reading.problem;
-    auto& HDistElev = problem.HDistElev;
 
     if (!isHorizontal(reading, 'D')) {
         return true;
@@ -254,9 +240,8 @@ bool readHorizontalDistributed(Reading& reading) {
             return false;
         }
         const int token = point <= 2 ? 2 + 2 * point : 1;
-        if (!(number(reading, token, HDistElev(point),
-                     point == 1 ? anyNumber : below(HDistElev(point - 1))) &&
-              number(reading, token + 1, problem.HDistLoad(point)))) {
+        if (!(number(reading, token, ProblemField::HDistElev, Right, point) &&
+              number(reading, token + 1, ProblemField::HDistLoad, Right, point))) {
             return false;
         }
     }

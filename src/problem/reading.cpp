@@ -14,11 +14,6 @@ bool end(Reading& reading, std::string title, std::string text) {
     return false;
 }
 
-bool isWithin(const Limits& limits, double value) {
-    return (limits.lowOpen ? value > limits.low : value >= limits.low) &&
-           (limits.highOpen ? value < limits.high : value <= limits.high);
-}
-
 } // namespace
 
 bool refuse(Reading& reading) {
@@ -76,16 +71,21 @@ bool number(Reading& reading, int token, double& to, const Limits& limits) {
         return refuse(reading);
     }
     const double value = numericValue(text);
-    if (!isWithin(limits, value)) {
+    if (!limits.hold(value)) {
         return refuse(reading);
     }
     to = value;
     return true;
 }
 
-bool optionalNumber(Reading& reading, int token, double& to, const Limits& limits) {
-    to = 0;
-    return !hasToken(reading.input, token) || number(reading, token, to, limits);
+bool number(Reading& reading, int token, ProblemField field, int side, int row) {
+    return number(reading, token, rulesOf(field).at(reading.problem, side, row),
+                  limitsOf(field, ByReader, reading.problem, side, row));
+}
+
+bool optionalNumber(Reading& reading, int token, ProblemField field, int side, int row) {
+    rulesOf(field).at(reading.problem, side, row) = 0;
+    return !hasToken(reading.input, token) || number(reading, token, field, side, row);
 }
 
 bool count(Reading& reading, int token, int& to, int low, int high) {

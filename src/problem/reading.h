@@ -2,11 +2,11 @@
 // Each step answers whether the reading goes on; the step that ends it leaves its message.
 #pragma once
 
+#include "problem/fields.h"
 #include "problem/input_lines.h"
 #include "problem/input_reader.h"
 #include "problem/problem.h"
 
-#include <limits>
 #include <string>
 #include <string_view>
 
@@ -20,32 +20,6 @@ struct Reading {
     std::string SectionName; ///< for the messages
     ReadResult result;
 };
-
-/// Values that a field takes: from `low` to `high`, either end left out where it is open.
-struct Limits {
-    double low = -std::numeric_limits<double>::infinity();
-    double high = std::numeric_limits<double>::infinity();
-    bool lowOpen = false;
-    bool highOpen = false;
-};
-inline constexpr Limits anyNumber{};
-inline constexpr Limits notNegative{.low = 0};
-inline constexpr Limits positive{.low = 0, .lowOpen = true};
-inline constexpr Limits notBelow(double low) {
-    return {.low = low};
-}
-inline constexpr Limits above(double low) {
-    return {.low = low, .lowOpen = true};
-}
-inline constexpr Limits notAbove(double high) {
-    return {.high = high};
-}
-inline constexpr Limits below(double high) {
-    return {.high = high, .highOpen = true};
-}
-inline constexpr Limits between(double low, double high) {
-    return {.low = low, .high = high};
-}
 
 /// Ends the reading with the message of a faulty field or keyword in `SectionName`. Always false.
 bool refuse(Reading& reading);
@@ -80,8 +54,10 @@ bool choice(Reading& reading, int token, std::string_view letters, Choice& to) {
 }
 /// Stores a numeric token within its limits; RuntimeError 5 where the token does not exist.
 bool number(Reading& reading, int token, double& to, const Limits& limits = anyNumber);
+/// Stores a numeric token in a field, within the limits that files have.
+bool number(Reading& reading, int token, ProblemField field, int side = Right, int row = 1);
 /// The same, with 0 where the token does not exist.
-bool optionalNumber(Reading& reading, int token, double& to, const Limits& limits);
+bool optionalNumber(Reading& reading, int token, ProblemField field, int side = Right, int row = 1);
 /// Stores a numeric token as the nearest whole number (halves to the even one), `low` to `high`.
 bool count(Reading& reading, int token, int& to, int low, int high);
 

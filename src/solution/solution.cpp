@@ -50,6 +50,19 @@ void runStep(State& state, Step step) {
     }
 }
 
+/// Ends the solution of a problem that neither a file nor a screen can have left so. What one of
+/// the two lets through is solved, or ends with a box of its own.
+void refuseInvalid(State& state) {
+    forEachFinding(*state.problem, [&state](const Finding& finding) {
+        if (!finding.isFatal()) {
+            return true;
+        }
+        fail(state,
+             {.code = FailureCode::InvalidProblem, .side = finding.side, .finding = finding});
+        return false;
+    });
+}
+
 /// Every side that needs a wedge takes the method of the options.
 void takeWedgeMethod(State& state, const Options& options) {
     for (const int side : {Right, Left}) {
@@ -96,7 +109,10 @@ Reached<Review> reviewWall(const Problem& problem, const Options& options, Works
     results.levelCount = 0;
     reduction = {};
     runStep(state, [&] {
-        PrepareSolution(state);
+        refuseInvalid(state);
+        if (!state.failed()) {
+            PrepareSolution(state);
+        }
         if (!state.failed()) {
             takeWedgeMethod(state, options);
         }

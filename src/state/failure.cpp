@@ -28,7 +28,8 @@ constexpr const char* LayerTitle = "INCONSISTENT SOIL LAYER DATA";
 /// own, deliberately.
 constexpr std::array<FailureWords, FailureCodeCount> Words{{
     {FailureCode::None, "none", Plain, ""},
-    {FailureCode::InvalidProblem, "invalid-problem", "INVALID PROBLEM", "{finding}"},
+    {FailureCode::InvalidProblem, "invalid-problem", "INVALID PROBLEM",
+     "{finding}.\n\n     Unable to continue."},
     {FailureCode::WedgeMethodMissing, "wedge-method-missing", Plain,
      "WEDGE METHOD REQUIRED FOR SOIL PRESSURES"},
     {FailureCode::LayerAboveSurface, "layer-above-surface", LayerTitle,
@@ -139,6 +140,9 @@ std::string valueOf(std::string_view name, const Failure& failure) {
     }
     if (name == "bracket") {
         return bracketText(failure);
+    }
+    if (name == "finding") {
+        return findingText(failure.finding);
     }
     return runtimeErrorMessage(failure.error);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "problem/problem.h"
+#include "problem/validate.h"
 #include "state/message_box.h"
 
 #include <string>
@@ -9,8 +10,8 @@
 namespace korvane {
 
 enum class FailureCode {
-    None,                 ///< all is well
-    InvalidProblem,       ///< the record holds what neither a file nor a screen can leave there
+    None,           ///< all is well
+    InvalidProblem, ///< finding: the record holds what neither a file nor a screen can leave there
     WedgeMethodMissing,   ///< a side needs a wedge method and the options name none
     LayerAboveSurface,    ///< side, layer
     CoefficientsForWedge, ///< side
@@ -69,6 +70,7 @@ struct Failure {
     bool bracketed = false; ///< low and high stand
     bool anchored = false;  ///< the wall's kind
     int error = 0;          ///< number of the run-time error
+    Finding finding = {};   ///< of an invalid problem: its first one
 
     explicit operator bool() const { return code != FailureCode::None; }
 };

@@ -1,0 +1,212 @@
+// The road over problems that are spoilt in memory: never a crash, and never results from what
+// neither a file nor a screen can leave in the record.
+#include "problem/validate.h"
+#include "rowe/pile_sections.h"
+#include "solution/solution.h"
+#include "support/random_problem.h"
+#include "support/support.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace korvane::test {
+namespace {
+
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+
+std::optional<Finding> firstFatal(const Problem& problem) {
+    for (const Finding& finding : validate(problem)) {
+        if (finding.isFatal()) {
+            return finding;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Solves problems one after another and holds them against their findings.
+struct Road {
+    Workspace workspace;
+    PileSections sections;
+    int refused = 0;
+    int solved = 0;
+
+    Road() { LoadPileDefaults(sections); }
+
+    Solved run(const Problem& problem) {
+        Options options;
+        options.wedge = WedgeMethod::FixedSurface;
+        return solve(problem, options, sections, workspace);
+    }
+
+    void check(const Problem& problem, const std::string& what) {
+        const std::optional<Finding> fatal = firstFatal(problem);
+        Solved outcome;
+        ASSERT_NO_THROW(outcome = run(problem)) << what;
+        if (fatal) {
+            EXPECT_EQ(outcome.failure.code, FailureCode::InvalidProblem) << what;
+            EXPECT_TRUE(outcome.failure.finding == *fatal || std::isnan(fatal->value)) << what;
+            EXPECT_EQ(outcome.results, nullptr) << what;
+            EXPECT_EQ(outcome.review, nullptr) << what;
+            ++refused;
+            return;
+        }
+        EXPECT_NE(outcome.failure.code, FailureCode::InvalidProblem) << what;
+        if (outcome.results != nullptr) {
+            ++solved;
+            EXPECT_TRUE(std::isfinite(outcome.results->levels(1).diagrams.MaxMoment.value)) << what;
+        }
+    }
+};
+
+/// Valid problems of all kinds.
+std::vector<Problem> wholeProblems() {
+    const auto kind = [](bool anchored, bool analysis) {
+        RandomKind drawn;
+        drawn.anchored = anchored;
+        drawn.analysis = analysis;
+        return drawn;
+    };
+    RandomKind kinds[] = {kind(false, false), kind(true, false), kind(true, true),
+                          kind(false, true), kind(true, false)};
+    kinds[0].sloping = false;
+    kinds[0].soil = RandomKind::Soil::Sand;
+    kinds[1].water = RandomKind::Water::Seepage;
+    kinds[1].surcharge = true;
+    kinds[2].water = RandomKind::Water::Pressures;
+    kinds[2].horizontal = true;
+    kinds[3].soil = RandomKind::Soil::Coefficients;
+    kinds[3].surcharge = true;
+    kinds[4].layered = true;
+    kinds[4].sloping = true;
+    kinds[4].horizontal = true;
+    RandomProblems walls(5);
+    std::vector<Problem> problems;
+    for (const RandomKind& drawn : kinds) {
+        problems.push_back(walls.next(drawn));
+    }
+    return problems;
+}
+
+TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
+    Road road;
+    for (const Problem& whole : wholeProblems()) {
+        ASSERT_FALSE(firstFatal(whole)) << findingText(*firstFatal(whole));
+        for (const FieldGroup& group : fieldGroups()) {
+            for (int side = 1; side <= group.sides; ++side) {
+                const int rows = group.rows(whole, side);
+                for (int row = 1; row <= std::min(rows, 2); ++row) { // the others are alike
+                    for (int f = static_cast<int>(group.first); f <= static_cast<int>(group.last);
+                         ++f) {
+                        const FieldRules& rules = rulesOf(static_cast<ProblemField>(f));
+                        const double before = rules.value(whole, side, std::max(row - 1, 1));
+                        for (const double value : {std::nan(""), Infinity, -Infinity, 1e300, -1e6,
+                                                   -1.0, 0.0, 80.0, before, before + 1}) {
+                            Problem problem = whole;
+                            rules.at(problem, side, row) = value;
+                            road.check(problem,
+                                       std::string(rules.name) + " " + std::to_string(side) + " " +
+                                           std::to_string(row) + " " + std::to_string(value));
+                            if (!std::isfinite(value)) {
+                                EXPECT_TRUE(firstFatal(problem)) << rules.name;
+                            }
+                        }
+                    }
+                }
+            }
+        }
+    }
+    EXPECT_GT(road.refused, 500);
+    EXPECT_GT(road.solved, 100);
+}
+
+TEST(SpoiltProblems, CountsAndKindsNeverCrashTheRoad) {
+    struct Count {
+        const char* name;
+        int& (*of)(Problem&);
+        int places;
+    };
+    const Count counts[] = {
+        {"headings", [](Problem& p) -> int& { return p.NumHeadingLines; }, 4},
+        {"surface", [](Problem& p) -> int& { return p.SurfacePointCount(Left); }, 11},
+        {"layers", [](Problem& p) -> int& { return p.SoilLayerCount(Right); }, 11},
+        {"water", [](Problem& p) -> int& { return p.WaterPressCount; }, 21},
+        {"line", [](Problem& p) -> int& { return p.VLineCount(Right); }, 5},
+        {"uniform", [](Problem& p) -> int& { return p.VUniformCount(Right); }, 1},
+        {"strip", [](Problem& p) -> int& { return p.VStripCount(Left); }, 11},
+        {"ramp", [](Problem& p) -> int& { return p.VRampCount(Right); }, 1},
+        {"triangle", [](Problem& p) -> int& { return p.VTriCount(Right); }, 11},
+        {"variable", [](Problem& p) -> int& { return p.VVarCount(Right); }, 11},
+        {"horizontal lines", [](Problem& p) -> int& { return p.HLineCount; }, 5},
+        {"distributed", [](Problem& p) -> int& { return p.HDistCount; }, 11},
+    };
+    Road road;
+    for (const Problem& whole : wholeProblems()) {
+        for (const Count& count : counts) {
+            for (const int value :
+                 {-2147483647, -1, 0, 1, count.places, count.places + 1, 100000}) {
+                Problem problem = whole;
+                count.of(problem) = value;
+                road.check(problem, count.name + std::string(" ") + std::to_string(value));
+                if (value < 0 || value > count.places) {
+                    EXPECT_TRUE(firstFatal(problem)) << count.name << value;
+                }
+            }
+        }
+        for (const char letter : {'\0', 'X', 'A', 'C', 'S', 'E', 'P', 'G', 'D', '\x80'}) {
+            Problem problem = whole;
+            problem.WallType = static_cast<WallKind>(letter);
+            road.check(problem, std::string("wall type ") + letter);
+            problem = whole;
+            problem.ProgramMode = static_cast<Mode>(letter);
+            road.check(problem, std::string("mode ") + letter);
+            problem = whole;
+            problem.SoilDataKind(Right) = static_cast<SoilData>(letter);
+            road.check(problem, std::string("soil ") + letter);
+            problem = whole;
+            problem.WaterDataKind = static_cast<WaterData>(letter);
+            road.check(problem, std::string("water ") + letter);
+            problem = whole;
+            problem.SeepageKind = static_cast<Seepage>(letter);
+            road.check(problem, std::string("seepage ") + letter);
+        }
+    }
+    EXPECT_GT(road.refused, 100);
+    EXPECT_GT(road.solved, 100);
+}
+
+TEST(SpoiltProblems, WhatOneOfFilesAndScreensTakesIsSolved) {
+    Road road;
+    Problem problem = plainCantilever();
+    problem.WaterDataKind = WaterData::Pressures; // in any order: screens
+    problem.WaterPressCount = 2;
+    problem.WaterPressElev(1) = -8;
+    problem.WaterPressElev(2) = -2;
+    EXPECT_NE(road.run(problem).results, nullptr);
+
+    problem = plainCantilever();
+    problem.SoilWallFriction(Right, 1) = -5; // screens
+    EXPECT_NE(road.run(problem).results, nullptr);
+
+    problem = plainCantilever();
+    problem.VStripCount(Right) = 1; // without load: files
+    problem.VStripEnd(Right, 1) = 5;
+    EXPECT_NE(road.run(problem).results, nullptr);
+}
+
+TEST(SpoiltProblems, TheFailureTellsFieldRuleAndValue) {
+    Road road;
+    Problem problem = plainCantilever();
+    problem.FSPassive = -5;
+    const Solved outcome = road.run(problem);
+    EXPECT_EQ(failureBox(outcome.failure).title, "INVALID PROBLEM");
+    EXPECT_EQ(failureBox(outcome.failure).text,
+              "FSPassive is -5 and must be above 0.\n\n     Unable to continue.");
+    problem.FSPassive = 1; // the workspace goes on to the next problem
+    EXPECT_NE(road.run(problem).results, nullptr);
+}
+
+} // namespace
+} // namespace korvane::test
