@@ -21,6 +21,19 @@ if(KORVANE_SANITIZE)
   endif()
 endif()
 
+# Hardening of the programs that people run. Each compiler and processor takes what it knows; the
+# sanitizers bring checks of their own.
+include(CheckCXXCompilerFlag)
+set(korvane_hardened "$<AND:$<CONFIG:Release,RelWithDebInfo>,$<STREQUAL:${KORVANE_SANITIZE},>>")
+set(hardening -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS)
+check_cxx_compiler_flag(-fcf-protection=full korvane_has_cf_protection)
+if(korvane_has_cf_protection)
+  list(APPEND hardening -fcf-protection=full)
+endif()
+target_compile_options(korvane_options INTERFACE "$<${korvane_hardened}:${hardening}>")
+target_link_options(korvane_options INTERFACE
+                    "$<${korvane_hardened}:LINKER:-z,relro,-z,now,-z,noexecstack>")
+
 # korvane_library(<room> [DEPENDS <room>...]): the library of src/<room>. Its headers are reached
 # as "<room>/header.h" through a link of its own, and only by rooms that depend on it, so that an
 # include against the order of the rooms does not compile.

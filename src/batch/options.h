@@ -1,7 +1,9 @@
 // The command line of the batch command.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -48,13 +50,16 @@ struct Job {
     std::filesystem::path figurePath(const std::string& figure) const;
 };
 
-/// The jobs of a command line, or what is wrong with its paths: an input that is no file, an
-/// output that is an input or another output.
+/// The jobs of a command line, or what is wrong with its paths: an input that is no file or pipe,
+/// an output that is an input or another output.
 struct Plan {
     std::vector<Job> jobs;
     std::string fault;
 };
 
-Plan planJobs(const Options& options);
+/// Is told how many jobs are planned.
+using Planned = std::function<void(std::size_t)>;
+
+Plan planJobs(const Options& options, const Planned& planned);
 
 } // namespace korvane::batch

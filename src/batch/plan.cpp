@@ -2,8 +2,11 @@
 #include "batch/options.h"
 #include "plots/figures.h"
 
-#include <set>
 #include <system_error>
+#include <unordered_map>
+#include <unordered_set>
+
+#include <sys/stat.h>
 
 namespace korvane::batch {
 
@@ -11,21 +14,46 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The file that a path names once all links are followed, also where it does not exist yet.
-fs::path resolved(const fs::path& path) {
-    constexpr int maxLinks = 40;
-    fs::path target = path;
-    std::error_code failure;
-    for (int links = 0; links < maxLinks && fs::is_symlink(target, failure); ++links) {
-        target = target.parent_path() / fs::read_symlink(target, failure);
+/// The files that paths name once all links are followed, also where they do not exist yet. Each
+/// folder is resolved once.
+class Places {
+  public:
+    fs::path of(const fs::path& path) {
+        constexpr int maxLinks = 40;
+        fs::path target = path;
+        std::error_code failure;
+        for (int links = 0; links < maxLinks; ++links) {
+            struct stat status {};
+            if (::lstat(target.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) {
+                break;
+            }
+            target = target.parent_path() / fs::read_symlink(target, failure);
+        }
+        const fs::path name = target.filename();
+        if (name.empty() || name == "." || name == "..") {
+            return resolved(target);
+        }
+        const auto [place, isNew] = folders_.try_emplace(target.parent_path().native());
+        if (isNew) {
+            place->second = resolved(place->first);
+        }
+        return place->second / name;
     }
-    const fs::path canonical = fs::weakly_canonical(target, failure);
-    return failure ? target.lexically_normal() : canonical;
-}
 
-Job planJob(const Options& options, const std::string& input) {
+  private:
+    static fs::path resolved(const fs::path& path) {
+        std::error_code failure;
+        const fs::path canonical = fs::weakly_canonical(path, failure);
+        return failure ? path.lexically_normal() : canonical;
+    }
+
+    std::unordered_map<std::string, fs::path> folders_;
+};
+
+/// `here` is the current folder.
+Job planJob(const Options& options, const std::string& input, const fs::path& here) {
     Job job{.input = input,
-            .inputPath = fs::absolute(input),
+            .inputPath = here / input,
             .reportPath = {},
             .jsonPath = {},
             .plots = options.plots};
@@ -33,11 +61,11 @@ Job planJob(const Options& options, const std::string& input) {
         return job;
     }
     if (!options.output.empty()) {
-        job.reportPath = fs::absolute(options.output);
+        job.reportPath = here / options.output;
     } else {
         job.reportPath = job.inputPath;
         if (!options.outputDir.empty()) {
-            job.reportPath = fs::absolute(options.outputDir) / job.inputPath.filename();
+            job.reportPath = here / options.outputDir / job.inputPath.filename();
         }
         job.reportPath.replace_extension(".out");
     }
@@ -58,15 +86,20 @@ std::string wrongCombination(const Options& options) {
     return {};
 }
 
-std::string missingInput(const std::vector<Job>& jobs) {
-    for (const Job& job : jobs) {
-        std::error_code ignored;
-        const fs::file_status status = fs::status(job.inputPath, ignored);
-        if (!fs::exists(status) || fs::is_directory(status)) {
-            return job.input + ": no such file.";
-        }
+/// What keeps a file from being an input; "" nothing. What cannot be looked at is told later.
+std::string unfitInput(const Job& job) {
+    std::error_code ignored;
+    switch (fs::status(job.inputPath, ignored).type()) {
+    case fs::file_type::not_found:
+        return job.input + ": no such file.";
+    case fs::file_type::directory:
+        return job.input + ": a folder, not an input file.";
+    case fs::file_type::character:
+    case fs::file_type::block:
+        return job.input + ": a device, not an input file.";
+    default:
+        return {};
     }
-    return {};
 }
 
 /// Every file that a job may write.
@@ -85,16 +118,18 @@ std::vector<fs::path> outputsOf(const Job& job, const std::vector<std::string>& 
     return outputs;
 }
 
-std::string collision(const std::vector<Job>& jobs) {
-    std::set<fs::path> inputs;
+/// Tells of each job whose outputs collide with nothing.
+std::string collision(const std::vector<Job>& jobs, const Planned& planned) {
+    Places places;
+    std::unordered_set<std::string> inputs;
     for (const Job& job : jobs) {
-        inputs.insert(resolved(job.inputPath));
+        inputs.insert(places.of(job.inputPath).native());
     }
     const std::vector<std::string> figures = figureNames();
-    std::set<fs::path> outputs;
-    for (const Job& job : jobs) {
-        for (const fs::path& output : outputsOf(job, figures)) {
-            const fs::path file = resolved(output);
+    std::unordered_set<std::string> outputs;
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        for (const fs::path& output : outputsOf(jobs[i], figures)) {
+            const std::string file = places.of(output).native();
             if (inputs.count(file) != 0) {
                 return output.string() + ": the output would be written over an input.";
             }
@@ -102,6 +137,7 @@ std::string collision(const std::vector<Job>& jobs) {
                 return output.string() + ": two outputs would go to one file.";
             }
         }
+        planned(i + 1);
     }
     return {};
 }
@@ -112,17 +148,18 @@ std::filesystem::path Job::figurePath(const std::string& figure) const {
     return reportPath.parent_path() / (reportPath.stem().string() + "-" + figure + ".svg");
 }
 
-Plan planJobs(const Options& options) {
+Plan planJobs(const Options& options, const Planned& planned) {
     Plan plan;
-    for (const std::string& input : options.inputs) {
-        plan.jobs.push_back(planJob(options, input));
-    }
     plan.fault = wrongCombination(options);
-    if (plan.fault.empty()) {
-        plan.fault = missingInput(plan.jobs);
+    const fs::path here = fs::current_path();
+    for (const std::string& input : options.inputs) {
+        plan.jobs.push_back(planJob(options, input, here));
+        if (plan.fault.empty()) {
+            plan.fault = unfitInput(plan.jobs.back());
+        }
     }
     if (plan.fault.empty()) {
-        plan.fault = collision(plan.jobs);
+        plan.fault = collision(plan.jobs, planned);
     }
     return plan;
 }

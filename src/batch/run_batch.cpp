@@ -2,7 +2,9 @@
 
 #include "batch/options.h"
 #include "batch/solve_input.h"
+#include "runtime/dates.h"
 #include "runtime/run_guarded.h"
+#include "runtime/utf8_text.h"
 
 #include <algorithm>
 #include <condition_variable>
@@ -16,20 +18,26 @@ namespace korvane::batch {
 
 namespace {
 
-/// Solves the jobs in several threads and hands their outcomes over in order.
+/// Solves the jobs in several threads, as many as can be started, and hands their outcomes over in
+/// order. A single one, or none that starts, leaves the work to the caller's thread.
 class Workers {
   public:
     Workers(const std::vector<Job>& jobs, const Options& options)
         : jobs_(jobs), options_(options), outcomes_(jobs.size()) {
         const std::size_t count =
             std::min(jobs.size(), static_cast<std::size_t>(std::max(1, options.jobs)));
-        for (std::size_t i = 0; i < count; ++i) {
-            threads_.emplace_back([this] { work(); });
-        }
+        runGuarded([&] {
+            for (std::size_t i = 0; count > 1 && i < count; ++i) {
+                threads_.emplace_back([this] { work(); });
+            }
+        });
     }
 
     /// Waits for a job's outcome.
     Outcome take(std::size_t job) {
+        if (threads_.empty()) {
+            return solved(job, workspace_);
+        }
         std::unique_lock lock(mutex_);
         ready_.wait(lock, [&] { return outcomes_[job].has_value(); });
         Outcome outcome = std::move(*outcomes_[job]);
@@ -38,20 +46,35 @@ class Workers {
     }
 
   private:
-    void work() {
-        Workspace workspace;
-        for (;;) {
-            std::unique_lock lock(mutex_);
-            const std::size_t job = next_++;
-            if (job >= jobs_.size()) {
-                return;
+    /// A workspace that has seen a fault is not used again.
+    Outcome solved(std::size_t job, std::optional<Workspace>& workspace) {
+        Outcome outcome;
+        const auto fault = runGuarded([&] {
+            if (!workspace) {
+                workspace.emplace();
             }
+            outcome = solveInput(jobs_[job], options_, *workspace);
+        });
+        if (fault) {
+            outcome.status = StatusError;
+            outcome.fault = fault->number();
+        }
+        if (outcome.status == StatusError) {
+            workspace.reset();
+        }
+        return outcome;
+    }
+
+    void work() {
+        std::optional<Workspace> workspace;
+        std::unique_lock lock(mutex_);
+        while (next_ < jobs_.size()) {
+            const std::size_t job = next_++;
             lock.unlock();
-            Outcome outcome{.status = StatusError, .messages = {}, .during = {}, .report = {}};
-            runGuarded([&] { outcome = solveInput(jobs_[job], options_, workspace); });
+            Outcome outcome = solved(job, workspace);
             lock.lock();
             outcomes_[job] = std::move(outcome);
-            ready_.notify_all();
+            ready_.notify_one();
         }
     }
 
@@ -61,10 +84,12 @@ class Workers {
     std::condition_variable ready_;
     std::size_t next_ = 0;
     std::vector<std::optional<Outcome>> outcomes_;
-    std::vector<std::jthread> threads_; ///< last: joined before the rest goes
+    std::optional<Workspace> workspace_; ///< of the caller's thread
+    std::vector<std::jthread> threads_;  ///< last: joined before the rest goes
 };
 
-/// "n of m inputs done": redrawn in place on a terminal, elsewhere written once at the end.
+/// "n of m inputs done": redrawn in place on a terminal, elsewhere written once at the end. Before
+/// that, on a terminal, "n of m inputs planned".
 class Progress {
   public:
     Progress(std::ostream& err, std::size_t total, bool shown, bool terminal)
@@ -73,6 +98,12 @@ class Progress {
     void clear() {
         if (shown_ && terminal_) {
             err_ << "\r\033[K";
+        }
+    }
+    void showPlanned(std::size_t planned) {
+        constexpr std::size_t step = 500;
+        if (shown_ && terminal_ && planned % step == 0) {
+            err_ << "\r\033[K" << planned << " of " << total_ << " inputs planned" << std::flush;
         }
     }
     void show(std::size_t done) {
@@ -89,26 +120,35 @@ class Progress {
     bool terminal_;
 };
 
+/// What came up with an input, a line each.
+std::string messageLines(const std::string& input, const Outcome& outcome) {
+    std::string lines;
+    for (const Message& message : outcome.messages) {
+        lines += messageLine(input, message) + "\n";
+    }
+    if (outcome.fault != 0) {
+        const MessageBox box{.text = runtimeErrorMessage(outcome.fault), .icon = Icon::Critical};
+        lines += messageLine(input, {box}) + "\n";
+    }
+    if (!outcome.during.empty()) {
+        lines += messageText(input) + ": while " + outcome.during + "\n";
+    }
+    return lines;
+}
+
 int usageFault(std::ostream& err, const std::string& fault) {
     err << "korvane-batch: " << fault << "\n";
     return StatusUsage;
 }
 
 int solveAll(const std::vector<Job>& jobs, const Options& options, std::ostream& out,
-             std::ostream& err, bool terminal) {
+             std::ostream& err, Progress& progress) {
     int status = StatusSolved;
-    Progress progress(err, jobs.size(), jobs.size() > 1 && !options.quiet, terminal);
     Workers workers(jobs, options);
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         const Outcome outcome = workers.take(i);
         progress.clear();
-        for (const Message& message : outcome.messages) {
-            err << messageLine(jobs[i].input, message) << "\n";
-        }
-        if (!outcome.during.empty()) {
-            err << jobs[i].input << ": while " << outcome.during << "\n";
-        }
-        err.flush();
+        err << messageLines(jobs[i].input, outcome) << std::flush;
         out << outcome.report;
         progress.show(i + 1);
         status = std::max(status, outcome.status);
@@ -130,7 +170,14 @@ int runBatch(const std::vector<std::string>& arguments, std::ostream& out, std::
         return commandLine.status;
     }
     const Options& options = *commandLine.options;
-    const Plan plan = planJobs(options);
+    if (wrongFixedMoment()) {
+        return usageFault(err, "SOURCE_DATE_EPOCH is no number of seconds.");
+    }
+    const std::size_t total = options.inputs.size();
+    Progress progress(err, total, total > 1 && !options.quiet, terminal);
+    const Plan plan =
+        planJobs(options, [&](std::size_t planned) { progress.showPlanned(planned); });
+    progress.clear();
     if (!plan.fault.empty()) {
         return usageFault(err, plan.fault);
     }
@@ -141,7 +188,7 @@ int runBatch(const std::vector<std::string>& arguments, std::ostream& out, std::
             return usageFault(err, options.outputDir + ": no folder, and none can be made.");
         }
     }
-    return solveAll(plan.jobs, options, out, err, terminal);
+    return solveAll(plan.jobs, options, out, err, progress);
 }
 
 } // namespace korvane::batch

@@ -11,10 +11,12 @@
 #include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
 #include "runtime/run_guarded.h"
+#include "runtime/utf8_text.h"
 
 #include <algorithm>
+#include <deque>
+#include <optional>
 #include <set>
-#include <system_error>
 
 namespace korvane::batch {
 
@@ -48,6 +50,7 @@ struct Run {
     PileSections sections = {};
     Solved solved = {};  ///< as far as the solution has come
     bool opened = false; ///< the problem was read
+    bool broken = false; ///< by a fault of files or memory: earlier outputs stay
     int status = StatusFailed;
     Stage stage = {Doing::Reading};
     std::string report = {};
@@ -66,7 +69,7 @@ struct Run {
 /// True when the problem is complete and its echo is written.
 bool open(Run& run) {
     const std::string name = run.job.inputPath.string();
-    const std::string text = readFile(name);
+    const std::string text = readInputFile(name);
     clearProblemData(run.problem);
     if (!goOnWithFile(run.prompts, name, text.size()) ||
         !tellReading(run.prompts, name, readProblem(run.problem, text, name))) {
@@ -139,8 +142,14 @@ void tellError(Run& run, const RuntimeError& fault) {
     run.raise(StatusError);
 }
 
+/// True for a fault of files or memory, which says nothing of the wall or its file.
+bool breaksRun(int error) {
+    return error == OutOfMemory || error == InternalError || error >= 52;
+}
+
 /// Tells a fault outside the solution.
 void tellFault(Run& run, const RuntimeError& fault) {
+    run.broken = run.broken || breaksRun(fault.number());
     run.fail(fault.isFileFault() ? FailureCode::FileFault : FailureCode::RunTimeError,
              fault.number());
     if (fault.isFileFault()) {
@@ -173,30 +182,89 @@ void solve(Run& run) {
         run.fail(FailureCode::RunTimeError, fault->number());
         tellFailure(run.prompts, run.solved.failure);
     }
-}
-
-/// Takes away figures that an earlier run left: no old drawing may stand beside a new report.
-void removeOtherFigures(const Job& job, const std::set<std::string>& written) {
-    for (const std::string& name : figureNames()) {
-        const std::filesystem::path figure = job.figurePath(name);
-        std::error_code failure;
-        if (written.count(name) == 0 && !std::filesystem::remove(figure, failure) && failure) {
-            throw RuntimeError(fileErrorNumber(failure.value(), figure), figure.string());
-        }
+    if (breaksRun(run.solved.failure.error)) {
+        run.broken = true;
+        run.raise(run.solved.failure.error >= 52 ? StatusFailed : StatusError);
     }
 }
 
-void writeFigures(Run& run) {
-    std::set<std::string> written;
-    if (run.opened) {
+/// The outputs of one input, beside their places.
+struct Outputs {
+    std::optional<PendingFile> report;
+    std::deque<PendingFile> figures;
+    std::optional<PendingFile> json;
+};
+
+std::string json(const Run& run) {
+    return jsonResults({.input = run.job.input,
+                        .status = run.status,
+                        .messages = run.prompts.messages,
+                        .problem = run.problem,
+                        .sections = run.sections,
+                        .solved = run.solved});
+}
+
+void prepareOutputs(const Run& run, Outputs& outputs) {
+    const Job& job = run.job;
+    if (!job.reportPath.empty()) {
+        outputs.report.emplace(job.reportPath, run.report, Flush::None);
+    }
+    if (job.plots && run.opened) {
         const PlotData data{run.problem, run.workspace.results(), run.sections,
                             run.workspace.reduction()};
         visitFigures(data, run.status == StatusSolved, [&](const Figure& figure) {
-            saveFile(run.job.figurePath(figure.name), svgFigure(figure));
-            written.insert(figure.name);
+            outputs.figures.emplace_back(job.figurePath(figure.name), svgFigure(figure),
+                                         Flush::None);
         });
     }
-    removeOtherFigures(run.job, written);
+    if (!job.jsonPath.empty()) {
+        outputs.json.emplace(job.jsonPath, json(run), Flush::None);
+    }
+}
+
+/// No old figure or JSON may stand beside a new report, whatever fails later.
+void removeOldOutputs(const Job& job, Outputs& outputs) {
+    std::set<std::filesystem::path> kept;
+    for (PendingFile& figure : outputs.figures) {
+        figure.clearPlace();
+        kept.insert(figure.path());
+    }
+    for (const std::string& name : job.plots ? figureNames() : std::vector<std::string>{}) {
+        const std::filesystem::path figure = job.figurePath(name);
+        if (kept.count(figure) == 0) { // a link to what is written anew stays
+            removeFile(figure);
+        }
+    }
+    if (outputs.json) {
+        outputs.json->clearPlace();
+    }
+}
+
+/// The JSON tells how the others fared.
+void placeOutputs(Run& run, Outputs& outputs) {
+    const std::size_t told = run.prompts.messages.size();
+    if (outputs.report) {
+        guarded(run, [&] { outputs.report->place(); });
+    }
+    for (PendingFile& figure : outputs.figures) {
+        guarded(run, [&] { figure.place(); });
+    }
+    if (outputs.json) {
+        guarded(run, [&] {
+            if (run.prompts.messages.size() != told) {
+                outputs.json.emplace(run.job.jsonPath, json(run), Flush::None);
+            }
+            outputs.json->place();
+        });
+    }
+}
+
+void writeOutputs(Run& run) {
+    Outputs outputs;
+    if (guarded(run, [&] { prepareOutputs(run, outputs); }) &&
+        guarded(run, [&] { removeOldOutputs(run.job, outputs); })) {
+        placeOutputs(run, outputs);
+    }
 }
 
 } // namespace
@@ -204,24 +272,13 @@ void writeFigures(Run& run) {
 Outcome solveInput(const Job& job, const Options& options, Workspace& workspace) {
     Run run{.job = job, .options = options, .workspace = workspace};
     solve(run);
+    if (!run.broken) {
+        run.stage = {Doing::Reporting};
+        writeOutputs(run);
+    }
     Outcome outcome;
-    if (job.reportPath.empty()) {
-        outcome.report = run.report;
-    } else {
-        guarded(run, [&] { saveFile(job.reportPath, run.report); });
-    }
-    if (!job.jsonPath.empty()) {
-        guarded(run, [&] {
-            saveFile(job.jsonPath, jsonResults({.input = job.input,
-                                                .status = run.status,
-                                                .messages = run.prompts.messages,
-                                                .problem = run.problem,
-                                                .sections = run.sections,
-                                                .solved = run.solved}));
-        });
-    }
-    if (job.plots) {
-        guarded(run, [&] { writeFigures(run); });
+    if (job.reportPath.empty() && !run.broken) {
+        outcome.report = std::move(run.report);
     }
     if (run.solved.failure) {
         outcome.during = stageText(run.solved.failure.stage, run.problem.WallType);
@@ -232,8 +289,10 @@ Outcome solveInput(const Job& job, const Options& options, Workspace& workspace)
 }
 
 std::string messageLine(const std::string& input, const Message& message) {
-    std::string line = input + ": [" + message.box.title + "] ";
-    for (const char c : message.box.text) {
+    const std::string text = messageText(input) + ": [" + messageText(message.box.title) + "] " +
+                             messageText(message.box.text);
+    std::string line;
+    for (const char c : text) {
         c == '\n' ? line += " / " : line += c;
     }
     return line;

@@ -21,13 +21,19 @@ struct Outcome {
     std::vector<Message> messages;
     std::string during; ///< what was being done where there are no results: "reading the input"
     std::string report; ///< only where it goes to standard output
+    int fault = 0;      ///< the run-time error that left no memory for a message
 };
 
 /// Reads and solves one input as the desktop program would and writes its report (JSON and figures
 /// too). Every fault ends as a message and a status. No file but the outputs is made.
+///
+/// All outputs are written beside their places before one is touched: a fault of files or memory up
+/// to then leaves those of an earlier run whole. Then the old figures and JSON go, and report,
+/// figures and JSON take their places in this order. Where one cannot, the rest goes on.
 Outcome solveInput(const Job& job, const Options& options, Workspace& workspace);
 
 /// A message as one line of the error output: "INPUT: [TITLE] text", its lines joined by " / ".
+/// At most 200 characters of each are shown, control characters as "\x1B".
 std::string messageLine(const std::string& input, const Message& message);
 
 } // namespace korvane::batch

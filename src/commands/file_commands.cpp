@@ -93,7 +93,7 @@ void openFile(Session& session, Desktop& desktop, const std::string& named) {
         return;
     }
     RememberDialogFolder(session, session.InputFileName);
-    if (readAndEcho(session, desktop, readFile(session.InputFileName))) {
+    if (readAndEcho(session, desktop, readInputFile(session.InputFileName))) {
         enableForOpenedFile(session.menus);
         noteRecent(session, session.InputFileName);
     } else {

@@ -233,7 +233,7 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
     const Problem& problem = session.problem;
     const std::string text = inputFileText(problem);
     if (mode == "FILE") {
-        writeFile(session.CurrentInputName, text);
+        rewriteFile(session.CurrentInputName, text);
         session.inputFileStale = false;
         session.FileLineCount = static_cast<int>(std::count(text.begin(), text.end(), '\n'));
     } else if (desktop.PrintDocument(session.CurrentInputName, splitLines(text))) {

@@ -3,6 +3,8 @@
 #include "reports/input_echo.h"
 #include "runtime/file_text.h"
 
+#include <algorithm>
+
 namespace korvane {
 
 void startReport(Session& session) {
@@ -11,7 +13,10 @@ void startReport(Session& session) {
 }
 
 void appendReport(Session& session, const PrintLines& lines) {
-    appendFile(session.report.CurrentOutputName, lines.content());
+    const std::string& name = session.report.CurrentOutputName;
+    const auto& own = session.files.ScratchFileList;
+    const bool isOwn = std::find(own.begin(), own.end(), name) != own.end();
+    appendFile(name, lines.content(), isOwn ? Links::Refuse : Links::Follow);
     session.report.OutputLineCount += lines.lineCount();
 }
 

@@ -111,7 +111,7 @@ std::string rescueInput(const Session& session) {
             const fs::path name = fs::path(session.files.TempFolder) /
                                   ("KORVANE-RESCUE-" + std::to_string(number) + ".dat");
             if (createExclusively(name)) {
-                writeFile(name, inputFileText(problem));
+                rewriteFile(name, inputFileText(problem));
                 kept = name.string();
             }
         }

@@ -1,5 +1,7 @@
 // The desktop program.
 #include "commands/commands.h"
+#include "runtime/dates.h"
+#include "runtime/standard_streams.h"
 #include "screens/screens.h"
 #include "shell/command_line.h"
 #include "shell/program.h"
@@ -7,6 +9,7 @@
 #include <QApplication>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -22,6 +25,12 @@ int print(const korvane::CommandLine& line) {
 } // namespace
 
 int main(int argc, char** argv) {
+    if (!korvane::openStandardStreams()) {
+        return EXIT_FAILURE;
+    }
+    if (korvane::wrongFixedMoment()) {
+        std::fputs("korvane: SOURCE_DATE_EPOCH is no number of seconds and is ignored.\n", stderr);
+    }
     if (const auto alone = korvane::answerAlone(argc, argv); !alone.answer.empty()) {
         return print(alone);
     }

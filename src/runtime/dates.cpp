@@ -19,10 +19,15 @@ void appendTwoDigits(std::string& text, int n) {
     text += static_cast<char>('0' + n % 10);
 }
 
-/// The fixed moment of SOURCE_DATE_EPOCH, a whole number of seconds; false where none is set.
-bool fixedMoment(std::tm& moment) {
+/// SOURCE_DATE_EPOCH; "" where it is not set.
+std::string_view fixedMomentText() {
     const char* variable = std::getenv("SOURCE_DATE_EPOCH"); // NOLINT(concurrency-mt-unsafe)
-    const std::string_view text = variable ? variable : "";
+    return variable == nullptr ? "" : variable;
+}
+
+/// The fixed moment, a whole number of seconds; false where there is none.
+bool fixedMoment(std::tm& moment) {
+    const std::string_view text = fixedMomentText();
     long long seconds = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), seconds);
     if (result.ec != std::errc{} || result.ptr != text.data() + text.size()) {
@@ -46,6 +51,11 @@ MomentText momentText() {
     appendTwoDigits(text.time += ':', moment.tm_min);
     appendTwoDigits(text.time += ':', moment.tm_sec);
     return text;
+}
+
+bool wrongFixedMoment() {
+    std::tm moment{};
+    return !fixedMomentText().empty() && !fixedMoment(moment);
 }
 
 } // namespace korvane

@@ -15,4 +15,7 @@ struct MomentText {
 /// (UTC) where that is set, so that a report can be reproduced to the byte.
 MomentText momentText();
 
+/// True where SOURCE_DATE_EPOCH is set to what is no moment; momentText() then ignores it.
+bool wrongFixedMoment();
+
 } // namespace korvane

@@ -7,7 +7,8 @@
 #include <atomic>
 #include <cerrno>
 #include <cstddef>
-#include <optional>
+#include <mutex>
+#include <shared_mutex>
 #include <system_error>
 #include <utility>
 
@@ -33,10 +34,10 @@ fs::path folderOf(const fs::path& path) {
 }
 
 /// A file that is open under the handle of a system call, or the fault of that call. Closing it is
-/// a step of its own, because a device may tell its fault only then.
+/// a step of its own, because a device may tell its fault only then. The path outlives it.
 class OpenFile {
   public:
-    OpenFile(fs::path path, int handle) : path_(std::move(path)), handle_(handle) {
+    OpenFile(const fs::path& path, int handle) : path_(path), handle_(handle) {
         if (handle_ < 0) {
             fail(errno, path_);
         }
@@ -54,8 +55,10 @@ class OpenFile {
     void write(std::string_view text) const {
         while (!text.empty()) {
             const ssize_t written = ::write(handle_, text.data(), text.size());
-            if (written >= 0) {
+            if (written > 0) {
                 text.remove_prefix(static_cast<std::size_t>(written));
+            } else if (written == 0) {
+                fail(EIO, path_); // takes nothing and tells no reason
             } else if (errno != EINTR) {
                 fail(errno, path_);
             }
@@ -69,12 +72,12 @@ class OpenFile {
     }
 
   private:
-    fs::path path_;
+    const fs::path& path_;
     int handle_;
 };
 
 void writeWith(int flags, const fs::path& path, std::string_view text) {
-    OpenFile file(path, ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | flags, 0666));
+    OpenFile file(path, ::open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, 0666));
     file.write(text);
     file.close();
 }
@@ -97,43 +100,34 @@ fs::path behindLinks(const fs::path& path) {
     return target;
 }
 
-/// A name beside the target that no file has yet, opened for output.
-std::pair<fs::path, int> openBeside(const fs::path& target, mode_t mode) {
-    static std::atomic<unsigned> counter{0};
-    for (;;) {
-        fs::path beside = folderOf(target) / (".korvane-" + std::to_string(::getpid()) + "-" +
-                                              std::to_string(counter++));
-        const int handle = openNew(beside, mode);
-        if (handle >= 0) {
-            return {std::move(beside), handle};
-        }
-        if (errno != EEXIST) {
-            fail(errno, target);
-        }
-    }
+/// The finished files of all threads that are not in their places yet.
+struct Unfinished {
+    std::shared_mutex making; ///< shared by those that make one
+    std::mutex listing;
+    std::vector<const fs::path*> files;
+};
+
+Unfinished& unfinished() {
+    static auto& all = *new Unfinished; // a thread may still write when the process ends
+    return all;
 }
 
-/// Replaces a regular file (or makes one) by a finished file beside it. `old` tells the file that
-/// stands there, if any: its permissions are kept.
-void replaceFile(const fs::path& target, std::string_view text,
-                 const std::optional<struct stat>& old) {
-    const auto [beside, handle] = openBeside(target, old ? 0600 : 0666);
-    try {
-        OpenFile file(target, handle);
-        file.write(text);
-        if (old && ::fchmod(file.handle(), old->st_mode & 07777) != 0) {
-            fail(errno, target);
+std::string readAtMost(const fs::path& path, std::size_t limit) {
+    const OpenFile file(path, ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    std::string text;
+    std::array<char, 65536> block; // NOLINT(cppcoreguidelines-pro-type-member-init): read into
+    for (;;) {
+        const ssize_t count = ::read(file.handle(), block.data(), block.size());
+        if (count > 0) {
+            text.append(block.data(), static_cast<std::size_t>(count));
+        } else if (count == 0) {
+            return text;
+        } else if (errno != EINTR) {
+            fail(errno, path);
         }
-        if (::fsync(file.handle()) != 0) {
-            fail(errno, target);
+        if (text.size() > limit) {
+            throw RuntimeError(InputTooLarge, path.string());
         }
-        file.close();
-        if (::rename(beside.c_str(), target.c_str()) != 0) {
-            fail(errno, target);
-        }
-    } catch (...) {
-        ::unlink(beside.c_str());
-        throw;
     }
 }
 
@@ -154,6 +148,9 @@ int fileErrorNumber(int code, const fs::path& path) {
     case EDQUOT:
     case EFBIG:
         return 61;
+    case EMFILE:
+    case ENFILE:
+        return 67;
     case EIO:
         return 57;
     case ENXIO:
@@ -168,19 +165,24 @@ int fileErrorNumber(int code, const fs::path& path) {
 }
 
 std::string readFile(const fs::path& path) {
-    const OpenFile file(path, ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    std::string text;
-    std::array<char, 65536> block{};
-    for (;;) {
-        const ssize_t count = ::read(file.handle(), block.data(), block.size());
-        if (count > 0) {
-            text.append(block.data(), static_cast<std::size_t>(count));
-        } else if (count == 0) {
-            return text;
-        } else if (errno != EINTR) {
-            fail(errno, path);
-        }
+    return readAtMost(path, std::string().max_size());
+}
+
+std::string readInputFile(const fs::path& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) {
+        fail(errno, path);
     }
+    if (S_ISDIR(status.st_mode)) {
+        throw RuntimeError(FolderAsInput, path.string());
+    }
+    if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) {
+        throw RuntimeError(DeviceAsInput, path.string());
+    }
+    if (S_ISREG(status.st_mode) && static_cast<std::size_t>(status.st_size) > LargestInput) {
+        throw RuntimeError(InputTooLarge, path.string());
+    }
+    return readAtMost(path, LargestInput);
 }
 
 std::vector<std::string> splitLines(std::string_view text) {
@@ -199,11 +201,15 @@ std::vector<std::string> splitLines(std::string_view text) {
 }
 
 void writeFile(const fs::path& path, std::string_view text) {
-    writeWith(O_TRUNC, path, text);
+    writeWith(O_CREAT | O_TRUNC, path, text);
 }
 
-void appendFile(const fs::path& path, std::string_view text) {
-    writeWith(O_APPEND, path, text);
+void rewriteFile(const fs::path& path, std::string_view text) {
+    writeWith(O_TRUNC | O_NOFOLLOW, path, text);
+}
+
+void appendFile(const fs::path& path, std::string_view text, Links links) {
+    writeWith(O_APPEND | (links == Links::Refuse ? O_NOFOLLOW : 0), path, text);
 }
 
 void overwriteFile(const fs::path& path, std::size_t position, std::string_view text) {
@@ -215,25 +221,133 @@ void overwriteFile(const fs::path& path, std::size_t position, std::string_view 
     file.close();
 }
 
-void saveFile(const fs::path& path, std::string_view text) {
-    struct stat status {};
-    const bool found = ::stat(path.c_str(), &status) == 0;
-    if (!found && errno != ENOENT) {
-        fail(errno, path);
+/// What stands where a file is to be placed.
+struct PendingFile::Place {
+    const fs::path& path;
+    fs::path target;
+    struct stat old {};
+    bool found = false;
+
+    explicit Place(const fs::path& named) : path(named), target(named) {
+        look(::lstat(path.c_str(), &old));
+        if (found && S_ISLNK(old.st_mode)) {
+            look(::stat(path.c_str(), &old));
+            // That of an open pipe (/dev/stdout) leads to no name: devices keep theirs.
+            target = isDevice() ? path : behindLinks(path);
+        }
+        if (isFile() && ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
+            fail(errno, path);
+        }
     }
-    if (found && !S_ISREG(status.st_mode)) {
-        // A device or a pipe holds nothing that could be lost. Its links are left to the system:
-        // that of an open pipe (/dev/stdout) leads to no name.
-        writeFile(path, text);
+    bool isFile() const { return found && S_ISREG(old.st_mode); }
+    bool isDevice() const { return found && !S_ISREG(old.st_mode) && !S_ISDIR(old.st_mode); }
+
+  private:
+    void look(int result) {
+        found = result == 0;
+        if (!found && errno != ENOENT) {
+            fail(errno, path);
+        }
+    }
+};
+
+PendingFile::PendingFile(const Place& place)
+    : path_(place.path), target_(place.target), isDevice_(place.isDevice()) {}
+
+PendingFile::PendingFile(const Place& place, std::string_view text, Flush flush)
+    : PendingFile(place) { // from here on the destructor cleans up
+    if (isDevice_) {
+        direct_ = text;
         return;
     }
-    const fs::path target = behindLinks(path);
-    if (!found) {
-        replaceFile(target, text, std::nullopt);
-    } else if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
+    OpenFile file(target_, openBeside(place.isFile() ? 0600 : 0666));
+    file.write(text);
+    if (place.isFile() && ::fchmod(file.handle(), place.old.st_mode & 07777) != 0) {
+        fail(errno, target_);
+    }
+    if (flush == Flush::ToDisk && ::fsync(file.handle()) != 0) {
+        fail(errno, target_);
+    }
+    file.close();
+}
+
+PendingFile::PendingFile(const fs::path& path, std::string_view text, Flush flush)
+    : PendingFile(Place(path), text, flush) {}
+
+PendingFile::~PendingFile() {
+    if (unfinished_) {
+        ::unlink(beside_.c_str());
+        forget();
+    }
+}
+
+/// Makes a file of a new name beside the target and gives its handle.
+int PendingFile::openBeside(unsigned mode) {
+    static std::atomic<unsigned> counter{0};
+    Unfinished& all = unfinished();
+    for (;;) {
+        beside_ = folderOf(target_) /
+                  (".korvane-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+        list(); // first, so that nothing can fail once the file is there
+        const std::shared_lock making(all.making);
+        const int handle = openNew(beside_, mode);
+        if (handle >= 0) {
+            unfinished_ = true;
+            return handle;
+        }
+        const int code = errno;
+        forget();
+        if (code != EEXIST) {
+            fail(code, target_);
+        }
+    }
+}
+
+void PendingFile::list() {
+    const std::lock_guard lock(unfinished().listing);
+    unfinished().files.push_back(&beside_);
+}
+
+void PendingFile::forget() {
+    const std::lock_guard lock(unfinished().listing);
+    auto& files = unfinished().files;
+    files.erase(std::find(files.begin(), files.end(), &beside_));
+    unfinished_ = false;
+}
+
+void PendingFile::clearPlace() {
+    if (!isDevice_) {
+        removeFile(target_);
+    }
+}
+
+void PendingFile::place() {
+    if (isDevice_) {
+        writeWith(0, path_, direct_);
+        return;
+    }
+    if (::rename(beside_.c_str(), target_.c_str()) != 0) {
+        fail(errno, target_);
+    }
+    forget();
+}
+
+void saveFile(const fs::path& path, std::string_view text) {
+    PendingFile(path, text, Flush::ToDisk).place();
+}
+
+void abandonPendingFiles() {
+    Unfinished& all = unfinished();
+    all.making.lock();
+    const std::lock_guard lock(all.listing);
+    for (const fs::path* file : all.files) {
+        ::unlink(file->c_str());
+    }
+}
+
+void removeFile(const fs::path& path) {
+    if (::unlink(path.c_str()) != 0 && errno != ENOENT && errno != EISDIR) {
         fail(errno, path);
-    } else {
-        replaceFile(target, text, status);
     }
 }
 
@@ -242,7 +356,14 @@ bool createExclusively(const fs::path& path) {
     if (handle < 0 && (errno == EEXIST || errno == ELOOP)) {
         return false;
     }
-    OpenFile(path, handle).close();
+    try {
+        OpenFile(path, handle).close();
+    } catch (...) {
+        if (handle >= 0) {
+            ::unlink(path.c_str());
+        }
+        throw;
+    }
     return true;
 }
 

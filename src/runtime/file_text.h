@@ -16,23 +16,76 @@ int fileErrorNumber(int code, const std::filesystem::path& path);
 /// The whole file as bytes.
 std::string readFile(const std::filesystem::path& path);
 
+/// A file that a user names as input. Folders, devices and files above `LargestInput` bytes are
+/// refused before anything is read; a pipe is read up to that size.
+std::string readInputFile(const std::filesystem::path& path);
+inline constexpr std::size_t LargestInput = std::size_t{64} << 20;
+
 /// A text cut at CR, LF or CRLF, without a UTF-8 mark at its start. A last line without a line end
 /// counts as a line; a line end at the end of the text starts no further line.
 std::vector<std::string> splitLines(std::string_view text);
 
-/// Opens for output: makes the file or empties it, writes and flushes.
+/// Opens for output: makes the file or empties it, and writes.
 void writeFile(const std::filesystem::path& path, std::string_view text);
 
-/// Appends and flushes.
-void appendFile(const std::filesystem::path& path, std::string_view text);
+/// Gives a file that this program has made new content. A link in its place is not followed, and a
+/// file that is gone is not made again.
+void rewriteFile(const std::filesystem::path& path, std::string_view text);
 
-/// Writes over the bytes of an existing file from `position` on and flushes.
+/// Whether a link is followed where a file of our own is expected.
+enum class Links { Follow, Refuse };
+
+/// Appends to a file that is there.
+void appendFile(const std::filesystem::path& path, std::string_view text,
+                Links links = Links::Follow);
+
+/// Writes over the bytes of an existing file from `position` on.
 void overwriteFile(const std::filesystem::path& path, std::size_t position, std::string_view text);
 
-/// Writes beside the target and renames over it, so that a failure leaves the old file whole. The
-/// old file's permissions stay, a link stays a link (its target is replaced), and a device or pipe
-/// is written to as it stands.
+/// Whether a save waits until the disk has the text: not for what can be made anew.
+enum class Flush { ToDisk, None };
+
+/// A finished file beside its place: `place` renames it there, and without that it goes with the
+/// object, so that a failure leaves the old file whole. The old file's permissions stay, a link
+/// stays a link (its target is replaced), and a device or pipe is written to by `place` alone. A
+/// folder in the place is found by `place`.
+class PendingFile {
+  public:
+    PendingFile(const std::filesystem::path& path, std::string_view text, Flush flush);
+    ~PendingFile();
+    PendingFile(const PendingFile&) = delete;
+    PendingFile& operator=(const PendingFile&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+    /// Removes the file that stands in the place; what is no file stays.
+    void clearPlace();
+    void place();
+
+  private:
+    struct Place;
+    explicit PendingFile(const Place& place);
+    PendingFile(const Place& place, std::string_view text, Flush flush);
+    int openBeside(unsigned mode);
+    void list();
+    void forget();
+
+    std::filesystem::path path_;   ///< as named, for faults
+    std::filesystem::path target_; ///< behind the links
+    std::filesystem::path beside_; ///< what is there until it is placed
+    std::string direct_;           ///< the text for a device
+    bool isDevice_;
+    bool unfinished_ = false; ///< `beside_` may exist
+};
+
+/// Writes beside the target, reaches the disk and renames over the target, as PendingFile tells.
 void saveFile(const std::filesystem::path& path, std::string_view text);
+
+/// Removes the files beside their places, of all threads, and lets none be made any more: the
+/// process is about to end.
+void abandonPendingFiles();
+
+/// Removes a file that need not be there; a folder in its place stays.
+void removeFile(const std::filesystem::path& path);
 
 /// Makes a new file readable by the user alone; false where the name is taken (links are not
 /// followed).

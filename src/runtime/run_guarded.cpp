@@ -8,21 +8,36 @@
 
 namespace korvane {
 
-std::optional<RuntimeError> runGuarded(void (*body)(void*), void* context) noexcept {
-    constexpr int outOfMemory = 7;
-    constexpr int internalError = 51;
+namespace {
+
+/// The exception under way as a fault.
+RuntimeError presentFault() {
     try {
-        body(context);
-        return std::nullopt;
+        throw;
     } catch (const RuntimeError& fault) {
         return fault;
     } catch (const std::filesystem::filesystem_error& fault) {
         return RuntimeError(fileErrorNumber(fault.code().value(), fault.path1()),
                             fault.path1().string());
     } catch (const std::bad_alloc&) {
-        return RuntimeError(outOfMemory);
+        return RuntimeError(OutOfMemory);
     } catch (...) {
-        return RuntimeError(internalError);
+        return RuntimeError(InternalError);
+    }
+}
+
+} // namespace
+
+std::optional<RuntimeError> runGuarded(void (*body)(void*), void* context) noexcept {
+    try {
+        body(context);
+        return std::nullopt;
+    } catch (...) {
+        try {
+            return presentFault();
+        } catch (...) { // the words for it find no memory
+            return RuntimeError(OutOfMemory);
+        }
     }
 }
 

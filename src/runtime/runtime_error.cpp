@@ -25,10 +25,14 @@ constexpr ErrorText errorTexts[] = {
     {57, "Device I/O error"},
     {61, "Disk full"},
     {62, "Input past end of file"},
+    {67, "Too many open files"},
     {70, "Permission denied"},
     {71, "Disk not ready"},
     {75, "Path/File access error"},
     {76, "Path not found"},
+    {FolderAsInput, "A folder, not an input file"},
+    {DeviceAsInput, "A device, not an input file"},
+    {InputTooLarge, "Larger than 64 MiB, too large for an input file"},
 };
 
 } // namespace

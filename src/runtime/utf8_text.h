@@ -1,6 +1,7 @@
 // Bytes of unknown encoding as UTF-8, for the formats that demand it and for messages.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 

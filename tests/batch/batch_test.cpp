@@ -143,6 +143,17 @@ TEST(Batch, MessagesAreOneLineEachBehindTheInputsName) {
                   fatal + ": while reading the input\n");
 }
 
+TEST(Batch, ALineOfAMessageHasAtMostTwoHundredCharactersAndNoControls) {
+    const BatchOffice office;
+    const std::string longLine = "\x1B[31m" + std::string(300, 'X');
+    const std::string input = office.write("bad.dat", "'A\n" + longLine + "\n");
+    const BatchRun run = office.run({"--quiet", "--json", input});
+    EXPECT_EQ(run.err.find('\x1B'), std::string::npos);
+    EXPECT_NE(run.err.find("\\x1B[31M" + std::string(188, 'X') + " ... /"), std::string::npos)
+        << run.err;
+    EXPECT_NE(office.read("bad.json").find(std::string(300, 'X')), std::string::npos);
+}
+
 TEST(Batch, AShortFileIsReadAllTheSame) {
     const BatchOffice office;
     const BatchRun run = office.run({office.write("short.dat", "'SHORT\n")});

@@ -110,6 +110,36 @@ TEST(BatchUsage, AnOutputThatIsAnInputOrAnotherOutputIsRefused) {
     }
 }
 
+TEST(BatchUsage, AFolderOrADeviceIsNoInput) {
+    const BatchOffice office;
+    const BatchRun folder = office.run({office.file("")});
+    EXPECT_EQ(folder.status, 2);
+    EXPECT_NE(folder.err.find(": a folder, not an input file."), std::string::npos);
+    const BatchRun device = office.run({"-o", office.file("r.out"), "/dev/null"});
+    EXPECT_EQ(device.status, 2);
+    EXPECT_NE(device.err.find("/dev/null: a device, not an input file."), std::string::npos);
+}
+
+TEST(BatchUsage, AWrongMomentIsWrongUsage) {
+    const BatchOffice office;
+    office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    for (const char* moment : {"tomorrow", "12x", "99999999999999999999"}) {
+        const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", moment);
+        expectUsage(office, {"@a.dat"});
+    }
+}
+
+TEST(BatchUsage, OnATerminalTheProgressOfPlanningIsShown) {
+    const BatchOffice office;
+    std::vector<std::string> arguments{"--plots"};
+    for (int i = 0; i < 500; ++i) {
+        arguments.push_back(office.write(std::to_string(i) + ".dat", "'A\n"));
+    }
+    arguments.push_back(arguments.back()); // wrong, so that nothing is solved
+    EXPECT_NE(office.run(arguments, true).err.find("500 of 501 inputs planned"), std::string::npos);
+    EXPECT_EQ(office.run(arguments).err.find("planned"), std::string::npos);
+}
+
 TEST(BatchUsage, VersionAndHelpGoToStandardOutputAndTheManualTellsEachOption) {
     const BatchOffice office;
     const BatchRun version = office.run({"--version"});

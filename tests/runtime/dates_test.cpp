@@ -72,7 +72,12 @@ TEST(MomentText, TakesNoEpochFromATextThatIsNoWholeNumber) {
     for (const char* text : {"", "tomorrow", "12x", "99999999999999999999"}) {
         const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", text);
         expectPresentMoment();
+        EXPECT_EQ(wrongFixedMoment(), *text != '\0') << text; // an empty one is none
     }
+    const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", "1795251907");
+    EXPECT_FALSE(wrongFixedMoment());
+    const EnvironmentVariable none("SOURCE_DATE_EPOCH", std::nullopt);
+    EXPECT_FALSE(wrongFixedMoment());
 }
 
 } // namespace

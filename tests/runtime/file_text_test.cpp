@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace korvane {
@@ -61,7 +62,7 @@ TEST(FileErrorNumber, IsTheReasonThatTheSystemGives) {
          {CodeRow{ENOENT, 53}, CodeRow{ENOTDIR, 76}, CodeRow{EACCES, 70}, CodeRow{EPERM, 70},
           CodeRow{EROFS, 70}, CodeRow{ENOSPC, 61}, CodeRow{EDQUOT, 61}, CodeRow{EFBIG, 61},
           CodeRow{EIO, 57}, CodeRow{ENXIO, 71}, CodeRow{ENODEV, 71}, CodeRow{ENAMETOOLONG, 52},
-          CodeRow{EINVAL, 52}, CodeRow{EISDIR, 75}, CodeRow{EMFILE, 75}}) {
+          CodeRow{EINVAL, 52}, CodeRow{EISDIR, 75}, CodeRow{EMFILE, 67}, CodeRow{ENFILE, 67}}) {
         EXPECT_EQ(fileErrorNumber(row.code, path), row.number) << row.code;
     }
     EXPECT_EQ(fileErrorNumber(ENOENT, path / "b"), 76);
@@ -140,12 +141,72 @@ TEST(WriteFile, EmptiesWhatIsThere) {
     EXPECT_EQ(readFile(path), "short\n");
 }
 
-TEST(AppendFile, AddsAtTheEndAndMakesTheFile) {
+TEST(ReadFile, TellsThatTooManyFilesAreOpen) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.dat";
+    writeFile(path, "x");
+    rlimit old{};
+    getrlimit(RLIMIT_NOFILE, &old);
+    rlimit none = old;
+    none.rlim_cur = 0;
+    setrlimit(RLIMIT_NOFILE, &none);
+    const int fault = faultOf(path, [&] { readFile(path); });
+    setrlimit(RLIMIT_NOFILE, &old);
+    EXPECT_EQ(fault, 67);
+    EXPECT_STREQ(runtimeErrorText(67), "Too many open files");
+}
+
+TEST(ReadInputFile, RefusesFoldersDevicesAndLargeFilesUnread) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(faultOf(folder.path(), [&] { readInputFile(folder.path()); }), FolderAsInput);
+    EXPECT_EQ(faultOf("/dev/zero", [] { readInputFile("/dev/zero"); }), DeviceAsInput);
+    const fs::path path = folder.path() / "a.dat";
+    writeFile(path, "'A\n");
+    EXPECT_EQ(readInputFile(path), "'A\n");
+    fs::resize_file(path, 64 * 1024 * 1024 + 1);
+    EXPECT_EQ(faultOf(path, [&] { readInputFile(path); }), InputTooLarge);
+}
+
+TEST(ReadInputFile, TakesAPipe) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    ASSERT_EQ(::write(ends[1], "'A\n", 3), 3);
+    ::close(ends[1]);
+    EXPECT_EQ(readInputFile("/dev/fd/" + std::to_string(ends[0])), "'A\n");
+    ::close(ends[0]);
+}
+
+TEST(AppendFile, AddsAtTheEndAndMakesNoFile) {
     const TemporaryFolder folder;
     const fs::path path = folder.path() / "a.out";
-    appendFile(path, "one\n");
+    EXPECT_EQ(faultOf(path, [&] { appendFile(path, "one\n"); }), 53);
+    writeFile(path, "one\n");
     appendFile(path, "two\n");
     EXPECT_EQ(readFile(path), "one\ntwo\n");
+}
+
+TEST(AppendFile, FollowsALinkOnlyWhereItMay) {
+    const TemporaryFolder folder;
+    const fs::path link = folder.path() / "link";
+    writeFile(folder.path() / "a.out", "one\n");
+    fs::create_symlink("a.out", link);
+    EXPECT_EQ(faultOf(link, [&] { appendFile(link, "x", Links::Refuse); }), 75);
+    appendFile(link, "two\n");
+    EXPECT_EQ(readFile(folder.path() / "a.out"), "one\ntwo\n");
+}
+
+TEST(RewriteFile, FollowsNoLinkAndMakesNothing) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "TEMP0.iii";
+    EXPECT_EQ(faultOf(path, [&] { rewriteFile(path, "x"); }), 53);
+    EXPECT_EQ(entriesIn(folder.path()), 0);
+    writeFile(path, "a long text");
+    rewriteFile(path, "short");
+    EXPECT_EQ(readFile(path), "short");
+    const fs::path link = folder.path() / "TEMP1.iii";
+    fs::create_symlink("TEMP0.iii", link);
+    EXPECT_EQ(faultOf(link, [&] { rewriteFile(link, "x"); }), 75);
+    EXPECT_EQ(readFile(path), "short");
 }
 
 TEST(OverwriteFile, ChangesOnlyTheBytesFromThePositionOn) {
@@ -176,7 +237,7 @@ TEST(WriteFile, ReportsAFullDisk) {
 TEST(WriteFile, ReportsAMissingFolderAndAFolderInTheWay) {
     const TemporaryFolder folder;
     const fs::path lost = folder.path() / "none" / "a.out";
-    for (const auto write : {&writeFile, &appendFile, &saveFile}) {
+    for (const auto write : {&writeFile, &rewriteFile, &saveFile}) {
         EXPECT_EQ(faultOf(lost, [&] { write(lost, "x"); }), 76);
         EXPECT_EQ(faultOf(folder.path(), [&] { write(folder.path(), "x"); }), 75);
     }
@@ -189,7 +250,7 @@ TEST(WriteFile, ReportsAForbiddenFolder) {
     fs::permissions(folder.path(), fs::perms(0555));
     {
         const OrdinaryUser user;
-        for (const auto write : {&writeFile, &appendFile, &saveFile}) {
+        for (const auto write : {&writeFile, &saveFile}) {
             EXPECT_EQ(faultOf(path, [&] { write(path, "x"); }), 70);
         }
         EXPECT_EQ(faultOf(path, [&] { createExclusively(path); }), 70);
@@ -314,6 +375,38 @@ TEST(SaveFile, LinksInACircleAreAFault) {
     fs::create_symlink("b", link);
     fs::create_symlink("a", folder.path() / "b");
     EXPECT_EQ(faultOf(link, [&] { saveFile(link, "x"); }), 75);
+}
+
+TEST(PendingFile, LeavesTheOldFileUntilItIsPlacedAndGoesWithoutThat) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.out";
+    writeFile(path, "old\n");
+    {
+        const PendingFile pending(path, "new\n", Flush::None);
+        EXPECT_EQ(readFile(path), "old\n");
+        EXPECT_EQ(entriesIn(folder.path()), 2);
+    }
+    EXPECT_EQ(readFile(path), "old\n");
+    EXPECT_EQ(entriesIn(folder.path()), 1);
+    PendingFile pending(path, "new\n", Flush::None);
+    pending.clearPlace();
+    EXPECT_FALSE(fs::exists(path));
+    pending.place();
+    EXPECT_EQ(readFile(path), "new\n");
+    EXPECT_EQ(entriesIn(folder.path()), 1);
+}
+
+TEST(PendingFile, FindsAFolderInItsPlaceWhenItIsPlaced) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.out";
+    fs::create_directory(path);
+    {
+        PendingFile pending(path, "new\n", Flush::None);
+        pending.clearPlace();
+        EXPECT_EQ(faultOf(path, [&] { pending.place(); }), 75);
+    }
+    EXPECT_TRUE(fs::is_directory(path));
+    EXPECT_EQ(entriesIn(folder.path()), 1);
 }
 
 TEST(CreateExclusively, MakesAnEmptyFileForTheUserAlone) {

@@ -1,0 +1,165 @@
+// The outputs of an input: all of this run or all of an earlier one.
+#include "batch_run.h"
+#include "runtime/file_text.h"
+#include "support/faulty_machine.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <new>
+
+namespace {
+
+std::atomic<long> allocations{0};
+std::atomic<long> failing{-1}; ///< the number of the allocation that fails
+
+} // namespace
+
+// One allocation of this program can be made to fail.
+void* operator new(std::size_t size) {
+    void* room = allocations++ == failing ? nullptr : std::malloc(size);
+    if (room == nullptr) {
+        throw std::bad_alloc();
+    }
+    return room;
+}
+
+void operator delete(void* room) noexcept {
+    std::free(room);
+}
+
+void operator delete(void* room, std::size_t /*size*/) noexcept {
+    std::free(room);
+}
+
+namespace korvane::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// The user's files but the input.
+std::map<std::string, std::string> outputs(const BatchOffice& office) {
+    std::map<std::string, std::string> all;
+    for (const std::string& name : office.files()) {
+        if (name != "a.dat") {
+            all[name] = fs::is_directory(office.file(name)) ? "a folder" : office.read(name);
+        }
+    }
+    return all;
+}
+
+} // namespace
+
+TEST(BatchOutputs, AFullDiskLeavesThoseOfAnEarlierRunWhole) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    ASSERT_EQ(office.run({"--json", "--plots", input}).status, 0);
+    const auto before = outputs(office);
+    ASSERT_GT(before.size(), 5U);
+    fs::copy_file(sourceFile("examples/cantilever-clay.dat"), input,
+                  fs::copy_options::overwrite_existing);
+    for (const rlim_t bytes : {rlim_t{0}, rlim_t{1000}, rlim_t{10000}}) { // no file, plot, JSON
+        const SmallDisk disk(bytes);
+        const BatchRun run = office.run({"--json", "--plots", input});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_NE(run.err.find("Disk full"), std::string::npos) << bytes;
+        EXPECT_TRUE(outputs(office) == before) << bytes;
+    }
+    EXPECT_EQ(office.run({"--json", "--plots", input}).status, 0);
+    EXPECT_FALSE(outputs(office) == before);
+}
+
+TEST(BatchOutputs, AnInputThatCannotBeReadLeavesThoseOfAnEarlierRunWhole) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    ASSERT_EQ(office.run({"--json", input}).status, 0);
+    const auto before = outputs(office);
+    fs::resize_file(input, 64 * 1024 * 1024 + 1);
+    const BatchRun run = office.run({"--json", input});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.err.find("/ Larger than 64 MiB"), std::string::npos);
+    EXPECT_TRUE(outputs(office) == before);
+}
+
+TEST(BatchOutputs, AFolderInThePlaceOfOneStopsNoOther) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    ASSERT_EQ(office.run({"--json", "--plots", input}).status, 0);
+    const auto whole = outputs(office);
+    for (const char* blocked : {"a.out", "a-moment.svg", "a.json"}) {
+        for (const auto& [name, text] : whole) {
+            fs::remove(office.file(name));
+        }
+        fs::create_directory(office.file(blocked));
+        const BatchRun run = office.run({"--json", "--plots", input});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_NE(run.err.find("File: " + office.file(blocked)), std::string::npos);
+        auto now = outputs(office);
+        EXPECT_EQ(now.size(), whole.size());
+        if (now["a.json"] != "a folder") {
+            const auto json = nlohmann::json::parse(now["a.json"]);
+            EXPECT_EQ(json["status"], "failed");
+            EXPECT_EQ(json["messages"].back()["title"], "FILE ERROR");
+        }
+        for (const auto& [name, text] : whole) {
+            EXPECT_TRUE(name == blocked || name == "a.json" || now[name] == text) << name;
+        }
+        fs::remove(office.file(blocked));
+    }
+}
+
+TEST(BatchOutputs, ALinkStaysALinkWithPlotsAndJson) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    fs::create_directory(office.file("far"));
+    for (const char* name : {"a.json", "a-moment.svg"}) {
+        office.write(std::string("far/") + name, "old");
+        fs::create_symlink(std::string("far/") + name, office.file(name));
+    }
+    EXPECT_EQ(office.run({"--json", "--plots", input}).status, 0);
+    for (const char* name : {"a.json", "a-moment.svg"}) {
+        EXPECT_TRUE(fs::is_symlink(office.file(name)));
+        EXPECT_NE(office.read(std::string("far/") + name), "old");
+    }
+}
+
+TEST(BatchOutputs, MemoryThatIsMissingAnywhereLeavesAllOldOrAllNew) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    const std::vector<std::string> arguments{"--json", "--plots", input};
+    const long start = allocations;
+    ASSERT_EQ(office.run(arguments).status, 0);
+    const long all = allocations - start;
+    const auto whole = outputs(office);
+    int told = 0;
+    for (long n = 0; n < all; n += std::max(1L, all / 150)) {
+        for (const auto& [name, text] : whole) {
+            office.write(name, "old");
+        }
+        int status = 70;
+        failing = allocations + n;
+        try {
+            const BatchRun run = office.run(arguments);
+            failing = -1;
+            status = run.status;
+            told += run.err.find("Out of memory") != std::string::npos ? 1 : 0;
+        } catch (const std::bad_alloc&) { // outside the input, as `main` tells it
+            failing = -1;
+        }
+        const auto now = outputs(office);
+        const bool isNew = now.at("a.out") != "old";
+        EXPECT_TRUE(status == 70 || (status == 0 && now == whole)) << n << " status " << status;
+        for (const auto& [name, text] : now) {
+            EXPECT_TRUE(isNew ? whole.count(name) == 1 && whole.at(name) == text : text == "old")
+                << n << " " << name;
+        }
+    }
+    EXPECT_GT(told, 10);
+}
+
+} // namespace korvane::test
