@@ -16,8 +16,8 @@ struct Limits {
         return (lowOpen ? value > low : value >= low) && (highOpen ? value < high : value <= high);
     }
 };
-inline constexpr Limits anyNumber{};
-inline constexpr Limits notNegative{.low = 0};
+inline constexpr Limits anyValue{};
+inline constexpr Limits fromZero{.low = 0};
 inline constexpr Limits positive{.low = 0, .lowOpen = true};
 inline constexpr Limits notAbove(double high) {
     return {.high = high};

@@ -53,7 +53,7 @@ bool choice(Reading& reading, int token, std::string_view letters, Choice& to) {
     return taken;
 }
 /// Stores a numeric token within its limits; RuntimeError 5 where the token does not exist.
-bool number(Reading& reading, int token, double& to, const Limits& limits = anyNumber);
+bool number(Reading& reading, int token, double& to, const Limits& limits = anyValue);
 /// Stores a numeric token in a field, within the limits that files have.
 bool number(Reading& reading, int token, ProblemField field, int side = Right, int row = 1);
 /// The same, with 0 where the token does not exist.

@@ -16,7 +16,7 @@ constexpr int Distance = 0;
 constexpr int Elevation = 1;
 
 constexpr double FrameTop = 960; // of a side, twips
-constexpr double FrameWidth = 3960;
+constexpr double SideWidth = 3960;
 constexpr double FrameHeight = 4110;
 constexpr double NoticeHeight = 510; // twips, two lines under the frame of a side
 
@@ -92,7 +92,7 @@ SurfaceScreen::SurfaceScreen(ScreenContext& context)
         auto& rows = tables_[spec.side - 1];
         rows = std::make_unique<FieldTable>(SurfaceRows);
         QFrame* frame = makeGroup(sheet, spec.frame, spec.title,
-                                  {spec.left, FrameTop, FrameWidth, FrameHeight});
+                                  {spec.left, FrameTop, SideWidth, FrameHeight});
         rows->addRowNumbers(frame, 90, 360);
         for (const int number : {Distance, Elevation}) {
             const ColumnSpec& column = columns[number];
@@ -109,7 +109,7 @@ SurfaceScreen::SurfaceScreen(ScreenContext& context)
                              .labelName = spec.labels[number]});
         }
         rows->addNotice(sheet, QString(spec.frame) + "_refused",
-                        {spec.left, FrameTop + FrameHeight + 30, FrameWidth, NoticeHeight});
+                        {spec.left, FrameTop + FrameHeight + 30, SideWidth, NoticeHeight});
         const auto fields = rows->focusOrder();
         order.insert(order.end(), fields.begin(), fields.end());
         for (int row = 1; editing && row <= problem().SurfacePointCount(spec.side); ++row) {

@@ -38,7 +38,9 @@ void expectFailure(const Json& failure, const std::string& code, const std::stri
                    const std::string& others) {
     Json expected{{"code", code},         {"stage", stage},        {"level", nullptr},
                   {"side", nullptr},      {"layer", nullptr},      {"elev", nullptr},
-                  {"factorLow", nullptr}, {"factorHigh", nullptr}, {"error", nullptr}};
+                  {"factorLow", nullptr}, {"factorHigh", nullptr}, {"error", nullptr},
+                  {"field", nullptr},     {"index", nullptr},      {"value", nullptr},
+                  {"limit", nullptr}};
     expected.update(Json::parse(others));
     EXPECT_EQ(failure, expected);
 }

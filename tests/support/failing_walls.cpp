@@ -228,10 +228,10 @@ const std::vector<Change>& changes() {
              coefficients(problem, Left);
          },
          {.code = FailureCode::CoefficientsForWedge, .stage = Preparing, .side = Left}},
-        {[](Problem& problem) { // the head of 10 FT is gone after 1 FT of its path
-             seepage(problem, 0, -10, 0);
+        {[](Problem& problem) { // the head of 4 FT is gone after 4.4 of the 8 FT to the left ground
+             seepage(problem, -2, -6, -2);
              problem.SeepageKind = Seepage::Given;
-             problem.SeepageGradient(1) = 10;
+             problem.SeepageGradient(1) = 0.9;
          },
          {.code = FailureCode::GradientTooLarge, .stage = Preparing}},
         {[](Problem& problem) { // atan(tan(40) / 0.5) = 59 degrees
