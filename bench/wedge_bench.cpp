@@ -2,9 +2,9 @@
 #include "pressures/elevation_grid.h"
 #include "pressures/wedge_forces.h"
 #include "pressures/wedge_load.h"
-#include "state/kept_work.h"
 #include "pressures/wedge_pressures.h"
 #include "pressures/wedge_regions.h"
+#include "state/kept_work.h"
 #include "state/state.h"
 
 #include <benchmark/benchmark.h>

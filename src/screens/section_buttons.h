@@ -16,7 +16,7 @@ struct SectionButton {
     const char* name;
     const char* caption;
     const char* panel;
-    bool required = false;                   ///< red text
+    bool required = false;                     ///< red text
     bool (*hasData)(const Session&) = nullptr; ///< the rule of the panel's colour
 };
 

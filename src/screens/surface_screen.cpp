@@ -91,8 +91,8 @@ SurfaceScreen::SurfaceScreen(ScreenContext& context)
     for (const SideSpec& spec : sides) {
         auto& rows = tables_[spec.side - 1];
         rows = std::make_unique<FieldTable>(SurfaceRows);
-        QFrame* frame = makeGroup(sheet, spec.frame, spec.title,
-                                  {spec.left, FrameTop, SideWidth, FrameHeight});
+        QFrame* frame =
+            makeGroup(sheet, spec.frame, spec.title, {spec.left, FrameTop, SideWidth, FrameHeight});
         rows->addRowNumbers(frame, 90, 360);
         for (const int number : {Distance, Elevation}) {
             const ColumnSpec& column = columns[number];

@@ -7,8 +7,8 @@
 #include "runtime/arithmetic.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
-#include "state/kept_work.h"
 #include "solution/solution.h"
+#include "state/kept_work.h"
 
 #include <cmath>
 #include <cstdio>

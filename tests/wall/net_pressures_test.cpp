@@ -188,9 +188,9 @@ TEST_F(NetPressuresTest, ADistributedLoadActsBetweenItsPointsOnly) {
     EXPECT_NEAR(net.DrivingForce, 2250 + (100 + 400) / 2.0 * 3 + (400 + 250) / 2.0 * 3, 1e-9);
 }
 
-// A point of the ground's other layer stands 0.0008 FT above the end of a load over 4 FT: there u is
-// 0.0002, and the load still has both values; at its end u is 0 and it has the upper one alone. A
-// search that took the row above for the end would put nothing on the end itself.
+// A point of the ground's other layer stands 0.0008 FT above the end of a load over 4 FT: there u
+// is 0.0002, and the load still has both values; at its end u is 0 and it has the upper one alone.
+// A search that took the row above for the end would put nothing on the end itself.
 TEST_F(NetPressuresTest, ADistributedLoadEndsAtItsLastRowAndNotShortlyAboveIt) {
     for (const double gap : {0.0008, 0.008}) {
         SCOPED_TRACE(gap);
