@@ -3,6 +3,7 @@
 
 #include "problem/limits.h"
 #include "problem/problem.h"
+#include "problem/quantities.h"
 
 #include <span>
 
@@ -96,6 +97,7 @@ struct Bound {
 struct FieldRules {
     ProblemField field;
     const char* name; ///< as in JSON
+    Quantity quantity;
     bool hasSides;
     bool hasRows;
     double& (*at)(Problem&, int side, int row);
