@@ -45,6 +45,8 @@ struct Job {
     std::filesystem::path reportPath; ///< empty: standard output
     std::filesystem::path jsonPath;   ///< empty: none
     bool plots = false;               ///< figures beside the report
+    /// Figures and JSON of an earlier run that this one does not write anew.
+    std::vector<std::filesystem::path> stale;
 
     /// "NAME-figure.svg" beside the report NAME.out.
     std::filesystem::path figurePath(const std::string& figure) const;

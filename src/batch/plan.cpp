@@ -50,13 +50,59 @@ class Places {
     std::unordered_map<std::string, fs::path> folders_;
 };
 
+/// The figures and JSON files of folders, each folder read once.
+class Listings {
+  public:
+    bool has(const fs::path& file) {
+        const auto [place, isNew] = names_.try_emplace(file.parent_path().native());
+        if (isNew) {
+            std::error_code failure;
+            for (fs::directory_iterator entry(file.parent_path(), failure), end;
+                 !failure && entry != end; entry.increment(failure)) {
+                const fs::path& name = entry->path();
+                if (name.extension() == ".svg" || name.extension() == ".json") {
+                    place->second.insert(name.filename().native());
+                }
+            }
+        }
+        return place->second.count(file.filename().native()) != 0;
+    }
+
+  private:
+    std::unordered_map<std::string, std::unordered_set<std::string>> names_;
+};
+
+/// What an earlier run may have left beside the report and this one does not ask for.
+std::vector<fs::path> staleOutputs(const Job& job, const std::vector<std::string>& figures,
+                                   Listings& listings) {
+    std::vector<fs::path> stale;
+    if (job.reportPath.empty()) {
+        return stale;
+    }
+    if (job.jsonPath.empty()) {
+        fs::path json = job.reportPath;
+        json.replace_extension(".json");
+        if (listings.has(json)) {
+            stale.push_back(json);
+        }
+    }
+    for (const std::string& figure : job.plots ? std::vector<std::string>{} : figures) {
+        const fs::path path = job.figurePath(figure);
+        if (listings.has(path)) {
+            stale.push_back(path);
+        }
+    }
+    return stale;
+}
+
 /// `here` is the current folder.
 Job planJob(const Options& options, const std::string& input, const fs::path& here) {
     Job job{.input = input,
             .inputPath = here / input,
             .reportPath = {},
             .jsonPath = {},
-            .plots = options.plots};
+            .plots = options.plots,
+            .stale = {}};
     if (options.output == "-") {
         return job;
     }
@@ -160,6 +206,11 @@ Plan planJobs(const Options& options, const Planned& planned) {
     }
     if (plan.fault.empty()) {
         plan.fault = collision(plan.jobs, planned);
+    }
+    Listings listings;
+    const std::vector<std::string> figures = figureNames();
+    for (Job& job : plan.jobs) {
+        job.stale = staleOutputs(job, figures, listings);
     }
     return plan;
 }

@@ -222,6 +222,19 @@ void prepareOutputs(const Run& run, Outputs& outputs) {
     }
 }
 
+/// True for a figure or JSON file that this program has written. What cannot be read is not known
+/// to be ours.
+bool isOurs(const std::filesystem::path& file) {
+    constexpr std::string_view figure = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"";
+    constexpr std::string_view results = "{\n \"schema\": ";
+    std::string text;
+    if (runGuarded([&] { text = readFile(file); })) {
+        return false;
+    }
+    return text.starts_with(file.extension() == ".svg" ? figure : results);
+}
+
 /// No old figure or JSON may stand beside a new report, whatever fails later.
 void removeOldOutputs(const Job& job, Outputs& outputs) {
     std::set<std::filesystem::path> kept;
@@ -237,6 +250,11 @@ void removeOldOutputs(const Job& job, Outputs& outputs) {
     }
     if (outputs.json) {
         outputs.json->clearPlace();
+    }
+    for (const std::filesystem::path& file : job.stale) {
+        if (isOurs(file)) {
+            removeFile(file);
+        }
     }
 }
 

@@ -86,6 +86,29 @@ TEST(BatchOutputs, AnInputThatCannotBeReadLeavesThoseOfAnEarlierRunWhole) {
     EXPECT_TRUE(outputs(office) == before);
 }
 
+TEST(BatchOutputs, PlotsAndJsonOfAnEarlierRunGoWhereThisOneMakesNone) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    ASSERT_EQ(office.run({"--json", "--plots", input}).status, 0);
+    ASSERT_TRUE(office.files().contains("a-moment.svg"));
+    ASSERT_EQ(office.run({"--json", input}).status, 0);
+    EXPECT_EQ(office.files(), (std::set<std::string>{"a.dat", "a.out", "a.json"}));
+    ASSERT_EQ(office.run({input}).status, 0);
+    EXPECT_EQ(office.files(), (std::set<std::string>{"a.dat", "a.out"}));
+}
+
+TEST(BatchOutputs, FilesOfTheirNamesThatAreOfAnotherHandStay) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    office.write("a.json", "{\"mine\": 1}\n");
+    office.write("a-moment.svg", "<svg/>\n");
+    office.write("ab-moment.svg", "<svg/>\n");
+    ASSERT_EQ(office.run({input}).status, 0);
+    EXPECT_EQ(office.read("a.json"), "{\"mine\": 1}\n");
+    EXPECT_EQ(office.read("a-moment.svg"), "<svg/>\n");
+    EXPECT_EQ(office.files().size(), 5U);
+}
+
 TEST(BatchOutputs, AFolderInThePlaceOfOneStopsNoOther) {
     const BatchOffice office;
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
