@@ -30,8 +30,10 @@ bool NextInputLine(InputLines& input) {
     input.TokenPos.fill(0);
     input.TokenCount = 0;
     while (input.linesRead < input.lines.size()) {
-        const std::string line = trimmed(input.lines[input.linesRead++]);
+        const std::string& whole = input.lines[input.linesRead++];
+        const std::string line = trimmed(whole);
         if (!line.empty() && line.front() != '(') {
+            input.indent = whole.find(line);
             input.InputLine = upperCase(line) + ' ';
             findTokens(input);
             return true;

@@ -17,6 +17,7 @@ inline constexpr int MaxTokens = 20;
 struct InputLines {
     std::vector<std::string> lines; ///< of the file, as they stand in it
     std::size_t linesRead = 0;
+    std::size_t indent = 0;                    ///< blanks before the current line in the file
     std::string InputLine;                     ///< cleaned: trimmed, upper case, one blank appended
     Array<std::size_t, 2, MaxTokens> TokenPos; ///< (1, n) start and (2, n) end column of token n,
                                                ///< from 1; 0 where the token does not exist

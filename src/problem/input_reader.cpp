@@ -13,6 +13,24 @@ namespace korvane {
 
 namespace {
 
+/// "UNITS SI" or "UNITS US" as the whole first line. Any other line there is left to the heading,
+/// which refuses it.
+void readUnits(Reading& reading) {
+    InputLines& input = reading.input;
+    const std::size_t before = input.linesRead;
+    if (NextInputLine(input) && input.TokenCount == 2 && takeToken(input, 1) == "UNITS") {
+        if (const auto units = unitsNamed(takeToken(input, 2))) {
+            reading.units = *units;
+            if (reading.numbers != nullptr) {
+                reading.numbers->units = *units;
+                reading.numbers->unitsLine = input.linesRead;
+            }
+            return;
+        }
+    }
+    input.linesRead = before;
+}
+
 /// One to four lines that begin with an apostrophe. The first other line is the control line and
 /// becomes the current one.
 bool readHeading(Reading& reading) {
@@ -102,7 +120,8 @@ bool readSurfaceOfSide(Reading& reading) {
     const int side = word.side;
     if (!(count(reading, 3, SurfacePointCount(side), 1, 11) &&
           number(reading, 4, ProblemField::SurfaceDist, side, 1) &&
-          number(reading, 5, SurfaceElev(side, 1), notAbove(problem.WallTopElev)))) {
+          number(reading, 5, SurfaceElev(side, 1), notAbove(problem.WallTopElev),
+                 Quantity::Length))) {
         return false;
     }
     for (int point = 2; point <= SurfacePointCount(side); ++point) {
@@ -246,8 +265,8 @@ bool readSeepage(Reading& reading) {
         return refuse(reading);
     }
     const auto bound = [&](int side) { return MinOf(WaterElev(side), SurfaceElev(side, 1)); };
-    if (!(needTokens(reading, 7) &&
-          number(reading, 6, problem.SeepageElev, between(bound(Left), bound(Right))))) {
+    if (!(needTokens(reading, 7) && number(reading, 6, problem.SeepageElev,
+                                           between(bound(Left), bound(Right)), Quantity::Length))) {
         return false;
     }
     if (firstLetter(reading, 7) == 'A') {
@@ -314,16 +333,19 @@ bool readTermination(Reading& reading) {
 
 } // namespace
 
-ReadResult readProblem(Problem& problem, std::string_view fileText, const std::string& fileName) {
+ReadResult readProblem(Problem& problem, std::string_view fileText, const std::string& fileName,
+                       FileNumbers* numbers) {
     InputLines input;
     input.lines = splitLines(fileText);
-    Reading reading{problem, std::move(input), fileName, {}, {}};
+    Reading reading{problem, std::move(input), fileName, {}, {}, UnitSystem::US, numbers};
+    readUnits(reading);
     // The required sections read their own first lines; an optional one finds the line that may be
     // its first already read.
     reading.result.complete = readHeading(reading) && readControl(reading) && readWall(reading) &&
                               readSurface(reading) && readSoil(reading) && nextLine(reading) &&
                               readWater(reading) && readVerticalLoads(reading) &&
                               readHorizontalLoads(reading) && readTermination(reading);
+    reading.result.units = reading.units;
     return reading.result;
 }
 

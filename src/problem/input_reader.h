@@ -2,24 +2,49 @@
 #pragma once
 
 #include "problem/problem.h"
+#include "problem/quantities.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace korvane {
 
 /// What the reader tells: nothing where the problem is complete, else one message.
 struct ReadResult {
     bool complete = false;
-    std::string title; ///< of the message box; empty when complete
-    std::string text;  ///< lines parted by one line feed
+    std::string title;                 ///< of the message box; empty when complete
+    std::string text;                  ///< lines parted by one line feed
+    UnitSystem units = UnitSystem::US; ///< of the file's numbers
 
     bool operator==(const ReadResult&) const = default;
+};
+
+/// A number that the reader has taken from a file.
+struct FileNumber {
+    std::size_t line = 0;   ///< from 1
+    std::size_t column = 0; ///< bytes before it in its line
+    std::size_t length = 0; ///< bytes
+    Quantity quantity = Quantity::Number;
+};
+
+/// All numbers of a file in their order, counts of points and layers included.
+struct FileNumbers {
+    UnitSystem units = UnitSystem::US;
+    std::size_t unitsLine = 0; ///< of "UNITS", from 1; 0 where the file has none
+    std::vector<FileNumber> numbers;
 };
 
 /// Reads `fileText` into a cleared problem. `fileName` stands in the messages. On a failure the
 /// fields read so far stay. Faults that no message covers are thrown: RuntimeError 5 where a token
 /// is taken that does not exist, 9 for a given seepage gradient.
-ReadResult readProblem(Problem& problem, std::string_view fileText, const std::string& fileName);
+///
+/// A file whose first line (comments and empty lines aside) is "UNITS SI" has metric numbers:
+/// elevations in m, unit weights in kN/m3, and so on (`unitOf`). They are converted as they are
+/// read; the limits count behind the conversion. "UNITS US" says what holds without such a line.
+/// `numbers`, if given, takes the file's units and where its numbers stand.
+ReadResult readProblem(Problem& problem, std::string_view fileText, const std::string& fileName,
+                       FileNumbers* numbers = nullptr);
 
 } // namespace korvane

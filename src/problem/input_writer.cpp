@@ -1,5 +1,6 @@
 #include "problem/input_writer.h"
 
+#include "problem/unit_conversion.h"
 #include "runtime/number_text.h"
 #include "runtime/print_lines.h"
 
@@ -245,7 +246,11 @@ void writeHorizontalLoads(PrintLines& lines, const Problem& problem) {
 
 } // namespace
 
-std::string inputFileText(const Problem& problem) {
+std::string inputFileText(const Problem& problem, UnitSystem units) {
+    if (units == UnitSystem::SI) {
+        return PrintLines().text("UNITS SI").end().content() +
+               inputFileText(problemForFile(problem, units));
+    }
     PrintLines lines;
     for (int line = 1; line <= problem.NumHeadingLines; ++line) {
         lines.text(problem.HeadingLines(line)).end();

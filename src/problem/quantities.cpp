@@ -3,6 +3,7 @@
 #include "runtime/number_text.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstddef>
 
@@ -16,6 +17,7 @@ constexpr double Pound = 4.4482216152605; // N
 constexpr double Kilo = 1000;
 constexpr double Mega = 1e6;
 constexpr double PerCentimetre = 100; // 1/m
+constexpr int HeldDigits = 15;
 constexpr double cube(double a) {
     return a * a * a;
 }
@@ -75,6 +77,16 @@ std::string decimalsText(double value, const Unit& unit) {
 
 } // namespace
 
+double roundedTo(double value, int digits) {
+    constexpr std::size_t room = 64;
+    char text[room];
+    const auto end =
+        std::to_chars(text, text + room, value, std::chars_format::scientific, digits - 1);
+    double result = value;
+    std::from_chars(text, end.ptr, result);
+    return result;
+}
+
 const Unit& unitOf(Quantity quantity, UnitSystem system) {
     const QuantityRow& row = rowOf(quantity);
     return system == UnitSystem::SI ? row.si : row.us;
@@ -89,7 +101,8 @@ double inUnits(Quantity quantity, double value, UnitSystem system) {
 }
 
 double fromUnits(Quantity quantity, double value, UnitSystem system) {
-    return system == UnitSystem::SI ? value / rowOf(quantity).factor : value;
+    const double factor = rowOf(quantity).factor;
+    return system == UnitSystem::SI && factor != 1 ? roundedTo(value / factor, HeldDigits) : value;
 }
 
 std::string quantityText(Quantity quantity, double value, UnitSystem system) {

@@ -48,8 +48,12 @@ double siFactor(Quantity quantity);
 /// A value of the records (US customary units) in a system of units.
 double inUnits(Quantity quantity, double value, UnitSystem system);
 
-/// A value given in a system of units, as the records hold it.
+/// A value given in a system of units, as the records hold it. What is converted is taken to 15
+/// significant digits, so that 5.4864 m are 18 FT and not a bit beside.
 double fromUnits(Quantity quantity, double value, UnitSystem system);
+
+/// A value with at most `digits` significant decimal digits.
+double roundedTo(double value, int digits);
 
 /// A value of the records told with its usual digits: "3.05" for 10 FT in SI units. The text of
 /// what is not finite is "-".

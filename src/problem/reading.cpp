@@ -65,12 +65,17 @@ bool choice(Reading& reading, int token, std::string_view letters, char& to) {
     return true;
 }
 
-bool number(Reading& reading, int token, double& to, const Limits& limits) {
+bool number(Reading& reading, int token, double& to, const Limits& limits, Quantity quantity) {
     const std::string_view text = takeToken(reading.input, token);
     if (!isNumeric(text)) {
         return refuse(reading);
     }
-    const double value = numericValue(text);
+    const double value = fromUnits(quantity, numericValue(text), reading.units);
+    if (reading.numbers != nullptr) {
+        const InputLines& input = reading.input;
+        reading.numbers->numbers.push_back(
+            {input.linesRead, input.indent + input.TokenPos(1, token) - 1, text.size(), quantity});
+    }
     if (!limits.hold(value)) {
         return refuse(reading);
     }
@@ -80,7 +85,7 @@ bool number(Reading& reading, int token, double& to, const Limits& limits) {
 
 bool number(Reading& reading, int token, ProblemField field, int side, int row) {
     return number(reading, token, rulesOf(field).at(reading.problem, side, row),
-                  limitsOf(field, ByReader, reading.problem, side, row));
+                  limitsOf(field, ByReader, reading.problem, side, row), rulesOf(field).quantity);
 }
 
 bool optionalNumber(Reading& reading, int token, ProblemField field, int side, int row) {

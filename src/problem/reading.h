@@ -19,6 +19,8 @@ struct Reading {
     std::string InputFileName;
     std::string SectionName; ///< for the messages
     ReadResult result;
+    UnitSystem units = UnitSystem::US; ///< of the file's numbers
+    FileNumbers* numbers = nullptr;    ///< takes where they stand
 };
 
 /// Ends the reading with the message of a faulty field or keyword in `SectionName`. Always false.
@@ -52,8 +54,10 @@ bool choice(Reading& reading, int token, std::string_view letters, Choice& to) {
     to = static_cast<Choice>(letter);
     return taken;
 }
-/// Stores a numeric token within its limits; RuntimeError 5 where the token does not exist.
-bool number(Reading& reading, int token, double& to, const Limits& limits = anyValue);
+/// Stores a numeric token, converted from the file's units, within its limits; RuntimeError 5 where
+/// the token does not exist.
+bool number(Reading& reading, int token, double& to, const Limits& limits = anyValue,
+            Quantity quantity = Quantity::Number);
 /// Stores a numeric token in a field, within the limits that files have.
 bool number(Reading& reading, int token, ProblemField field, int side = Right, int row = 1);
 /// The same, with 0 where the token does not exist.

@@ -1,0 +1,146 @@
+#include "problem/unit_conversion.h"
+
+#include "problem/fields.h"
+#include "runtime/number_text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+namespace korvane {
+
+namespace {
+
+constexpr int MetricDigits = 10;
+constexpr int UsDigits = 15;
+
+/// Each number of the record that a field names, through `told`. What the counts leave unused goes
+/// with it: nobody reads it.
+template <class Told>
+Problem withNumbers(const Problem& problem, Told told) {
+    Problem result = problem;
+    for (const FieldGroup& group : fieldGroups()) {
+        const int first = static_cast<int>(group.first);
+        for (int place = first; place <= static_cast<int>(group.last); ++place) {
+            const FieldRules& rules = rulesOf(static_cast<ProblemField>(place));
+            for (int side = 1; side <= group.sides; ++side) {
+                for (int row = 1; row <= group.rows(problem, side); ++row) {
+                    double& value = rules.at(result, side, row);
+                    value = told(rules.quantity, value);
+                }
+            }
+        }
+    }
+    return result;
+}
+
+/// A line of a file, as `splitLines` cuts it.
+struct Line {
+    std::size_t start = 0;
+    std::size_t length = 0;
+    std::size_t endLength = 0; ///< of its line end: 0 to 2 bytes
+
+    std::size_t end() const { return start + length; }
+    std::size_t next() const { return end() + endLength; }
+};
+
+std::vector<Line> linesOf(std::string_view fileText) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    std::vector<Line> lines;
+    std::size_t start = fileText.starts_with(mark) ? mark.size() : 0;
+    while (start < fileText.size()) {
+        const std::size_t end = std::min(fileText.find_first_of("\r\n", start), fileText.size());
+        const bool pair = fileText.substr(end, 2) == "\r\n";
+        lines.push_back(
+            {start, end - start, std::min<std::size_t>(pair ? 2 : 1, fileText.size() - end)});
+        start = lines.back().next();
+    }
+    return lines;
+}
+
+/// The first line that is neither empty nor a comment, from 1.
+std::size_t firstSignificant(std::string_view fileText, const std::vector<Line>& lines) {
+    std::size_t first = 1;
+    for (const Line& line : lines) {
+        const std::string text = trimmed(fileText.substr(line.start, line.length));
+        if (!text.empty() && text.front() != '(') {
+            break;
+        }
+        ++first;
+    }
+    return first;
+}
+
+} // namespace
+
+Problem problemInUnits(const Problem& problem, UnitSystem system) {
+    return withNumbers(problem, [system](Quantity quantity, double value) {
+        return inUnits(quantity, value, system);
+    });
+}
+
+Problem problemForFile(const Problem& problem, UnitSystem system) {
+    return withNumbers(problem, [system](Quantity quantity, double value) {
+        const double told = inUnits(quantity, value, system);
+        return told == value ? value : roundedTo(told, MetricDigits);
+    });
+}
+
+std::string roundedText(double value, int digits) {
+    return trimmed(generalForm(roundedTo(value, digits)));
+}
+
+std::string convertedNumber(Quantity quantity, std::string_view text, UnitSystem from,
+                            UnitSystem to) {
+    const double typed = numericValue(text);
+    if (from == to || typed == 0 || siFactor(quantity) == 1) {
+        return std::string(text);
+    }
+    const auto told = [quantity](double value, UnitSystem one, UnitSystem other) {
+        return inUnits(quantity, fromUnits(quantity, value, one), other);
+    };
+    const double value = told(typed, from, to);
+    if (to == UnitSystem::SI) {
+        return roundedText(value, MetricDigits);
+    }
+    for (int digits = 1; digits < UsDigits; ++digits) {
+        const double back = told(roundedTo(value, digits), to, from);
+        if (roundedTo(back, MetricDigits) == roundedTo(typed, MetricDigits)) {
+            return roundedText(value, digits);
+        }
+    }
+    return roundedText(value, UsDigits);
+}
+
+std::string convertedInput(std::string_view fileText, const FileNumbers& read, UnitSystem to) {
+    if (read.units == to) {
+        return std::string(fileText);
+    }
+    const std::vector<Line> lines = linesOf(fileText);
+    std::string text;
+    std::size_t taken = 0; // bytes of the file
+    const auto takeTo = [&](std::size_t place) {
+        text += fileText.substr(taken, place - taken);
+        taken = place;
+    };
+    const std::size_t unitsLine = read.unitsLine;
+    const std::size_t first = unitsLine != 0 ? unitsLine : firstSignificant(fileText, lines);
+    takeTo(lines.at(first - 1).start);
+    if (to == UnitSystem::SI) {
+        text += "UNITS SI";
+        text += fileText.substr(lines.at(first - 1).end(), lines.at(first - 1).endLength);
+    }
+    if (unitsLine != 0) {
+        taken = lines.at(unitsLine - 1).next();
+    }
+    for (const FileNumber& number : read.numbers) {
+        takeTo(lines.at(number.line - 1).start + number.column);
+        text +=
+            convertedNumber(number.quantity, fileText.substr(taken, number.length), read.units, to);
+        taken += number.length;
+    }
+    takeTo(fileText.size());
+    return text;
+}
+
+} // namespace korvane

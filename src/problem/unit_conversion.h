@@ -1,0 +1,35 @@
+// Problems and input files in other units.
+#pragma once
+
+#include "problem/input_reader.h"
+
+#include <string>
+#include <string_view>
+
+namespace korvane {
+
+/// The problem with every number as it is told in a system of units. Only for writing: no other
+/// part of the system takes metric numbers.
+Problem problemInUnits(const Problem& problem, UnitSystem system);
+
+/// The same with at most 10 significant digits, as metric files hold: 9.81 kN/m3 that was read
+/// comes back as 9.81.
+Problem problemForFile(const Problem& problem, UnitSystem system);
+
+/// A number with at most `digits` significant decimal digits, in the general form of input files
+/// without its leading blank.
+std::string roundedText(double value, int digits);
+
+/// The text of a number that is told in one system in the other one: 10 significant digits in SI
+/// units; in US units the fewest digits that lead back to those 10. So there and back gives the
+/// same number, in US units where it had no more than 9 digits. What has no other unit stays as it
+/// is.
+std::string convertedNumber(Quantity quantity, std::string_view text, UnitSystem from,
+                            UnitSystem to);
+
+/// The text of an input file in other units. Comments, headings, words, blanks and line ends stay;
+/// the line "UNITS SI" comes before the first line that is no comment, or goes. `read` tells which
+/// numbers the file has; it must be what the reader gave for this very text.
+std::string convertedInput(std::string_view fileText, const FileNumbers& read, UnitSystem to);
+
+} // namespace korvane
