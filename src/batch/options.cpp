@@ -63,6 +63,13 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         ->capture_default_str();
     app.add_flag("--quiet", options.quiet, "no progress line");
 
+    std::string units;
+    std::string convert;
+    app.add_option("--units", units, "units of the JSON; without it those of the input")
+        ->check(CLI::IsMember({"us", "si"}));
+    app.add_option("--convert", convert, "writes the input in these units to OUTPUT, unsolved")
+        ->check(CLI::IsMember({"us", "si"}));
+
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {
         app.parse(reversed);
@@ -70,6 +77,8 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         return ended(app, end);
     }
     options.fixedSurface = wedge == "fixed";
+    options.units = unitsNamed(units);
+    options.convert = unitsNamed(convert);
     return {.options = options, .status = StatusSolved, .text = {}};
 }
 

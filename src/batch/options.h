@@ -1,6 +1,8 @@
 // The command line of the batch command.
 #pragma once
 
+#include "problem/quantities.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -24,8 +26,10 @@ struct Options {
     bool json = false;
     bool plots = false;
     bool quiet = false;
-    int jobs = 1;      ///< problems solved at once
-    double maxFs = 20; ///< a larger limit of the factor of safety ends the search
+    std::optional<UnitSystem> units; ///< of what is written besides the report; default the file's
+    std::optional<UnitSystem> convert; ///< the input goes to `output` in these units, unsolved
+    int jobs = 1;                      ///< problems solved at once
+    double maxFs = 20;                 ///< a larger limit of the factor of safety ends the search
 };
 
 /// Options, or the status to end with and the text to show for it.

@@ -2,6 +2,7 @@
 #include "batch/options.h"
 #include "plots/figures.h"
 
+#include <span>
 #include <system_error>
 #include <unordered_map>
 #include <unordered_set>
@@ -126,6 +127,12 @@ std::string wrongCombination(const Options& options) {
     if (!options.output.empty() && options.inputs.size() > 1) {
         return "--output takes the report of a single input.";
     }
+    if (options.convert && options.output.empty()) {
+        return "--convert needs an output file (-o).";
+    }
+    if (options.convert && (options.json || options.plots || options.units)) {
+        return "--convert writes the input alone: no --json, --plots or --units with it.";
+    }
     if (options.output == "-" && (options.json || options.plots)) {
         return "--json and --plots need a report file; the report goes to standard output.";
     }
@@ -209,7 +216,7 @@ Plan planJobs(const Options& options, const Planned& planned) {
     }
     Listings listings;
     const std::vector<std::string> figures = figureNames();
-    for (Job& job : plan.jobs) {
+    for (Job& job : options.convert ? std::span<Job>{} : std::span(plan.jobs)) {
         job.stale = staleOutputs(job, figures, listings);
     }
     return plan;

@@ -1,5 +1,6 @@
 #include "batch/run_batch.h"
 
+#include "batch/convert_input.h"
 #include "batch/options.h"
 #include "batch/solve_input.h"
 #include "runtime/dates.h"
@@ -187,6 +188,9 @@ int runBatch(const std::vector<std::string>& arguments, std::ostream& out, std::
         if (!std::filesystem::is_directory(options.outputDir, failure)) {
             return usageFault(err, options.outputDir + ": no folder, and none can be made.");
         }
+    }
+    if (options.convert) {
+        return convertInput(plan.jobs.front(), *options.convert, out, err);
     }
     return solveAll(plan.jobs, options, out, err, progress);
 }

@@ -143,4 +143,28 @@ std::string convertedInput(std::string_view fileText, const FileNumbers& read, U
     return text;
 }
 
+std::vector<IgnoredNumbers> ignoredNumbers(std::string_view fileText, const FileNumbers& read) {
+    const std::vector<Line> lines = linesOf(fileText);
+    std::vector<IgnoredNumbers> ignored;
+    for (std::size_t n = 0; n < read.numbers.size(); ++n) {
+        const FileNumber& last = read.numbers[n];
+        if (n + 1 < read.numbers.size() && read.numbers[n + 1].line == last.line) {
+            continue;
+        }
+        const Line& line = lines.at(last.line - 1);
+        const std::size_t from = last.column + last.length;
+        const std::string_view rest = fileText.substr(line.start + from, line.length - from);
+        std::size_t start = rest.find_first_not_of(' ');
+        while (start != std::string_view::npos) {
+            const std::size_t blank = std::min(rest.find(' ', start), rest.size());
+            if (isNumeric(rest.substr(start, blank - start))) {
+                ignored.push_back({last.line, trimmed(rest.substr(start))});
+                break;
+            }
+            start = rest.find_first_not_of(' ', blank);
+        }
+    }
+    return ignored;
+}
+
 } // namespace korvane

@@ -3,8 +3,10 @@
 
 #include "problem/input_reader.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace korvane {
 
@@ -31,5 +33,13 @@ std::string convertedNumber(Quantity quantity, std::string_view text, UnitSystem
 /// the line "UNITS SI" comes before the first line that is no comment, or goes. `read` tells which
 /// numbers the file has; it must be what the reader gave for this very text.
 std::string convertedInput(std::string_view fileText, const FileNumbers& read, UnitSystem to);
+
+/// Numbers behind the last one that the reader takes from a line: they are ignored, and stay as
+/// they are where a file is converted.
+struct IgnoredNumbers {
+    std::size_t line = 0; ///< from 1
+    std::string text;     ///< of the line's end, from the first such number on
+};
+std::vector<IgnoredNumbers> ignoredNumbers(std::string_view fileText, const FileNumbers& read);
 
 } // namespace korvane
