@@ -356,7 +356,7 @@ TEST(Shortcuts, F1OpensTheGuideAtTheSectionOfTheWindowItsScreensAndBoxes) {
     });
     person.choose("mnuViewItem_0");
     person.choose("mnuSolveItem_0"); // the review, whose buttons have the focus
-    QTest::keyClick(person.window().focusWidget(), Qt::Key_F1);
+    press(person, Qt::Key_F1, Qt::NoModifier);
     EXPECT_EQ(guideOver(person.window()), "The menus");
     person.expectNothingLeft();
 }
