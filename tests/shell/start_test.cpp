@@ -355,6 +355,11 @@ TEST(Shortcuts, F1OpensTheGuideAtTheSectionOfTheWindowItsScreensAndBoxes) {
         screen.close();
     });
     person.choose("mnuViewItem_0");
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == "helpViewer") {
+            window->close();
+        }
+    }
     person.choose("mnuSolveItem_0"); // the review, whose buttons have the focus
     press(person, Qt::Key_F1, Qt::NoModifier);
     EXPECT_EQ(guideOver(person.window()), "The menus");
