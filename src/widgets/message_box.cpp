@@ -45,12 +45,19 @@ class Box : public QMessageBox {
         QMessageBox::showEvent(event);
         fit();
     }
-    /// A change of style lets the toolkit lay the box out anew.
+    /// A change of style and of what is in the box let the toolkit lay it out anew.
     void changeEvent(QEvent* event) override {
         QMessageBox::changeEvent(event);
         if (isVisible()) {
             fit();
         }
+    }
+    bool event(QEvent* event) override {
+        const bool taken = QMessageBox::event(event);
+        if (event->type() == QEvent::LayoutRequest && isVisible()) {
+            fit();
+        }
+        return taken;
     }
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() == Qt::Key_Escape && leave()) {
@@ -88,7 +95,8 @@ class Box : public QMessageBox {
         QFont titleFont = font();
         titleFont.setBold(true);
         const int title = QFontMetrics(titleFont).horizontalAdvance(windowTitle()) + FrameButtons;
-        const int wide = std::min(std::max(width(), title), room.width());
+        const int needed = std::max({width(), title, layout()->totalMinimumSize().width()});
+        const int wide = std::min(needed, room.width());
         const int high = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(wide)
                                                        : layout()->totalMinimumSize().height();
         setFixedSize(wide, high);
