@@ -95,10 +95,19 @@ class Box : public QMessageBox {
         QFont titleFont = font();
         titleFont.setBold(true);
         const int title = QFontMetrics(titleFont).horizontalAdvance(windowTitle()) + FrameButtons;
-        const int needed = std::max({width(), title, layout()->totalMinimumSize().width()});
+        // Lines of usual length stay whole; the toolkit breaks them early on a small screen.
+        constexpr int UsualLine = 500; // pixels
+        const int line = QFontMetrics(textLabel().font()).size(0, text()).width() + 1;
+        const int lines = std::min(line, UsualLine) + width() - textLabel().width();
+        const int needed = std::max({width(), title, lines, layout()->totalMinimumSize().width()});
         const int wide = std::min(needed, room.width());
         const int high = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(wide)
                                                        : layout()->totalMinimumSize().height();
+        if (wide > width()) { // it grows to both sides, but not off the screen
+            const QRect area = screen()->availableGeometry();
+            const int rightmost = area.left() + room.width() - wide;
+            move(std::max(area.left(), std::min(x() - (wide - width()) / 2, rightmost)), y());
+        }
         setFixedSize(wide, high);
         layout()->activate();
         const QLabel& label = textLabel();

@@ -285,6 +285,23 @@ TEST(MessageBoxes, AreAtLeastAsWideAsTheirTitle) {
     });
 }
 
+TEST(MessageBoxes, KeepTheirLinesWhereTheScreenHasRoom) {
+    const std::string text = "At least one required data value is missing."
+                             "\n\n     Choose OK to continue SOIL LAYER"
+                             "\n          DATA entry."
+                             "\n     Choose CANCEL to delete ALL SOIL LAYER"
+                             "\n          DATA and exit.";
+    answered({.text = text, .buttons = Buttons::OkCancel, .icon = Icon::Exclamation},
+             [&](QMessageBox& box) {
+                 const auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+                 const QSize lines = QFontMetrics(label->font()).size(0, box.text());
+                 EXPECT_GE(label->width(), lines.width());
+                 EXPECT_LE(box.width(), screenRoom(&box).width());
+                 EXPECT_TRUE(box.screen()->availableGeometry().contains(box.geometry()));
+                 box.button(QMessageBox::Ok)->click();
+             });
+}
+
 TEST(MessageBoxes, AreNeverLargerThanTheScreenAndATextThatIsHigherScrolls) {
     std::string lines;
     for (int i = 0; i < 300; ++i) {
