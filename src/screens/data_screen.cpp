@@ -20,6 +20,12 @@
 
 namespace korvane {
 
+namespace {
+
+constexpr double HeadingGap = 120; // twips
+
+} // namespace
+
 DataScreen::DataScreen(ScreenContext& context, const QString& name, const QString& title)
     : ScreenWindow(context, name, title), remark_(new QLabel(this)), opened_(problem()),
       openedHeadContDataValid_(session().HeadContDataValid) {
@@ -55,18 +61,25 @@ QWidget* DataScreen::makeSheet(double width, double height, double top) {
 }
 
 void DataScreen::arrange() {
+    int foot = 0; // of the headings, below which stands what is centred both ways
+    for (const Centred& entry : centred_) {
+        if (entry.how == Centre::Across && !entry.widget->isHidden()) {
+            foot = std::max(foot, entry.widget->geometry().bottom() + 1 + pixels(HeadingGap));
+        }
+    }
     QSize needed;
     for (const Centred& entry : centred_) {
         if (!entry.widget->isHidden()) {
-            const int top = entry.how == Centre::Across ? entry.widget->y() : 0;
+            const int top = entry.how == Centre::Across ? entry.widget->y() : foot;
             needed = needed.expandedTo(entry.least + QSize(0, top));
         }
     }
     canvas()->setMinimumSize(needed);
     for (const Centred& entry : centred_) {
         const QSize room = (canvas()->size() - entry.widget->size()).expandedTo(QSize(0, 0)) / 2;
-        entry.widget->move(room.width(),
-                           entry.how == Centre::Both ? room.height() : entry.widget->y());
+        const int top =
+            entry.how == Centre::Both ? std::max(room.height(), foot) : entry.widget->y();
+        entry.widget->move(room.width(), top);
     }
 }
 

@@ -22,6 +22,7 @@ constexpr double ColumnLeft = 600;
 constexpr double ColumnPitch = 1680;
 constexpr double ColumnWidth = 1590;
 constexpr double NumbersRight = 360; // free behind the numbers of the default sections
+constexpr double FieldMargins = 180; // frame and margins of the toolkit, both sides
 constexpr double DefaultTop = 840;
 constexpr double DefaultPitch = 255;
 constexpr TableRows AddedPlace{.count = AddedRows, .firstTop = 840, .pitch = 285};
@@ -216,8 +217,11 @@ void PileScreen::alignAdditions(int column) {
     for (int row = 1; row <= AddedRows; ++row) {
         Field* field = rows_.field(column, row);
         const int behind = widest - decimalsWidth(field->text(), letters);
+        // A long number is rather seen whole than in line.
+        const int free =
+            field->width() - letters.horizontalAdvance(field->text()) - pixels(FieldMargins);
         field->setAlignment(Qt::AlignRight);
-        field->setTextMargins(0, 0, std::min(behind, field->width() / 2), 0);
+        field->setTextMargins(0, 0, std::clamp(behind, 0, std::max(0, free)), 0);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "shell/picture.h"
 #include "widgets/gate.h"
 #include "widgets/geometry.h"
+#include "widgets/help_viewer.h"
 #include "widgets/shown_text.h"
 
 #include <QAction>
@@ -18,6 +19,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStyle>
 #include <QTimer>
 #include <QUrl>
@@ -30,8 +32,8 @@ namespace korvane {
 namespace {
 
 constexpr double ReviewWidth = 4995;  // twips
-constexpr double ReviewHeight = 3735; // twips
-constexpr double DoneWidth = 6200;    // twips, room for the longer wording
+constexpr double ReviewHeight = 3075; // twips; both panels fit 1024 by 768 pixels at 200 %
+constexpr double DoneWidth = 5400;    // twips, room for the longer wording
 constexpr double DoneHeight = 1800;   // twips
 
 /// Indices in the menu's control arrays that are commands and not submenus or separators.
@@ -45,13 +47,9 @@ struct Shortcut {
 };
 
 constexpr Shortcut Shortcuts[] = {
-    {"mnuFileItem_0", "Ctrl+N"},
-    {"mnuFileItem_1", "Ctrl+O"},
-    {"mnuSaveItem_0", "Ctrl+S"},
-    {"mnuSaveItem_1", "Ctrl+Shift+S"},
-    {"mnuPrintItem_0", "Ctrl+Shift+P"},
-    {"mnuPrintItem_1", "Ctrl+P"},
-    {"mnuHelpItem_0", "F1"},
+    {"mnuFileItem_0", "Ctrl+N"},        {"mnuFileItem_1", "Ctrl+O"},
+    {"mnuSaveItem_0", "Ctrl+S"},        {"mnuSaveItem_1", "Ctrl+Shift+S"},
+    {"mnuPrintItem_0", "Ctrl+Shift+P"}, {"mnuPrintItem_1", "Ctrl+P"},
 };
 
 constexpr Screen ViewScreens[] = {Screen::VUINPTFL, Screen::VUINECHO, Screen::VUINPLOT,
@@ -197,6 +195,8 @@ void ShellWindow::setShortcuts() {
     for (const Shortcut& shortcut : Shortcuts) {
         findChild<QAction*>(shortcut.item)->setShortcut(QKeySequence(shortcut.keys));
     }
+    connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
+            [this] { command([this] { showHelp_(this, HelpOfWindow); }); });
 }
 
 void ShellWindow::createViewMenu(const ScreenTable& screens) {
@@ -238,15 +238,15 @@ void ShellWindow::createReviewFrame(const ScreenTable& screens) {
     title->setAlignment(Qt::AlignCenter);
     title->setWordWrap(true);
     title->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    place(title, 240, 240, ReviewWidth - 2 * 240, 600);
-    cmdVuOutFile_ = addReviewButton("cmdVuOutFile", "&View Output File", 1020,
+    place(title, 240, 150, ReviewWidth - 2 * 240, 480);
+    cmdVuOutFile_ = addReviewButton("cmdVuOutFile", "&View Output File", 765,
                                     [this] { korvane::cmdVuOutFile_Click(session_, desktop_); });
-    QPushButton* plot = addReviewButton("cmdPlotPres", "&Plot Initial Pressures", 1650,
+    QPushButton* plot = addReviewButton("cmdPlotPres", "&Plot Initial Pressures", 1320,
                                         [this] { korvane::cmdPlotPres_Click(session_, desktop_); });
     plot->setEnabled(screens.contains(Screen::VUSOLPLT));
-    QPushButton* go = addReviewButton("cmdContinue", "&Continue Solution", 2280,
+    QPushButton* go = addReviewButton("cmdContinue", "&Continue Solution", 1875,
                                       [this] { korvane::cmdContinue_Click(session_, desktop_); });
-    QPushButton* stop = addReviewButton("cmdDiscontinue", "&Discontinue Solution", 2910,
+    QPushButton* stop = addReviewButton("cmdDiscontinue", "&Discontinue Solution", 2430,
                                         [this] { korvane::cmdDiscontinue_Click(session_); });
     setTabOrder(cmdVuOutFile_, plot);
     setTabOrder(plot, go);
@@ -261,7 +261,7 @@ void ShellWindow::createDonePanel() {
     panDoneText_->setTextFormat(Qt::PlainText);
     panDoneText_->setAlignment(Qt::AlignCenter);
     panDoneText_->setWordWrap(true);
-    place(panDoneText_, 960, 240, DoneWidth - 2 * 960, 720);
+    place(panDoneText_, 960, 240, DoneWidth - 960 - 240, 720);
     panDoneSign_ = new QLabel(panDone_);
     panDoneSign_->setObjectName("panDoneSign");
     panDoneSign_->setAlignment(Qt::AlignCenter);

@@ -66,6 +66,24 @@ std::string pngFile(const PlotData& data, const PlotView& view) {
     return bytes(buffer.data());
 }
 
+/// What readers of a PDF document are told of it; the toolkit writes a title alone.
+QByteArray pdfMetadata(const PlotData& data, const PlotView& view) {
+    const auto entry = [](const QString& name, const std::string& text) {
+        return QString(
+                   "<dc:%1><rdf:Alt><rdf:li xml:lang=\"x-default\">%2</rdf:li></rdf:Alt></dc:%1>")
+            .arg(name, shownText(text).toHtmlEscaped());
+    };
+    const QString description = entry("title", plotReadings(data, view).title) +
+                                entry("description", plotDescription(data, view));
+    return QString("<?xpacket begin=\"\uFEFF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n"
+                   "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\"><rdf:RDF "
+                   "xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\"><rdf:Description "
+                   "rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\">%1"
+                   "</rdf:Description></rdf:RDF></x:xmpmeta>\n<?xpacket end=\"w\"?>")
+        .arg(description)
+        .toUtf8();
+}
+
 std::string pdfFile(const PlotData& data, const PlotView& view) {
     const Crop crop = cropOf(data, view);
     QBuffer buffer;
@@ -73,6 +91,7 @@ std::string pdfFile(const PlotData& data, const PlotView& view) {
     QPdfWriter writer(&buffer);
     writer.setTitle(shownText(plotReadings(data, view).title));
     writer.setCreator("KORVANE");
+    writer.setDocumentXmpMetadata(pdfMetadata(data, view));
     writer.setResolution(static_cast<int>(TwipsPerInch));
     writer.setPageSize(QPageSize(crop.size / TwipsPerInch, QPageSize::Inch));
     writer.setPageMargins(QMarginsF());

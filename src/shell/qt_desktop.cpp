@@ -124,7 +124,7 @@ void QtDesktop::showHelp(QWidget* active, int command) {
 }
 
 Answer QtDesktop::Ask(const MessageBox& box) {
-    return askBox(activeWindow(), box);
+    return askBox(activeWindow(), box, [this](QWidget* over) { showHelp(over, HelpOfWindow); });
 }
 
 std::string QtDesktop::ChooseFile(const FileDialog& request) {

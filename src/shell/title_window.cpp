@@ -179,6 +179,7 @@ void TitleWindow::showText(const char* text) {
     const int needed = okpanel_->heightForWidth(width() - borders) + 2 * okscroll_->frameWidth();
     const int least = std::min(needed, 3 * okpanel_->fontMetrics().lineSpacing());
     okscroll_->setMinimumHeight(least);
+    Panel3D1_->layout()->activate(); // a window that is not shown yet lays out nothing by itself
     layout()->activate();
     const QSize room = screenRoom(this);
     resize(width(),

@@ -30,6 +30,7 @@ constexpr WindowSection sections[] = {
     {"VUSOLPLT", "Plots"},
     {"VUINPLOT", "Plots"},
     {"ROWECURV", "Plots"},
+    {"messageBox", "Messages and what to do"},
 };
 
 } // namespace

@@ -26,12 +26,12 @@ QString shownMessage(const std::string& text) {
 }
 
 /// A message box that tells leaving it from its buttons: Yes/No cannot be left, and a box whose
-/// Cancel deletes is left without Cancel. It is as wide as its title, and a text that is higher
+/// Cancel deletes is left without Cancel. It is as wide as its title, and a text that is larger
 /// than the screen scrolls.
 class Box : public QMessageBox {
   public:
-    Box(QWidget* parent, const MessageBox& box)
-        : QMessageBox(parent), mustChoose_(box.buttons == Buttons::YesNo),
+    Box(QWidget* parent, const MessageBox& box, const ShowHelp& showHelp)
+        : QMessageBox(parent), showHelp_(showHelp), mustChoose_(box.buttons == Buttons::YesNo),
           goesBack_(box.cancelDeletes) {
         if (mustChoose_) { // no cross that would be refused
             setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
@@ -45,16 +45,28 @@ class Box : public QMessageBox {
         QMessageBox::showEvent(event);
         fit();
     }
-    /// A change of style lets the toolkit lay the box out anew.
+    /// A change of style and of what is in the box let the toolkit lay it out anew.
     void changeEvent(QEvent* event) override {
         QMessageBox::changeEvent(event);
         if (isVisible()) {
             fit();
         }
     }
+    bool event(QEvent* event) override {
+        const bool taken = QMessageBox::event(event);
+        if (event->type() == QEvent::LayoutRequest && isVisible()) {
+            fit();
+        }
+        return taken;
+    }
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() == Qt::Key_Escape && leave()) {
             event->accept();
+            return;
+        }
+        if (event->key() == Qt::Key_F1 && showHelp_) {
+            event->accept();
+            showHelp_(this);
             return;
         }
         QMessageBox::keyPressEvent(event);
@@ -83,19 +95,32 @@ class Box : public QMessageBox {
         QFont titleFont = font();
         titleFont.setBold(true);
         const int title = QFontMetrics(titleFont).horizontalAdvance(windowTitle()) + FrameButtons;
-        const int wide = std::min(std::max(width(), title), room.width());
+        // Lines of usual length stay whole; the toolkit breaks them early on a small screen.
+        constexpr int UsualLine = 500; // pixels
+        const int line = QFontMetrics(textLabel().font()).size(0, text()).width() + 1;
+        const int lines = std::min(line, UsualLine) + width() - textLabel().width();
+        const int needed = std::max({width(), title, lines, layout()->totalMinimumSize().width()});
+        const int wide = std::min(needed, room.width());
         const int high = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(wide)
                                                        : layout()->totalMinimumSize().height();
+        if (wide > width()) { // it grows to both sides, but not off the screen
+            const QRect area = screen()->availableGeometry();
+            const int rightmost = area.left() + room.width() - wide;
+            move(std::max(area.left(), std::min(x() - (wide - width()) / 2, rightmost)), y());
+        }
         setFixedSize(wide, high);
-        if (high > room.height()) {
-            layout()->activate();
+        layout()->activate();
+        const QLabel& label = textLabel();
+        if (high > room.height() || label.minimumSizeHint().width() > label.width()) {
             scrollText(room);
         }
     }
 
+    QLabel& textLabel() const { return *findChild<QLabel*>("qt_msgbox_label"); }
+
     void scrollText(QSize room) {
         auto* grid = qobject_cast<QGridLayout*>(layout());
-        auto* label = findChild<QLabel*>("qt_msgbox_label");
+        QLabel* label = &textLabel();
         if (grid->indexOf(label) < 0) { // it scrolls already
             return;
         }
@@ -105,16 +130,21 @@ class Box : public QMessageBox {
         int columns = 0;
         grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
         const QSize others = size() - label->size();
-        label->setFixedSize(label->size());
+        const QSize most = room - others;
         grid->removeWidget(label);
         delete scroll_.data();
         scroll_ = new QScrollArea(this);
         scroll_->setObjectName("messageScroll");
         scroll_->setFrameShape(QFrame::NoFrame);
-        scroll_->setWidget(label);
         const int bar = scroll_->verticalScrollBar()->sizeHint().width();
-        const QSize seen(std::min(label->width() + bar, room.width() - others.width()),
-                         room.height() - others.height());
+        // Lines break at blanks; a path without any is wider than the screen.
+        const int wide = std::max(label->minimumSizeHint().width(),
+                                  std::min(label->width(), most.width() - bar));
+        label->setFixedSize(wide, label->wordWrap() ? label->heightForWidth(wide)
+                                                    : label->sizeHint().height());
+        scroll_->setWidget(label);
+        const QSize seen =
+            (label->size() + QSize(bar, wide > most.width() - bar ? bar : 0)).boundedTo(most);
         scroll_->setMinimumSize(seen);
         grid->addWidget(scroll_, row, column, rows, columns);
         scroll_->show();
@@ -122,6 +152,7 @@ class Box : public QMessageBox {
         centreOnScreen(this);
     }
 
+    const ShowHelp& showHelp_;
     QPointer<QScrollArea> scroll_;
     bool mustChoose_;
     bool goesBack_;
@@ -171,9 +202,9 @@ Answer answerOf(int button) {
 
 } // namespace
 
-Answer askBox(QWidget* parent, const MessageBox& box) {
+Answer askBox(QWidget* parent, const MessageBox& box, const ShowHelp& showHelp) {
     const BusyPointerOff pointer;
-    Box dialog(parent, box);
+    Box dialog(parent, box, showHelp);
     dialog.setObjectName("messageBox");
     dialog.setWindowTitle(shownMessage(box.title));
     dialog.setTextFormat(Qt::PlainText);

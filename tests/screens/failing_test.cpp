@@ -1,6 +1,7 @@
 // After a box: where the focus goes, and what leaving the box but by its buttons means.
 #include "looks.h"
 
+#include "screens/field.h"
 #include "widgets/message_box.h"
 
 #include <QApplication>
@@ -208,10 +209,16 @@ TEST_F(FailingTest, TheSectionListGoesToTheSectionThatFailed) {
 
 namespace {
 
-/// Every way to a box whose Cancel deletes something.
+/// A way to a box whose Cancel deletes something, on a full problem.
 struct Way {
     const char* name;
-    std::function<void(Desk&)> go; ///< to the box, on a full problem
+    Screen screen;
+    int loadKind;
+    std::vector<const char*> before; ///< buttons to the stage
+    const char* field;               ///< gets the text; none where it is null
+    const char* text;
+    const char* end; ///< the button that brings the box
+    std::function<void(Problem&)> twist = [](Problem&) {};
 };
 
 void typeAndPush(Desk& desk, const char* field, const char* text, const char* button) {
@@ -220,87 +227,149 @@ void typeAndPush(Desk& desk, const char* field, const char* text, const char* bu
 }
 
 const std::vector<Way>& ways() {
+    static const std::vector<const char*> right{"cmdEnterRightside", "cmdOK"};
+    static const std::vector<const char*> elevations{"cmdWaterEls"};
+    static const std::vector<const char*> pressures{"cmdWaterPres"};
+    const auto oneLayer = [](Problem& p) { p.SoilLayerCount(Right) = 1; };
+    const auto analysis = [](Problem& p) {
+        p.ProgramMode = Mode::Analysis;
+        p.FSKind = 1;
+        p.WallBottomElev = p.SurfaceElev(Right, 2);
+        p.WallModulus = 29e6;
+        p.WallInertia = 184.2;
+    };
+    const auto onePressure = [](Problem& p) {
+        p.WaterDataKind = WaterData::Pressures;
+        p.WaterPressCount = 1;
+    };
     static const std::vector<Way> all = {
-        {"heading missing",
-         [](Desk& d) {
-             d.open(Screen::HEADCONT);
-             typeAndPush(d, "txtWallTop", "", "cmdFinished");
-         }},
-        {"heading invalid",
-         [](Desk& d) {
-             d.open(Screen::HEADCONT);
-             typeAndPush(d, "txtWallTop", "x", "cmdFinished");
-         }},
-        {"surface right",
-         [](Desk& d) {
-             d.open(Screen::SURFACE);
-             typeAndPush(d, "txtRightDist_0", "50", "cmdFinished");
-         }},
-        {"layers",
-         [](Desk& d) {
-             d.open(Screen::LAYRDATA);
-             d.click("cmdEnterRightside");
-             d.click("cmdOK");
-             typeAndPush(d, "txtAdhes_0", "-1", "cmdFinished");
-         }},
-        {"level 2 factor",
-         [](Desk& d) {
-             d.open(Screen::LAYRDATA);
-             d.click("cmdEnterRightside");
-             typeAndPush(d, "txtFSA2", "-1", "cmdOK");
-         }},
-        {"water missing",
-         [](Desk& d) {
-             d.open(Screen::WATER);
-             d.click("cmdWaterEls");
-             typeAndPush(d, "txtWaterWt", "", "cmdFinishedElevData");
-         }},
-        {"water inconsistent",
-         [](Desk& d) {
-             d.open(Screen::WATER);
-             d.click("cmdWaterEls");
-             typeAndPush(d, "txtWaterElL", "-6", "cmdFinishedElevData");
-         }},
-        {"seepage above the water",
-         [](Desk& d) {
-             d.open(Screen::WATER);
-             d.click("cmdWaterEls");
-             typeAndPush(d, "txtSeepEl", "-5", "cmdFinishedElevData");
-         }},
-        {"gradient",
-         [](Desk& d) {
-             d.open(Screen::WATER);
-             d.click("cmdWaterEls");
-             typeAndPush(d, "txtSeepGrad", "1", "cmdFinishedElevData");
-         }},
-        {"line loads",
-         [](Desk& d) {
-             d.open(Screen::SURCHARG, 1);
-             typeAndPush(d, "txtQLLR_0", "0", "cmdFinVertLine");
-         }},
-        {"horizontal line loads",
-         [](Desk& d) {
-             d.open(Screen::HORLOAD, 1);
-             typeAndPush(d, "txtHorLine_0", "", "cmdFinHorLine");
-         }},
-        {"distributed load",
-         [](Desk& d) {
-             d.open(Screen::HORLOAD, 2);
-             typeAndPush(d, "txtHorDist_0", "", "cmdFinHorDist");
-         }},
-        {"the whole problem",
-         [](Desk& d) {
-             d.problem.SoilLayerCount(Left) = 0;
-             d.open(Screen::KEYIN);
-             d.click("cmdFinished");
-         }},
-        {"sheet piles",
-         [](Desk& d) {
-             d.open(Screen::ROWEPILE);
-             typeAndPush(d, "txtDefAllow", "0", "cmdDefAccept");
-         }},
+        {"heading missing", Screen::HEADCONT, 0, {}, "txtWallTop", "", "cmdFinished"},
+        {"heading invalid", Screen::HEADCONT, 0, {}, "txtWallTop", "x", "cmdFinished"},
+        {"analysis missing", Screen::HEADCONT, 0, {}, "txtWallE", "", "cmdFinished", analysis},
+        {"no surface",
+         Screen::SURFACE,
+         0,
+         {},
+         nullptr,
+         "",
+         "cmdFinished",
+         [](Problem& p) { p.SurfacePointCount.fill(0); }},
+        {"surface right", Screen::SURFACE, 0, {}, "txtRightDist_0", "50", "cmdFinished"},
+        {"surface left", Screen::SURFACE, 0, {}, "txtLeftDist_0", "50", "cmdFinished"},
+        {"no surface left",
+         Screen::SURFACE,
+         0,
+         {},
+         "txtLeftDist_0",
+         "",
+         "cmdFinished",
+         [](Problem& p) { p.SurfacePointCount(Left) = 1; }},
+        {"no layers",
+         Screen::LAYRDATA,
+         0,
+         {},
+         nullptr,
+         "",
+         "cmdFinishedAction",
+         [](Problem& p) { p.SoilLayerCount(Left) = 0; }},
+        {"level 2 factor", Screen::LAYRDATA, 0, {"cmdEnterRightside"}, "txtFSA2", "-1", "cmdOK"},
+        {"layers invalid", Screen::LAYRDATA, 0, right, "txtAdhes_0", "-1", "cmdFinished"},
+        {"layers missing", Screen::LAYRDATA, 0, right, "txtSATWt_0", "", "cmdFinished"},
+        {"one layer missing", Screen::LAYRDATA, 0, right, "txtMSTWt_0", "", "cmdFinished",
+         oneLayer},
+        {"water missing", Screen::WATER, 0, elevations, "txtWaterWt", "", "cmdFinishedElevData"},
+        {"water inconsistent", Screen::WATER, 0, elevations, "txtWaterElL", "-6",
+         "cmdFinishedElevData"},
+        {"seepage missing", Screen::WATER, 0, elevations, "txtSeepEl", "x", "cmdFinishedElevData"},
+        {"seepage above the water", Screen::WATER, 0, elevations, "txtSeepEl", "-5",
+         "cmdFinishedElevData"},
+        {"gradient", Screen::WATER, 0, elevations, "txtSeepGrad", "1", "cmdFinishedElevData"},
+        {"gradient invalid", Screen::WATER, 0, elevations, "txtSeepGrad", "x",
+         "cmdFinishedElevData"},
+        {"one pressure", Screen::WATER, 0, pressures, nullptr, "", "cmdFinishedWatPres",
+         onePressure},
+        {"pressure invalid", Screen::WATER, 0, pressures, "txtWPR_1", "x", "cmdFinishedWatPres",
+         onePressure},
+        {"line missing", Screen::SURCHARG, 1, {}, "txtQLLR_0", "", "cmdFinVertLine"},
+        {"line invalid", Screen::SURCHARG, 1, {}, "txtQLLR_0", "0", "cmdFinVertLine"},
+        {"uniform invalid", Screen::SURCHARG, 2, {}, "txtQUL", "x", "cmdFinUnifLoad"},
+        {"strip missing", Screen::SURCHARG, 3, {}, "txtQSL_0", "", "cmdFinStrips"},
+        {"strip invalid", Screen::SURCHARG, 3, {}, "txtQSR_0", "0", "cmdFinStrips"},
+        {"ramp missing", Screen::SURCHARG, 4, {}, "txtQRL", "", "cmdFinRamps"},
+        {"ramp invalid", Screen::SURCHARG, 4, {}, "txtQRR", "x", "cmdFinRamps"},
+        {"triangle missing", Screen::SURCHARG, 5, {}, "txtQTL_0", "", "cmdFinTriangs"},
+        {"triangle invalid", Screen::SURCHARG, 5, {}, "txtQTR_0", "x", "cmdFinTriangs"},
+        {"variable missing", Screen::SURCHARG, 6, {}, "txtLeftLoad_1", "", "cmdFinVertVar"},
+        {"variable invalid", Screen::SURCHARG, 6, {}, "txtRightLoad_1", "x", "cmdFinVertVar"},
+        {"horizontal line missing", Screen::HORLOAD, 1, {}, "txtHorLine_0", "", "cmdFinHorLine"},
+        {"horizontal line invalid", Screen::HORLOAD, 1, {}, "txtHorLine_0", "x", "cmdFinHorLine"},
+        {"distributed missing", Screen::HORLOAD, 2, {}, "txtHorDist_0", "", "cmdFinHorDist"},
+        {"distributed invalid", Screen::HORLOAD, 2, {}, "txtHorDist_0", "x", "cmdFinHorDist"},
+        {"sections missing",
+         Screen::KEYIN,
+         0,
+         {},
+         nullptr,
+         "",
+         "cmdFinished",
+         [](Problem& p) { p.SoilLayerCount(Left) = 0; }},
+        {"seepage and surface",
+         Screen::KEYIN,
+         0,
+         {},
+         nullptr,
+         "",
+         "cmdFinished",
+         [](Problem& p) { p.SeepageElev = 100; }},
+        {"surface above the wall",
+         Screen::KEYIN,
+         0,
+         {},
+         nullptr,
+         "",
+         "cmdFinished",
+         [](Problem& p) { p.SurfaceElev(Left, 1) = p.WallTopElev + 1; }},
+        {"wall bottom above the surface",
+         Screen::KEYIN,
+         0,
+         {},
+         nullptr,
+         "",
+         "cmdFinished",
+         analysis},
+        {"default sections", Screen::ROWEPILE, 0, {}, "txtDefAllow", "0", "cmdDefAccept"},
+        {"additional sections",
+         Screen::ROWEPILE,
+         0,
+         {"cmdDefAccept"},
+         "txtName_0",
+         "OWN",
+         "cmdDone"},
     };
     return all;
+}
+
+/// As far as the button that brings the box.
+void go(Desk& desk, const Way& way) {
+    desk.problem = fullProblem();
+    desk.session->HeadContDataValid = 1;
+    way.twist(desk.problem);
+    desk.open(way.screen, way.loadKind);
+    for (const char* button : way.before) {
+        desk.click(button);
+    }
+    if (way.field != nullptr) {
+        desk.type(way.field, way.text);
+    }
+}
+
+/// All that stands in the fields of the screen, hidden or not.
+QStringList textsOf(Desk& desk) {
+    QStringList texts;
+    for (const Field* field : desk.top().findChildren<Field*>()) {
+        texts.append(field->text());
+    }
+    return texts;
 }
 
 /// Leaves the real box that is on show by a key or its frame, or pushes its Cancel.
@@ -335,31 +404,41 @@ TEST_F(FailingTest, EscapeAndTheFrameLeadBackToTheScreenWithNothingDeleted) {
         for (const Leaving leaving : {Leaving::Escape, Leaving::Frame}) {
             SCOPED_TRACE(way.name);
             Desk other;
-            other.problem = fullProblem();
-            other.session->HeadContDataValid = 1;
+            go(other, way);
             int boxes = 0;
+            Problem atBox;
             other.onAsk = [&](const MessageBox& box) {
                 EXPECT_EQ(box.buttons, Buttons::OkCancel);
-                const Problem atBox = other.problem;
+                atBox = other.problem;
                 ++boxes;
                 const Answer answer = answerOfRealBox(box, leaving);
                 EXPECT_EQ(answer, Answer::Back);
-                EXPECT_EQ(other.problem, atBox);
                 return answer;
             };
-            way.go(other);
+            const QStringList texts = textsOf(other);
+            other.click(way.end);
             EXPECT_EQ(boxes, 1); // also where OK would go on to a further test
             EXPECT_TRUE(other.isOpen());
+            EXPECT_TRUE(other.find(way.end)->isVisible()); // and at the same stage
             EXPECT_EQ(other.session->SolutionFailed, 0);
-            const Problem& p = other.problem;
-            EXPECT_GT(p.SoilLayerCount(Right), 0);
-            EXPECT_GT(p.SurfacePointCount(Right), 0);
-            EXPECT_EQ(p.WaterDataKind, WaterData::Elevations);
-            EXPECT_EQ(p.SeepageKind, Seepage::Given);
-            EXPECT_EQ(p.VLineCount(Right), 2);
-            EXPECT_EQ(p.HLineCount, 2);
-            EXPECT_EQ(p.HDistCount, 2);
+            EXPECT_EQ(other.problem, atBox);
+            EXPECT_EQ(textsOf(other), texts);
         }
+    }
+}
+
+/// The same ways by Cancel, which shows that each of their boxes deletes.
+TEST_F(FailingTest, CancelOfEachOfTheseBoxesClosesOrEmptiesTheScreen) {
+    for (const Way& way : ways()) {
+        SCOPED_TRACE(way.name);
+        Desk other;
+        go(other, way);
+        other.onAsk = [&](const MessageBox& box) {
+            return answerOfRealBox(box, Leaving::CancelButton);
+        };
+        other.click(way.end);
+        EXPECT_NE(other.isOpen(), way.screen != Screen::ROWEPILE);
+        EXPECT_TRUE(way.screen != Screen::ROWEPILE || other.find("cmdDefAccept")->isVisible());
     }
 }
 

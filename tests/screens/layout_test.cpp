@@ -3,6 +3,7 @@
 #include "looks.h"
 #include "screenshots.h"
 
+#include <QApplication>
 #include <QFrame>
 #include <QLineEdit>
 
@@ -82,6 +83,17 @@ void checkLayout(const QWidget* parent) {
 }
 
 } // namespace
+
+TEST(Layout, OnASmallWindowTheStagesScrollAndCoverNoHeading) {
+    for (const Look& look : allLooks()) {
+        SCOPED_TRACE(look.name);
+        Desk desk;
+        look.reach(desk);
+        desk.top().resize(500, 300); // about 1024 by 768 pixels at 200 %, or less
+        QApplication::processEvents();
+        checkLayout(desk.find("canvas"));
+    }
+}
 
 TEST(Layout, NoTextIsCutOffAndNothingOverlaps) {
     for (const Look& look : allLooks()) {

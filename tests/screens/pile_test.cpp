@@ -242,6 +242,17 @@ TEST_F(PileTest, NumbersStandRightAlignedOnTheirDecimals) {
     EXPECT_EQ(std::count(points.begin(), points.end(), points[0]), 3);
 }
 
+TEST_F(PileTest, ALongNumberIsRatherSeenWholeThanInLine) {
+    desk.click("cmdDefAccept");
+    desk.typeDown("txtEMod", {"0.12345678", "30000000"});
+    for (int row = 0; row < 2; ++row) {
+        const auto* field = desk.find<QLineEdit>(QString("txtEMod_%1").arg(row));
+        const int text = QFontMetrics(field->font()).horizontalAdvance(field->text());
+        constexpr int insides = 10; // frame and margins of the toolkit, pixels
+        EXPECT_LE(text + field->textMargins().right() + insides, field->width()) << row;
+    }
+}
+
 TEST_F(PileTest, TheFramesCrossIsTheButtonOnShow) {
     desk.closeFrame();
     EXPECT_TRUE(desk.isOpen());

@@ -482,7 +482,15 @@ TEST(Figures, AreSavedByTheFiltersOrTheNamesExtension) {
     EXPECT_TRUE(png.text("Description").contains("CANTILEVER WALL IN DRY SAND"));
     EXPECT_NE(readFile(person.userFile("moment.svg")).find("BENDING MOMENT (LB-FT)"),
               std::string::npos);
-    EXPECT_EQ(readFile(person.userFile("moment.pdf")).rfind("%PDF", 0), 0U);
+    const std::string pdf = readFile(person.userFile("moment.pdf"));
+    EXPECT_EQ(pdf.rfind("%PDF", 0), 0U);
+    const auto told = [&](const std::string& element) {
+        const std::size_t begin = pdf.find("<dc:" + element + ">");
+        const std::size_t end = pdf.find("</dc:" + element + ">");
+        return begin < end && end < pdf.size() ? pdf.substr(begin, end - begin) : std::string();
+    };
+    EXPECT_NE(told("title").find("BENDING MOMENT (LB-FT) FOR CANTILEVER"), std::string::npos);
+    EXPECT_NE(told("description").find("CANTILEVER WALL IN DRY SAND"), std::string::npos);
 }
 
 TEST(Figures, ASuffixThatIsNoPictureIsTold) {

@@ -12,6 +12,8 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMimeData>
+#include <QTextBlock>
+#include <QTextBrowser>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -323,25 +325,44 @@ TEST(Shortcuts, AreOffWhereTheirEntriesAre) {
     EXPECT_EQ(person.boxes.size(), 1U); // that the input is complete
 }
 
-TEST(Shortcuts, F1OpensTheGuideFromTheWindowAndItsScreens) {
-    const auto guideOver = [](const QWidget& window) {
-        for (const QWidget* other : QApplication::topLevelWidgets()) {
-            if (other->objectName() == "helpViewer" && other->isVisible()) {
-                return other->parentWidget() == &window;
-            }
+/// The heading at which the guide stands over a window; empty where it does not.
+std::string guideOver(const QWidget& window) {
+    for (const QWidget* other : QApplication::topLevelWidgets()) {
+        if (other->objectName() == "helpViewer" && other->isVisible() &&
+            other->parentWidget() == &window) {
+            const auto* page = other->findChild<QTextBrowser*>("helpPage");
+            return page->textCursor().block().text().toStdString();
         }
-        return false;
-    };
+    }
+    return {};
+}
+
+TEST(Shortcuts, F1OpensTheGuideAtTheSectionOfTheWindowItsScreensAndBoxes) {
     Person person;
     press(person, Qt::Key_F1, Qt::NoModifier);
-    EXPECT_TRUE(guideOver(person.window()));
-    person.open(examplePath("cantilever-dry-sand"));
-    person.expectScreen("VUINPTFL", [&](QDialog& screen) {
+    EXPECT_EQ(guideOver(person.window()), "The menus");
+    person.expectFile(examplePath("cantilever-dry-sand"));
+    person.expectScreen("messageBox", [](QDialog& box) {
+        QTest::keyClick(box.focusWidget(), Qt::Key_F1);
+        EXPECT_EQ(guideOver(box), "Messages and what to do");
+        box.accept();
+    });
+    person.choose("mnuFileItem_1");
+    EXPECT_EQ(guideOver(person.window()), "Messages and what to do"); // stays open
+    person.expectScreen("VUINPTFL", [](QDialog& screen) {
         QTest::keyClick(screen.focusWidget(), Qt::Key_F1);
-        EXPECT_TRUE(guideOver(screen));
+        EXPECT_EQ(guideOver(screen), "The input file");
         screen.close();
     });
     person.choose("mnuViewItem_0");
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == "helpViewer") {
+            window->close();
+        }
+    }
+    person.choose("mnuSolveItem_0"); // the review, whose buttons have the focus
+    press(person, Qt::Key_F1, Qt::NoModifier);
+    EXPECT_EQ(guideOver(person.window()), "The menus");
     person.expectNothingLeft();
 }
 

@@ -5,6 +5,7 @@
 #include "runtime/utf8_text.h"
 #include "shell/title_window.h"
 #include "widgets/gate.h"
+#include "widgets/geometry.h"
 #include "widgets/message_box.h"
 
 #include <QLabel>
@@ -137,6 +138,34 @@ TEST(MainWindow, OpensWithinTheScreen) {
     EXPECT_LE(person.window().height(), screen.height());
 }
 
+/// The frames that stand in the middle of the window, on the smallest screen at the largest scale.
+TEST(MainWindow, PanelsFitASmallScreenAt200Percent) {
+    Person person;
+    constexpr QSize room(1024 / 2 - 12, 768 / 2 - 20 - 40 - 24); // less task bar, frame and menus
+    for (const char* name : {"fraSoilOut", "panDone"}) {
+        auto* panel = person.window().findChild<QWidget*>(name);
+        panel->show();
+        EXPECT_LE(panel->width(), room.width()) << name;
+        EXPECT_LE(panel->height(), room.height()) << name;
+        int foot = 0;
+        for (auto* part : panel->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+            EXPECT_TRUE(panel->rect().contains(part->geometry())) << name;
+            if (part->objectName() != "panDoneSign") { // beside the words
+                EXPECT_GE(part->y(), foot) << part->objectName().toStdString();
+                foot = part->y() + part->height();
+            }
+        }
+    }
+    auto* words = person.window().findChild<QLabel*>("panDoneText");
+    for (const char* text : {"SOLUTION COMPLETE", "SOLUTION ABORTED DUE TO CALCULATION ERRORS"}) {
+        words->setText(text);
+        QFont bold = words->font();
+        bold.setBold(true);
+        words->setFont(bold);
+        EXPECT_GE(words->height(), words->heightForWidth(words->width())) << text;
+    }
+}
+
 TEST(About, HasOneButtonAndAnythingClosesIt) {
     Person person;
     const std::function<void(QDialog&)> ways[] = {
@@ -152,6 +181,12 @@ TEST(About, HasOneButtonAndAnythingClosesIt) {
             EXPECT_EQ(about.findChild<QPushButton*>("okbutton_0")->text(), "&OK");
             EXPECT_FALSE(about.findChild<QPushButton*>("okbutton_1")->isVisible());
             EXPECT_FALSE(about.findChild<QLabel*>("okpanel")->text().contains("DISCLAIMER"));
+            // The screen has room for the words.
+            const auto* scroll = about.findChild<QScrollArea*>("okscroll");
+            const QScreen* screen = about.screen();
+            EXPECT_TRUE(scroll->verticalScrollBar()->maximum() == 0 ||
+                        about.height() > screen->availableGeometry().height() * 9 / 10);
+            keepScreenshot(about, "splash_form-about");
             way(about);
         });
         person.choose("mnuHelpItem_3");
@@ -244,10 +279,27 @@ TEST(MessageBoxes, AreAtLeastAsWideAsTheirTitle) {
     answered({.text = "?", .title = title}, [&](QMessageBox& box) {
         const QFontMetrics metrics(box.font());
         EXPECT_GE(box.width(), std::min(metrics.horizontalAdvance(QString::fromStdString(title)),
-                                        box.screen()->availableGeometry().width()));
+                                        screenRoom(&box).width())); // less the frame
         keepScreenshot(box, "box-with-a-long-title");
         box.button(QMessageBox::Ok)->click();
     });
+}
+
+TEST(MessageBoxes, KeepTheirLinesWhereTheScreenHasRoom) {
+    const std::string text = "At least one required data value is missing."
+                             "\n\n     Choose OK to continue SOIL LAYER"
+                             "\n          DATA entry."
+                             "\n     Choose CANCEL to delete ALL SOIL LAYER"
+                             "\n          DATA and exit.";
+    answered({.text = text, .buttons = Buttons::OkCancel, .icon = Icon::Exclamation},
+             [&](QMessageBox& box) {
+                 const auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+                 const QSize lines = QFontMetrics(label->font()).size(0, box.text());
+                 EXPECT_GE(label->width(), lines.width());
+                 EXPECT_LE(box.width(), screenRoom(&box).width());
+                 EXPECT_TRUE(box.screen()->availableGeometry().contains(box.geometry()));
+                 box.button(QMessageBox::Ok)->click();
+             });
 }
 
 TEST(MessageBoxes, AreNeverLargerThanTheScreenAndATextThatIsHigherScrolls) {
@@ -266,7 +318,12 @@ TEST(MessageBoxes, AreNeverLargerThanTheScreenAndATextThatIsHigherScrolls) {
             }
             EXPECT_TRUE(screen.contains(box.button(QMessageBox::Ok)->mapToGlobal(QPoint(0, 0))));
             const auto* area = box.findChild<QScrollArea*>("messageScroll");
-            EXPECT_EQ(area != nullptr, text == lines);
+            ASSERT_NE(area, nullptr);
+            // All of it can be reached, and no bar is there for nothing.
+            const auto* label = area->widget();
+            EXPECT_GE(label->width(), label->minimumSizeHint().width());
+            EXPECT_EQ(area->verticalScrollBar()->maximum() > 0, text == lines);
+            EXPECT_EQ(area->horizontalScrollBar()->maximum() > 0, text == path);
             EXPECT_EQ(box.text().toStdString(), messageText(text));
             keepScreenshot(box, text == lines ? "box-with-many-lines" : "box-with-a-long-line");
             box.button(QMessageBox::Ok)->click();
