@@ -1,5 +1,6 @@
 // Speed of the wedge method: the load on one piece of plane, and the forces of one side.
 #include "pressures/elevation_grid.h"
+#include "pressures/wedge_description.h"
 #include "pressures/wedge_forces.h"
 #include "pressures/wedge_load.h"
 #include "pressures/wedge_pressures.h"

@@ -1,5 +1,6 @@
 // The fixed surface method: planes whose angle each layer fixes.
 #include "pressures/elevation_grid.h"
+#include "pressures/wedge_description.h"
 #include "pressures/wedge_forces.h"
 #include "pressures/wedge_load.h"
 #include "pressures/wedge_strengths.h"
