@@ -3,10 +3,12 @@
 #include "pressures/wedge_load.h"
 #include "runtime/arithmetic.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 #include <span>
+#include <type_traits>
 
 namespace korvane {
 
@@ -15,7 +17,7 @@ namespace {
 /// Fewer pieces are weighed one by one.
 constexpr std::size_t WorthALoop = 8;
 
-using Column = std::array<double, MaxSweepPlanes>;
+using Column = PlaneColumn;
 
 /// Stands for what has to be worked out piece by piece.
 constexpr double Unknown = std::numeric_limits<double>::quiet_NaN();
@@ -61,65 +63,84 @@ double doubleTrapezoid(double width, double left, double right) {
     return right >= 0 ? aboveLeft : below;
 }
 
-/// Adds twice the areas between the pieces and one segment of an edge, which begins at `ahead`.
-template <bool MayCross, class Border>
+/// A part of the pieces.
+struct PieceRange {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+
+/// Adds twice the areas between some pieces and one segment of an edge, which begins at `ahead`.
+/// Starts: a piece may start within the segment; Ends: it may end there; Level: it has no rise.
+template <bool Starts, bool Ends, bool Level, bool MayCross, class Border>
 void addSegmentAreas(const LinePoint& ahead, const LinePoint& next, const PlanePieces& pieces,
-                     const Border& border, Column& areas) {
+                     PieceRange range, const Border& border, Column& areas) {
     const double y0 = pieces.y0;
     const double* const x1 = pieces.x1;
     const double* const x2 = pieces.x2;
-    const auto [start, startElev, run, rise, slope] = ahead;
+    const LinePoint start = ahead;
     const double end = next.x;
     const double endElev = next.y;
-    const auto add = [&](std::size_t n, double left, double leftElev, double right,
-                         double rightElev) {
+    const auto elevAt = [&start](double x) {
+        return Level ? start.y : start.y + start.rise * ((x - start.x) / start.run);
+    };
+    for (std::size_t n = range.begin; n < range.end; ++n) {
+        const bool startsHere = Starts && x1[n] >= start.x;
+        const bool endsHere = Ends && x2[n] <= end;
+        const double left = startsHere ? x1[n] : start.x;
+        const double right = endsHere ? x2[n] : end;
+        const double leftElev = startsHere ? elevAt(x1[n]) : start.y;
+        const double rightElev = endsHere ? elevAt(x2[n]) : endElev;
         const double leftHeight = (leftElev - y0) - border.at(n, left);
         const double rightHeight = (rightElev - y0) - border.at(n, right);
         const double area = doubleTrapezoid<MayCross>(right - left, leftHeight, rightHeight);
         areas[n] += right > left ? area : 0;
-    };
-    if (rise == 0) {
-        for (std::size_t n = 0; n < pieces.count; ++n) {
-            const double left = x1[n] >= start ? x1[n] : start;
-            const double right = x2[n] <= end ? x2[n] : end;
-            add(n, left, startElev, right, endElev);
-        }
-        return;
     }
-    for (std::size_t n = 0; n < pieces.count; ++n) {
-        const double elev1 = startElev + rise * ((x1[n] - start) / run);
-        const double elev2 = startElev + rise * ((x2[n] - start) / run);
-        const bool startsHere = x1[n] >= start;
-        const bool endsHere = x2[n] <= end;
-        add(n, startsHere ? x1[n] : start, startsHere ? elev1 : startElev, endsHere ? x2[n] : end,
-            endsHere ? elev2 : endElev);
+}
+
+/// Hands a choice to code that is compiled for either.
+template <class Code>
+void either(bool choice, const Code& code) {
+    if (choice) {
+        code(std::true_type{});
+    } else {
+        code(std::false_type{});
     }
 }
 
 /// Twice the areas within the pieces' strips between an upper edge and the borders: segment by
-/// segment from the wall outward.
+/// segment from the wall outward, each for the pieces that reach it.
 template <Crossing Where, class Border>
 void areasUnderEdge(std::span<const LinePoint> edge, const PlanePieces& pieces,
                     const Border& border, Column& areas) {
-    double nearest = pieces.x1[0];
-    double nearestEnd = pieces.x2[0];
-    double farthest = pieces.x2[0];
     for (std::size_t n = 0; n < pieces.count; ++n) {
         areas[n] = 0;
-        nearest = MinOf(nearest, pieces.x1[n]);
-        nearestEnd = MinOf(nearestEnd, pieces.x2[n]);
-        farthest = MaxOf(farthest, pieces.x2[n]);
     }
+    PieceRange reached{0, pieces.count};
     for (std::size_t p = 1; p < edge.size(); ++p) {
-        if (!(edge[p].x > nearest) || (p > 1 && !(edge[p - 1].x < farthest))) {
-            continue;
+        const LinePoint& ahead = edge[p - 1];
+        const LinePoint& next = edge[p];
+        while (reached.begin < reached.end && !(pieces.x2[reached.begin] > ahead.x)) {
+            ++reached.begin;
         }
-        const bool atEnd = Where == Crossing::AtEnds && edge[p].x >= nearestEnd;
-        if (Where == Crossing::Anywhere || atEnd) {
-            addSegmentAreas<true>(edge[p - 1], edge[p], pieces, border, areas);
-        } else {
-            addSegmentAreas<false>(edge[p - 1], edge[p], pieces, border, areas);
+        PieceRange range = reached;
+        while (range.begin < range.end && !(pieces.x1[range.end - 1] < next.x)) {
+            --range.end;
         }
+        std::size_t through = range.end; // from here on no piece ends before the segment does
+        while (range.begin < through && pieces.x2[through - 1] > next.x) {
+            --through;
+        }
+        const bool starts =
+            !pieces.atWall && std::any_of(pieces.x1 + range.begin, pieces.x1 + range.end,
+                                          [&](double x) { return x > ahead.x; });
+        either(starts, [&](auto Starts) {
+            either(ahead.rise == 0, [&](auto Level) {
+                addSegmentAreas<Starts, true, Level, Where != Crossing::Nowhere>(
+                    ahead, next, pieces, {range.begin, through}, border, areas);
+                addSegmentAreas<Starts, false, Level, Where == Crossing::Anywhere>(
+                    ahead, next, pieces, {through, range.end}, border, areas);
+            });
+        });
     }
 }
 
@@ -167,16 +188,17 @@ void surchargeLoads(const WedgeSide& side, const PlanePieces& pieces, Column& su
     for (std::size_t n = 0; n < pieces.count; ++n) {
         sums[n] = 0;
     }
-    for (const auto& [x, load] : side.lineLoads) {
+    for (const PointLoad line : side.lineLoads) {
         for (std::size_t n = 0; n < pieces.count; ++n) {
-            const double begun = x1[n] <= x ? load : 0;
-            sums[n] += x < x2[n] ? begun : 0;
+            const double begun = x1[n] <= line.x ? line.load : 0;
+            sums[n] += line.x < x2[n] ? begun : 0;
         }
     }
+    const double uniformLoad = side.uniformLoad;
     for (std::size_t n = 0; n < pieces.count; ++n) {
-        sums[n] += (x2[n] - x1[n]) * side.uniformLoad;
+        sums[n] += (x2[n] - x1[n]) * uniformLoad;
     }
-    for (const auto& load : side.loads) {
+    for (const StraightLoad load : side.loads) {
         for (std::size_t n = 0; n < pieces.count; ++n) {
             const double left = MaxOf(load.x1, x1[n]);
             const double right = MinOf(load.x2, x2[n]);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace korvane {
@@ -20,10 +21,10 @@ constexpr double AngleStep = 0.0349065850398866; ///< 2 degrees
 
 /// The directions that a sweep takes before its last, measured from the vertical.
 struct Directions {
-    std::array<double, MaxSweepPlanes> angle; ///< radians, by repeated addition of the step
-    std::array<double, MaxSweepPlanes> sin;
-    std::array<double, MaxSweepPlanes> cos;
-    std::array<double, MaxSweepPlanes> slope; ///< FT/FT
+    PlaneColumn angle; ///< radians, by repeated addition of the step
+    PlaneColumn sin;
+    PlaneColumn cos;
+    PlaneColumn slope; ///< FT/FT
 
     Directions() {
         double next = FirstAngle;
@@ -178,6 +179,7 @@ void SweepPlanes::planUpTo(std::size_t end) {
     if (rowPlanes_ != planes_.data()) {
         continueKnownRow();
     }
+    alike_ = {};
     for (std::size_t n = planeCount_; n < end; ++n) {
         if (!cutGround(n)) {
             end = n;
@@ -232,6 +234,18 @@ bool SweepPlanes::planThrough(double groundX, TrialPlane& plane) const {
     return outermost >= 1 && outermost <= layers && std::isfinite(groundX);
 }
 
+/// The boundaries that reach the ground next to a place: up to them all planes pass through the
+/// same layers. None around one that ends there itself.
+Reach SweepPlanes::reachAround(double groundX) const {
+    Reach reach{-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+    for (std::size_t b = 1; b < side_.layers.size(); ++b) {
+        const double xb = side_.layers[b].topReach;
+        reach.from = xb <= groundX ? MaxOf(reach.from, xb) : reach.from;
+        reach.to = xb >= groundX ? MinOf(reach.to, xb) : reach.to;
+    }
+    return reach;
+}
+
 /// Where a plane reaches the ground, and the layers that it passes through. The walk along the
 /// ground starts where that of the plane before ended: a flatter plane never ends before a steeper
 /// one. False for a plane with a fault.
@@ -257,7 +271,16 @@ bool SweepPlanes::cutGround(std::size_t n) {
         const double height = end.y - s * end.x - y0_;
         groundX_[n] = isNext ? divide(height, slope - s) : height / (slope - s);
     }
-    return planThrough(groundX_[n], planes_[n]) || isNext;
+    if (alike_.from < groundX_[n] && groundX_[n] < alike_.to) {
+        planes_[n] = planes_[n - 1];
+        return true;
+    }
+    alike_ = {};
+    const bool sound = planThrough(groundX_[n], planes_[n]);
+    if (sound) {
+        alike_ = reachAround(groundX_[n]);
+    }
+    return sound || isNext;
 }
 
 /// Cuts a run of planes through the same layers at the boundaries; returns the end of those that
@@ -290,7 +313,7 @@ void SweepPlanes::addColumn(int piece, std::size_t begin, std::size_t end, const
                             const double* x2) {
     double* const loads = columns_.data() + static_cast<std::size_t>(2 * piece) * MaxSweepPlanes;
     double* const lengths = loads + MaxSweepPlanes;
-    weighPieces(side_, {y0_, end - begin, &slope_[begin], x1 + begin, x2 + begin},
+    weighPieces(side_, {y0_, end - begin, &slope_[begin], x1 + begin, x2 + begin, piece == 0},
                 planes_[begin].layerOfPiece(piece), loads + begin);
     for (std::size_t n = begin; n < end; ++n) {
         lengths[n] = std::abs(x2[n] - x1[n]) / sin_[n];

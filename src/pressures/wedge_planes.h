@@ -1,6 +1,7 @@
 // The trial planes of the sweep and what lies on them: geometry and loads, no strengths.
 #pragma once
 
+#include "pressures/wedge_pieces.h"
 #include "state/state.h"
 #include "state/wedge_side.h"
 
@@ -8,6 +9,12 @@
 #include <cstddef>
 
 namespace korvane {
+
+/// A part of the ground between two places, FT from the wall; empty by itself.
+struct Reach {
+    double from = 0;
+    double to = 0;
+};
 
 /// The planes of one side at one level: from each point of the wall those from 23 degrees off the
 /// vertical in steps of 2 degrees, and last the one 2 degrees short of the flattest line of sight
@@ -37,7 +44,7 @@ class SweepPlanes {
 
   private:
     static constexpr std::size_t MaxColumns = 22; ///< load and length in each of 11 layers
-    using Column = std::array<double, MaxSweepPlanes>;
+    using Column = PlaneColumn;
 
     void forgetPlanes();
     double sightGround();
@@ -47,6 +54,7 @@ class SweepPlanes {
     void planUpTo(std::size_t end);
     bool cutGround(std::size_t n);
     bool planThrough(double groundX, TrialPlane& plane) const;
+    Reach reachAround(double groundX) const;
     std::size_t cutRun(std::size_t begin, std::size_t end);
     void addColumn(int piece, std::size_t begin, std::size_t end, const double* x1,
                    const double* x2);
@@ -71,6 +79,7 @@ class SweepPlanes {
     const double* rowColumns_ = nullptr;    ///< kept ones or columns_
     std::size_t stride_ = MaxSweepPlanes;   ///< of rowColumns_
     std::size_t groundPoint_ = 1;  ///< where the walk over the ground for the next plane starts
+    Reach alike_;                  ///< planes that end here pass through the layers of the last one
     std::array<double, 51> sight_; ///< slope of the line from the wall point to each ground point
     Column angle_;
     Column sin_;

@@ -25,6 +25,16 @@ struct WallDirection {
     double sin = 0;
 };
 
+/// The forces of one row as far as its planes were taken, LB before the wall friction's cosine.
+struct RowExtremes {
+    double active = NoActiveForce; ///< the largest so far
+    double passive = 0;            ///< the smallest so far
+    bool found = false;            ///< a passive force that counts
+    bool gain = false;             ///< the last plane's active force was the largest
+    bool rising = false;           ///< the last plane's passive force was not the smallest
+    bool passed = false;           ///< both extremes
+};
+
 /// The sweep of one side at one level; holds what stays the same from plane to plane.
 class Sweep {
   public:
@@ -36,13 +46,14 @@ class Sweep {
     void run();
 
   private:
-    using Column = std::array<double, MaxSweepPlanes>;
+    using Column = PlaneColumn;
 
     void sweepRow(int row);
     void enterRow(int row);
     void findForces(std::size_t begin, std::size_t end);
     void handOn(int piece, std::size_t begin, std::size_t end);
     void checkHandedOn(std::size_t n) const;
+    std::size_t takeForces(std::size_t plane, bool mayStopEarly, RowExtremes& extremes) const;
     void pushOnWall(const LayerStrength& soil, std::size_t begin, std::size_t end, Column& active,
                     Column& passive) const;
 
@@ -187,20 +198,36 @@ void Sweep::findForces(std::size_t begin, std::size_t end) {
     }
 }
 
+/// Takes the forces of the planes from `plane` on that are worked out, until the row is done.
+/// Returns the plane behind the last one taken.
+std::size_t Sweep::takeForces(std::size_t plane, bool mayStopEarly, RowExtremes& extremes) const {
+    RowExtremes row = extremes;
+    for (; plane < planes_.end() && !row.passed; ++plane) {
+        if (!std::isfinite(push_[plane])) {
+            checkHandedOn(plane);
+        }
+        const double P = active_[plane];
+        const double Q = passive_[plane];
+        row.gain = P > row.active;
+        row.active = MaxOf(row.active, P);
+        if (Q >= LeastPassiveForce) {
+            row.rising = row.found && Q > row.passive;
+            row.passive = row.rising ? row.passive : Q;
+            row.found = true;
+        }
+        // A load on the ground can put the extreme beyond a first turning point.
+        row.passed = !row.gain && row.rising && mayStopEarly;
+    }
+    extremes = row;
+    return plane;
+}
+
 /// Tries the planes of one row and keeps the largest active and the smallest passive force.
 void Sweep::sweepRow(int row) {
-    auto& WedgeActiveForce = state_.wedge.WedgeActiveForce;
-    auto& WedgePassiveForce = state_.wedge.WedgePassiveForce;
     const bool mayStopEarly = state_.preparation.NumSurchargesOnSide(side_) == 0;
-
-    double Pa = NoActiveForce;
-    double Pp = 0;
-    bool found = false;
-    bool rising = false;
-    bool gain = false;
-    bool passed = false; // both extremes
+    RowExtremes extremes;
     std::size_t plane = 0;
-    while (!passed && planes_.next(mayStopEarly ? PlanesAtOnce : MaxSweepPlanes)) {
+    while (!extremes.passed && planes_.next(mayStopEarly ? PlanesAtOnce : MaxSweepPlanes)) {
         for (std::size_t begin = plane; begin < planes_.end();) {
             std::size_t end = begin + 1;
             while (end < planes_.end() && planes_.plane(end) == planes_.plane(begin)) {
@@ -209,35 +236,20 @@ void Sweep::sweepRow(int row) {
             findForces(begin, end);
             begin = end;
         }
-        for (; plane < planes_.end() && !passed; ++plane) {
-            if (!std::isfinite(push_[plane])) {
-                checkHandedOn(plane);
-            }
-            const double P = active_[plane];
-            const double Q = passive_[plane];
-            gain = P > Pa;
-            Pa = MaxOf(Pa, P);
-            if (Q >= LeastPassiveForce) {
-                rising = found && Q > Pp;
-                Pp = rising ? Pp : Q;
-                found = true;
-            }
-            // A load on the ground can put the extreme beyond a first turning point.
-            passed = !gain && rising && mayStopEarly;
-        }
+        plane = takeForces(plane, mayStopEarly, extremes);
     }
     planes_.leaveRow();
-    WedgeActiveForce(row, side_) = finite(Pa * activeWall_.cos);
-    WedgePassiveForce(row, side_) = finite(Pp * passiveWall_.cos);
+    state_.wedge.WedgeActiveForce(row, side_) = finite(extremes.active * activeWall_.cos);
+    state_.wedge.WedgePassiveForce(row, side_) = finite(extremes.passive * passiveWall_.cos);
 
-    if (passed || row == state_.grid.NumElevs) {
+    if (extremes.passed || row == state_.grid.NumElevs) {
         return;
     }
-    if (gain) {
+    if (extremes.gain) {
         state_.pressures.ActiveMark(side_, row) = true;
         state_.wedge.WedgeNoSolution(level_, side_) = 1;
     }
-    if (!rising) {
+    if (!extremes.rising) {
         state_.pressures.PassiveMark(side_, row) = true;
         state_.wedge.WedgeNoSolution(level_, side_) = 1;
     }

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
+#include <type_traits>
 #include <vector>
 
 namespace korvane {
@@ -86,8 +88,11 @@ struct TrialPlane {
     /// The layer of a piece, counted from the wall and from 0.
     int layerOfPiece(int piece) const { return upward != 0 ? layer - piece : layer + piece; }
 
-    bool operator==(const TrialPlane&) const = default;
+    bool operator==(const TrialPlane& other) const {
+        return std::memcmp(this, &other, sizeof other) == 0;
+    }
 };
+static_assert(std::has_unique_object_representations_v<TrialPlane>);
 
 /// The planes from one point of the wall.
 struct PlaneRow {
