@@ -13,7 +13,7 @@ namespace korvane::test {
 namespace {
 
 static_assert(std::is_trivially_copyable_v<State>);
-static_assert(sizeof(State) < 160000); // nearly half of it polygons of wedge regions
+static_assert(sizeof(State) < 140000); // more than half of it polygons of wedge regions
 
 using Numbers = std::vector<std::uint64_t>;
 
