@@ -43,6 +43,15 @@ const Directions& sweepDirections() {
     return directions;
 }
 
+/// Gives a description the room of another: of an analysis the two change places.
+void reserveAs(const WedgeSide& other, WedgeSide& side) {
+    side.ground.reserve(other.ground.capacity());
+    side.points.reserve(other.points.capacity());
+    side.layers.reserve(other.layers.capacity());
+    side.lineLoads.reserve(other.lineLoads.capacity());
+    side.loads.reserve(other.loads.capacity());
+}
+
 } // namespace
 
 // Describes the side anew; planes of another side are forgotten. The first trial of an analysis
@@ -61,9 +70,11 @@ SweepPlanes::SweepPlanes(State& state, int side, int level)
         forgetPlanes();
         describeWedgeSide(state, side, level, kept_.side);
         kept_.kept = recording_ = keep;
+        reserveAs(kept_.side, kept_.fresh);
         return;
     }
     describeWedgeSide(state, side, level, kept_.fresh);
+    reserveAs(kept_.fresh, kept_.side);
     if (kept_.fresh != kept_.side) {
         forgetPlanes();
         std::swap(kept_.side, kept_.fresh);
