@@ -38,10 +38,14 @@ install_missing() {
 build() {
     local preset=$1 options=(-DKORVANE_WERROR=ON)
     shift
-    while [ "$1" != -- ]; do
+    while [ $# -gt 0 ] && [ "$1" != -- ]; do
         options+=("$1")
         shift
     done
+    if [ $# -lt 2 ]; then
+        echo "build: no target behind --" >&2
+        return 1
+    fi
     shift
     if command -v ccache >/dev/null; then
         options+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
