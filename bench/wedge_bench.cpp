@@ -138,7 +138,7 @@ BENCHMARK_CAPTURE(SweepOneSide, LayersSeepageStrip, true, true)->Unit(benchmark:
 void FixedSurfaceOneSide(benchmark::State& run) {
     const Wall wall(true);
     for (auto _ : run) {
-        FixedSurfaceForces(*wall.state, Right, 1);
+        benchmark::DoNotOptimize(FixedSurfaceForces(*wall.state, Right, 1));
     }
 }
 BENCHMARK(FixedSurfaceOneSide)->Unit(benchmark::kMicrosecond);
