@@ -1,6 +1,11 @@
-// Whole solutions: from the problem in memory to the results, reports left out.
+// Whole solutions: from the problem in memory to the results, and on to all of their reports.
 #include "dearest_walls.h"
 #include "problem/input_reader.h"
+#include "reports/input_echo.h"
+#include "reports/reduction_report.h"
+#include "reports/results_report.h"
+#include "reports/soil_pressure_report.h"
+#include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
 #include "solution/solution.h"
 
@@ -61,6 +66,32 @@ void Solve(benchmark::State& run, const std::string& input, WedgeMethod wedge) {
     }
 }
 
+/// The input text of a design by coefficients to its whole report, as the batch command writes it.
+void Report(benchmark::State& run, const std::string& input) {
+    PileSections sections;
+    LoadPileDefaults(sections);
+    Problem problem;
+    Workspace workspace;
+    std::size_t size = 0;
+    for (auto _ : run) {
+        clearProblemData(problem);
+        readProblem(problem, input, "input");
+        std::string report = inputEcho(problem).content();
+        const Solved solved = solve(problem, {}, sections, workspace);
+        if (solved.failure) {
+            run.SkipWithError("the solution failed");
+            break;
+        }
+        report += soilPressureReport(problem, *solved.review).content();
+        report += resultsReport(problem, *solved.results).content();
+        if (solved.reduction != nullptr) {
+            report += reductionReport(problem, sections, *solved.reduction).content();
+        }
+        size = report.size();
+    }
+    run.counters["bytes"] = static_cast<double>(size);
+}
+
 } // namespace
 
 BENCHMARK_CAPTURE(Solve, CantileverDesignByCoefficients, example("cantilever-dry-sand"),
@@ -106,5 +137,9 @@ BENCHMARK_CAPTURE(Solve, DearestAnalysisByCoefficients,
                   WedgeMethod::Sweep);
 BENCHMARK_CAPTURE(Solve, AllLoadsDesignByCoefficients, example("anchored-all-loads"),
                   WedgeMethod::Sweep);
+
+BENCHMARK_CAPTURE(Report, CantileverDesign, example("cantilever-dry-sand"));
+BENCHMARK_CAPTURE(Report, AnchoredDesign, example("anchored-sand"));
+BENCHMARK_CAPTURE(Report, AllLoadsDesign, example("anchored-all-loads"));
 
 } // namespace korvane

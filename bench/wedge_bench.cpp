@@ -1,5 +1,6 @@
 // Speed of the wedge method: the load on one piece of plane, and the forces of one side.
 #include "pressures/elevation_grid.h"
+#include "pressures/wedge_description.h"
 #include "pressures/wedge_forces.h"
 #include "pressures/wedge_load.h"
 #include "pressures/wedge_pressures.h"
@@ -137,7 +138,7 @@ BENCHMARK_CAPTURE(SweepOneSide, LayersSeepageStrip, true, true)->Unit(benchmark:
 void FixedSurfaceOneSide(benchmark::State& run) {
     const Wall wall(true);
     for (auto _ : run) {
-        FixedSurfaceForces(*wall.state, Right, 1);
+        benchmark::DoNotOptimize(FixedSurfaceForces(*wall.state, Right, 1));
     }
 }
 BENCHMARK(FixedSurfaceOneSide)->Unit(benchmark::kMicrosecond);

@@ -179,6 +179,10 @@ void ComputeSurchargePressures(State& state, int side) {
         kept.loads = kept.freshLoads;
         kept.surface = surface;
     }
+    // The first call takes the memory for any grid.
+    const auto mostRows = static_cast<std::size_t>(grid.ElevGrid.size());
+    kept.rows.reserve(mostRows);
+    kept.freshRows.reserve(mostRows);
     kept.freshRows.clear();
     auto known = kept.rows.begin();
     for (int i = s + 1; i <= grid.NumElevs; ++i) {

@@ -1,5 +1,6 @@
 // The fixed surface method: planes whose angle each layer fixes.
 #include "pressures/elevation_grid.h"
+#include "pressures/wedge_description.h"
 #include "pressures/wedge_forces.h"
 #include "pressures/wedge_load.h"
 #include "pressures/wedge_strengths.h"
@@ -52,8 +53,8 @@ WedgeSide& describeSide(State& state, int side, int level) {
 /// Planes of fixed angle, for active (s = +1) or passive (s = -1) forces.
 class FixedPlanes {
   public:
-    FixedPlanes(WedgeForces& forces, double surfaceElev, const WedgeSide& side,
-                const Array<LayerStrength, 11>& soils, int s);
+    FixedPlanes(double surfaceElev, const WedgeSide& side, const Array<LayerStrength, 11>& soils,
+                int s);
 
     /// Horizontal force (LB) on the wall from the surface down to `y`, in `layer` at the wall.
     double forceAt(double y, int layer);
@@ -70,7 +71,6 @@ class FixedPlanes {
     Point boundaryPoint(int boundary, const Point& start, double k) const;
     Piece weighPiece(const Point& start, const Point& end, double k, int layer) const;
 
-    WedgeForces& forces_;
     double surfaceElev_; ///< FT, at the wall
     const WedgeSide& side_;
     int layerCount_;
@@ -80,10 +80,10 @@ class FixedPlanes {
     WallTerms wall_;
 };
 
-FixedPlanes::FixedPlanes(WedgeForces& forces, double surfaceElev, const WedgeSide& side,
+FixedPlanes::FixedPlanes(double surfaceElev, const WedgeSide& side,
                          const Array<LayerStrength, 11>& soils, int s)
-    : forces_(forces), surfaceElev_(surfaceElev), side_(side),
-      layerCount_(static_cast<int>(side.layers.size())), s_(s), soils_(soils) {
+    : surfaceElev_(surfaceElev), side_(side), layerCount_(static_cast<int>(side.layers.size())),
+      s_(s), soils_(soils) {
     for (int layer = 1; layer <= layerCount_; ++layer) {
         const double t = strength(layer).friction;
         const double th = HalfRightAngle + s * std::atan(t) / 2;
@@ -153,7 +153,7 @@ Piece FixedPlanes::weighPiece(const Point& start, const Point& end, double k, in
 }
 
 double FixedPlanes::forceAt(double y, int layer) {
-    auto& PieceForce = forces_.PieceForce;
+    Array<double, 15> PieceForce{Unset{}}; // horizontal forces of the outer pieces
     const double s = s_;
     Piece wallPiece;
     int outerPieces = 0;
@@ -254,9 +254,8 @@ void interpolateRows(const ElevationGrid& grid, int surfaceRow, int side,
 // the wedge above one broken plane, whose angle in each layer is that of Rankine's state (45
 // degrees plus or minus half the developed friction). Forces are worked out at the midpoints of the
 // rows and led to the rows by parabolas. Reads the regions, the layers and their factors; writes
-// the side's WedgeActiveForce and WedgePassiveForce, MidActiveForce and MidPassiveForce (LB per
-// foot of wall).
-void FixedSurfaceForces(State& state, int side, int level) {
+// the side's WedgeActiveForce and WedgePassiveForce (LB per foot of wall).
+MidForces FixedSurfaceForces(State& state, int side, int level) {
     const Problem& problem = *state.problem;
     const ElevationGrid& grid = state.grid;
     WedgeForces& wedge = state.wedge;
@@ -268,13 +267,14 @@ void FixedSurfaceForces(State& state, int side, int level) {
     }
     const Array<LayerStrength, 11> soils = developedStrengths(state, side, level);
     const WedgeSide& described = describeSide(state, side, level);
-    FixedPlanes active(wedge, problem.SurfaceElev(side, 1), described, soils, 1);
-    FixedPlanes passive(wedge, problem.SurfaceElev(side, 1), described, soils, -1);
+    FixedPlanes active(problem.SurfaceElev(side, 1), described, soils, 1);
+    FixedPlanes passive(problem.SurfaceElev(side, 1), described, soils, -1);
     const auto pass = [&](double height, int layer) {
         active.pass(height, layer);
         passive.pass(height, layer);
     };
 
+    MidForces mid;
     int layer = 1;
     double y = problem.SurfaceElev(side, 1);
     for (int r = surfaceRow; r < grid.NumElevs; ++r) {
@@ -284,11 +284,12 @@ void FixedSurfaceForces(State& state, int side, int level) {
             ++layer;
         }
         pass(grid.ElevGrid(r) - y, layer);
-        wedge.MidActiveForce(r) = active.forceAt(y, layer);
-        wedge.MidPassiveForce(r) = passive.forceAt(y, layer);
+        mid.MidActiveForce(r) = active.forceAt(y, layer);
+        mid.MidPassiveForce(r) = passive.forceAt(y, layer);
     }
-    interpolateRows(grid, surfaceRow, side, wedge.MidActiveForce, wedge.WedgeActiveForce, true);
-    interpolateRows(grid, surfaceRow, side, wedge.MidPassiveForce, wedge.WedgePassiveForce, false);
+    interpolateRows(grid, surfaceRow, side, mid.MidActiveForce, wedge.WedgeActiveForce, true);
+    interpolateRows(grid, surfaceRow, side, mid.MidPassiveForce, wedge.WedgePassiveForce, false);
+    return mid;
 }
 
 } // namespace korvane

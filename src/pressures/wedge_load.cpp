@@ -1,125 +1,147 @@
 #include "pressures/wedge_load.h"
 
-#include "pressures/wedge_regions.h"
 #include "runtime/arithmetic.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <limits>
-#include <span>
 
 namespace korvane {
 
 namespace {
 
-/// Copies a poly-line behind the points in use.
-template <class X, class Y>
-Stretch addLine(std::vector<LinePoint>& points, int count, X x, Y y) {
-    const Stretch stretch{static_cast<int>(points.size()), std::max(count, 0)};
-    for (int p = 1; p <= count; ++p) {
-        const double run = p < count ? x(p + 1) - x(p) : 0;
-        const double rise = p < count ? y(p + 1) - y(p) : 0;
-        points.push_back({x(p), y(p), run, rise, run != 0 ? rise / run : 0});
+/// A straight lower border of an area: a piece of plane or a layer's bottom. Heights count from
+/// the origin of the area sums.
+struct LowerBorder {
+    double x;      ///< FT, a point on it
+    double height; ///< FT at that point
+    double slope;  ///< FT/FT
+
+    double at(double distance) const { return height + slope * (distance - x); }
+};
+
+/// The vertical strip between two distances from the wall, with the origin of its heights.
+struct Strip {
+    double x1; ///< FT
+    double x2; ///< FT
+    double y0; ///< FT elevation
+};
+
+/// Twice the area between two verticals `width` apart, above a border that an edge leaves by
+/// `left` and `right`; where the edge runs below the border there is no area.
+double doubleTrapezoid(double width, double left, double right) {
+    if (left >= 0 && right >= 0) {
+        return width * (left + right);
     }
-    return stretch;
-}
-
-/// The upper edge of a layer's region; `parent` where the region is all of it.
-Stretch addEdge(std::vector<LinePoint>& points, const RegionFamily& family, int side, int layer,
-                bool hasBottom) {
-    // The last point of a closed polygon is its bottom's end at the wall.
-    return addLine(
-        points, family.Count(side, layer) - (hasBottom ? 1 : 0),
-        [&](int p) { return family.X(side, layer, p); },
-        [&](int p) { return family.Y(side, layer, p); });
-}
-
-Stretch addPart(std::vector<LinePoint>& points, const RegionFamily& family, int side, int layer,
-                bool hasBottom, const Stretch& parent) {
-    const int kind = family.Kind(side, layer);
-    return kind == NoRegion || parent.count == 0 ? Stretch{}
-           : kind == WholeRegion                 ? parent
-                                                 : addEdge(points, family, side, layer, hasBottom);
-}
-
-WedgeLayer describeLayer(const State& state, int side, int level, int number,
-                         std::vector<LinePoint>& points) {
-    const Problem& problem = *state.problem;
-    const WedgeRegions& regions = state.regions;
-    const bool hasBottom = number < problem.SoilLayerCount(side);
-    WedgeLayer layer;
-    layer.bottomElev = problem.SoilBottomElev(side, number);
-    layer.bottomSlope = problem.SoilBottomSlope(side, number);
-    layer.topReach = regions.Layer.X(side, number, 2);
-    layer.edge = addEdge(points, regions.Layer, side, number, hasBottom);
-    layer.wet = addPart(points, regions.Wet, side, number, hasBottom, layer.edge);
-    layer.seep = addPart(points, regions.Seep, side, number, hasBottom, layer.wet);
-    layer.deep = addPart(points, regions.Deep, side, number, hasBottom, layer.seep);
-
-    const double water = problem.WaterUnitWeight;
-    const double gradientShare = (2 * side - 3) * state.preparation.SeepageGradient(level);
-    layer.moist = problem.SoilMoistWeight(side, number);
-    layer.still = problem.SoilSatWeight(side, number) - water;
-    // Only the plane's own layer loses the water's weight in the seepage zone: a deliberate
-    // difference. The layers above it lose or gain the gradient's share alone.
-    layer.flow = problem.SoilSatWeight(side, number) - (1 + gradientShare) * water;
-    layer.flowAbove = problem.SoilSatWeight(side, number) - gradientShare * water;
-    return layer;
-}
-
-/// The surcharges of a side.
-void describeSurcharges(const Problem& problem, int side, WedgeSide& described) {
-    described.lineLoads.clear();
-    for (int i = 1; i <= problem.VLineCount(side); ++i) {
-        described.lineLoads.push_back({problem.VLineDist(side, i), problem.VLineLoad(side, i)});
+    if (left <= 0 && right <= 0) {
+        return 0;
     }
-    described.uniformLoad = problem.VUniformCount(side) != 0 ? problem.VUniformLoad(side) : 0;
+    const double positive = MaxOf(left, right);
+    return width * positive * positive / (MaxOf(left, -left) + MaxOf(right, -right));
+}
 
-    described.loads.clear();
-    /// Without length a load has no area.
-    const auto add = [&](double x1, double p1, double x2, double p2) {
-        if (x2 > x1) {
-            described.loads.push_back({x1, x2, p1, (p2 - p1) / (x2 - x1)});
-        }
+/// Twice the area within the strip between an upper edge and a lower border: one walk along the
+/// edge from the strip's left end to its right end.
+double doubleAreaUnderEdge(std::span<const LinePoint> edge, const Strip& strip,
+                           const LowerBorder& border) {
+    const std::size_t points = edge.size();
+    std::size_t p = 1;
+    while (p < points && edge[p].x <= strip.x1) {
+        ++p;
+    }
+    if (p >= points) {
+        return 0;
+    }
+    const auto heightOver = [&](const LinePoint& ahead, double x) {
+        const double level = ahead.y - strip.y0;
+        const double height = ahead.rise == 0
+                                  ? level
+                                  : (ahead.y + ahead.rise * ((x - ahead.x) / ahead.run)) - strip.y0;
+        return height - border.at(x);
     };
-    for (int i = 1; i <= problem.VStripCount(side); ++i) {
-        const double strip = problem.VStripLoad(side, i);
-        add(problem.VStripStart(side, i), strip, problem.VStripEnd(side, i), strip);
+    double area = 0;
+    double left = strip.x1;
+    double leftHeight = heightOver(edge[p - 1], left);
+    for (; p < points && edge[p].x < strip.x2; ++p) {
+        const double x = edge[p].x;
+        const double rightHeight = (edge[p].y - strip.y0) - border.at(x);
+        area += doubleTrapezoid(x - left, leftHeight, rightHeight);
+        left = x;
+        leftHeight = rightHeight;
     }
-    if (problem.VRampCount(side) != 0) {
-        const double full = problem.VRampLoad(side);
-        const double end = problem.VRampEnd(side);
-        add(problem.VRampStart(side), 0, end, full);
-        add(end, full, std::numeric_limits<double>::infinity(), full);
+    if (p < points) {
+        area += doubleTrapezoid(strip.x2 - left, leftHeight, heightOver(edge[p - 1], strip.x2));
     }
-    for (int i = 1; i <= problem.VTriCount(side); ++i) {
-        const double peak = problem.VTriPeak(side, i);
-        const double full = problem.VTriLoad(side, i);
-        add(problem.VTriStart(side, i), 0, peak, full);
-        add(peak, full, problem.VTriEnd(side, i), 0);
+    return area;
+}
+
+/// Twice the weight of one layer's soil in the strip above `border`, which is the plane in the
+/// plane's own layer and else the layer's bottom; `flowWeight` is that of soil in the seepage.
+double doubleLayerWeight(const WedgeSide& side, const WedgeLayer& layer, const Strip& strip,
+                         const LowerBorder& border, double flowWeight) {
+    const auto areaUnder = [&](const Stretch& edge) {
+        return doubleAreaUnderEdge(edgePoints(side, edge), strip, border);
+    };
+    /// A part that is its whole parent need not be walked again.
+    const auto partArea = [&](const Stretch& edge, const Stretch& parent, double parentArea) {
+        return edge.count == 0 ? 0 : edge == parent ? parentArea : areaUnder(edge);
+    };
+    const double all = areaUnder(layer.edge);
+    if (layer.wet.count == 0) {
+        return all * layer.moist;
     }
-    for (int i = 1; i < problem.VVarCount(side); ++i) {
-        add(problem.VVarDist(side, i), problem.VVarLoad(side, i), problem.VVarDist(side, i + 1),
-            problem.VVarLoad(side, i + 1));
-    }
+    const double wet = partArea(layer.wet, layer.edge, all);
+    const double seep = partArea(layer.seep, layer.wet, wet);
+    const double deep = partArea(layer.deep, layer.seep, seep);
+    const double dry = all - wet;
+    const double flow = seep - deep;
+    const double still = wet - flow;
+    return dry * layer.moist + still * layer.still + flow * flowWeight;
+}
+
+/// Area under a straight load between x1 and x2.
+double loadArea(const StraightLoad& load, double x1, double x2) {
+    const double left = MaxOf(load.x1, x1);
+    const double right = MinOf(load.x2, x2);
+    return right > left ? (right - left) * (load.p1 + load.rate * ((left + right) / 2 - load.x1))
+                        : 0;
 }
 
 } // namespace
 
-void describeWedgeSide(const State& state, int side, int level, WedgeSide& described) {
-    const Problem& problem = *state.problem;
-    const WedgeRegions& regions = state.regions;
-    described.ground.clear();
-    addLine(
-        described.ground, regions.WedgeSurfaceCount(side),
-        [&](int p) { return regions.WedgeSurfaceX(side, p); },
-        [&](int p) { return regions.WedgeSurfaceY(side, p); });
-    described.points.clear();
-    described.layers.clear();
-    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
-        described.layers.push_back(describeLayer(state, side, level, layer, described.points));
+// Weight of the soil above a piece of plane: layer by layer from the ground down to the piece's own
+// layer, each by its moist weight above the water, its buoyant weight below it, and with the share
+// of the seepage where that acts. FT, PCF, LB per foot of wall. Areas by the trapezoid rule, exact
+// for straight edges; halved once at the end. Sums from the wall outward would be faster, but they
+// round otherwise and so move printed digits of walls in clay, where pressures are round numbers.
+double WedgeWeight(const WedgeSide& side, double y0, double slope, double x1, double y1, double x2,
+                   int layer) {
+    if (!(x2 > x1)) {
+        return 0;
     }
-    describeSurcharges(problem, side, described);
+    const Strip strip{x1, x2, y0};
+    double sum = 0;
+    for (int number = 1; number < layer; ++number) {
+        const WedgeLayer& above = layerOf(side, number);
+        const LowerBorder bottom{0, above.bottomElev - y0, above.bottomSlope};
+        sum += doubleLayerWeight(side, above, strip, bottom, above.flowAbove);
+    }
+    const WedgeLayer& own = layerOf(side, layer);
+    return (sum + doubleLayerWeight(side, own, strip, {x1, y1 - y0, slope}, own.flow)) / 2;
+}
+
+// Vertical surcharges on the ground from x1 to x2 (FT): all six kinds as loads on the wedge below.
+double WedgeSurchargeLoad(const WedgeSide& side, double x1, double x2) {
+    if (!(x2 > x1)) {
+        return 0;
+    }
+    double sum = 0;
+    for (const auto& [x, load] : side.lineLoads) {
+        sum += x1 <= x && x < x2 ? load : 0;
+    }
+    sum += (x2 - x1) * side.uniformLoad;
+    for (const StraightLoad& load : side.loads) {
+        sum += loadArea(load, x1, x2);
+    }
+    return sum;
 }
 
 } // namespace korvane

@@ -1,20 +1,13 @@
-// The vertical load on a piece of a trial failure plane. What the sweep does for each piece stands
-// here, so that its loop over the planes holds it without calls.
+// The vertical load on a piece of a trial failure plane.
 #pragma once
 
-#include "runtime/arithmetic.h"
-#include "state/state.h"
+#include "runtime/runtime_error.h"
 #include "state/wedge_side.h"
 
 #include <cstddef>
 #include <span>
 
 namespace korvane {
-
-/// Describes the soil and the surcharges of a side as loads over the distance from the wall, for
-/// the functions below; `described` need not be empty. Reads the regions, the layers, the water and
-/// the seepage of the level.
-void describeWedgeSide(const State& state, int side, int level, WedgeSide& described);
 
 /// The layer of a number from 1 on; RuntimeError 9 outside.
 inline const WedgeLayer& layerOf(const WedgeSide& side, int layer) {
@@ -24,148 +17,17 @@ inline const WedgeLayer& layerOf(const WedgeSide& side, int layer) {
     return side.layers[static_cast<std::size_t>(layer - 1)];
 }
 
-namespace wedge_load {
-
-template <class T>
-std::span<const T> part(const std::vector<T>& all, const Stretch& stretch) {
-    return {all.data() + stretch.first, static_cast<std::size_t>(stretch.count)};
+inline std::span<const LinePoint> edgePoints(const WedgeSide& side, const Stretch& edge) {
+    return {side.points.data() + edge.first, static_cast<std::size_t>(edge.count)};
 }
 
-/// A straight lower border of an area: a piece of plane or a layer's bottom. Heights count from
-/// the origin of the area sums.
-struct LowerBorder {
-    double x;      ///< FT, a point on it
-    double height; ///< FT at that point
-    double slope;  ///< FT/FT
+/// Soil weight (LB per foot of wall) above a straight piece of plane from (x1, y1) to x2 of slope
+/// `slope` that lies within `layer`; x1 < x2 in FT from the wall. `y0` is an origin for the area
+/// sums alone.
+double WedgeWeight(const WedgeSide& side, double y0, double slope, double x1, double y1, double x2,
+                   int layer);
 
-    double at(double distance) const { return height + slope * (distance - x); }
-};
-
-/// The vertical strip between two distances from the wall, with the origin of its heights.
-struct Strip {
-    double x1; ///< FT
-    double x2; ///< FT
-    double y0; ///< FT elevation
-};
-
-/// Twice the area between two verticals `width` apart, above a border that an edge leaves by
-/// `left` and `right`; where the edge runs below the border there is no area.
-inline double doubleTrapezoid(double width, double left, double right) {
-    if (left >= 0 && right >= 0) {
-        return width * (left + right);
-    }
-    if (left <= 0 && right <= 0) {
-        return 0;
-    }
-    const double positive = MaxOf(left, right);
-    return width * positive * positive / (MaxOf(left, -left) + MaxOf(right, -right));
-}
-
-/// Twice the area within the strip between an upper edge and a lower border: one walk along the
-/// edge from the strip's left end to its right end.
-inline double doubleAreaUnderEdge(std::span<const LinePoint> edge, const Strip& strip,
-                                  const LowerBorder& border) {
-    const std::size_t points = edge.size();
-    std::size_t p = 1;
-    while (p < points && edge[p].x <= strip.x1) {
-        ++p;
-    }
-    if (p >= points) {
-        return 0;
-    }
-    const auto heightOver = [&](const LinePoint& ahead, double x) {
-        const double level = ahead.y - strip.y0;
-        const double height = ahead.rise == 0
-                                  ? level
-                                  : (ahead.y + ahead.rise * ((x - ahead.x) / ahead.run)) - strip.y0;
-        return height - border.at(x);
-    };
-    double area = 0;
-    double left = strip.x1;
-    double leftHeight = heightOver(edge[p - 1], left);
-    for (; p < points && edge[p].x < strip.x2; ++p) {
-        const double x = edge[p].x;
-        const double rightHeight = (edge[p].y - strip.y0) - border.at(x);
-        area += doubleTrapezoid(x - left, leftHeight, rightHeight);
-        left = x;
-        leftHeight = rightHeight;
-    }
-    if (p < points) {
-        area += doubleTrapezoid(strip.x2 - left, leftHeight, heightOver(edge[p - 1], strip.x2));
-    }
-    return area;
-}
-
-/// Twice the weight of one layer's soil in the strip above `border`, which is the plane in the
-/// plane's own layer and else the layer's bottom; `flowWeight` is that of soil in the seepage.
-inline double doubleLayerWeight(const WedgeSide& side, const WedgeLayer& layer, const Strip& strip,
-                                const LowerBorder& border, double flowWeight) {
-    const auto areaUnder = [&](const Stretch& edge) {
-        return doubleAreaUnderEdge(part(side.points, edge), strip, border);
-    };
-    /// A part that is its whole parent need not be walked again.
-    const auto partArea = [&](const Stretch& edge, const Stretch& parent, double parentArea) {
-        return edge.count == 0 ? 0 : edge == parent ? parentArea : areaUnder(edge);
-    };
-    const double all = areaUnder(layer.edge);
-    if (layer.wet.count == 0) {
-        return all * layer.moist;
-    }
-    const double wet = partArea(layer.wet, layer.edge, all);
-    const double seep = partArea(layer.seep, layer.wet, wet);
-    const double deep = partArea(layer.deep, layer.seep, seep);
-    const double dry = all - wet;
-    const double flow = seep - deep;
-    const double still = wet - flow;
-    return dry * layer.moist + still * layer.still + flow * flowWeight;
-}
-
-/// Area under a straight load between x1 and x2.
-inline double loadArea(const StraightLoad& load, double x1, double x2) {
-    const double left = MaxOf(load.x1, x1);
-    const double right = MinOf(load.x2, x2);
-    return right > left ? (right - left) * (load.p1 + load.rate * ((left + right) / 2 - load.x1))
-                        : 0;
-}
-
-} // namespace wedge_load
-
-// Weight of the soil above a piece of plane: layer by layer from the ground down to the piece's own
-// layer, each by its moist weight above the water, its buoyant weight below it, and with the share
-// of the seepage where that acts. FT, PCF, LB per foot of wall. Areas by the trapezoid rule, exact
-// for straight edges; halved once at the end. Sums from the wall outward would be faster, but they
-// round otherwise and so move printed digits of walls in clay, where pressures are round numbers.
-inline double WedgeWeight(const WedgeSide& side, double y0, double slope, double x1, double y1,
-                          double x2, int layer) {
-    if (!(x2 > x1)) {
-        return 0;
-    }
-    const wedge_load::Strip strip{x1, x2, y0};
-    double sum = 0;
-    for (int number = 1; number < layer; ++number) {
-        const WedgeLayer& above = layerOf(side, number);
-        const wedge_load::LowerBorder bottom{0, above.bottomElev - y0, above.bottomSlope};
-        sum += wedge_load::doubleLayerWeight(side, above, strip, bottom, above.flowAbove);
-    }
-    const WedgeLayer& own = layerOf(side, layer);
-    return (sum + wedge_load::doubleLayerWeight(side, own, strip, {x1, y1 - y0, slope}, own.flow)) /
-           2;
-}
-
-// Vertical surcharges on the ground from x1 to x2 (FT): all six kinds as loads on the wedge below.
-inline double WedgeSurchargeLoad(const WedgeSide& side, double x1, double x2) {
-    if (!(x2 > x1)) {
-        return 0;
-    }
-    double sum = 0;
-    for (const auto& [x, load] : side.lineLoads) {
-        sum += x1 <= x && x < x2 ? load : 0;
-    }
-    sum += (x2 - x1) * side.uniformLoad;
-    for (const StraightLoad& load : side.loads) {
-        sum += wedge_load::loadArea(load, x1, x2);
-    }
-    return sum;
-}
+/// Vertical surcharge (LB per foot of wall) on the ground between x1 and x2.
+double WedgeSurchargeLoad(const WedgeSide& side, double x1, double x2);
 
 } // namespace korvane

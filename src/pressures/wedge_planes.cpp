@@ -1,8 +1,14 @@
 #include "pressures/wedge_planes.h"
 
+#include "pressures/wedge_description.h"
+#include "pressures/wedge_load.h"
+#include "pressures/wedge_pieces.h"
+#include "runtime/arithmetic.h"
 #include "state/kept_work.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace korvane {
@@ -13,35 +19,62 @@ constexpr double RightAngle = 3.14159265358979 / 2;
 constexpr double FirstAngle = 23 * DegreesToRadians;
 constexpr double AngleStep = 0.0349065850398866; ///< 2 degrees
 
-} // namespace
+/// The directions that a sweep takes before its last, measured from the vertical.
+struct Directions {
+    PlaneColumn angle; ///< radians, by repeated addition of the step
+    PlaneColumn sin;
+    PlaneColumn cos;
+    PlaneColumn slope; ///< FT/FT
 
-/// All directions that a sweep can take before its last, by repeated addition of the step.
-const SweepPlanes::Directions& SweepPlanes::allDirections() {
-    static const Directions directions = [] {
-        Directions all;
-        double angle = FirstAngle;
-        for (Direction& direction : all) {
-            direction = {angle, std::sin(angle), std::cos(angle)};
-            angle += AngleStep;
+    Directions() {
+        double next = FirstAngle;
+        for (std::size_t n = 0; n < MaxSweepPlanes; ++n) {
+            angle[n] = next;
+            sin[n] = std::sin(next);
+            cos[n] = std::cos(next);
+            slope[n] = cos[n] / sin[n];
+            next += AngleStep;
         }
-        return all;
-    }();
+    }
+};
+
+const Directions& sweepDirections() {
+    static const Directions directions;
     return directions;
 }
+
+/// Gives a description the room of another: of an analysis the two change places.
+void reserveAs(const WedgeSide& other, WedgeSide& side) {
+    side.ground.reserve(other.ground.capacity());
+    side.points.reserve(other.points.capacity());
+    side.layers.reserve(other.layers.capacity());
+    side.lineLoads.reserve(other.lineLoads.capacity());
+    side.loads.reserve(other.loads.capacity());
+}
+
+} // namespace
 
 // Describes the side anew; planes of another side are forgotten. The first trial of an analysis
 // keeps the planes of all rows; a row that only a later one has, where a diagram crosses zero, is
 // worked out for that trial alone.
 SweepPlanes::SweepPlanes(State& state, int side, int level)
-    : kept_(state.kept->wedgePlanes(side)), side_(kept_.side), directions_(allDirections()) {
+    : kept_(state.kept->wedgePlanes(side)), side_(kept_.side) {
+    const Directions& directions = sweepDirections();
+    angle_ = directions.angle;
+    sin_ = directions.sin;
+    cos_ = directions.cos;
+    slope_ = directions.slope;
+
     const bool keep = state.problem->ProgramMode == Mode::Analysis;
     if (!keep || !kept_.kept) {
         forgetPlanes();
         describeWedgeSide(state, side, level, kept_.side);
         kept_.kept = recording_ = keep;
+        reserveAs(kept_.side, kept_.fresh);
         return;
     }
     describeWedgeSide(state, side, level, kept_.fresh);
+    reserveAs(kept_.fresh, kept_.side);
     if (kept_.fresh != kept_.side) {
         forgetPlanes();
         std::swap(kept_.side, kept_.fresh);
@@ -53,15 +86,14 @@ void SweepPlanes::forgetPlanes() {
     kept_.kept = false;
     kept_.rows.clear();
     kept_.planes.clear();
-    kept_.pieces.clear();
+    kept_.columns.clear();
 }
 
 void SweepPlanes::enterRow(double elev, int layer) {
     auto& rows = kept_.rows;
     y0_ = elev;
     layer_ = layer;
-    step_ = 0;
-    last_ = false;
+    end_ = 0;
     while (nextRow_ < rows.size() && rows[nextRow_].elev > elev) {
         ++nextRow_;
     }
@@ -69,20 +101,43 @@ void SweepPlanes::enterRow(double elev, int layer) {
         nextRow_ < rows.size() && rows[nextRow_].elev == elev && rows[nextRow_].layer == layer;
     if (known) {
         known_ = &rows[nextRow_];
-        planeCount_ = known_->planeCount;
+        planeCount_ = stride_ = known_->planeCount;
         rowPlanes_ = kept_.planes.data() + known_->firstPlane;
-        rowPieces_ = kept_.pieces.data() + known_->firstPiece;
-        top_ = known_->top;
-        topKnown_ = known_->topKnown;
-        return;
+        rowColumns_ = kept_.columns.data() + known_->firstColumn;
+        topAngle_ = known_->topAngle;
+    } else {
+        known_ = nullptr;
+        planeCount_ = 0;
+        stride_ = MaxSweepPlanes;
+        rowPlanes_ = planes_.data();
+        rowColumns_ = columns_.data();
+        groundPoint_ = 1;
+        topAngle_ = RightAngle - std::atan(sightGround()) - AngleStep;
     }
-    known_ = nullptr;
-    planeCount_ = pieceCount_ = 0;
-    rowPlanes_ = planes_.data();
-    rowPieces_ = pieces_.data();
-    groundPoint_ = 1;
-    top_.angle = RightAngle - std::atan(sightGround()) - AngleStep;
-    topKnown_ = false;
+    countPlanes();
+}
+
+/// Counts the planes of the row: the first direction beyond the top of the range gives way to the
+/// top itself.
+void SweepPlanes::countPlanes() {
+    const auto beyond =
+        std::find_if(angle_.begin(), angle_.end(), [&](double angle) { return angle > topAngle_; });
+    if (beyond == angle_.end()) {
+        throwRuntimeError(9);
+    }
+    allPlanes_ = static_cast<std::size_t>(beyond - angle_.begin()) + 1;
+    const Directions& directions = sweepDirections();
+    const std::size_t old = topPlane_;
+    sin_[old] = directions.sin[old];
+    cos_[old] = directions.cos[old];
+    slope_[old] = directions.slope[old];
+}
+
+void SweepPlanes::setTopDirection() {
+    topPlane_ = allPlanes_ - 1;
+    sin_[topPlane_] = std::sin(topAngle_);
+    cos_[topPlane_] = std::cos(topAngle_);
+    slope_[topPlane_] = cos_[topPlane_] / sin_[topPlane_];
 }
 
 /// Sights the ground points from the row; returns the slope of the flattest sight.
@@ -96,15 +151,184 @@ double SweepPlanes::sightGround() {
     return flattest;
 }
 
+bool SweepPlanes::next(std::size_t most) {
+    if (end_ == allPlanes_) {
+        return false;
+    }
+    const std::size_t wanted = std::min(end_ + most, allPlanes_);
+    if (wanted == allPlanes_) {
+        setTopDirection();
+    }
+    if (end_ == planeCount_) {
+        planUpTo(wanted);
+    }
+    end_ = std::min(wanted, planeCount_);
+    return true;
+}
+
 /// A trial that needs more planes of a known row than those before it goes on from a copy.
 void SweepPlanes::continueKnownRow() {
-    pieceCount_ = known_->pieceCount;
-    std::copy_n(rowPlanes_, planeCount_, planes_.begin());
-    std::copy_n(rowPieces_, pieceCount_, pieces_.begin());
+    int columns = 0;
+    for (std::size_t n = 0; n < planeCount_; ++n) {
+        planes_[n] = rowPlanes_[n];
+        columns = std::max(columns, 2 * rowPlanes_[n].pieceCount);
+    }
+    for (int number = 0; number < columns; ++number) {
+        std::copy_n(column(number), planeCount_,
+                    columns_.data() + static_cast<std::size_t>(number) * MaxSweepPlanes);
+    }
     rowPlanes_ = planes_.data();
-    rowPieces_ = pieces_.data();
+    rowColumns_ = columns_.data();
+    stride_ = MaxSweepPlanes;
     groundPoint_ = 1;
     sightGround();
+}
+
+/// Works out planes of the row up to `end`, or up to one with a fault, which is thrown when that
+/// plane is the next to be taken: a row that is done before has none.
+void SweepPlanes::planUpTo(std::size_t end) {
+    if (rowPlanes_ != planes_.data()) {
+        continueKnownRow();
+    }
+    alike_ = {};
+    for (std::size_t n = planeCount_; n < end; ++n) {
+        if (!cutGround(n)) {
+            end = n;
+        }
+    }
+    while (planeCount_ < end) {
+        std::size_t runEnd = planeCount_ + 1;
+        while (runEnd < end && planes_[runEnd] == planes_[planeCount_]) {
+            ++runEnd;
+        }
+        const std::size_t begin = planeCount_;
+        planeCount_ = cutRun(begin, runEnd);
+        if (planeCount_ < runEnd) {
+            groundPoint_ = 1;
+            return;
+        }
+    }
+}
+
+/// The layers that a plane passes through; false where there is none of that number.
+bool SweepPlanes::planThrough(double groundX, TrialPlane& plane) const {
+    int kind = 4; // 4 no boundary starts at the row; 1 the plane stays above the one that does, 2
+                  // runs along it, 3 stays below it
+    int up = 0;   // boundaries that the plane crosses upward
+    int down = 0; // boundaries that the plane crosses downward
+    const int layers = static_cast<int>(side_.layers.size());
+    for (std::size_t b = 1; b < side_.layers.size(); ++b) {
+        const double xb = side_.layers[b].topReach; // where the boundary reaches the ground
+        const double yb = side_.layers[b - 1].bottomElev;
+        if (yb == y0_) {
+            kind = groundX == xb ? 2 : groundX < xb ? 1 : 3;
+            if (kind != 3) {
+                break;
+            }
+        } else if (yb > y0_) {
+            if (groundX == xb) {
+                break;
+            }
+            up += groundX < xb ? 1 : 0;
+        } else {
+            if (groundX <= xb) {
+                break;
+            }
+            ++down;
+        }
+    }
+    plane.upward = up > 0 ? 1 : 0;
+    plane.layer = up == 0 && kind == 3 ? layer_ + 1 : layer_;
+    plane.alongBoundary = kind == 2 && up + down == 0 ? 1 : 0;
+    plane.pieceCount = (up > 0 ? up : down) + 1;
+    const int outermost = up > 0 ? plane.layer - up : plane.layer + down;
+    return outermost >= 1 && outermost <= layers && std::isfinite(groundX);
+}
+
+/// The boundaries that reach the ground next to a place: up to them all planes pass through the
+/// same layers. None around one that ends there itself.
+Reach SweepPlanes::reachAround(double groundX) const {
+    Reach reach{-std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+    for (std::size_t b = 1; b < side_.layers.size(); ++b) {
+        const double xb = side_.layers[b].topReach;
+        reach.from = xb <= groundX ? MaxOf(reach.from, xb) : reach.from;
+        reach.to = xb >= groundX ? MinOf(reach.to, xb) : reach.to;
+    }
+    return reach;
+}
+
+/// Where a plane reaches the ground, and the layers that it passes through. The walk along the
+/// ground starts where that of the plane before ended: a flatter plane never ends before a steeper
+/// one. False for a plane with a fault.
+bool SweepPlanes::cutGround(std::size_t n) {
+    const auto& ground = side_.ground;
+    const bool isNext = n == end_;
+    const double slope = slope_[n];
+    std::size_t& p = groundPoint_;
+    while (p < ground.size() && sight_[p] > slope) {
+        ++p;
+    }
+    if (p == ground.size()) {
+        if (isNext) {
+            throwRuntimeError(9); // a plane that never reaches the ground
+        }
+        return false;
+    }
+    const LinePoint& end = ground[p];
+    if (sight_[p] == slope) {
+        groundX_[n] = end.x;
+    } else {
+        const double s = ground[p - 1].slope;
+        const double height = end.y - s * end.x - y0_;
+        groundX_[n] = isNext ? divide(height, slope - s) : height / (slope - s);
+    }
+    if (alike_.from < groundX_[n] && groundX_[n] < alike_.to) {
+        planes_[n] = planes_[n - 1];
+        return true;
+    }
+    alike_ = {};
+    const bool sound = planThrough(groundX_[n], planes_[n]);
+    if (sound) {
+        alike_ = reachAround(groundX_[n]);
+    }
+    return sound || isNext;
+}
+
+/// Cuts a run of planes through the same layers at the boundaries; returns the end of those that
+/// can be cut.
+std::size_t SweepPlanes::cutRun(std::size_t begin, std::size_t end) {
+    const TrialPlane& plane = planes_[begin];
+    const double* x2 = groundX_.data();
+    for (int piece = plane.pieceCount - 1; piece > 0; --piece) {
+        const int layer = plane.layerOfPiece(piece);
+        const WedgeLayer& above = layerOf(side_, plane.upward != 0 ? layer : layer - 1);
+        const double height = above.bottomElev - y0_;
+        double* const x1 = cuts_[static_cast<std::size_t>(piece % 2)].data();
+        for (std::size_t n = begin; n < end; ++n) {
+            x1[n] = height / (slope_[n] - above.bottomSlope);
+        }
+        if (begin == end_) {
+            x1[begin] = divide(height, slope_[begin] - above.bottomSlope);
+        }
+        end = static_cast<std::size_t>(
+            std::find_if(x1 + begin, x1 + end, [](double x) { return !std::isfinite(x); }) - x1);
+        addColumn(piece, begin, end, x1, x2);
+        x2 = x1;
+    }
+    addColumn(0, begin, end, atWall_.data(), x2);
+    return end;
+}
+
+/// Loads and lengths of a piece of the planes of a run, between x1 and x2.
+void SweepPlanes::addColumn(int piece, std::size_t begin, std::size_t end, const double* x1,
+                            const double* x2) {
+    double* const loads = columns_.data() + static_cast<std::size_t>(2 * piece) * MaxSweepPlanes;
+    double* const lengths = loads + MaxSweepPlanes;
+    weighPieces(side_, {y0_, end - begin, &slope_[begin], x1 + begin, x2 + begin, piece == 0},
+                planes_[begin].layerOfPiece(piece), loads + begin);
+    for (std::size_t n = begin; n < end; ++n) {
+        lengths[n] = std::abs(x2[n] - x1[n]) / sin_[n];
+    }
 }
 
 void SweepPlanes::leaveRow() {
@@ -116,18 +340,20 @@ void SweepPlanes::leaveRow() {
         known_ = &kept_.rows.emplace_back();
         known_->elev = y0_;
         known_->layer = layer_;
+        known_->topAngle = topAngle_;
     }
-    known_->top = top_;
-    known_->topKnown = topKnown_;
     known_->firstPlane = kept_.planes.size();
     known_->planeCount = planeCount_;
-    known_->firstPiece = kept_.pieces.size();
-    known_->pieceCount = pieceCount_;
-    const auto copy = [](const auto& from, std::size_t count, auto& to) {
-        to.insert(to.end(), from.begin(), from.begin() + static_cast<std::ptrdiff_t>(count));
-    };
-    copy(planes_, planeCount_, kept_.planes);
-    copy(pieces_, pieceCount_, kept_.pieces);
+    known_->firstColumn = kept_.columns.size();
+    const auto count = static_cast<std::ptrdiff_t>(planeCount_);
+    kept_.planes.insert(kept_.planes.end(), planes_.begin(), planes_.begin() + count);
+    int columns = 0;
+    for (std::size_t n = 0; n < planeCount_; ++n) {
+        columns = std::max(columns, 2 * planes_[n].pieceCount);
+    }
+    for (int number = 0; number < columns; ++number) {
+        kept_.columns.insert(kept_.columns.end(), column(number), column(number) + count);
+    }
 }
 
 } // namespace korvane

@@ -5,7 +5,9 @@
 #include "pressures/wedge_strengths.h"
 #include "runtime/arithmetic.h"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 namespace korvane {
 
@@ -14,16 +16,23 @@ namespace {
 constexpr double NoActiveForce = -100000.0; ///< lower than any force that counts
 constexpr double LeastPassiveForce = 0.0001;
 
-/// The two forces of one trial plane on the wall, before the wall friction's cosine.
-struct TrialForces {
-    double active;
-    double passive;
-};
+/// Without loads on the ground most rows are done behind some twenty planes.
+constexpr std::size_t PlanesAtOnce = 24;
 
 /// Cosine and sine of the mean wall friction.
 struct WallDirection {
     double cos = 1;
     double sin = 0;
+};
+
+/// The forces of one row as far as its planes were taken, LB before the wall friction's cosine.
+struct RowExtremes {
+    double active = NoActiveForce; ///< the largest so far
+    double passive = 0;            ///< the smallest so far
+    bool found = false;            ///< a passive force that counts
+    bool gain = false;             ///< the last plane's active force was the largest
+    bool rising = false;           ///< the last plane's passive force was not the smallest
+    bool passed = false;           ///< both extremes
 };
 
 /// The sweep of one side at one level; holds what stays the same from plane to plane.
@@ -37,15 +46,16 @@ class Sweep {
     void run();
 
   private:
+    using Column = PlaneColumn;
+
     void sweepRow(int row);
     void enterRow(int row);
-    TrialForces forces() const;
-    TrialForces forcesInOneSoil() const;
-    TrialForces forcesInSeveralSoils() const;
-    double activeOnWall(const Direction& plane, const DevelopedStrength& soil, double load,
-                        double length, double push) const;
-    double passiveOnWall(const Direction& plane, const DevelopedStrength& soil, double load,
-                         double length, double push, bool& exists) const;
+    void findForces(std::size_t begin, std::size_t end);
+    void handOn(int piece, std::size_t begin, std::size_t end);
+    void checkHandedOn(std::size_t n) const;
+    std::size_t takeForces(std::size_t plane, bool mayStopEarly, RowExtremes& extremes) const;
+    void pushOnWall(const LayerStrength& soil, std::size_t begin, std::size_t end, Column& active,
+                    Column& passive) const;
 
     State& state_;
     const Problem& problem_;
@@ -61,6 +71,13 @@ class Sweep {
     WallTerms passiveTerms_;
     WallDirection activeWall_;
     WallDirection passiveWall_;
+
+    // Of the present planes, LB
+    Column push_;          ///< active force of the outer wedges
+    Column resistance_;    ///< passive force of the outer wedges
+    Column passiveExists_; ///< 1, or 0 where an outer wedge resists nothing
+    Column active_;        ///< on the wall, before the wall friction's cosine
+    Column passive_;       ///< likewise
 };
 
 /// Goes down to a row: layer, wall terms, mean wall friction, planes.
@@ -82,137 +99,157 @@ void Sweep::enterRow(int row) {
     planes_.enterRow(y0, layer_);
 }
 
-/// Active force of the wedge at the wall; `push` is what the outer wedges put on it.
-double Sweep::activeOnWall(const Direction& plane, const DevelopedStrength& soil, double load,
-                           double length, double push) const {
-    const double t = soil.friction;
-    const double C = length * soil.cohesion;
-    const double A = plane.cos * t + plane.sin;
-    const double B = plane.sin * t - plane.cos;
-    const double D = B * activeWall_.sin - activeWall_.cos * A;
-    if (D == 0) {
-        return NoActiveForce;
+/// Adds the horizontal forces of an outer wedge, which it hands on to the next one.
+void Sweep::handOn(int piece, std::size_t begin, std::size_t end) {
+    const LayerStrength& soil = soils_(planes_.plane(begin).layerOfPiece(piece));
+    const DevelopedStrength active = soil.active;
+    const DevelopedStrength passive = soil.passive;
+    const double* const loads = planes_.loads(piece);
+    const double* const lengths = planes_.lengths(piece);
+    const double* const sin = planes_.sin();
+    const double* const cos = planes_.cos();
+    for (std::size_t n = begin; n < end; ++n) {
+        const double C = lengths[n] * active.cohesion;
+        push_[n] += (loads[n] - cos[n] * C) * (cos[n] - sin[n] * active.friction) /
+                        (cos[n] * active.friction + sin[n]) -
+                    sin[n] * C;
     }
-    return ((load - plane.cos * C - activeTerms_.adhesion) * B - (push - C * plane.sin) * A) / D;
-}
-
-/// Passive force of the wedge at the wall; `exists` is false where there is none.
-double Sweep::passiveOnWall(const Direction& plane, const DevelopedStrength& soil, double load,
-                            double length, double push, bool& exists) const {
-    const double t = soil.friction;
-    const double C = length * soil.cohesion;
-    const double A = plane.sin - plane.cos * t;
-    const double B = -(plane.sin * t + plane.cos);
-    const double D = -passiveWall_.sin * B - A * passiveWall_.cos;
-    exists = D != 0;
-    if (!exists) {
-        return 0;
+    for (std::size_t n = begin; n < end; ++n) {
+        const double C = lengths[n] * passive.cohesion;
+        const double A = sin[n] - cos[n] * passive.friction;
+        const double B = -(sin[n] * passive.friction + cos[n]);
+        const double quotient = -(cos[n] * C + loads[n]) * B / A + sin[n] * C;
+        const double resisting = A == 0 ? 0 : quotient;
+        passiveExists_[n] = resisting > 0 ? passiveExists_[n] : 0;
+        resistance_[n] += resisting;
     }
-    return ((plane.cos * C + load + passiveTerms_.adhesion) * B - (plane.sin * C + push) * A) / D;
 }
 
-TrialForces Sweep::forces() const {
-    return planes_.plane().pieceCount == 1 ? forcesInOneSoil() : forcesInSeveralSoils();
+/// The fault of an outer wedge's active force, if there is one.
+void Sweep::checkHandedOn(std::size_t n) const {
+    const TrialPlane& plane = planes_.plane(n);
+    const double sin = planes_.sin()[n];
+    const double cos = planes_.cos()[n];
+    for (int piece = plane.pieceCount - 1; piece > 0; --piece) {
+        const DevelopedStrength& soil = soils_(plane.layerOfPiece(piece)).active;
+        const double C = planes_.lengths(piece)[n] * soil.cohesion;
+        divide((planes_.loads(piece)[n] - cos * C) * (cos - sin * soil.friction),
+               cos * soil.friction + sin);
+    }
 }
 
-TrialForces Sweep::forcesInOneSoil() const {
-    const Direction& direction = planes_.direction();
-    const TrialPlane& plane = planes_.plane();
-    const auto& piece = *planes_.pieces();
-    const auto forcesWith = [&](const LayerStrength& soil) {
-        bool exists = true;
-        return TrialForces{
-            activeOnWall(direction, soil.active, piece.load, piece.length, 0),
-            passiveOnWall(direction, soil.passive, piece.load, piece.length, 0, exists)};
-    };
-    TrialForces forces = forcesWith(soils_(plane.layer));
-    if (plane.alongBoundary) {
+/// Forces of the wedges at the wall, with what the outer wedges put on them.
+void Sweep::pushOnWall(const LayerStrength& soil, std::size_t begin, std::size_t end,
+                       Column& active, Column& passive) const {
+    const double* const loads = planes_.loads(0);
+    const double* const lengths = planes_.lengths(0);
+    const double* const sin = planes_.sin();
+    const double* const cos = planes_.cos();
+    for (std::size_t n = begin; n < end; ++n) {
+        const double t = soil.active.friction;
+        const double C = lengths[n] * soil.active.cohesion;
+        const double A = cos[n] * t + sin[n];
+        const double B = sin[n] * t - cos[n];
+        const double D = B * activeWall_.sin - activeWall_.cos * A;
+        const double force =
+            ((loads[n] - cos[n] * C - activeTerms_.adhesion) * B - (push_[n] - C * sin[n]) * A) / D;
+        active[n] = D == 0 ? NoActiveForce : force;
+    }
+    for (std::size_t n = begin; n < end; ++n) {
+        const double t = soil.passive.friction;
+        const double C = lengths[n] * soil.passive.cohesion;
+        const double A = sin[n] - cos[n] * t;
+        const double B = -(sin[n] * t + cos[n]);
+        const double D = -passiveWall_.sin * B - A * passiveWall_.cos;
+        const double force = ((cos[n] * C + loads[n] + passiveTerms_.adhesion) * B -
+                              (sin[n] * C + resistance_[n]) * A) /
+                             D;
+        passive[n] = D == 0 ? 0 : force;
+    }
+}
+
+/// Forces of a run of planes through the same layers, from the ground down to the wall: each outer
+/// wedge hands its horizontal force on to the next one, the last one gives the force on the wall.
+void Sweep::findForces(std::size_t begin, std::size_t end) {
+    const TrialPlane& plane = planes_.plane(begin);
+    for (std::size_t n = begin; n < end; ++n) {
+        push_[n] = resistance_[n] = 0;
+        passiveExists_[n] = 1;
+    }
+    for (int piece = plane.pieceCount - 1; piece > 0; --piece) {
+        handOn(piece, begin, end);
+    }
+    pushOnWall(soils_(plane.layer), begin, end, active_, passive_);
+    if (plane.pieceCount > 1) {
+        for (std::size_t n = begin; n < end; ++n) {
+            active_[n] = active_[n] < 0 ? NoActiveForce : active_[n];
+            const double passive = passive_[n] > resistance_[n] ? passive_[n] : 0;
+            passive_[n] = passiveExists_[n] != 0 ? passive : 0;
+        }
+    } else if (plane.alongBoundary != 0) {
         // Along a boundary the weaker of both soils governs; the load is that of the upper one.
-        const TrialForces below = forcesWith(soils_(plane.layer + 1));
-        forces = {MaxOf(forces.active, below.active), MinOf(forces.passive, below.passive)};
+        Column active;
+        Column passive;
+        pushOnWall(soils_(plane.layer + 1), begin, end, active, passive);
+        for (std::size_t n = begin; n < end; ++n) {
+            active_[n] = MaxOf(active_[n], active[n]);
+            passive_[n] = MinOf(passive_[n], passive[n]);
+        }
     }
-    return forces;
 }
 
-/// A plane through several layers, from the ground down to the wall: each outer wedge hands its
-/// horizontal force on to the next one, the last one gives the force on the wall.
-TrialForces Sweep::forcesInSeveralSoils() const {
-    const Direction& direction = planes_.direction();
-    const TrialPlane& plane = planes_.plane();
-    const PlanePiece* const pieces = planes_.pieces();
-    const int step = plane.upward ? 1 : -1;
-    double push = 0;       // active force of the outer wedges
-    double resistance = 0; // passive force of the outer wedges
-    bool passiveExists = true;
-
-    int layer = plane.layer - step * (plane.pieceCount - 1);
-    for (int piece = 0; piece < plane.pieceCount - 1; ++piece) {
-        const auto [load, length] = pieces[piece];
-        const DevelopedStrength& active = soils_(layer).active;
-        const double Ca = length * active.cohesion;
-        push +=
-            divide((load - direction.cos * Ca) * (direction.cos - direction.sin * active.friction),
-                   direction.cos * active.friction + direction.sin) -
-            direction.sin * Ca;
-
-        const DevelopedStrength& passive = soils_(layer).passive;
-        const double Cp = length * passive.cohesion;
-        const double A = direction.sin - direction.cos * passive.friction;
-        const double B = -(direction.sin * passive.friction + direction.cos);
-        const double resisting =
-            A == 0 ? 0 : -(direction.cos * Cp + load) * B / A + direction.sin * Cp;
-        passiveExists = passiveExists && resisting > 0;
-        resistance += resisting;
-        layer += step;
+/// Takes the forces of the planes from `plane` on that are worked out, until the row is done.
+/// Returns the plane behind the last one taken.
+std::size_t Sweep::takeForces(std::size_t plane, bool mayStopEarly, RowExtremes& extremes) const {
+    RowExtremes row = extremes;
+    for (; plane < planes_.end() && !row.passed; ++plane) {
+        if (!std::isfinite(push_[plane])) {
+            checkHandedOn(plane);
+        }
+        const double P = active_[plane];
+        const double Q = passive_[plane];
+        row.gain = P > row.active;
+        row.active = MaxOf(row.active, P);
+        if (Q >= LeastPassiveForce) {
+            row.rising = row.found && Q > row.passive;
+            row.passive = row.rising ? row.passive : Q;
+            row.found = true;
+        }
+        // A load on the ground can put the extreme beyond a first turning point.
+        row.passed = !row.gain && row.rising && mayStopEarly;
     }
-
-    const auto [load, length] = pieces[plane.pieceCount - 1];
-    const LayerStrength& soil = soils_(plane.layer);
-    const double active = activeOnWall(direction, soil.active, load, length, push);
-    bool wallForceExists = true;
-    const double passive =
-        passiveOnWall(direction, soil.passive, load, length, resistance, wallForceExists);
-    passiveExists = passiveExists && wallForceExists && passive > resistance;
-    return {active < 0 ? NoActiveForce : active, passiveExists ? passive : 0};
+    extremes = row;
+    return plane;
 }
 
 /// Tries the planes of one row and keeps the largest active and the smallest passive force.
 void Sweep::sweepRow(int row) {
-    auto& WedgeActiveForce = state_.wedge.WedgeActiveForce;
-    auto& WedgePassiveForce = state_.wedge.WedgePassiveForce;
     const bool mayStopEarly = state_.preparation.NumSurchargesOnSide(side_) == 0;
-
-    double Pa = NoActiveForce;
-    double Pp = 0;
-    bool found = false;
-    bool rising = false;
-    bool gain = false;
-    bool passed = false; // both extremes
-    while (!passed && planes_.next()) {
-        const auto [P, Q] = forces();
-
-        gain = P > Pa;
-        Pa = MaxOf(Pa, P);
-        if (Q >= LeastPassiveForce) {
-            rising = found && Q > Pp;
-            Pp = rising ? Pp : Q;
-            found = true;
+    RowExtremes extremes;
+    std::size_t plane = 0;
+    while (!extremes.passed && planes_.next(mayStopEarly ? PlanesAtOnce : MaxSweepPlanes)) {
+        for (std::size_t begin = plane; begin < planes_.end();) {
+            std::size_t end = begin + 1;
+            while (end < planes_.end() && planes_.plane(end) == planes_.plane(begin)) {
+                ++end;
+            }
+            findForces(begin, end);
+            begin = end;
         }
-        // A load on the ground can put the extreme beyond a first turning point.
-        passed = !gain && rising && mayStopEarly;
+        plane = takeForces(plane, mayStopEarly, extremes);
     }
     planes_.leaveRow();
-    WedgeActiveForce(row, side_) = finite(Pa * activeWall_.cos);
-    WedgePassiveForce(row, side_) = finite(Pp * passiveWall_.cos);
+    state_.wedge.WedgeActiveForce(row, side_) = finite(extremes.active * activeWall_.cos);
+    state_.wedge.WedgePassiveForce(row, side_) = finite(extremes.passive * passiveWall_.cos);
 
-    if (passed || row == state_.grid.NumElevs) {
+    if (extremes.passed || row == state_.grid.NumElevs) {
         return;
     }
-    if (gain) {
+    if (extremes.gain) {
         state_.pressures.ActiveMark(side_, row) = true;
         state_.wedge.WedgeNoSolution(level_, side_) = 1;
     }
-    if (!rising) {
+    if (!extremes.rising) {
         state_.pressures.PassiveMark(side_, row) = true;
         state_.wedge.WedgeNoSolution(level_, side_) = 1;
     }

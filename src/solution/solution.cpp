@@ -99,15 +99,17 @@ void findFirstPressures(State& state) {
 } // namespace
 
 Reached<Review> reviewWall(const Problem& problem, const Options& options, Workspace& workspace) {
-    auto& [none, work, state, taken, results, reduction] = workspace.contents();
+    Workspace::Contents& contents = workspace.contents();
+    State& state = contents.state;
+    Results& results = contents.results;
     state.problem = &problem;
     state.failure = {};
     state.stage = {};
     state.preparation.SeepageKind = problem.SeepageKind;
     state.preparation.SeepageGradient = problem.SeepageGradient;
-    taken = options;
+    contents.options = options;
     results.levelCount = 0;
-    reduction = {};
+    contents.reduction = {};
     runStep(state, [&] {
         refuseInvalid(state);
         if (!state.failed()) {
@@ -128,7 +130,9 @@ Reached<Review> reviewWall(const Problem& problem, const Options& options, Works
 }
 
 Reached<Results> solveWall(Workspace& workspace) {
-    auto& [none, work, state, options, results, reduction] = workspace.contents();
+    State& state = workspace.contents().state;
+    Results& results = workspace.contents().results;
+    const Options& options = workspace.contents().options;
     runStep(state, [&] {
         const LevelDone levelDone = [&](int level) { keepLevel(state, level, results); };
         if (state.problem->ProgramMode == Mode::Design) {
@@ -144,7 +148,9 @@ Reached<Results> solveWall(Workspace& workspace) {
 }
 
 Reached<MomentReduction> reduceWallMoments(Workspace& workspace, const PileSections& sections) {
-    auto& [none, work, state, options, results, reduction] = workspace.contents();
+    State& state = workspace.contents().state;
+    const Results& results = workspace.contents().results;
+    MomentReduction& reduction = workspace.contents().reduction;
     const Problem& problem = *state.problem;
     reduction = {};
     if (problem.WallType == WallKind::Anchored && problem.ProgramMode == Mode::Design) {

@@ -110,9 +110,6 @@ struct WedgeRegions {
 struct WedgeForces {
     Array<double, 301, 2> WedgeActiveForce;  ///< (i, side) from the surface down to row i
     Array<double, 301, 2> WedgePassiveForce; ///< (i, side)
-    Array<double, 301> MidActiveForce;       ///< (i) at the midpoint of rows i and i + 1
-    Array<double, 301> MidPassiveForce;      ///< (i)
-    Array<double, 15> PieceForce;            ///< horizontal forces of the outer plane pieces
     Array<int, 3, 2> WedgeNoSolution;        ///< (level, side) 1 when a row was marked
 };
 
@@ -134,12 +131,6 @@ struct Solution {
     Array<double, 2> FactorOfSafety;   ///< the factor that an analysis has found
     double TransitionElev = 0;         ///< FT, cantilever: where the net diagram turns
     int SeepagePasses = 0;             ///< passes of the last search
-};
-
-/// The beam solution with EI = 1.
-struct Beam {
-    Array<double, 300, 4> ElementForces; ///< (e, k) shear, moment at top; shear, moment at bottom
-    Array<double, 301, 2> NodeDisplacement; ///< (i, k) EI x deflection, EI x rotation
 };
 
 /// A value and the elevation (FT) at which it stands.
@@ -188,7 +179,6 @@ struct State {
     WedgeForces wedge;
     NetPressures net;
     Solution solution;
-    Beam beam;
     ResultDiagrams results; ///< of the level solved last
     Stage stage;            ///< what is being done
     Failure failure;        ///< why the solution ended, if it did

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
+#include <type_traits>
 #include <vector>
 
 namespace korvane {
@@ -73,38 +75,33 @@ struct WedgeSide {
     bool operator==(const WedgeSide&) const = default;
 };
 
-/// The direction of a plane, measured from the vertical.
-struct Direction {
-    double angle = 0; ///< radians
-    double sin = 0;
-    double cos = 1;
-};
+/// More planes than the sweep tries from one point of the wall: from 23 to 180 degrees.
+inline constexpr std::size_t MaxSweepPlanes = 80;
 
-/// A piece of a trial plane within one layer.
-struct PlanePiece {
-    double load;   ///< LB, soil and surcharge
-    double length; ///< FT
-};
-
-/// A trial plane of the sweep: pieces from the ground to the wall, one for each layer.
+/// A trial plane of the sweep: pieces from the wall to the ground, one for each layer.
 struct TrialPlane {
-    int firstPiece = 0; ///< counts within the row
     int pieceCount = 0;
-    int layer = 1;              ///< of the piece at the wall
-    bool upward = false;        ///< it rises into the layers above that one
-    bool alongBoundary = false; ///< it runs along the bottom of its layer
+    int layer = 1;         ///< of the piece at the wall
+    int upward = 0;        ///< 1 where it rises into the layers above that one
+    int alongBoundary = 0; ///< 1 where it runs along the bottom of its layer
+
+    /// The layer of a piece, counted from the wall and from 0.
+    int layerOfPiece(int piece) const { return upward != 0 ? layer - piece : layer + piece; }
+
+    bool operator==(const TrialPlane& other) const {
+        return std::memcmp(this, &other, sizeof other) == 0;
+    }
 };
+static_assert(std::has_unique_object_representations_v<TrialPlane>);
 
 /// The planes from one point of the wall.
 struct PlaneRow {
-    double elev = 0;       ///< FT
-    int layer = 1;         ///< at that point
-    bool topKnown = false; ///< sine and cosine of `top` are worked out
-    Direction top;         ///< of the last plane of the row
-    std::size_t firstPlane = 0;
-    std::size_t planeCount = 0; ///< worked out so far, the steepest ones
-    std::size_t firstPiece = 0;
-    std::size_t pieceCount = 0;
+    double elev = 0;             ///< FT
+    int layer = 1;               ///< at that point
+    double topAngle = 0;         ///< radians from the vertical, of the last plane
+    std::size_t firstPlane = 0;  ///< in WedgePlanes::planes
+    std::size_t planeCount = 0;  ///< worked out so far, the steepest ones
+    std::size_t firstColumn = 0; ///< in WedgePlanes::columns
 };
 
 /// Planes of the sweep on one side.
@@ -114,7 +111,9 @@ struct WedgePlanes {
     bool kept = false;          ///< rows hold all planes worked out so far
     std::vector<PlaneRow> rows; ///< descending
     std::vector<TrialPlane> planes;
-    std::vector<PlanePiece> pieces;
+    /// For each row, piece by piece from the wall: the loads (LB) on that piece of all planes, then
+    /// its lengths (FT).
+    std::vector<double> columns;
 };
 
 } // namespace korvane

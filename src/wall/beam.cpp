@@ -169,9 +169,9 @@ void storeBeam(const Wall& wall, Beam& beam) {
 //          end forces act on the element, positive in the direction of y and of the rotation dy/dx
 //          with x downward; a positive pressure pushes in the direction of y.
 // Reads:   ElevGrid FT, NetActive PSF, SolvedBottomElev, BottomPressure, the line loads LB/FT.
-// Writes:  ElementForces (e, 1..4) of elements 1 to n - 1, NodeDisplacement (i, 1..2) of nodes 1
+// Gives:   ElementForces (e, 1..4) of elements 1 to n - 1, NodeDisplacement (i, 1..2) of nodes 1
 //          to n.
-void SolveBeam(State& state, int anchorIndex, int bottomIndex, int bottomFixity, int level,
+Beam SolveBeam(const State& state, int anchorIndex, int bottomIndex, int bottomFixity, int level,
                [[maybe_unused]] double bottomLoad) {
     Wall wall;
     wall.n = bottomIndex;
@@ -189,7 +189,9 @@ void SolveBeam(State& state, int anchorIndex, int bottomIndex, int bottomFixity,
     } else {
         throw RuntimeError(11); // a wall on one hinge: the stiffness matrix is singular
     }
-    storeBeam(wall, state.beam);
+    Beam beam;
+    storeBeam(wall, beam);
+    return beam;
 }
 
 } // namespace korvane

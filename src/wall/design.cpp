@@ -53,9 +53,9 @@ void SolveDesign(State& state, const LevelDone& levelDone) {
 void finishLevel(State& state, int anchorIndex, int level) {
     state.stage = {Doing::Bending, 0, level};
     const bool rotationRestrained = state.problem->WallType == WallKind::Cantilever || level == 2;
-    SolveBeam(state, anchorIndex, state.solution.BottomIndex(level), rotationRestrained ? 2 : 1,
-              level, 0);
-    BuildResultDiagrams(state, level);
+    const Beam beam = SolveBeam(state, anchorIndex, state.solution.BottomIndex(level),
+                                rotationRestrained ? 2 : 1, level, 0);
+    BuildResultDiagrams(state, beam, level);
 }
 
 void failRotation(State& state, int level) {

@@ -29,9 +29,6 @@ void clearWorkingValues(State& state) {
                           &state.wedge.WedgeActiveForce, &state.wedge.WedgePassiveForce}) {
         clearRows(*diagram, rows);
     }
-    clearRows(state.wedge.MidActiveForce, rows);
-    clearRows(state.wedge.MidPassiveForce, rows);
-    state.wedge.PieceForce.fill(0);
     state.wedge.WedgeNoSolution.fill(0);
     for (RegionFamily* family :
          {&state.regions.Layer, &state.regions.Wet, &state.regions.Seep, &state.regions.Deep}) {

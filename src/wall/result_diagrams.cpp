@@ -17,55 +17,55 @@ double deflectionScale(const Problem& problem) {
 }
 
 /// The row just above grid point e.
-void addRowAbove(State& state, int r, int e, double scale) {
+void addRowAbove(State& state, const Beam& beam, int r, int e, double scale) {
     ResultDiagrams& results = state.results;
     results.ResultElev(r) = state.grid.ElevGrid(e);
-    results.ResultMoment(r) = state.beam.ElementForces(e - 1, 4);
-    results.ResultShear(r) = -state.beam.ElementForces(e - 1, 3);
-    results.ResultDeflection(r) = finite(scale * state.beam.NodeDisplacement(e, 1));
+    results.ResultMoment(r) = beam.ElementForces(e - 1, 4);
+    results.ResultShear(r) = -beam.ElementForces(e - 1, 3);
+    results.ResultDeflection(r) = finite(scale * beam.NodeDisplacement(e, 1));
     results.ResultPressure(r) = state.net.NetActive(e, 2);
 }
 
 /// The row just below grid point e, where a diagram jumps.
-void addRowBelow(State& state, int r, int e, double scale) {
+void addRowBelow(State& state, const Beam& beam, int r, int e, double scale) {
     ResultDiagrams& results = state.results;
     results.ResultElev(r) = state.grid.ElevGrid(e);
-    results.ResultMoment(r) = -state.beam.ElementForces(e, 2);
-    results.ResultShear(r) = state.beam.ElementForces(e, 1);
-    results.ResultDeflection(r) = finite(scale * state.beam.NodeDisplacement(e, 1));
+    results.ResultMoment(r) = -beam.ElementForces(e, 2);
+    results.ResultShear(r) = beam.ElementForces(e, 1);
+    results.ResultDeflection(r) = finite(scale * beam.NodeDisplacement(e, 1));
     results.ResultPressure(r) = state.net.NetActive(e, 1);
 }
 
 /// A concentrated force of 1 LB or more, or a step of the net pressure, at grid point e.
-bool diagramsJump(const State& state, int e) {
-    const auto& ElementForces = state.beam.ElementForces;
+bool diagramsJump(const State& state, const Beam& beam, int e) {
+    const auto& ElementForces = beam.ElementForces;
     const auto& NetActive = state.net.NetActive;
     return std::fabs(ElementForces(e - 1, 3) + ElementForces(e, 1)) >= 1.0 ||
            std::fabs(NetActive(e, 1) - NetActive(e, 2)) >= 0.0001;
 }
 
 /// All rows of a level; returns their number.
-int fillRows(State& state, int level) {
+int fillRows(State& state, const Beam& beam, int level) {
     ResultDiagrams& results = state.results;
     const double scale = deflectionScale(*state.problem);
     const int bottom = state.solution.BottomIndex(level);
 
-    const double topShear = state.beam.ElementForces(1, 1);
+    const double topShear = beam.ElementForces(1, 1);
     results.ResultElev(1) = state.grid.ElevGrid(1);
     results.ResultMoment(1) = 0;
     results.ResultShear(1) = std::fabs(topShear) < 0.0001 ? 0.0 : topShear;
-    results.ResultDeflection(1) = finite(scale * state.beam.NodeDisplacement(1, 1));
+    results.ResultDeflection(1) = finite(scale * beam.NodeDisplacement(1, 1));
     results.ResultPressure(1) = state.net.NetActive(1, 1);
 
     int r = 1;
     for (int e = 2; e < bottom; ++e) {
-        addRowAbove(state, ++r, e, scale);
-        if (diagramsJump(state, e)) {
-            addRowBelow(state, ++r, e, scale);
+        addRowAbove(state, beam, ++r, e, scale);
+        if (diagramsJump(state, beam, e)) {
+            addRowBelow(state, beam, ++r, e, scale);
         }
     }
 
-    addRowAbove(state, ++r, bottom, scale);
+    addRowAbove(state, beam, ++r, bottom, scale);
     results.ResultPressure(r) = state.solution.BottomPressure(level);
     results.ResultMoment(r) = 0;
     if (level == 1) { // deliberate: level 2 shows the grid point's elevation and keeps its shear
@@ -152,10 +152,10 @@ void refineMaxMoment(ResultDiagrams& results, int m) {
 // Reads:   ElementForces, NodeDisplacement, NetActive PSF, ElevGrid FT, the level's bottom.
 // Writes:  the result rows, their count and extremes.
 // Failure: a row beyond 301 is run-time error 9.
-void BuildResultDiagrams(State& state, int level) {
+void BuildResultDiagrams(State& state, const Beam& beam, int level) {
     ResultDiagrams& results = state.results;
     const int before = results.RowCount;
-    results.RowCount = fillRows(state, level);
+    results.RowCount = fillRows(state, beam, level);
     for (auto* rows : {&results.ResultElev, &results.ResultMoment, &results.ResultShear,
                        &results.ResultDeflection, &results.ResultPressure}) {
         for (int r = results.RowCount + 1; r <= before; ++r) {

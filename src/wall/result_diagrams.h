@@ -2,10 +2,11 @@
 #pragma once
 
 #include "state/state.h"
+#include "wall/beam.h"
 
 namespace korvane {
 
 /// Fills the result rows and the extremes of `level`; BottomIndex(level) becomes the row count.
-void BuildResultDiagrams(State& state, int level);
+void BuildResultDiagrams(State& state, const Beam& beam, int level);
 
 } // namespace korvane

@@ -11,7 +11,7 @@ constexpr double Degree = std::numbers::pi / 180;
 
 class WedgeFixedTest : public testing::Test {
   protected:
-    void solve(int side = Right) { FixedSurfaceForces(state, side, 1); }
+    void solve(int side = Right) { mid = FixedSurfaceForces(state, side, 1); }
     double active(double elev) { return state.wedge.WedgeActiveForce(bench.row(elev), Right); }
     double passive(double elev) { return state.wedge.WedgePassiveForce(bench.row(elev), Right); }
     double midElev(int row) const { return (bench.elevation(row) + bench.elevation(row + 1)) / 2; }
@@ -19,6 +19,7 @@ class WedgeFixedTest : public testing::Test {
     WedgeBench bench;
     Problem& problem = bench.problem;
     State& state = *bench.state;
+    MidForces mid;
 };
 
 // Level ground, smooth wall: Rankine's state, K (g H^2 / 2 + q H) -+ 2 c sqrt(K) H. The force curve
@@ -53,16 +54,16 @@ TEST_F(WedgeFixedTest, ASoilWithoutFrictionHasPlanesAt45DegreesForActiveAndPassi
     problem.SoilCohesion(Right, 1) = 300;
     bench.buildGround();
     solve();
-    const auto withoutActive = state.wedge.MidActiveForce;
-    const auto withoutPassive = state.wedge.MidPassiveForce;
+    const auto withoutActive = mid.MidActiveForce;
+    const auto withoutPassive = mid.MidPassiveForce;
     problem.VLineCount(Right) = 1;
     problem.VLineDist(Right, 1) = 8;
     problem.VLineLoad(Right, 1) = 1000;
     solve();
     for (int r = bench.row(0); r < bench.row(-30); ++r) {
         const double expected = midElev(r) < -8 ? 1000 : 0; // tan 45
-        EXPECT_NEAR(state.wedge.MidActiveForce(r) - withoutActive(r), expected, 1e-6);
-        EXPECT_NEAR(state.wedge.MidPassiveForce(r) - withoutPassive(r), expected, 1e-6);
+        EXPECT_NEAR(mid.MidActiveForce(r) - withoutActive(r), expected, 1e-6);
+        EXPECT_NEAR(mid.MidPassiveForce(r) - withoutPassive(r), expected, 1e-6);
     }
     // g H^2 / 2 -+ 2 c H
     EXPECT_NEAR(withoutActive(bench.row(-10)), 120 * 10.5 * 10.5 / 2 - 600 * 10.5, 1e-6);
@@ -94,7 +95,7 @@ TEST_F(WedgeFixedTest, WallFrictionAndAdhesionCarryPartOfTheWedge) {
     const double up = std::cos(60 * Degree) + t * std::sin(60 * Degree);
     const double d = 10 * Degree;
     const double p = (W - 9.5 * 20) / (std::sin(d) + up * std::cos(d) / across);
-    EXPECT_NEAR(state.wedge.MidActiveForce(bench.row(-9)), p * std::cos(d), 1e-6);
+    EXPECT_NEAR(mid.MidActiveForce(bench.row(-9)), p * std::cos(d), 1e-6);
 }
 
 // A plane that goes up from sand (friction 30) into clay (no friction, c = 250): from (0, -9.5) at
@@ -111,7 +112,7 @@ TEST_F(WedgeFixedTest, APlaneBreaksAtALayerBoundary) {
     const double outer = 120 * 12.5 - 2 * 250 * 5.0;
     // Inner wedge: p = W tan(60 - 30) + outer.
     const double W = 120 * (xb * 4.5 / 2 + xb * 5);
-    EXPECT_NEAR(state.wedge.MidActiveForce(bench.row(-9)), W * std::tan(30 * Degree) + outer, 1e-6);
+    EXPECT_NEAR(mid.MidActiveForce(bench.row(-9)), W * std::tan(30 * Degree) + outer, 1e-6);
 }
 
 // A boundary -2 + 0.7 x between sand (friction 30) above and clay (no friction, c = 100) below. The
@@ -138,8 +139,7 @@ TEST_F(WedgeFixedTest, APlaneThatWouldLeadBackFollowsTheBoundaryItHasPassed) {
     const double N = (outerW + outerC * s45) / s45;
     const double outer = N * s45 + outerC * s45;
     const double W = 120 * x1 * (1.9 - y1) / 2;
-    EXPECT_NEAR(state.wedge.MidPassiveForce(bench.row(-1.8)), W * std::tan(60 * Degree) + outer,
-                1e-6);
+    EXPECT_NEAR(mid.MidPassiveForce(bench.row(-1.8)), W * std::tan(60 * Degree) + outer, 1e-6);
 }
 
 // A plane that starts in clay (45 degrees) below a boundary of slope 0.9 and comes up into sand
@@ -166,7 +166,7 @@ TEST_F(WedgeFixedTest, GoingUpThePlaneIsNoFlatterThanTheBoundary) {
     const double s45 = std::sqrt(0.5);
     const double N = (W + C * s45) / s45;
     const double expected = outerW * std::tan(60 * Degree) + N * s45 + C * s45;
-    EXPECT_NEAR(state.wedge.MidPassiveForce(row), expected, 1e-3);
+    EXPECT_NEAR(mid.MidPassiveForce(row), expected, 1e-3);
 }
 
 TEST_F(WedgeFixedTest, AGroundPointStraightAboveABreakIsADivisionByZero) {
@@ -199,8 +199,8 @@ TEST_F(WedgeFixedTest, BetweenTwoNegativeMidpointsTheActiveForceDoesNotPush) {
     problem.VLineLoad(Right, 2) = 1600;
     bench.buildGround();
     solve();
-    EXPECT_NEAR(state.wedge.MidActiveForce(bench.row(-1)), -2865, 1e-6);
-    EXPECT_NEAR(state.wedge.MidActiveForce(bench.row(-4)), -1585, 1e-6);
+    EXPECT_NEAR(mid.MidActiveForce(bench.row(-1)), -2865, 1e-6);
+    EXPECT_NEAR(mid.MidActiveForce(bench.row(-4)), -1585, 1e-6);
     EXPECT_NEAR(active(-3), -45, 1e-6);
 }
 
@@ -221,14 +221,14 @@ TEST_F(WedgeFixedTest, RowsFollowFromMidpointsByTwoParabolas) {
         drawWedgeProblem(drawn, dice, false);
         drawn.buildGround();
         State& s = *drawn.state;
-        FixedSurfaceForces(s, Right, 1);
+        const MidForces forces = FixedSurfaceForces(s, Right, 1);
         const int surface = firstRowAt(s.grid, drawn.problem.SurfaceElev(Right, 1));
         const int last = s.grid.NumElevs;
-        const auto check = [&](const auto& mid, const auto& rows, bool isActive) {
+        const auto check = [&](const auto& midForce, const auto& rows, bool isActive) {
             const auto node = [&](int r) {
                 return r < surface
                            ? Node{s.grid.ElevGrid(surface), 0}
-                           : Node{(s.grid.ElevGrid(r) + s.grid.ElevGrid(r + 1)) / 2, mid(r)};
+                           : Node{(s.grid.ElevGrid(r) + s.grid.ElevGrid(r + 1)) / 2, midForce(r)};
             };
             for (int r = surface + 1; r <= last; ++r) {
                 const double y = s.grid.ElevGrid(r);
@@ -246,8 +246,8 @@ TEST_F(WedgeFixedTest, RowsFollowFromMidpointsByTwoParabolas) {
                 ASSERT_NEAR(rows(r, Right), expected, 1e-9 * (std::abs(expected) + 1000));
             }
         };
-        check(s.wedge.MidActiveForce, s.wedge.WedgeActiveForce, true);
-        check(s.wedge.MidPassiveForce, s.wedge.WedgePassiveForce, false);
+        check(forces.MidActiveForce, s.wedge.WedgeActiveForce, true);
+        check(forces.MidPassiveForce, s.wedge.WedgePassiveForce, false);
     }
 }
 
@@ -260,7 +260,7 @@ void compareWithFreeBodies(bool slopingLayers, std::uint64_t seed, int problems)
         drawn.buildGround();
         State& state = *drawn.state;
         for (const int side : {Right, Left}) {
-            FixedSurfaceForces(state, side, 1);
+            const MidForces mid = FixedSurfaceForces(state, side, 1);
             const FreeBodies bodies(drawn, side);
             const int surface = firstRowAt(state.grid, drawn.problem.SurfaceElev(side, 1));
             for (int r = surface; r < state.grid.NumElevs - 2; ++r) {
@@ -273,10 +273,9 @@ void compareWithFreeBodies(bool slopingLayers, std::uint64_t seed, int problems)
                 const double active = bodies.fixed(y, 1);
                 const double passive = bodies.fixed(y, -1);
                 const double scale = 1e-7 * (120 * depth * depth + 1000);
-                ASSERT_NEAR(state.wedge.MidActiveForce(r), active, scale + 1e-7 * std::abs(active))
+                ASSERT_NEAR(mid.MidActiveForce(r), active, scale + 1e-7 * std::abs(active))
                     << where();
-                ASSERT_NEAR(state.wedge.MidPassiveForce(r), passive,
-                            scale + 1e-7 * std::abs(passive))
+                ASSERT_NEAR(mid.MidPassiveForce(r), passive, scale + 1e-7 * std::abs(passive))
                     << where();
             }
         }

@@ -1,5 +1,6 @@
 #include "wedge_ground.h"
 
+#include "pressures/wedge_description.h"
 #include "pressures/wedge_load.h"
 #include "pressures/wedge_pressures.h"
 #include "pressures/wedge_regions.h"

@@ -1,5 +1,5 @@
 #include "pressures/wedge_load.h"
-
+#include "pressures/wedge_pieces.h"
 #include "pressures/wedge_regions.h"
 #include "wedge_ground.h"
 
@@ -252,6 +252,44 @@ TEST(WedgeWeightSlices, LevelLayers) {
 
 TEST(WedgeWeightSlices, SlopingLayers) {
     compareWithSlices(true, 38, 3000);
+}
+
+// ---- weighPieces ------------------------------------------------------------------------------
+
+// Many pieces at once get the loads that each gets alone, to the last bit: pieces in the ground, up
+// to it, through it, beyond it and without length.
+TEST(WeighPieces, GivesEachPieceWhatItGetsAlone) {
+    Dice dice(62);
+    int loaded = 0;
+    for (int run = 0; run < 400; ++run) {
+        WedgeBench drawn;
+        drawWedgeProblem(drawn, dice, dice.chance(0.5));
+        drawn.buildGround();
+        const int side = dice.whole(Right, Left);
+        const WedgeSide described = drawn.described(side);
+        const int layer = dice.whole(1, drawn.problem.SoilLayerCount(side));
+        const double y0 = drawn.problem.SurfaceElev(side, 1) - dice.between(0.5, 40);
+        const auto count = static_cast<std::size_t>(dice.whole(1, 80));
+        std::vector<double> slope(count);
+        std::vector<double> x1(count);
+        std::vector<double> x2(count);
+        std::vector<double> loads(count);
+        for (std::size_t n = 0; n < count; ++n) {
+            slope[n] = dice.between(0.05, 2.4);
+            x1[n] = dice.chance(0.3) ? 0 : dice.between(0, 40);
+            x2[n] = x1[n] + (dice.chance(0.05) ? 0 : dice.between(-1, 60));
+        }
+        weighPieces(described, {y0, count, slope.data(), x1.data(), x2.data()}, layer,
+                    loads.data());
+        for (std::size_t n = 0; n < count; ++n) {
+            const double y1 = slope[n] * x1[n] + y0;
+            ASSERT_EQ(loads[n], WedgeWeight(described, y0, slope[n], x1[n], y1, x2[n], layer) +
+                                    WedgeSurchargeLoad(described, x1[n], x2[n]))
+                << run << " " << n;
+            loaded += loads[n] != 0 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(loaded, 5000);
 }
 
 // ---- WedgeSurchargeLoad -----------------------------------------------------------------------

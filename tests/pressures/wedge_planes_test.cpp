@@ -176,7 +176,7 @@ TEST_F(SweepPlanesTest, ADesignOrAFixedSurfaceBetweenTwoTrialsLeavesNoPlanes) {
     for (const bool fixed : {false, true}) {
         problem.SoilMoistWeight(Right, 1) += 5;
         problem.ProgramMode = Mode::Design;
-        fixed ? FixedSurfaceForces(state, Right, 1) : SweepSearchForces(state, Right, 1);
+        fixed ? void(FixedSurfaceForces(state, Right, 1)) : SweepSearchForces(state, Right, 1);
         problem.ProgramMode = Mode::Analysis;
         EXPECT_EQ(trial(1, Right), sweptAnew(state, Right));
         problem = given;
