@@ -98,7 +98,7 @@ void CommandScope::keepEnteredData() {
     if (session_.DataChanged != 0) {
         before_.DataChanged = session_.DataChanged;
         before_.window.inputFileStale = true;
-        before_.window.menus.mnuSolve.enabled = false;
+        before_.window.menus.solve.enabled = false;
     }
 }
 

@@ -65,7 +65,7 @@ void enterProblem(Office& office) {
             session.DataChanged = 1;
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     office.desktop.onScreen = nullptr;
 }
 
@@ -147,9 +147,9 @@ TEST(FileFaults, SavingToAFullDeviceLeavesEverythingAsItWas) {
     Office office;
     enterProblem(office);
     const Standing before(office);
-    for (const int item : {0, 1}) {
+    for (const Command save : {saveInput, saveReport}) {
         office.desktop.chosenFiles = {"/dev/full"};
-        mnuSaveItem_Click(*office.session, office.desktop, item);
+        save(*office.session, office.desktop);
         expectFileError(office, "/dev/full", "Disk full");
         expectStill(office, before);
         EXPECT_EQ(office.session->DataChanged, 1);
@@ -164,7 +164,7 @@ TEST(FileFaults, AFailedSaveLeavesTheOldFileWhole) {
     office.desktop.chosenFiles = {old};
     {
         const SmallDisk full(fewBytes);
-        mnuSaveItem_Click(*office.session, office.desktop, 1);
+        saveReport(*office.session, office.desktop);
     }
     expectFileError(office, old, "Disk full");
     EXPECT_EQ(readFile(old), "the old report");
@@ -193,9 +193,9 @@ TEST(FileFaults, AFolderThatMayNotBeWrittenToIsToldAndItsFilesStay) {
     fs::permissions(office.user.path(), fs::perms(0555));
     for (const char* name : {"old.out", "new.out"}) {
         const std::string target = office.userFile(name);
-        for (const int item : {0, 1}) {
+        for (const Command save : {saveInput, saveReport}) {
             office.desktop.chosenFiles = {target};
-            mnuSaveItem_Click(*office.session, office.desktop, item);
+            save(*office.session, office.desktop);
             expectFileError(office, target, "Permission denied");
             expectStill(office, before);
         }
@@ -210,7 +210,7 @@ TEST(FileFaults, SavingIntoAMissingFolderIsTold) {
     const Standing before(office);
     const std::string target = office.userFile("nowhere/wall.out");
     office.desktop.chosenFiles = {target};
-    mnuSaveItem_Click(*office.session, office.desktop, 1);
+    saveReport(*office.session, office.desktop);
     expectFileError(office, target, "Path not found");
     expectStill(office, before);
 }
@@ -219,10 +219,10 @@ TEST(FileFaults, AFaultInASaveQuestionEndsTheCommandWithNothingLost) {
     Office office;
     enterProblem(office);
     const Standing before(office);
-    for (const int command : {0, 1, 7}) {
+    for (const Command command : {newProblem, openFile, exitProgram}) {
         office.desktop.answers = {Answer::Yes};
         office.desktop.chosenFiles = {office.userFile("nowhere/wall.dat")};
-        mnuFileItem_Click(*office.session, office.desktop, command);
+        command(*office.session, office.desktop);
         expectFileError(office, office.userFile("nowhere/wall.dat"), "Path not found");
         expectStill(office, before);
     }
@@ -235,7 +235,7 @@ TEST(FileFaults, WhatWasSavedStaysSavedWhenTheCommandFailsLater) {
     const std::string saved = office.userFile("wall.dat");
     office.desktop.answers = {Answer::Yes, Answer::No};
     office.desktop.chosenFiles = {saved, office.userFile("missing.dat")};
-    mnuFileItem_Click(*office.session, office.desktop, 1);
+    openFile(*office.session, office.desktop);
     expectFileError(office, office.userFile("missing.dat"), "File not found");
     EXPECT_EQ(office.session->CurrentInputName, saved);
     EXPECT_TRUE(fs::exists(saved));
@@ -255,19 +255,19 @@ TEST(FileFaults, AFailedEditKeepsWhatWasTypedAndSolvesNothingFromThere) {
             full.emplace(fewBytes);
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     full.reset();
     expectFileError(office, (office.temporary.path() / "TEMP0.iii").string(), "Disk full");
     EXPECT_EQ(office.session->problem.WallTopElev, 12.5);
     EXPECT_EQ(office.session->CurrentInputName, before.input);
     EXPECT_EQ(office.temporaryFiles(), before.files);
     EXPECT_EQ(office.report(), before.report);
-    EXPECT_FALSE(office.session->menus.mnuSolve.enabled);
+    EXPECT_FALSE(office.session->menus.solve.enabled);
 
     // Once there is room, Edit and Finished complete the command.
     office.desktop.onScreen = nullptr;
-    mnuEditItem_Click(*office.session, office.desktop);
-    EXPECT_TRUE(office.session->menus.mnuSolve.enabled);
+    editData(*office.session, office.desktop);
+    EXPECT_TRUE(office.session->menus.solve.enabled);
     EXPECT_EQ(readFile(office.session->CurrentInputName), inputFileText(office.session->problem));
 }
 
@@ -288,7 +288,7 @@ TEST(FileFaults, ANameTakenByAnotherProgramMeanwhileIsNotOverwritten) {
       private:
         std::string name_;
     } desktop(taken);
-    mnuFileItem_Click(*office.session, desktop, 1);
+    openFile(*office.session, desktop);
     EXPECT_EQ(readFile(taken), "another program's");
     EXPECT_NE(office.session->CurrentInputName, taken);
     EXPECT_EQ(readFile(office.session->CurrentInputName), inputText);
@@ -303,11 +303,11 @@ TEST(FileFaults, AMissingReportIsToldWhenPrintedOrViewed) {
     office.solve();
     const std::string output = office.outputName();
     fs::remove(output);
-    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    printReport(*office.session, office.desktop);
     expectFileError(office, output, "File not found");
     office.desktop.onScreen = [&](Screen, const Session& session) { inputFileView(session); };
     office.session->CurrentInputName = office.userFile("gone.dat");
-    mnuViewItem_Click(*office.session, office.desktop, 0);
+    viewScreen(*office.session, office.desktop, Screen::VUINPTFL);
     expectFileError(office, office.userFile("gone.dat"), "File not found");
 }
 
@@ -321,7 +321,7 @@ TEST(FileFaults, APrinterThatFailsLeavesTheLineCountAlone) {
     Office office;
     enterProblem(office);
     const int count = office.session->FileLineCount;
-    mnuPrintItem_Click(*office.session, desktop, 0);
+    printInput(*office.session, desktop);
     ASSERT_EQ(desktop.boxes.size(), 1U);
     EXPECT_EQ(desktop.boxes[0].text, "File: LPT1\nDevice I/O error\n\nYour data are kept.");
     EXPECT_EQ(office.session->FileLineCount, count);
@@ -332,7 +332,7 @@ TEST(FileFaults, ExitEndsTheProgramThoughItsTemporaryFolderIsGone) {
     Office office;
     office.open("cantilever-dry-sand");
     fs::remove_all(office.temporary.path());
-    mnuFileItem_Click(*office.session, office.desktop, 7);
+    exitProgram(*office.session, office.desktop);
     EXPECT_TRUE(office.desktop.ended);
 }
 
@@ -342,12 +342,12 @@ TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
         office.open("anchored-sand");
         const Problem problem = office.session->problem;
         if (atContinue) {
-            mnuSolveItem_Click(*office.session, office.desktop);
+            solveProblem(*office.session, office.desktop);
         }
         {
             const SmallDisk full(fewBytes);
-            atContinue ? cmdContinue_Click(*office.session, office.desktop)
-                       : mnuSolveItem_Click(*office.session, office.desktop);
+            atContinue ? continueSolution(*office.session, office.desktop)
+                       : solveProblem(*office.session, office.desktop);
         }
         ASSERT_FALSE(office.desktop.boxes.empty());
         EXPECT_EQ(office.desktop.boxes.back().title, "FILE ERROR");
@@ -356,9 +356,9 @@ TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
         EXPECT_EQ(office.session->panels.panDoneText, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
         EXPECT_FALSE(office.desktop.busy);
         EXPECT_EQ(office.session->problem, problem);
-        cmdOK_Click(*office.session);
-        EXPECT_FALSE(office.session->menus.mnuViewItem(4).enabled);
-        EXPECT_TRUE(office.session->menus.mnuEdit.enabled);
+        acceptResults(*office.session);
+        EXPECT_FALSE(office.session->menus.freeEarthPlots.enabled);
+        EXPECT_TRUE(office.session->menus.edit.enabled);
     }
 }
 
@@ -370,8 +370,8 @@ TEST(SolutionFaults, AZeroDivisorShowsItsBoxAndTheAbortedPanel) {
             session.sections.PileModulus.fill(0); // an accepted modulus of 0
         }
     };
-    mnuSolveItem_Click(*office.session, office.desktop);
-    cmdContinue_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
+    continueSolution(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.boxes.back(),
               (MessageBox{.text = "Run-time error '11':\n\nDivision by zero"}));
     EXPECT_EQ(office.session->SolutionFailed, 1);
@@ -410,7 +410,7 @@ TEST(FatalFaults, TheNinetyThirdTemporaryNameIsRescued) {
     office.desktop.answers.assign(200, Answer::No);
     office.session->files.ScratchFileCount = 100;
     office.desktop.onScreen = [](Screen, Session& session) { session.DataChanged = 1; };
-    const int number = errorOf([&] { mnuEditItem_Click(*office.session, office.desktop); });
+    const int number = errorOf([&] { editData(*office.session, office.desktop); });
     EXPECT_EQ(number, 9);
     const std::string kept = rescueInput(*office.session);
     EXPECT_EQ(fs::path(kept).filename(), "KORVANE-RESCUE-0.dat");
