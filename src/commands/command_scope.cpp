@@ -98,7 +98,12 @@ void CommandScope::keepEnteredData() {
     if (session_.DataChanged != 0) {
         before_.DataChanged = session_.DataChanged;
         before_.window.inputFileStale = true;
-        before_.window.menus.solve.enabled = false;
+        Menus& menus = before_.window.menus;
+        menus.save.enabled = true;
+        menus.saveInput.enabled = true;
+        menus.saveReport.enabled = !before_.report.CurrentOutputName.empty();
+        menus.solve.enabled = false;
+        disableResultPlots(menus);
     }
 }
 

@@ -26,8 +26,9 @@ class CommandScope {
 
     /// Makes everything so far final: the command now begins here.
     void checkpoint();
-    /// What was entered on the screens is kept, whatever happens later. Problem and report would no
-    /// longer fit together, so nothing is solved from there before the data are written again.
+    /// What was entered on the screens is kept, whatever happens later, and can be saved from
+    /// memory. Problem and report would no longer fit together, so nothing is solved or plotted
+    /// from there before the data are written again.
     void keepEnteredData();
     /// Brings back what stood when the command began.
     void takeBack();

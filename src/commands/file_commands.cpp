@@ -2,6 +2,7 @@
 #include "commands/command_scope.h"
 #include "commands/commands.h"
 #include "commands/files.h"
+#include "commands/problem_name.h"
 #include "commands/recent_files.h"
 #include "commands/report.h"
 #include "commands/told_boxes.h"
@@ -16,7 +17,7 @@ namespace korvane {
 namespace {
 
 void askForUnsavedFiles(Session& session, Desktop& desktop) {
-    if (endsIn(session.CurrentInputName, ".III")) {
+    if (hasUnsavedInput(session)) {
         AskSaveInput(session, desktop);
     }
     if (endsIn(session.report.CurrentOutputName, ".OOO")) {

@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <sstream>
-#include <vector>
+#include <system_error>
 
 namespace korvane {
 
@@ -24,30 +24,18 @@ constexpr SaveDialog saveOutputDialog{
     "OPEN SAVE-OUTPUT-DATA FILE",
     "Output Files (*.out)|*.out|Output Files (*.dat)|*.dat|All Files (*.*)|*.*", ".OOO"};
 
-/// How much of a file a copy has taken.
-struct Copy {
-    int lines = 0;
-    int sourceLines = 0;
-    bool ontoItself = false; ///< source and target are one file: nothing was touched
-};
+/// Whether two names lead to one file that is there.
+bool isSameFile(const std::string& one, const std::string& other) {
+    std::error_code missing;
+    return fs::equivalent(one, other, missing);
+}
 
-Copy copyLines(const std::string& source, const std::string& target, int count) {
-    const std::vector<std::string> lines = splitLines(readFile(source));
-    Copy copy{.lines = count, .sourceLines = static_cast<int>(lines.size())};
-    if (fs::exists(target) && fs::equivalent(source, target)) {
-        copy.lines = copy.sourceLines;
-        copy.ontoItself = true;
-        return copy;
+/// Saves a text whole; what holds it already, being the current file itself, is not touched.
+void saveUnlessThere(const std::string& current, const std::string& target,
+                     const std::string& text) {
+    if (!isSameFile(current, target) || readFile(target) != text) {
+        saveFile(target, text);
     }
-    if (count > copy.sourceLines) {
-        throw RuntimeError(62, source);
-    }
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-        text += lines[static_cast<std::size_t>(i)] + "\n";
-    }
-    saveFile(target, text);
-    return copy;
 }
 
 /// True for a file of the temporary folder whose name begins with "TEMP".
@@ -63,6 +51,12 @@ void deleteListedFile(Session& session, const std::string& name) {
     if (std::find(list.begin(), list.end(), name) != list.end()) {
         deleteOwnFile(session, name);
     }
+}
+
+/// A temporary file that the user has saved onto itself, by a link to it, is the user's now.
+void giveToUser(Session& session, const std::string& name) {
+    auto& list = session.files.ScratchFileList;
+    std::replace(list.begin(), list.end(), name, std::string());
 }
 
 /// Whether a name ends in one of the extensions, which are parted by "|".
@@ -174,17 +168,14 @@ void SaveInputData(Session& session, Desktop& desktop) {
     if (InputFileName.empty()) {
         return;
     }
-    const Copy copy = copyLines(CurrentInputName, InputFileName, session.FileLineCount);
-    session.inputFileStale = copy.lines < copy.sourceLines;
-    if (session.inputFileStale) {
-        desktop.Ask({.text = "Only " + std::to_string(copy.lines) + " of " +
-                             std::to_string(copy.sourceLines) +
-                             " lines were saved.\nChoose Edit, Finished, then save again.",
-                     .title = "INPUT FILE INCOMPLETE!",
-                     .icon = Icon::Exclamation});
-    } else if (!copy.ontoItself && namesTemporaryFile(session, CurrentInputName)) {
+    const bool ontoItself = isSameFile(CurrentInputName, InputFileName);
+    saveUnlessThere(CurrentInputName, InputFileName, inputFileText(session.problem));
+    if (ontoItself) {
+        giveToUser(session, CurrentInputName);
+    } else if (namesTemporaryFile(session, CurrentInputName)) {
         deleteListedFile(session, CurrentInputName);
     }
+    session.inputFileStale = false;
     CurrentInputName = InputFileName;
     session.ProblemFile = InputFileName;
     noteRecent(session, InputFileName);
@@ -198,10 +189,13 @@ void SaveOutputData(Session& session, Desktop& desktop) {
     if (SavedOutputName.empty()) {
         return;
     }
-    const Copy copy = copyLines(CurrentOutputName, SavedOutputName, session.report.OutputLineCount);
+    const bool ontoItself = isSameFile(CurrentOutputName, SavedOutputName);
+    saveUnlessThere(CurrentOutputName, SavedOutputName, session.report.text);
     // Deliberate: the input's name decides, so that the temporary report of a problem that came
     // from the user's own file stays until New or Exit.
-    if (!copy.ontoItself && namesTemporaryFile(session, session.CurrentInputName)) {
+    if (ontoItself) {
+        giveToUser(session, CurrentOutputName);
+    } else if (namesTemporaryFile(session, session.CurrentInputName)) {
         deleteListedFile(session, CurrentOutputName);
     }
     CurrentOutputName = SavedOutputName;

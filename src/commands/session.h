@@ -35,7 +35,7 @@ struct MainWindow {
     std::string ProblemFile;      ///< the user's file that the problem is from or saved in, or ""
     std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
     std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
-    int FileLineCount = 0;        ///< lines written to the temporary input file
+    int FileLineCount = 0;        ///< lines of the last input written; nothing reads it
     bool inputFileStale = false;  ///< CurrentInputName does not hold the whole problem
     int InputSavedFlag = 0;       ///< 1 after a successful input save; nothing reads it
     int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
@@ -62,6 +62,7 @@ struct TemporaryFiles {
 struct Report {
     std::string CurrentOutputName;
     int OutputLineCount = 0;
+    std::string text; ///< all that was written to the file, which may be gone when it is saved
 };
 
 /// Everything that belongs to one session. Two sessions, each with a Desktop of its own, never

@@ -1,4 +1,5 @@
 // The Print and View commands and the two text windows.
+#include "commands/report.h"
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "scripted_desktop.h"
@@ -21,14 +22,11 @@ void enterProblem(Office& office) {
 
 /// Makes the report longer than the text window takes.
 void lengthenReport(Office& office, std::size_t bytes) {
-    std::string text = office.report();
-    int lines = 0;
-    while (text.size() < bytes) {
-        text += std::string(70, 'x') + "\n";
-        ++lines;
+    PrintLines lines;
+    while (office.report().size() + lines.content().size() < bytes) {
+        lines.line(0, std::string(70, 'x'));
     }
-    writeFile(office.outputName(), text);
-    office.session->report.OutputLineCount += lines;
+    appendReport(*office.session, lines);
 }
 
 } // namespace

@@ -111,33 +111,6 @@ TEST(SaveInput, ACancelledDialogChangesNothing) {
     EXPECT_TRUE(office.session->menus.saveInput.enabled);
 }
 
-TEST(SaveInput, AfterPrintingTheCopyIsShortAndTheTemporaryFileStays) {
-    Office office;
-    enterProblem(office);
-    const std::string temporary = office.session->CurrentInputName;
-    const auto lines = splitLines(readFile(temporary));
-    printInput(*office.session, office.desktop);
-    EXPECT_EQ(office.session->FileLineCount, 3); // one heading, the control and the wall line
-    const std::string target = office.userFile("wall.dat");
-    office.desktop.chosenFiles = {target};
-    save(office, saveInput);
-    EXPECT_EQ(splitLines(readFile(target)),
-              std::vector<std::string>(lines.begin(), lines.begin() + 3));
-    ASSERT_EQ(office.desktop.boxes.size(), 1U);
-    EXPECT_EQ(office.desktop.boxes[0].title, "INPUT FILE INCOMPLETE!");
-    EXPECT_EQ(office.desktop.boxes[0].text, "Only 3 of " + std::to_string(lines.size()) +
-                                                " lines were saved.\n"
-                                                "Choose Edit, Finished, then save again.");
-    EXPECT_TRUE(fs::exists(temporary));
-
-    // The way out that the box names.
-    office.desktop.onScreen = nullptr;
-    editData(*office.session, office.desktop);
-    office.desktop.chosenFiles = {target};
-    save(office, saveInput);
-    EXPECT_EQ(splitLines(readFile(target)), lines);
-}
-
 TEST(SaveOutput, TheDialogCarriesItsTitleAndFilter) {
     Office office;
     office.open("cantilever-dry-sand");
