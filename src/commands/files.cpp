@@ -2,6 +2,7 @@
 
 #include "commands/command_scope.h"
 #include "commands/recent_files.h"
+#include "commands/told_boxes.h"
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <sstream>
 #include <system_error>
+#include <vector>
 
 namespace korvane {
 
@@ -46,10 +48,12 @@ bool namesTemporaryFile(const Session& session, const std::string& name) {
 }
 
 /// Deletes a file if this session made it; any other file stays.
-void deleteListedFile(Session& session, const std::string& name) {
+void deleteListedFile(Session& session, Desktop& desktop, const std::string& name) {
     const auto& list = session.files.ScratchFileList;
     if (std::find(list.begin(), list.end(), name) != list.end()) {
-        deleteOwnFile(session, name);
+        std::vector<RuntimeError> left;
+        deleteOwnFile(session, name, left);
+        tellFilesLeft(desktop, left);
     }
 }
 
@@ -151,7 +155,7 @@ void AskSaveOutput(Session& session, Desktop& desktop) {
         if (desktop.Ask({.text = "DO YOU WANT TO SAVE CURRENT OUTPUT DATA?",
                          .title = "SAVE OUTPUT DATA?",
                          .buttons = Buttons::YesNo}) == Answer::No) {
-            deleteListedFile(session, CurrentOutputName);
+            deleteListedFile(session, desktop, CurrentOutputName);
             CurrentOutputName.clear();
             return;
         }
@@ -173,7 +177,7 @@ void SaveInputData(Session& session, Desktop& desktop) {
     if (ontoItself) {
         giveToUser(session, CurrentInputName);
     } else if (namesTemporaryFile(session, CurrentInputName)) {
-        deleteListedFile(session, CurrentInputName);
+        deleteListedFile(session, desktop, CurrentInputName);
     }
     session.inputFileStale = false;
     CurrentInputName = InputFileName;
@@ -196,7 +200,7 @@ void SaveOutputData(Session& session, Desktop& desktop) {
     if (ontoItself) {
         giveToUser(session, CurrentOutputName);
     } else if (namesTemporaryFile(session, session.CurrentInputName)) {
-        deleteListedFile(session, CurrentOutputName);
+        deleteListedFile(session, desktop, CurrentOutputName);
     }
     CurrentOutputName = SavedOutputName;
     keepSaved(session);
@@ -238,15 +242,17 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
 
 void DeleteTempFiles(Session& session, Desktop& desktop) {
     const TemporaryFiles& files = session.files;
+    std::vector<RuntimeError> left;
     for (const std::string& name : files.ScratchFileList) {
-        deleteOwnFile(session, name);
+        deleteOwnFile(session, name, left);
     }
     for (const std::string& name : files.ScratchFileName) {
-        deleteOwnFile(session, name);
+        deleteOwnFile(session, name, left);
     }
     session.report.CurrentOutputName.clear();
     session.CurrentInputName.clear();
     desktop.QuitHelp();
+    tellFilesLeft(desktop, left);
 }
 
 } // namespace korvane

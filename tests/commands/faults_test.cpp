@@ -336,6 +336,93 @@ TEST(FileFaults, ExitEndsTheProgramThoughItsTemporaryFolderIsGone) {
     EXPECT_TRUE(office.desktop.ended);
 }
 
+/// The temporary folder cannot be written to from a moment on.
+class LockedFolder {
+  public:
+    explicit LockedFolder(const fs::path& folder) : folder_(folder) {
+        fs::permissions(folder_, fs::perms(0555));
+    }
+    ~LockedFolder() { fs::permissions(folder_, fs::perms(0755)); }
+    LockedFolder(const LockedFolder&) = delete;
+    LockedFolder& operator=(const LockedFolder&) = delete;
+
+  private:
+    fs::path folder_;
+};
+
+TEST(TemporaryFilesLeft, AreToldByNewWhichGoesOn) {
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    const std::string input = office.session->CurrentInputName;
+    const std::string output = office.outputName();
+    {
+        const LockedFolder locked(office.temporary.path());
+        newProblem(*office.session, office.desktop);
+    }
+    EXPECT_EQ(office.desktop.boxes.back(),
+              (MessageBox{.text = "Temporary files could not be removed:\nFile: " + output +
+                                  "\nPermission denied\nFile: " + input + "\nPermission denied",
+                          .title = "FILE ERROR",
+                          .icon = Icon::Exclamation}));
+    EXPECT_EQ(office.session->problem.NumHeadingLines, 0);
+    EXPECT_EQ(office.session->CurrentInputName, "");
+    EXPECT_TRUE(fs::exists(input));
+    fs::remove(input);
+    fs::remove(output);
+}
+
+TEST(TemporaryFilesLeft, AreToldWhereTheyHaveBeenSetAsideAlready) {
+    class LockingDesktop : public ScriptedDesktop {
+      public:
+        explicit LockingDesktop(fs::path folder) : folder_(std::move(folder)) {}
+        void QuitHelp() override { locked_.emplace(folder_); } // the files have other names by now
+        void unlock() { locked_.reset(); }
+
+      private:
+        fs::path folder_;
+        std::optional<LockedFolder> locked_;
+    };
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    LockingDesktop desktop(office.temporary.path());
+    newProblem(*office.session, desktop);
+    desktop.unlock();
+    const auto files = office.temporaryFiles();
+    EXPECT_EQ(files.size(), 2U);
+    for (const std::string& name : files) {
+        const std::string path = (office.temporary.path() / name).string();
+        EXPECT_NE(desktop.boxes.back().text.find("File: " + path + "\nPermission denied"),
+                  std::string::npos);
+        fs::remove(path);
+    }
+    EXPECT_EQ(office.session->CurrentInputName, "");
+}
+
+TEST(TemporaryFilesLeft, AreToldByExitWhichEndsTheProgram) {
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    const std::string input = office.session->CurrentInputName;
+    const LockedFolder locked(office.temporary.path());
+    exitProgram(*office.session, office.desktop);
+    EXPECT_TRUE(office.desktop.ended);
+    EXPECT_EQ(office.desktop.boxes.back().text,
+              "Temporary files could not be removed:\nFile: " + input + "\nPermission denied");
+}
+
+TEST(TemporaryFilesLeft, ComeBackWithACommandThatAFaultTakesBack) {
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    const LockedFolder locked(office.temporary.path());
+    office.open("anchored-sand");
+    expectFileError(office, (office.temporary.path() / "TEMP1.ooo").string(), "Permission denied");
+    expectStill(office, before);
+}
+
 TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
     for (const bool atContinue : {false, true}) {
         Office office;
