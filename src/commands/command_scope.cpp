@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <atomic>
 #include <system_error>
+#include <utility>
 
 #include <unistd.h>
 
@@ -30,13 +31,19 @@ fs::path newNameBeside(const fs::path& file) {
     }
 }
 
-/// Gives a file its old name back; false where somebody else has taken the name meanwhile.
-bool renameIfFree(const fs::path& from, const fs::path& to) {
-    if (::link(from.c_str(), to.c_str()) != 0) {
-        return false;
+/// Gives a file a new name beside it: that name, or the old one where it has to keep it.
+fs::path movedAside(const fs::path& file) {
+    fs::path aside;
+    const auto fault = runGuarded([&] {
+        aside = newNameBeside(file);
+        fs::rename(file, aside);
+    });
+    if (!fault) {
+        return aside;
     }
-    ::unlink(from.c_str());
-    return true;
+    std::error_code ignored; // the file itself is told about
+    fs::remove(aside, ignored);
+    return file;
 }
 
 /// Puts one file's name in place of another's wherever the session holds it.
@@ -71,15 +78,7 @@ CommandScope::~CommandScope() {
 }
 
 void CommandScope::setAside(const fs::path& file) {
-    const fs::path aside = newNameBeside(file);
-    std::error_code failure;
-    fs::rename(file, aside, failure);
-    if (failure) {
-        std::error_code ignored;
-        fs::remove(aside, ignored);
-        throw RuntimeError(fileErrorNumber(failure.value(), file), file.string());
-    }
-    aside_.emplace_back(file, aside);
+    aside_.emplace_back(file, movedAside(file));
 }
 
 void CommandScope::remember(const fs::path& madeFile) {
@@ -98,14 +97,18 @@ void CommandScope::keepEnteredData() {
     if (session_.DataChanged != 0) {
         before_.DataChanged = session_.DataChanged;
         before_.window.inputFileStale = true;
-        before_.window.menus.mnuSolve.enabled = false;
+        Menus& menus = before_.window.menus;
+        menus.save.enabled = true;
+        menus.saveInput.enabled = true;
+        menus.saveReport.enabled = !before_.report.CurrentOutputName.empty();
+        menus.solve.enabled = false;
+        disableResultPlots(menus);
     }
 }
 
 void CommandScope::takeBack() {
-    std::error_code ignored;
     for (const fs::path& file : made_) {
-        fs::remove(file, ignored);
+        remove(file);
     }
     made_.clear();
     static_cast<MainWindow&>(session_) = before_.window;
@@ -117,46 +120,63 @@ void CommandScope::takeBack() {
     session_.DataChanged = before_.DataChanged;
     session_.HeadContDataValid = before_.HeadContDataValid;
     for (const auto& [from, to] : aside_) {
-        if (!renameIfFree(to, from)) {
+        if (to == from) {
+            continue;
+        }
+        if (::link(to.c_str(), from.c_str()) == 0) {
+            remove(to);
+        } else { // somebody else has taken the name meanwhile
             replaceName(session_, from.string(), to.string());
         }
     }
     aside_.clear();
 }
 
+std::vector<RuntimeError> CommandScope::finish() {
+    deleteSetAside();
+    return std::exchange(left_, {});
+}
+
 void CommandScope::deleteSetAside() {
-    std::error_code ignored;
     for (const auto& [from, to] : aside_) {
-        fs::remove(to, ignored);
+        remove(to);
     }
     aside_.clear();
+}
+
+void CommandScope::remove(const fs::path& file) {
+    if (const auto fault = runGuarded([&] { removeFile(file); })) {
+        left_.push_back(*fault);
+    }
 }
 
 bool runCommand(Session& session, Desktop& desktop, const std::function<void()>& body) {
     CommandScope scope(session);
     const auto fault = runGuarded(body);
-    if (!fault) {
-        return true;
+    if (fault) {
+        desktop.SetBusy(false);
+        if (!fault->isFileFault()) {
+            throw RuntimeError(*fault);
+        }
+        scope.takeBack();
+        showFileError(desktop, *fault);
     }
-    desktop.SetBusy(false);
-    if (!fault->isFileFault()) {
-        throw RuntimeError(*fault);
-    }
-    scope.takeBack();
-    showFileError(desktop, *fault);
-    return false;
+    tellFilesLeft(desktop, scope.finish());
+    return !fault;
 }
 
-void deleteOwnFile(Session& session, const std::string& listed) {
+void deleteOwnFile(Session& session, const std::string& listed, std::vector<RuntimeError>& left) {
     // Perhaps an entry of the very lists that are blanked below, hence a copy.
     const std::string name = listed; // NOLINT(performance-unnecessary-copy-initialization)
     if (name.empty()) {
         return;
     }
-    std::error_code ignored;
+    std::error_code unknown;
     if (session.running == nullptr) {
-        fs::remove(name, ignored);
-    } else if (fs::exists(fs::symlink_status(name, ignored))) {
+        if (const auto fault = runGuarded([&] { removeFile(name); })) {
+            left.push_back(*fault);
+        }
+    } else if (fs::exists(fs::symlink_status(name, unknown))) {
         session.running->setAside(name);
     }
     TemporaryFiles& files = session.files;

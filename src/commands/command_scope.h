@@ -2,6 +2,7 @@
 #pragma once
 
 #include "commands/session.h"
+#include "runtime/runtime_error.h"
 
 #include <filesystem>
 #include <functional>
@@ -21,16 +22,20 @@ class CommandScope {
     CommandScope(const CommandScope&) = delete;
     CommandScope& operator=(const CommandScope&) = delete;
 
+    /// A file that cannot get another name keeps its own until the command has ended well.
     void setAside(const std::filesystem::path& file);
     void remember(const std::filesystem::path& madeFile);
 
     /// Makes everything so far final: the command now begins here.
     void checkpoint();
-    /// What was entered on the screens is kept, whatever happens later. Problem and report would no
-    /// longer fit together, so nothing is solved from there before the data are written again.
+    /// What was entered on the screens is kept, whatever happens later, and can be saved from
+    /// memory. Problem and report would no longer fit together, so nothing is solved or plotted
+    /// from there before the data are written again.
     void keepEnteredData();
     /// Brings back what stood when the command began.
     void takeBack();
+    /// Deletes what was set aside; which files could not be deleted, here or at a checkpoint.
+    std::vector<RuntimeError> finish();
 
   private:
     struct Before {
@@ -46,21 +51,24 @@ class CommandScope {
     };
 
     void deleteSetAside();
+    void remove(const std::filesystem::path& file);
 
     Session& session_;
     CommandScope* outer_;
     Before before_;
     std::vector<std::pair<std::filesystem::path, std::filesystem::path>> aside_; ///< from, to
     std::vector<std::filesystem::path> made_;
+    std::vector<RuntimeError> left_; ///< files that could not be deleted
 };
 
 /// Runs a command. A file fault shows the box "FILE ERROR" and takes the command back; false then.
-/// Every other fault is passed on.
+/// A temporary file that cannot be deleted is told and stops nothing. Every other fault is passed
+/// on.
 bool runCommand(Session& session, Desktop& desktop, const std::function<void()>& body);
 
 /// Deletes a file that this session made, in a command such that it can come back, and blanks its
 /// name in the lists at once: another program may take the name the moment it is free. A file that
-/// is not there is none to delete.
-void deleteOwnFile(Session& session, const std::string& listed);
+/// is not there is none to delete. Outside a command what cannot be deleted goes into `left`.
+void deleteOwnFile(Session& session, const std::string& listed, std::vector<RuntimeError>& left);
 
 } // namespace korvane

@@ -1,5 +1,6 @@
 // The commands of the main window without a window. Each works on a session and lets a desktop
 // show what has to be shown; afterwards the caller mirrors session.menus and session.panels.
+// Which entry of the menus calls which command stands in menus.h.
 //
 // Faults: a file or printer fault in a command shows the box "FILE ERROR" and the command ends
 // with problem, files, menus and names as before it began. A fault in a solution shows its box and
@@ -20,7 +21,7 @@ void provideTempVariable();
 
 /// Start of the program once the disclaimer is accepted: temporary folder, constant tables, empty
 /// problem, menus and panels. RuntimeError 76 where "temp" names no folder.
-void Form_Load(Session& session);
+void startSession(Session& session);
 
 /// Takes "temp", trimmed, as TempFolder, current folder and initial folder of the dialogs.
 /// RuntimeError 76 where the variable is missing or names no folder.
@@ -32,25 +33,29 @@ void ClearProblem(Session& session);
 
 // ---- File -------------------------------------------------------------------------------------
 
-/// 0 New, 1 Open, 7 Exit (also Alt+F4 and the frame's cross).
-void mnuFileItem_Click(Session& session, Desktop& desktop, int index);
+void newProblem(Session& session, Desktop& desktop);
+
+/// Open, with its dialog.
+void openFile(Session& session, Desktop& desktop);
 
 /// Open without its dialog: the file of that path, after the same questions.
 void openNamedFile(Session& session, Desktop& desktop, const std::string& path);
 
-/// 0 saves the input, 1 the output.
-void mnuSaveItem_Click(Session& session, Desktop& desktop, int index);
+void saveInput(Session& session, Desktop& desktop);
+void saveReport(Session& session, Desktop& desktop);
+void printInput(Session& session, Desktop& desktop);
+void printReport(Session& session, Desktop& desktop);
 
-/// 0 prints the input, 1 the output report.
-void mnuPrintItem_Click(Session& session, Desktop& desktop, int index);
+/// Exit, Alt+F4 and the frame's cross; nothing in the middle of a solution.
+void exitProgram(Session& session, Desktop& desktop);
 
 // ---- Edit and View ----------------------------------------------------------------------------
 
 /// Enter or edit the data on the screens, from KEYIN.
-void mnuEditItem_Click(Session& session, Desktop& desktop);
+void editData(Session& session, Desktop& desktop);
 
-/// 0 input file, 1 output file, 2 input plots, 3 cantilever, 4 free earth, 5 fixed earth, 6 Rowe.
-void mnuViewItem_Click(Session& session, Desktop& desktop, int index);
+/// Shows a text window or a plot: a screen of the View menu or of the stop for review.
+void viewScreen(Session& session, Desktop& desktop, Screen screen);
 
 /// A text window's content.
 struct TextView {
@@ -69,20 +74,14 @@ TextView outputFileView(const Session& session, Desktop& desktop);
 // ---- solution ---------------------------------------------------------------------------------
 
 /// Starts a solution: a design goes on to the stop for review, an analysis to its end.
-void mnuSolveItem_Click(Session& session, Desktop& desktop);
+void solveProblem(Session& session, Desktop& desktop);
 
-/// The two buttons of WEDGMETH.
-void cmdFixed_Click(Session& session);
-void cmdSweep_Click(Session& session);
+/// The two ways on from the stop for review.
+void continueSolution(Session& session, Desktop& desktop);
+void discontinueSolution(Session& session);
 
-/// The four buttons of the stop for review.
-void cmdVuOutFile_Click(Session& session, Desktop& desktop);
-void cmdPlotPres_Click(Session& session, Desktop& desktop);
-void cmdContinue_Click(Session& session, Desktop& desktop);
-void cmdDiscontinue_Click(Session& session);
-
-/// The button of panDone: the end of every finished solution.
-void cmdOK_Click(Session& session);
+/// The button of the last panel: the end of every finished solution.
+void acceptResults(Session& session);
 
 /// The record keeps the seepage that a solution has found, also after a failure.
 void takeSeepage(const Workspace& workspace, Problem& problem);

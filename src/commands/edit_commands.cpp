@@ -32,7 +32,7 @@ bool needsInputFile(const Session& session) {
 void writeInputFile(Session& session, Desktop& desktop) {
     session.CurrentInputName = makeTemporaryFile(session, ".iii");
     WriteInputData(session, desktop, "FILE");
-    session.menus.mnuSaveItem(0).enabled = true;
+    session.menus.saveInput.enabled = true;
 }
 
 void writeReport(Session& session) {
@@ -41,40 +41,34 @@ void writeReport(Session& session) {
 }
 
 void enableForEditedData(Menus& menus) {
-    for (const int item : {0, 1, 3}) {
-        menus.mnuFileItem(item).enabled = true;
+    for (MenuItem* item :
+         {&menus.newProblem, &menus.open, &menus.save, &menus.edit, &menus.view, &menus.solve}) {
+        item->enabled = true;
     }
-    menus.mnuEdit.enabled = true;
-    menus.mnuView.enabled = true;
-    for (const int item : {0, 1, 2}) {
-        menus.mnuViewItem(item).enabled = true;
-    }
-    menus.mnuSolve.enabled = true;
-    menus.mnuEditItem(0).caption = "Edit Input Data";
-    for (const int item : {3, 4, 5, 6}) {
-        menus.mnuViewItem(item).enabled = false;
-    }
-    menus.mnuSaveItem(1).enabled = true;
+    enableProblemViews(menus, true);
+    menus.editData.caption = "Edit Input Data";
+    disableResultPlots(menus);
+    menus.saveReport.enabled = true;
 }
 
 /// The data entry was cancelled: the problem is emptied. The menus for that stand in ClearProblem.
 void abandonEdit(Session& session) {
-    session.menus.mnuEdit.enabled = true;
-    session.menus.mnuViewItem(3).enabled = false;
+    session.menus.edit.enabled = true;
+    session.menus.cantileverPlots.enabled = false;
     ClearProblem(session);
 }
 
-void editData(Session& session, Desktop& desktop) {
+void enterData(Session& session, Desktop& desktop) {
     askForUnsavedData(session, desktop);
     session.DataChanged = 0;
-    session.menus.mnuViewItem(3).enabled = false;
+    session.menus.cantileverPlots.enabled = false;
     desktop.ShowScreen(Screen::KEYIN, session);
     if (session.SolutionFailed != 0) {
         abandonEdit(session);
         return;
     }
     session.running->keepEnteredData();
-    session.menus.mnuSaveItem(0).enabled = session.DataChanged != 0;
+    session.menus.saveInput.enabled = session.DataChanged != 0;
     if (session.DataChanged == 0) {
         session.report.OutputLineCount = 0;
     }
@@ -87,8 +81,8 @@ void editData(Session& session, Desktop& desktop) {
 
 } // namespace
 
-void mnuEditItem_Click(Session& session, Desktop& desktop) {
-    runCommand(session, desktop, [&] { editData(session, desktop); });
+void editData(Session& session, Desktop& desktop) {
+    runCommand(session, desktop, [&] { enterData(session, desktop); });
 }
 
 } // namespace korvane

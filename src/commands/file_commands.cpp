@@ -2,6 +2,7 @@
 #include "commands/command_scope.h"
 #include "commands/commands.h"
 #include "commands/files.h"
+#include "commands/problem_name.h"
 #include "commands/recent_files.h"
 #include "commands/report.h"
 #include "commands/told_boxes.h"
@@ -16,7 +17,7 @@ namespace korvane {
 namespace {
 
 void askForUnsavedFiles(Session& session, Desktop& desktop) {
-    if (endsIn(session.CurrentInputName, ".III")) {
+    if (hasUnsavedInput(session)) {
         AskSaveInput(session, desktop);
     }
     if (endsIn(session.report.CurrentOutputName, ".OOO")) {
@@ -24,11 +25,11 @@ void askForUnsavedFiles(Session& session, Desktop& desktop) {
     }
 }
 
-void newProblem(Session& session, Desktop& desktop) {
+void clearForNew(Session& session, Desktop& desktop) {
     askForUnsavedFiles(session, desktop);
     DeleteTempFiles(session, desktop);
     ClearProblem(session);
-    session.menus.mnuEdit.enabled = true;
+    session.menus.edit.enabled = true;
 }
 
 /// True when the problem is complete and its echo is written.
@@ -52,33 +53,31 @@ bool readAndEcho(Session& session, Desktop& desktop, const std::string& fileText
 }
 
 void enableForOpenedFile(Menus& menus) {
-    menus.mnuFileItem(3).enabled = true;
-    menus.mnuFileItem(5).enabled = true;
-    menus.mnuEdit.enabled = true;
-    menus.mnuEditItem(0).caption = "&Edit Input Data";
-    menus.mnuView.enabled = true;
-    for (const int item : {0, 1, 2}) {
-        menus.mnuViewItem(item).enabled = true;
-    }
-    menus.mnuViewItem(3).enabled = false;
-    menus.mnuSaveItem(0).enabled = false;
-    menus.mnuSolve.enabled = true;
+    menus.save.enabled = true;
+    menus.print.enabled = true;
+    menus.edit.enabled = true;
+    menus.editData.caption = "&Edit Input Data";
+    menus.view.enabled = true;
+    enableProblemViews(menus, true);
+    menus.cantileverPlots.enabled = false;
+    menus.saveInput.enabled = false;
+    menus.solve.enabled = true;
 }
 
 void disableAfterFailedOpen(Menus& menus) {
-    menus.mnuFileItem(0).enabled = true;
-    menus.mnuFileItem(1).enabled = true;
-    menus.mnuFileItem(3).enabled = false;
-    menus.mnuFileItem(5).enabled = false;
-    menus.mnuEdit.enabled = false;
-    menus.mnuView.enabled = false;
-    menus.mnuSolve.enabled = false;
+    menus.newProblem.enabled = true;
+    menus.open.enabled = true;
+    menus.save.enabled = false;
+    menus.print.enabled = false;
+    menus.edit.enabled = false;
+    menus.view.enabled = false;
+    menus.solve.enabled = false;
 }
 
 /// `named` is the file to open, or empty for the dialog's.
-void openFile(Session& session, Desktop& desktop, const std::string& named) {
+void openProblem(Session& session, Desktop& desktop, const std::string& named) {
     askForUnsavedFiles(session, desktop);
-    session.menus.mnuSaveItem(1).enabled = true;
+    session.menus.saveReport.enabled = true;
     DeleteTempFiles(session, desktop);
     ClearProblem(session);
 
@@ -102,16 +101,7 @@ void openFile(Session& session, Desktop& desktop, const std::string& named) {
     }
 }
 
-/// Works at rest, at the review and at the last panel, but never in the middle of a solution.
-void exitProgram(Session& session, Desktop& desktop) {
-    if (session.stage != FlowStage::Solving &&
-        runCommand(session, desktop, [&] { askForUnsavedFiles(session, desktop); })) {
-        DeleteTempFiles(session, desktop);
-        desktop.EndProgram();
-    }
-}
-
-void printReport(Session& session, Desktop& desktop) {
+void printReportLines(Session& session, Desktop& desktop) {
     const Report& report = session.report;
     std::vector<std::string> lines = splitLines(readFile(report.CurrentOutputName));
     const auto count = static_cast<std::size_t>(report.OutputLineCount);
@@ -124,54 +114,60 @@ void printReport(Session& session, Desktop& desktop) {
 
 } // namespace
 
-void mnuFileItem_Click(Session& session, Desktop& desktop, int index) {
-    switch (index) {
-    case 0:
-        runCommand(session, desktop, [&] { newProblem(session, desktop); });
-        break;
-    case 1:
-        runCommand(session, desktop, [&] { openFile(session, desktop, {}); });
-        break;
-    case 7:
-        exitProgram(session, desktop);
-        break;
-    default: // a separator or a submenu
-        break;
-    }
+void newProblem(Session& session, Desktop& desktop) {
+    runCommand(session, desktop, [&] { clearForNew(session, desktop); });
+}
+
+void openFile(Session& session, Desktop& desktop) {
+    runCommand(session, desktop, [&] { openProblem(session, desktop, {}); });
 }
 
 void openNamedFile(Session& session, Desktop& desktop, const std::string& path) {
-    runCommand(session, desktop, [&] { openFile(session, desktop, path); });
+    runCommand(session, desktop, [&] { openProblem(session, desktop, path); });
 }
 
-void mnuSaveItem_Click(Session& session, Desktop& desktop, int index) {
+void saveInput(Session& session, Desktop& desktop) {
     runCommand(session, desktop, [&] {
-        if (index == 0) {
-            SaveInputData(session, desktop);
-            if (!session.InputFileName.empty()) {
-                session.InputSavedFlag = 1;
-                session.DataChanged = 0;
-                session.menus.mnuSaveItem(0).enabled = false;
-            }
-        } else {
-            SaveOutputData(session, desktop);
-            if (!session.SavedOutputName.empty()) {
-                session.OutputSavedFlag = 1;
-            }
+        SaveInputData(session, desktop);
+        if (!session.InputFileName.empty()) {
+            session.InputSavedFlag = 1;
+            session.DataChanged = 0;
+            session.menus.saveInput.enabled = false;
         }
     });
 }
 
-void mnuPrintItem_Click(Session& session, Desktop& desktop, int index) {
+void saveReport(Session& session, Desktop& desktop) {
+    runCommand(session, desktop, [&] {
+        SaveOutputData(session, desktop);
+        if (!session.SavedOutputName.empty()) {
+            session.OutputSavedFlag = 1;
+        }
+    });
+}
+
+void printInput(Session& session, Desktop& desktop) {
     runCommand(session, desktop, [&] {
         desktop.SetBusy(true);
-        if (index == 0) {
-            WriteInputData(session, desktop, "PRINTER");
-        } else {
-            printReport(session, desktop);
-        }
+        WriteInputData(session, desktop, "PRINTER");
         desktop.SetBusy(false);
     });
+}
+
+void printReport(Session& session, Desktop& desktop) {
+    runCommand(session, desktop, [&] {
+        desktop.SetBusy(true);
+        printReportLines(session, desktop);
+        desktop.SetBusy(false);
+    });
+}
+
+void exitProgram(Session& session, Desktop& desktop) {
+    if (session.stage != FlowStage::Solving &&
+        runCommand(session, desktop, [&] { askForUnsavedFiles(session, desktop); })) {
+        DeleteTempFiles(session, desktop);
+        desktop.EndProgram();
+    }
 }
 
 } // namespace korvane

@@ -2,6 +2,7 @@
 
 #include "commands/command_scope.h"
 #include "commands/recent_files.h"
+#include "commands/told_boxes.h"
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <sstream>
+#include <system_error>
 #include <vector>
 
 namespace korvane {
@@ -24,30 +26,18 @@ constexpr SaveDialog saveOutputDialog{
     "OPEN SAVE-OUTPUT-DATA FILE",
     "Output Files (*.out)|*.out|Output Files (*.dat)|*.dat|All Files (*.*)|*.*", ".OOO"};
 
-/// How much of a file a copy has taken.
-struct Copy {
-    int lines = 0;
-    int sourceLines = 0;
-    bool ontoItself = false; ///< source and target are one file: nothing was touched
-};
+/// Whether two names lead to one file that is there.
+bool isSameFile(const std::string& one, const std::string& other) {
+    std::error_code missing;
+    return fs::equivalent(one, other, missing);
+}
 
-Copy copyLines(const std::string& source, const std::string& target, int count) {
-    const std::vector<std::string> lines = splitLines(readFile(source));
-    Copy copy{.lines = count, .sourceLines = static_cast<int>(lines.size())};
-    if (fs::exists(target) && fs::equivalent(source, target)) {
-        copy.lines = copy.sourceLines;
-        copy.ontoItself = true;
-        return copy;
+/// Saves a text whole; what holds it already, being the current file itself, is not touched.
+void saveUnlessThere(const std::string& current, const std::string& target,
+                     const std::string& text) {
+    if (!isSameFile(current, target) || readFile(target) != text) {
+        saveFile(target, text);
     }
-    if (count > copy.sourceLines) {
-        throw RuntimeError(62, source);
-    }
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-        text += lines[static_cast<std::size_t>(i)] + "\n";
-    }
-    saveFile(target, text);
-    return copy;
 }
 
 /// True for a file of the temporary folder whose name begins with "TEMP".
@@ -58,11 +48,19 @@ bool namesTemporaryFile(const Session& session, const std::string& name) {
 }
 
 /// Deletes a file if this session made it; any other file stays.
-void deleteListedFile(Session& session, const std::string& name) {
+void deleteListedFile(Session& session, Desktop& desktop, const std::string& name) {
     const auto& list = session.files.ScratchFileList;
     if (std::find(list.begin(), list.end(), name) != list.end()) {
-        deleteOwnFile(session, name);
+        std::vector<RuntimeError> left;
+        deleteOwnFile(session, name, left);
+        tellFilesLeft(desktop, left);
     }
+}
+
+/// A temporary file that the user has saved onto itself, by a link to it, is the user's now.
+void giveToUser(Session& session, const std::string& name) {
+    auto& list = session.files.ScratchFileList;
+    std::replace(list.begin(), list.end(), name, std::string());
 }
 
 /// Whether a name ends in one of the extensions, which are parted by "|".
@@ -157,7 +155,7 @@ void AskSaveOutput(Session& session, Desktop& desktop) {
         if (desktop.Ask({.text = "DO YOU WANT TO SAVE CURRENT OUTPUT DATA?",
                          .title = "SAVE OUTPUT DATA?",
                          .buttons = Buttons::YesNo}) == Answer::No) {
-            deleteListedFile(session, CurrentOutputName);
+            deleteListedFile(session, desktop, CurrentOutputName);
             CurrentOutputName.clear();
             return;
         }
@@ -174,17 +172,14 @@ void SaveInputData(Session& session, Desktop& desktop) {
     if (InputFileName.empty()) {
         return;
     }
-    const Copy copy = copyLines(CurrentInputName, InputFileName, session.FileLineCount);
-    session.inputFileStale = copy.lines < copy.sourceLines;
-    if (session.inputFileStale) {
-        desktop.Ask({.text = "Only " + std::to_string(copy.lines) + " of " +
-                             std::to_string(copy.sourceLines) +
-                             " lines were saved.\nChoose Edit, Finished, then save again.",
-                     .title = "INPUT FILE INCOMPLETE!",
-                     .icon = Icon::Exclamation});
-    } else if (!copy.ontoItself && namesTemporaryFile(session, CurrentInputName)) {
-        deleteListedFile(session, CurrentInputName);
+    const bool ontoItself = isSameFile(CurrentInputName, InputFileName);
+    saveUnlessThere(CurrentInputName, InputFileName, inputFileText(session.problem));
+    if (ontoItself) {
+        giveToUser(session, CurrentInputName);
+    } else if (namesTemporaryFile(session, CurrentInputName)) {
+        deleteListedFile(session, desktop, CurrentInputName);
     }
+    session.inputFileStale = false;
     CurrentInputName = InputFileName;
     session.ProblemFile = InputFileName;
     noteRecent(session, InputFileName);
@@ -198,11 +193,14 @@ void SaveOutputData(Session& session, Desktop& desktop) {
     if (SavedOutputName.empty()) {
         return;
     }
-    const Copy copy = copyLines(CurrentOutputName, SavedOutputName, session.report.OutputLineCount);
+    const bool ontoItself = isSameFile(CurrentOutputName, SavedOutputName);
+    saveUnlessThere(CurrentOutputName, SavedOutputName, session.report.text);
     // Deliberate: the input's name decides, so that the temporary report of a problem that came
     // from the user's own file stays until New or Exit.
-    if (!copy.ontoItself && namesTemporaryFile(session, session.CurrentInputName)) {
-        deleteListedFile(session, CurrentOutputName);
+    if (ontoItself) {
+        giveToUser(session, CurrentOutputName);
+    } else if (namesTemporaryFile(session, session.CurrentInputName)) {
+        deleteListedFile(session, desktop, CurrentOutputName);
     }
     CurrentOutputName = SavedOutputName;
     keepSaved(session);
@@ -244,15 +242,17 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
 
 void DeleteTempFiles(Session& session, Desktop& desktop) {
     const TemporaryFiles& files = session.files;
+    std::vector<RuntimeError> left;
     for (const std::string& name : files.ScratchFileList) {
-        deleteOwnFile(session, name);
+        deleteOwnFile(session, name, left);
     }
     for (const std::string& name : files.ScratchFileName) {
-        deleteOwnFile(session, name);
+        deleteOwnFile(session, name, left);
     }
     session.report.CurrentOutputName.clear();
     session.CurrentInputName.clear();
     desktop.QuitHelp();
+    tellFilesLeft(desktop, left);
 }
 
 } // namespace korvane

@@ -40,11 +40,11 @@ void AskSaveInput(Session& session, Desktop& desktop, const char* question = Sav
 /// Asks until the output is saved or the answer is No, which deletes the temporary report.
 void AskSaveOutput(Session& session, Desktop& desktop);
 
-/// Lets the user choose a name and copies FileLineCount lines of the input file there.
-/// InputFileName is empty afterwards when the dialog was cancelled.
+/// Lets the user choose a name and writes the whole problem there, from memory: no temporary file
+/// need be there. InputFileName is empty afterwards when the dialog was cancelled.
 void SaveInputData(Session& session, Desktop& desktop);
 
-/// Likewise OutputLineCount lines of the report; the name stands in SavedOutputName.
+/// Likewise the whole report; the name stands in SavedOutputName.
 void SaveOutputData(Session& session, Desktop& desktop);
 
 /// Takes the folder of a chosen file as initial folder of the next dialog.

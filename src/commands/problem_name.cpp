@@ -56,8 +56,8 @@ std::string documentTitle(const Session& session) {
 
 std::string solutionLine(const Session& session) {
     const Menus& menus = session.menus;
-    const bool cantilever = menus.mnuViewItem(3).enabled;
-    const bool anchored = menus.mnuViewItem(4).enabled;
+    const bool cantilever = menus.cantileverPlots.enabled;
+    const bool anchored = menus.freeEarthPlots.enabled;
     if (session.stage != FlowStage::Rest || !(cantilever || anchored)) {
         return {};
     }

@@ -9,6 +9,7 @@ namespace korvane {
 
 void startReport(Session& session) {
     session.report.OutputLineCount = 0;
+    session.report.text.clear();
     appendReport(session, inputEcho(session.problem));
 }
 
@@ -17,6 +18,7 @@ void appendReport(Session& session, const PrintLines& lines) {
     const auto& own = session.files.ScratchFileList;
     const bool isOwn = std::find(own.begin(), own.end(), name) != own.end();
     appendFile(name, lines.content(), isOwn ? Links::Refuse : Links::Follow);
+    session.report.text += lines.content();
     session.report.OutputLineCount += lines.lineCount();
 }
 

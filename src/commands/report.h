@@ -9,7 +9,8 @@ namespace korvane {
 /// Starts the newly made output file with the echo of the input; OutputLineCount starts from 0.
 void startReport(Session& session);
 
-/// Appends finished lines to CurrentOutputName, flushed, and adds their number to OutputLineCount.
+/// Appends finished lines to CurrentOutputName, flushed, and to the report's text in memory, and
+/// adds their number to OutputLineCount.
 /// File faults are RuntimeErrors.
 void appendReport(Session& session, const PrintLines& lines);
 

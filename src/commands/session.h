@@ -1,68 +1,14 @@
 // One session of the program: the problem in memory, its files, and the main window as data.
 #pragma once
 
-#include "commands/desktop.h"
+#include "commands/menus.h"
 #include "plots/plot_screen.h"
 #include "solution/solution.h"
 
-#include <array>
 #include <string>
 #include <vector>
 
 namespace korvane {
-
-/// A menu, a menu item or a separator (empty caption).
-struct MenuItem {
-    std::string caption; ///< with its mnemonic: "&Open"
-    bool enabled = true;
-
-    bool operator==(const MenuItem&) const = default;
-};
-
-/// Menu items are counted from 0, separators included; an index outside is RuntimeError 9.
-template <int Count>
-class MenuItems {
-  public:
-    MenuItems(std::initializer_list<MenuItem> items) {
-        int place = 0;
-        for (const MenuItem& item : items) {
-            (*this)(place++) = item;
-        }
-    }
-    MenuItem& operator()(int index) { return items_(index + 1); }
-    const MenuItem& operator()(int index) const { return items_(index + 1); }
-    static constexpr int size() { return Count; }
-
-    bool operator==(const MenuItems&) const = default;
-
-  private:
-    Array<MenuItem, Count> items_;
-};
-
-/// The menus of the main window. Captions and the states at design time; commands change them.
-struct Menus {
-    MenuItem mnuFile{"&File"};
-    MenuItems<10> mnuFileItem{{"&New"}, {"&Open"}, {""}, {"&Save", false}, {""}, {"&Print", false},
-                              {""},     {"E&xit"}, {""}, {"&Recent Files"}};
-    MenuItems<2> mnuSaveItem{{"&Input Data", false}, {"&Output Data", false}};
-    MenuItems<2> mnuPrintItem{{"&Input File"}, {"&Output File"}};
-    MenuItem mnuEdit{"&Edit"};
-    MenuItems<1> mnuEditItem{{"&Edit Input Data"}};
-    MenuItem mnuView{"&View", false};
-    MenuItems<7> mnuViewItem{{"Current &Input File", false},
-                             {"&OutPut File", false},
-                             {"Input &Plots", false},
-                             {"&Cantilever Wall Results Plots", false},
-                             {"&Free Earth Method Results Plots", false},
-                             {"F&ixed Earth Method Results Plots", false},
-                             {"&Rowe's Moment Reduction Curves", false}};
-    MenuItem mnuSolve{"&Solve", false};
-    MenuItems<1> mnuSolveItem{{"&Continue Solution"}};
-    MenuItem mnuHelp{"&Help"};
-    MenuItems<4> mnuHelpItem{{"&Contents"}, {"&Search for help on ..."}, {""}, {"&About KORVANE"}};
-
-    bool operator==(const Menus&) const = default;
-};
 
 /// What the main window shows besides its menus.
 struct Panels {
@@ -89,13 +35,13 @@ struct MainWindow {
     std::string ProblemFile;      ///< the user's file that the problem is from or saved in, or ""
     std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
     std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
-    int FileLineCount = 0;        ///< lines written to the temporary input file
+    int FileLineCount = 0;        ///< lines of the last input written; nothing reads it
     bool inputFileStale = false;  ///< CurrentInputName does not hold the whole problem
     int InputSavedFlag = 0;       ///< 1 after a successful input save; nothing reads it
     int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
     std::string DialogFolder;     ///< initial folder of the file dialogs
     std::string CurrentFolder;    ///< relative names start here; the process never changes its own
-    int HelpCommand = 0;          ///< index of the help menu item being served
+    Help HelpCommand = Help::Contents; ///< being served
 
     Menus menus;
     Panels panels;
@@ -116,6 +62,7 @@ struct TemporaryFiles {
 struct Report {
     std::string CurrentOutputName;
     int OutputLineCount = 0;
+    std::string text; ///< all that was written to the file, which may be gone when it is saved
 };
 
 /// Everything that belongs to one session. Two sessions, each with a Desktop of its own, never

@@ -1,5 +1,4 @@
 // The order of the stages of a solution and what the user sees between them.
-#include "commands/command_scope.h"
 #include "commands/commands.h"
 #include "commands/report.h"
 #include "commands/told_boxes.h"
@@ -21,7 +20,7 @@ constexpr const char* abortedText = "SOLUTION ABORTED DUE TO CALCULATION ERRORS"
 
 void enableTopMenus(Session& session, bool enabled) {
     Menus& menus = session.menus;
-    for (MenuItem* menu : {&menus.mnuFile, &menus.mnuEdit, &menus.mnuView, &menus.mnuSolve}) {
+    for (MenuItem* menu : {&menus.file, &menus.edit, &menus.view, &menus.solve}) {
         menu->enabled = enabled;
     }
 }
@@ -135,25 +134,26 @@ void wallStage(Session& session, Desktop& desktop) {
 
 /// The result plots that a finished solution offers.
 void enableResultPlots(Session& session) {
-    auto& mnuViewItem = session.menus.mnuViewItem;
+    Menus& menus = session.menus;
     const bool solved = session.SolutionFailed == 0;
     const bool anchored = session.problem.WallType == WallKind::Anchored;
-    mnuViewItem(3).enabled = solved && !anchored;
-    mnuViewItem(4).enabled = solved && anchored;
-    mnuViewItem(5).enabled = solved && anchored;
-    mnuViewItem(6).enabled = solved && anchored && session.workspace.reduction().RoweSoilType != 0;
+    menus.cantileverPlots.enabled = solved && !anchored;
+    menus.freeEarthPlots.enabled = solved && anchored;
+    menus.fixedEarthPlots.enabled = solved && anchored;
+    menus.roweCurves.enabled =
+        solved && anchored && session.workspace.reduction().RoweSoilType != 0;
 }
 
 /// Back to the menus; a next solution needs an edit first.
 void returnToRest(Session& session) {
     enterStage(session, FlowStage::Rest);
     enableTopMenus(session, true);
-    session.menus.mnuSolve.enabled = false;
+    session.menus.solve.enabled = false;
 }
 
 } // namespace
 
-void mnuSolveItem_Click(Session& session, Desktop& desktop) {
+void solveProblem(Session& session, Desktop& desktop) {
     enterStage(session, FlowStage::Solving);
     enableTopMenus(session, false);
     desktop.Mirror(session);
@@ -165,36 +165,20 @@ void mnuSolveItem_Click(Session& session, Desktop& desktop) {
     }
 }
 
-void cmdFixed_Click(Session& session) {
-    session.wedge = WedgeMethod::FixedSurface;
-}
-
-void cmdSweep_Click(Session& session) {
-    session.wedge = WedgeMethod::Sweep;
-}
-
-void cmdVuOutFile_Click(Session& session, Desktop& desktop) {
-    runCommand(session, desktop, [&] { desktop.ShowScreen(Screen::VUINECHO, session); });
-}
-
-void cmdPlotPres_Click(Session& session, Desktop& desktop) {
-    runCommand(session, desktop, [&] { desktop.ShowScreen(Screen::VUSOLPLT, session); });
-}
-
-void cmdContinue_Click(Session& session, Desktop& desktop) {
+void continueSolution(Session& session, Desktop& desktop) {
     session.stage = FlowStage::Solving;
     desktop.Mirror(session);
     runStage(session, desktop, [&] { wallStage(session, desktop); });
     showDone(session);
 }
 
-void cmdDiscontinue_Click(Session& session) {
+void discontinueSolution(Session& session) {
     session.SolutionFailed = 2;
     enableResultPlots(session);
     returnToRest(session);
 }
 
-void cmdOK_Click(Session& session) {
+void acceptResults(Session& session) {
     enableResultPlots(session);
     returnToRest(session);
 }

@@ -43,16 +43,16 @@ void provideTempVariable() {
     setenv(tempVariable, systemTemporaryFolder().c_str(), 0);
 }
 
-void Form_Load(Session& session) {
+void startSession(Session& session) {
     SetTempFolder(session);
     LoadPileDefaults(session.sections);
     ClearProblem(session);
     Menus& menus = session.menus;
-    menus.mnuEdit.enabled = true;
-    menus.mnuEditItem(0) = {"&Enter Input data", true};
-    menus.mnuView.enabled = false;
-    menus.mnuSolve.enabled = false;
-    menus.mnuSaveItem(0).enabled = false;
+    menus.edit.enabled = true;
+    menus.editData = {"&Enter Input data", true};
+    menus.view.enabled = false;
+    menus.solve.enabled = false;
+    menus.saveInput.enabled = false;
     session.panels = {};
 }
 
@@ -88,16 +88,15 @@ void ClearProblem(Session& session) {
     session.SavedOutputName.clear();
 
     Menus& menus = session.menus;
-    menus.mnuFileItem(0).enabled = true;
-    menus.mnuFileItem(1).enabled = true;
-    menus.mnuFileItem(3).enabled = false;
-    menus.mnuFileItem(5).enabled = false;
-    menus.mnuEditItem(0).caption = "&Enter Input Data";
-    menus.mnuView.enabled = false;
-    for (int item = 0; item < menus.mnuViewItem.size(); ++item) {
-        menus.mnuViewItem(item).enabled = false;
-    }
-    menus.mnuSolve.enabled = false;
+    menus.newProblem.enabled = true;
+    menus.open.enabled = true;
+    menus.save.enabled = false;
+    menus.print.enabled = false;
+    menus.editData.caption = "&Enter Input Data";
+    menus.view.enabled = false;
+    enableProblemViews(menus, false);
+    disableResultPlots(menus);
+    menus.solve.enabled = false;
 }
 
 std::string rescueInput(const Session& session) {

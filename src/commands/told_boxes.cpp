@@ -38,4 +38,14 @@ void showFileError(Prompts& prompts, const RuntimeError& fault) {
          .icon = Icon::Exclamation});
 }
 
+void tellFilesLeft(Prompts& prompts, const std::vector<RuntimeError>& left) {
+    std::string text = "Temporary files could not be removed:";
+    for (const RuntimeError& fault : left) {
+        text += "\nFile: " + fault.fileName() + "\n" + fault.what();
+    }
+    if (!left.empty()) {
+        prompts.Ask({.text = text, .title = "FILE ERROR", .icon = Icon::Exclamation});
+    }
+}
+
 } // namespace korvane

@@ -7,6 +7,7 @@
 #include "state/failure.h"
 
 #include <string>
+#include <vector>
 
 namespace korvane {
 
@@ -21,5 +22,8 @@ void tellFailure(Prompts& prompts, const Failure& failure);
 
 /// Tells a fault of a file or printer.
 void showFileError(Prompts& prompts, const RuntimeError& fault);
+
+/// Tells which temporary files could not be removed, if there are any.
+void tellFilesLeft(Prompts& prompts, const std::vector<RuntimeError>& left);
 
 } // namespace korvane

@@ -3,7 +3,6 @@
 #include "commands/commands.h"
 #include "runtime/file_text.h"
 
-#include <array>
 #include <cstddef>
 
 namespace korvane {
@@ -12,16 +11,10 @@ namespace {
 
 constexpr std::size_t longestText = 48000; // bytes of the output that the text window takes
 
-constexpr std::array viewScreens{Screen::VUINPTFL, Screen::VUINECHO, Screen::VUINPLOT,
-                                 Screen::CANPLOT,  Screen::FREEPLOT, Screen::FIXDPLOT,
-                                 Screen::ROWECURV};
-
 } // namespace
 
-void mnuViewItem_Click(Session& session, Desktop& desktop, int index) {
-    runCommand(session, desktop, [&] {
-        desktop.ShowScreen(viewScreens.at(static_cast<std::size_t>(index)), session);
-    });
+void viewScreen(Session& session, Desktop& desktop, Screen screen) {
+    runCommand(session, desktop, [&] { desktop.ShowScreen(screen, session); });
 }
 
 TextView inputFileView(const Session& session) {

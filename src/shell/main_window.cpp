@@ -36,26 +36,6 @@ constexpr double ReviewHeight = 3075; // twips; both panels fit 1024 by 768 pixe
 constexpr double DoneWidth = 5400;    // twips, room for the longer wording
 constexpr double DoneHeight = 1800;   // twips
 
-/// Indices in the menu's control arrays that are commands and not submenus or separators.
-constexpr int SaveMenu = 3;
-constexpr int PrintMenu = 5;
-constexpr int RecentMenu = 9;
-
-struct Shortcut {
-    const char* item;
-    const char* keys;
-};
-
-constexpr Shortcut Shortcuts[] = {
-    {"mnuFileItem_0", "Ctrl+N"},        {"mnuFileItem_1", "Ctrl+O"},
-    {"mnuSaveItem_0", "Ctrl+S"},        {"mnuSaveItem_1", "Ctrl+Shift+S"},
-    {"mnuPrintItem_0", "Ctrl+Shift+P"}, {"mnuPrintItem_1", "Ctrl+P"},
-};
-
-constexpr Screen ViewScreens[] = {Screen::VUINPTFL, Screen::VUINECHO, Screen::VUINPLOT,
-                                  Screen::CANPLOT,  Screen::FREEPLOT, Screen::FIXDPLOT,
-                                  Screen::ROWECURV};
-
 /// The one file that a drag brings; empty where it brings anything else.
 std::string draggedFile(const QMimeData& data) {
     const QList<QUrl> urls = data.urls();
@@ -81,7 +61,7 @@ QFrame* makePanel(QWidget* parent, const char* name) {
 } // namespace
 
 ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& screens,
-                         std::function<void(QWidget*, int)> showHelp)
+                         std::function<void(QWidget*, Help)> showHelp)
     : session_(session), desktop_(desktop), showHelp_(std::move(showHelp)) {
     setObjectName("CKORVANE");
     setAcceptDrops(true);
@@ -104,6 +84,8 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
     layout->addWidget(lblSolution_);
     setCentralWidget(centre);
     createMenus(screens);
+    connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
+            [this] { command([this] { showHelp_(this, Help::OfWindow); }); });
     createReviewFrame(screens);
     createDonePanel();
     const QSize room = screenRoom(this);
@@ -111,7 +93,6 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
         QSize(pixels(DoneWidth + 480), pixels(ReviewHeight + 960)) // the panels stay whole
             .boundedTo(room));
     resize(QSize(pixels(11600), pixels(8200)).boundedTo(room));
-    setShortcuts();
     mirror();
 }
 
@@ -120,64 +101,46 @@ void ShellWindow::command(const std::function<void()>& body) {
     mirror();
 }
 
-QMenu* ShellWindow::addMenu(QMenu* parent, const char* name, const MenuItem& item) {
+void ShellWindow::addMenu(const MenuRow& row) {
+    const MenuItem& item = session_.menus.*row.item;
     const QString caption = QString::fromStdString(item.caption);
-    QMenu* menu = parent == nullptr ? menuBar()->addMenu(caption) : parent->addMenu(caption);
-    menu->setObjectName(name);
+    QMenu* menu = row.menu == nullptr ? menuBar()->addMenu(caption)
+                                      : findChild<QMenu*>(row.menu)->addMenu(caption);
+    menu->setObjectName(row.name);
     menus_.push_back({menu, &item});
-    return menu;
+    if (row.item == &Menus::recentFiles) {
+        createRecentMenu(menu);
+    }
 }
 
-QAction* ShellWindow::addItem(QMenu* menu, const char* name, int index, const MenuItem& item,
-                              std::function<void()> body, bool hasScreen) {
-    QAction* action = item.caption.empty() ? menu->addSeparator()
-                                           : menu->addAction(QString::fromStdString(item.caption));
-    action->setObjectName(QString("%1_%2").arg(name).arg(index));
-    if (action->isSeparator()) {
-        return action;
-    }
-    connect(action, &QAction::triggered, this, [this, body = std::move(body)] { command(body); });
-    actions_.push_back({action, &item, hasScreen});
-    return action;
+void ShellWindow::addEntry(const MenuRow& row, const ScreenTable& screens) {
+    const MenuItem& item = session_.menus.*row.item;
+    QAction* action = findChild<QMenu*>(row.menu)->addAction(QString::fromStdString(item.caption));
+    action->setObjectName(row.name);
+    action->setShortcut(QKeySequence(row.keys));
+    connect(action, &QAction::triggered, this, [this, row] { command([&] { run(row); }); });
+    actions_.push_back({action, &item, !row.screen || screens.contains(*row.screen)});
 }
 
 void ShellWindow::createMenus(const ScreenTable& screens) {
-    const Menus& menus = session_.menus;
-    createFileMenu();
-    QMenu* edit = addMenu(nullptr, "mnuEdit", menus.mnuEdit);
-    addItem(
-        edit, "mnuEditItem", 0, menus.mnuEditItem(0),
-        [this] { mnuEditItem_Click(session_, desktop_); }, screens.contains(Screen::KEYIN));
-    createViewMenu(screens);
-    QMenu* solve = addMenu(nullptr, "mnuSolve", menus.mnuSolve);
-    addItem(solve, "mnuSolveItem", 0, menus.mnuSolveItem(0),
-            [this] { mnuSolveItem_Click(session_, desktop_); });
-    createHelpMenu();
+    for (const MenuRow& row : menuRows()) {
+        if (row.isMenu()) {
+            addMenu(row);
+        } else if (row.item == nullptr) {
+            findChild<QMenu*>(row.menu)->addSeparator()->setObjectName(row.name);
+        } else {
+            addEntry(row, screens);
+        }
+    }
 }
 
-void ShellWindow::createFileMenu() {
-    const Menus& menus = session_.menus;
-    QMenu* file = addMenu(nullptr, "mnuFile", menus.mnuFile);
-    for (int index = 0; index < menus.mnuFileItem.size(); ++index) {
-        const MenuItem& item = menus.mnuFileItem(index);
-        if (index == SaveMenu) {
-            QMenu* save = addMenu(file, "mnuFileItem_3", item);
-            for (int kind = 0; kind < menus.mnuSaveItem.size(); ++kind) {
-                addItem(save, "mnuSaveItem", kind, menus.mnuSaveItem(kind),
-                        [this, kind] { mnuSaveItem_Click(session_, desktop_, kind); });
-            }
-        } else if (index == PrintMenu) {
-            QMenu* print = addMenu(file, "mnuFileItem_5", item);
-            for (int kind = 0; kind < menus.mnuPrintItem.size(); ++kind) {
-                addItem(print, "mnuPrintItem", kind, menus.mnuPrintItem(kind),
-                        [this, kind] { mnuPrintItem_Click(session_, desktop_, kind); });
-            }
-        } else if (index == RecentMenu) {
-            createRecentMenu(addMenu(file, "mnuFileItem_9", item));
-        } else {
-            addItem(file, "mnuFileItem", index, item,
-                    [this, index] { mnuFileItem_Click(session_, desktop_, index); });
-        }
+void ShellWindow::run(const MenuRow& row) {
+    if (row.command != nullptr) {
+        row.command(session_, desktop_);
+    } else if (row.help) {
+        showHelp_(this, *row.help);
+    } else {
+        viewScreen(session_, desktop_, *row.screen);
     }
 }
 
@@ -188,34 +151,6 @@ void ShellWindow::createRecentMenu(QMenu* menu) {
         connect(action, &QAction::triggered, this,
                 [this, place] { openFile(std::string(session_.recentFiles.at(place))); });
         recent_.push_back(action);
-    }
-}
-
-void ShellWindow::setShortcuts() {
-    for (const Shortcut& shortcut : Shortcuts) {
-        findChild<QAction*>(shortcut.item)->setShortcut(QKeySequence(shortcut.keys));
-    }
-    connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this,
-            [this] { command([this] { showHelp_(this, HelpOfWindow); }); });
-}
-
-void ShellWindow::createViewMenu(const ScreenTable& screens) {
-    const Menus& menus = session_.menus;
-    QMenu* view = addMenu(nullptr, "mnuView", menus.mnuView);
-    for (int index = 0; index < menus.mnuViewItem.size(); ++index) {
-        addItem(
-            view, "mnuViewItem", index, menus.mnuViewItem(index),
-            [this, index] { mnuViewItem_Click(session_, desktop_, index); },
-            screens.contains(ViewScreens[index]));
-    }
-}
-
-void ShellWindow::createHelpMenu() {
-    const Menus& menus = session_.menus;
-    QMenu* help = addMenu(nullptr, "mnuHelp", menus.mnuHelp);
-    for (int index = 0; index < menus.mnuHelpItem.size(); ++index) {
-        addItem(help, "mnuHelpItem", index, menus.mnuHelpItem(index),
-                [this, index] { showHelp_(this, index); });
     }
 }
 
@@ -240,14 +175,15 @@ void ShellWindow::createReviewFrame(const ScreenTable& screens) {
     title->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     place(title, 240, 150, ReviewWidth - 2 * 240, 480);
     cmdVuOutFile_ = addReviewButton("cmdVuOutFile", "&View Output File", 765,
-                                    [this] { korvane::cmdVuOutFile_Click(session_, desktop_); });
-    QPushButton* plot = addReviewButton("cmdPlotPres", "&Plot Initial Pressures", 1320,
-                                        [this] { korvane::cmdPlotPres_Click(session_, desktop_); });
+                                    [this] { viewScreen(session_, desktop_, Screen::VUINECHO); });
+    QPushButton* plot = addReviewButton("cmdPlotPres", "&Plot Initial Pressures", 1320, [this] {
+        viewScreen(session_, desktop_, Screen::VUSOLPLT);
+    });
     plot->setEnabled(screens.contains(Screen::VUSOLPLT));
     QPushButton* go = addReviewButton("cmdContinue", "&Continue Solution", 1875,
-                                      [this] { korvane::cmdContinue_Click(session_, desktop_); });
+                                      [this] { continueSolution(session_, desktop_); });
     QPushButton* stop = addReviewButton("cmdDiscontinue", "&Discontinue Solution", 2430,
-                                        [this] { korvane::cmdDiscontinue_Click(session_); });
+                                        [this] { discontinueSolution(session_); });
     setTabOrder(cmdVuOutFile_, plot);
     setTabOrder(plot, go);
     setTabOrder(go, stop);
@@ -271,7 +207,7 @@ void ShellWindow::createDonePanel() {
     cmdOK_->setAutoDefault(true);
     place(cmdOK_, (DoneWidth - 1200) / 2, 1120, 1200, 465);
     connect(cmdOK_, &QPushButton::clicked, this,
-            [this] { command([this] { korvane::cmdOK_Click(session_); }); });
+            [this] { command([this] { acceptResults(session_); }); });
 }
 
 void ShellWindow::mirror() {
@@ -364,7 +300,7 @@ void ShellWindow::keyPressEvent(QKeyEvent* event) {
 }
 
 bool ShellWindow::canOpen() const {
-    return session_.menus.mnuFile.enabled && QApplication::activeModalWidget() == nullptr;
+    return session_.menus.file.enabled && QApplication::activeModalWidget() == nullptr;
 }
 
 void ShellWindow::openFile(const std::string& path) {
@@ -398,8 +334,7 @@ void ShellWindow::closeEvent(QCloseEvent* event) {
     if (session_.stage == FlowStage::Solving || QApplication::activeModalWidget() != nullptr) {
         return;
     }
-    constexpr int exitItem = 7;
-    command([this] { mnuFileItem_Click(session_, desktop_, exitItem); });
+    command([this] { exitProgram(session_, desktop_); });
     if (ending_) {
         event->accept();
     }

@@ -27,7 +27,7 @@ class ShellWindow : public QMainWindow {
   public:
     /// `screens` tells which commands have their screen; `showHelp` serves the help menu.
     ShellWindow(Session& session, Desktop& desktop, const ScreenTable& screens,
-                std::function<void(QWidget*, int)> showHelp);
+                std::function<void(QWidget*, Help)> showHelp);
 
     /// Brings menus and panels in line with the session.
     void mirror();
@@ -60,20 +60,16 @@ class ShellWindow : public QMainWindow {
     };
 
     void createMenus(const ScreenTable& screens);
-    void createFileMenu();
     void createRecentMenu(QMenu* menu);
-    void createViewMenu(const ScreenTable& screens);
-    void createHelpMenu();
-    void setShortcuts();
     void createReviewFrame(const ScreenTable& screens);
     void createDonePanel();
     void mirrorRecentFiles();
     void mirrorPanels();
     void centrePanels();
     bool canOpen() const;
-    QMenu* addMenu(QMenu* parent, const char* name, const MenuItem& item);
-    QAction* addItem(QMenu* menu, const char* name, int index, const MenuItem& item,
-                     std::function<void()> body, bool hasScreen = true);
+    void addMenu(const MenuRow& row);
+    void addEntry(const MenuRow& row, const ScreenTable& screens);
+    void run(const MenuRow& row);
     QPushButton* addReviewButton(const char* name, const char* caption, double top,
                                  std::function<void()> body);
     /// Runs a command through the gate and mirrors the session after it.
@@ -81,7 +77,7 @@ class ShellWindow : public QMainWindow {
 
     Session& session_;
     Desktop& desktop_;
-    std::function<void(QWidget*, int)> showHelp_;
+    std::function<void(QWidget*, Help)> showHelp_;
     Picture* image1_ = nullptr;
     QFrame* fraSoilOut_ = nullptr;
     QFrame* panDone_ = nullptr;

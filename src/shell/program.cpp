@@ -43,10 +43,10 @@ Program::Program(ScreenTable dataScreens)
     desktop.addScreens(shellScreens(desktop.printServices));
     session->recentStore = recentStore();
     session->recentFiles = readRecent(session->recentStore);
-    enter(*session, nullptr, [this] { Form_Load(*session); });
+    enter(*session, nullptr, [this] { startSession(*session); });
     window = std::make_unique<ShellWindow>(
         *session, desktop, desktop.screens(),
-        [this](QWidget* active, int command) { desktop.showHelp(active, command); });
+        [this](QWidget* active, Help what) { desktop.showHelp(active, what); });
     desktop.attach(*session, *window);
 }
 

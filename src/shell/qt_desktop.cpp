@@ -24,7 +24,6 @@ namespace korvane {
 
 namespace {
 
-constexpr int AboutItem = 3;
 constexpr SaveDialog PdfDialog{"PRINT TO PDF FILE", "PDF documents (*.pdf)|*.pdf", nullptr, ".PDF"};
 
 /// Icons and kinds of files by their names alone: the toolkit's own looks into each file, which
@@ -114,17 +113,17 @@ QWidget* QtDesktop::activeWindow() const {
     return modal != nullptr ? modal : window_.data();
 }
 
-void QtDesktop::showHelp(QWidget* active, int command) {
-    session_->HelpCommand = command;
-    if (command == AboutItem) {
+void QtDesktop::showHelp(QWidget* active, Help what) {
+    session_->HelpCommand = what;
+    if (what == Help::About) {
         TitleWindow::showAbout(active);
     } else {
-        help_.show(active, command);
+        help_.show(active, what);
     }
 }
 
 Answer QtDesktop::Ask(const MessageBox& box) {
-    return askBox(activeWindow(), box, [this](QWidget* over) { showHelp(over, HelpOfWindow); });
+    return askBox(activeWindow(), box, [this](QWidget* over) { showHelp(over, Help::OfWindow); });
 }
 
 std::string QtDesktop::ChooseFile(const FileDialog& request) {
@@ -168,7 +167,7 @@ void QtDesktop::ShowScreen(Screen screen, Session& session) {
         throw RuntimeError(5);
     }
     ScreenContext context{session, *this, window_.data(),
-                          [this](QWidget* active, int command) { showHelp(active, command); }};
+                          [this](QWidget* active, Help what) { showHelp(active, what); }};
     const bool wasBusy = busy_;
     SetBusy(false);
     const auto window = found->second(context);

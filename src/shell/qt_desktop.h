@@ -21,8 +21,8 @@ class QtDesktop : public Desktop {
     void addScreens(ScreenTable screens) { screens_.merge(screens); }
     void attach(Session& session, ShellWindow& window);
 
-    /// Serves an item of a help menu over the active window.
-    void showHelp(QWidget* active, int command);
+    /// Serves an entry of a help menu over the active window.
+    void showHelp(QWidget* active, Help what);
 
     Answer Ask(const MessageBox& box) override;
     std::string ChooseFile(const FileDialog& request) override;

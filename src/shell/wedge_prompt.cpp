@@ -35,14 +35,14 @@ WedgePrompt::WedgePrompt(ScreenContext& context)
     fixed->setObjectName("cmdFixed");
     auto* sweep = new QPushButton("&Sweep Search");
     sweep->setObjectName("cmdSweep");
-    const auto choose = [this](void (*choice)(Session&)) {
+    const auto choose = [this](WedgeMethod method) {
         run([&] {
-            choice(session());
+            session().wedge = method;
             accept();
         });
     };
-    connect(fixed, &QPushButton::clicked, this, [choose] { choose(&cmdFixed_Click); });
-    connect(sweep, &QPushButton::clicked, this, [choose] { choose(&cmdSweep_Click); });
+    connect(fixed, &QPushButton::clicked, this, [choose] { choose(WedgeMethod::FixedSurface); });
+    connect(sweep, &QPushButton::clicked, this, [choose] { choose(WedgeMethod::Sweep); });
 
     auto* layout = new QVBoxLayout(canvas());
     layout->setSpacing(pixels(180));

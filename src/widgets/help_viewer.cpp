@@ -275,15 +275,15 @@ void HelpViewer::showSection(const QString& section) {
     }
 }
 
-void HelpService::show(QWidget* active, int command) {
+void HelpService::show(QWidget* active, Help what) {
     if (viewer_ == nullptr) {
         viewer_ = new HelpViewer(active);
     }
     moveTo(active);
     viewer_->show(); // first, since a page scrolls only where it has its size
-    if (command == HelpOfWindow) {
+    if (what == Help::OfWindow) {
         viewer_->showSection(helpSection(active->objectName()));
-    } else if (command == 0) {
+    } else if (what == Help::Contents) {
         viewer_->showContents();
     } else {
         viewer_->showSearch();

@@ -1,6 +1,7 @@
 // The help window: contents, search and the pages of the guide.
 #pragma once
 
+#include "commands/menus.h"
 #include "widgets/help_pages.h"
 
 #include <QDialog>
@@ -15,9 +16,6 @@ class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace korvane {
-
-/// Command of F1: the guide at the section of the active window.
-inline constexpr int HelpOfWindow = 2;
 
 /// Shows the guide. Modeless, and a child of the screen that is active, so that it can be read
 /// while a modal screen is open.
@@ -74,8 +72,8 @@ class HelpService : public QObject {
     Q_OBJECT
 
   public:
-    /// 0 contents, 1 search, HelpOfWindow, over the active window.
-    void show(QWidget* active, int command);
+    /// Shows contents, search or the section of the active window, over that window.
+    void show(QWidget* active, Help what);
     /// Moves an open help window to a modal screen that has opened, which would block it otherwise.
     void follow(QWidget* screen);
     /// Closes the help window, if there is one.

@@ -61,18 +61,20 @@ void ScreenWindow::showFocus() {
 
 void ScreenWindow::addHelpMenu() {
     const Menus& menus = session().menus;
-    auto* help = menuBar_->addMenu(QString::fromStdString(menus.mnuHelp.caption));
+    auto* help = menuBar_->addMenu(QString::fromStdString(menus.help.caption));
     help->setObjectName("mnuHelp");
-    for (int index = 0; index < menus.mnuHelpItem.size(); ++index) {
-        const std::string& caption = menus.mnuHelpItem(index).caption;
-        if (caption.empty()) {
+    for (const MenuRow& row : menuRows()) {
+        if (row.menu != help->objectName()) {
+            continue;
+        }
+        if (row.item == nullptr) {
             help->addSeparator();
             continue;
         }
-        QAction* action = help->addAction(QString::fromStdString(caption));
-        action->setObjectName(QString("mnuHelpItem_%1").arg(index));
+        QAction* action = help->addAction(QString::fromStdString((menus.*row.item).caption));
+        action->setObjectName(row.name);
         connect(action, &QAction::triggered, this,
-                [this, index] { run([&] { context_.showHelp(this, index); }); });
+                [this, row] { run([&] { context_.showHelp(this, *row.help); }); });
     }
 }
 
@@ -109,7 +111,7 @@ void ScreenWindow::keyPressEvent(QKeyEvent* event) {
         return;
     case Qt::Key_F1:
         event->accept();
-        run([this] { context_.showHelp(this, HelpOfWindow); });
+        run([this] { context_.showHelp(this, Help::OfWindow); });
         return;
     default:
         break;

@@ -18,9 +18,8 @@ struct ScreenContext {
     Session& session;
     Desktop& desktop;
     QWidget* mainWindow = nullptr; ///< screens take its position and size
-    /// Serves an item of a help menu (0 contents, 1 search, 3 about) over the active window, or F1
-    /// (HelpOfWindow).
-    std::function<void(QWidget* active, int command)> showHelp;
+    /// Serves an entry of a help menu, or F1, over the active window.
+    std::function<void(QWidget* active, Help what)> showHelp;
 };
 
 /// A modal screen: position and size of the main window, a menu bar of its own (never native), the

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 namespace {
 
 void edit(Office& office) {
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
 }
 
 /// KEYIN changes the first heading.
@@ -43,7 +43,7 @@ TEST(Edit, OfAnOpenedFileThatChangesNothingMakesNewTemporaryFiles) {
     EXPECT_EQ(fileName(office.session->CurrentInputName), "TEMP0.iii");
     EXPECT_EQ(readFile(office.session->CurrentInputName), inputFileText(office.session->problem));
     EXPECT_NE(office.outputName(), firstReport);
-    EXPECT_TRUE(office.session->menus.mnuSaveItem(0).enabled);
+    EXPECT_TRUE(office.session->menus.saveInput.enabled);
     EXPECT_EQ(office.session->DataChanged, 0);
 }
 
@@ -54,7 +54,7 @@ TEST(Edit, ThatChangesNothingWithoutAReportMakesTheReportAlone) {
     edit(office);
     EXPECT_EQ(office.session->CurrentInputName, examplePath("cantilever-dry-sand"));
     EXPECT_EQ(fileName(office.outputName()), "TEMP0.ooo");
-    EXPECT_FALSE(office.session->menus.mnuSaveItem(0).enabled);
+    EXPECT_FALSE(office.session->menus.saveInput.enabled);
     EXPECT_EQ(office.session->report.OutputLineCount,
               static_cast<int>(splitLines(office.report()).size()));
 }
@@ -126,7 +126,7 @@ TEST(Edit, ASavedOutputIsNotAskedAboutAgain) {
     Office office;
     office.open("cantilever-dry-sand");
     office.desktop.chosenFiles = {office.userFile("wall.out")};
-    mnuSaveItem_Click(*office.session, office.desktop, 1);
+    saveReport(*office.session, office.desktop);
     office.desktop.boxes.clear();
     edit(office);
     EXPECT_TRUE(office.desktop.boxes.empty());
@@ -137,10 +137,10 @@ TEST(Edit, MakesTheSolveItemAvailableAgain) {
     Office office;
     office.open("cantilever-dry-sand");
     office.solve();
-    EXPECT_FALSE(office.session->menus.mnuSolve.enabled);
+    EXPECT_FALSE(office.session->menus.solve.enabled);
     edit(office);
-    EXPECT_TRUE(office.session->menus.mnuSolve.enabled);
-    EXPECT_FALSE(office.session->menus.mnuViewItem(3).enabled);
+    EXPECT_TRUE(office.session->menus.solve.enabled);
+    EXPECT_FALSE(office.session->menus.cantileverPlots.enabled);
 }
 
 TEST(Edit, EachEditAddsItsTemporaryFilesToTheList) {

@@ -65,7 +65,7 @@ void enterProblem(Office& office) {
             session.DataChanged = 1;
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     office.desktop.onScreen = nullptr;
 }
 
@@ -147,9 +147,9 @@ TEST(FileFaults, SavingToAFullDeviceLeavesEverythingAsItWas) {
     Office office;
     enterProblem(office);
     const Standing before(office);
-    for (const int item : {0, 1}) {
+    for (const Command save : {saveInput, saveReport}) {
         office.desktop.chosenFiles = {"/dev/full"};
-        mnuSaveItem_Click(*office.session, office.desktop, item);
+        save(*office.session, office.desktop);
         expectFileError(office, "/dev/full", "Disk full");
         expectStill(office, before);
         EXPECT_EQ(office.session->DataChanged, 1);
@@ -164,7 +164,7 @@ TEST(FileFaults, AFailedSaveLeavesTheOldFileWhole) {
     office.desktop.chosenFiles = {old};
     {
         const SmallDisk full(fewBytes);
-        mnuSaveItem_Click(*office.session, office.desktop, 1);
+        saveReport(*office.session, office.desktop);
     }
     expectFileError(office, old, "Disk full");
     EXPECT_EQ(readFile(old), "the old report");
@@ -193,9 +193,9 @@ TEST(FileFaults, AFolderThatMayNotBeWrittenToIsToldAndItsFilesStay) {
     fs::permissions(office.user.path(), fs::perms(0555));
     for (const char* name : {"old.out", "new.out"}) {
         const std::string target = office.userFile(name);
-        for (const int item : {0, 1}) {
+        for (const Command save : {saveInput, saveReport}) {
             office.desktop.chosenFiles = {target};
-            mnuSaveItem_Click(*office.session, office.desktop, item);
+            save(*office.session, office.desktop);
             expectFileError(office, target, "Permission denied");
             expectStill(office, before);
         }
@@ -210,7 +210,7 @@ TEST(FileFaults, SavingIntoAMissingFolderIsTold) {
     const Standing before(office);
     const std::string target = office.userFile("nowhere/wall.out");
     office.desktop.chosenFiles = {target};
-    mnuSaveItem_Click(*office.session, office.desktop, 1);
+    saveReport(*office.session, office.desktop);
     expectFileError(office, target, "Path not found");
     expectStill(office, before);
 }
@@ -219,10 +219,10 @@ TEST(FileFaults, AFaultInASaveQuestionEndsTheCommandWithNothingLost) {
     Office office;
     enterProblem(office);
     const Standing before(office);
-    for (const int command : {0, 1, 7}) {
+    for (const Command command : {newProblem, openFile, exitProgram}) {
         office.desktop.answers = {Answer::Yes};
         office.desktop.chosenFiles = {office.userFile("nowhere/wall.dat")};
-        mnuFileItem_Click(*office.session, office.desktop, command);
+        command(*office.session, office.desktop);
         expectFileError(office, office.userFile("nowhere/wall.dat"), "Path not found");
         expectStill(office, before);
     }
@@ -235,7 +235,7 @@ TEST(FileFaults, WhatWasSavedStaysSavedWhenTheCommandFailsLater) {
     const std::string saved = office.userFile("wall.dat");
     office.desktop.answers = {Answer::Yes, Answer::No};
     office.desktop.chosenFiles = {saved, office.userFile("missing.dat")};
-    mnuFileItem_Click(*office.session, office.desktop, 1);
+    openFile(*office.session, office.desktop);
     expectFileError(office, office.userFile("missing.dat"), "File not found");
     EXPECT_EQ(office.session->CurrentInputName, saved);
     EXPECT_TRUE(fs::exists(saved));
@@ -255,19 +255,19 @@ TEST(FileFaults, AFailedEditKeepsWhatWasTypedAndSolvesNothingFromThere) {
             full.emplace(fewBytes);
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     full.reset();
     expectFileError(office, (office.temporary.path() / "TEMP0.iii").string(), "Disk full");
     EXPECT_EQ(office.session->problem.WallTopElev, 12.5);
     EXPECT_EQ(office.session->CurrentInputName, before.input);
     EXPECT_EQ(office.temporaryFiles(), before.files);
     EXPECT_EQ(office.report(), before.report);
-    EXPECT_FALSE(office.session->menus.mnuSolve.enabled);
+    EXPECT_FALSE(office.session->menus.solve.enabled);
 
     // Once there is room, Edit and Finished complete the command.
     office.desktop.onScreen = nullptr;
-    mnuEditItem_Click(*office.session, office.desktop);
-    EXPECT_TRUE(office.session->menus.mnuSolve.enabled);
+    editData(*office.session, office.desktop);
+    EXPECT_TRUE(office.session->menus.solve.enabled);
     EXPECT_EQ(readFile(office.session->CurrentInputName), inputFileText(office.session->problem));
 }
 
@@ -288,7 +288,7 @@ TEST(FileFaults, ANameTakenByAnotherProgramMeanwhileIsNotOverwritten) {
       private:
         std::string name_;
     } desktop(taken);
-    mnuFileItem_Click(*office.session, desktop, 1);
+    openFile(*office.session, desktop);
     EXPECT_EQ(readFile(taken), "another program's");
     EXPECT_NE(office.session->CurrentInputName, taken);
     EXPECT_EQ(readFile(office.session->CurrentInputName), inputText);
@@ -303,11 +303,11 @@ TEST(FileFaults, AMissingReportIsToldWhenPrintedOrViewed) {
     office.solve();
     const std::string output = office.outputName();
     fs::remove(output);
-    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    printReport(*office.session, office.desktop);
     expectFileError(office, output, "File not found");
     office.desktop.onScreen = [&](Screen, const Session& session) { inputFileView(session); };
     office.session->CurrentInputName = office.userFile("gone.dat");
-    mnuViewItem_Click(*office.session, office.desktop, 0);
+    viewScreen(*office.session, office.desktop, Screen::VUINPTFL);
     expectFileError(office, office.userFile("gone.dat"), "File not found");
 }
 
@@ -321,7 +321,7 @@ TEST(FileFaults, APrinterThatFailsLeavesTheLineCountAlone) {
     Office office;
     enterProblem(office);
     const int count = office.session->FileLineCount;
-    mnuPrintItem_Click(*office.session, desktop, 0);
+    printInput(*office.session, desktop);
     ASSERT_EQ(desktop.boxes.size(), 1U);
     EXPECT_EQ(desktop.boxes[0].text, "File: LPT1\nDevice I/O error\n\nYour data are kept.");
     EXPECT_EQ(office.session->FileLineCount, count);
@@ -332,8 +332,95 @@ TEST(FileFaults, ExitEndsTheProgramThoughItsTemporaryFolderIsGone) {
     Office office;
     office.open("cantilever-dry-sand");
     fs::remove_all(office.temporary.path());
-    mnuFileItem_Click(*office.session, office.desktop, 7);
+    exitProgram(*office.session, office.desktop);
     EXPECT_TRUE(office.desktop.ended);
+}
+
+/// The temporary folder cannot be written to from a moment on.
+class LockedFolder {
+  public:
+    explicit LockedFolder(const fs::path& folder) : folder_(folder) {
+        fs::permissions(folder_, fs::perms(0555));
+    }
+    ~LockedFolder() { fs::permissions(folder_, fs::perms(0755)); }
+    LockedFolder(const LockedFolder&) = delete;
+    LockedFolder& operator=(const LockedFolder&) = delete;
+
+  private:
+    fs::path folder_;
+};
+
+TEST(TemporaryFilesLeft, AreToldByNewWhichGoesOn) {
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    const std::string input = office.session->CurrentInputName;
+    const std::string output = office.outputName();
+    {
+        const LockedFolder locked(office.temporary.path());
+        newProblem(*office.session, office.desktop);
+    }
+    EXPECT_EQ(office.desktop.boxes.back(),
+              (MessageBox{.text = "Temporary files could not be removed:\nFile: " + output +
+                                  "\nPermission denied\nFile: " + input + "\nPermission denied",
+                          .title = "FILE ERROR",
+                          .icon = Icon::Exclamation}));
+    EXPECT_EQ(office.session->problem.NumHeadingLines, 0);
+    EXPECT_EQ(office.session->CurrentInputName, "");
+    EXPECT_TRUE(fs::exists(input));
+    fs::remove(input);
+    fs::remove(output);
+}
+
+TEST(TemporaryFilesLeft, AreToldWhereTheyHaveBeenSetAsideAlready) {
+    class LockingDesktop : public ScriptedDesktop {
+      public:
+        explicit LockingDesktop(fs::path folder) : folder_(std::move(folder)) {}
+        void QuitHelp() override { locked_.emplace(folder_); } // the files have other names by now
+        void unlock() { locked_.reset(); }
+
+      private:
+        fs::path folder_;
+        std::optional<LockedFolder> locked_;
+    };
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    LockingDesktop desktop(office.temporary.path());
+    newProblem(*office.session, desktop);
+    desktop.unlock();
+    const auto files = office.temporaryFiles();
+    EXPECT_EQ(files.size(), 2U);
+    for (const std::string& name : files) {
+        const std::string path = (office.temporary.path() / name).string();
+        EXPECT_NE(desktop.boxes.back().text.find("File: " + path + "\nPermission denied"),
+                  std::string::npos);
+        fs::remove(path);
+    }
+    EXPECT_EQ(office.session->CurrentInputName, "");
+}
+
+TEST(TemporaryFilesLeft, AreToldByExitWhichEndsTheProgram) {
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    const std::string input = office.session->CurrentInputName;
+    const LockedFolder locked(office.temporary.path());
+    exitProgram(*office.session, office.desktop);
+    EXPECT_TRUE(office.desktop.ended);
+    EXPECT_EQ(office.desktop.boxes.back().text,
+              "Temporary files could not be removed:\nFile: " + input + "\nPermission denied");
+}
+
+TEST(TemporaryFilesLeft, ComeBackWithACommandThatAFaultTakesBack) {
+    const OrdinaryUser user;
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    const LockedFolder locked(office.temporary.path());
+    office.open("anchored-sand");
+    expectFileError(office, (office.temporary.path() / "TEMP1.ooo").string(), "Permission denied");
+    expectStill(office, before);
 }
 
 TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
@@ -342,12 +429,12 @@ TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
         office.open("anchored-sand");
         const Problem problem = office.session->problem;
         if (atContinue) {
-            mnuSolveItem_Click(*office.session, office.desktop);
+            solveProblem(*office.session, office.desktop);
         }
         {
             const SmallDisk full(fewBytes);
-            atContinue ? cmdContinue_Click(*office.session, office.desktop)
-                       : mnuSolveItem_Click(*office.session, office.desktop);
+            atContinue ? continueSolution(*office.session, office.desktop)
+                       : solveProblem(*office.session, office.desktop);
         }
         ASSERT_FALSE(office.desktop.boxes.empty());
         EXPECT_EQ(office.desktop.boxes.back().title, "FILE ERROR");
@@ -356,9 +443,9 @@ TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
         EXPECT_EQ(office.session->panels.panDoneText, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
         EXPECT_FALSE(office.desktop.busy);
         EXPECT_EQ(office.session->problem, problem);
-        cmdOK_Click(*office.session);
-        EXPECT_FALSE(office.session->menus.mnuViewItem(4).enabled);
-        EXPECT_TRUE(office.session->menus.mnuEdit.enabled);
+        acceptResults(*office.session);
+        EXPECT_FALSE(office.session->menus.freeEarthPlots.enabled);
+        EXPECT_TRUE(office.session->menus.edit.enabled);
     }
 }
 
@@ -370,8 +457,8 @@ TEST(SolutionFaults, AZeroDivisorShowsItsBoxAndTheAbortedPanel) {
             session.sections.PileModulus.fill(0); // an accepted modulus of 0
         }
     };
-    mnuSolveItem_Click(*office.session, office.desktop);
-    cmdContinue_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
+    continueSolution(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.boxes.back(),
               (MessageBox{.text = "Run-time error '11':\n\nDivision by zero"}));
     EXPECT_EQ(office.session->SolutionFailed, 1);
@@ -410,7 +497,7 @@ TEST(FatalFaults, TheNinetyThirdTemporaryNameIsRescued) {
     office.desktop.answers.assign(200, Answer::No);
     office.session->files.ScratchFileCount = 100;
     office.desktop.onScreen = [](Screen, Session& session) { session.DataChanged = 1; };
-    const int number = errorOf([&] { mnuEditItem_Click(*office.session, office.desktop); });
+    const int number = errorOf([&] { editData(*office.session, office.desktop); });
     EXPECT_EQ(number, 9);
     const std::string kept = rescueInput(*office.session);
     EXPECT_EQ(fs::path(kept).filename(), "KORVANE-RESCUE-0.dat");

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace korvane::test {
 
 namespace {
@@ -15,33 +17,33 @@ struct Row {
     bool edit = true;
     std::string caption;
     bool view = false;
-    bool files = false; ///< View 0, 1, 2
+    bool files = false; ///< both files and the input plots
     bool cantilever = false;
-    bool anchored = false; ///< View 4, 5
+    bool anchored = false; ///< free and fixed earth plots
     bool rowe = false;
     bool solve = false;
 };
 
 void expectRow(const Menus& menus, const Row& row) {
-    EXPECT_EQ(menus.mnuFileItem(0).enabled, row.open);
-    EXPECT_EQ(menus.mnuFileItem(1).enabled, row.open);
-    EXPECT_EQ(menus.mnuFileItem(3).enabled, row.save);
-    EXPECT_EQ(menus.mnuFileItem(5).enabled, row.print);
-    EXPECT_TRUE(menus.mnuFileItem(7).enabled);
-    EXPECT_EQ(menus.mnuFileItem(9).enabled, row.open); // the recent files, as Open
-    EXPECT_TRUE(menus.mnuFile.enabled);
-    EXPECT_EQ(menus.mnuEdit.enabled, row.edit);
-    EXPECT_EQ(menus.mnuEditItem(0).caption, row.caption);
-    EXPECT_TRUE(menus.mnuEditItem(0).enabled);
-    EXPECT_EQ(menus.mnuView.enabled, row.view);
-    for (const int item : {0, 1, 2}) {
-        EXPECT_EQ(menus.mnuViewItem(item).enabled, row.files) << item;
+    EXPECT_EQ(menus.newProblem.enabled, row.open);
+    EXPECT_EQ(menus.open.enabled, row.open);
+    EXPECT_EQ(menus.save.enabled, row.save);
+    EXPECT_EQ(menus.print.enabled, row.print);
+    EXPECT_TRUE(menus.exit.enabled);
+    EXPECT_EQ(menus.recentFiles.enabled, row.open); // the recent files, as Open
+    EXPECT_TRUE(menus.file.enabled);
+    EXPECT_EQ(menus.edit.enabled, row.edit);
+    EXPECT_EQ(menus.editData.caption, row.caption);
+    EXPECT_TRUE(menus.editData.enabled);
+    EXPECT_EQ(menus.view.enabled, row.view);
+    for (const MenuItem* item : {&menus.inputFile, &menus.report, &menus.inputPlots}) {
+        EXPECT_EQ(item->enabled, row.files) << item->caption;
     }
-    EXPECT_EQ(menus.mnuViewItem(3).enabled, row.cantilever);
-    EXPECT_EQ(menus.mnuViewItem(4).enabled, row.anchored);
-    EXPECT_EQ(menus.mnuViewItem(5).enabled, row.anchored);
-    EXPECT_EQ(menus.mnuViewItem(6).enabled, row.rowe);
-    EXPECT_EQ(menus.mnuSolve.enabled, row.solve);
+    EXPECT_EQ(menus.cantileverPlots.enabled, row.cantilever);
+    EXPECT_EQ(menus.freeEarthPlots.enabled, row.anchored);
+    EXPECT_EQ(menus.fixedEarthPlots.enabled, row.anchored);
+    EXPECT_EQ(menus.roweCurves.enabled, row.rowe);
+    EXPECT_EQ(menus.solve.enabled, row.solve);
 }
 
 const Row afterStart{.caption = "&Enter Input data"};
@@ -80,36 +82,79 @@ void cancelEntry(Office& office) {
 
 } // namespace
 
-TEST(MenuStates, CaptionsAndMnemonicsStandAtTheirIndices) {
+TEST(MenuRows, StandInTheirMenusWithCaptionsAndShortcuts) {
     const Menus menus;
-    EXPECT_EQ(menus.mnuFile.caption, "&File");
-    const char* const file[] = {"&New",   "&Open", "",      "&Save", "",
-                                "&Print", "",      "E&xit", "",      "&Recent Files"};
-    for (int i = 0; i < 10; ++i) {
-        EXPECT_EQ(menus.mnuFileItem(i).caption, file[i]) << i;
+    std::vector<std::string> found;
+    for (const MenuRow& row : menuRows()) {
+        found.push_back((row.menu == nullptr ? std::string() : std::string(row.menu) + " ") +
+                        row.name + " " +
+                        (row.item == nullptr ? std::string("-") : (menus.*row.item).caption) +
+                        (*row.keys == '\0' ? "" : " ") + row.keys);
     }
-    const char* const view[] = {"Current &Input File",
-                                "&OutPut File",
-                                "Input &Plots",
-                                "&Cantilever Wall Results Plots",
-                                "&Free Earth Method Results Plots",
-                                "F&ixed Earth Method Results Plots",
-                                "&Rowe's Moment Reduction Curves"};
-    for (int i = 0; i < 7; ++i) {
-        EXPECT_EQ(menus.mnuViewItem(i).caption, view[i]) << i;
-    }
-    EXPECT_EQ(menus.mnuEditItem(0).caption, "&Edit Input Data");
-    EXPECT_EQ(menus.mnuSaveItem(1).caption, "&Output Data");
-    EXPECT_EQ(menus.mnuPrintItem(0).caption, "&Input File");
-    EXPECT_EQ(menus.mnuSolveItem(0).caption, "&Continue Solution");
-    EXPECT_EQ(menus.mnuHelpItem(3).caption, "&About KORVANE");
-    EXPECT_THROW(menus.mnuFileItem(10), RuntimeError);
+    EXPECT_EQ(found, (std::vector<std::string>{
+                         "mnuFile &File",
+                         "mnuFile mnuFileItem_0 &New Ctrl+N",
+                         "mnuFile mnuFileItem_1 &Open Ctrl+O",
+                         "mnuFile mnuFileItem_2 -",
+                         "mnuFile mnuFileItem_3 &Save",
+                         "mnuFileItem_3 mnuSaveItem_0 &Input Data Ctrl+S",
+                         "mnuFileItem_3 mnuSaveItem_1 &Output Data Ctrl+Shift+S",
+                         "mnuFile mnuFileItem_4 -",
+                         "mnuFile mnuFileItem_5 &Print",
+                         "mnuFileItem_5 mnuPrintItem_0 &Input File Ctrl+Shift+P",
+                         "mnuFileItem_5 mnuPrintItem_1 &Output File Ctrl+P",
+                         "mnuFile mnuFileItem_6 -",
+                         "mnuFile mnuFileItem_7 E&xit",
+                         "mnuFile mnuFileItem_8 -",
+                         "mnuFile mnuFileItem_9 &Recent Files",
+                         "mnuEdit &Edit",
+                         "mnuEdit mnuEditItem_0 &Edit Input Data",
+                         "mnuView &View",
+                         "mnuView mnuViewItem_0 Current &Input File",
+                         "mnuView mnuViewItem_1 &OutPut File",
+                         "mnuView mnuViewItem_2 Input &Plots",
+                         "mnuView mnuViewItem_3 &Cantilever Wall Results Plots",
+                         "mnuView mnuViewItem_4 &Free Earth Method Results Plots",
+                         "mnuView mnuViewItem_5 F&ixed Earth Method Results Plots",
+                         "mnuView mnuViewItem_6 &Rowe's Moment Reduction Curves",
+                         "mnuSolve &Solve",
+                         "mnuSolve mnuSolveItem_0 &Continue Solution",
+                         "mnuHelp &Help",
+                         "mnuHelp mnuHelpItem_0 &Contents F1",
+                         "mnuHelp mnuHelpItem_1 &Search for help on ...",
+                         "mnuHelp mnuHelpItem_2 -",
+                         "mnuHelp mnuHelpItem_3 &About KORVANE",
+                     }));
+}
+
+TEST(MenuRows, CallTheCommandOfTheirEntry) {
+    const auto rowOf = [](MenuItem Menus::*item) {
+        const auto rows = menuRows();
+        return *std::find_if(rows.begin(), rows.end(),
+                             [&](const MenuRow& row) { return row.item == item; });
+    };
+    EXPECT_EQ(rowOf(&Menus::newProblem).command, &newProblem);
+    EXPECT_EQ(rowOf(&Menus::open).command, &openFile);
+    EXPECT_EQ(rowOf(&Menus::saveInput).command, &saveInput);
+    EXPECT_EQ(rowOf(&Menus::saveReport).command, &saveReport);
+    EXPECT_EQ(rowOf(&Menus::printInput).command, &printInput);
+    EXPECT_EQ(rowOf(&Menus::printReport).command, &printReport);
+    EXPECT_EQ(rowOf(&Menus::exit).command, &exitProgram);
+    EXPECT_EQ(rowOf(&Menus::editData).command, &editData);
+    EXPECT_EQ(rowOf(&Menus::solveProblem).command, &solveProblem);
+    EXPECT_EQ(rowOf(&Menus::inputFile).screen, Screen::VUINPTFL);
+    EXPECT_EQ(rowOf(&Menus::report).screen, Screen::VUINECHO);
+    EXPECT_EQ(rowOf(&Menus::inputPlots).screen, Screen::VUINPLOT);
+    EXPECT_EQ(rowOf(&Menus::cantileverPlots).screen, Screen::CANPLOT);
+    EXPECT_EQ(rowOf(&Menus::freeEarthPlots).screen, Screen::FREEPLOT);
+    EXPECT_EQ(rowOf(&Menus::fixedEarthPlots).screen, Screen::FIXDPLOT);
+    EXPECT_EQ(rowOf(&Menus::roweCurves).screen, Screen::ROWECURV);
 }
 
 TEST(MenuStates, AfterStart) {
     const Office office;
     expectRow(office.session->menus, afterStart);
-    EXPECT_FALSE(office.session->menus.mnuSaveItem(0).enabled);
+    EXPECT_FALSE(office.session->menus.saveInput.enabled);
     EXPECT_TRUE(office.session->panels.Image1Visible);
     EXPECT_FALSE(office.session->panels.fraSoilOutVisible);
     EXPECT_FALSE(office.session->panels.panDoneVisible);
@@ -118,7 +163,7 @@ TEST(MenuStates, AfterStart) {
 
 TEST(MenuStates, AfterNewTheCaptionEndsInACapitalWord) {
     Office office;
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     expectRow(office.session->menus, afterNew);
 }
 
@@ -126,8 +171,8 @@ TEST(MenuStates, AfterOpenThereIsNoInputToSave) {
     Office office;
     office.open("cantilever-dry-sand");
     expectRow(office.session->menus, afterOpen);
-    EXPECT_FALSE(office.session->menus.mnuSaveItem(0).enabled);
-    EXPECT_TRUE(office.session->menus.mnuSaveItem(1).enabled);
+    EXPECT_FALSE(office.session->menus.saveInput.enabled);
+    EXPECT_TRUE(office.session->menus.saveReport.enabled);
 }
 
 TEST(MenuStates, AfterFailedOpenOnlyNewOpenAndExitRemain) {
@@ -156,31 +201,31 @@ TEST(MenuStates, AfterRefusedShortFileOnlyNewOpenAndExitRemain) {
 TEST(MenuStates, AfterCancelledOpenTheMenusAreThoseOfAnEmptyProblem) {
     Office office;
     office.open("cantilever-dry-sand");
-    mnuFileItem_Click(*office.session, office.desktop, 1);
+    openFile(*office.session, office.desktop);
     expectRow(office.session->menus, afterNew);
 }
 
 TEST(MenuStates, NewAfterFailedOpenBringsEditBack) {
     Office office;
     office.open(office.write("bad.dat", std::string(80, '(') + "\nNOTHING\n"));
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     expectRow(office.session->menus, afterNew);
 }
 
 TEST(MenuStates, AfterEditOfANewProblemPrintStaysOff) {
     Office office;
     enterProblem(office);
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     expectRow(office.session->menus, afterEdit);
-    EXPECT_TRUE(office.session->menus.mnuSaveItem(0).enabled);
-    EXPECT_TRUE(office.session->menus.mnuSaveItem(1).enabled);
+    EXPECT_TRUE(office.session->menus.saveInput.enabled);
+    EXPECT_TRUE(office.session->menus.saveReport.enabled);
 }
 
 TEST(MenuStates, AfterEditOfAnOpenedFilePrintStaysOn) {
     Office office;
     office.open("cantilever-dry-sand");
     enterProblem(office);
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     Row row = afterEdit;
     row.print = true;
     expectRow(office.session->menus, row);
@@ -190,7 +235,7 @@ TEST(MenuStates, AfterFailedEditTheCaptionIsTheOneOfNew) {
     Office office;
     office.open("cantilever-dry-sand");
     cancelEntry(office);
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     expectRow(office.session->menus, afterNew);
     EXPECT_EQ(office.session->problem.NumHeadingLines, 0);
 }
@@ -205,17 +250,16 @@ TEST(MenuStates, DuringASolutionAllTopMenusAreOff) {
         }
     };
     const auto expectTopMenusOff = [](const Menus& menus) {
-        for (const MenuItem* menu :
-             {&menus.mnuFile, &menus.mnuEdit, &menus.mnuView, &menus.mnuSolve}) {
+        for (const MenuItem* menu : {&menus.file, &menus.edit, &menus.view, &menus.solve}) {
             EXPECT_FALSE(menu->enabled) << menu->caption;
         }
-        EXPECT_TRUE(menus.mnuHelp.enabled);
+        EXPECT_TRUE(menus.help.enabled);
     };
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     expectTopMenusOff(office.desktop.mirrored);
     expectTopMenusOff(atWedgePrompt);
     expectTopMenusOff(office.session->menus); // the stop for review
-    cmdContinue_Click(*office.session, office.desktop);
+    continueSolution(*office.session, office.desktop);
     expectTopMenusOff(office.session->menus); // panDone
 }
 
@@ -251,7 +295,7 @@ TEST(MenuStates, RoweCurvesAreOnOnlyWhereTheReductionFoundASoil) {
 TEST(MenuStates, AfterASolutionOfEnteredDataPrintStaysOff) {
     Office office;
     enterProblem(office);
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     office.solve();
     Row row = finished(afterEdit);
     row.cantilever = true;
@@ -275,8 +319,8 @@ TEST(MenuStates, AfterAFailedSolutionNoResultPlotIsOn) {
 TEST(MenuStates, AfterADiscontinuedDesignNoResultPlotIsOn) {
     Office office;
     office.open("anchored-sand");
-    mnuSolveItem_Click(*office.session, office.desktop);
-    cmdDiscontinue_Click(*office.session);
+    solveProblem(*office.session, office.desktop);
+    discontinueSolution(*office.session);
     expectRow(office.session->menus, finished(afterOpen));
 }
 

@@ -1,4 +1,5 @@
 // The Print and View commands and the two text windows.
+#include "commands/report.h"
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "scripted_desktop.h"
@@ -16,19 +17,16 @@ void enterProblem(Office& office) {
             session.DataChanged = 1;
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
 }
 
 /// Makes the report longer than the text window takes.
 void lengthenReport(Office& office, std::size_t bytes) {
-    std::string text = office.report();
-    int lines = 0;
-    while (text.size() < bytes) {
-        text += std::string(70, 'x') + "\n";
-        ++lines;
+    PrintLines lines;
+    while (office.report().size() + lines.content().size() < bytes) {
+        lines.line(0, std::string(70, 'x'));
     }
-    writeFile(office.outputName(), text);
-    office.session->report.OutputLineCount += lines;
+    appendReport(*office.session, lines);
 }
 
 } // namespace
@@ -36,7 +34,7 @@ void lengthenReport(Office& office, std::size_t bytes) {
 TEST(Print, TheInputIsPrintedAsItWouldBeWritten) {
     Office office;
     office.open("anchored-all-loads");
-    mnuPrintItem_Click(*office.session, office.desktop, 0);
+    printInput(*office.session, office.desktop);
     ASSERT_EQ(office.desktop.prints.size(), 1U);
     EXPECT_EQ(office.desktop.prints[0].documentName, examplePath("anchored-all-loads"));
     EXPECT_EQ(office.desktop.prints[0].lines, splitLines(inputFileText(office.session->problem)));
@@ -47,7 +45,7 @@ TEST(Print, PrintingTheInputResetsTheLineCount) {
     Office office;
     enterProblem(office);
     EXPECT_GT(office.session->FileLineCount, 3);
-    mnuPrintItem_Click(*office.session, office.desktop, 0);
+    printInput(*office.session, office.desktop);
     EXPECT_EQ(office.session->FileLineCount, 3); // one heading, control, wall
 }
 
@@ -56,8 +54,8 @@ TEST(Print, ACancelledPrintChangesNothing) {
     enterProblem(office);
     const int count = office.session->FileLineCount;
     office.desktop.printerAccepts = false;
-    mnuPrintItem_Click(*office.session, office.desktop, 0);
-    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    printInput(*office.session, office.desktop);
+    printReport(*office.session, office.desktop);
     EXPECT_EQ(office.session->FileLineCount, count);
 }
 
@@ -65,7 +63,7 @@ TEST(Print, TheOutputIsPrintedWhole) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    printReport(*office.session, office.desktop);
     ASSERT_EQ(office.desktop.prints.size(), 1U);
     EXPECT_EQ(office.desktop.prints[0].documentName, office.outputName());
     EXPECT_EQ(office.desktop.prints[0].lines, splitLines(office.report()));
@@ -76,7 +74,7 @@ TEST(Print, AReportShorterThanItsCountIsAFileError) {
     office.open("cantilever-dry-sand");
     ++office.session->report.OutputLineCount;
     office.desktop.boxes.clear();
-    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    printReport(*office.session, office.desktop);
     ASSERT_EQ(office.desktop.boxes.size(), 1U);
     EXPECT_EQ(office.desktop.boxes[0].text,
               "File: " + office.outputName() + "\nInput past end of file\n\nYour data are kept.");
@@ -84,18 +82,14 @@ TEST(Print, AReportShorterThanItsCountIsAFileError) {
     EXPECT_FALSE(office.desktop.busy);
 }
 
-TEST(View, EachItemShowsItsScreen) {
+TEST(View, ShowsTheScreenThatIsAskedFor) {
     Office office;
     office.open("anchored-sand");
     office.solve();
     office.desktop.screens.clear();
-    for (int item = 0; item < 7; ++item) {
-        mnuViewItem_Click(*office.session, office.desktop, item);
-    }
-    EXPECT_EQ(
-        office.desktop.screens,
-        (std::vector<Screen>{Screen::VUINPTFL, Screen::VUINECHO, Screen::VUINPLOT, Screen::CANPLOT,
-                             Screen::FREEPLOT, Screen::FIXDPLOT, Screen::ROWECURV}));
+    viewScreen(*office.session, office.desktop, Screen::VUINPLOT);
+    viewScreen(*office.session, office.desktop, Screen::ROWECURV);
+    EXPECT_EQ(office.desktop.screens, (std::vector<Screen>{Screen::VUINPLOT, Screen::ROWECURV}));
 }
 
 TEST(View, ThePlotsOfAnAnchoredWallShowTheirOwnLevelAndLeaveBothAlone) {
@@ -118,7 +112,8 @@ TEST(View, ThePlotsOfAnAnchoredWallShowTheirOwnLevelAndLeaveBothAlone) {
                free ? 1 : 2);
     };
     for (const int level : {1, 2, 1}) {
-        mnuViewItem_Click(*office.session, office.desktop, 3 + level);
+        viewScreen(*office.session, office.desktop,
+                   level == 1 ? Screen::FREEPLOT : Screen::FIXDPLOT);
         const ResultDiagrams& shown = results.levels(level).diagrams;
         const int rows = shown.RowCount;
         EXPECT_EQ(rows, results.levels(level).bottomIndex + 1); // the anchor's shear has two rows
@@ -164,11 +159,11 @@ TEST(View, ALongOutputIsShownInPartYetPrintsAndSavesWhole) {
                   "\n  is too long to display in its entirety.\n"
                   "To see the entire file, save the file as a permanent\n"
                   "file and view it after after exiting KORVANE.");
-    mnuPrintItem_Click(*office.session, office.desktop, 1);
+    printReport(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.prints.at(0).lines, splitLines(office.report()));
     const std::string text = office.report();
     office.desktop.chosenFiles = {office.userFile("long.out")};
-    mnuSaveItem_Click(*office.session, office.desktop, 1);
+    saveReport(*office.session, office.desktop);
     EXPECT_EQ(readFile(office.userFile("long.out")), text);
 }
 

@@ -22,7 +22,7 @@ void solveFromFile(Office& office, const Problem& problem, int number) {
     const bool fixed = number % 2 == 0;
     office.desktop.onScreen = [fixed](Screen screen, Session& session) {
         if (screen == Screen::WEDGMETH && fixed) {
-            cmdFixed_Click(session);
+            session.wedge = WedgeMethod::FixedSurface;
         }
     };
     // Yes to the question of a large factor up to 20, as the batch command answers.

@@ -31,7 +31,7 @@ void enterProblem(Office& office) {
             session.DataChanged = 1;
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
 }
 
 } // namespace
@@ -72,7 +72,7 @@ TEST(RecentFiles, OpenedAndSavedInputsComeToTheFrontOnce) {
     enterProblem(office);
     const std::string saved = office.userFile("saved.dat");
     office.desktop.chosenFiles = {saved};
-    mnuSaveItem_Click(*office.session, office.desktop, 0);
+    saveInput(*office.session, office.desktop);
     EXPECT_EQ(office.session->recentFiles, (Paths{saved, a, b}));
     EXPECT_EQ(office.kept(), office.session->recentFiles);
 }
@@ -99,7 +99,7 @@ TEST(RecentFiles, AFileThatIsRefusedOrAReportIsNone) {
     office.open(office.write("bad.dat", std::string(100, 'x') + "\n"));
     office.open("cantilever-dry-sand");
     office.desktop.chosenFiles = {office.userFile("report.out")};
-    mnuSaveItem_Click(*office.session, office.desktop, 1);
+    saveReport(*office.session, office.desktop);
     EXPECT_EQ(office.kept(), (Paths{examplePath("cantilever-dry-sand")}));
 }
 
@@ -149,7 +149,7 @@ TEST(OpenNamed, AsksTheSaveQuestionsAndShowsNoDialog) {
     EXPECT_EQ(office.session->CurrentInputName, examplePath("cantilever-dry-sand"));
     EXPECT_EQ(office.session->DialogFolder,
               fs::path(examplePath("cantilever-dry-sand")).parent_path().string());
-    EXPECT_TRUE(office.session->menus.mnuSolve.enabled);
+    EXPECT_TRUE(office.session->menus.solve.enabled);
 }
 
 TEST(OpenNamed, AFileThatIsNotThereIsToldAsByOpenAndTheProblemStays) {
@@ -158,7 +158,7 @@ TEST(OpenNamed, AFileThatIsNotThereIsToldAsByOpenAndTheProblemStays) {
     const std::string report = office.outputName();
     office.desktop.boxes.clear();
     office.desktop.chosenFiles = {office.userFile("missing.dat")};
-    mnuFileItem_Click(*office.session, office.desktop, 1);
+    openFile(*office.session, office.desktop);
     const std::vector<MessageBox> byOpen = office.desktop.boxes;
     office.desktop.boxes.clear();
     openNamedFile(*office.session, office.desktop, office.userFile("missing.dat"));
@@ -180,10 +180,10 @@ TEST(Title, TellsTheFileAndUnsavedInput) {
     enterProblem(office);
     EXPECT_EQ(titleText(*office.session), "wall.dat* - KORVANE");
     office.desktop.chosenFiles = {office.userFile("other.in")};
-    mnuSaveItem_Click(*office.session, office.desktop, 0);
+    saveInput(*office.session, office.desktop);
     EXPECT_EQ(titleText(*office.session), "other.in - KORVANE");
     EXPECT_EQ(problemStem(*office.session), "other");
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     EXPECT_EQ(titleText(*office.session), "KORVANE");
     enterProblem(office);
     EXPECT_EQ(titleText(*office.session), "Untitled* - KORVANE");
@@ -203,11 +203,11 @@ TEST(SolutionLine, StandsAtRestAfterASolutionUntilTheProblemChanges) {
     Office office;
     office.open("cantilever-dry-sand");
     EXPECT_EQ(solutionLine(*office.session), "");
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     EXPECT_EQ(solutionLine(*office.session), ""); // the review
-    cmdContinue_Click(*office.session, office.desktop);
+    continueSolution(*office.session, office.desktop);
     EXPECT_EQ(solutionLine(*office.session), ""); // the last panel
-    cmdOK_Click(*office.session);
+    acceptResults(*office.session);
     const std::string line = solutionLine(*office.session);
     EXPECT_EQ(line.rfind("cantilever-dry-sand.dat: cantilever wall, design; bottom ", 0), 0U);
     // The words and numbers of the report.
@@ -222,7 +222,7 @@ TEST(SolutionLine, StandsAtRestAfterASolutionUntilTheProblemChanges) {
               std::string::npos);
     EXPECT_NE(line.find("moment " + numberBehind("MAX. BEND. MOMENT (LB-FT)") + " LB-FT"),
               std::string::npos);
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     EXPECT_EQ(solutionLine(*office.session), "");
 }
 

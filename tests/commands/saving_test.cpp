@@ -20,12 +20,12 @@ void enterProblem(Office& office) {
             session.DataChanged = 1;
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     office.desktop.boxes.clear();
 }
 
-void save(Office& office, int index) {
-    mnuSaveItem_Click(*office.session, office.desktop, index);
+void save(Office& office, Command command) {
+    command(*office.session, office.desktop);
 }
 
 } // namespace
@@ -33,7 +33,7 @@ void save(Office& office, int index) {
 TEST(SaveInput, TheDialogCarriesItsTitleAndFilter) {
     Office office;
     enterProblem(office);
-    save(office, 0);
+    save(office, saveInput);
     ASSERT_EQ(office.desktop.dialogs.size(), 1U);
     const FileDialog& dialog = office.desktop.dialogs[0];
     EXPECT_EQ(dialog.kind, FileDialog::Kind::Save);
@@ -52,13 +52,13 @@ TEST(SaveInput, CopiesTheTemporaryFileAndDeletesIt) {
     const std::string text = readFile(temporary);
     const std::string target = office.userFile("wall.dat");
     office.desktop.chosenFiles = {target};
-    save(office, 0);
+    save(office, saveInput);
     EXPECT_EQ(readFile(target), text);
     EXPECT_FALSE(fs::exists(temporary));
     EXPECT_EQ(office.session->CurrentInputName, target);
     EXPECT_EQ(office.session->InputSavedFlag, 1);
     EXPECT_EQ(office.session->DataChanged, 0);
-    EXPECT_FALSE(office.session->menus.mnuSaveItem(0).enabled);
+    EXPECT_FALSE(office.session->menus.saveInput.enabled);
     EXPECT_EQ(office.session->DialogFolder, office.user.path().string());
     EXPECT_EQ(office.temporaryFiles(), std::set<std::string>{"TEMP0.ooo"});
 }
@@ -70,7 +70,7 @@ TEST(SaveInput, ANameThatEndsInIiiIsRefusedInAnyCase) {
     const std::string upper = office.userFile("wall.III");
     const std::string mixed = office.userFile("wall.IiI");
     office.desktop.chosenFiles = {lower, upper, mixed, office.userFile("wall.dat")};
-    save(office, 0);
+    save(office, saveInput);
     ASSERT_EQ(office.desktop.boxes.size(), 3U);
     EXPECT_EQ(office.desktop.boxes[0],
               (MessageBox{.text = "File:  " + lower +
@@ -89,7 +89,7 @@ TEST(SaveInput, AnExistingFileIsWrittenOverOnlyAfterYes) {
     const std::string old = office.write("old.dat", "old");
     office.desktop.chosenFiles = {old, old};
     office.desktop.answers = {Answer::No, Answer::Yes};
-    save(office, 0);
+    save(office, saveInput);
     ASSERT_EQ(office.desktop.boxes.size(), 2U);
     EXPECT_EQ(office.desktop.boxes[0],
               (MessageBox{.text = "File: " + old + " exists.\nDo you want to write over it?",
@@ -104,44 +104,17 @@ TEST(SaveInput, ACancelledDialogChangesNothing) {
     Office office;
     enterProblem(office);
     const std::string name = office.session->CurrentInputName;
-    save(office, 0);
+    save(office, saveInput);
     EXPECT_EQ(office.session->InputFileName, "");
     EXPECT_EQ(office.session->CurrentInputName, name);
     EXPECT_EQ(office.session->DataChanged, 1);
-    EXPECT_TRUE(office.session->menus.mnuSaveItem(0).enabled);
-}
-
-TEST(SaveInput, AfterPrintingTheCopyIsShortAndTheTemporaryFileStays) {
-    Office office;
-    enterProblem(office);
-    const std::string temporary = office.session->CurrentInputName;
-    const auto lines = splitLines(readFile(temporary));
-    mnuPrintItem_Click(*office.session, office.desktop, 0);
-    EXPECT_EQ(office.session->FileLineCount, 3); // one heading, the control and the wall line
-    const std::string target = office.userFile("wall.dat");
-    office.desktop.chosenFiles = {target};
-    save(office, 0);
-    EXPECT_EQ(splitLines(readFile(target)),
-              std::vector<std::string>(lines.begin(), lines.begin() + 3));
-    ASSERT_EQ(office.desktop.boxes.size(), 1U);
-    EXPECT_EQ(office.desktop.boxes[0].title, "INPUT FILE INCOMPLETE!");
-    EXPECT_EQ(office.desktop.boxes[0].text, "Only 3 of " + std::to_string(lines.size()) +
-                                                " lines were saved.\n"
-                                                "Choose Edit, Finished, then save again.");
-    EXPECT_TRUE(fs::exists(temporary));
-
-    // The way out that the box names.
-    office.desktop.onScreen = nullptr;
-    mnuEditItem_Click(*office.session, office.desktop);
-    office.desktop.chosenFiles = {target};
-    save(office, 0);
-    EXPECT_EQ(splitLines(readFile(target)), lines);
+    EXPECT_TRUE(office.session->menus.saveInput.enabled);
 }
 
 TEST(SaveOutput, TheDialogCarriesItsTitleAndFilter) {
     Office office;
     office.open("cantilever-dry-sand");
-    save(office, 1);
+    save(office, saveReport);
     const FileDialog& dialog = office.desktop.dialogs.back();
     EXPECT_EQ(dialog.title, "OPEN SAVE-OUTPUT-DATA FILE");
     EXPECT_EQ(dialog.filter,
@@ -157,12 +130,12 @@ TEST(SaveOutput, CopiesTheWholeReportAndKeepsTheTemporaryOneOfAnOpenedFile) {
     const std::string text = office.report();
     const std::string target = office.userFile("wall.out");
     office.desktop.chosenFiles = {target};
-    save(office, 1);
+    save(office, saveReport);
     EXPECT_EQ(readFile(target), text);
     EXPECT_EQ(office.outputName(), target);
     EXPECT_EQ(office.session->OutputSavedFlag, 1);
     EXPECT_TRUE(fs::exists(temporary));
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     EXPECT_FALSE(fs::exists(temporary));
     EXPECT_EQ(readFile(target), text);
 }
@@ -172,7 +145,7 @@ TEST(SaveOutput, DeletesTheTemporaryReportWhenTheInputIsTemporary) {
     enterProblem(office);
     const std::string temporary = office.outputName();
     office.desktop.chosenFiles = {office.userFile("wall.out")};
-    save(office, 1);
+    save(office, saveReport);
     EXPECT_FALSE(fs::exists(temporary));
 }
 
@@ -181,9 +154,9 @@ TEST(SaveOutput, ASecondSaveDoesNotDeleteTheUsersFirstFile) {
     enterProblem(office);
     const std::string first = office.userFile("first.out");
     office.desktop.chosenFiles = {first};
-    save(office, 1);
+    save(office, saveReport);
     office.desktop.chosenFiles = {office.userFile("second.out")};
-    save(office, 1);
+    save(office, saveReport);
     EXPECT_TRUE(fs::exists(first));
     EXPECT_EQ(readFile(first), readFile(office.userFile("second.out")));
 }
@@ -193,7 +166,7 @@ TEST(SaveOutput, ANameThatEndsInOooIsRefusedWithTheWordsForInput) {
     office.open("cantilever-dry-sand");
     office.desktop.boxes.clear();
     office.desktop.chosenFiles = {office.userFile("wall.Ooo")};
-    save(office, 1);
+    save(office, saveReport);
     ASSERT_EQ(office.desktop.boxes.size(), 1U);
     EXPECT_NE(office.desktop.boxes[0].text.find("for saving input data."), std::string::npos);
     EXPECT_EQ(office.session->SavedOutputName, "");
@@ -204,11 +177,11 @@ TEST(SaveOutput, OntoTheCurrentFileItselfSucceedsAndTouchesNothing) {
     office.open("cantilever-dry-sand");
     const std::string target = office.userFile("wall.out");
     office.desktop.chosenFiles = {target};
-    save(office, 1);
+    save(office, saveReport);
     const std::string text = readFile(target);
     const auto stamp = fs::last_write_time(target);
     office.desktop.chosenFiles = {target};
-    save(office, 1);
+    save(office, saveReport);
     EXPECT_EQ(readFile(target), text);
     EXPECT_EQ(fs::last_write_time(target), stamp);
     EXPECT_EQ(office.outputName(), target);
@@ -222,14 +195,14 @@ TEST(SaveOutput, ThroughALinkToTheTemporaryReportItselfLosesNothing) {
     const std::string link = office.userFile("link.out");
     fs::create_symlink(office.outputName(), link);
     office.desktop.chosenFiles = {link};
-    save(office, 1);
+    save(office, saveReport);
     EXPECT_EQ(readFile(link), text);
 }
 
 TEST(SaveQuestions, NewAsksForBothTemporaryFilesInOrder) {
     Office office;
     enterProblem(office);
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     ASSERT_EQ(office.desktop.boxes.size(), 2U);
     EXPECT_EQ(office.desktop.boxes[0],
               (MessageBox{.text = "DO YOU WANT TO SAVE CURRENT INPUT DATA?",
@@ -243,13 +216,13 @@ TEST(SaveQuestions, NewAsksForBothTemporaryFilesInOrder) {
 }
 
 TEST(SaveQuestions, AfterASavedInputNewAndExitDoNotAskAboutIt) {
-    for (const int command : {0, 7}) {
+    for (const Command command : {newProblem, exitProgram}) {
         Office office;
         enterProblem(office);
         office.desktop.chosenFiles = {office.userFile("wall.dat")};
-        save(office, 0);
+        save(office, saveInput);
         office.desktop.boxes.clear();
-        mnuFileItem_Click(*office.session, office.desktop, command);
+        command(*office.session, office.desktop);
         EXPECT_EQ(office.desktop.titles(), std::vector<std::string>{"SAVE OUTPUT DATA?"});
     }
 }
@@ -258,7 +231,7 @@ TEST(SaveQuestions, AnOpenedFileIsNeverAskedAbout) {
     Office office;
     office.open("cantilever-dry-sand");
     office.desktop.boxes.clear();
-    mnuFileItem_Click(*office.session, office.desktop, 7);
+    exitProgram(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.titles(), std::vector<std::string>{"SAVE OUTPUT DATA?"});
 }
 
@@ -266,7 +239,7 @@ TEST(SaveQuestions, CancellingTheDialogBringsTheQuestionBack) {
     Office office;
     enterProblem(office);
     office.desktop.answers = {Answer::Yes, Answer::Yes, Answer::No, Answer::Yes, Answer::No};
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.titles(),
               (std::vector<std::string>{"SAVE INPUT DATA?", "SAVE INPUT DATA?", "SAVE INPUT DATA?",
                                         "SAVE OUTPUT DATA?", "SAVE OUTPUT DATA?"}));
@@ -278,7 +251,7 @@ TEST(SaveQuestions, YesSavesBothAndTheCommandGoesOn) {
     enterProblem(office);
     office.desktop.answers = {Answer::Yes, Answer::Yes};
     office.desktop.chosenFiles = {office.userFile("wall.dat"), office.userFile("wall.out")};
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     EXPECT_TRUE(fs::exists(office.userFile("wall.dat")));
     EXPECT_TRUE(fs::exists(office.userFile("wall.out")));
     EXPECT_TRUE(office.temporaryFiles().empty());

@@ -49,7 +49,7 @@ std::string ScriptedDesktop::ChooseFile(const FileDialog& dialog) {
 void ScriptedDesktop::ShowScreen(Screen screen, Session& session) {
     screens.push_back(screen);
     if (screen == Screen::WEDGMETH) {
-        cmdSweep_Click(session);
+        session.wedge = WedgeMethod::Sweep;
     } else if (screen == Screen::ROWEPILE) {
         acceptDefaultSections(session);
     } else if (screen == Screen::KEYIN) { // as the screen does on opening
@@ -85,7 +85,7 @@ Office::Office() {
     setenv("temp", temporary.path().c_str(), 1);
     setenv("SOURCE_DATE_EPOCH", "1795305907", 1);
     session = std::make_unique<Session>();
-    Form_Load(*session);
+    startSession(*session);
 }
 
 Office::~Office() {
@@ -94,7 +94,7 @@ Office::~Office() {
 
 void Office::open(const std::string& name) {
     desktop.chosenFiles.push_back(fs::path(name).is_absolute() ? name : examplePath(name));
-    mnuFileItem_Click(*session, desktop, 1);
+    openFile(*session, desktop);
 }
 
 void Office::enter(const Problem& problem) {
@@ -105,7 +105,7 @@ void Office::enter(const Problem& problem) {
             of.DataChanged = 1;
         }
     };
-    mnuEditItem_Click(*session, desktop);
+    editData(*session, desktop);
     desktop.onScreen = nullptr;
 }
 
@@ -119,11 +119,11 @@ std::string Office::write(const std::string& name, const std::string& text) cons
 }
 
 void Office::solve() {
-    mnuSolveItem_Click(*session, desktop);
+    solveProblem(*session, desktop);
     if (session->stage == FlowStage::Review) {
-        cmdContinue_Click(*session, desktop);
+        continueSolution(*session, desktop);
     }
-    cmdOK_Click(*session);
+    acceptResults(*session);
 }
 
 std::string Office::report() const {

@@ -59,7 +59,7 @@ std::string solvedReport(const std::string& example) {
 TEST(SolveFlow, ADesignStopsForReviewWithThePressuresInTheReport) {
     Office office;
     office.open("anchored-sand");
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     const Panels& panels = office.session->panels;
     EXPECT_EQ(office.session->stage, FlowStage::Review);
     EXPECT_TRUE(panels.fraSoilOutVisible);
@@ -69,14 +69,14 @@ TEST(SolveFlow, ADesignStopsForReviewWithThePressuresInTheReport) {
     EXPECT_EQ(sections(office), "EP");
     expectLineCount(office);
 
-    cmdVuOutFile_Click(*office.session, office.desktop);
-    cmdPlotPres_Click(*office.session, office.desktop);
-    cmdVuOutFile_Click(*office.session, office.desktop);
+    viewScreen(*office.session, office.desktop, Screen::VUINECHO);
+    viewScreen(*office.session, office.desktop, Screen::VUSOLPLT);
+    viewScreen(*office.session, office.desktop, Screen::VUINECHO);
     EXPECT_EQ(office.desktop.screens,
               (std::vector<Screen>{Screen::VUINECHO, Screen::VUSOLPLT, Screen::VUINECHO}));
     EXPECT_EQ(office.session->stage, FlowStage::Review);
 
-    cmdContinue_Click(*office.session, office.desktop);
+    continueSolution(*office.session, office.desktop);
     EXPECT_EQ(office.session->stage, FlowStage::Finished);
     EXPECT_FALSE(panels.fraSoilOutVisible);
     EXPECT_TRUE(panels.panDoneVisible);
@@ -84,7 +84,7 @@ TEST(SolveFlow, ADesignStopsForReviewWithThePressuresInTheReport) {
     EXPECT_EQ(sections(office), "EPSCCR");
     expectLineCount(office);
 
-    cmdOK_Click(*office.session);
+    acceptResults(*office.session);
     EXPECT_EQ(office.session->stage, FlowStage::Rest);
     EXPECT_TRUE(panels.Image1Visible);
     EXPECT_FALSE(panels.panDoneVisible);
@@ -103,7 +103,7 @@ TEST(SolveFlow, AnAnalysisHasNoReviewNoPressureReportAndNoReduction) {
     for (const char* example : {"analysis-cantilever", "analysis-anchored"}) {
         Office office;
         office.open(example);
-        mnuSolveItem_Click(*office.session, office.desktop);
+        solveProblem(*office.session, office.desktop);
         EXPECT_EQ(office.session->stage, FlowStage::Finished);
         EXPECT_EQ(office.session->panels.panDoneText, completeText);
         EXPECT_EQ(sections(office),
@@ -124,7 +124,7 @@ TEST(SolveFlow, CoefficientsOnBothSidesNeverAskForAWedgeMethod) {
 TEST(SolveFlow, AWedgeOnOneSideAsksOnceAndTheOtherSideKeepsItsCoefficients) {
     Office office;
     office.open("sloping-backfill-sweep"); // level ground on the left
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
     EXPECT_EQ(office.session->workspace.review().SideMethod(Right), PressureMethod::Sweep);
     EXPECT_EQ(office.session->workspace.review().SideMethod(Left), PressureMethod::Coefficients);
@@ -135,10 +135,10 @@ TEST(SolveFlow, TheChoiceIsOneForBothSides) {
     office.open("sloping-both-sides-fixed");
     office.desktop.onScreen = [](Screen screen, Session& session) {
         if (screen == Screen::WEDGMETH) {
-            cmdFixed_Click(session);
+            session.wedge = WedgeMethod::FixedSurface;
         }
     };
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
     EXPECT_EQ(office.session->workspace.review().SideMethod(Right), PressureMethod::FixedSurface);
     EXPECT_EQ(office.session->workspace.review().SideMethod(Left), PressureMethod::FixedSurface);
@@ -161,16 +161,16 @@ TEST(SolveFlow, DiscontinueLeavesEchoAndPressuresAndTheData) {
     Office office;
     office.open("anchored-sand");
     const Problem problem = office.session->problem;
-    mnuSolveItem_Click(*office.session, office.desktop);
-    cmdDiscontinue_Click(*office.session);
+    solveProblem(*office.session, office.desktop);
+    discontinueSolution(*office.session);
     EXPECT_EQ(sections(office), "EP");
     EXPECT_EQ(office.session->SolutionFailed, 2);
     EXPECT_TRUE(office.session->panels.Image1Visible);
     EXPECT_FALSE(office.session->panels.fraSoilOutVisible);
     EXPECT_EQ(office.session->problem, problem);
-    mnuEditItem_Click(*office.session, office.desktop); // the data can be edited at once
+    editData(*office.session, office.desktop); // the data can be edited at once
     EXPECT_EQ(office.session->SolutionFailed, 0);
-    EXPECT_TRUE(office.session->menus.mnuSolve.enabled);
+    EXPECT_TRUE(office.session->menus.solve.enabled);
 }
 
 TEST(SolveFlow, AFailedAnalysisStillShowsThePanelWithTheAbortWords) {
@@ -179,18 +179,20 @@ TEST(SolveFlow, AFailedAnalysisStillShowsThePanelWithTheAbortWords) {
     office.open(std::string(KORVANE_SOURCE_DIR) + "/tests/reference/anchored-analysis-9001.dat");
     office.desktop.boxes.clear();
     office.desktop.answers = {Answer::No}; // the search for a large factor is ended
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     ASSERT_EQ(office.desktop.titles(), std::vector<std::string>{"LARGE FACTOR OF SAFETY"});
     EXPECT_EQ(office.session->panels.panDoneText, abortedText);
     EXPECT_TRUE(office.session->panels.panDoneVisible);
     EXPECT_EQ(sections(office), "E"); // what was written before the failure
     expectLineCount(office);
-    cmdOK_Click(*office.session);
-    for (const int item : {3, 4, 5, 6}) {
-        EXPECT_FALSE(office.session->menus.mnuViewItem(item).enabled);
+    acceptResults(*office.session);
+    const Menus& menus = office.session->menus;
+    for (const MenuItem* item : {&menus.cantileverPlots, &menus.freeEarthPlots,
+                                 &menus.fixedEarthPlots, &menus.roweCurves}) {
+        EXPECT_FALSE(item->enabled) << item->caption;
     }
-    for (const int item : {0, 1, 2}) {
-        EXPECT_TRUE(office.session->menus.mnuViewItem(item).enabled);
+    for (const MenuItem* item : {&menus.inputFile, &menus.report, &menus.inputPlots}) {
+        EXPECT_TRUE(item->enabled) << item->caption;
     }
 }
 
@@ -206,7 +208,7 @@ TEST(SolveFlow, AFailedPreparationGoesStraightToTheAbortedPanel) {
                                            "SOIL LEFTSIDE STRENGTHS 1\n 120 110 30 0 0 0\n"
                                            "FINISHED\n"));
     office.desktop.boxes.clear();
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.titles(), std::vector<std::string>{"INCONSISTENT SOIL LAYER DATA"});
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 0);
     EXPECT_EQ(office.session->panels.panDoneText, abortedText);
@@ -219,7 +221,7 @@ TEST(SolveFlow, AnEarlierReductionShowsNowhereInTheNextSolution) {
     office.solve();
     ASSERT_EQ(office.session->workspace.reduction().RoweSoilType, 1);
     office.open("anchored-layered-water");
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     for (const double value : office.session->workspace.reduction().RoweSandCurve) {
         EXPECT_EQ(value, 0);
     }
@@ -260,15 +262,15 @@ TEST(SolveFlow, ABottomSlopeFromTheScreensCarriesOverToTheNextFile) {
             session.DataChanged = 1;
         }
     };
-    mnuEditItem_Click(*office.session, office.desktop);
+    editData(*office.session, office.desktop);
     office.open(office.write("two.dat", twoLayerInput));
     EXPECT_EQ(office.session->problem.SoilBottomSlope(Right, 1), 0.1);
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     EXPECT_EQ(office.desktop.shown(Screen::WEDGMETH), 1);
 
     Office fresh;
     fresh.open(fresh.write("two.dat", twoLayerInput));
-    mnuSolveItem_Click(*fresh.session, fresh.desktop);
+    solveProblem(*fresh.session, fresh.desktop);
     EXPECT_EQ(fresh.desktop.shown(Screen::WEDGMETH), 0);
 }
 
@@ -288,15 +290,15 @@ TEST(SolveFlow, SessionsInParallelThreadsGiveTheSameReports) {
         threads.emplace_back([&, i] {
             ScriptedDesktop desktop;
             const auto session = std::make_unique<Session>();
-            Form_Load(*session);
+            startSession(*session);
             for (int repeat = 0; repeat < repeats; ++repeat) {
                 desktop.chosenFiles = {examplePath(examples[i])};
-                mnuFileItem_Click(*session, desktop, 1);
-                mnuSolveItem_Click(*session, desktop);
+                openFile(*session, desktop);
+                solveProblem(*session, desktop);
                 if (session->stage == FlowStage::Review) {
-                    cmdContinue_Click(*session, desktop);
+                    continueSolution(*session, desktop);
                 }
-                cmdOK_Click(*session);
+                acceptResults(*session);
                 reports[i] = readFile(session->report.CurrentOutputName);
             }
             DeleteTempFiles(*session, desktop);

@@ -39,7 +39,7 @@ TEST(TemporaryFiles, TheLowestFreeNumberIsTakenAndOthersFilesStay) {
     writeFile(office.temporary.path() / "TEMP2.ooo", "another program's");
     office.open("cantilever-dry-sand");
     EXPECT_EQ(fs::path(office.outputName()).filename(), "TEMP1.ooo");
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     EXPECT_EQ(office.temporaryFiles(), (std::set<std::string>{"TEMP0.ooo", "TEMP2.ooo"}));
     EXPECT_EQ(readFile(office.temporary.path() / "TEMP0.ooo"), "another program's");
 }
@@ -108,18 +108,18 @@ TEST(TemporaryFiles, TwoProgramsOnOneFolderDoNotDisturbEachOther) {
     ScriptedDesktop desktop;
     const auto session = std::make_unique<Session>();
     Session& second = *session;
-    Form_Load(second); // the same folder
+    startSession(second); // the same folder
     first.open("anchored-sand");
     desktop.chosenFiles = {examplePath("anchored-clay")};
-    mnuFileItem_Click(second, desktop, 1);
+    openFile(second, desktop);
     EXPECT_NE(first.outputName(), second.report.CurrentOutputName);
     first.solve();
-    mnuSolveItem_Click(second, desktop);
-    cmdContinue_Click(second, desktop);
+    solveProblem(second, desktop);
+    continueSolution(second, desktop);
     const std::string report = first.report();
     DeleteTempFiles(second, desktop);
     EXPECT_EQ(first.report(), report);
-    mnuViewItem_Click(*first.session, first.desktop, 4); // its results are there as well
+    viewScreen(*first.session, first.desktop, Screen::FREEPLOT); // its results are there as well
     EXPECT_EQ(first.desktop.shown(Screen::FREEPLOT), 1);
 }
 
@@ -129,12 +129,12 @@ TEST(TemporaryFiles, AUsersFileNamedTempleSurvivesSavingAndNew) {
     fs::copy_file(examplePath("cantilever-dry-sand"), temple);
     office.open(temple);
     office.desktop.chosenFiles = {office.userFile("saved.out")};
-    mnuSaveItem_Click(*office.session, office.desktop, 1);
+    saveReport(*office.session, office.desktop);
     EXPECT_TRUE(fs::exists(temple));
     office.desktop.chosenFiles = {office.userFile("saved.dat")};
-    mnuSaveItem_Click(*office.session, office.desktop, 0);
+    saveInput(*office.session, office.desktop);
     EXPECT_TRUE(fs::exists(temple));
-    mnuFileItem_Click(*office.session, office.desktop, 0);
+    newProblem(*office.session, office.desktop);
     EXPECT_TRUE(fs::exists(temple));
 }
 
@@ -142,7 +142,7 @@ TEST(TemporaryFiles, ExitDeletesThemAllAndEndsTheProgram) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    mnuFileItem_Click(*office.session, office.desktop, 7);
+    exitProgram(*office.session, office.desktop);
     EXPECT_TRUE(office.temporaryFiles().empty());
     EXPECT_TRUE(office.desktop.ended);
 }
@@ -151,20 +151,20 @@ TEST(TemporaryFiles, ExitWorksAtTheReviewAndAtTheLastPanelButNotWhileSolving) {
     for (const FlowStage stage : {FlowStage::Review, FlowStage::Finished}) {
         Office office;
         office.open("anchored-sand");
-        mnuSolveItem_Click(*office.session, office.desktop);
+        solveProblem(*office.session, office.desktop);
         bool endedWhileSolving = false;
         office.desktop.onScreen = [&](Screen, Session& session) {
-            mnuFileItem_Click(session, office.desktop, 7);
+            exitProgram(session, office.desktop);
             endedWhileSolving = office.desktop.ended;
         };
         if (stage == FlowStage::Finished) {
-            cmdContinue_Click(*office.session, office.desktop);
+            continueSolution(*office.session, office.desktop);
             EXPECT_EQ(office.desktop.shown(Screen::ROWEPILE), 1);
         }
         ASSERT_EQ(office.session->stage, stage);
         EXPECT_FALSE(endedWhileSolving);
         office.desktop.boxes.clear();
-        mnuFileItem_Click(*office.session, office.desktop, 7);
+        exitProgram(*office.session, office.desktop);
         EXPECT_EQ(office.desktop.titles(), std::vector<std::string>{"SAVE OUTPUT DATA?"});
         EXPECT_TRUE(office.temporaryFiles().empty());
         EXPECT_TRUE(office.desktop.ended);

@@ -269,7 +269,7 @@ TEST(Controls, EveryScreenHasTheHelpMenu) {
                                                       "&About KORVANE"}))
             << look.name;
         desk.top().findChild<QAction*>("mnuHelpItem_1")->trigger();
-        EXPECT_EQ(desk.helpItems, std::vector<int>{1}) << look.name;
+        EXPECT_EQ(desk.helpItems, std::vector<Help>{Help::Search}) << look.name;
     }
 }
 

@@ -13,9 +13,9 @@ namespace korvane::test {
 
 Desk::Desk()
     : session(std::make_unique<Session>()),
-      problem(session->problem), context_{*session, *this, &mainWindow, [this](QWidget*, int item) {
-                                              helpItems.push_back(item);
-                                          }} {
+      problem(session->problem), context_{
+                                     *session, *this, &mainWindow,
+                                     [this](QWidget*, Help item) { helpItems.push_back(item); }} {
     clearProblemData(problem);
     LoadPileDefaults(session->sections);
     mainWindow.resize(pixels(11600), pixels(8200));

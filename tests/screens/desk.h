@@ -88,7 +88,7 @@ class Desk : public Desktop {
     std::vector<MessageBox> boxes;
     std::vector<Screen> shown;          ///< asked for by a screen
     std::function<void(Screen)> onShow; ///< instead of the screen that was asked for
-    std::vector<int> helpItems;
+    std::vector<Help> helpItems;
 
     // ---- Desktop ----
     Answer Ask(const MessageBox& box) override;

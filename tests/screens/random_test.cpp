@@ -200,12 +200,12 @@ void expectSolveEnds(const Problem& problem) {
     Office office;
     office.enter(problem);
     office.desktop.answers.assign(1000, Answer::No); // a large factor is not followed
-    mnuSolveItem_Click(*office.session, office.desktop);
+    solveProblem(*office.session, office.desktop);
     if (office.session->stage == FlowStage::Review) {
-        cmdContinue_Click(*office.session, office.desktop);
+        continueSolution(*office.session, office.desktop);
     }
     EXPECT_EQ(office.session->stage, FlowStage::Finished);
-    cmdOK_Click(*office.session);
+    acceptResults(*office.session);
     EXPECT_EQ(office.session->stage, FlowStage::Rest);
 }
 

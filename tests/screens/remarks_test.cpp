@@ -221,7 +221,7 @@ TEST_F(RemarksTest, F1AsksForTheGuideFromEveryScreen) {
         Desk other;
         look.reach(other);
         QTest::keyClick(other.top().focusWidget(), Qt::Key_F1);
-        EXPECT_EQ(other.helpItems, std::vector<int>{HelpOfWindow}) << look.name;
+        EXPECT_EQ(other.helpItems, std::vector<Help>{Help::OfWindow}) << look.name;
     }
 }
 
@@ -249,7 +249,7 @@ TEST_F(RemarksTest, TheGuideOpensAtTheSectionOfTheScreen) {
         screen.setObjectName(window);
         screen.show();
         HelpService help;
-        help.show(&screen, HelpOfWindow);
+        help.show(&screen, Help::OfWindow);
         auto* page = screen.findChild<QTextBrowser*>("helpPage");
         ASSERT_NE(page, nullptr);
         EXPECT_EQ(page->textCursor().block().text(), section);
@@ -269,7 +269,7 @@ TEST_F(RemarksTest, TheGuideOpensAtTheSectionOfTheScreen) {
         auto* contents = screen.findChild<QTreeWidget*>("helpContents");
         EXPECT_EQ(contents->currentItem()->text(0), section);
         contents->setCurrentItem(contents->topLevelItem(0));
-        help.show(&screen, HelpOfWindow); // again, from another page
+        help.show(&screen, Help::OfWindow); // again, from another page
         EXPECT_EQ(page->textCursor().block().text(), section);
     }
 }

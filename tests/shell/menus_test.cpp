@@ -279,7 +279,7 @@ TEST(Menus, AnItemWhoseScreenIsMissingIsOff) {
     few.merge(shellScreens(person.program->desktop.printServices));
     few.erase(Screen::VUINPLOT);
     few.erase(Screen::KEYIN);
-    const ShellWindow window(person.session(), person.program->desktop, few, [](QWidget*, int) {});
+    const ShellWindow window(person.session(), person.program->desktop, few, [](QWidget*, Help) {});
     EXPECT_TRUE(window.findChild<QAction*>("mnuViewItem_0")->isEnabled());
     EXPECT_FALSE(window.findChild<QAction*>("mnuViewItem_2")->isEnabled());
     EXPECT_FALSE(window.findChild<QAction*>("mnuEditItem_0")->isEnabled());
