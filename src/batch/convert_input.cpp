@@ -18,9 +18,11 @@ int convert(const Job& job, UnitSystem to, std::ostream& out, std::ostream& err)
     Problem problem;
     clearProblemData(problem);
     FileNumbers numbers;
-    const ReadResult result = readProblem(problem, text, name, &numbers);
+    InputFault place;
+    const ReadResult result = readProblem(problem, text, name, &place, &numbers);
     if (!result.complete) {
-        err << messageLine(job.input, {{.text = result.text, .title = result.title}}) << "\n";
+        err << messageLine(job.input, {{.text = result.text, .title = result.title}}) << "\n"
+            << messageText(job.input) << ":" << messageText(faultText(place)) << "\n";
         return StatusFailed;
     }
     const std::string converted = convertedInput(text, numbers, to);

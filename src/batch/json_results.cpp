@@ -2,10 +2,14 @@
 
 #include "batch/json_problem.h"
 #include "reports/reduction_report.h"
+#include "runtime/dates.h"
 #include "runtime/json_text.h"
 #include "runtime/utf8_text.h"
+#include "solution/wall_diagrams.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <optional>
 
 namespace korvane::batch {
@@ -123,6 +127,8 @@ const char* methodName(SolutionMethod method) {
 
 void writeLevel(JsonText& json, const Problem& problem, const LevelResult& level) {
     const bool analysis = problem.ProgramMode == Mode::Analysis;
+    const bool activeGiven = analysis && problem.FSKind == 2;
+    const bool fixedEarth = level.method == SolutionMethod::FixedEarth;
     const bool anchored = problem.WallType == WallKind::Anchored;
     const bool seeps = problem.SeepageKind != Seepage::None;
     json.object([&] {
@@ -131,13 +137,100 @@ void writeLevel(JsonText& json, const Problem& problem, const LevelResult& level
         json.member("penetration", level.penetration);
         json.member("anchorForce", where(anchored, level.anchorForce));
         json.member("factorOfSafety", where(analysis, level.factorOfSafety));
+        json.member("factorGiven", where(activeGiven, problem.FSActive));
         json.member("seepageGradient", where(seeps, level.seepageGradient));
+        json.member("transitionElev", where(!anchored, level.transitionElev));
+        json.member("toeReaction", where(fixedEarth, level.toeReaction));
         writeExtreme(json, "maxMoment", level.diagrams.MaxMoment);
+        writeExtreme(json, "maxShear", level.maxShear);
         writeExtreme(json, "maxDeflection", level.diagrams.MaxDeflection);
         json.member("rows");
         writeRows(json, level.diagrams);
         json.member("grid");
-        writeGrid(json, level.solved);
+        writeGrid(json, wallDiagrams(level));
+    });
+}
+
+const char* sourceName(FactorSource source) {
+    switch (source) {
+    case FactorSource::Control:
+        return "control";
+    case FactorSource::Side:
+        return "side";
+    case FactorSource::Layer:
+        return "layer";
+    case FactorSource::Search:
+        return "search";
+    }
+    return "";
+}
+
+/// How the pressures of a side were found; "table" where a layer's passive coefficient came from
+/// the table for curved failure surfaces.
+const char* sideMethod(const Problem& problem, const Results& results, const LevelResult& level,
+                       int side) {
+    const PressureMethod method = results.review.SideMethod(side);
+    if (method != PressureMethod::Coefficients) {
+        return method == PressureMethod::Sweep ? "sweep" : "fixed";
+    }
+    if (problem.SoilDataKind(side) == SoilData::Coefficients) {
+        return "given";
+    }
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        if (level.layers(side, layer).KpSource == CoefficientSource::CurvedTable) {
+            return "table";
+        }
+    }
+    return "coulomb";
+}
+
+/// Factors of safety divide strengths: where coefficients are given, there are neither.
+void writeLayer(JsonText& json, const DevelopedLayer& layer) {
+    const bool strengths = layer.KaSource != CoefficientSource::Given;
+    const bool coefficients = layer.KaSource != CoefficientSource::None;
+    json.object([&] {
+        json.member("fsActive", where(strengths, layer.fsActive));
+        json.member("fsPassive", where(strengths, layer.fsPassive));
+        if (strengths) {
+            writePair(json, "fsSource", sourceName(layer.activeSource),
+                      sourceName(layer.passiveSource));
+        } else {
+            json.member("fsSource", nullptr);
+        }
+        json.member("frictionActive", where(strengths, layer.frictionActive));
+        json.member("frictionPassive", where(strengths, layer.frictionPassive));
+        json.member("wallFrictionActive", where(strengths, layer.wallFrictionActive));
+        json.member("wallFrictionPassive", where(strengths, layer.wallFrictionPassive));
+        json.member("cohesionActive", where(strengths, layer.cohesionActive));
+        json.member("cohesionPassive", where(strengths, layer.cohesionPassive));
+        json.member("ka", where(coefficients, layer.Ka));
+        json.member("kp", where(coefficients, layer.Kp));
+    });
+}
+
+/// The soil of a side as the last level used it; null where nothing is solved.
+void writeSoilOfSide(JsonText& json, const Problem& problem, const Results* results, int side) {
+    if (results == nullptr) {
+        json.value(nullptr);
+        return;
+    }
+    const LevelResult& level = results->levels(results->levelCount);
+    json.object([&] {
+        json.member("method", sideMethod(problem, *results, level, side));
+        json.member("layers").array([&] {
+            for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+                writeLayer(json, level.layers(side, layer));
+            }
+        });
+    });
+}
+
+void writeOptions(JsonText& json, const Options& options) {
+    json.object([&] {
+        json.member("wedge", options.fixedSurface ? "fixed" : "sweep");
+        json.member("amendments").array([] {});
+        json.member("largestFactor", options.maxFs);
+        json.member("epoch", fixedMoment());
     });
 }
 
@@ -178,13 +271,14 @@ void writeRowe(JsonText& json, const PileSections& sections, const MomentReducti
         return;
     }
     const bool clay = rowe->soil == RoweSoil::Clay;
+    const auto& inRange = rowe->inRange;
     json.object([&] {
         json.member("soil", clay ? "clay" : "sand");
         json.member("height", rowe->RoweHeight);
         json.member("alpha", rowe->RoweAlpha);
         json.member("beta", rowe->RoweBeta);
         json.member("stability", where(clay, rowe->RoweStability));
-        json.member("applicable", rowe->applicable);
+        json.member("applicable", std::any_of(inRange.begin(), inRange.end(), std::identity{}));
         json.member("notes").array([&] {
             for (const std::string& note : reductionNotes(*rowe)) {
                 json.value(note);
@@ -199,20 +293,21 @@ void writeRowe(JsonText& json, const PileSections& sections, const MomentReducti
 }
 
 /// Why there are no results; null where there are.
-void writeFailure(JsonText& json, const Failure& failure, WallKind wall) {
+void writeFailure(JsonText& json, const Failure& failure, const InputFault& fault, WallKind wall) {
     if (!failure) {
         json.value(nullptr);
         return;
     }
     const auto given = [](int count) { return where(count != 0, count); };
+    const bool refused = fault.line != 0;
+    const int side = refused ? fault.side : failure.side;
     const bool hasElev = failureHasElevation(failure.code);
     const bool hasLow = failure.bracketed || failure.code == FailureCode::FactorDeclined;
     json.object([&] {
         json.member("code", failureName(failure.code));
         json.member("stage", stageText(failure.stage, wall));
         json.member("level", given(failure.level));
-        json.member("side", where<std::string_view>(failure.side != 0,
-                                                    failure.side == Right ? "right" : "left"));
+        json.member("side", where<std::string_view>(side != 0, side == Right ? "right" : "left"));
         json.member("layer", given(failure.layer));
         json.member("elev", where(hasElev, failure.elev));
         json.member("factorLow", where(hasLow, failure.low));
@@ -220,10 +315,14 @@ void writeFailure(JsonText& json, const Failure& failure, WallKind wall) {
         json.member("error", given(failure.error));
         const Finding& finding = failure.finding;
         const bool hasFinding = finding.by != 0;
-        json.member("field", where<std::string_view>(hasFinding, finding.field));
-        json.member("index", given(finding.index));
+        const std::string field = refused ? fault.field : finding.field;
+        json.member("field", where(refused || hasFinding, field));
+        json.member("index", given(refused ? fault.index : finding.index));
         json.member("value", where(hasFinding, finding.value));
         json.member("limit", where(hasFinding && finding.hasLimit(), finding.limit));
+        json.member("line", given(fault.line));
+        json.member("read", where(refused, utf8Text(fault.read)));
+        json.member("must", where(refused, fault.needed));
     });
 }
 
@@ -232,24 +331,29 @@ const PressureDiagrams* reviewDiagrams(const Solved& solved) {
                                                                    : nullptr;
 }
 
-/// The levels of a solved wall: none where a later step has failed.
-int levelCount(const JsonRecord& record) {
-    return record.status == StatusSolved ? record.solved.results->levelCount : 0;
+/// Null unless the wall is solved: where a later step has failed too.
+const Results* solvedResults(const JsonRecord& record) {
+    return record.status == StatusSolved ? record.solved.results : nullptr;
+}
+
+int levelCount(const Results* results) {
+    return results == nullptr ? 0 : results->levelCount;
 }
 
 /// Bytes, on the safe side: a grid point takes some 550, a result row 150, all else 10,000.
 std::size_t expectedLength(const JsonRecord& record) {
     const PressureDiagrams* review = reviewDiagrams(record.solved);
     int points = review == nullptr ? 0 : review->grid.NumElevs;
-    for (int level = 1; level <= levelCount(record); ++level) {
-        points += record.solved.results->levels(level).solved.grid.NumElevs;
+    const Results* results = solvedResults(record);
+    for (int level = 1; level <= levelCount(results); ++level) {
+        points += results->levels(level).solved.grid.NumElevs;
     }
     return 20000 + 700U * static_cast<std::size_t>(points);
 }
 
 void writeReview(JsonText& json, const PressureDiagrams* review) {
     if (review != nullptr) {
-        writeGrid(json, *review);
+        writeGrid(json, withWaterInStep(*review));
     } else {
         json.array([] {});
     }
@@ -258,6 +362,7 @@ void writeReview(JsonText& json, const PressureDiagrams* review) {
 } // namespace
 
 std::string jsonResults(const JsonRecord& record) {
+    const Results* results = solvedResults(record);
     JsonText json(expectedLength(record));
     json.object([&] {
         json.member("schema", 2);
@@ -265,17 +370,23 @@ std::string jsonResults(const JsonRecord& record) {
         json.member("version", KORVANE_VERSION);
         json.member("input", utf8Text(record.input));
         json.member("status", statusText(record.status));
+        json.member("options");
+        writeOptions(json, record.options);
         json.member("failure");
-        writeFailure(json, record.solved.failure, record.problem.WallType);
+        writeFailure(json, record.solved.failure, record.fault, record.problem.WallType);
         json.member("messages");
         writeMessages(json, record.messages);
         json.member("problem");
         writeProblem(json, record.problem);
+        json.member("right");
+        writeSoilOfSide(json, record.problem, results, Right);
+        json.member("left");
+        writeSoilOfSide(json, record.problem, results, Left);
         json.member("grid");
         writeReview(json, reviewDiagrams(record.solved));
         json.member("levels").array([&] {
-            for (int level = 1; level <= levelCount(record); ++level) {
-                writeLevel(json, record.problem, record.solved.results->levels(level));
+            for (int level = 1; level <= levelCount(results); ++level) {
+                writeLevel(json, record.problem, results->levels(level));
             }
         });
         json.member("rowe");

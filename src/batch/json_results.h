@@ -2,6 +2,7 @@
 #pragma once
 
 #include "batch/solve_input.h"
+#include "problem/input_reader.h"
 #include "solution/solution.h"
 
 #include <string>
@@ -12,11 +13,13 @@ namespace korvane::batch {
 /// What the JSON of one input is made of.
 struct JsonRecord {
     const std::string& input; ///< as given
+    const Options& options;
     int status = StatusSolved;
     const std::vector<Message>& messages;
     const Problem& problem; ///< with the seepage that the solution ended with
     const PileSections& sections;
-    const Solved& solved; ///< as far as it has come
+    const Solved& solved;    ///< as far as it has come
+    const InputFault& fault; ///< of a refused input
 };
 
 /// One JSON object; docs/json.md tells its members. Numbers read back to the same double.

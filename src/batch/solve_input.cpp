@@ -48,9 +48,10 @@ struct Run {
     BatchPrompts prompts = {};
     Problem problem = {};
     PileSections sections = {};
-    Solved solved = {};  ///< as far as the solution has come
-    bool opened = false; ///< the problem was read
-    bool broken = false; ///< by a fault of files or memory: earlier outputs stay
+    InputFault fault = {}; ///< of a refused input
+    Solved solved = {};    ///< as far as the solution has come
+    bool opened = false;   ///< the problem was read
+    bool broken = false;   ///< by a fault of files or memory: earlier outputs stay
     int status = StatusFailed;
     Stage stage = {Doing::Reading};
     std::string report = {};
@@ -72,7 +73,8 @@ bool open(Run& run) {
     const std::string text = readInputFile(name);
     clearProblemData(run.problem);
     if (!goOnWithFile(run.prompts, name, text.size()) ||
-        !tellReading(run.prompts, name, readProblem(run.problem, text, name))) {
+        !tellReading(run.prompts, name, readProblem(run.problem, text, name, &run.fault))) {
+        run.prompts.messages.back().place = faultText(run.fault);
         clearProblemData(run.problem);
         run.fail(FailureCode::InputRefused);
         return false;
@@ -197,11 +199,13 @@ struct Outputs {
 
 std::string json(const Run& run) {
     return jsonResults({.input = run.job.input,
+                        .options = run.options,
                         .status = run.status,
                         .messages = run.prompts.messages,
                         .problem = run.problem,
                         .sections = run.sections,
-                        .solved = run.solved});
+                        .solved = run.solved,
+                        .fault = run.fault});
 }
 
 void prepareOutputs(const Run& run, Outputs& outputs) {
@@ -312,6 +316,9 @@ std::string messageLine(const std::string& input, const Message& message) {
     std::string line;
     for (const char c : text) {
         c == '\n' ? line += " / " : line += c;
+    }
+    if (!message.place.empty()) {
+        line += "\n" + messageText(input) + ":" + messageText(message.place);
     }
     return line;
 }

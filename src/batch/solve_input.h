@@ -14,6 +14,8 @@ namespace korvane::batch {
 struct Message {
     MessageBox box;
     Answer answer = Answer::Ok;
+    std::string place =
+        {}; ///< what stands behind it on a line of its own: place and rule in a file
 };
 
 struct Outcome {
@@ -34,6 +36,7 @@ Outcome solveInput(const Job& job, const Options& options, Workspace& workspace)
 
 /// A message as one line of the error output: "INPUT: [TITLE] text", its lines joined by " / ".
 /// At most 200 characters of each are shown, control characters as "\x1B".
+/// Where the message has a place, "INPUT:PLACE" follows on a line of its own.
 std::string messageLine(const std::string& input, const Message& message);
 
 } // namespace korvane::batch

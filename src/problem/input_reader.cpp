@@ -44,11 +44,13 @@ bool readHeading(Reading& reading) {
     while (nextLine(reading)) {
         if (!beginsWith(reading, "'")) {
             return NumHeadingLines > 0 ||
-                   refuse(reading, "At least one HEADING LINE is required.\n" + currentLine());
+                   refuse(reading, "At least one HEADING LINE is required.\n" + currentLine(),
+                          "a line that begins with '", "HeadingLines");
         }
         if (NumHeadingLines == 4) {
             // No line break between the two sentences: deliberate.
-            return refuse(reading, "Number of HEADING LINES is greater than 4." + currentLine());
+            return refuse(reading, "Number of HEADING LINES is greater than 4." + currentLine(),
+                          "one of at most 4 lines", "HeadingLines");
         }
         HeadingLines(++NumHeadingLines) = InputLine;
     }
@@ -64,8 +66,8 @@ bool readControl(Reading& reading) {
 
     reading.SectionName = "CONTROL DATA";
     if (!(keyword(reading, "C") && needTokens(reading, 3) &&
-          choice(reading, 2, "CA", problem.WallType) &&
-          choice(reading, 3, "DA", problem.ProgramMode))) {
+          choice(reading, 2, {"WallType"}, "CA", problem.WallType) &&
+          choice(reading, 3, {"ProgramMode"}, "DA", problem.ProgramMode))) {
         return false;
     }
     const bool hasFactor = hasToken(reading.input, 4);
@@ -118,10 +120,10 @@ bool readSurfaceOfSide(Reading& reading) {
         return false;
     }
     const int side = word.side;
-    if (!(count(reading, 3, SurfacePointCount(side), 1, 11) &&
+    if (!(count(reading, 3, {"SurfacePointCount", side}, SurfacePointCount(side), 1, 11) &&
           number(reading, 4, ProblemField::SurfaceDist, side, 1) &&
-          number(reading, 5, SurfaceElev(side, 1), notAbove(problem.WallTopElev),
-                 Quantity::Length))) {
+          number(reading, 5, {"SurfaceElev", side, 1, Quantity::Length}, SurfaceElev(side, 1),
+                 notAbove(problem.WallTopElev)))) {
         return false;
     }
     for (int point = 2; point <= SurfacePointCount(side); ++point) {
@@ -151,8 +153,10 @@ bool readSurface(Reading& reading) {
     }
     const double lower = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
     if (problem.ProgramMode == Mode::Analysis && lower <= problem.WallBottomElev) {
-        return refuse(reading, "WALL BOTTOM ELEVATION AND SOIL SURFACE ELEVATIONS\n"
-                               "     ARE INCONSISTENT.\n\n  Unable to continue.");
+        return refuse(reading,
+                      "WALL BOTTOM ELEVATION AND SOIL SURFACE ELEVATIONS\n"
+                      "     ARE INCONSISTENT.\n\n  Unable to continue.",
+                      "above the wall's bottom at both sides of the wall", "SurfaceElev");
     }
     return true;
 }
@@ -179,7 +183,7 @@ bool readStrengthLayer(Reading& reading, int side, int layer, bool last) {
     // The slope of a layer's bottom must be a number and is dropped: the screens alone set it.
     double slope = 0;
     if (!last && !(number(reading, 7, ProblemField::SoilBottomElev, side, layer) &&
-                   number(reading, 8, slope))) {
+                   number(reading, 8, {"SoilBottomSlope", side, layer}, slope))) {
         return false;
     }
     const int factors = last ? 7 : 9;
@@ -217,8 +221,8 @@ bool readSoilOfSide(Reading& reading) {
         return false;
     }
     const int side = word.side;
-    if (!(choice(reading, 3, "SC", problem.SoilDataKind(side)) &&
-          count(reading, 4, SoilLayerCount(side), 1, 11) &&
+    if (!(choice(reading, 3, {"SoilDataKind", side}, "SC", problem.SoilDataKind(side)) &&
+          count(reading, 4, {"SoilLayerCount", side}, SoilLayerCount(side), 1, 11) &&
           optionalNumber(reading, 5, ProblemField::Level2FSActive, side) &&
           optionalNumber(reading, 6, ProblemField::Level2FSPassive, side))) {
         return false;
@@ -262,11 +266,12 @@ bool readSeepage(Reading& reading) {
         return true;
     }
     if (WaterElev(Left) >= WaterElev(Right)) {
-        return refuse(reading);
+        return refuseWord(reading, 5, {"WaterElev", Left}, "below that of the right side");
     }
     const auto bound = [&](int side) { return MinOf(WaterElev(side), SurfaceElev(side, 1)); };
-    if (!(needTokens(reading, 7) && number(reading, 6, problem.SeepageElev,
-                                           between(bound(Left), bound(Right)), Quantity::Length))) {
+    if (!(needTokens(reading, 7) &&
+          number(reading, 6, {"SeepageElev", 0, 0, Quantity::Length}, problem.SeepageElev,
+                 between(bound(Left), bound(Right))))) {
         return false;
     }
     if (firstLetter(reading, 7) == 'A') {
@@ -275,7 +280,7 @@ bool readSeepage(Reading& reading) {
     }
     problem.SeepageKind = Seepage::Given;
     double gradient = 0;
-    if (!number(reading, 7, gradient, positive)) {
+    if (!number(reading, 7, {"SeepageGradient"}, gradient, positive)) {
         return false;
     }
     SeepageGradient.fill(gradient);
@@ -293,7 +298,8 @@ bool readWaterElevations(Reading& reading) {
 bool readWaterPressures(Reading& reading) {
     Problem& problem = reading.problem;
     // The lists would hold 21 points; a file gives 11 at most.
-    if (!(needTokens(reading, 7) && count(reading, 3, problem.WaterPressCount, 2, 11))) {
+    if (!(needTokens(reading, 7) &&
+          count(reading, 3, {"WaterPressCount"}, problem.WaterPressCount, 2, 11))) {
         return false;
     }
     for (int point = 1; point <= problem.WaterPressCount; ++point) {
@@ -317,7 +323,7 @@ bool readWater(Reading& reading) {
         return true;
     }
     reading.SectionName = "WATER DATA";
-    if (!(needTokens(reading, 2) && choice(reading, 2, "EP", WaterDataKind))) {
+    if (!(needTokens(reading, 2) && choice(reading, 2, {"WaterDataKind"}, "EP", WaterDataKind))) {
         return false;
     }
     return (WaterDataKind == WaterData::Elevations ? readWaterElevations(reading)
@@ -334,10 +340,10 @@ bool readTermination(Reading& reading) {
 } // namespace
 
 ReadResult readProblem(Problem& problem, std::string_view fileText, const std::string& fileName,
-                       FileNumbers* numbers) {
+                       InputFault* fault, FileNumbers* numbers) {
     InputLines input;
     input.lines = splitLines(fileText);
-    Reading reading{problem, std::move(input), fileName, {}, {}, UnitSystem::US, numbers};
+    Reading reading{problem, std::move(input), fileName, {}, {}, {}, UnitSystem::US, numbers};
     readUnits(reading);
     // The required sections read their own first lines; an optional one finds the line that may be
     // its first already read.
@@ -346,6 +352,9 @@ ReadResult readProblem(Problem& problem, std::string_view fileText, const std::s
                               readWater(reading) && readVerticalLoads(reading) &&
                               readHorizontalLoads(reading) && readTermination(reading);
     reading.result.units = reading.units;
+    if (fault != nullptr) {
+        *fault = reading.fault;
+    }
     return reading.result;
 }
 

@@ -21,7 +21,8 @@ bool readLineLoads(Reading& reading, int side) {
     Problem& problem = reading.problem;
     int& loads = problem.VLineCount(side);
 
-    if (!(count(reading, 4, loads, 1, 5) && needTokens(reading, 4 + 2 * loads))) {
+    if (!(count(reading, 4, {"VLineCount", side}, loads, 1, 5) &&
+          needTokens(reading, 4 + 2 * loads))) {
         return false;
     }
     for (int load = 1; load <= loads; ++load) {
@@ -38,7 +39,7 @@ bool readStrips(Reading& reading, int side) {
     Problem& problem = reading.problem;
     int& loads = problem.VStripCount(side);
 
-    if (!count(reading, 4, loads, 1, 5)) {
+    if (!count(reading, 4, {"VStripCount", side}, loads, 1, 5)) {
         return false;
     }
     for (int load = 1; load <= loads; ++load) {
@@ -70,7 +71,7 @@ bool readTriangles(Reading& reading, int side) {
     Problem& problem = reading.problem;
     int& loads = problem.VTriCount(side);
 
-    if (!count(reading, 4, loads, 1, 5)) {
+    if (!count(reading, 4, {"VTriCount", side}, loads, 1, 5)) {
         return false;
     }
     for (int load = 1; load <= loads; ++load) {
@@ -92,7 +93,7 @@ bool readVariable(Reading& reading, int side) {
     Problem& problem = reading.problem;
     int& points = problem.VVarCount(side);
 
-    if (!count(reading, 4, points, 2, 11)) {
+    if (!count(reading, 4, {"VVarCount", side}, points, 2, 11)) {
         return false;
     }
     for (int point = 1; point <= points; ++point) {
@@ -213,7 +214,7 @@ bool readHorizontalLines(Reading& reading) {
     if (!isHorizontal(reading, 'L')) {
         return true;
     }
-    if (!(needTokens(reading, 5) && count(reading, 3, HLineCount, 1, 5) &&
+    if (!(needTokens(reading, 5) && count(reading, 3, {"HLineCount"}, HLineCount, 1, 5) &&
           needTokens(reading, 3 + 2 * HLineCount))) {
         return false;
     }
@@ -232,7 +233,7 @@ bool readHorizontalDistributed(Reading& reading) {
     if (!isHorizontal(reading, 'D')) {
         return true;
     }
-    if (!(needTokens(reading, 7) && count(reading, 3, problem.HDistCount, 2, 11))) {
+    if (!(needTokens(reading, 7) && count(reading, 3, {"HDistCount"}, problem.HDistCount, 2, 11))) {
         return false;
     }
     for (int point = 1; point <= problem.HDistCount; ++point) {
@@ -258,7 +259,8 @@ bool readVerticalLoads(Reading& reading) {
     }
     if (beginsWith(reading, "V")) {
         takeToken(reading.input, 2); // RuntimeError 5 where it is missing
-        return refuse(reading);
+        return refuseLine(reading, "a line of vertical loads in the order L, U, S, R, T, V",
+                          "VERTICAL LOADS");
     }
     return true;
 }

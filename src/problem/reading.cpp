@@ -1,35 +1,111 @@
 #include "problem/reading.h"
 
+#include "problem/unit_conversion.h"
 #include "runtime/arithmetic.h"
+#include "runtime/number_format.h"
 #include "runtime/number_text.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <utility>
 
 namespace korvane {
 
 namespace {
 
-bool end(Reading& reading, std::string title, std::string text) {
+/// The current line as typed, its blanks at both ends taken off.
+std::string typedLine(const Reading& reading) {
+    return trimmed(reading.input.lines[reading.input.linesRead - 1]);
+}
+
+std::string typedWord(const Reading& reading, int token) {
+    const std::size_t start = reading.input.TokenPos(1, token) - 1;
+    return typedLine(reading).substr(start, reading.input.TokenPos(2, token) - start);
+}
+
+bool end(Reading& reading, std::string title, std::string text, InputFault fault) {
     reading.result = {false, std::move(title), std::move(text)};
+    reading.fault = std::move(fault);
+    reading.fault.line = std::max(1, static_cast<int>(reading.input.linesRead));
     return false;
+}
+
+/// The message of a faulty word or line.
+bool refuse(Reading& reading, InputFault fault) {
+    return end(reading, "DATA ERROR IN INPUT FILE: " + reading.InputFileName,
+               "Error detected while attempting to process " + reading.SectionName +
+                   "\nCurrent input line is:\n\n" + reading.input.InputLine +
+                   "\n\nUnable to continue.",
+               std::move(fault));
+}
+
+/// "0 to 45", "above 0", "above 0 and at most 10" in the file's units; "" where any number will do.
+std::string limitsText(const Reading& reading, const Limits& limits, Quantity quantity) {
+    const auto numberText = [&](double value) {
+        return reading.units == UnitSystem::US
+                   ? trimmed(generalForm(value))
+                   : roundedText(inUnits(quantity, value, reading.units), MetricDigits);
+    };
+    const bool low = std::isfinite(limits.low);
+    const bool high = std::isfinite(limits.high);
+    if (low && high && !limits.lowOpen && !limits.highOpen) {
+        return numberText(limits.low) + " to " + numberText(limits.high);
+    }
+    std::string text;
+    if (low) {
+        text = (limits.lowOpen ? "above " : "at least ") + numberText(limits.low);
+    }
+    if (high) {
+        text += low ? " and " : "";
+        text += (limits.highOpen ? "below " : "at most ") + numberText(limits.high);
+    }
+    return text;
+}
+
+/// "R, L or B".
+std::string lettersText(std::string_view letters) {
+    std::string text;
+    for (std::size_t i = 0; i < letters.size(); ++i) {
+        text += i == 0 ? "" : i + 1 == letters.size() ? " or " : ", ";
+        text += letters[i];
+    }
+    return "a word that begins with " + text;
 }
 
 } // namespace
 
-bool refuse(Reading& reading) {
-    return end(reading, "DATA ERROR IN INPUT FILE: " + reading.InputFileName,
-               "Error detected while attempting to process " + reading.SectionName +
-                   "\nCurrent input line is:\n\n" + reading.input.InputLine +
-                   "\n\nUnable to continue.");
+std::string faultText(const InputFault& fault) {
+    const std::string read = fault.read.empty() ? "nothing" : '"' + fault.read + '"';
+    return std::to_string(fault.line) + ": " + fault.field + ": read " + read + ", must be " +
+           fault.needed;
 }
 
-bool refuse(Reading& reading, const std::string& text) {
-    return end(reading, "INPUT DATA ERRORS", text);
+bool refuseWord(Reading& reading, int token, const Place& place, const std::string& needed) {
+    return refuse(reading, {.field = place.field,
+                            .side = place.side,
+                            .index = place.index,
+                            .read = typedWord(reading, token),
+                            .needed = needed});
+}
+
+bool refuseLine(Reading& reading, const std::string& needed, const std::string& field) {
+    return refuse(reading, {.field = field.empty() ? reading.SectionName : field,
+                            .read = typedLine(reading),
+                            .needed = needed});
+}
+
+bool refuse(Reading& reading, const std::string& text, const std::string& needed,
+            const std::string& field) {
+    return end(reading, "INPUT DATA ERRORS", text,
+               {.field = field, .read = typedLine(reading), .needed = needed});
 }
 
 bool refuseIncomplete(Reading& reading) {
     return end(reading, "INCOMPLETE INPUT FILE!",
-               "File:  " + reading.InputFileName + "  is incomplete.\n\n     Unable to continue.");
+               "File:  " + reading.InputFileName + "  is incomplete.\n\n     Unable to continue.",
+               {.field = reading.SectionName.empty() ? "HeadingLines" : reading.SectionName,
+                .needed = "followed by another line"});
 }
 
 bool nextLine(Reading& reading) {
@@ -41,7 +117,8 @@ bool nextLine(Reading& reading, int needed) {
 }
 
 bool needTokens(Reading& reading, int needed) {
-    return hasToken(reading.input, needed) || refuse(reading);
+    return hasToken(reading.input, needed) ||
+           refuseLine(reading, "a line of at least " + std::to_string(needed) + " words");
 }
 
 bool beginsWith(const Reading& reading, std::string_view beginning) {
@@ -49,43 +126,50 @@ bool beginsWith(const Reading& reading, std::string_view beginning) {
 }
 
 bool keyword(Reading& reading, std::string_view beginning) {
-    return beginsWith(reading, beginning) || refuse(reading);
+    return beginsWith(reading, beginning) ||
+           refuseLine(reading, "a line that begins with " + std::string(beginning));
 }
 
 char firstLetter(const Reading& reading, int token) {
     return takeToken(reading.input, token).front();
 }
 
-bool choice(Reading& reading, int token, std::string_view letters, char& to) {
+bool choice(Reading& reading, int token, const Place& place, std::string_view letters, char& to) {
     const char letter = firstLetter(reading, token);
     if (letters.find(letter) == std::string_view::npos) {
-        return refuse(reading);
+        return refuseWord(reading, token, place, lettersText(letters));
     }
     to = letter;
     return true;
 }
 
-bool number(Reading& reading, int token, double& to, const Limits& limits, Quantity quantity) {
+bool number(Reading& reading, int token, const Place& place, double& to, const Limits& limits) {
     const std::string_view text = takeToken(reading.input, token);
     if (!isNumeric(text)) {
-        return refuse(reading);
+        const std::string needed = limitsText(reading, limits, place.quantity);
+        return refuseWord(reading, token, place,
+                          needed.empty() ? "a number" : "a number, " + needed);
     }
-    const double value = fromUnits(quantity, numericValue(text), reading.units);
+    const double value = fromUnits(place.quantity, numericValue(text), reading.units);
     if (reading.numbers != nullptr) {
         const InputLines& input = reading.input;
-        reading.numbers->numbers.push_back(
-            {input.linesRead, input.indent + input.TokenPos(1, token) - 1, text.size(), quantity});
+        reading.numbers->numbers.push_back({input.linesRead,
+                                            input.indent + input.TokenPos(1, token) - 1,
+                                            text.size(), place.quantity});
     }
     if (!limits.hold(value)) {
-        return refuse(reading);
+        return refuseWord(reading, token, place, limitsText(reading, limits, place.quantity));
     }
     to = value;
     return true;
 }
 
 bool number(Reading& reading, int token, ProblemField field, int side, int row) {
-    return number(reading, token, rulesOf(field).at(reading.problem, side, row),
-                  limitsOf(field, ByReader, reading.problem, side, row), rulesOf(field).quantity);
+    const FieldRules& rules = rulesOf(field);
+    const Place place{rules.name, rules.hasSides ? side : 0, rules.hasRows ? row : 0,
+                      rules.quantity};
+    return number(reading, token, place, rules.at(reading.problem, side, row),
+                  limitsOf(field, ByReader, reading.problem, side, row));
 }
 
 bool optionalNumber(Reading& reading, int token, ProblemField field, int side, int row) {
@@ -93,17 +177,15 @@ bool optionalNumber(Reading& reading, int token, ProblemField field, int side, i
     return !hasToken(reading.input, token) || number(reading, token, field, side, row);
 }
 
-bool count(Reading& reading, int token, int& to, int low, int high) {
+bool count(Reading& reading, int token, const Place& place, int& to, int low, int high) {
+    const std::string_view text = takeToken(reading.input, token);
+    const Limits limits = between(low, high);
     // The wide limits keep what no 16-bit integer holds away from the rounding.
-    double value = 0;
-    if (!number(reading, token, value, between(low - 1.0, high + 1.0))) {
-        return false;
+    if (!isNumeric(text) || !between(low - 1.0, high + 1.0).hold(numericValue(text)) ||
+        !limits.hold(nearestEven(numericValue(text)))) {
+        return refuseWord(reading, token, place, limitsText(reading, limits, place.quantity));
     }
-    const int whole = nearestEven(value);
-    if (whole < low || whole > high) {
-        return refuse(reading);
-    }
-    to = whole;
+    to = nearestEven(numericValue(text));
     return true;
 }
 
@@ -111,19 +193,17 @@ bool sideWord(Reading& reading, int token, const Array<int, 2>& counts, bool rig
               SideWord& to) {
     const bool right = counts(Right) != 0;
     const bool left = counts(Left) != 0;
-    switch (firstLetter(reading, token)) {
-    case 'R':
-        to = {Right, false};
-        return !right || refuse(reading);
-    case 'L':
-        to = {Left, false};
-        return (!left && (right || !rightFirst)) || refuse(reading);
-    case 'B':
-        to = {Right, true};
-        return (!right && !left) || refuse(reading);
-    default:
-        return refuse(reading);
+    std::string open; // letters of what may still be given
+    open += right ? "" : "R";
+    open += !left && (right || !rightFirst) ? "L" : "";
+    open += !right && !left ? "B" : "";
+    const char letter = firstLetter(reading, token);
+    if (open.find(letter) == std::string::npos) {
+        return refuseWord(reading, token, {"side"},
+                          open.empty() ? "a side that is not given yet" : lettersText(open));
     }
+    to = {letter == 'L' ? Left : Right, letter == 'B'};
+    return true;
 }
 
 } // namespace korvane

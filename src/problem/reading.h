@@ -19,14 +19,27 @@ struct Reading {
     std::string InputFileName;
     std::string SectionName; ///< for the messages
     ReadResult result;
+    InputFault fault;                  ///< the place of the message
     UnitSystem units = UnitSystem::US; ///< of the file's numbers
     FileNumbers* numbers = nullptr;    ///< takes where they stand
 };
 
-/// Ends the reading with the message of a faulty field or keyword in `SectionName`. Always false.
-bool refuse(Reading& reading);
+/// What a number or word is read into.
+struct Place {
+    const char* field; ///< as in JSON
+    int side = 0;      ///< 0 where the field has no sides
+    int index = 0;     ///< 0 where the field is no list
+    Quantity quantity = Quantity::Number;
+};
+
+/// Ends the reading with the message of a faulty word in `SectionName`, which must be `needed`.
+/// Always false.
+bool refuseWord(Reading& reading, int token, const Place& place, const std::string& needed);
+/// The same for the whole line; `field` is the section unless it is given.
+bool refuseLine(Reading& reading, const std::string& needed, const std::string& field = "");
 /// Ends the reading with a message of its own under "INPUT DATA ERRORS". Always false.
-bool refuse(Reading& reading, const std::string& text);
+bool refuse(Reading& reading, const std::string& text, const std::string& needed,
+            const std::string& field);
 /// Ends the reading with the message of a file that stops before its end line. Always false.
 bool refuseIncomplete(Reading& reading);
 
@@ -46,24 +59,24 @@ bool keyword(Reading& reading, std::string_view beginning);
 char firstLetter(const Reading& reading, int token);
 
 /// Stores the first letter of a token, which must be one of `letters`.
-bool choice(Reading& reading, int token, std::string_view letters, char& to);
+bool choice(Reading& reading, int token, const Place& place, std::string_view letters, char& to);
 template <class Choice>
-bool choice(Reading& reading, int token, std::string_view letters, Choice& to) {
+bool choice(Reading& reading, int token, const Place& place, std::string_view letters, Choice& to) {
     auto letter = static_cast<char>(to);
-    const bool taken = choice(reading, token, letters, letter);
+    const bool taken = choice(reading, token, place, letters, letter);
     to = static_cast<Choice>(letter);
     return taken;
 }
 /// Stores a numeric token, converted from the file's units, within its limits; RuntimeError 5 where
 /// the token does not exist.
-bool number(Reading& reading, int token, double& to, const Limits& limits = anyValue,
-            Quantity quantity = Quantity::Number);
+bool number(Reading& reading, int token, const Place& place, double& to,
+            const Limits& limits = anyValue);
 /// Stores a numeric token in a field, within the limits that files have.
 bool number(Reading& reading, int token, ProblemField field, int side = Right, int row = 1);
 /// The same, with 0 where the token does not exist.
 bool optionalNumber(Reading& reading, int token, ProblemField field, int side = Right, int row = 1);
 /// Stores a numeric token as the nearest whole number (halves to the even one), `low` to `high`.
-bool count(Reading& reading, int token, int& to, int low, int high);
+bool count(Reading& reading, int token, const Place& place, int& to, int low, int high);
 
 /// Side of a line. "B" (both) is read as the right side and then copied to the left one.
 struct SideWord {

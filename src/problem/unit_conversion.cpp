@@ -11,7 +11,6 @@ namespace korvane {
 
 namespace {
 
-constexpr int MetricDigits = 10;
 constexpr int UsDigits = 15;
 
 /// Each number of the record that a field names, through `told`. What the counts leave unused goes

@@ -10,6 +10,9 @@
 
 namespace korvane {
 
+/// Most significant digits of a number in a metric file.
+inline constexpr int MetricDigits = 10;
+
 /// The problem with every number as it is told in a system of units. Only for writing: no other
 /// part of the system takes metric numbers.
 Problem problemInUnits(const Problem& problem, UnitSystem system);

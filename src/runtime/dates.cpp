@@ -25,23 +25,26 @@ std::string_view fixedMomentText() {
     return variable == nullptr ? "" : variable;
 }
 
-/// The fixed moment, a whole number of seconds; false where there is none.
-bool fixedMoment(std::tm& moment) {
+} // namespace
+
+std::optional<long long> fixedMoment() {
     const std::string_view text = fixedMomentText();
     long long seconds = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), seconds);
     if (result.ec != std::errc{} || result.ptr != text.data() + text.size()) {
-        return false;
+        return std::nullopt;
     }
+    std::tm moment{};
     const auto time = static_cast<std::time_t>(seconds);
-    return gmtime_r(&time, &moment) != nullptr;
+    return gmtime_r(&time, &moment) != nullptr ? std::optional(seconds) : std::nullopt;
 }
-
-} // namespace
 
 MomentText momentText() {
     std::tm moment{};
-    if (!fixedMoment(moment)) {
+    if (const auto seconds = fixedMoment()) {
+        const auto time = static_cast<std::time_t>(*seconds);
+        gmtime_r(&time, &moment);
+    } else {
         const std::time_t now = std::time(nullptr);
         localtime_r(&now, &moment);
     }
@@ -54,8 +57,7 @@ MomentText momentText() {
 }
 
 bool wrongFixedMoment() {
-    std::tm moment{};
-    return !fixedMomentText().empty() && !fixedMoment(moment);
+    return !fixedMomentText().empty() && !fixedMoment();
 }
 
 } // namespace korvane

@@ -1,6 +1,7 @@
 // The moment of a report as text, with English names whatever the locale.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace korvane {
@@ -15,7 +16,10 @@ struct MomentText {
 /// (UTC) where that is set, so that a report can be reproduced to the byte.
 MomentText momentText();
 
-/// True where SOURCE_DATE_EPOCH is set to what is no moment; momentText() then ignores it.
+/// The moment of SOURCE_DATE_EPOCH in seconds since 1970; nothing where it is not set or no moment.
+std::optional<long long> fixedMoment();
+
+/// True where SOURCE_DATE_EPOCH is set to what is no moment; the others then ignore it.
 bool wrongFixedMoment();
 
 } // namespace korvane

@@ -67,7 +67,7 @@ void JsonText::value(double number) {
     }
 }
 
-void JsonText::value(int number) {
+void JsonText::value(long long number) {
     startEntry();
     text_ += std::to_string(number);
 }

@@ -34,7 +34,8 @@ class JsonText {
     /// The shortest digits that read back to the same double, "12.0" where it is whole; null where
     /// it is not finite.
     void value(double number);
-    void value(int number);
+    void value(long long number);
+    void value(int number) { value(static_cast<long long>(number)); }
     /// A bool alone: no pointer becomes one on the way.
     template <std::same_as<bool> Truth>
     void value(Truth isTrue) {

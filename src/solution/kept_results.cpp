@@ -24,6 +24,7 @@ void keepDiagrams(const State& state, PressureDiagrams& diagrams) {
     copyRows(state.net.NetActive, diagrams.NetActive, rows);
     copyRows(state.net.NetPassive, diagrams.NetPassive, rows);
     diagrams.rows = state.TouchedRows;
+    diagrams.waterLagRow = state.net.WaterLagRow;
 }
 
 /// The rows in use and their extremes; rows beyond them are zero in both.
@@ -131,6 +132,9 @@ void keepLevel(const State& state, int level, Results& results) {
     result.transitionElev = anchored ? 0 : solution.TransitionElev;
     result.seepagePasses = solution.SeepagePasses;
     result.bottomIndex = solution.BottomIndex(level);
+    result.transitionRow = anchored ? 0 : solution.TransitionRow;
+    result.bottomRowElev =
+        anchored ? state.grid.ElevGrid(result.bottomIndex) : solution.BottomRowElev;
     keepRows(state.results, result.diagrams);
     result.maxShear = largestShear(state.results);
     result.toeReaction =

@@ -15,6 +15,7 @@ struct PressureDiagrams {
     Array<double, 301, 2> NetActive;  ///< PSF (i, k)
     Array<double, 301, 2> NetPassive; ///< PSF (i, k)
     int rows = 0;                     ///< rows that may hold values
+    int waterLagRow = 0;              ///< from here on water lags a row behind the grid; 0 nowhere
 };
 
 /// The stop for review of a design. An analysis has the methods of its sides alone.
@@ -43,9 +44,11 @@ struct LevelResult {
     double transitionElev = 0;  ///< FT; cantilever: the net diagram runs straight to the bottom
     /// LB; fixed earth: the force on the wall at its theoretical bottom, positive toward the left.
     double toeReaction = 0;
-    int seepagePasses = 0; ///< of the bottom search
-    int bottomIndex = 0;   ///< grid index of the bottom
-    Extreme maxShear;      ///< LB, of the largest size
+    int seepagePasses = 0;    ///< of the bottom search
+    int bottomIndex = 0;      ///< grid index of the bottom
+    int transitionRow = 0;    ///< grid index; 0 where the transition needed no row of its own
+    double bottomRowElev = 0; ///< FT, of the row at bottomIndex before it became the bottom
+    Extreme maxShear;         ///< LB, of the largest size
     ResultDiagrams diagrams;
     PressureDiagrams solved;
     Array<int, 2> WedgeNoSolution;       ///< (side) 1 where a row was marked

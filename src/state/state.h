@@ -118,8 +118,9 @@ struct NetPressures {
     Array<double, 301, 2> NetActive;  ///< PSF (i, k): right active less left passive plus water
     Array<double, 301, 2> NetPassive; ///< PSF (i, k): right passive less left active plus water
     int NetZeroIndex = 0;             ///< grid index where net active has come to zero
-    double DrivingForce = 0;          ///< PLF above NetZeroIndex, positive toward the left
-    double DrivingMoment = 0;         ///< LB-FT per foot about WallTopElev, later shifted
+    int WaterLagRow = 0;      ///< from here on WaterPressures lag a row behind the grid; 0 nowhere
+    double DrivingForce = 0;  ///< PLF above NetZeroIndex, positive toward the left
+    double DrivingMoment = 0; ///< LB-FT per foot about WallTopElev, later shifted
 };
 
 /// The outcome of the searches, by level.
@@ -130,7 +131,9 @@ struct Solution {
     Array<double, 2> AnchorForce;      ///< LB per foot of wall
     Array<double, 2> FactorOfSafety;   ///< the factor that an analysis has found
     double TransitionElev = 0;         ///< FT, cantilever: where the net diagram turns
-    int SeepagePasses = 0;             ///< passes of the last search
+    int TransitionRow = 0;             ///< cantilever: the grid row put in there; 0 without one
+    double BottomRowElev = 0; ///< FT, of the row at BottomIndex before it became the bottom
+    int SeepagePasses = 0;    ///< passes of the last search
 };
 
 /// A value and the elevation (FT) at which it stands.

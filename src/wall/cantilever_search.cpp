@@ -271,19 +271,24 @@ void finishDiagram(State& state, const Transition& transition) {
     const double Pb = state.solution.BottomPressure(1);
     const auto [Z, pZ] = transition.point;
 
+    state.solution.TransitionRow = 0;
     if (std::abs(Z - ElevGrid(transition.row)) > GridTolerance) {
         insertTransition(state, transition);
+        state.solution.TransitionRow = transition.row;
     }
     BottomIndex(1) = transition.row + 1;
+    state.solution.BottomRowElev = ElevGrid(BottomIndex(1));
     if (Z <= Zb) {
         return;
     }
     for (int r = transition.row + 1; r <= state.grid.NumElevs; ++r) {
         if (ElevGrid(r) <= Zb) {
             BottomIndex(1) = r;
+            state.solution.BottomRowElev = ElevGrid(r);
             ElevGrid(r) = Zb;
             NetActive(r, 2) = Pb;
             ComputeWaterPressures(state, 1);
+            state.net.WaterLagRow = 0;
             return;
         }
         NetActive(r, 1) = NetActive(r, 2) = pZ + (Pb - pZ) / (Z - Zb) * (Z - ElevGrid(r));

@@ -151,6 +151,7 @@ void insertMidway(State& state) {
     const int m = z + 1;
 
     // Water stays where it is, deliberately: it is out of step until it is next computed.
+    state.net.WaterLagRow = m;
     openRow(state, m, Left);
     shiftRows(NetActive, m, state.grid.NumElevs);
     shiftRows(NetPassive, m, state.grid.NumElevs);
@@ -175,6 +176,7 @@ void ComputeNetPressures(State& state) {
     const double lowerSurface = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
     const int lowerIndex = lastRowAt(state.grid, lowerSurface);
 
+    state.net.WaterLagRow = 0;
     combinePressures(state, lowerIndex);
     if (problem.HDistCount >= 1) {
         addDistributedLoad(state);

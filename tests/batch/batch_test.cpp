@@ -132,11 +132,14 @@ TEST(Batch, TheReportIsWrittenAnewAndHoldsWhatCameBeforeTheFailure) {
 TEST(Batch, MessagesAreOneLineEachBehindTheInputsName) {
     const BatchOffice office;
     const std::string refused = office.write("refused.dat", refusedInput);
-    EXPECT_EQ(office.run({"--quiet", refused}).err,
-              refused + ": [DATA ERROR IN INPUT FILE: " + refused +
-                  "] Error detected while attempting to process CONTROL DATA / "
-                  "Current input line is: /  / CONTROL CANTILEVER  /  / Unable to continue.\n" +
-                  refused + ": while reading the input\n");
+    EXPECT_EQ(
+        office.run({"--quiet", refused}).err,
+        refused + ": [DATA ERROR IN INPUT FILE: " + refused +
+            "] Error detected while attempting to process CONTROL DATA / "
+            "Current input line is: /  / CONTROL CANTILEVER  /  / Unable to continue.\n" +
+            refused +
+            ":2: CONTROL DATA: read \"CONTROL CANTILEVER\", must be a line of at least 3 words\n" +
+            refused + ": while reading the input\n");
     const std::string fatal = office.write("fatal.dat", fatalInput);
     EXPECT_EQ(office.run({"--quiet", fatal}).err,
               fatal + ": [KORVANE] Run-time error '5': /  / Invalid procedure call or argument\n" +

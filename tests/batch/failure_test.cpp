@@ -38,11 +38,11 @@ Json failureOf(const BatchOffice& office) {
 /// Every member, null but for code, stage and `others`.
 void expectFailure(const Json& failure, const std::string& code, const std::string& stage,
                    const std::string& others) {
-    Json expected{{"code", code},         {"stage", stage},        {"level", nullptr},
-                  {"side", nullptr},      {"layer", nullptr},      {"elev", nullptr},
-                  {"factorLow", nullptr}, {"factorHigh", nullptr}, {"error", nullptr},
-                  {"field", nullptr},     {"index", nullptr},      {"value", nullptr},
-                  {"limit", nullptr}};
+    Json expected{
+        {"code", code},     {"stage", stage},   {"level", nullptr},     {"side", nullptr},
+        {"layer", nullptr}, {"elev", nullptr},  {"factorLow", nullptr}, {"factorHigh", nullptr},
+        {"error", nullptr}, {"field", nullptr}, {"index", nullptr},     {"value", nullptr},
+        {"limit", nullptr}, {"line", nullptr},  {"read", nullptr},      {"must", nullptr}};
     expected.update(Json::parse(others));
     EXPECT_EQ(failure, expected);
 }
@@ -114,7 +114,44 @@ TEST(BatchFailure, ARefusedInputFailsWhileItIsRead) {
     const BatchRun run = office.run({"--json", input});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(whileLine(run, input), input + ": while reading the input");
-    expectFailure(failureOf(office), "input-refused", "reading the input", "{}");
+    expectFailure(failureOf(office), "input-refused", "reading the input",
+                  R"({"line": 2, "field": "CONTROL DATA", "read": "CONTROL CANTILEVER",
+                      "must": "a line of at least 3 words"})");
+}
+
+TEST(BatchFailure, TheFieldThatARefusedInputFailsInStandsBehindItsBox) {
+    const BatchOffice office;
+    std::string text = readFile(sourceFile("examples/sloping-both-sides-fixed.dat"));
+    const std::string layer = "128  118  34  0  0  0\nSOIL LEFT";
+    text.replace(text.find(layer), layer.size(), "128  118  46  0  0  0\nSOIL LEFT");
+    const std::string input = office.write("wall.dat", text);
+    const BatchRun run = office.run({"--json", input});
+    const std::vector<std::string> lines = splitLines(run.err);
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0].rfind(input + ": [DATA ERROR IN INPUT FILE: ", 0), 0U);
+    const std::vector<std::string> file = splitLines(text);
+    const auto line = std::find(file.begin(), file.end(), "  128  118  46  0  0  0");
+    const auto number = std::distance(file.begin(), line) + 1;
+    EXPECT_EQ(lines[1], input + ":" + std::to_string(number) +
+                            R"(: SoilFriction: read "46", must be 0 to 45)");
+    EXPECT_EQ(lines[2], input + ": while reading the input");
+    Json others = Json::parse(R"({"field": "SoilFriction", "side": "right", "index": 2,
+                                  "read": "46", "must": "0 to 45"})");
+    others["line"] = number;
+    expectFailure(failureOf(office), "input-refused", "reading the input", others.dump());
+}
+
+TEST(BatchFailure, ALongWordIsCutOnStandardErrorAndWholeInJson) {
+    const BatchOffice office;
+    const std::string word = std::string(300, 'x') + "\x1B";
+    const std::string input =
+        office.write("wall.dat", "'HEADING OF A WALL WHOSE TOP IS NO NUMBER BUT A VERY LONG WORD\n"
+                                 "CONTROL CANTILEVER DESIGN\nWALL " +
+                                     word + "\n");
+    const BatchRun run = office.run({"--json", input});
+    EXPECT_EQ(run.err.find('\x1B'), std::string::npos);
+    EXPECT_LT(splitLines(run.err)[1].size(), input.size() + 250);
+    EXPECT_EQ(failureOf(office)["read"], word);
 }
 
 TEST(BatchFailure, ARunTimeErrorOfTheReaderTellsItsNumber) {
@@ -157,10 +194,11 @@ TEST(BatchFailure, TheLineStandsBehindTheMessagesOfItsOwnInput) {
     const std::string good = office.copy("examples/cantilever-dry-sand.dat", "good.dat");
     const std::string refused = office.write("refused.dat", refusedInput);
     const std::vector<std::string> lines = splitLines(office.run({"--quiet", refused, good}).err);
-    ASSERT_EQ(lines.size(), 3U);
+    ASSERT_EQ(lines.size(), 4U);
     EXPECT_EQ(lines[0].rfind(refused + ": [DATA ERROR IN INPUT FILE: ", 0), 0U);
-    EXPECT_EQ(lines[1], refused + ": while reading the input");
-    EXPECT_EQ(lines[2].rfind(good + ": [INPUT COMPLETE] ", 0), 0U); // solved: no such line
+    EXPECT_EQ(lines[1].rfind(refused + ":2: CONTROL DATA: ", 0), 0U);
+    EXPECT_EQ(lines[2], refused + ": while reading the input");
+    EXPECT_EQ(lines[3].rfind(good + ": [INPUT COMPLETE] ", 0), 0U); // solved: no such line
 }
 
 TEST(BatchFailure, ASolvedInputHasNone) {

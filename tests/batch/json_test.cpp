@@ -4,6 +4,7 @@
 #include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
 #include "solution/solution.h"
+#include "solution/wall_diagrams.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -26,13 +27,14 @@ Json resultsOf(const BatchOffice& office, const std::string& input, int status =
 void expectGrid(const Json& grid, const PressureDiagrams& solved) {
     const ElevationGrid& elevations = solved.grid;
     const Pressures& pressures = solved.pressures;
+    const auto& water = pressures.WaterPressures;
     ASSERT_EQ(grid.size(), static_cast<std::size_t>(elevations.NumElevs));
     for (int i = 1; i <= elevations.NumElevs; ++i) {
         const Json& entry = grid[static_cast<std::size_t>(i - 1)];
         EXPECT_EQ(entry["elev"], elevations.ElevGrid(i));
         for (int k = 1; k <= 2; ++k) {
             const auto place = static_cast<std::size_t>(k - 1);
-            EXPECT_EQ(entry["water"][place], pressures.WaterPressures(i, k));
+            EXPECT_EQ(entry["water"][place], water(i, k));
             EXPECT_EQ(entry["right"]["active"][place], pressures.ActivePressures(Right, i, k));
             EXPECT_EQ(entry["right"]["passive"][place], pressures.PassivePressures(Right, i, k));
             EXPECT_EQ(entry["left"]["active"][place], pressures.ActivePressures(Left, i, k));
@@ -61,7 +63,7 @@ void expectLevel(const Json& json, const LevelResult& level) {
         EXPECT_EQ(row["deflection"], solved.ResultDeflection(i));
         EXPECT_EQ(row["pressure"], solved.ResultPressure(i));
     }
-    expectGrid(json["grid"], level.solved);
+    expectGrid(json["grid"], wallDiagrams(level));
 }
 
 } // namespace
@@ -85,7 +87,7 @@ TEST(Json, EveryNumberReadsBackToTheSameDouble) {
         const Solved solved = solve(problem, options, sections, workspace);
         ASSERT_FALSE(solved.failure);
         if (problem.ProgramMode == Mode::Design) {
-            expectGrid(json["grid"], solved.review->diagrams);
+            expectGrid(json["grid"], withWaterInStep(solved.review->diagrams));
         } else {
             EXPECT_TRUE(json["grid"].empty());
         }
@@ -105,6 +107,8 @@ TEST(Json, WhatDoesNotApplyIsNull) {
     EXPECT_EQ(design["method"], "cantilever");
     EXPECT_TRUE(design["anchorForce"].is_null());
     EXPECT_TRUE(design["factorOfSafety"].is_null());
+    EXPECT_TRUE(design["factorGiven"].is_null());
+    EXPECT_TRUE(design["toeReaction"].is_null());
     EXPECT_TRUE(design["seepageGradient"].is_null());
     EXPECT_EQ(design["penetration"], -design["bottomElev"].get<double>()); // lower ground at 0
 
@@ -124,6 +128,99 @@ TEST(Json, WhatDoesNotApplyIsNull) {
     EXPECT_TRUE(seepage["problem"]["AnchorElev"].is_null());
     EXPECT_TRUE(seepage["problem"]["SoilCoefActive"][0].is_null());
     EXPECT_TRUE(seepage["problem"]["SoilBottomElev"][0].back().is_null());
+}
+
+TEST(Json, OptionsAreThoseOfTheCommandLine) {
+    const BatchOffice office; // sets SOURCE_DATE_EPOCH
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "wall.dat");
+    EXPECT_EQ(resultsOf(office, input)["options"],
+              Json::parse(R"({"wedge": "sweep", "amendments": [], "largestFactor": 20,
+                              "epoch": 1795305907})"));
+    unsetenv("SOURCE_DATE_EPOCH"); // NOLINT(concurrency-mt-unsafe)
+    office.run({"--json", "--wedge", "fixed", "--max-fs", "7.5", input});
+    EXPECT_EQ(Json::parse(office.read("wall.json"))["options"],
+              Json::parse(R"({"wedge": "fixed", "amendments": [], "largestFactor": 7.5,
+                              "epoch": null})"));
+}
+
+// Developed by hand: tan of the angle over the factor, cohesion over the factor; Coulomb's active
+// coefficient of a wall without friction is (1 - sin) / (1 + sin).
+TEST(Json, SidesTellMethodFactorsAndDevelopedStrengths) {
+    const BatchOffice office;
+    const auto degrees = [](double friction, double factor) {
+        constexpr double radian = 57.29577951308232; // degrees
+        return std::atan(std::tan(friction / radian) / factor) * radian;
+    };
+    const Json wall = resultsOf(office, office.write("wall.dat", R"('FACTORS OF WALL, SIDE, LAYER
+CONTROL CANTILEVER DESIGN 1.00 1.50
+WALL 12
+SURFACE RIGHTSIDE 1 0 12
+SURFACE LEFTSIDE 1 0 0
+SOIL RIGHTSIDE STRENGTHS 2 1.2
+ 120 110 32 0 0 0 5 0
+ 120 110 30 90 0 0 1.1 1.25
+SOIL LEFTSIDE STRENGTHS 1
+ 120 110 34 0 24 0
+FINISHED
+)"));
+    EXPECT_EQ(wall["right"]["method"], "coulomb");
+    ASSERT_EQ(wall["right"]["layers"].size(), 2U);
+    const Json& upper = wall["right"]["layers"][0];
+    EXPECT_EQ(upper["fsActive"], 1.2);
+    EXPECT_EQ(upper["fsPassive"], 1.5);
+    EXPECT_EQ(upper["fsSource"], Json({"side", "control"}));
+    EXPECT_NEAR(upper["frictionActive"], degrees(32, 1.2), 1e-9);
+    EXPECT_NEAR(upper["frictionPassive"], degrees(32, 1.5), 1e-9);
+    const double sine = std::sin(degrees(32, 1.2) / 57.29577951308232);
+    EXPECT_NEAR(upper["ka"], (1 - sine) / (1 + sine), 1e-9);
+    const Json& lower = wall["right"]["layers"][1];
+    EXPECT_EQ(lower["fsSource"], Json({"layer", "layer"}));
+    EXPECT_NEAR(lower["cohesionActive"], 90 / 1.1, 1e-9);
+    EXPECT_NEAR(lower["cohesionPassive"], 90 / 1.25, 1e-9);
+    // Wall friction beyond half the soil's friction: the table for curved surfaces.
+    EXPECT_EQ(wall["left"]["method"], "table");
+    EXPECT_NEAR(wall["left"]["layers"][0]["wallFrictionPassive"], degrees(24, 1.5), 1e-9);
+    EXPECT_TRUE(wall["left"]["layers"][0]["kp"].is_number());
+
+    const Json given =
+        resultsOf(office, office.copy("examples/cantilever-coefficients.dat", "given.dat"));
+    EXPECT_EQ(given["right"]["method"], "given");
+    EXPECT_EQ(given["right"]["layers"][1]["ka"], 0.28);
+    EXPECT_EQ(given["right"]["layers"][1]["kp"], 3.6);
+    for (const char* strength : {"fsActive", "fsSource", "frictionPassive", "cohesionActive"}) {
+        EXPECT_TRUE(given["right"]["layers"][1][strength].is_null()) << strength;
+    }
+
+    const std::string slopes = office.copy("examples/sloping-both-sides-fixed.dat", "slopes.dat");
+    EXPECT_EQ(resultsOf(office, slopes)["left"]["method"], "sweep");
+    office.run({"--json", "--wedge", "fixed", slopes});
+    const Json wedge = Json::parse(office.read("slopes.json"))["left"];
+    EXPECT_EQ(wedge["method"], "fixed");
+    EXPECT_TRUE(wedge["layers"][0]["ka"].is_null());
+    EXPECT_TRUE(wedge["layers"][0]["kp"].is_null());
+    EXPECT_NEAR(wedge["layers"][0]["frictionPassive"], degrees(34, 1.5), 1e-9);
+
+    const Json failed = resultsOf(office, office.write("failing.dat", failingInput), 1);
+    EXPECT_TRUE(failed["right"].is_null());
+    EXPECT_TRUE(failed["left"].is_null());
+}
+
+TEST(Json, AnAnalysisTellsTheFactorsOfItsLastLevel) {
+    const BatchOffice office;
+    const Json both =
+        resultsOf(office, office.copy("examples/analysis-anchored.dat", "analysis.dat"));
+    const Json& layer = both["right"]["layers"][0];
+    EXPECT_EQ(layer["fsPassive"], both["levels"][1]["factorOfSafety"]);
+    EXPECT_NE(layer["fsPassive"], both["levels"][0]["factorOfSafety"]);
+    EXPECT_EQ(layer["fsSource"], Json({"control", "search"}));
+    EXPECT_EQ(both["levels"][0]["factorGiven"], 1.0);
+
+    std::string text = readFile(sourceFile("examples/analysis-anchored.dat"));
+    text.replace(text.find("ANALYSIS  1.00"), 14, "ANALYSIS      ");
+    const Json searched = resultsOf(office, office.write("searched.dat", text));
+    EXPECT_EQ(searched["left"]["layers"][0]["fsSource"], Json({"search", "search"}));
+    EXPECT_TRUE(searched["levels"][1]["factorGiven"].is_null());
+    EXPECT_EQ(searched["left"]["layers"][0]["fsActive"], searched["levels"][1]["factorOfSafety"]);
 }
 
 TEST(Json, StatusAndMessagesTellWhatHappened) {
@@ -217,6 +314,15 @@ TEST(Json, RoweTellsTheReductionOfEachSection) {
         }
     }
     EXPECT_GT(reduced, 0);
+
+    // A wall that meets the method's conditions, with all sections outside its curves.
+    const Json outside =
+        resultsOf(office, office.copy("examples/anchored-clay.dat", "outside.dat"))["rowe"];
+    EXPECT_TRUE(outside["notes"].empty());
+    EXPECT_EQ(outside["applicable"], false);
+    for (const Json& section : outside["sections"]) {
+        EXPECT_TRUE(section["coefficient"].is_null());
+    }
 
     const Json clay =
         resultsOf(office, office.copy("tests/reference/rowe-clay-9001.dat", "clay.dat"))["rowe"];

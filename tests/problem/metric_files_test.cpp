@@ -40,7 +40,7 @@ FileNumbers numbersOf(const std::string& text) {
     Problem problem;
     clearProblemData(problem);
     FileNumbers numbers;
-    EXPECT_TRUE(readProblem(problem, text, "wall.dat", &numbers).complete);
+    EXPECT_TRUE(readProblem(problem, text, "wall.dat", nullptr, &numbers).complete);
     return numbers;
 }
 

@@ -22,7 +22,7 @@ void setBoth(Pressure& pressure, int side, int i, double value) {
 /// -10, 10 FT below the top, and three such heights below it or 30 FT are both -40. A step in right
 /// active at -10 and pressures that differ in every column.
 void fillTable(PressureDiagrams& diagrams) {
-    auto& [grid, pressures, NetActive, NetPassive, rows] = diagrams;
+    auto& [grid, pressures, NetActive, NetPassive, rows, lag] = diagrams;
     setElevations(grid, {0, -5, -10, -40, -45, -60, -1000, -2000});
     setBoth(pressures.WaterPressures, 2, 62.44);
     setBoth(pressures.PassivePressures, Left, 2, 3724.56);

@@ -32,6 +32,7 @@ TEST(MomentText, IsTheMomentOfSourceDateEpochInUniversalTime) {
         const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", row.seconds);
         EXPECT_EQ(momentText().date, row.date);
         EXPECT_EQ(momentText().time, row.time);
+        EXPECT_EQ(fixedMoment(), std::stoll(row.seconds));
     }
 }
 
@@ -76,6 +77,7 @@ TEST(MomentText, TakesNoEpochFromATextThatIsNoWholeNumber) {
     }
     const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", "1795251907");
     EXPECT_FALSE(wrongFixedMoment());
+    EXPECT_FALSE(fixedMoment());
     const EnvironmentVariable none("SOURCE_DATE_EPOCH", std::nullopt);
     EXPECT_FALSE(wrongFixedMoment());
 }

@@ -56,7 +56,7 @@ bool compareTwins(const std::string& text, const std::string& what) {
     FileNumbers numbers;
     Problem same;
     clearProblemData(same);
-    readProblem(same, text, "wall.dat", &numbers);
+    readProblem(same, text, "wall.dat", nullptr, &numbers);
     const UnitSystem other = numbers.units == UnitSystem::US ? UnitSystem::SI : UnitSystem::US;
     const Problem twin = read(convertedInput(text, numbers, other));
     const PileSections sections = defaultSections();
