@@ -215,6 +215,7 @@ void writeFailure(JsonText& json, const Failure& failure, WallKind wall) {
                                                     failure.side == Right ? "right" : "left"));
         json.member("layer", given(failure.layer));
         json.member("elev", where(hasElev, failure.elev));
+        json.member("distance", where(failure.distance > 0, failure.distance));
         json.member("factorLow", where(hasLow, failure.low));
         json.member("factorHigh", where(failure.bracketed, failure.high));
         json.member("error", given(failure.error));
