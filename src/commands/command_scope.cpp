@@ -71,15 +71,17 @@ CommandScope::~CommandScope() {
 }
 
 void CommandScope::setAside(const fs::path& file) {
-    const fs::path aside = newNameBeside(file);
+    fs::path from = file;
+    aside_.reserve(aside_.size() + 1); // all memory before the rename: no file is forgotten
+    fs::path aside = newNameBeside(file);
     std::error_code failure;
-    fs::rename(file, aside, failure);
+    fs::rename(from, aside, failure);
     if (failure) {
         std::error_code ignored;
         fs::remove(aside, ignored);
         throw RuntimeError(fileErrorNumber(failure.value(), file), file.string());
     }
-    aside_.emplace_back(file, aside);
+    aside_.emplace_back(std::move(from), std::move(aside));
 }
 
 void CommandScope::remember(const fs::path& madeFile) {

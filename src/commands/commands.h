@@ -49,6 +49,11 @@ void mnuPrintItem_Click(Session& session, Desktop& desktop, int index);
 /// Enter or edit the data on the screens, from KEYIN.
 void mnuEditItem_Click(Session& session, Desktop& desktop);
 
+/// Goes on as after Edit with data that were entered before, from the user's file of that name or
+/// none; over KEYIN where a section is missing or holds what no section leaves.
+void goOnWithEnteredData(Session& session, Desktop& desktop, const Problem& problem,
+                         const std::string& file);
+
 /// 0 input file, 1 output file, 2 input plots, 3 cantilever, 4 free earth, 5 fixed earth, 6 Rowe.
 void mnuViewItem_Click(Session& session, Desktop& desktop, int index);
 
