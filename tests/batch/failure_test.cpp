@@ -86,7 +86,8 @@ TEST(BatchFailure, EachWallThatFailsTellsCodeStageAndPlace) {
     for (const FailingWall& wall : failingWalls()) {
         SCOPED_TRACE(wall.name);
         if (wall.problem.SeepageKind == Seepage::Given ||
-            wall.expected.code == FailureCode::LayerBottomsCross) {
+            wall.expected.code == FailureCode::LayerBottomsCross ||
+            wall.expected.code == FailureCode::CantileverOscillates) { // its seepage elevation
             continue; // such as no input file can tell
         }
         const BatchOffice office;
