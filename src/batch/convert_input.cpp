@@ -21,8 +21,9 @@ int convert(const Job& job, UnitSystem to, std::ostream& out, std::ostream& err)
     InputFault place;
     const ReadResult result = readProblem(problem, text, name, &place, &numbers);
     if (!result.complete) {
-        err << messageLine(job.input, {{.text = result.text, .title = result.title}}) << "\n"
-            << messageText(job.input) << ":" << messageText(faultText(place)) << "\n";
+        err << messageLine(job.input, {.box = {.text = result.text, .title = result.title},
+                                       .place = faultText(place)})
+            << "\n";
         return StatusFailed;
     }
     const std::string converted = convertedInput(text, numbers, to);

@@ -310,6 +310,7 @@ void writeFailure(JsonText& json, const Failure& failure, const InputFault& faul
         json.member("side", where<std::string_view>(side != 0, side == Right ? "right" : "left"));
         json.member("layer", given(failure.layer));
         json.member("elev", where(hasElev, failure.elev));
+        json.member("distance", where(failure.distance > 0, failure.distance));
         json.member("factorLow", where(hasLow, failure.low));
         json.member("factorHigh", where(failure.bracketed, failure.high));
         json.member("error", given(failure.error));

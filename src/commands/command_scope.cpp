@@ -78,7 +78,10 @@ CommandScope::~CommandScope() {
 }
 
 void CommandScope::setAside(const fs::path& file) {
-    aside_.emplace_back(file, movedAside(file));
+    fs::path from = file;
+    aside_.reserve(aside_.size() + 1); // all memory before the rename: no file is forgotten
+    fs::path aside = movedAside(file);
+    aside_.emplace_back(std::move(from), std::move(aside));
 }
 
 void CommandScope::remember(const fs::path& madeFile) {

@@ -3,6 +3,7 @@
 #include "commands/commands.h"
 #include "commands/files.h"
 #include "commands/report.h"
+#include "problem/validate.h"
 
 #include <filesystem>
 #include <system_error>
@@ -58,15 +59,8 @@ void abandonEdit(Session& session) {
     ClearProblem(session);
 }
 
-void enterData(Session& session, Desktop& desktop) {
-    askForUnsavedData(session, desktop);
-    session.DataChanged = 0;
-    session.menus.cantileverPlots.enabled = false;
-    desktop.ShowScreen(Screen::KEYIN, session);
-    if (session.SolutionFailed != 0) {
-        abandonEdit(session);
-        return;
-    }
+/// What follows the data entry.
+void takeEnteredData(Session& session, Desktop& desktop) {
     session.running->keepEnteredData();
     session.menus.saveInput.enabled = session.DataChanged != 0;
     if (session.DataChanged == 0) {
@@ -79,10 +73,55 @@ void enterData(Session& session, Desktop& desktop) {
     enableForEditedData(session.menus);
 }
 
+void enterData(Session& session, Desktop& desktop) {
+    askForUnsavedData(session, desktop);
+    session.DataChanged = 0;
+    session.menus.cantileverPlots.enabled = false;
+    desktop.ShowScreen(Screen::KEYIN, session);
+    if (session.SolutionFailed != 0) {
+        abandonEdit(session);
+        return;
+    }
+    takeEnteredData(session, desktop);
+}
+
+/// Data that nobody has said Finished to may lack whole sections.
+bool isUnfinished(const Problem& problem) {
+    bool unfinished = false;
+    forEachFinding(problem, [&](const Finding& finding) {
+        unfinished = finding.isFatal();
+        return !unfinished;
+    });
+    return unfinished;
+}
+
+void goOn(Session& session, Desktop& desktop) {
+    session.HeadContDataValid = session.problem.NumHeadingLines > 0 ? 1 : 0;
+    session.DataChanged = 1;
+    if (isUnfinished(session.problem)) {
+        desktop.ShowScreen(Screen::KEYIN, session);
+        if (session.SolutionFailed != 0) {
+            abandonEdit(session);
+            return;
+        }
+        session.DataChanged = 1;
+    }
+    takeEnteredData(session, desktop);
+}
+
 } // namespace
 
 void editData(Session& session, Desktop& desktop) {
     runCommand(session, desktop, [&] { enterData(session, desktop); });
+}
+
+void goOnWithEnteredData(Session& session, Desktop& desktop, const Problem& problem,
+                         const std::string& file) {
+    runCommand(session, desktop, [&] {
+        session.problem = problem;
+        session.ProblemFile = file;
+        goOn(session, desktop);
+    });
 }
 
 } // namespace korvane

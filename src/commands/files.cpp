@@ -3,6 +3,7 @@
 #include "commands/command_scope.h"
 #include "commands/recent_files.h"
 #include "commands/told_boxes.h"
+#include "commands/recovery.h"
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
@@ -11,7 +12,10 @@
 #include <filesystem>
 #include <sstream>
 #include <system_error>
+#include <utility>
 #include <vector>
+
+#include <unistd.h>
 
 namespace korvane {
 
@@ -214,14 +218,15 @@ std::string makeTemporaryFile(Session& session, const std::string& extension) {
     TemporaryFiles& files = session.files;
     std::string& place = files.ScratchFileList(files.ScratchFileCount + 1);
     for (int number = 0;; ++number) {
-        const fs::path name =
+        std::string name =
             fs::path(files.TempFolder) / ("TEMP" + std::to_string(number) + extension);
         if (createExclusively(name)) {
-            if (session.running != nullptr) {
-                session.running->remember(name);
-            }
+            place = std::move(name); // before anything can fail: what is listed is removed
             ++files.ScratchFileCount;
-            place = name.string();
+            listTemporaryFiles(session);
+            if (session.running != nullptr) {
+                session.running->remember(place);
+            }
             return place;
         }
     }
@@ -237,6 +242,14 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
     } else if (desktop.PrintDocument(session.CurrentInputName, splitLines(text))) {
         // Deliberate: a print counts the headings, the control and the wall line alone.
         session.FileLineCount = problem.NumHeadingLines + 2;
+    }
+}
+
+void removeTemporaryFiles(const TemporaryFiles& files) noexcept {
+    for (const std::string& name : files.ScratchFileList) {
+        if (!name.empty()) {
+            ::unlink(name.c_str());
+        }
     }
 }
 

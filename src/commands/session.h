@@ -49,6 +49,7 @@ struct MainWindow {
 };
 
 class CommandScope;
+class RunRecord;
 
 /// Temporary files of the session.
 struct TemporaryFiles {
@@ -57,6 +58,9 @@ struct TemporaryFiles {
     Array<std::string, 100> ScratchFileList;
     Array<std::string, 3> ScratchFileName; ///< by level; stays empty, as levels stay in memory
 };
+
+/// Removes all that are listed; takes no memory.
+void removeTemporaryFiles(const TemporaryFiles& files) noexcept;
 
 /// The report being written.
 struct Report {
@@ -68,6 +72,12 @@ struct Report {
 /// Everything that belongs to one session. Two sessions, each with a Desktop of its own, never
 /// touch each other.
 struct Session : MainWindow {
+    Session() = default;
+    /// Its temporary files go with it, whatever has happened.
+    ~Session() { removeTemporaryFiles(files); }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
     Problem problem;
     std::optional<WedgeMethod> wedge; ///< the choice of WEDGMETH, if it was asked for
     Workspace workspace;              ///< of the last solution
@@ -84,6 +94,7 @@ struct Session : MainWindow {
     std::string recentStore;              ///< file that keeps them between runs, "" for none
     bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue
     CommandScope* running = nullptr; ///< of the command at work that can be taken back, if any
+    RunRecord* record = nullptr;     ///< of the program for its next start, if it keeps one
 
     /// What the plot screens draw from.
     PlotData plotData() const {

@@ -4,6 +4,7 @@
 #include "runtime/standard_streams.h"
 #include "screens/screens.h"
 #include "shell/command_line.h"
+#include "shell/ending_signals.h"
 #include "shell/program.h"
 
 #include <QApplication>
@@ -35,6 +36,7 @@ int main(int argc, char** argv) {
         return print(alone);
     }
     korvane::provideTempVariable();
+    korvane::blockEndingSignals();
     QApplication application(argc, argv); // takes the toolkit's own options away
     const auto line = korvane::readCommandLine(argc, argv);
     if (!line.answer.empty()) {

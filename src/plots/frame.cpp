@@ -106,12 +106,12 @@ void drawOneScaleFrame(Sheet& sheet, const Problem& problem, const OneScaleFrame
 }
 
 void drawGridCurve(Sheet& sheet, const ElevationGrid& grid, const Array<double, 301, 2>& values,
-                   const OneScaleFrame& frame, Colour colour) {
+                   int lastRow, const OneScaleFrame& frame, Colour colour) {
     const auto& ElevGrid = grid.ElevGrid;
-    for (int i = 2; i <= grid.NumElevs; ++i) {
+    for (int i = 2; i <= lastRow; ++i) {
         const double y = frame.elevations.y(ElevGrid(i));
         sheet.lineTo({frame.values.x(values(i, 2)), y}, colour);
-        if (ElevGrid(i) <= frame.elevations.bottom) {
+        if (ElevGrid(i) <= frame.elevations.bottom || i == lastRow) {
             return;
         }
         sheet.lineTo({frame.values.x(values(i, 1)), y}, colour);

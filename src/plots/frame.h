@@ -77,9 +77,9 @@ struct OneScaleFrame {
 /// deliberate, in the deflections of cantilever walls alone.
 void drawOneScaleFrame(Sheet& sheet, const Problem& problem, const OneScaleFrame& frame);
 
-/// Goes on with a curve of grid values from the second row on: the value above each row, and unless
-/// the row lies at or below the bottom, where the curve ends, the value below it.
+/// Goes on with a curve of grid values from the second row on: the value above each row and that
+/// below it. The curve ends with the value above `lastRow` or a row at or below the bottom.
 void drawGridCurve(Sheet& sheet, const ElevationGrid& grid, const Array<double, 301, 2>& values,
-                   const OneScaleFrame& frame, Colour colour);
+                   int lastRow, const OneScaleFrame& frame, Colour colour);
 
 } // namespace korvane

@@ -64,7 +64,7 @@ void drawNetCurve(Sheet& sheet, const ElevationGrid& grid, const Array<double, 3
                   const OneScaleFrame& frame, Colour colour) {
     if (frame.values.drawable() && frame.elevations.drawable()) {
         sheet.startCurve({frame.values.x(values(1, 1)), BoxTop}, StartGrey);
-        drawGridCurve(sheet, grid, values, frame, colour);
+        drawGridCurve(sheet, grid, values, grid.NumElevs, frame, colour);
     }
 }
 

@@ -99,8 +99,7 @@ PlotReadings readWaterPlot(const ShownPressures& shown, const Titles& titles,
     return {.title = titles.first + " " + titles.second,
             .elevations = elevations,
             .unit = "PSF",
-            .curves = {
-                {{}, gridPoints(shown.grid, shown.water, elevations.bottom, shown.grid.NumElevs)}}};
+            .curves = {{{}, gridPoints(shown.grid, shown.water, elevations.bottom, shown.rows)}}};
 }
 
 void drawSidePlot(Sheet& sheet, const Problem& problem, const ShownPressures& shown,
@@ -160,7 +159,7 @@ void drawWaterPlot(Sheet& sheet, const Problem& problem, const ShownPressures& s
         const Point start{frame.values.x(WaterPressures(1, 1)), BoxTop};
         sheet.startCurve(start, StartGrey);
         sheet.lineTo(start, Green);
-        drawGridCurve(sheet, shown.grid, WaterPressures, frame, Blue);
+        drawGridCurve(sheet, shown.grid, WaterPressures, shown.rows, frame, Blue);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "plots/scales.h"
 
+#include "pressures/elevation_grid.h"
 #include "runtime/arithmetic.h"
 
 #include <algorithm>
@@ -35,6 +36,19 @@ void roundPressureScales(PlotScales& scales) {
     scales.PassiveScale = RoundUpScale(scales.PassiveScale);
 }
 
+/// All rows of a level's grid. A fixed earth bottom below the last regular row ends the diagrams
+/// with that row: what stands at the far rows would dwarf them.
+int shownRows(const LevelResult& level) {
+    const ElevationGrid& grid = level.solved.grid;
+    int regular = grid.NumElevs;
+    while (regular > 1 && isFarRow(grid, regular)) {
+        --regular;
+    }
+    const bool below = level.method == SolutionMethod::FixedEarth && regular > 1 &&
+                       level.bottomElev < grid.ElevGrid(regular);
+    return below ? regular : grid.NumElevs;
+}
+
 } // namespace
 
 double RoundUpScale(double value) {
@@ -53,16 +67,17 @@ Range roundedRange(const Range& range) {
 
 ShownPressures shownPressures(const Results& results, int level) {
     const PressureDiagrams& solved = results.levels(level).solved;
-    return {solved.grid, solved.pressures, results.shownWater()};
+    return {solved.grid, solved.pressures, results.shownWater(), shownRows(results.levels(level))};
 }
 
 ShownPressures shownPressures(const Review& review) {
     const PressureDiagrams& diagrams = review.diagrams;
-    return {diagrams.grid, diagrams.pressures, diagrams.pressures.WaterPressures};
+    return {diagrams.grid, diagrams.pressures, diagrams.pressures.WaterPressures,
+            diagrams.grid.NumElevs};
 }
 
 int gridRows(const LevelResult& level) {
-    return std::min(level.diagrams.RowCount, level.solved.grid.NumElevs);
+    return std::min(level.diagrams.RowCount, shownRows(level));
 }
 
 void prepareSolvedPressureScales(const ShownPressures& shown, int rows, PlotScales& scales) {
@@ -105,10 +120,10 @@ void prepareWaterScales(const Problem& problem, const ShownPressures& shown, dou
     }
     double largest = WaterPressures(1, 1);
     double smallest = largest;
-    for (int i = 2; i <= shown.grid.NumElevs; ++i) {
+    for (int i = 2; i <= shown.rows; ++i) {
         largest = MaxOf(largest, WaterPressures(i, 2));
         smallest = MinOf(smallest, WaterPressures(i, 2));
-        if (ElevGrid(i) <= bottomElev) {
+        if (ElevGrid(i) <= bottomElev || i == shown.rows) {
             break;
         }
         largest = MaxOf(largest, WaterPressures(i, 1));

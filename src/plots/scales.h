@@ -43,6 +43,7 @@ struct ShownPressures {
     const ElevationGrid& grid;
     const Pressures& soil;
     const Array<double, 301, 2>& water; ///< PSF (i, k)
+    int rows;                           ///< of the grid that a diagram may run over
 };
 
 /// Of a level: its own soil, and the water that stands with all levels.
@@ -50,8 +51,8 @@ ShownPressures shownPressures(const Results& results, int level);
 /// At the stop for review.
 ShownPressures shownPressures(const Review& review);
 
-/// Grid rows that the diagrams of a solved level run over: the row count of its results also counts
-/// the second rows of jumps, so that it can pass the grid.
+/// Grid rows that the soil diagrams of a solved level run over: the row count of its results also
+/// counts the second rows of jumps, so that it can pass the grid.
 int gridRows(const LevelResult& level);
 
 /// ActiveScale and PassiveScale over the first rows of a grid, over both sides.

@@ -126,7 +126,8 @@ void BuildElevationGrid(State& state, int level) {
 
     const double lowest = grid.ElevGrid(grid.NumElevs);
     const double farthest = lowest - FarDistance;
-    appendPoint(grid, (lowest + farthest) / 2);
+    grid.FarElev = (lowest + farthest) / 2;
+    appendPoint(grid, grid.FarElev);
     appendPoint(grid, farthest);
 
     if (state.preparation.SeepageKind != Seepage::None &&
@@ -134,6 +135,10 @@ void BuildElevationGrid(State& state, int level) {
         placeSeepageEnd(grid, state.preparation.SeepageEndElev(level), grid.SeepageEndIndex(level));
     }
     touchRows(state);
+}
+
+bool isFarRow(const ElevationGrid& grid, int row) {
+    return grid.ElevGrid(row) <= grid.FarElev;
 }
 
 int firstRowAt(const ElevationGrid& grid, double elevation) {

@@ -13,6 +13,9 @@ inline constexpr double GridTolerance = 0.0001;
 /// RuntimeError 9 where the grid would pass 301 points.
 void BuildElevationGrid(State& state, int level);
 
+/// True for the two far points, which stand for "below any wall".
+bool isFarRow(const ElevationGrid& grid, int row);
+
 /// First and last row within GridTolerance of `elevation`; 0 where there is none.
 int firstRowAt(const ElevationGrid& grid, double elevation);
 int lastRowAt(const ElevationGrid& grid, double elevation);

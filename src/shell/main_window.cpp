@@ -3,6 +3,7 @@
 #include "commands/commands.h"
 #include "commands/problem_name.h"
 #include "commands/recent_files.h"
+#include "commands/recovery.h"
 #include "shell/picture.h"
 #include "widgets/gate.h"
 #include "widgets/geometry.h"
@@ -98,6 +99,7 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
 
 void ShellWindow::command(const std::function<void()>& body) {
     enter(session_, this, body);
+    keepAtRest(session_);
     mirror();
 }
 

@@ -2,6 +2,9 @@
 
 #include "commands/commands.h"
 #include "commands/recent_files.h"
+#include "commands/recovery.h"
+#include "runtime/run_guarded.h"
+#include "shell/ending_signals.h"
 #include "shell/plot_window.h"
 #include "shell/text_window.h"
 #include "shell/title_window.h"
@@ -37,6 +40,31 @@ ScreenTable shellScreens(const PrintServices& services) {
     };
 }
 
+namespace {
+
+/// Clears up behind programs that died and starts the record of this one. Where the temporary
+/// folder fails the program does without.
+void keepRecord(Program& program) {
+    const std::string& folder = program.session->files.TempFolder;
+    runGuarded([&] { program.deadRuns = claimDeadRuns(folder); });
+    runGuarded([&] { program.record = std::make_unique<RunRecord>(folder); });
+    program.session->record = program.record.get();
+}
+
+/// Once the main window is on show.
+void begin(Program& program, const std::string& file) {
+    enter(*program.session, program.window.get(), [&] {
+        const auto runs = std::move(program.deadRuns);
+        offerRecovery(*program.session, program.desktop, runs);
+    });
+    program.window->mirror();
+    if (!file.empty()) {
+        program.window->openFile(file);
+    }
+}
+
+} // namespace
+
 Program::Program(ScreenTable dataScreens)
     : desktop(std::move(dataScreens)), session(std::make_unique<Session>()) {
     qApp->installEventFilter(&menuKeys);
@@ -44,6 +72,7 @@ Program::Program(ScreenTable dataScreens)
     session->recentStore = recentStore();
     session->recentFiles = readRecent(session->recentStore);
     enter(*session, nullptr, [this] { startSession(*session); });
+    keepRecord(*this);
     window = std::make_unique<ShellWindow>(
         *session, desktop, desktop.screens(),
         [this](QWidget* active, Help what) { desktop.showHelp(active, what); });
@@ -64,6 +93,12 @@ void prepareApplication() {
 }
 
 int runProgram(ScreenTable dataScreens, int titleMilliseconds, const std::string& file) {
+    Program* running = nullptr;
+    const EndingSignals ending([&] {
+        if (running != nullptr) {
+            rescueAtSignal(*running->session);
+        }
+    });
     {
         TitleWindow title;
         if (!title.runAtStart(titleMilliseconds)) {
@@ -71,11 +106,10 @@ int runProgram(ScreenTable dataScreens, int titleMilliseconds, const std::string
         }
     }
     Program program(std::move(dataScreens));
+    running = &program;
     centreOnScreen(program.window.get());
     program.window->show();
-    if (!file.empty()) {
-        QTimer::singleShot(0, program.window.get(), [&] { program.window->openFile(file); });
-    }
+    QTimer::singleShot(0, program.window.get(), [&] { begin(program, file); });
     return QApplication::exec();
 }
 

@@ -1,12 +1,14 @@
 // The desktop program put together: session, desktop, main window.
 #pragma once
 
+#include "commands/run_record.h"
 #include "shell/main_window.h"
 #include "shell/qt_desktop.h"
 #include "widgets/menu_keys.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace korvane {
 
@@ -20,6 +22,8 @@ struct Program {
 
     MenuKeys menuKeys;
     QtDesktop desktop;
+    std::vector<DeadRun> deadRuns;     ///< what died before and left data; until they are offered
+    std::unique_ptr<RunRecord> record; ///< none where the temporary folder takes no file
     std::unique_ptr<Session> session;
     std::unique_ptr<ShellWindow> window;
 };

@@ -2,6 +2,7 @@
 
 #include "commands/files.h"
 #include "commands/problem_name.h"
+#include "commands/recovery.h"
 #include "shell/main_window.h"
 #include "shell/title_window.h"
 #include "widgets/geometry.h"
@@ -173,6 +174,7 @@ void QtDesktop::ShowScreen(Screen screen, Session& session) {
     const auto window = found->second(context);
     QTimer::singleShot(0, window.get(), [this, &window] { help_.follow(window.get()); });
     window->exec();
+    keepTypedData(session);
     SetBusy(wasBusy);
 }
 

@@ -35,6 +35,9 @@ constexpr std::array<FailureWords, FailureCodeCount> Words{{
     {FailureCode::LayerAboveSurface, "layer-above-surface", LayerTitle,
      "Bottom of {side} soil layer {layer} is at or above\nthe soil surface at the wall."
      "\n\n     Unable to continue."},
+    {FailureCode::LayerBottomsCross, "layer-bottoms-cross", LayerTitle,
+     "Bottoms of {side} soil layers {layer} and {next} cross\n{distance} FT from the wall."
+     "\n\n     Unable to continue."},
     {FailureCode::CoefficientsForWedge, "coefficients-for-wedge", LayerTitle,
      "{side} soil data are pressure coefficients, which\n"
      "the wedge method required by the surface cannot use.\n\n     Unable to continue."},
@@ -125,6 +128,12 @@ std::string valueOf(std::string_view name, const Failure& failure) {
     }
     if (name == "layer") {
         return std::to_string(failure.layer);
+    }
+    if (name == "next") {
+        return std::to_string(failure.layer + 1);
+    }
+    if (name == "distance") {
+        return formatNumber(failure.distance, "####0.00");
     }
     if (name == "wall") {
         return failure.anchored ? "ANCHORED" : "CANTILEVER";

@@ -14,6 +14,7 @@ enum class FailureCode {
     InvalidProblem, ///< finding: the record holds what neither a file nor a screen can leave there
     WedgeMethodMissing,   ///< a side needs a wedge method and the options name none
     LayerAboveSurface,    ///< side, layer
+    LayerBottomsCross,    ///< side, layer: with the next one; distance
     CoefficientsForWedge, ///< side
     GradientTooLarge,
     FrictionTooLarge,      ///< side, layer: developed friction beyond the tables
@@ -65,6 +66,7 @@ struct Failure {
     int layer = 0;
     int level = 0;
     double elev = 0;        ///< FT
+    double distance = 0;    ///< FT from the wall
     double low = 0;         ///< factor of safety
     double high = 0;        ///< factor of safety
     bool bracketed = false; ///< low and high stand

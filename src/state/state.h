@@ -8,14 +8,18 @@
 #include "state/failure.h"
 
 #include <algorithm>
+#include <limits>
 #include <type_traits>
 
 namespace korvane {
+
+inline constexpr double NoFarPoints = -std::numeric_limits<double>::infinity();
 
 /// The common descending list of elevations that all diagrams stand on.
 struct ElevationGrid {
     Array<double, 301> ElevGrid;   ///< FT, strictly descending from 1 to NumElevs
     int NumElevs = 0;              ///< points in use; later stages insert points
+    double FarElev = NoFarPoints;  ///< FT, the upper of the two points far below all others
     Array<int, 2> SeepageEndIndex; ///< by level: the grid index of SeepageEndElev
 };
 

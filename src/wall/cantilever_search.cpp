@@ -16,6 +16,7 @@ constexpr double ForceTolerance = 0.1;  // PLF
 constexpr double MomentTolerance = 1.0; // LB-FT per foot
 constexpr int CurvePoints = 3;
 constexpr int MaxCurveStages = 25;
+constexpr int MaxHalvings = 200;
 constexpr int MaxSeepagePasses = 20;
 
 /// Where net active pressure ends: the grid row at or below it, and the point itself.
@@ -26,9 +27,11 @@ struct Transition {
 };
 
 /// Moment of the trials over their bottoms. The outer points come from the grid and stay once the
-/// curve stands; each later trial replaces the middle one.
+/// curve stands; each later trial replaces the middle one. Where that does not come to rest they
+/// close in by halving.
 struct MomentCurve {
     int stage = 0;
+    int halvings = 0;
     bool hasFirst = false;
     double Z1 = 0, M1 = 0; // the last trial of negative moment
     double Z2 = 0, M2 = 0; // the first of positive moment, later the last trial
@@ -172,20 +175,25 @@ std::optional<Transition> findTransition(State& state, double& lastPositive) {
     return std::nullopt;
 }
 
-/// The root of the parabola through the curve's points that lies between the outer ones.
-double parabolaRoot(const MomentCurve& curve) {
-    const auto [stage, hasFirst, Z1, M1, Z2, M2, Z3, M3] = curve;
-    const double D = Z1 * Z1 * (Z2 - Z3) + Z2 * Z2 * (Z3 - Z1) + Z3 * Z3 * (Z1 - Z2);
-    const double A = divide((Z2 - Z3) * M1 + (Z3 - Z1) * M2 + (Z1 - Z2) * M3, D);
-    const double B =
-        divide((Z3 * Z3 - Z2 * Z2) * M1 + (Z1 * Z1 - Z3 * Z3) * M2 + (Z2 * Z2 - Z1 * Z1) * M3, D);
-    const double C =
-        divide(Z2 * Z3 * (Z2 - Z3) * M1 + Z1 * Z3 * (Z3 - Z1) * M2 + Z1 * Z2 * (Z1 - Z2) * M3, D);
-    return divide(-B - squareRoot(B * B - 4 * A * C), 2 * A);
+/// Halfway between the outer points, of which the one with the sign of the last halving's moment
+/// moves to its bottom. False after a failure.
+bool tryHalfway(State& state, MomentCurve& curve, double moment) {
+    double& Zb = state.solution.SolvedBottomElev(1);
+    if (curve.halvings > 0) {
+        (moment <= 0 ? curve.Z1 : curve.Z3) = Zb;
+    }
+    if (++curve.halvings > MaxHalvings) {
+        failOscillation(state);
+        return false;
+    }
+    Zb = (curve.Z1 + curve.Z3) / 2;
+    state.solution.BottomPressure(1) = passivePressureAt(state, Zb);
+    return true;
 }
 
 /// Notes the moment of the present trial and moves the bottom to the next one: down the grid until
-/// the curve has its points, then to the root of the parabola. False after a failure.
+/// the curve has its points, then to the root of the parabola, and halfway where that swings. False
+/// after a failure.
 bool tryNextBottom(State& state, MomentCurve& curve, int& row, double moment) {
     double& Zb = state.solution.SolvedBottomElev(1);
     if (curve.stage < CurvePoints && moment <= 0) {
@@ -210,13 +218,13 @@ bool tryNextBottom(State& state, MomentCurve& curve, int& row, double moment) {
         }
     } else {
         if (curve.stage > MaxCurveStages) {
-            failOscillation(state);
-            return false;
+            return tryHalfway(state, curve, moment);
         }
         curve.Z2 = Zb;
         curve.M2 = moment;
     }
-    Zb = parabolaRoot(curve);
+    Zb = curve.Z3 +
+         parabolaRoot({curve.Z1 - curve.Z3, curve.M1}, {curve.Z2 - curve.Z3, curve.M2}, curve.M3);
     state.solution.BottomPressure(1) = passivePressureAt(state, Zb);
     return true;
 }
@@ -307,6 +315,16 @@ TrialResultant IntegrateNetPressure(const State& state, double drivingForce, dou
     return diagram.resultant(drivingForce, drivingMoment, transition);
 }
 
+// Elevations less that of the third point keep their digits on any datum.
+double parabolaRoot(const TrialMoment& first, const TrialMoment& second, double M3) {
+    const auto [z1, M1] = first;
+    const auto [z2, M2] = second;
+    const double D = z1 * z2 * (z1 - z2);
+    const double A = divide(z2 * M1 - z1 * M2 + (z1 - z2) * M3, D);
+    const double B = divide(z1 * z1 * M2 - z2 * z2 * M1 + (z2 * z2 - z1 * z1) * M3, D);
+    return divide(-B - squareRoot(B * B - 4 * A * M3), 2 * A);
+}
+
 double passivePressureAt(const State& state, double elev) {
     const auto& ElevGrid = state.grid.ElevGrid;
     const auto& NetPassive = state.net.NetPassive;
@@ -332,8 +350,8 @@ double passivePressureAt(const State& state, double elev) {
 // Writes: SolvedBottomElev(1), BottomPressure(1), BottomIndex(1), ElevGrid and NetActive down to
 //   the bottom; with automatic seepage SeepageGradient(1), SeepageEndElev(1) and all pressures.
 // Stops: force within 0.1 PLF by the transition, moment within 1 LB-FT by the bottom, from three
-//   trials on the grid and then by a parabola through them; the bottom within 0.1 FT from one
-//   seepage pass to the next.
+//   trials on the grid and then by a parabola through them, after 25 stages by halving; the bottom
+//   within 0.1 FT from one seepage pass to the next.
 void SolveCantileverBottom(State& state) {
     const Problem& problem = *state.problem;
     const double& Zb = state.solution.SolvedBottomElev(1);

@@ -19,6 +19,17 @@ struct TrialResultant {
 TrialResultant IntegrateNetPressure(const State& state, double drivingForce, double drivingMoment,
                                     int startIndex, int endIndex, const DiagramPoint& transition);
 
+/// A trial on the moment curve.
+struct TrialMoment {
+    double z; ///< FT, its bottom less that of the third trial
+    double M; ///< as in TrialResultant
+};
+
+/// The root (FT, less the third trial's bottom) of the parabola M(z) = A z^2 + B z + M3 through
+/// three trials of which the third has the moment `M3`: always that with the minus before the
+/// square root. RuntimeError 11 for a straight line or two trials in one place, 5 without a root.
+double parabolaRoot(const TrialMoment& first, const TrialMoment& second, double M3);
+
 /// NetPassive (PSF) at the elevation of a trial bottom: of a row the value above it, between rows a
 /// line that starts from the value below the upper row with the slope of the values above both
 /// rows, deliberately. RuntimeError 9 below the last row.

@@ -12,6 +12,7 @@ namespace {
 
 constexpr double StartGradient = 0.0001;   ///< FT/FT, of a design with automatic seepage
 constexpr double LargestGradient = 0.9999; ///< FT/FT
+constexpr double ExposedHeights = 10;      ///< layers must not cross within so many of them
 constexpr double ElevationNoise = 1e-9;    ///< FT; floating-point noise is no distance
 
 /// Equal input gives equal results, whatever was solved before. Polygons are cleared by their
@@ -60,23 +61,66 @@ PressureMethod sideMethod(const Problem& problem, int side) {
     return PressureMethod::Coefficients;
 }
 
-/// Refuses a layer that ends at or above the ground of its side, then a side whose coefficients no
-/// wedge can use; the first fault only.
-bool refuseSoilData(State& state) {
+/// A layer that ends at or above the ground of its side at the wall.
+Failure layerAboveSurface(const State& state, int side) {
     const Problem& problem = *state.problem;
-    for (const int side : {Right, Left}) {
-        for (int layer = 1; layer < problem.SoilLayerCount(side); ++layer) {
-            if (problem.SoilBottomElev(side, layer) >= problem.SurfaceElev(side, 1)) {
-                fail(state, {.code = FailureCode::LayerAboveSurface, .side = side, .layer = layer});
-                return true;
-            }
+    for (int layer = 1; layer < problem.SoilLayerCount(side); ++layer) {
+        if (problem.SoilBottomElev(side, layer) >= problem.SurfaceElev(side, 1)) {
+            return {.code = FailureCode::LayerAboveSurface, .side = side, .layer = layer};
         }
     }
-    for (const int side : {Right, Left}) {
-        if (problem.SoilDataKind(side) == SoilData::Coefficients &&
-            state.preparation.SideMethod(side) == PressureMethod::Wedge) {
-            fail(state, {.code = FailureCode::CoefficientsForWedge, .side = side});
-            return true;
+    return {};
+}
+
+/// How far from the wall (FT) the layers of a wedge side must lie above each other: as far as its
+/// surface is given, and as wedges of a wall reach.
+double reachOfLayers(const Problem& problem, int side) {
+    const double exposed =
+        problem.WallTopElev - MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
+    return MaxOf(problem.SurfaceDist(side, problem.SurfacePointCount(side)),
+                 ExposedHeights * exposed);
+}
+
+/// Two neighbouring bottoms of a wedge side that cross in front of the wall within its reach: the
+/// regions between them would turn inside out.
+Failure layerBottomsCross(const State& state, int side) {
+    const Problem& problem = *state.problem;
+    if (state.preparation.SideMethod(side) != PressureMethod::Wedge) {
+        return {};
+    }
+    const auto& Elev = problem.SoilBottomElev;
+    const auto& Slope = problem.SoilBottomSlope;
+    for (int layer = 1; layer + 1 < problem.SoilLayerCount(side); ++layer) {
+        const double gap = Elev(side, layer) - Elev(side, layer + 1);
+        const double closing = Slope(side, layer + 1) - Slope(side, layer);
+        if (closing > 0 && gap > 0 && gap / closing < reachOfLayers(problem, side)) {
+            return {.code = FailureCode::LayerBottomsCross,
+                    .side = side,
+                    .layer = layer,
+                    .distance = gap / closing};
+        }
+    }
+    return {};
+}
+
+/// Coefficients on a side that needs a wedge.
+Failure coefficientsForWedge(const State& state, int side) {
+    if (state.problem->SoilDataKind(side) == SoilData::Coefficients &&
+        state.preparation.SideMethod(side) == PressureMethod::Wedge) {
+        return {.code = FailureCode::CoefficientsForWedge, .side = side};
+    }
+    return {};
+}
+
+/// Soil data that no method can use; each test on both sides before the next one, the first fault
+/// only.
+bool refuseSoilData(State& state) {
+    for (const auto test : {layerAboveSurface, layerBottomsCross, coefficientsForWedge}) {
+        for (const int side : {Right, Left}) {
+            if (const Failure failure = test(state, side)) {
+                fail(state, failure);
+                return true;
+            }
         }
     }
     return false;

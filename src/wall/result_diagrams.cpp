@@ -1,5 +1,6 @@
 #include "wall/result_diagrams.h"
 
+#include "pressures/elevation_grid.h"
 #include "runtime/arithmetic.h"
 
 #include <cmath>
@@ -68,8 +69,12 @@ int fillRows(State& state, const Beam& beam, int level) {
     addRowAbove(state, beam, ++r, bottom, scale);
     results.ResultPressure(r) = state.solution.BottomPressure(level);
     results.ResultMoment(r) = 0;
-    if (level == 1) { // deliberate: level 2 shows the grid point's elevation and keeps its shear
-        results.ResultElev(r) = state.solution.SolvedBottomElev(1);
+    // Deliberate: level 2 shows the grid point's elevation, unless that is far, and keeps its
+    // shear.
+    if (level == 1 || isFarRow(state.grid, bottom)) {
+        results.ResultElev(r) = state.solution.SolvedBottomElev(level);
+    }
+    if (level == 1) {
         results.ResultShear(r) = 0;
     }
     return r;

@@ -1,6 +1,7 @@
 #include "widgets/gate.h"
 
 #include "commands/commands.h"
+#include "commands/recovery.h"
 #include "runtime/run_guarded.h"
 #include "widgets/message_box.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 constexpr int RuntimeErrorStatus = 70;
 
-[[noreturn]] void endWith(const Session& session, QWidget* parent, const RuntimeError& error) {
+[[noreturn]] void endWith(Session& session, QWidget* parent, const RuntimeError& error) {
     MessageBox box;
     box.text = runtimeErrorMessage(error.number());
     if (!error.fileName().empty()) {
@@ -27,6 +28,7 @@ constexpr int RuntimeErrorStatus = 70;
         }
     });
     askBox(parent, box);
+    endEarly(session);
     std::_Exit(RuntimeErrorStatus);
 }
 

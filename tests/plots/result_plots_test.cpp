@@ -316,6 +316,51 @@ TEST_F(ResultPlots, SecondTitlesOfTheThreeScreens) {
     EXPECT_EQ(second(FixedEarthResults), "FOR ANCHORED WALL ANALYSIS BY FIXED EARTH METHOD");
 }
 
+/// The fixed earth bottom at -24 with the last regular row at -20 and far rows below it.
+struct FarBottom : ResultPlots {
+    void SetUp() override {
+        LevelResult& level = results.levels(2);
+        level.method = SolutionMethod::FixedEarth;
+        ElevationGrid& grid = level.solved.grid;
+        setElevations(grid, {0, -5, -10, -20, -50020, -100020});
+        grid.FarElev = -50020;
+        for (const int k : {1, 2}) {
+            for (const int side : {Right, Left}) {
+                level.solved.pressures.PassivePressures(side, 5, k) = 4e6;
+                level.solved.pressures.ActivePressures(side, 5, k) = 3e5;
+            }
+            water()(5, k) = -3e6;
+        }
+    }
+};
+
+TEST_F(FarBottom, ScalesStripsAndWaterEndWithTheLastRegularRow) {
+    const PlotScales scales = openResultPlots(problem, results, FixedEarthResults);
+    EXPECT_EQ(scales.PassiveScale, 800); // as at -20
+    EXPECT_EQ(scales.ActiveScale, 400);
+    EXPECT_EQ(scales.WaterScaleMax, 300);
+    EXPECT_EQ(scales.WaterScaleMin, 0);
+    // y = 1008 + 180 per foot: the last strip ends at -20.
+    for (const int plot : {LeftPressurePlot, RightPressurePlot}) {
+        const Drawing strips = linesOf(drawn(*this, FixedEarthResults, plot), PassiveGreen, 3);
+        EXPECT_EQ(strips.size(), 9U);
+        EXPECT_EQ(strips.back().b.y, 4608);
+    }
+    EXPECT_EQ(linesOf(drawn(*this, FixedEarthResults, NetWaterPlot), Blue, 3).back().b.y, 4608);
+    const PlotReadings readings =
+        readResultPlot(problem, results, FixedEarthResults, LeftPressurePlot);
+    EXPECT_EQ(readings.curves.front().points.back().elevation, -20);
+}
+
+TEST_F(FarBottom, ABottomAboveTheLastRegularRowAndOtherMethodsRunOn) {
+    results.levels(2).bottomElev = -20;
+    EXPECT_EQ(gridRows(results.levels(2)), results.levels(2).diagrams.RowCount);
+    results.levels(2).bottomElev = -24;
+    EXPECT_EQ(gridRows(results.levels(2)), 4);
+    results.levels(2).method = SolutionMethod::FreeEarth;
+    EXPECT_GT(gridRows(results.levels(2)), 4);
+}
+
 // ---- levels -----------------------------------------------------------------------------------
 
 TEST_F(ResultPlots, FixedEarthUsesItsOwnBottom) {

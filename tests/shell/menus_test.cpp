@@ -369,7 +369,7 @@ TEST(Keys, AltF4TakesTheWayOfExit) {
     person.expectNothingLeft();
     EXPECT_EQ(person.boxes.back().title, "SAVE OUTPUT DATA?");
     EXPECT_FALSE(person.window().isVisible());
-    EXPECT_TRUE(std::filesystem::is_empty(person.temporary.path()));
+    EXPECT_TRUE(person.leftNothing());
 }
 
 // ---- what nobody can reach ----

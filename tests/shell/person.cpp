@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace korvane::test {
@@ -104,10 +105,22 @@ void Person::schedule() {
 }
 
 Person::~Person() {
+    if (program == nullptr) {
+        return;
+    }
     if (program->window != nullptr) {
         program->window->endWithoutQuestion();
     }
     DeleteTempFiles(session(), program->desktop);
+}
+
+bool Person::leftNothing() {
+    namespace fs = std::filesystem;
+    const fs::path& folder = temporary.path();
+    const auto files = std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    const bool recordAlone = files == 1 && fs::exists(folder / "KORVANE-RUN-0");
+    program.reset();
+    return recordAlone && fs::is_empty(folder);
 }
 
 void Person::expectNothingLeft() {

@@ -81,6 +81,10 @@ class Person {
   public:
     std::unique_ptr<Program> program;
 
+    /// After Exit: true where the temporary folder holds the record of the running program alone,
+    /// and without the program nothing. Ends the program.
+    bool leftNothing();
+
     /// Ends with an error where a step was not taken.
     void expectNothingLeft();
 

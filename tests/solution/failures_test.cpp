@@ -41,6 +41,7 @@ TEST_F(FailingWallTest, TellsCodeStageAndPlace) {
         EXPECT_EQ(failure.layer, expected.layer);
         EXPECT_EQ(failure.level, expected.level);
         EXPECT_NEAR(failure.elev, expected.elev, wall.elevMargin);
+        EXPECT_EQ(failure.distance, expected.distance);
         EXPECT_EQ(failure.bracketed, expected.bracketed);
         EXPECT_NEAR(failure.low - failure.high, expected.bracketed ? 0.2 : 0, 1e-9); // one step
         EXPECT_EQ(failure.error, expected.error);
@@ -58,25 +59,6 @@ TEST_F(FailingWallTest, StandsForEveryCodeThatAProblemReaches) {
     }
     for (const FailureCode code : allCodes()) {
         EXPECT_EQ(met.count(code), 1U) << failureName(code);
-    }
-}
-
-// The bottom about which the far wall oscillates is that of the same wall on a near datum.
-TEST_F(FailingWallTest, OnAFarDatumIsSolvedOnANearOne) {
-    for (const FailingWall& wall : failingWalls()) {
-        if (wall.expected.code != FailureCode::CantileverOscillates) {
-            continue;
-        }
-        const double far = failureOf(wall.problem).elev;
-        Problem near = wall.problem;
-        const double shift = near.SurfaceElev(Left, 1);
-        near.WallTopElev -= shift;
-        for (const int side : {Right, Left}) {
-            near.SurfaceElev(side, 1) -= shift;
-            near.WaterElev(side) -= shift;
-        }
-        ASSERT_FALSE(failureOf(near));
-        EXPECT_NEAR(workspace.results().levels(1).bottomElev, far - shift, 0.1);
     }
 }
 

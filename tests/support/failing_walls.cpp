@@ -8,8 +8,6 @@ namespace korvane::test {
 
 namespace {
 
-constexpr double FarDatum = 10000; // FT
-
 void anchor(Problem& problem) {
     problem.WallType = WallKind::Anchored;
     problem.AnchorElev = -3;
@@ -130,19 +128,35 @@ void jumpsAcrossBoundary(Problem& problem) {
     seepage(problem, 2, 0, 2);
 }
 
-/// A wall on a far datum, where the parabola through three moments has few digits left.
-void farDatum(Problem& problem) {
-    problem.WallTopElev = problem.SurfaceElev(Right, 1) = FarDatum + 55;
-    problem.SurfaceElev(Left, 1) = FarDatum + 11;
-    setSoil(problem, Right, 120, 100, 30);
-    setSoil(problem, Left, 130, 100, 0);
+/// A line load that holds the wall near its bottom: it counts for a bottom below it and not for one
+/// above it, and the seepage of either leads to the other.
+void swingsWithSeepage(Problem& problem) {
+    problem.FSActive = 1.5;
+    problem.FSPassive = 2;
+    problem.WallTopElev = problem.SurfaceElev(Right, 1) = -18;
+    problem.SurfaceElev(Left, 1) = -24;
+    setSoil(problem, Right, 120, 123, 37);
+    problem.SoilWallFriction(Right, 1) = 13;
     coefficients(problem, Left);
-    problem.SoilCoefActive(Left, 1) = 0.31;
-    problem.SoilCoefPassive(Left, 1) = 4.6;
-    problem.WaterDataKind = WaterData::Elevations;
-    problem.WaterUnitWeight = 62.4;
-    problem.WaterElev(Right) = FarDatum + 55;
-    problem.WaterElev(Left) = FarDatum + 8;
+    problem.SoilLayerCount(Left) = 3;
+    const double layers[3][5] = {{122, 120, 0.29, 5.4, -39},
+                                 {115, 118, 0.23, 5.2, -47.5},
+                                 {135, 98, 0.48, 2.0, NoLayerBottom}};
+    for (int layer = 1; layer <= 3; ++layer) {
+        const auto& values = layers[layer - 1];
+        problem.SoilSatWeight(Left, layer) = values[0];
+        problem.SoilMoistWeight(Left, layer) = values[1];
+        problem.SoilCoefActive(Left, layer) = values[2];
+        problem.SoilCoefPassive(Left, layer) = values[3];
+        problem.SoilBottomElev(Left, layer) = values[4];
+    }
+    seepage(problem, -21, -21.5, -26);
+    lineLoad(problem, -32.5, -1900);
+    problem.HDistCount = 2;
+    problem.HDistElev(1) = -21;
+    problem.HDistLoad(1) = 100;
+    problem.HDistElev(2) = -22.5;
+    problem.HDistLoad(2) = 450;
 }
 
 /// Right soil that stands by itself over 6 FT and left soil far stronger than what it must hold.
@@ -223,6 +237,20 @@ const std::vector<Change>& changes() {
              secondLayer(problem, Right, 1);
          },
          {.code = FailureCode::LayerAboveSurface, .stage = Preparing, .side = Right, .layer = 1}},
+        {[](Problem& problem) { // 3 FT apart at the wall, closing by 1 in 8
+             secondLayer(problem, Left, -15);
+             problem.SoilLayerCount(Left) = 3;
+             problem.SoilSatWeight(Left, 3) = problem.SoilMoistWeight(Left, 3) = 120;
+             problem.SoilFriction(Left, 3) = 30;
+             problem.SoilBottomElev(Left, 2) = -18;
+             problem.SoilBottomSlope(Left, 2) = 0.125;
+             problem.SoilBottomElev(Left, 3) = NoLayerBottom;
+         },
+         {.code = FailureCode::LayerBottomsCross,
+          .stage = Preparing,
+          .side = Left,
+          .layer = 1,
+          .distance = 24}},
         {[](Problem& problem) {
              slope(problem, Left, -2);
              coefficients(problem, Left);
@@ -271,13 +299,9 @@ const std::vector<Change>& changes() {
          {.code = FailureCode::NoCantileverBottom, .stage = Bottom, .level = 1, .elev = -50090}},
         {turnedBySeepage,
          {.code = FailureCode::CantileverTurnsAround, .stage = Bottom, .level = 1}},
-        // Near its bottom on a near datum: see the test of the far datum.
-        {farDatum,
-         {.code = FailureCode::CantileverOscillates,
-          .stage = Bottom,
-          .level = 1,
-          .elev = FarDatum - 63.75},
-         0.5},
+        {swingsWithSeepage,
+         {.code = FailureCode::CantileverOscillates, .stage = Bottom, .level = 1, .elev = -32.5},
+         1}, // within 1 FT of the load
         {overheld, {.code = FailureCode::RefinementFails, .stage = Bottom, .level = 1}},
         {nearlyBalanced,
          {.code = FailureCode::RefinementFails, .stage = FixedBottom, .level = 2},

@@ -242,19 +242,86 @@ TEST(CantileverSearch, TrialsThatReachTheLastRowAreMessageB) {
     EXPECT_EQ(textsOf(wall), Texts{messageB});
 }
 
+// The root with the minus before the square root: with A > 0 the deeper one.
+TEST(MomentParabola, HasTheRootsOfItsFactors) {
+    for (const double A : {0.5, 3.0, 800.0}) {
+        for (const double upper : {-1.0, 0.25, 2.0}) {
+            const double deeper = upper - 7;
+            const auto moment = [&](double z) { return A * (z - upper) * (z - deeper); };
+            const double root = parabolaRoot({4.5, moment(4.5)}, {1.25, moment(1.25)}, moment(0));
+            EXPECT_NEAR(root, deeper, 1e-11) << A << " " << upper;
+            // Turned over, the root is the other one.
+            EXPECT_NEAR(parabolaRoot({4.5, -moment(4.5)}, {1.25, -moment(1.25)}, -moment(0)), upper,
+                        1e-11);
+        }
+    }
+}
+
+// The coefficients from whole elevations, in extended precision.
+TEST(MomentParabola, IsTheCurveThroughTheTrialsAtAnyDatum) {
+    using Real = long double;
+    const Real M1 = -900, M2 = 350, M3 = 2200;
+    for (const Real datum : {0.0L, -40.0L, 700.0L}) {
+        const Real Z1 = datum - 15, Z2 = datum - 16.4L, Z3 = datum - 18;
+        const Real D = Z1 * Z1 * (Z2 - Z3) + Z2 * Z2 * (Z3 - Z1) + Z3 * Z3 * (Z1 - Z2);
+        const Real A = ((Z2 - Z3) * M1 + (Z3 - Z1) * M2 + (Z1 - Z2) * M3) / D;
+        const Real B =
+            ((Z3 * Z3 - Z2 * Z2) * M1 + (Z1 * Z1 - Z3 * Z3) * M2 + (Z2 * Z2 - Z1 * Z1) * M3) / D;
+        const Real C =
+            (Z2 * Z3 * (Z2 - Z3) * M1 + Z1 * Z3 * (Z3 - Z1) * M2 + Z1 * Z2 * (Z1 - Z2) * M3) / D;
+        const Real root = (-B - std::sqrt(B * B - 4 * A * C)) / (2 * A);
+        EXPECT_NEAR(parabolaRoot({3, -900}, {1.6, 350}, 2200), static_cast<double>(root - Z3),
+                    1e-10);
+    }
+}
+
+TEST(MomentParabola, AStraightLineAndACurveWithoutARootAreRunTimeErrors) {
+    EXPECT_EQ(errorOf([] { parabolaRoot({2, -1}, {1, 0}, 1); }), 11);
+    EXPECT_EQ(errorOf([] { parabolaRoot({2, -1}, {2, -1}, 1); }), 11);
+    EXPECT_EQ(errorOf([] { parabolaRoot({2, 5}, {1, 2}, 1); }), 5); // z^2 + 1
+}
+
 TEST(CantileverSearch, AMomentThatJumpsOverZeroIsMessageC) {
     // Net passive jumps from 100 to 5000 PSF at -9, where the moment of the trials jumps from -841
-    // (q = 100: z = 5.2) to 25 (q = 5000: z = 0.20): no bottom has a moment within 1.
+    // (q = 100: z = 5.2) to 25 (q = 5000: z = 0.20): no bottom has a moment within 1. Halving ends
+    // at the jump.
     HandMadeWall wall = UniformWall{.q = 5000, .R = 380, .arm = 1.5}.build();
     wall.setPassive(0, -9, 100, 100);
     solveBottom(wall);
     EXPECT_TRUE(wall.state->failed());
-    const double Zb = wall.state->solution.SolvedBottomElev(1);
-    EXPECT_NEAR(Zb, -9, 1);
-    EXPECT_EQ(textsOf(wall),
-              Texts{"DESIGN BOTTOM OF CANTILEVER WALL APPEARS TO BE\n"
-                    "OSCILLATING ABOUT ELEVATION " +
-                    formatNumber(Zb, "####0.00") + " (FT).\n\n     UNABLE TO CONTINUE."});
+    EXPECT_NEAR(wall.state->solution.SolvedBottomElev(1), -9, 1e-9);
+    EXPECT_EQ(textsOf(wall), Texts{"DESIGN BOTTOM OF CANTILEVER WALL APPEARS TO BE\n"
+                                   "OSCILLATING ABOUT ELEVATION -9.00 (FT).\n\n"
+                                   "     UNABLE TO CONTINUE."});
+}
+
+// Net passive rises from 100 PSF at -9 to 20,000 at -10. So near to a jump the parabola, whose
+// outer points stay, would need more than its 25 stages.
+TEST(CantileverSearch, ABottomThatTheParabolaDoesNotReachIsFoundByHalving) {
+    for (const double arm : {1.3, 1.5}) {
+        UniformWall uniform{.q = 20000, .R = 380, .arm = arm};
+        HandMadeWall wall = uniform.build();
+        wall.setPassive(0, -9, 100, 100);
+        wall.setPassive(-9, -10, 100, 20000);
+        const auto momentAt = [&](double D) {
+            uniform.q = 100 + 19900 * (D - 9);
+            return uniform.moment(D);
+        };
+        double low = 9, high = 10; // it turns once between them
+        ASSERT_GT(momentAt(low), 0);
+        ASSERT_LT(momentAt(high), 0);
+        for (int pass = 0; pass < 60; ++pass) {
+            const double middle = (low + high) / 2;
+            (momentAt(middle) > 0 ? low : high) = middle;
+        }
+        const Solution& solution = solveBottom(wall);
+        EXPECT_TRUE(wall.told().empty());
+        EXPECT_NEAR(momentAt(-solution.SolvedBottomElev(1)), 0, 1.0);
+        EXPECT_NEAR(solution.SolvedBottomElev(1), -low, 0.002);
+        EXPECT_NEAR(solution.BottomPressure(1), 100 + 19900 * (-solution.SolvedBottomElev(1) - 9),
+                    1e-6);
+        expectBalance(wall);
+    }
 }
 
 TEST(CantileverSearch, LineLoadsBelowTheZeroPointTakePart) {
@@ -304,6 +371,50 @@ TEST(CantileverSearch, ARefinementWithoutAResultFails) {
               (MessageBox{.text = "REFINEMENT OF WALL BOTTOM DOES NOT CONVERGE\n"
                                   "FOR CANTILEVER WALL.\n\n     UNABLE TO CONTINUE.",
                           .title = "KORVANE"}));
+}
+
+/// Sand, or clay on either side, and water in the ground or none, on a datum.
+Problem wallOnDatum(int height, bool clayRight, bool clayLeft, bool water, double datum) {
+    Problem problem = plainCantilever();
+    problem.WallTopElev = problem.SurfaceElev(Right, 1) = datum + height;
+    problem.SurfaceElev(Left, 1) = datum;
+    if (clayRight) {
+        problem.SoilFriction(Right, 1) = 0;
+        problem.SoilCohesion(Right, 1) = 20 * height;
+    }
+    if (clayLeft) {
+        problem.SoilFriction(Left, 1) = 0;
+        problem.SoilCohesion(Left, 1) = 60 * height;
+    }
+    if (water) {
+        problem.WaterDataKind = WaterData::Elevations;
+        problem.WaterUnitWeight = 62.4;
+        problem.WaterElev(Right) = datum + height / 2.0;
+        problem.WaterElev(Left) = datum;
+    }
+    return problem;
+}
+
+TEST(CantileverSearch, AWallOfTenThousandFeetHasThePenetrationThatItHasAtZero) {
+    int solved = 0;
+    for (int kind = 0; kind < 8; ++kind) {
+        for (int height = 6; height <= 30; height += 2) {
+            double penetration[2] = {};
+            for (const int far : {0, 1}) {
+                Bench bench;
+                const double datum = 10000.0 * far;
+                bench.problem =
+                    wallOnDatum(height, (kind & 1) != 0, (kind & 2) != 0, (kind & 4) != 0, datum);
+                solve(bench);
+                EXPECT_TRUE(bench.told().empty()) << kind << " " << height << " " << datum;
+                penetration[far] = datum - bench.state->solution.SolvedBottomElev(1);
+            }
+            // Both within 1 LB-FT of balance, over a moment that changes by more than 1000 LB.
+            EXPECT_NEAR(penetration[1], penetration[0], 0.002) << kind << " " << height;
+            ++solved;
+        }
+    }
+    EXPECT_EQ(solved, 8 * 13);
 }
 
 /// A sand wall that holds 10 FT of water; its seepage follows the bottom.

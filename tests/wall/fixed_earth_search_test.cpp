@@ -257,5 +257,44 @@ TEST(FixedEarthSearch, ABottomThatSeepageNeverSettlesIsMessageH) {
                                     formatNumber(Zb, "####0.00") + " FT.\n\nUNABLE TO CONTINUE."});
 }
 
+/// Both sides clay that is only just strong enough under 10 FT of ground: 1200 PSF.
+Bench clayWall(double cohesion) {
+    Bench bench;
+    bench.problem = plainCantilever();
+    bench.problem.WallType = WallKind::Anchored;
+    bench.problem.AnchorElev = -2;
+    for (const int side : {Right, Left}) {
+        bench.problem.SoilFriction(side, 1) = 0;
+        bench.problem.SoilCohesion(side, 1) = cohesion;
+    }
+    return bench;
+}
+
+// The grid has rows down to -60, 50 FT below the lower ground, then one at -50060.
+TEST(FixedEarthSearch, ABottomBelowTheRegularGridEndsItsTableItself) {
+    Bench bench = clayWall(302); // a net resistance of 8 PSF: a bottom near -71
+    solve(bench);
+    ASSERT_TRUE(bench.solved(2));
+    const LevelResult& level = bench.results->levels(2);
+    EXPECT_LT(level.bottomElev, -60);
+    EXPECT_EQ(level.solved.grid.ElevGrid(level.bottomIndex), -50060);
+    const ResultDiagrams& diagrams = level.diagrams;
+    EXPECT_EQ(diagrams.ResultElev(diagrams.RowCount), level.bottomElev);
+    EXPECT_EQ(diagrams.ResultElev(diagrams.RowCount - 1), -60);
+    // The last rows in balance: the shear at -60, 8 PSF over the rest, the toe's reaction.
+    EXPECT_NEAR(diagrams.ResultShear(diagrams.RowCount),
+                diagrams.ResultShear(diagrams.RowCount - 1) - 8 * (-60 - level.bottomElev), 0.1);
+    EXPECT_NEAR(resultant(bench, 2).force, diagrams.ResultShear(diagrams.RowCount), 1.0);
+}
+
+TEST(FixedEarthSearch, ABottomWithinTheRegularGridEndsItsTableAtTheRowBelow) {
+    Bench bench = clayWall(305); // 20 PSF: a bottom between -45 and -46
+    solve(bench);
+    ASSERT_TRUE(bench.solved(2));
+    const LevelResult& level = bench.results->levels(2);
+    EXPECT_GT(level.bottomElev, -46);
+    EXPECT_EQ(level.diagrams.ResultElev(level.diagrams.RowCount), -46);
+}
+
 } // namespace
 } // namespace korvane::test

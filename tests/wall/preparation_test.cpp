@@ -124,6 +124,99 @@ TEST_F(PreparationTest, LayersOfBothSidesAreTestedBeforeCoefficientsAndTheFirstF
                   "     Unable to continue.");
 }
 
+/// Bottoms at -12 and -14 that cross at a distance.
+void crossAt(Problem& problem, int side, double distance) {
+    setLayerBottoms(problem, side, {-12, -14});
+    problem.SoilBottomSlope(side, 1) = -0.05;
+    problem.SoilBottomSlope(side, 2) = -0.05 + 2 / distance;
+}
+
+const char* crossText(int side) {
+    return side == Right ? "Bottoms of RIGHTSIDE soil layers 1 and 2 cross\n32.00 FT from the wall."
+                           "\n\n     Unable to continue."
+                         : "Bottoms of LEFTSIDE soil layers 1 and 2 cross\n32.00 FT from the wall."
+                           "\n\n     Unable to continue.";
+}
+
+TEST_F(PreparationTest, LayerBottomsThatCrossBeforeTheWallAreRefused) {
+    for (const int side : {Left, Right}) { // the right side comes first
+        crossAt(problem, side, 32);
+        expectRefusal("INCONSISTENT SOIL LAYER DATA", crossText(side));
+        EXPECT_EQ(state.failure.code, FailureCode::LayerBottomsCross);
+        EXPECT_EQ(state.failure.layer, 1);
+        EXPECT_DOUBLE_EQ(state.failure.distance, 32);
+    }
+}
+
+// 10 times the exposed height of 10 FT.
+TEST_F(PreparationTest, BottomsMayCrossFromTenExposedHeightsOn) {
+    for (const int side : {Right, Left}) {
+        for (const auto& [distance, refused] : {std::pair(99.99, true), {100.01, false}}) {
+            crossAt(problem, side, distance);
+            EXPECT_EQ(method(side), PressureMethod::Wedge);
+            EXPECT_EQ(state.failed(), refused) << distance;
+            state.failure = {};
+        }
+        // 2 / (0 + 2 / 128) is 128 exactly: at the limit of 128 it stands.
+        setLayerBottoms(problem, side, {-12, -14});
+        problem.SoilBottomSlope(side, 1) = 0;
+        problem.SoilBottomSlope(side, 2) = 2.0 / 128;
+        problem.WallTopElev = 2.8;
+        method(side);
+        EXPECT_FALSE(state.failed());
+        problem.WallTopElev = 2.9;
+        method(side);
+        EXPECT_EQ(state.failure.code, FailureCode::LayerBottomsCross);
+        state.failure = {};
+        problem.WallTopElev = 0;
+        problem.SoilLayerCount(side) = 1;
+    }
+}
+
+// The ground on one side reaches farther than 10 exposed heights, on the other it is level.
+TEST_F(PreparationTest, BottomsMayCrossFromTheLastSurfacePointOn) {
+    for (const int side : {Right, Left}) {
+        addSurfacePoint(side);
+        problem.SurfaceDist(side, 2) = 250;
+        for (const auto& [distance, refused] : {std::pair(249.99, true), {250.01, false}}) {
+            crossAt(problem, side, distance);
+            method(side);
+            EXPECT_EQ(state.failed(), refused) << distance;
+            state.failure = {};
+        }
+        crossAt(problem, side == Right ? Left : Right, 101);
+        method(side);
+        EXPECT_FALSE(state.failed());
+        setLayerBottoms(problem, Right, {});
+        setLayerBottoms(problem, Left, {});
+        problem.SurfacePointCount(side) = 1;
+    }
+}
+
+TEST_F(PreparationTest, BottomsThatPartOrCrossBehindTheWallStand) {
+    setLayerBottoms(problem, Right, {-12, -14, -20});
+    problem.SoilBottomSlope(Right, 1) = 0.1;
+    problem.SoilBottomSlope(Right, 2) = -0.1;
+    problem.SoilBottomSlope(Right, 3) = -0.1;
+    problem.SoilBottomSlope(Right, 4) = 1; // of the last layer, which has no bottom
+    EXPECT_EQ(method(Right), PressureMethod::Wedge);
+    EXPECT_FALSE(state.failed());
+    problem.SoilBottomSlope(Right, 3) = 0.4; // 6 FT at 0.5
+    expectRefusal("INCONSISTENT SOIL LAYER DATA",
+                  "Bottoms of RIGHTSIDE soil layers 2 and 3 cross\n12.00 FT from the wall."
+                  "\n\n     Unable to continue.");
+}
+
+TEST_F(PreparationTest, CrossingBottomsComeAfterLayersAndBeforeCoefficients) {
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
+    addSurfacePoint(Right);
+    crossAt(problem, Left, 32);
+    expectRefusal("INCONSISTENT SOIL LAYER DATA", crossText(Left));
+    problem.SoilBottomElev(Left, 1) = -10;
+    PrepareSolution(state);
+    EXPECT_EQ(state.failure.code, FailureCode::LayerAboveSurface);
+}
+
 // Head 8, from -4 to -10: the gradient may be at most 8 / 6, where it ends at -10 itself.
 TEST_F(PreparationTest, AGivenGradientThatEndsAboveTheLeftGroundIsRefused) {
     const std::string text = "Seepage gradient is too large for the seepage\n"

@@ -55,6 +55,28 @@ int errorOf(DiagramBench& bench) {
     return 0;
 }
 
+/// The last row's elevation of level 2 with a bottom between its last two grid points.
+double lastElevation(double lastPoint, double farElev) {
+    DiagramBench bench(4, 2);
+    bench.state->grid.ElevGrid(4) = lastPoint;
+    bench.state->grid.FarElev = farElev;
+    bench.state->solution.SolvedBottomElev(2) = -2.25;
+    bench.element(2, 0, 0, 0, 20); // no shear at the largest moment
+    bench.element(3, 0, 20, -30, 7);
+    bench.build();
+    EXPECT_EQ(bench.rows(), 4);
+    EXPECT_EQ(bench.results().ResultShear(4), -30); // of level 2 it stays
+    EXPECT_EQ(bench.results().ResultMoment(4), 0);
+    return bench.results().ResultElev(4);
+}
+
+TEST(ResultDiagrams, LevelTwoEndsAtItsGridPointButNotAtOneFarBelow) {
+    EXPECT_EQ(lastElevation(-3, -50003), -3);
+    EXPECT_EQ(lastElevation(-50002.99, -50003), -50002.99);
+    EXPECT_EQ(lastElevation(-50003, -50003), -2.25);
+    EXPECT_EQ(lastElevation(-100003, -50003), -2.25);
+}
+
 TEST(ResultDiagrams, RowsOfASmoothWall) {
     DiagramBench bench(3);
     bench.element(1, 40, 0, 60, 50);
