@@ -2,7 +2,7 @@
 
 #include "problem/load_sections.h"
 #include "problem/reading.h"
-#include "runtime/arithmetic.h"
+#include "problem/validate.h"
 #include "runtime/file_text.h"
 #include "runtime/runtime_error.h"
 
@@ -28,7 +28,7 @@ bool readHeading(Reading& reading) {
             return NumHeadingLines > 0 ||
                    refuse(reading, "At least one HEADING LINE is required.\n" + currentLine());
         }
-        if (NumHeadingLines == 4) {
+        if (NumHeadingLines == mostOf(ProblemCount::NumHeadingLines)) {
             // No line break between the two sentences: deliberate.
             return refuse(reading, "Number of HEADING LINES is greater than 4." + currentLine());
         }
@@ -45,9 +45,8 @@ bool readControl(Reading& reading) {
     auto& FSPassive = problem.FSPassive;
 
     reading.SectionName = "CONTROL DATA";
-    if (!(keyword(reading, "C") && needTokens(reading, 3) &&
-          choice(reading, 2, "CA", problem.WallType) &&
-          choice(reading, 3, "DA", problem.ProgramMode))) {
+    if (!(keyword(reading, "C") && needTokens(reading, 3) && choice(reading, 2, problem.WallType) &&
+          choice(reading, 3, problem.ProgramMode))) {
         return false;
     }
     const bool hasFactor = hasToken(reading.input, 4);
@@ -96,13 +95,14 @@ bool readSurfaceOfSide(Reading& reading) {
 
     SideWord word;
     if (!(nextLine(reading) && keyword(reading, "SU") && needTokens(reading, 5) &&
-          sideWord(reading, 2, SurfacePointCount, true, word))) {
+          sideWord(reading, 2, ProblemCount::SurfacePointCount, true, word))) {
         return false;
     }
     const int side = word.side;
-    if (!(count(reading, 3, SurfacePointCount(side), 1, 11) &&
+    const Limits ground = limitsBetween(ProblemField::SurfaceElev, ByReader, problem, side);
+    if (!(count(reading, 3, ProblemCount::SurfacePointCount, side) &&
           number(reading, 4, ProblemField::SurfaceDist, side, 1) &&
-          number(reading, 5, SurfaceElev(side, 1), notAbove(problem.WallTopElev)))) {
+          number(reading, 5, SurfaceElev(side, 1), notAbove(ground.high)))) {
         return false;
     }
     for (int point = 2; point <= SurfacePointCount(side); ++point) {
@@ -130,12 +130,13 @@ bool readSurface(Reading& reading) {
             return false;
         }
     }
-    const double lower = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
-    if (problem.ProgramMode == Mode::Analysis && lower <= problem.WallBottomElev) {
-        return refuse(reading, "WALL BOTTOM ELEVATION AND SOIL SURFACE ELEVATIONS\n"
-                               "     ARE INCONSISTENT.\n\n  Unable to continue.");
-    }
-    return true;
+    const auto aboveBottom = [&](int side) {
+        return problem.SurfaceElev(side, 1) >
+               limitsBetween(ProblemField::SurfaceElev, ByReader, problem, side).low;
+    };
+    return problem.ProgramMode != Mode::Analysis || (aboveBottom(Right) && aboveBottom(Left)) ||
+           refuse(reading, "WALL BOTTOM ELEVATION AND SOIL SURFACE ELEVATIONS\n"
+                           "     ARE INCONSISTENT.\n\n  Unable to continue.");
 }
 
 bool readCoefficientLayer(Reading& reading, int side, int layer, bool last) {
@@ -194,12 +195,12 @@ bool readSoilOfSide(Reading& reading) {
 
     SideWord word;
     if (!(nextLine(reading) && keyword(reading, "SO") && needTokens(reading, 4) &&
-          sideWord(reading, 2, SoilLayerCount, true, word))) {
+          sideWord(reading, 2, ProblemCount::SoilLayerCount, true, word))) {
         return false;
     }
     const int side = word.side;
-    if (!(choice(reading, 3, "SC", problem.SoilDataKind(side)) &&
-          count(reading, 4, SoilLayerCount(side), 1, 11) &&
+    if (!(choice(reading, 3, problem.SoilDataKind(side)) &&
+          count(reading, 4, ProblemCount::SoilLayerCount, side) &&
           optionalNumber(reading, 5, ProblemField::Level2FSActive, side) &&
           optionalNumber(reading, 6, ProblemField::Level2FSPassive, side))) {
         return false;
@@ -233,8 +234,6 @@ bool readSoil(Reading& reading) {
 /// of ground and water on either side.
 bool readSeepage(Reading& reading) {
     Problem& problem = reading.problem;
-    auto& WaterElev = problem.WaterElev;
-    auto& SurfaceElev = problem.SurfaceElev;
     auto& SeepageGradient = problem.SeepageGradient;
 
     problem.SeepageKind = Seepage::None;
@@ -242,12 +241,14 @@ bool readSeepage(Reading& reading) {
     if (!hasToken(reading.input, 6)) {
         return true;
     }
-    if (WaterElev(Left) >= WaterElev(Right)) {
+    const auto limits = [&problem](ProblemField field, int side) {
+        return limitsBetween(field, ByReader, problem, side);
+    };
+    if (!limits(ProblemField::WaterElev, Left).hold(problem.WaterElev(Left))) {
         return refuse(reading);
     }
-    const auto bound = [&](int side) { return MinOf(WaterElev(side), SurfaceElev(side, 1)); };
     if (!(needTokens(reading, 7) &&
-          number(reading, 6, problem.SeepageElev, between(bound(Left), bound(Right))))) {
+          number(reading, 6, problem.SeepageElev, limits(ProblemField::SeepageElev, Right)))) {
         return false;
     }
     if (firstLetter(reading, 7) == 'A') {
@@ -273,8 +274,7 @@ bool readWaterElevations(Reading& reading) {
 
 bool readWaterPressures(Reading& reading) {
     Problem& problem = reading.problem;
-    // The lists would hold 21 points; a file gives 11 at most.
-    if (!(needTokens(reading, 7) && count(reading, 3, problem.WaterPressCount, 2, 11))) {
+    if (!(needTokens(reading, 7) && count(reading, 3, ProblemCount::WaterPressCount))) {
         return false;
     }
     for (int point = 1; point <= problem.WaterPressCount; ++point) {
@@ -298,7 +298,7 @@ bool readWater(Reading& reading) {
         return true;
     }
     reading.SectionName = "WATER DATA";
-    if (!(needTokens(reading, 2) && choice(reading, 2, "EP", WaterDataKind))) {
+    if (!(needTokens(reading, 2) && choice(reading, 2, WaterDataKind))) {
         return false;
     }
     return (WaterDataKind == WaterData::Elevations ? readWaterElevations(reading)

@@ -56,13 +56,13 @@ char firstLetter(const Reading& reading, int token) {
     return takeToken(reading.input, token).front();
 }
 
-bool choice(Reading& reading, int token, std::string_view letters, char& to) {
+char letterAmong(Reading& reading, int token, std::string_view letters) {
     const char letter = firstLetter(reading, token);
     if (letters.find(letter) == std::string_view::npos) {
-        return refuse(reading);
+        refuse(reading);
+        return '\0';
     }
-    to = letter;
-    return true;
+    return letter;
 }
 
 bool number(Reading& reading, int token, double& to, const Limits& limits) {
@@ -88,7 +88,9 @@ bool optionalNumber(Reading& reading, int token, ProblemField field, int side, i
     return !hasToken(reading.input, token) || number(reading, token, field, side, row);
 }
 
-bool count(Reading& reading, int token, int& to, int low, int high) {
+bool count(Reading& reading, int token, ProblemCount which, int side) {
+    const int low = leastOf(which, ByReader);
+    const int high = mostOf(which);
     // The wide limits keep what no 16-bit integer holds away from the rounding.
     double value = 0;
     if (!number(reading, token, value, between(low - 1.0, high + 1.0))) {
@@ -98,14 +100,13 @@ bool count(Reading& reading, int token, int& to, int low, int high) {
     if (whole < low || whole > high) {
         return refuse(reading);
     }
-    to = whole;
+    rulesOf(which).at(reading.problem, side) = whole;
     return true;
 }
 
-bool sideWord(Reading& reading, int token, const Array<int, 2>& counts, bool rightFirst,
-              SideWord& to) {
-    const bool right = counts(Right) != 0;
-    const bool left = counts(Left) != 0;
+bool sideWord(Reading& reading, int token, ProblemCount which, bool rightFirst, SideWord& to) {
+    const bool right = rulesOf(which).value(reading.problem, Right) != 0;
+    const bool left = rulesOf(which).value(reading.problem, Left) != 0;
     switch (firstLetter(reading, token)) {
     case 'R':
         to = {Right, false};

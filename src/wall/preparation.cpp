@@ -3,6 +3,7 @@
 #include "pressures/elevation_grid.h"
 #include "pressures/water_pressures.h"
 #include "pressures/wedge_regions.h"
+#include "problem/loads.h"
 #include "runtime/arithmetic.h"
 #include "state/rows.h"
 
@@ -118,9 +119,11 @@ void prepareWedgeSides(State& state) {
         if (state.preparation.SideMethod(side) != PressureMethod::Wedge) {
             continue;
         }
-        state.preparation.NumSurchargesOnSide(side) =
-            problem.VStripCount(side) + problem.VLineCount(side) + problem.VRampCount(side) +
-            problem.VTriCount(side) + problem.VVarCount(side);
+        int& surcharges = state.preparation.NumSurchargesOnSide(side);
+        surcharges = 0;
+        for (const LoadRules& load : GroundLoads) {
+            surcharges += load.load == Load::Uniform ? 0 : load.rows(problem, side);
+        }
         BuildWedgeRegions(state, side);
         if (state.preparation.SeepageKind != Seepage::None) {
             BuildSeepageEndRegions(state, side, 1);
