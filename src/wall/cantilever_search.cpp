@@ -16,7 +16,6 @@ constexpr double ForceTolerance = 0.1;  // PLF
 constexpr double MomentTolerance = 1.0; // LB-FT per foot
 constexpr int CurvePoints = 3;
 constexpr int MaxCurveStages = 25;
-constexpr int MaxSeepagePasses = 20;
 
 /// Where net active pressure ends: the grid row at or below it, and the point itself.
 struct Transition {
@@ -271,7 +270,7 @@ void finishDiagram(State& state, const Transition& transition) {
     const double Pb = state.solution.BottomPressure(1);
     const auto [Z, pZ] = transition.point;
 
-    if (std::abs(Z - ElevGrid(transition.row)) > GridTolerance) {
+    if (std::abs(Z - ElevGrid(transition.row)) > SameElevation) {
         insertTransition(state, transition);
     }
     BottomIndex(1) = transition.row + 1;

@@ -6,14 +6,13 @@
 #include "problem/loads.h"
 #include "runtime/arithmetic.h"
 #include "state/rows.h"
+#include "state/tolerances.h"
 
 namespace korvane {
 
 namespace {
 
-constexpr double StartGradient = 0.0001;   ///< FT/FT, of a design with automatic seepage
 constexpr double LargestGradient = 0.9999; ///< FT/FT
-constexpr double ElevationNoise = 1e-9;    ///< FT; floating-point noise is no distance
 
 /// Equal input gives equal results, whatever was solved before. Polygons are cleared by their
 /// counts.
@@ -105,7 +104,7 @@ void startSeepage(State& state) {
 bool refuseGradient(State& state) {
     const Problem& problem = *state.problem;
     if (state.preparation.SeepageKind != Seepage::Given ||
-        state.preparation.SeepageEndElev(1) <= seepageExitElev(problem) + ElevationNoise) {
+        state.preparation.SeepageEndElev(1) <= seepageExitElev(problem) + SamePoint) {
         return false;
     }
     fail(state, {.code = FailureCode::GradientTooLarge});
