@@ -48,7 +48,6 @@ void replaceName(Session& session, const std::string& from, const std::string& t
     };
     TemporaryFiles& files = session.files;
     std::for_each(files.ScratchFileList.begin(), files.ScratchFileList.end(), replace);
-    std::for_each(files.ScratchFileName.begin(), files.ScratchFileName.end(), replace);
     replace(session.CurrentInputName);
     replace(session.report.CurrentOutputName);
 }
@@ -161,7 +160,6 @@ void deleteOwnFile(Session& session, const std::string& listed) {
     }
     TemporaryFiles& files = session.files;
     std::replace(files.ScratchFileList.begin(), files.ScratchFileList.end(), name, std::string());
-    std::replace(files.ScratchFileName.begin(), files.ScratchFileName.end(), name, std::string());
 }
 
 } // namespace korvane

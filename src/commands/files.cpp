@@ -247,9 +247,6 @@ void DeleteTempFiles(Session& session, Desktop& desktop) {
     for (const std::string& name : files.ScratchFileList) {
         deleteOwnFile(session, name);
     }
-    for (const std::string& name : files.ScratchFileName) {
-        deleteOwnFile(session, name);
-    }
     session.report.CurrentOutputName.clear();
     session.CurrentInputName.clear();
     desktop.QuitHelp();

@@ -91,11 +91,9 @@ struct MainWindow {
     std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
     int FileLineCount = 0;        ///< lines written to the temporary input file
     bool inputFileStale = false;  ///< CurrentInputName does not hold the whole problem
-    int InputSavedFlag = 0;       ///< 1 after a successful input save; nothing reads it
     int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
     std::string DialogFolder;     ///< initial folder of the file dialogs
     std::string CurrentFolder;    ///< relative names start here; the process never changes its own
-    int HelpCommand = 0;          ///< index of the help menu item being served
 
     Menus menus;
     Panels panels;
@@ -109,7 +107,6 @@ struct TemporaryFiles {
     std::string TempFolder;
     int ScratchFileCount = 8; ///< names in the list; the first eight stay empty
     Array<std::string, 100> ScratchFileList;
-    Array<std::string, 3> ScratchFileName; ///< by level; stays empty, as levels stay in memory
 };
 
 /// The report being written.
@@ -137,6 +134,11 @@ struct Session : MainWindow {
     std::string recentStore;              ///< file that keeps them between runs, "" for none
     bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue
     CommandScope* running = nullptr; ///< of the command at work that can be taken back, if any
+
+    // Nothing reads these; they tell of the session to those who look at it.
+    int InputSavedFlag = 0;                ///< 1 after a successful input save
+    int HelpCommand = 0;                   ///< index of the help menu item served last
+    Array<std::string, 3> ScratchFileName; ///< by level; stays empty, as levels stay in memory
 
     /// What the plot screens draw from.
     PlotData plotData() const {
