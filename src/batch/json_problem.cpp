@@ -1,5 +1,6 @@
 #include "batch/json_problem.h"
 
+#include "problem/loads.h"
 #include "runtime/utf8_text.h"
 
 #include <array>
@@ -147,43 +148,51 @@ void writeWater(JsonText& json, const Problem& problem) {
     writeLeading(json, "WaterPressure", problem.WaterPressure, count);
 }
 
-void writeVerticalLoads(JsonText& json, const Problem& problem) {
-    const auto oneRamp = [&](const char* name, const Array<double, 2>& values) {
-        writeSides(json, name,
-                   [&](int side) { return where(problem.VRampCount(side) > 0, values(side)); });
-    };
-    writeSides(json, "VLineCount", problem.VLineCount);
-    writeSideLists(json, "VLineDist", problem.VLineDist, problem.VLineCount);
-    writeSideLists(json, "VLineLoad", problem.VLineLoad, problem.VLineCount);
-    writeSides(json, "VUniformCount", problem.VUniformCount);
-    writeSides(json, "VStripCount", problem.VStripCount);
-    writeSideLists(json, "VStripStart", problem.VStripStart, problem.VStripCount);
-    writeSideLists(json, "VStripEnd", problem.VStripEnd, problem.VStripCount);
-    writeSideLists(json, "VStripLoad", problem.VStripLoad, problem.VStripCount);
-    writeSides(json, "VRampCount", problem.VRampCount);
-    writeSides(json, "VUniformLoad", [&](int side) {
-        return where(problem.VUniformCount(side) > 0, problem.VUniformLoad(side));
-    });
-    oneRamp("VRampStart", problem.VRampStart);
-    oneRamp("VRampEnd", problem.VRampEnd);
-    oneRamp("VRampLoad", problem.VRampLoad);
-    writeSides(json, "VTriCount", problem.VTriCount);
-    writeSideLists(json, "VTriStart", problem.VTriStart, problem.VTriCount);
-    writeSideLists(json, "VTriPeak", problem.VTriPeak, problem.VTriCount);
-    writeSideLists(json, "VTriEnd", problem.VTriEnd, problem.VTriCount);
-    writeSideLists(json, "VTriLoad", problem.VTriLoad, problem.VTriCount);
-    writeSides(json, "VVarCount", problem.VVarCount);
-    writeSideLists(json, "VVarDist", problem.VVarDist, problem.VVarCount);
-    writeSideLists(json, "VVarLoad", problem.VVarLoad, problem.VVarCount);
+void writeCount(JsonText& json, const Problem& problem, Load load) {
+    const CountRules& rules = rulesOf(rulesOf(load).count);
+    if (rules.sides == 2) {
+        writeSides(json, rules.name, [&](int side) { return rules.value(problem, side); });
+    } else {
+        json.member(rules.name, rules.value(problem, Right));
+    }
 }
 
-void writeHorizontalLoads(JsonText& json, const Problem& problem) {
-    json.member("HLineCount", problem.HLineCount);
-    writeLeading(json, "HLineElev", problem.HLineElev, problem.HLineCount);
-    writeLeading(json, "HLineLoad", problem.HLineLoad, problem.HLineCount);
-    json.member("HDistCount", problem.HDistCount);
-    writeLeading(json, "HDistElev", problem.HDistElev, problem.HDistCount);
-    writeLeading(json, "HDistLoad", problem.HDistLoad, problem.HDistCount);
+/// The lists of a load; of a kind with one load a side its numbers themselves.
+void writeLists(JsonText& json, const Problem& problem, Load load) {
+    const LoadRules& rules = rulesOf(load);
+    for (int column = 0; column < rules.width(); ++column) {
+        const FieldRules& field = rulesOf(rules.field(column));
+        const auto writeSide = [&](int side) {
+            writeList(json, rules.rows(problem, side),
+                      [&](int row) { return field.value(problem, side, row); });
+        };
+        json.member(field.name);
+        if (rules.sides() == 1) {
+            writeSide(Right);
+        } else if (field.hasRows) {
+            json.array([&] {
+                writeSide(Right);
+                writeSide(Left);
+            });
+        } else {
+            writeList(json, 2, [&](int side) {
+                return where(rules.rows(problem, side) > 0, field.value(problem, side, 1));
+            });
+        }
+    }
+}
+
+/// The uniform load stands between the count and the numbers of the ramp: an order that is kept.
+void writeLoads(JsonText& json, const Problem& problem) {
+    for (const LoadRules& rules : LoadTable) {
+        writeCount(json, problem, rules.load);
+        if (rules.load == Load::Ramp) {
+            writeLists(json, problem, Load::Uniform);
+        }
+        if (rules.load != Load::Uniform) {
+            writeLists(json, problem, rules.load);
+        }
+    }
 }
 
 } // namespace
@@ -193,8 +202,7 @@ void writeProblem(JsonText& json, const Problem& problem) {
         writeHeadingToSurface(json, problem);
         writeSoil(json, problem);
         writeWater(json, problem);
-        writeVerticalLoads(json, problem);
-        writeHorizontalLoads(json, problem);
+        writeLoads(json, problem);
     });
 }
 

@@ -55,7 +55,6 @@ void replaceName(Session& session, const std::string& from, const std::string& t
     };
     TemporaryFiles& files = session.files;
     std::for_each(files.ScratchFileList.begin(), files.ScratchFileList.end(), replace);
-    std::for_each(files.ScratchFileName.begin(), files.ScratchFileName.end(), replace);
     replace(session.CurrentInputName);
     replace(session.report.CurrentOutputName);
 }
@@ -184,7 +183,6 @@ void deleteOwnFile(Session& session, const std::string& listed, std::vector<Runt
     }
     TemporaryFiles& files = session.files;
     std::replace(files.ScratchFileList.begin(), files.ScratchFileList.end(), name, std::string());
-    std::replace(files.ScratchFileName.begin(), files.ScratchFileName.end(), name, std::string());
 }
 
 } // namespace korvane

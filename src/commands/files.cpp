@@ -2,8 +2,8 @@
 
 #include "commands/command_scope.h"
 #include "commands/recent_files.h"
-#include "commands/told_boxes.h"
 #include "commands/recovery.h"
+#include "commands/told_boxes.h"
 #include "problem/input_writer.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
@@ -257,9 +257,6 @@ void DeleteTempFiles(Session& session, Desktop& desktop) {
     const TemporaryFiles& files = session.files;
     std::vector<RuntimeError> left;
     for (const std::string& name : files.ScratchFileList) {
-        deleteOwnFile(session, name, left);
-    }
-    for (const std::string& name : files.ScratchFileName) {
         deleteOwnFile(session, name, left);
     }
     session.report.CurrentOutputName.clear();

@@ -35,13 +35,10 @@ struct MainWindow {
     std::string ProblemFile;      ///< the user's file that the problem is from or saved in, or ""
     std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
     std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
-    int FileLineCount = 0;        ///< lines of the last input written; nothing reads it
     bool inputFileStale = false;  ///< CurrentInputName does not hold the whole problem
-    int InputSavedFlag = 0;       ///< 1 after a successful input save; nothing reads it
     int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
     std::string DialogFolder;     ///< initial folder of the file dialogs
     std::string CurrentFolder;    ///< relative names start here; the process never changes its own
-    Help HelpCommand = Help::Contents; ///< being served
 
     Menus menus;
     Panels panels;
@@ -56,7 +53,6 @@ struct TemporaryFiles {
     std::string TempFolder;
     int ScratchFileCount = 8; ///< names in the list; the first eight stay empty
     Array<std::string, 100> ScratchFileList;
-    Array<std::string, 3> ScratchFileName; ///< by level; stays empty, as levels stay in memory
 };
 
 /// Removes all that are listed; takes no memory.
@@ -95,6 +91,12 @@ struct Session : MainWindow {
     bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue
     CommandScope* running = nullptr; ///< of the command at work that can be taken back, if any
     RunRecord* record = nullptr;     ///< of the program for its next start, if it keeps one
+
+    // Nothing reads these; they tell of the session to those who look at it.
+    int InputSavedFlag = 0;                ///< 1 after a successful input save
+    int FileLineCount = 0;                 ///< lines of the last input written
+    Help HelpCommand = Help::Contents;     ///< served last
+    Array<std::string, 3> ScratchFileName; ///< by level; stays empty, as levels stay in memory
 
     /// What the plot screens draw from.
     PlotData plotData() const {

@@ -5,28 +5,12 @@
 namespace korvane {
 
 bool hasInputPlot(const Problem& problem, int plotNumber) {
-    const auto onEitherSide = [](const Array<int, 2>& count) {
-        return count(Right) > 0 || count(Left) > 0;
-    };
+    if (plotNumber >= LineLoadPlot && plotNumber <= HorizontalDistributedPlot) {
+        return rulesOf(loadOfPlot(plotNumber)).isGiven(problem);
+    }
     switch (plotNumber) {
     case SystemPlot:
         return true;
-    case LineLoadPlot:
-        return onEitherSide(problem.VLineCount);
-    case UniformLoadPlot:
-        return onEitherSide(problem.VUniformCount);
-    case StripLoadPlot:
-        return onEitherSide(problem.VStripCount);
-    case RampLoadPlot:
-        return onEitherSide(problem.VRampCount);
-    case TriangularLoadPlot:
-        return onEitherSide(problem.VTriCount);
-    case VariableLoadPlot:
-        return onEitherSide(problem.VVarCount);
-    case HorizontalLinePlot:
-        return problem.HLineCount > 0;
-    case HorizontalDistributedPlot:
-        return problem.HDistCount > 0;
     case InputWaterPlot:
         return problem.WaterDataKind == WaterData::Pressures;
     default:

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "plots/sheet.h"
-#include "problem/problem.h"
+#include "problem/loads.h"
 
 namespace korvane {
 
@@ -20,6 +20,11 @@ enum InputPlotNumber {
     InputWaterPlot,
 };
 inline constexpr int InputPlotCount = 10;
+
+/// The kind of load that LineLoadPlot to HorizontalDistributedPlot show.
+constexpr Load loadOfPlot(int plotNumber) {
+    return static_cast<Load>(plotNumber - LineLoadPlot);
+}
 
 /// Whether the problem holds data for a view; the system is always there. RuntimeError 5 for a
 /// number that names none.

@@ -2,7 +2,6 @@
 #include "plots/frame.h"
 #include "plots/input_plots.h"
 #include "runtime/number_text.h"
-#include "runtime/runtime_error.h"
 
 #include <algorithm>
 #include <string>
@@ -44,43 +43,24 @@ double sideEdge(int side) {
     return side == Right ? AxisRight : AxisLeft;
 }
 
-/// The largest valid entry of both sides, at least 0.
-template <int Places>
-double largestOf(const Array<double, 2, Places>& values, const Array<int, 2>& count) {
+/// The largest value of a column on both sides, at least 0.
+double largestOf(const Problem& problem, const LoadRules& load, int column) {
     double largest = 0;
     for (const int side : {Right, Left}) {
-        for (int i = 1; i <= count(side); ++i) {
-            largest = std::max(largest, values(side, i));
+        for (int row = 1; row <= load.rows(problem, side); ++row) {
+            largest = std::max(largest, load.value(problem, column, side, row));
         }
     }
     return largest;
 }
-double largestOf(const Array<double, 2>& values, const Array<int, 2>& count) {
-    double largest = 0;
-    for (const int side : {Right, Left}) {
-        largest = std::max(largest, count(side) > 0 ? values(side) : 0);
-    }
-    return largest;
-}
 
-SurchargeScale surchargeScale(const Problem& p, int plotNumber) {
-    switch (plotNumber) {
-    case LineLoadPlot:
-        return {largestOf(p.VLineDist, p.VLineCount), largestOf(p.VLineLoad, p.VLineCount)};
-    case UniformLoadPlot:
-        return {0, largestOf(p.VUniformLoad, p.VUniformCount)};
-    case StripLoadPlot:
-        return {largestOf(p.VStripEnd, p.VStripCount), largestOf(p.VStripLoad, p.VStripCount)};
-    case RampLoadPlot:
-        return {largestOf(p.VRampEnd, p.VRampCount), largestOf(p.VRampLoad, p.VRampCount),
-                RampReach};
-    case TriangularLoadPlot:
-        return {largestOf(p.VTriEnd, p.VTriCount), largestOf(p.VTriLoad, p.VTriCount)};
-    case VariableLoadPlot:
-        return {largestOf(p.VVarDist, p.VVarCount), largestOf(p.VVarLoad, p.VVarCount)};
-    default:
-        throw RuntimeError(5);
-    }
+/// The last distance of a row reaches farthest; a uniform load has none.
+SurchargeScale surchargeScale(const Problem& problem, int plotNumber) {
+    const LoadRules& load = rulesOf(loadOfPlot(plotNumber));
+    const int loadColumn = load.width() - 1;
+    return {loadColumn > 0 ? largestOf(problem, load, loadColumn - 1) : 0,
+            largestOf(problem, load, loadColumn),
+            plotNumber == RampLoadPlot ? RampReach : FullReach};
 }
 
 std::string surchargeTitle(int plotNumber, double largest) {

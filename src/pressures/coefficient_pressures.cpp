@@ -5,6 +5,7 @@
 #include "pressures/surcharge_pressures.h"
 #include "pressures/water_pressures.h"
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,9 +14,6 @@
 namespace korvane {
 
 namespace {
-
-constexpr double PressureNoise = 0.0001; ///< PSF; smaller active pressures are zero
-constexpr double BreakShare = 0.0001; ///< of an interval: a row nearer to its lower break is that
 
 /// What turns the vertical stress of a layer into pressures on the wall.
 struct LayerCoefficients {
@@ -197,7 +195,7 @@ std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int 
         breaks.BreakPassive(j + 1, 2) = layer->passive(sv);
 
         if (L < problem.SoilLayerCount(side) &&
-            lowerEnd - problem.SoilBottomElev(side, L) < GridTolerance) {
+            lowerEnd - problem.SoilBottomElev(side, L) < SameElevation) {
             ++L;
         }
     }

@@ -10,10 +10,6 @@ namespace korvane {
 
 namespace {
 
-/// A computed elevation this close (FT) to a point is that point: floating-point noise is no
-/// distance.
-constexpr double NoiseDistance = 1e-9;
-
 constexpr int MaxRegularPoints = 200;
 constexpr double FarDistance = 100000.0; ///< FT below the lowest working point
 
@@ -25,7 +21,7 @@ void appendPoint(ElevationGrid& grid, double elevation) {
 /// Appends a computed elevation unless one of the first `count` points is the same.
 void appendComputedPoint(ElevationGrid& grid, double elevation, int count) {
     for (int i = 1; i <= count; ++i) {
-        if (std::abs(grid.ElevGrid(i) - elevation) <= NoiseDistance) {
+        if (std::abs(grid.ElevGrid(i) - elevation) <= SamePoint) {
             return;
         }
     }
@@ -92,11 +88,11 @@ void placeSeepageEnd(ElevationGrid& grid, double& seepageEndElev, int& seepageEn
     auto& NumElevs = grid.NumElevs;
 
     int i = 1;
-    while (i <= NumElevs && ElevGrid(i) > seepageEndElev + NoiseDistance) {
+    while (i <= NumElevs && ElevGrid(i) > seepageEndElev + SamePoint) {
         ++i;
     }
     seepageEndIndex = i;
-    if (i <= NumElevs && std::abs(ElevGrid(i) - seepageEndElev) <= NoiseDistance) {
+    if (i <= NumElevs && std::abs(ElevGrid(i) - seepageEndElev) <= SamePoint) {
         seepageEndElev = ElevGrid(i);
         return;
     }
@@ -143,7 +139,7 @@ bool isFarRow(const ElevationGrid& grid, int row) {
 
 int firstRowAt(const ElevationGrid& grid, double elevation) {
     for (int i = 1; i <= grid.NumElevs; ++i) {
-        if (std::abs(grid.ElevGrid(i) - elevation) <= GridTolerance) {
+        if (std::abs(grid.ElevGrid(i) - elevation) <= SameElevation) {
             return i;
         }
     }
@@ -152,7 +148,7 @@ int firstRowAt(const ElevationGrid& grid, double elevation) {
 
 int lastRowAt(const ElevationGrid& grid, double elevation) {
     for (int i = grid.NumElevs; i >= 1; --i) {
-        if (std::abs(grid.ElevGrid(i) - elevation) <= GridTolerance) {
+        if (std::abs(grid.ElevGrid(i) - elevation) <= SameElevation) {
             return i;
         }
     }

@@ -2,11 +2,9 @@
 #pragma once
 
 #include "state/state.h"
+#include "state/tolerances.h"
 
 namespace korvane {
-
-/// Elevations closer than this (FT) are one elevation when a row is looked up.
-inline constexpr double GridTolerance = 0.0001;
 
 /// Fills ElevGrid, NumElevs and SeepageEndIndex(level) from the problem and the level's
 /// SeepageEndElev: data elevations, points at 1 FT from the wall top downward, two far points.
@@ -16,7 +14,7 @@ void BuildElevationGrid(State& state, int level);
 /// True for the two far points, which stand for "below any wall".
 bool isFarRow(const ElevationGrid& grid, int row);
 
-/// First and last row within GridTolerance of `elevation`; 0 where there is none.
+/// First and last row within SameElevation of `elevation`; 0 where there is none.
 int firstRowAt(const ElevationGrid& grid, double elevation);
 int lastRowAt(const ElevationGrid& grid, double elevation);
 

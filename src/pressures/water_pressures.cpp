@@ -40,7 +40,7 @@ void applyPressureTable(const Problem& problem, const ElevationGrid& grid, Press
         const double t =
             divide(WaterPressElev(j - 1) - ElevGrid(i), WaterPressElev(j - 1) - WaterPressElev(j));
         addBoth(pressures, i, (1 - t) * WaterPressure(j - 1) + t * WaterPressure(j));
-        if (std::abs(ElevGrid(i) - WaterPressElev(j)) <= GridTolerance) {
+        if (std::abs(ElevGrid(i) - WaterPressElev(j)) <= SameElevation) {
             ++j;
         }
     }

@@ -4,14 +4,13 @@
 #include "pressures/row_insertion.h"
 #include "pressures/wedge_forces.h"
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 
 #include <cmath>
 
 namespace korvane {
 
 namespace {
-
-constexpr double NegligiblePressure = 0.0001; ///< PSF, and for cohesion
 
 double uniformLoad(const Problem& problem, int side) {
     return problem.VUniformCount(side) != 0 ? problem.VUniformLoad(side) : 0;
@@ -30,7 +29,7 @@ double slopeCoefficient(double p, double w, double e, double s) {
 void setSurfacePressures(State& state, int side, int level, int surfaceRow) {
     const Problem& problem = *state.problem;
     const double cohesion = problem.SoilCohesion(side, 1);
-    if (!(cohesion > NegligiblePressure) && problem.VUniformCount(side) == 0) {
+    if (!(cohesion > PressureNoise) && problem.VUniformCount(side) == 0) {
         return;
     }
     const double q = uniformLoad(problem, side);
@@ -81,7 +80,7 @@ void differentiateForce(const ElevationGrid& grid, const Array<double, 301, 2>& 
 void removeTension(State& state, int side, int surfaceRow) {
     auto& ActivePressures = state.pressures.ActivePressures;
     const auto clearSmall = [](double& value) {
-        if (std::abs(value) <= NegligiblePressure) {
+        if (std::abs(value) <= PressureNoise) {
             value = 0;
         }
     };

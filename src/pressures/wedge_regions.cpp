@@ -1,6 +1,7 @@
 #include "pressures/wedge_regions.h"
 
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 
 namespace korvane {
 
@@ -9,8 +10,6 @@ namespace {
 /// How far (FT) the ground runs on level behind the last surface point.
 constexpr double FarEndDistance = 200000.0;
 constexpr int MaxPolygonPoints = 50;
-/// At this gradient or below seepage has not been worked out yet.
-constexpr double StartGradient = 0.0001;
 
 /// A straight line from the wall outward.
 struct Line {
@@ -269,7 +268,7 @@ void BuildWedgeRegions(State& state, int side) {
 
 // Cuts the seep regions of one side at the elevation at which seepage has used up the head: the
 // deep regions lie below it. To be run again whenever SeepageEndElev(level) has moved. A gradient
-// of 0.0001 is the start of an iteration and has no deep regions: a deliberate limit.
+// of StartGradient is the start of an iteration and has no deep regions: a deliberate limit.
 void BuildSeepageEndRegions(State& state, int side, int level) {
     const Problem& problem = *state.problem;
     WedgeRegions& regions = state.regions;

@@ -15,7 +15,8 @@ inline constexpr int CutRegion = 2;   ///< the part below the dividing line
 void BuildWedgeRegions(State& state, int side);
 
 /// Fills the deep regions of a side for the level's SeepageEndElev; clears their kinds first and
-/// does no more unless water is given by elevations and SeepageGradient(level) is above 0.0001.
+/// does no more unless water is given by elevations and SeepageGradient(level) is above
+/// StartGradient.
 void BuildSeepageEndRegions(State& state, int side, int level);
 
 } // namespace korvane

@@ -1,5 +1,7 @@
 #include "problem/fields.h"
 
+#include "problem/loads.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -245,27 +247,28 @@ bool waterElevations(const Problem& problem, int) {
 int one(const Problem&, int) {
     return 1;
 }
-template <int Capacity, auto Count>
+template <ProblemCount Count>
 int rows(const Problem& problem, int side) {
-    auto& count = problem.*Count;
-    if constexpr (std::is_same_v<std::remove_cvref_t<decltype(count)>, int>) {
-        return std::clamp(count, 0, Capacity);
-    } else {
-        return std::clamp(count(side), 0, Capacity);
-    }
+    return entriesOf(Count, problem, side);
 }
 /// The last layer has no bottom.
 int bottoms(const Problem& problem, int side) {
-    return rows<11, &Problem::SoilLayerCount>(problem, side) - 1;
+    return rows<ProblemCount::SoilLayerCount>(problem, side) - 1;
 }
 int pressurePoints(const Problem& problem, int side) {
     return problem.WaterDataKind == WaterData::Pressures
-               ? rows<21, &Problem::WaterPressCount>(problem, side)
+               ? rows<ProblemCount::WaterPressCount>(problem, side)
                : 0;
 }
 /// An automatic gradient is an outcome of solutions, and in the record for reports alone.
 int gradients(const Problem& problem, int) {
     return problem.SeepageKind == Seepage::Given ? 1 : 0;
+}
+
+template <Load Kind>
+constexpr FieldGroup ofLoad() {
+    constexpr LoadRules rules = rulesOf(Kind);
+    return {rules.first, rules.last, rules.sides(), rows<rules.count>, always};
 }
 
 constexpr FieldGroup Groups[] = {
@@ -274,31 +277,29 @@ constexpr FieldGroup Groups[] = {
     {ProblemField::WallBottomElev, ProblemField::WallInertia, 1, one, analysis},
     {ProblemField::FSActive, ProblemField::FSActive, 1, one, activeFactorGiven},
     {ProblemField::FSPassive, ProblemField::FSPassive, 1, one, design},
-    {ProblemField::SurfaceDist, ProblemField::SurfaceElev, 2, rows<11, &Problem::SurfacePointCount>,
+    {ProblemField::SurfaceDist, ProblemField::SurfaceElev, 2, rows<ProblemCount::SurfacePointCount>,
      always},
     {ProblemField::Level2FSActive, ProblemField::Level2FSPassive, 2, one, always},
     {ProblemField::SoilSatWeight, ProblemField::SoilMoistWeight, 2,
-     rows<11, &Problem::SoilLayerCount>, always},
+     rows<ProblemCount::SoilLayerCount>, always},
     {ProblemField::SoilBottomElev, ProblemField::SoilBottomElev, 2, bottoms, always},
-    {ProblemField::SoilFriction, ProblemField::SoilFSPassive, 2, rows<11, &Problem::SoilLayerCount>,
+    {ProblemField::SoilFriction, ProblemField::SoilFSPassive, 2, rows<ProblemCount::SoilLayerCount>,
      strengths},
     {ProblemField::SoilCoefActive, ProblemField::SoilCoefPassive, 2,
-     rows<11, &Problem::SoilLayerCount>, coefficients},
+     rows<ProblemCount::SoilLayerCount>, coefficients},
     {ProblemField::WaterUnitWeight, ProblemField::WaterUnitWeight, 1, one, waterElevations},
     {ProblemField::WaterElev, ProblemField::WaterElev, 2, one, always},
     {ProblemField::SeepageElev, ProblemField::SeepageElev, 1, one, always},
     {ProblemField::SeepageGradient, ProblemField::SeepageGradient, 1, gradients, always},
     {ProblemField::WaterPressElev, ProblemField::WaterPressure, 1, pressurePoints, always},
-    {ProblemField::VLineDist, ProblemField::VLineLoad, 2, rows<5, &Problem::VLineCount>, always},
-    {ProblemField::VUniformLoad, ProblemField::VUniformLoad, 2, rows<1, &Problem::VUniformCount>,
-     always},
-    {ProblemField::VStripStart, ProblemField::VStripLoad, 2, rows<11, &Problem::VStripCount>,
-     always},
-    {ProblemField::VRampStart, ProblemField::VRampLoad, 2, rows<1, &Problem::VRampCount>, always},
-    {ProblemField::VTriStart, ProblemField::VTriLoad, 2, rows<11, &Problem::VTriCount>, always},
-    {ProblemField::VVarDist, ProblemField::VVarLoad, 2, rows<11, &Problem::VVarCount>, always},
-    {ProblemField::HLineElev, ProblemField::HLineLoad, 1, rows<5, &Problem::HLineCount>, always},
-    {ProblemField::HDistElev, ProblemField::HDistLoad, 1, rows<11, &Problem::HDistCount>, always},
+    ofLoad<Load::Line>(),
+    ofLoad<Load::Uniform>(),
+    ofLoad<Load::Strip>(),
+    ofLoad<Load::Ramp>(),
+    ofLoad<Load::Triangle>(),
+    ofLoad<Load::Variable>(),
+    ofLoad<Load::HorizontalLine>(),
+    ofLoad<Load::Distributed>(),
 };
 
 } // namespace
@@ -330,22 +331,24 @@ std::span<const FieldGroup> fieldGroups() {
     return Groups;
 }
 
+void narrow(Limits& limits, Rule rule, double limit) {
+    const bool open = rule == Rule::Above || rule == Rule::Below;
+    if (rule == Rule::AtLeast || rule == Rule::Above) {
+        if (limit > limits.low || (open && limit == limits.low)) {
+            limits.low = limit;
+            limits.lowOpen = open;
+        }
+    } else if (limit < limits.high || (open && limit == limits.high)) {
+        limits.high = limit;
+        limits.highOpen = open;
+    }
+}
+
 Limits limitsOf(ProblemField field, StatedBy who, const Problem& problem, int side, int row) {
     Limits limits;
     for (const Bound& bound : rulesOf(field).bounds) {
-        if ((bound.by & who) == 0) {
-            continue;
-        }
-        const double limit = bound.limitOf(problem, side, row);
-        const bool open = bound.rule == Rule::Above || bound.rule == Rule::Below;
-        if (bound.rule == Rule::AtLeast || bound.rule == Rule::Above) {
-            if (limit > limits.low || (open && limit == limits.low)) {
-                limits.low = limit;
-                limits.lowOpen = open;
-            }
-        } else if (limit < limits.high || (open && limit == limits.high)) {
-            limits.high = limit;
-            limits.highOpen = open;
+        if ((bound.by & who) != 0) {
+            narrow(limits, bound.rule, bound.limitOf(problem, side, row));
         }
     }
     return limits;

@@ -117,6 +117,9 @@ struct FieldGroup {
 };
 std::span<const FieldGroup> fieldGroups();
 
+/// Narrows the limits by one rule with a limit.
+void narrow(Limits& limits, Rule rule, double limit);
+
 /// The values that a file (ByReader) or a screen (ByScreen) may give a field, after the numbers
 /// that stand before it have been stored.
 Limits limitsOf(ProblemField field, StatedBy who, const Problem& problem, int side = Right,

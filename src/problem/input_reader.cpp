@@ -2,7 +2,7 @@
 
 #include "problem/load_sections.h"
 #include "problem/reading.h"
-#include "runtime/arithmetic.h"
+#include "problem/validate.h"
 #include "runtime/file_text.h"
 #include "runtime/runtime_error.h"
 
@@ -47,7 +47,7 @@ bool readHeading(Reading& reading) {
                    refuse(reading, "At least one HEADING LINE is required.\n" + currentLine(),
                           "a line that begins with '", "HeadingLines");
         }
-        if (NumHeadingLines == 4) {
+        if (NumHeadingLines == mostOf(ProblemCount::NumHeadingLines)) {
             // No line break between the two sentences: deliberate.
             return refuse(reading, "Number of HEADING LINES is greater than 4." + currentLine(),
                           "one of at most 4 lines", "HeadingLines");
@@ -66,8 +66,8 @@ bool readControl(Reading& reading) {
 
     reading.SectionName = "CONTROL DATA";
     if (!(keyword(reading, "C") && needTokens(reading, 3) &&
-          choice(reading, 2, {"WallType"}, "CA", problem.WallType) &&
-          choice(reading, 3, {"ProgramMode"}, "DA", problem.ProgramMode))) {
+          choice(reading, 2, {"WallType"}, problem.WallType) &&
+          choice(reading, 3, {"ProgramMode"}, problem.ProgramMode))) {
         return false;
     }
     const bool hasFactor = hasToken(reading.input, 4);
@@ -116,14 +116,15 @@ bool readSurfaceOfSide(Reading& reading) {
 
     SideWord word;
     if (!(nextLine(reading) && keyword(reading, "SU") && needTokens(reading, 5) &&
-          sideWord(reading, 2, SurfacePointCount, true, word))) {
+          sideWord(reading, 2, ProblemCount::SurfacePointCount, true, word))) {
         return false;
     }
     const int side = word.side;
-    if (!(count(reading, 3, {"SurfacePointCount", side}, SurfacePointCount(side), 1, 11) &&
+    const Limits ground = limitsBetween(ProblemField::SurfaceElev, ByReader, problem, side);
+    if (!(count(reading, 3, ProblemCount::SurfacePointCount, side) &&
           number(reading, 4, ProblemField::SurfaceDist, side, 1) &&
           number(reading, 5, {"SurfaceElev", side, 1, Quantity::Length}, SurfaceElev(side, 1),
-                 notAbove(problem.WallTopElev)))) {
+                 notAbove(ground.high)))) {
         return false;
     }
     for (int point = 2; point <= SurfacePointCount(side); ++point) {
@@ -151,14 +152,15 @@ bool readSurface(Reading& reading) {
             return false;
         }
     }
-    const double lower = MinOf(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
-    if (problem.ProgramMode == Mode::Analysis && lower <= problem.WallBottomElev) {
-        return refuse(reading,
-                      "WALL BOTTOM ELEVATION AND SOIL SURFACE ELEVATIONS\n"
-                      "     ARE INCONSISTENT.\n\n  Unable to continue.",
-                      "above the wall's bottom at both sides of the wall", "SurfaceElev");
-    }
-    return true;
+    const auto aboveBottom = [&](int side) {
+        return problem.SurfaceElev(side, 1) >
+               limitsBetween(ProblemField::SurfaceElev, ByReader, problem, side).low;
+    };
+    return problem.ProgramMode != Mode::Analysis || (aboveBottom(Right) && aboveBottom(Left)) ||
+           refuse(reading,
+                  "WALL BOTTOM ELEVATION AND SOIL SURFACE ELEVATIONS\n"
+                  "     ARE INCONSISTENT.\n\n  Unable to continue.",
+                  "above the wall's bottom at both sides of the wall", "SurfaceElev");
 }
 
 bool readCoefficientLayer(Reading& reading, int side, int layer, bool last) {
@@ -217,12 +219,12 @@ bool readSoilOfSide(Reading& reading) {
 
     SideWord word;
     if (!(nextLine(reading) && keyword(reading, "SO") && needTokens(reading, 4) &&
-          sideWord(reading, 2, SoilLayerCount, true, word))) {
+          sideWord(reading, 2, ProblemCount::SoilLayerCount, true, word))) {
         return false;
     }
     const int side = word.side;
-    if (!(choice(reading, 3, {"SoilDataKind", side}, "SC", problem.SoilDataKind(side)) &&
-          count(reading, 4, {"SoilLayerCount", side}, SoilLayerCount(side), 1, 11) &&
+    if (!(choice(reading, 3, {"SoilDataKind", side}, problem.SoilDataKind(side)) &&
+          count(reading, 4, ProblemCount::SoilLayerCount, side) &&
           optionalNumber(reading, 5, ProblemField::Level2FSActive, side) &&
           optionalNumber(reading, 6, ProblemField::Level2FSPassive, side))) {
         return false;
@@ -256,8 +258,6 @@ bool readSoil(Reading& reading) {
 /// of ground and water on either side.
 bool readSeepage(Reading& reading) {
     Problem& problem = reading.problem;
-    auto& WaterElev = problem.WaterElev;
-    auto& SurfaceElev = problem.SurfaceElev;
     auto& SeepageGradient = problem.SeepageGradient;
 
     problem.SeepageKind = Seepage::None;
@@ -265,13 +265,15 @@ bool readSeepage(Reading& reading) {
     if (!hasToken(reading.input, 6)) {
         return true;
     }
-    if (WaterElev(Left) >= WaterElev(Right)) {
+    const auto limits = [&problem](ProblemField field, int side) {
+        return limitsBetween(field, ByReader, problem, side);
+    };
+    if (!limits(ProblemField::WaterElev, Left).hold(problem.WaterElev(Left))) {
         return refuseWord(reading, 5, {"WaterElev", Left}, "below that of the right side");
     }
-    const auto bound = [&](int side) { return MinOf(WaterElev(side), SurfaceElev(side, 1)); };
     if (!(needTokens(reading, 7) &&
           number(reading, 6, {"SeepageElev", 0, 0, Quantity::Length}, problem.SeepageElev,
-                 between(bound(Left), bound(Right))))) {
+                 limits(ProblemField::SeepageElev, Right)))) {
         return false;
     }
     if (firstLetter(reading, 7) == 'A') {
@@ -297,9 +299,7 @@ bool readWaterElevations(Reading& reading) {
 
 bool readWaterPressures(Reading& reading) {
     Problem& problem = reading.problem;
-    // The lists would hold 21 points; a file gives 11 at most.
-    if (!(needTokens(reading, 7) &&
-          count(reading, 3, {"WaterPressCount"}, problem.WaterPressCount, 2, 11))) {
+    if (!(needTokens(reading, 7) && count(reading, 3, ProblemCount::WaterPressCount))) {
         return false;
     }
     for (int point = 1; point <= problem.WaterPressCount; ++point) {
@@ -323,7 +323,7 @@ bool readWater(Reading& reading) {
         return true;
     }
     reading.SectionName = "WATER DATA";
-    if (!(needTokens(reading, 2) && choice(reading, 2, {"WaterDataKind"}, "EP", WaterDataKind))) {
+    if (!(needTokens(reading, 2) && choice(reading, 2, {"WaterDataKind"}, WaterDataKind))) {
         return false;
     }
     return (WaterDataKind == WaterData::Elevations ? readWaterElevations(reading)

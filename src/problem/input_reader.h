@@ -29,7 +29,7 @@ struct FileNumber {
     Quantity quantity = Quantity::Number;
 };
 
-/// All numbers of a file in their order, counts of points and layers included.
+/// All numbers of a file in their order, counts of points and layers aside.
 struct FileNumbers {
     UnitSystem units = UnitSystem::US;
     std::size_t unitsLine = 0; ///< of "UNITS", from 1; 0 where the file has none

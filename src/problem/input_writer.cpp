@@ -1,5 +1,6 @@
 #include "problem/input_writer.h"
 
+#include "problem/loads.h"
 #include "problem/unit_conversion.h"
 #include "runtime/number_text.h"
 #include "runtime/print_lines.h"
@@ -143,14 +144,6 @@ void writeWater(PrintLines& lines, const Problem& problem) {
     }
 }
 
-void writeLineLoads(PrintLines& lines, const Problem& problem, int side) {
-    std::string piece = composed({1.0 * problem.VLineCount(side)});
-    for (int load = 1; load <= problem.VLineCount(side); ++load) {
-        piece += "  " + composed({problem.VLineDist(side, load), problem.VLineLoad(side, load)});
-    }
-    lines.text("VERTICAL LINE  ").text(sideName(side)).spc(gap).text(piece).end();
-}
-
 /// A side without a uniform load shows 0, whatever its load entry still holds.
 void writeUniform(PrintLines& lines, const Problem& problem) {
     const auto load = [&problem](int side) {
@@ -161,85 +154,62 @@ void writeUniform(PrintLines& lines, const Problem& problem) {
     lines.end();
 }
 
-void writeStrips(PrintLines& lines, const Problem& problem, int side) {
-    lines.text("VERTICAL STRIP  ").text(sideName(side));
-    numbers(lines, gap, {1.0 * problem.VStripCount(side)});
-    for (int load = 1; load <= problem.VStripCount(side); ++load) {
-        numbers(lines, load == 1 ? gap : loadIndent,
-                {problem.VStripStart(side, load), problem.VStripEnd(side, load),
-                 problem.VStripLoad(side, load)});
-        lines.end();
+/// Number of rows and all of them as one piece of a line.
+void writeOneLine(PrintLines& lines, const Problem& problem, const LoadRules& load, int side) {
+    std::string piece = generalForm(load.rows(problem, side));
+    for (int row = 1; row <= load.rows(problem, side); ++row) {
+        for (int column = 0; column < load.width(); ++column) {
+            piece += "  " + generalForm(load.value(problem, column, side, row));
+        }
     }
+    lines.spc(gap).text(piece).end();
 }
 
-void writeRamp(PrintLines& lines, const Problem& problem, int side) {
-    lines.text("VERTICAL RAMP  ").text(sideName(side));
-    numbers(lines, gap,
-            {problem.VRampStart(side), problem.VRampEnd(side), problem.VRampLoad(side)});
-    lines.end();
-}
-
-void writeTriangles(PrintLines& lines, const Problem& problem, int side) {
-    lines.text("VERTICAL TRIANGULAR  ").text(sideName(side));
-    numbers(lines, gap, {1.0 * problem.VTriCount(side)});
-    for (int load = 1; load <= problem.VTriCount(side); ++load) {
-        numbers(lines, load == 1 ? gap : loadIndent,
-                {problem.VTriStart(side, load), problem.VTriPeak(side, load),
-                 problem.VTriEnd(side, load), problem.VTriLoad(side, load)});
-        lines.end();
+/// The screens let a variable load of one point pass, which no file can give back.
+void writeRows(PrintLines& lines, const Problem& problem, const LoadRules& load, int side) {
+    const int rows = load.rows(problem, side);
+    if (load.countsInFile) {
+        numbers(lines, gap, {1.0 * rows});
     }
-}
-
-/// The screens let a load of one point pass, which no file can give back.
-void writeVariable(PrintLines& lines, const Problem& problem, int side) {
-    const int points = problem.VVarCount(side);
-    lines.text("VERTICAL VARIABLE  ").text(sideName(side));
-    numbers(lines, gap, {1.0 * points});
-    for (int point = 1; point <= points; ++point) {
-        numbers(lines, point <= 2 ? gap : loadIndent,
-                {problem.VVarDist(side, point), problem.VVarLoad(side, point)});
-        if (point >= 2 || points == 1) {
+    for (int row = 1; row <= rows; ++row) {
+        for (int column = 0; column < load.width(); ++column) {
+            const bool opensLine = column == 0 && row > load.rowsOfFirstLine;
+            numbers(lines, opensLine ? loadIndent : gap, {load.value(problem, column, side, row)});
+        }
+        if (row >= load.rowsOfFirstLine || row == rows) {
             lines.end();
         }
     }
 }
 
+/// Rows that fill one line, a number of them before, form one piece.
+void writeLoad(PrintLines& lines, const Problem& problem, const LoadRules& load, int side) {
+    const bool isOneLine = load.countsInFile && load.rowsOfFirstLine == load.mostRows();
+    (isOneLine ? writeOneLine : writeRows)(lines, problem, load, side);
+}
+
 void writeVerticalLoads(PrintLines& lines, const Problem& problem) {
-    using WriteSide = void (*)(PrintLines&, const Problem&, int side);
-    const auto bothSides = [&](const Array<int, 2>& counts, WriteSide writeSide) {
+    for (const LoadRules& load : GroundLoads) {
+        if (load.load == Load::Uniform) {
+            if (load.isGiven(problem)) {
+                writeUniform(lines, problem);
+            }
+            continue;
+        }
         for (const int side : {Right, Left}) {
-            if (counts(side) > 0) {
-                writeSide(lines, problem, side);
+            if (load.rows(problem, side) > 0) {
+                lines.text("VERTICAL ").text(load.word).text("  ").text(sideName(side));
+                writeLoad(lines, problem, load, side);
             }
         }
-    };
-    bothSides(problem.VLineCount, writeLineLoads);
-    if (problem.VUniformCount(Right) > 0 || problem.VUniformCount(Left) > 0) {
-        writeUniform(lines, problem);
     }
-    bothSides(problem.VStripCount, writeStrips);
-    bothSides(problem.VRampCount, writeRamp);
-    bothSides(problem.VTriCount, writeTriangles);
-    bothSides(problem.VVarCount, writeVariable);
 }
 
 void writeHorizontalLoads(PrintLines& lines, const Problem& problem) {
-    if (problem.HLineCount > 0) {
-        std::string piece = composed({1.0 * problem.HLineCount});
-        for (int load = 1; load <= problem.HLineCount; ++load) {
-            piece += "  " + composed({problem.HLineElev(load), problem.HLineLoad(load)});
-        }
-        lines.text("HORIZONTAL LINE").spc(gap).text(piece).end();
-    }
-    if (problem.HDistCount > 0) {
-        lines.text("HORIZONTAL DISTRIBUTED");
-        numbers(lines, gap, {1.0 * problem.HDistCount});
-        for (int point = 1; point <= problem.HDistCount; ++point) {
-            numbers(lines, point <= 2 ? gap : loadIndent,
-                    {problem.HDistElev(point), problem.HDistLoad(point)});
-            if (point >= 2) {
-                lines.end();
-            }
+    for (const LoadRules& load : WallLoads) {
+        if (load.isGiven(problem)) {
+            lines.text("HORIZONTAL ").text(load.word);
+            writeLoad(lines, problem, load, Right);
         }
     }
 }

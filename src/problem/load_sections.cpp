@@ -1,181 +1,86 @@
 #include "problem/load_sections.h"
 
+#include "problem/loads.h"
 #include "runtime/runtime_error.h"
+
+#include <algorithm>
 
 namespace korvane {
 
 namespace {
 
-/// A kind of vertical surcharge whose lines name their side.
-struct SidedKind {
-    char letter; ///< of the second word
-    const char* SectionName;
-    Array<int, 2> Problem::*counts;
-    int needed;                            ///< tokens of a side's first line; 0 = not tested
-    bool endAfterRightIsFatal;             ///< see `readSidedKind`
-    bool (*readLoads)(Reading&, int side); ///< what stands behind the side word
-    void (*copyLoads)(Problem&);           ///< "B": the right side's lists to the left side
-};
-
-bool readLineLoads(Reading& reading, int side) {
-    Problem& problem = reading.problem;
-    int& loads = problem.VLineCount(side);
-
-    if (!(count(reading, 4, {"VLineCount", side}, loads, 1, 5) &&
-          needTokens(reading, 4 + 2 * loads))) {
+/// The rows of a load, which begin at `token` of the current line, behind their number if it is
+/// there.
+bool readRows(Reading& reading, const LoadRules& load, int side, int token) {
+    if (load.countsInFile && !count(reading, token - 1, load.count, side)) {
         return false;
     }
-    for (int load = 1; load <= loads; ++load) {
-        const int token = 3 + 2 * load;
-        if (!(number(reading, token, ProblemField::VLineDist, side, load) &&
-              number(reading, token + 1, ProblemField::VLineLoad, side, load))) {
+    const int rows = load.countsInFile ? load.rows(reading.problem, side) : 1;
+    if (load.rowsOfFirstLine == load.mostRows() &&
+        !needTokens(reading, token - 1 + load.width() * rows)) {
+        return false;
+    }
+    for (int row = 1; row <= rows; ++row) {
+        if (row > load.rowsOfFirstLine && !nextLine(reading, load.width())) {
             return false;
         }
+        const int first = row <= load.rowsOfFirstLine ? token + (row - 1) * load.width() : 1;
+        for (int column = 0; column < load.width(); ++column) {
+            if (!number(reading, first + column, load.field(column), side, row)) {
+                return false;
+            }
+        }
     }
+    rulesOf(load.count).at(reading.problem, side) = rows;
     return true;
 }
 
-bool readStrips(Reading& reading, int side) {
-    Problem& problem = reading.problem;
-    int& loads = problem.VStripCount(side);
+/// Tokens that a load must have from `token` of its first line on.
+int leastTokens(const LoadRules& load, int token) {
+    return token - 1 + load.width() * leastOf(load.count, ByReader);
+}
 
-    if (!count(reading, 4, {"VStripCount", side}, loads, 1, 5)) {
-        return false;
-    }
-    for (int load = 1; load <= loads; ++load) {
-        if (load > 1 && !nextLine(reading, 3)) {
-            return false;
-        }
-        const int token = load == 1 ? 5 : 1;
-        if (!(number(reading, token, ProblemField::VStripStart, side, load) &&
-              number(reading, token + 1, ProblemField::VStripEnd, side, load) &&
-              number(reading, token + 2, ProblemField::VStripLoad, side, load))) {
-            return false;
+void copyToLeft(Problem& problem, const LoadRules& load) {
+    const CountRules& rules = rulesOf(load.count);
+    rules.at(problem, Left) = rules.at(problem, Right);
+    for (int column = 0; column < load.width(); ++column) {
+        const auto& at = rulesOf(load.field(column)).at;
+        for (int row = 1; row <= load.rows(problem, Left); ++row) {
+            at(problem, Left, row) = at(problem, Right, row);
         }
     }
-    return true;
 }
-
-bool readRamp(Reading& reading, int side) {
-    Problem& problem = reading.problem;
-    if (!(number(reading, 4, ProblemField::VRampStart, side) &&
-          number(reading, 5, ProblemField::VRampEnd, side) &&
-          number(reading, 6, ProblemField::VRampLoad, side))) {
-        return false;
-    }
-    problem.VRampCount(side) = 1;
-    return true;
-}
-
-bool readTriangles(Reading& reading, int side) {
-    Problem& problem = reading.problem;
-    int& loads = problem.VTriCount(side);
-
-    if (!count(reading, 4, {"VTriCount", side}, loads, 1, 5)) {
-        return false;
-    }
-    for (int load = 1; load <= loads; ++load) {
-        if (load > 1 && !nextLine(reading, 4)) {
-            return false;
-        }
-        const int token = load == 1 ? 5 : 1;
-        if (!(number(reading, token, ProblemField::VTriStart, side, load) &&
-              number(reading, token + 1, ProblemField::VTriPeak, side, load) &&
-              number(reading, token + 2, ProblemField::VTriEnd, side, load) &&
-              number(reading, token + 3, ProblemField::VTriLoad, side, load))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-bool readVariable(Reading& reading, int side) {
-    Problem& problem = reading.problem;
-    int& points = problem.VVarCount(side);
-
-    if (!count(reading, 4, {"VVarCount", side}, points, 2, 11)) {
-        return false;
-    }
-    for (int point = 1; point <= points; ++point) {
-        if (point > 2 && !nextLine(reading, 2)) {
-            return false;
-        }
-        const int token = point <= 2 ? 3 + 2 * point : 1;
-        if (!(number(reading, token, ProblemField::VVarDist, side, point) &&
-              number(reading, token + 1, ProblemField::VVarLoad, side, point))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-void copyLineLoads(Problem& problem) {
-    copyToLeft(problem.VLineCount);
-    copyToLeft(problem.VLineDist, problem.VLineCount(Left));
-    copyToLeft(problem.VLineLoad, problem.VLineCount(Left));
-}
-
-void copyStrips(Problem& problem) {
-    copyToLeft(problem.VStripCount);
-    copyToLeft(problem.VStripStart, problem.VStripCount(Left));
-    copyToLeft(problem.VStripEnd, problem.VStripCount(Left));
-    copyToLeft(problem.VStripLoad, problem.VStripCount(Left));
-}
-
-void copyRamp(Problem& problem) {
-    copyToLeft(problem.VRampCount);
-    copyToLeft(problem.VRampStart);
-    copyToLeft(problem.VRampEnd);
-    copyToLeft(problem.VRampLoad);
-}
-
-void copyTriangles(Problem& problem) {
-    copyToLeft(problem.VTriCount);
-    copyToLeft(problem.VTriStart, problem.VTriCount(Left));
-    copyToLeft(problem.VTriPeak, problem.VTriCount(Left));
-    copyToLeft(problem.VTriEnd, problem.VTriCount(Left));
-    copyToLeft(problem.VTriLoad, problem.VTriCount(Left));
-}
-
-void copyVariable(Problem& problem) {
-    copyToLeft(problem.VVarCount);
-    copyToLeft(problem.VVarDist, problem.VVarCount(Left));
-    copyToLeft(problem.VVarLoad, problem.VVarCount(Left));
-}
-
-constexpr SidedKind lineLoads{'L',  "VERTICAL LINE LOADS", &Problem::VLineCount, 6,
-                              true, readLineLoads,         copyLineLoads};
-constexpr SidedKind stripLoads{
-    'S', "VERTICAL STRIP LOADS", &Problem::VStripCount, 0, false, readStrips, copyStrips};
-constexpr SidedKind rampLoads{
-    'R', "VERTICAL RAMP LOADS", &Problem::VRampCount, 6, true, readRamp, copyRamp};
-constexpr SidedKind triangularLoads{
-    'T', "VERTICAL TRIANGULAR LOADS", &Problem::VTriCount, 8, false, readTriangles, copyTriangles};
-constexpr SidedKind variableLoads{
-    'V', "VERTICAL VARIABLE LOADS", &Problem::VVarCount, 8, false, readVariable, copyVariable};
 
 /// True where the current line is for the kind. The second word is taken unseen.
-bool isVertical(const Reading& reading, char letter) {
-    return beginsWith(reading, "V") && firstLetter(reading, 2) == letter;
+bool isVertical(const Reading& reading, const LoadRules& load) {
+    return beginsWith(reading, "V") && firstLetter(reading, 2) == load.word[0];
 }
 
-/// One kind: lines for R, for L, for R and then L, or for B; or none. At the end of the file after
-/// side R of two kinds the old line is looked at once more while its tokens are gone, which is
-/// RuntimeError 5 instead of the message of the incomplete file: deliberate.
-bool readSidedKind(Reading& reading, const SidedKind& kind) {
+void nameSection(Reading& reading, const LoadRules& load) {
+    reading.SectionName = std::string("VERTICAL ") + load.word + " LOADS";
+}
+
+/// One kind: lines for R, for L, for R and then L, or for B; or none. Deliberate: the first line of
+/// strips is not tested for its tokens, so that a missing one is RuntimeError 5; and at the end of
+/// the file after side R of line and ramp loads the old line is looked at once more while its
+/// tokens are gone, which is that error too instead of the message of the incomplete file.
+bool readSidedKind(Reading& reading, const LoadRules& load) {
+    const int token = load.countsInFile ? 5 : 4;
+    const bool isTested = load.load != Load::Strip;
+    const bool endAfterRightIsFatal = load.load == Load::Line || load.load == Load::Ramp;
     SideWord word;
-    while (word.side == Right && !word.both && isVertical(reading, kind.letter)) {
-        reading.SectionName = kind.SectionName;
-        if (!((kind.needed == 0 || needTokens(reading, kind.needed)) &&
-              sideWord(reading, 3, reading.problem.*kind.counts, false, word) &&
-              kind.readLoads(reading, word.side))) {
+    while (word.side == Right && !word.both && isVertical(reading, load)) {
+        nameSection(reading, load);
+        if (!((!isTested || needTokens(reading, leastTokens(load, token))) &&
+              sideWord(reading, 3, load.count, false, word) &&
+              readRows(reading, load, word.side, token))) {
             return false;
         }
         if (word.both) {
-            kind.copyLoads(reading.problem);
+            copyToLeft(reading.problem, load);
         }
         if (!NextInputLine(reading.input)) {
-            if (kind.endAfterRightIsFatal && word.side == Right && !word.both) {
+            if (endAfterRightIsFatal && word.side == Right && !word.both) {
                 throw RuntimeError(5);
             }
             return refuseIncomplete(reading);
@@ -185,13 +90,13 @@ bool readSidedKind(Reading& reading, const SidedKind& kind) {
 }
 
 /// One line for both sides; a load of 0 is no load.
-bool readUniform(Reading& reading) {
+bool readUniform(Reading& reading, const LoadRules& load) {
     auto& VUniformLoad = reading.problem.VUniformLoad;
 
-    if (!isVertical(reading, 'U')) {
+    if (!isVertical(reading, load)) {
         return true;
     }
-    reading.SectionName = "VERTICAL UNIFORM LOADS";
+    nameSection(reading, load);
     if (!(needTokens(reading, 3) && number(reading, 3, ProblemField::VUniformLoad, Right) &&
           optionalNumber(reading, 4, ProblemField::VUniformLoad, Left))) {
         return false;
@@ -202,60 +107,24 @@ bool readUniform(Reading& reading) {
     return nextLine(reading);
 }
 
-bool isHorizontal(const Reading& reading, char letter) {
-    return beginsWith(reading, "H") && hasToken(reading.input, 2) &&
-           firstLetter(reading, 2) == letter;
-}
-
-bool readHorizontalLines(Reading& reading) {
-    Problem& problem = reading.problem;
-    auto& HLineCount = problem.HLineCount;
-
-    if (!isHorizontal(reading, 'L')) {
+bool readHorizontal(Reading& reading, const LoadRules& load) {
+    constexpr int token = 4;
+    if (!(beginsWith(reading, "H") && hasToken(reading.input, 2) &&
+          firstLetter(reading, 2) == load.word[0])) {
         return true;
     }
-    if (!(needTokens(reading, 5) && count(reading, 3, {"HLineCount"}, HLineCount, 1, 5) &&
-          needTokens(reading, 3 + 2 * HLineCount))) {
-        return false;
-    }
-    for (int load = 1; load <= HLineCount; ++load) {
-        if (!(number(reading, 2 + 2 * load, ProblemField::HLineElev, Right, load) &&
-              number(reading, 3 + 2 * load, ProblemField::HLineLoad, Right, load))) {
-            return false;
-        }
-    }
-    return nextLine(reading);
-}
-
-bool readHorizontalDistributed(Reading& reading) {
-    Problem& problem = reading.problem;
-
-    if (!isHorizontal(reading, 'D')) {
-        return true;
-    }
-    if (!(needTokens(reading, 7) && count(reading, 3, {"HDistCount"}, problem.HDistCount, 2, 11))) {
-        return false;
-    }
-    for (int point = 1; point <= problem.HDistCount; ++point) {
-        if (point > 2 && !nextLine(reading, 2)) {
-            return false;
-        }
-        const int token = point <= 2 ? 2 + 2 * point : 1;
-        if (!(number(reading, token, ProblemField::HDistElev, Right, point) &&
-              number(reading, token + 1, ProblemField::HDistLoad, Right, point))) {
-            return false;
-        }
-    }
-    return nextLine(reading);
+    return needTokens(reading, leastTokens(load, token)) && readRows(reading, load, Right, token) &&
+           nextLine(reading);
 }
 
 } // namespace
 
 bool readVerticalLoads(Reading& reading) {
-    if (!(readSidedKind(reading, lineLoads) && readUniform(reading) &&
-          readSidedKind(reading, stripLoads) && readSidedKind(reading, rampLoads) &&
-          readSidedKind(reading, triangularLoads) && readSidedKind(reading, variableLoads))) {
-        return false;
+    for (const LoadRules& load : GroundLoads) {
+        if (!(load.load == Load::Uniform ? readUniform(reading, load)
+                                         : readSidedKind(reading, load))) {
+            return false;
+        }
     }
     if (beginsWith(reading, "V")) {
         takeToken(reading.input, 2); // RuntimeError 5 where it is missing
@@ -266,7 +135,8 @@ bool readVerticalLoads(Reading& reading) {
 }
 
 bool readHorizontalLoads(Reading& reading) {
-    return readHorizontalLines(reading) && readHorizontalDistributed(reading);
+    return std::all_of(WallLoads.begin(), WallLoads.end(),
+                       [&](const LoadRules& load) { return readHorizontal(reading, load); });
 }
 
 } // namespace korvane

@@ -1,5 +1,7 @@
 #include "problem/problem.h"
 
+#include "problem/loads.h"
+
 namespace korvane {
 
 void clearProblemData(Problem& problem) {
@@ -11,17 +13,17 @@ void clearProblemData(Problem& problem) {
     problem.Level2FSPassive.fill(0);
     problem.SoilFSActive.fill(0);
     problem.SoilFSPassive.fill(0);
-    for (auto* count : {&problem.SurfacePointCount, &problem.SoilLayerCount, &problem.VLineCount,
-                        &problem.VUniformCount, &problem.VStripCount, &problem.VRampCount,
-                        &problem.VTriCount, &problem.VVarCount}) {
-        count->fill(0);
+    problem.SurfacePointCount.fill(0);
+    problem.SoilLayerCount.fill(0);
+    for (const LoadRules& load : LoadTable) {
+        for (int side = 1; side <= load.sides(); ++side) {
+            rulesOf(load.count).at(problem, side) = 0;
+        }
     }
     problem.SoilDataKind.fill(SoilData::None);
 
     problem.WaterDataKind = WaterData::None;
     problem.SeepageKind = Seepage::None;
-    problem.HLineCount = 0;
-    problem.HDistCount = 0;
 }
 
 } // namespace korvane

@@ -25,6 +25,20 @@ enum class SoilData : char { None = 0, Strengths = 'S', Coefficients = 'C' };
 enum class WaterData : char { None = 0, Elevations = 'E', Pressures = 'P' };
 enum class Seepage : char { None = 0, Automatic = 'A', Given = 'G' };
 
+/// The letters of a choice.
+template <class Choice>
+inline constexpr const char* lettersOf = nullptr;
+template <>
+inline constexpr const char* lettersOf<WallKind> = "CA";
+template <>
+inline constexpr const char* lettersOf<Mode> = "DA";
+template <>
+inline constexpr const char* lettersOf<SoilData> = "SC";
+template <>
+inline constexpr const char* lettersOf<WaterData> = "EP";
+template <>
+inline constexpr const char* lettersOf<Seepage> = "AG";
+
 /// The letter of a choice as a text, empty for None.
 template <class Choice>
 std::string letterOf(Choice choice) {

@@ -134,13 +134,13 @@ char firstLetter(const Reading& reading, int token) {
     return takeToken(reading.input, token).front();
 }
 
-bool choice(Reading& reading, int token, const Place& place, std::string_view letters, char& to) {
+char letterAmong(Reading& reading, int token, const Place& place, std::string_view letters) {
     const char letter = firstLetter(reading, token);
     if (letters.find(letter) == std::string_view::npos) {
-        return refuseWord(reading, token, place, lettersText(letters));
+        refuseWord(reading, token, place, lettersText(letters));
+        return '\0';
     }
-    to = letter;
-    return true;
+    return letter;
 }
 
 bool number(Reading& reading, int token, const Place& place, double& to, const Limits& limits) {
@@ -177,22 +177,25 @@ bool optionalNumber(Reading& reading, int token, ProblemField field, int side, i
     return !hasToken(reading.input, token) || number(reading, token, field, side, row);
 }
 
-bool count(Reading& reading, int token, const Place& place, int& to, int low, int high) {
+bool count(Reading& reading, int token, ProblemCount which, int side) {
+    const CountRules& rules = rulesOf(which);
+    const Place place{rules.name, rules.sides == 2 ? side : 0};
     const std::string_view text = takeToken(reading.input, token);
+    const int low = leastOf(which, ByReader);
+    const int high = mostOf(which);
     const Limits limits = between(low, high);
     // The wide limits keep what no 16-bit integer holds away from the rounding.
     if (!isNumeric(text) || !between(low - 1.0, high + 1.0).hold(numericValue(text)) ||
         !limits.hold(nearestEven(numericValue(text)))) {
         return refuseWord(reading, token, place, limitsText(reading, limits, place.quantity));
     }
-    to = nearestEven(numericValue(text));
+    rules.at(reading.problem, side) = nearestEven(numericValue(text));
     return true;
 }
 
-bool sideWord(Reading& reading, int token, const Array<int, 2>& counts, bool rightFirst,
-              SideWord& to) {
-    const bool right = counts(Right) != 0;
-    const bool left = counts(Left) != 0;
+bool sideWord(Reading& reading, int token, ProblemCount which, bool rightFirst, SideWord& to) {
+    const bool right = rulesOf(which).value(reading.problem, Right) != 0;
+    const bool left = rulesOf(which).value(reading.problem, Left) != 0;
     std::string open; // letters of what may still be given
     open += right ? "" : "R";
     open += !left && (right || !rightFirst) ? "L" : "";

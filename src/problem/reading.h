@@ -2,7 +2,7 @@
 // Each step answers whether the reading goes on; the step that ends it leaves its message.
 #pragma once
 
-#include "problem/fields.h"
+#include "problem/counts.h"
 #include "problem/input_lines.h"
 #include "problem/input_reader.h"
 #include "problem/problem.h"
@@ -58,14 +58,16 @@ bool keyword(Reading& reading, std::string_view beginning);
 /// The first letter of a token. Ends no reading; RuntimeError 5 where the token does not exist.
 char firstLetter(const Reading& reading, int token);
 
-/// Stores the first letter of a token, which must be one of `letters`.
-bool choice(Reading& reading, int token, const Place& place, std::string_view letters, char& to);
+/// The first letter of a token, which must be one of `letters`, else 0.
+char letterAmong(Reading& reading, int token, const Place& place, std::string_view letters);
+/// Stores the choice that the first letter of a token names.
 template <class Choice>
-bool choice(Reading& reading, int token, const Place& place, std::string_view letters, Choice& to) {
-    auto letter = static_cast<char>(to);
-    const bool taken = choice(reading, token, place, letters, letter);
-    to = static_cast<Choice>(letter);
-    return taken;
+bool choice(Reading& reading, int token, const Place& place, Choice& to) {
+    const char letter = letterAmong(reading, token, place, lettersOf<Choice>);
+    if (letter != '\0') {
+        to = static_cast<Choice>(letter);
+    }
+    return letter != '\0';
 }
 /// Stores a numeric token, converted from the file's units, within its limits; RuntimeError 5 where
 /// the token does not exist.
@@ -75,8 +77,9 @@ bool number(Reading& reading, int token, const Place& place, double& to,
 bool number(Reading& reading, int token, ProblemField field, int side = Right, int row = 1);
 /// The same, with 0 where the token does not exist.
 bool optionalNumber(Reading& reading, int token, ProblemField field, int side = Right, int row = 1);
-/// Stores a numeric token as the nearest whole number (halves to the even one), `low` to `high`.
-bool count(Reading& reading, int token, const Place& place, int& to, int low, int high);
+/// Stores a numeric token as the nearest whole number (halves to the even one), within the limits
+/// that files have.
+bool count(Reading& reading, int token, ProblemCount which, int side = Right);
 
 /// Side of a line. "B" (both) is read as the right side and then copied to the left one.
 struct SideWord {
@@ -86,8 +89,7 @@ struct SideWord {
 
 /// Stores the side of a line. A side may be given once: its count must still be 0, for "B" both.
 /// `rightFirst` refuses "L" before the right side is there.
-bool sideWord(Reading& reading, int token, const Array<int, 2>& counts, bool rightFirst,
-              SideWord& to);
+bool sideWord(Reading& reading, int token, ProblemCount which, bool rightFirst, SideWord& to);
 
 /// Copies the first `entries` of a list from the right side to the left one.
 template <class T, int N>

@@ -1,5 +1,6 @@
 #include "problem/validate.h"
 
+#include "problem/counts.h"
 #include "runtime/number_text.h"
 
 #include <algorithm>
@@ -14,55 +15,13 @@ using Found = std::function<bool(const Finding&)>;
 // ---- counts
 // --------------------------------------------------------------------------------------
 
-using CountAt = int (*)(const Problem&, int side);
-template <auto Member>
-int countAt(const Problem& problem, int side) {
-    if constexpr (requires { (problem.*Member)(side); }) {
-        return (problem.*Member)(side);
-    } else {
-        return problem.*Member;
-    }
-}
-
 /// A count that does not guard what is read has no limits but those of its lists.
-using InUse = bool (*)(const Problem&);
-bool always(const Problem&) {
-    return true;
+bool guards(const Problem& problem, ProblemCount count) {
+    return count != ProblemCount::WaterPressCount || problem.WaterDataKind == WaterData::Pressures;
 }
-bool waterPressures(const Problem& problem) {
-    return problem.WaterDataKind == WaterData::Pressures;
-}
-
-struct CountRules {
-    const char* name;
-    int sides;
-    CountAt at;
-    int places; ///< of the lists
-    int most;
-    bool required = false; ///< 0 is too few
-    int least = 1;         ///< where there are some
-    unsigned leastBy = ByBoth;
-    InUse inUse = always;
-};
-
-constexpr CountRules Counts[] = {
-    {"NumHeadingLines", 1, countAt<&Problem::NumHeadingLines>, 4, 4, true},
-    {"SurfacePointCount", 2, countAt<&Problem::SurfacePointCount>, 11, 11, true},
-    {"SoilLayerCount", 2, countAt<&Problem::SoilLayerCount>, 11, 11, true},
-    {"WaterPressCount", 1, countAt<&Problem::WaterPressCount>, 21, 11, true, 2, ByBoth,
-     waterPressures},
-    {"VLineCount", 2, countAt<&Problem::VLineCount>, 5, 5},
-    {"VUniformCount", 2, countAt<&Problem::VUniformCount>, 1, 1},
-    {"VStripCount", 2, countAt<&Problem::VStripCount>, 11, 5},
-    {"VRampCount", 2, countAt<&Problem::VRampCount>, 1, 1},
-    {"VTriCount", 2, countAt<&Problem::VTriCount>, 11, 5},
-    {"VVarCount", 2, countAt<&Problem::VVarCount>, 11, 11, false, 2, ByReader},
-    {"HLineCount", 1, countAt<&Problem::HLineCount>, 5, 5},
-    {"HDistCount", 1, countAt<&Problem::HDistCount>, 11, 11, false, 2},
-};
 
 bool visitCount(const Problem& problem, const CountRules& rules, int side, const Found& found) {
-    const int count = rules.at(problem, side);
+    const int count = rules.value(problem, side);
     Finding finding{.field = rules.name, .side = rules.sides == 2 ? side : 0};
     finding.value = count;
     const auto tell = [&](Rule rule, int limit, unsigned by) {
@@ -77,7 +36,7 @@ bool visitCount(const Problem& problem, const CountRules& rules, int side, const
     if (count > rules.places) {
         return tell(Rule::AtMost, rules.places, ByBoth | ByRecord);
     }
-    if (!rules.inUse(problem)) {
+    if (!guards(problem, rules.count)) {
         return true;
     }
     if (count > rules.most) {
@@ -112,15 +71,19 @@ struct Choice {
     unsigned noneBy;
 };
 
+template <class Letters>
+Choice choiceOf(const char* name, int side, Letters choice, unsigned noneBy) {
+    return {name, side, static_cast<char>(choice), lettersOf<Letters>, noneBy};
+}
+
 bool visitChoices(const Problem& problem, const Found& found) {
-    const auto code = [](auto choice) { return static_cast<char>(choice); };
     const Choice choices[] = {
-        {"WallType", 0, code(problem.WallType), "CA", ByBoth},
-        {"ProgramMode", 0, code(problem.ProgramMode), "DA", ByBoth},
-        {"SoilDataKind", Right, code(problem.SoilDataKind(Right)), "SC", ByBoth},
-        {"SoilDataKind", Left, code(problem.SoilDataKind(Left)), "SC", ByBoth},
-        {"WaterDataKind", 0, code(problem.WaterDataKind), "EP", 0},
-        {"SeepageKind", 0, code(problem.SeepageKind), "AG", 0},
+        choiceOf("WallType", 0, problem.WallType, ByBoth),
+        choiceOf("ProgramMode", 0, problem.ProgramMode, ByBoth),
+        choiceOf("SoilDataKind", Right, problem.SoilDataKind(Right), ByBoth),
+        choiceOf("SoilDataKind", Left, problem.SoilDataKind(Left), ByBoth),
+        choiceOf("WaterDataKind", 0, problem.WaterDataKind, 0),
+        choiceOf("SeepageKind", 0, problem.SeepageKind, 0),
     };
     for (const Choice& choice : choices) {
         const bool none = choice.letter == '\0';
@@ -151,7 +114,7 @@ bool visitChoices(const Problem& problem, const Found& found) {
            found({.field = "SeepageKind",
                   .rule = Rule::Choice,
                   .by = ByReader,
-                  .value = static_cast<double>(code(Seepage::Given))});
+                  .value = double{static_cast<char>(Seepage::Given)}});
 }
 
 // ---- fields
@@ -358,6 +321,18 @@ const char* wordsOf(Rule rule) {
 }
 
 } // namespace
+
+Limits limitsBetween(ProblemField field, StatedBy who, const Problem& problem, int side, int row) {
+    Limits limits;
+    for (const CrossRule& rule : CrossRules) {
+        const FieldRules& rules = rulesOf(rule.field);
+        if (rule.field == field && (rule.by & who) != 0 && (!rules.hasSides || rule.side == side) &&
+            (!rules.hasRows || rule.row == row)) {
+            narrow(limits, rule.rule, rule.limitAt(problem, side, row));
+        }
+    }
+    return limits;
+}
 
 std::string findingText(const Finding& finding) {
     std::string text = finding.field;

@@ -35,6 +35,11 @@ void forEachFinding(const Problem& problem, const std::function<bool(const Findi
 /// All of them.
 std::vector<Finding> validate(const Problem& problem);
 
+/// The limits of a number that hang on other sections, which readers and screens test apart from
+/// the field; whoever asks knows whether they count.
+Limits limitsBetween(ProblemField field, StatedBy who, const Problem& problem, int side = Right,
+                     int row = 1);
+
 /// Field and rule in words: "SoilFriction of right side, entry 2, is 80 and must be at most 45".
 std::string findingText(const Finding& finding);
 

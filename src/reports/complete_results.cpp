@@ -2,6 +2,7 @@
 
 #include "reports/report_parts.h"
 #include "runtime/number_text.h"
+#include "state/tolerances.h"
 
 #include <cmath>
 #include <string>
@@ -10,8 +11,6 @@
 namespace korvane {
 
 namespace {
-
-constexpr double sameElevation = 0.0001; // FT
 
 void reportHead(PrintLines& lines, const Problem& problem, const LevelResult& level) {
     const bool anchored = problem.WallType == WallKind::Anchored;
@@ -59,7 +58,7 @@ void resultHeads(PrintLines& lines, bool design) {
 std::string_view rowMark(const LevelResult& level, int i) {
     const auto& ResultElev = level.diagrams.ResultElev;
     const auto together = [&](int above, int below) {
-        return std::fabs(ResultElev(above) - ResultElev(below)) <= sameElevation;
+        return std::fabs(ResultElev(above) - ResultElev(below)) <= SameElevation;
     };
     if (i < 2 || i >= level.solved.grid.NumElevs) {
         return "";

@@ -1,10 +1,13 @@
 // The echo has eight sections; each has a procedure of its own below, in their order.
 #include "reports/input_echo.h"
 
+#include "problem/loads.h"
 #include "reports/report_parts.h"
 #include "runtime/number_text.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
 
 namespace korvane {
@@ -165,81 +168,55 @@ void waterSection(PrintLines& lines, const Problem& problem) {
     lines.empty();
 }
 
-/// A column of a table of surcharges: the entry's value ends before `column`.
-struct SurchargeColumn {
-    int column = 0; ///< 0 where the table has no such column
-    double (*value)(const Problem&, int side, int entry) = nullptr;
-};
-
 /// A kind of vertical surcharge with a table for each side.
 struct SurchargeTable {
+    Load load;
     std::string_view title; ///< its first six characters open the side titles too
-    int (*count)(const Problem&, int side);
     std::array<std::array<Piece, 4>, 3> heads; ///< head lines of pieces; unused ones are empty
-    std::array<SurchargeColumn, 4> columns;
+    std::array<int, 4> columns;                ///< where the values of a row end
 };
 
-/// What the fields of the surcharges hold, for the tables below.
-template <auto Field>
-int countOf(const Problem& problem, int side) {
-    return (problem.*Field)(side);
-}
-template <auto Field>
-double entryOf(const Problem& problem, int side, int entry) {
-    return (problem.*Field)(side, entry);
-}
-template <auto Field>
-double onlyEntryOf(const Problem& problem, int side, int /*entry*/) {
-    return (problem.*Field)(side);
-}
-
 const SurchargeTable lineLoads = {
+    Load::Line,
     "VII.A.--VERTICAL LINE LOADS",
-    countOf<&Problem::VLineCount>,
     {{{{{20, "DIST. FROM"}, {5, "LINE LOAD"}}}, {{{20, "WALL (FT)"}, {8, " (PLF)"}}}}},
-    {{{30, entryOf<&Problem::VLineDist>}, {44, entryOf<&Problem::VLineLoad>}}}};
+    {30, 44}};
 
-const SurchargeTable stripLoads = {"VII.C.--VERTICAL STRIP LOADS",
-                                   countOf<&Problem::VStripCount>,
+const SurchargeTable stripLoads = {Load::Strip,
+                                   "VII.C.--VERTICAL STRIP LOADS",
                                    {{{{{15, "<-DIST. FROM WALL->"}}},
                                      {{{17, "START"}, {7, "END"}, {6, "STRIP LOAD"}}},
                                      {{{18, "(FT)"}, {7, "(FT)"}, {8, "(PSF)"}}}}},
-                                   {{{23, entryOf<&Problem::VStripStart>},
-                                     {34, entryOf<&Problem::VStripEnd>},
-                                     {47, entryOf<&Problem::VStripLoad>}}}};
+                                   {23, 34, 47}};
 
-const SurchargeTable rampLoads = {"VII.D.--VERTICAL RAMP LOADS",
-                                  countOf<&Problem::VRampCount>,
+const SurchargeTable rampLoads = {Load::Ramp,
+                                  "VII.D.--VERTICAL RAMP LOADS",
                                   {{{{{15, "<---DIST. FORM WALL--->"}}},
                                     {{{15, "START RAMP"}, {5, "END RAMP"}, {5, "RAMP LOAD"}}},
                                     {{{18, "(FT)"}, {10, "(FT)"}, {9, "(PSF)"}}}}},
-                                  {{{23, onlyEntryOf<&Problem::VRampStart>},
-                                    {37, onlyEntryOf<&Problem::VRampEnd>},
-                                    {51, onlyEntryOf<&Problem::VRampLoad>}}}};
+                                  {23, 37, 51}};
 
 const SurchargeTable triangularLoads = {
+    Load::Triangle,
     "VII.E.--VERTICAL TRIANGULAR LOADS",
-    countOf<&Problem::VTriCount>,
     {{{{{15, "<------DIST. FROM WALL------->"}}},
       {{{18, "START"}, {5, "PEAK"}, {7, "END"}, {5, "PEAK LOAD"}}},
       {{{18, "(FT)"}, {6, "(FT)"}, {6, "(FT)"}, {8, "(PSF)"}}}}},
-    {{{23, entryOf<&Problem::VTriStart>},
-      {33, entryOf<&Problem::VTriPeak>},
-      {44, entryOf<&Problem::VTriEnd>},
-      {56, entryOf<&Problem::VTriLoad>}}}};
+    {23, 33, 44, 56}};
 
 const SurchargeTable variableLoads = {
+    Load::Variable,
     "VII.F.--VERTICAL VARIABLE LOADS",
-    countOf<&Problem::VVarCount>,
     {{{{{15, "DIST. FROM"}, {6, "VARIABLE"}}}, {{{15, "WALL (FT)"}, {6, "LOAD (PSF)"}}}}},
-    {{{23, entryOf<&Problem::VVarDist>}, {39, entryOf<&Problem::VVarLoad>}}}};
+    {23, 39}};
 
 void surchargeSide(PrintLines& lines, const Problem& problem, const SurchargeTable& table,
                    int side) {
     lines.empty();
     lines.spc(15).text(table.title.substr(0, 6));
     lines.text(side == Right ? "1.--RIGHTSIDE" : "2.--LEFTSIDE").end();
-    const int count = table.count(problem, side);
+    const LoadRules& load = rulesOf(table.load);
+    const int count = load.rows(problem, side);
     if (count == 0) {
         lines.line(20, "NONE");
         return;
@@ -250,10 +227,9 @@ void surchargeSide(PrintLines& lines, const Problem& problem, const SurchargeTab
         }
     }
     for (int i = 1; i <= count; ++i) {
-        for (const SurchargeColumn& column : table.columns) {
-            if (column.column > 0) {
-                lines.right(column.column, column.value(problem, side, i), fixed2);
-            }
+        for (int column = 0; column < load.width(); ++column) {
+            lines.right(table.columns.at(static_cast<std::size_t>(column)),
+                        load.value(problem, column, side, i), fixed2);
         }
         lines.end();
     }
@@ -261,11 +237,11 @@ void surchargeSide(PrintLines& lines, const Problem& problem, const SurchargeTab
 
 void surchargeTable(PrintLines& lines, const Problem& problem, const SurchargeTable& table) {
     lines.line(10, table.title);
-    if (table.count(problem, Right) == 0 && table.count(problem, Left) == 0) {
-        lines.line(15, "NONE");
-    } else {
+    if (rulesOf(table.load).isGiven(problem)) {
         surchargeSide(lines, problem, table, Right);
         surchargeSide(lines, problem, table, Left);
+    } else {
+        lines.line(15, "NONE");
     }
     lines.empty();
 }
@@ -288,15 +264,8 @@ void uniformLoads(PrintLines& lines, const Problem& problem) {
 
 void verticalSection(PrintLines& lines, const Problem& problem) {
     lines.line(5, " VII.--VERTICAL SURCHARGE LOADS");
-    int loads = 0;
-    for (const int side : {Right, Left}) {
-        loads += problem.VUniformCount(side);
-        for (const SurchargeTable* table :
-             {&lineLoads, &stripLoads, &rampLoads, &triangularLoads, &variableLoads}) {
-            loads += table->count(problem, side);
-        }
-    }
-    if (loads == 0) {
+    if (std::none_of(GroundLoads.begin(), GroundLoads.end(),
+                     [&](const LoadRules& load) { return load.isGiven(problem); })) {
         lines.line(10, "NONE");
         lines.empty();
         return;

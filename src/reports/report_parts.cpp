@@ -1,6 +1,7 @@
 #include "reports/report_parts.h"
 
 #include "runtime/dates.h"
+#include "state/tolerances.h"
 
 #include <cmath>
 #include <string>
@@ -53,7 +54,7 @@ void methodStatement(PrintLines& lines, const Problem& problem, PressureMethod m
 }
 
 bool isStep(double below, double above) {
-    return std::fabs(below - above) > 0.0001;
+    return std::fabs(below - above) > PressureNoise;
 }
 
 bool hasSoilStep(const Pressures& pressures, int i) {

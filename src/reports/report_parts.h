@@ -35,7 +35,7 @@ void headingSection(PrintLines& lines, const Problem& problem, std::string_view 
 /// Tells by which method the soil pressures of a side were determined.
 void methodStatement(PrintLines& lines, const Problem& problem, PressureMethod method, int side);
 
-/// True where the value just below an elevation and the one just above differ by more than 0.0001.
+/// True where the pressure just below an elevation and the one just above differ.
 bool isStep(double below, double above);
 
 /// True where a soil pressure of either side has a step at grid point i.

@@ -2,6 +2,7 @@
 
 #include "rowe/reduction_tables.h"
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 
 #include <cmath>
 
@@ -40,7 +41,7 @@ double overburden(const Problem& problem, const Results& results) {
         if (i >= grid.NumElevs) {
             throw RuntimeError(9);
         }
-        if (std::fabs(ElevGrid(i) - problem.SoilBottomElev(Right, layer)) <= 0.0001) {
+        if (std::fabs(ElevGrid(i) - problem.SoilBottomElev(Right, layer)) <= SameElevation) {
             ++layer;
         }
         const double weight = effectiveWeight(problem, results.levels(1), layer, ElevGrid(i));

@@ -189,8 +189,9 @@ Problem DataScreen::typedProblem() {
     Problem typed = problem();
     for (const Field* field : canvas()->findChildren<Field*>()) {
         const FieldMeaning& meaning = field->meaning();
-        if (meaning.number != nullptr && field->isVisible() && field->isEnabled()) {
-            meaning.number(typed, meaning.side, meaning.row) = valueAtHead(field->entry());
+        if (meaning.number && field->isVisible() && field->isEnabled()) {
+            rulesOf(*meaning.number).at(typed, meaning.side, meaning.row) =
+                valueAtHead(field->entry());
         }
     }
     takeCounts(typed);
@@ -199,7 +200,8 @@ Problem DataScreen::typedProblem() {
 
 const void* DataScreen::placeOf(const Field& field, Problem& typed) {
     const FieldMeaning& meaning = field.meaning();
-    return meaning.number == nullptr ? nullptr : &meaning.number(typed, meaning.side, meaning.row);
+    return meaning.number ? &rulesOf(*meaning.number).at(typed, meaning.side, meaning.row)
+                          : nullptr;
 }
 
 QString DataScreen::lossAt(const Field& field) {

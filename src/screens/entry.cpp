@@ -2,7 +2,25 @@
 
 #include "runtime/number_text.h"
 
+#include <cmath>
+
 namespace korvane {
+
+namespace {
+
+/// Limits that hang on no other number.
+std::string wordsOf(const Limits& limits) {
+    const auto text = [](double limit) { return trimmed(generalForm(limit)); };
+    if (!std::isfinite(limits.low)) {
+        return "any number";
+    }
+    if (std::isfinite(limits.high)) {
+        return text(limits.low) + " to " + text(limits.high);
+    }
+    return (limits.lowOpen ? "above " : "not below ") + text(limits.low);
+}
+
+} // namespace
 
 Fault readEntry(const std::string& text, const Column& column, Problem& problem, int side,
                 int row) {
@@ -16,15 +34,16 @@ Fault readEntry(const std::string& text, const Column& column, Problem& problem,
     } else {
         return Fault::Invalid;
     }
-    if (!column.test.holds({problem, side, row, value})) {
+    if (!limitsOf(column.field, ByScreen, problem, side, row).hold(value)) {
         return Fault::Invalid;
     }
-    column.number(problem, side, row) = value;
+    rulesOf(column.field).at(problem, side, row) = value;
     return Fault::None;
 }
 
-std::string limitsOf(const Column& column) {
-    std::string words = column.test.words;
+std::string limitWords(const Column& column) {
+    std::string words =
+        column.limits != nullptr ? column.limits : wordsOf(limitsOf(column.field, ByScreen, {}));
     if (column.emptyWords != nullptr) {
         words += std::string("; ") + column.emptyWords;
     } else if (column.ifEmpty == IfEmpty::Zero) {

@@ -1,89 +1,35 @@
-// What a field holds: where its number goes and which test it must pass.
+// What a field holds: where its number goes, and the words for what it takes.
 #pragma once
 
-#include "problem/problem.h"
+#include "problem/fields.h"
 #include "state/message_box.h"
 
 #include <string>
 
 namespace korvane {
 
-// ---- fields of the record by side and row
-// --------------------------------------------------------
-
-inline double& numberIn(double& value, int, int) {
-    return value;
-}
-inline double& numberIn(Array<double, 2>& sides, int side, int) {
-    return sides(side);
-}
-template <int Rows>
-double& numberIn(Array<double, Rows>& list, int, int row) {
-    return list(row);
-}
-template <int Rows>
-double& numberIn(Array<double, 2, Rows>& list, int side, int row) {
-    return list(side, row);
-}
-
-/// The number of a side and row, whatever of the two the field of the record has.
-using NumberAt = double& (*)(Problem&, int side, int row);
-template <auto Member>
-double& numberAt(Problem& problem, int side, int row) {
-    return numberIn(problem.*Member, side, row);
-}
-
-inline int& countIn(int& count, int) {
-    return count;
-}
-inline int& countIn(Array<int, 2>& counts, int side) {
-    return counts(side);
-}
-
-/// The count of a side, or the one count of a section without sides.
-using CountAt = int& (*)(Problem&, int side);
-template <auto Member>
-int& countAt(Problem& problem, int side) {
-    return countIn(problem.*Member, side);
-}
-
-// ---- tests
-// ---------------------------------------------------------------------------------------
-
-/// A number as typed, before it is stored; what was read before it stands in the record already.
-struct Entry {
-    const Problem& problem;
-    int side;
-    int row;
-    double value;
-};
-
-/// A test and the words in which the screen tells it.
-struct Test {
-    bool (*holds)(const Entry&);
-    const char* words;
-};
-inline constexpr Test anyNumber{[](const Entry&) { return true; }, "any number"};
-inline constexpr Test aboveZero{[](const Entry& entry) { return entry.value > 0; }, "above 0"};
-inline constexpr Test notNegative{[](const Entry& entry) { return entry.value >= 0; },
-                                  "not below 0"};
-
 enum class IfEmpty { Missing, Invalid, Zero };
 enum class Fault { None, Missing, Invalid };
 
-/// One field of a row, or a field by itself.
+/// One field of a row, or a field by itself. What it takes are the limits of screens for the number
+/// of the record.
 struct Column {
     const char* control;
     const char* label;
     const char* name; ///< label, what the label leaves to its group, and unit, for one who hears it
-    NumberAt number;
-    Test test = anyNumber;
+    ProblemField field;
+    /// The limits in words, where they hang on other numbers or have boxes of their own.
+    const char* limits = nullptr;
     IfEmpty ifEmpty = IfEmpty::Missing;
     const char* emptyWords = nullptr; ///< what an empty field means, where it is not 0
+
+    double value(const Problem& problem, int side, int row) const {
+        return rulesOf(field).value(problem, side, row);
+    }
 };
 
-/// The limits of a field in words: its test, and what it means to leave the field empty.
-std::string limitsOf(const Column& column);
+/// The limits of a field in words, and what it means to leave the field empty.
+std::string limitWords(const Column& column);
 
 /// Reads a trimmed text: a number that passes its test is stored at once.
 Fault readEntry(const std::string& text, const Column& column, Problem& problem, int side = Right,

@@ -58,8 +58,8 @@ const QKeySequence copyBlockKey(Qt::CTRL | Qt::SHIFT | Qt::Key_C);
 
 FieldMeaning meaningOf(const Column& column, int side) {
     return {.name = column.name,
-            .limits = QString::fromStdString(limitsOf(column)),
-            .number = column.number,
+            .limits = QString::fromStdString(limitWords(column)),
+            .number = column.field,
             .side = side};
 }
 

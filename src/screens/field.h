@@ -6,6 +6,7 @@
 
 #include <QLineEdit>
 
+#include <optional>
 #include <string>
 
 namespace korvane {
@@ -15,9 +16,10 @@ class FieldTable;
 /// What a field tells to those who look, listen or ask: how it is called, its limits, and which
 /// number of the problem it holds.
 struct FieldMeaning {
-    QString name;              ///< side, label and unit, row
-    QString limits = {};       ///< in words
-    NumberAt number = nullptr; ///< none where the field holds no number of the problem
+    QString name;        ///< side, label and unit, row
+    QString limits = {}; ///< in words
+    std::optional<ProblemField> number =
+        {}; ///< none where the field holds no number of the problem
     int side = Right;
     int row = 1;
     bool isText = false; ///< a heading or a name, in which a comma is no fault

@@ -1,5 +1,6 @@
 #include "screens/heading_screen.h"
 
+#include "problem/counts.h"
 #include "runtime/number_text.h"
 #include "widgets/shown_text.h"
 
@@ -14,7 +15,7 @@ namespace korvane {
 
 namespace {
 
-constexpr int HeadingRows = 4;
+constexpr int HeadingRows = mostOf(ProblemCount::NumHeadingLines);
 constexpr TableRows HeadingPlace{.count = HeadingRows, .firstTop = 390, .pitch = 300};
 
 struct GroupSpec {
@@ -55,16 +56,6 @@ bool isAnchored(const Problem& problem) {
     return problem.WallType == WallKind::Anchored;
 }
 
-constexpr Test notAboveTop{
-    [](const Entry& anchor) { return anchor.value <= anchor.problem.WallTopElev; },
-    "not above the wall top"};
-constexpr Test belowTopAndAnchor{[](const Entry& bottom) {
-                                     return bottom.value < bottom.problem.WallTopElev &&
-                                            (!isAnchored(bottom.problem) ||
-                                             bottom.value < bottom.problem.AnchorElev);
-                                 },
-                                 "below the wall top and the anchor"};
-
 struct FieldSpec {
     const char* frame;
     const char* labelName; ///< where the system names the label
@@ -76,50 +67,50 @@ struct FieldSpec {
 constexpr FieldSpec fieldSpecs[] = {
     {"fraWallTop",
      nullptr,
-     {"txtWallTop", "Elevation (FT)", "Wall top elevation (FT)", numberAt<&Problem::WallTopElev>},
+     {"txtWallTop", "Elevation (FT)", "Wall top elevation (FT)", ProblemField::WallTopElev},
      {90, 330, 1620, 360},
      {300, 720, 1200, 300}},
     {"fraAnchor",
      nullptr,
-     {"txtAnchorEl", "Elevation (FT)", "Anchor elevation (FT)", numberAt<&Problem::AnchorElev>,
-      notAboveTop},
+     {"txtAnchorEl", "Elevation (FT)", "Anchor elevation (FT)", ProblemField::AnchorElev,
+      "not above the wall top"},
      {90, 330, 1680, 360},
      {330, 720, 1200, 300}},
     {"fraSafety",
      "lblActive",
-     {"txtFSA1", "Active", "Level 1 safety factor, active", numberAt<&Problem::FSActive>,
-      notNegative, IfEmpty::Missing, "empty or 0 means 1.0"},
+     {"txtFSA1", "Active", "Level 1 safety factor, active", ProblemField::FSActive, "not below 0",
+      IfEmpty::Missing, "empty or 0 means 1.0"},
      {330, 330, 1200, 360},
      {330, 720, 1200, 300}},
     {"fraSafety",
      "lblPassive",
-     {"txtFSP1", "Passive", "Level 1 safety factor, passive", numberAt<&Problem::FSPassive>,
-      notNegative, IfEmpty::Missing,
+     {"txtFSP1", "Passive", "Level 1 safety factor, passive", ProblemField::FSPassive,
+      "not below 0", IfEmpty::Missing,
       "empty or 0 means the active factor (in a file without factors it is 1.5)"},
      {1740, 330, 1200, 360},
      {1740, 720, 1200, 300}},
     {"fraFSOption",
      nullptr,
-     {"txtFSAAnalysis", "", "Safety factor option, active factor", numberAt<&Problem::FSActive>,
-      aboveZero, IfEmpty::Invalid},
+     {"txtFSAAnalysis", "", "Safety factor option, active factor", ProblemField::FSActive, nullptr,
+      IfEmpty::Invalid},
      {},
      {2130, 795, 1020, 300}},
     {"fraWallProps",
      nullptr,
      {"txtWallBot", "Elevation at Bottom (FT)", "Wall elevation at bottom (FT)",
-      numberAt<&Problem::WallBottomElev>, belowTopAndAnchor},
+      ProblemField::WallBottomElev, "below the wall top and the anchor"},
      {120, 405, 2850, 300},
      {2985, 405, 1110, 300}},
     {"fraWallProps",
      nullptr,
      {"txtWallE", "Modulus of Elasticity (PSI)", "Wall modulus of elasticity (PSI)",
-      numberAt<&Problem::WallModulus>, aboveZero},
+      ProblemField::WallModulus},
      {120, 765, 2850, 300},
      {2985, 765, 1110, 300}},
     {"fraWallProps",
      nullptr,
      {"txtWallI", "Moment of Inertia (IN^4)", "Wall moment of inertia (IN^4)",
-      numberAt<&Problem::WallInertia>, aboveZero},
+      ProblemField::WallInertia},
      {120, 1125, 2850, 300},
      {2985, 1125, 1110, 300}},
 };
@@ -269,7 +260,7 @@ void HeadingScreen::fillBlank() {
 
 void HeadingScreen::fillEditing() {
     const auto show = [this](Number number) {
-        fields_[number]->showNumber(fieldSpecs[number].column.number(problem(), Right, 1));
+        fields_[number]->showNumber(fieldSpecs[number].column.value(problem(), Right, 1));
     };
     title_->setText("Edit Heading and Control Data");
     for (int row = 1; row <= problem().NumHeadingLines; ++row) {
@@ -403,17 +394,14 @@ Fault HeadingScreen::read(Number number) {
     return readEntry(fields_[number]->entry(), fieldSpecs[number].column, problem());
 }
 
+/// No factor and a factor of 0 stand for the fallback.
 Fault HeadingScreen::readDesignFactor(Number number, double fallback) {
-    double& factor = fieldSpecs[number].column.number(problem(), Right, 1);
-    if (fields_[number]->entry().empty()) {
-        factor = fallback;
+    const std::string text = fields_[number]->entry();
+    if (text.empty() || (isNumeric(text) && numericValue(text) == 0)) {
+        rulesOf(fieldSpecs[number].column.field).at(problem(), Right, 1) = fallback;
         return Fault::None;
     }
-    const Fault fault = read(number);
-    if (fault == Fault::None && factor == 0) {
-        factor = fallback;
-    }
-    return fault;
+    return read(number);
 }
 
 Fault HeadingScreen::readFactors() {

@@ -1,8 +1,12 @@
 #include "screens/keyin_screen.h"
 
+#include "problem/loads.h"
 #include "screens/section_checks.h"
 
 #include <QPushButton>
+
+#include <algorithm>
+#include <span>
 
 namespace korvane {
 
@@ -10,14 +14,9 @@ namespace {
 
 constexpr int RequiredSections = 3;
 
-bool hasSurcharges(const Session& session) {
-    const Problem& problem = session.problem;
-    int loads = 0;
-    for (const auto* count : {&problem.VLineCount, &problem.VUniformCount, &problem.VStripCount,
-                              &problem.VRampCount, &problem.VTriCount, &problem.VVarCount}) {
-        loads += (*count)(Right) + (*count)(Left);
-    }
-    return loads > 0;
+bool isGiven(const Session& session, std::span<const LoadRules> loads) {
+    return std::any_of(loads.begin(), loads.end(),
+                       [&](const LoadRules& load) { return load.isGiven(session.problem); });
 }
 
 const SectionList& sectionList() {
@@ -43,12 +42,11 @@ const SectionList& sectionList() {
                    return session.problem.WaterDataKind != WaterData::None;
                }},
               Screen::WATER},
-             {{"cmdSurcharge", "S&urface Surcharge Data", "panSurcharge", false, hasSurcharges},
+             {{"cmdSurcharge", "S&urface Surcharge Data", "panSurcharge", false,
+               [](const Session& session) { return isGiven(session, GroundLoads); }},
               Screen::SURCHCON},
              {{"cmdHorizontal", "Applied &Horizontal Loads", "panHorizontal", false,
-               [](const Session& session) {
-                   return session.problem.HLineCount + session.problem.HDistCount > 0;
-               }},
+               [](const Session& session) { return isGiven(session, WallLoads); }},
               Screen::HORCON}},
         .requiredNote = "(Sections indicated in red are required.)",
     };

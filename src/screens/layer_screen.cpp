@@ -1,5 +1,6 @@
 #include "screens/layer_screen.h"
 
+#include "problem/counts.h"
 #include "screens/layer_columns.h"
 #include "widgets/geometry.h"
 
@@ -15,7 +16,7 @@ namespace korvane {
 namespace {
 
 // All in twips.
-constexpr int LayerRows = 11;
+constexpr int LayerRows = mostOf(ProblemCount::SoilLayerCount);
 constexpr double SheetWidth = 9450;
 constexpr double GroupTop = 1080;
 constexpr double GroupHeight = 3885;
@@ -42,10 +43,10 @@ const SideWords& wordsOf(int side) {
 }
 
 constexpr Column factorColumns[] = {
-    {"txtFSA2", "Active", "Level 2 safety factor, active", numberAt<&Problem::Level2FSActive>,
-     notNegative, IfEmpty::Zero, "empty means the level 1 factor"},
-    {"txtFSP2", "Passive", "Level 2 safety factor, passive", numberAt<&Problem::Level2FSPassive>,
-     notNegative, IfEmpty::Zero, "empty means the level 1 factor"},
+    {"txtFSA2", "Active", "Level 2 safety factor, active", ProblemField::Level2FSActive, nullptr,
+     IfEmpty::Zero, "empty means the level 1 factor"},
+    {"txtFSP2", "Passive", "Level 2 safety factor, passive", ProblemField::Level2FSPassive, nullptr,
+     IfEmpty::Zero, "empty means the level 1 factor"},
 };
 
 constexpr const char* LayerChoices = "\n\n     Choose OK to continue SOIL LAYER"
@@ -254,7 +255,7 @@ void LayerScreen::chooseSide(int side) {
     setOption(strengths_, edit && kind() == SoilData::Strengths);
     setOption(coefficients_, edit && kind() == SoilData::Coefficients);
     for (int number = 0; number < 2; ++number) {
-        const double factor = factorColumns[number].number(problem(), side, 1);
+        const double factor = factorColumns[number].value(problem(), side, 1);
         FieldMeaning meaning = meaningOf(factorColumns[number], side);
         meaning.name =
             QString(wordsOf(side).name) + ", " + meaning.name.at(0).toLower() + meaning.name.mid(1);
@@ -356,7 +357,7 @@ void LayerScreen::fillLayers() {
     for (int layer = 1; layer <= layers(); ++layer) {
         int place = 0;
         for (const LayerColumn& column : layerColumns()) {
-            const double value = column.column.number(problem(), SideIndex_, layer);
+            const double value = column.column.value(problem(), SideIndex_, layer);
             if (column.isOf(kind()) && !(column.notOfLast && layer == layers()) &&
                 !(column.emptyIfZero && value == 0)) {
                 table_.field(place, layer)->showNumber(value);

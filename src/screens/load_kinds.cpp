@@ -10,103 +10,68 @@ namespace {
 
 constexpr const char* Distances = "Distances From Wall (FT)";
 
-// ---- tests that look at what was read before
-// -----------------------------------------------------
-
-constexpr Test stripEnd{
-    [](const Entry& e) { return e.value > e.problem.VStripStart(e.side, e.row); },
-    "beyond the start"};
-constexpr Test rampEnd{[](const Entry& e) { return e.value >= e.problem.VRampStart(e.side); },
-                       "not before the start"};
-constexpr Test trianglePeak{
-    [](const Entry& e) { return e.value >= e.problem.VTriStart(e.side, e.row); },
-    "not before the start"};
-constexpr Test triangleEnd{[](const Entry& e) {
-                               const double start = e.problem.VTriStart(e.side, e.row);
-                               const double peak = e.problem.VTriPeak(e.side, e.row);
-                               return e.value >= peak && !(e.value == peak && peak == start);
-                           },
-                           "not before the peak; start, peak and end not all equal"};
-constexpr Test variableDistance{
-    [](const Entry& e) {
-        return e.value >= 0 && (e.row == 1 || e.value > e.problem.VVarDist(e.side, e.row - 1));
-    },
-    "not below 0, and beyond the row above"};
-constexpr Test fallingElevation{
-    [](const Entry& e) { return e.row == 1 || e.value < e.problem.HDistElev(e.row - 1); },
-    "below the row above; at least two rows"};
-
 // ---- columns
 // -------------------------------------------------------------------------------------
 
 constexpr LoadColumn lineColumns[] = {
     {{"txtDLLR", "Distance from wall (FT)", "line load, distance from wall (FT)",
-      numberAt<&Problem::VLineDist>, aboveZero},
+      ProblemField::VLineDist},
      "txtDLLL"},
-    {{"txtQLLR", "Line Load (PLF)", "line load (PLF)", numberAt<&Problem::VLineLoad>, aboveZero},
-     "txtQLLL"},
+    {{"txtQLLR", "Line Load (PLF)", "line load (PLF)", ProblemField::VLineLoad}, "txtQLLL"},
 };
 constexpr LoadColumn uniformColumns[] = {
-    {{"txtQUR", "Rightside", "uniform surcharge (PSF)", numberAt<&Problem::VUniformLoad>,
-      notNegative, IfEmpty::Missing, "empty means none"},
+    {{"txtQUR", "Rightside", "uniform surcharge (PSF)", ProblemField::VUniformLoad, nullptr,
+      IfEmpty::Missing, "empty means none"},
      "txtQUL",
      "Leftside",
      {"lblRightside", "lblLeftside"}},
 };
 constexpr LoadColumn stripColumns[] = {
-    {{"txtDS1R", "At Start", "strip load, distance to start (FT)", numberAt<&Problem::VStripStart>,
-      notNegative},
+    {{"txtDS1R", "At Start", "strip load, distance to start (FT)", ProblemField::VStripStart},
      "txtDS1L"},
-    {{"txtDS2R", "At End", "strip load, distance to end (FT)", numberAt<&Problem::VStripEnd>,
-      stripEnd},
+    {{"txtDS2R", "At End", "strip load, distance to end (FT)", ProblemField::VStripEnd,
+      "beyond the start"},
      "txtDS2L"},
-    {{"txtQSR", "  Load   (PSF)", "strip load (PSF)", numberAt<&Problem::VStripLoad>, aboveZero},
-     "txtQSL"},
+    {{"txtQSR", "  Load   (PSF)", "strip load (PSF)", ProblemField::VStripLoad}, "txtQSL"},
 };
 constexpr LoadColumn rampColumns[] = {
-    {{"txtDR1R", "Start Ramp", "ramp load, distance to start (FT)", numberAt<&Problem::VRampStart>,
-      notNegative},
+    {{"txtDR1R", "Start Ramp", "ramp load, distance to start (FT)", ProblemField::VRampStart},
      "txtDR1L"},
-    {{"txtDR2R", "At End", "ramp load, distance to end (FT)", numberAt<&Problem::VRampEnd>,
-      rampEnd},
+    {{"txtDR2R", "At End", "ramp load, distance to end (FT)", ProblemField::VRampEnd,
+      "not before the start"},
      "txtDR2L",
      "End Ramp"},
-    {{"txtQRR", " Ramp Load  (PSF)", "ramp load (PSF)", numberAt<&Problem::VRampLoad>, notNegative},
-     "txtQRL"},
+    {{"txtQRR", " Ramp Load  (PSF)", "ramp load (PSF)", ProblemField::VRampLoad}, "txtQRL"},
 };
 constexpr LoadColumn triangleColumns[] = {
-    {{"txtDT1R", "At Start", "triangular load, distance to start (FT)",
-      numberAt<&Problem::VTriStart>, notNegative},
+    {{"txtDT1R", "At Start", "triangular load, distance to start (FT)", ProblemField::VTriStart},
      "txtDT1L"},
-    {{"txtDT2R", "At Peak", "triangular load, distance to peak (FT)", numberAt<&Problem::VTriPeak>,
-      trianglePeak},
+    {{"txtDT2R", "At Peak", "triangular load, distance to peak (FT)", ProblemField::VTriPeak,
+      "not before the start"},
      "txtDT2L"},
-    {{"txtDT3R", "At End", "triangular load, distance to end (FT)", numberAt<&Problem::VTriEnd>,
-      triangleEnd},
+    {{"txtDT3R", "At End", "triangular load, distance to end (FT)", ProblemField::VTriEnd,
+      "not before the peak; start, peak and end not all equal"},
      "txtDT3L"},
-    {{"txtQTR", "Peak Load (PSF)", "triangular load, peak load (PSF)", numberAt<&Problem::VTriLoad>,
-      aboveZero},
+    {{"txtQTR", "Peak Load (PSF)", "triangular load, peak load (PSF)", ProblemField::VTriLoad},
      "txtQTL"},
 };
 constexpr LoadColumn variableColumns[] = {
     {{"txtRightDist", "Distance From Wall (FT)", "variable load, distance from wall (FT)",
-      numberAt<&Problem::VVarDist>, variableDistance},
+      ProblemField::VVarDist, "not below 0, and beyond the row above"},
      "txtLeftDist"},
-    {{"txtRightLoad", "   Load     (PSF)", "variable load (PSF)", numberAt<&Problem::VVarLoad>,
-      notNegative},
+    {{"txtRightLoad", "   Load     (PSF)", "variable load (PSF)", ProblemField::VVarLoad},
      "txtLeftLoad"},
 };
 constexpr LoadColumn horizontalLineColumns[] = {
     {{"txtElevHorLine", "Elevation (FT)", "Horizontal line load, elevation (FT)",
-      numberAt<&Problem::HLineElev>}},
-    {{"txtHorLine", "Line Load (PLF)", "Horizontal line load (PLF)",
-      numberAt<&Problem::HLineLoad>}},
+      ProblemField::HLineElev}},
+    {{"txtHorLine", "Line Load (PLF)", "Horizontal line load (PLF)", ProblemField::HLineLoad}},
 };
 constexpr LoadColumn distributedColumns[] = {
     {{"txtElHorDist", "Elevation  (FT)", "Horizontal distributed load, elevation (FT)",
-      numberAt<&Problem::HDistElev>, fallingElevation}},
+      ProblemField::HDistElev, "below the row above; at least two rows"}},
     {{"txtHorDist", "  Load   (PSF)", "Horizontal distributed load (PSF)",
-      numberAt<&Problem::HDistLoad>}},
+      ProblemField::HDistLoad}},
 };
 
 // ---- kinds
@@ -117,9 +82,7 @@ constexpr LoadKind verticalLoads[] = {
      .title = "Vertical Line Loads",
      .picture = "imgLineLoad",
      .sketch = &LineLoadSketch,
-     .sides = 2,
-     .rows = 5,
-     .count = countAt<&Problem::VLineCount>,
+     .load = rulesOf(Load::Line),
      .side = {{"fraLineLoadR", "Rightside Line Loads", "cmdDelVertLineR",
                "Delete &Rightside Loads"},
               {"fraLineLoadL", "Leftside Line Loads", "cmdDelVertLineL", "Delete &leftside Loads"}},
@@ -138,9 +101,7 @@ constexpr LoadKind verticalLoads[] = {
      .title = "Uniform Loads",
      .picture = "imgUnif",
      .sketch = &UniformLoadSketch,
-     .sides = 2,
-     .rows = 1,
-     .count = countAt<&Problem::VUniformCount>,
+     .load = rulesOf(Load::Uniform),
      .side = {{nullptr, "", "cmdDelUnifLoad", "&Delete Uniform Surcharges"}, {}},
      .columns = uniformColumns,
      .columnsTitle = "Uniform Surcharge (PSF)",
@@ -154,9 +115,7 @@ constexpr LoadKind verticalLoads[] = {
      .title = "Strip Loads",
      .picture = "imgStrips",
      .sketch = &StripLoadSketch,
-     .sides = 2,
-     .rows = 5,
-     .count = countAt<&Problem::VStripCount>,
+     .load = rulesOf(Load::Strip),
      .side = {{"fraStripR", "Rightside Strip Loads", "cmdDelStripR", "Delete &Rightside Loads"},
               {"fraStripL", "Leftside Strip Loads", "cmdDelStripL", "Delete &Leftside Loads"}},
      .columns = stripColumns,
@@ -170,9 +129,7 @@ constexpr LoadKind verticalLoads[] = {
      .title = "Ramp Loads",
      .picture = "imgRamps",
      .sketch = &RampLoadSketch,
-     .sides = 2,
-     .rows = 1,
-     .count = countAt<&Problem::VRampCount>,
+     .load = rulesOf(Load::Ramp),
      .side = {{"fraRampR", "Rightside Ramp Load", "cmdDelRampR", "Delete &Rightside Load"},
               {"fraRampL", "Leftside Ramp Load", "cmdDelRampL", "Delete &Leftside Load"}},
      .columns = rampColumns,
@@ -186,9 +143,7 @@ constexpr LoadKind verticalLoads[] = {
      .title = "Triangular Loads",
      .picture = "imgTriangs",
      .sketch = &TriangularLoadSketch,
-     .sides = 2,
-     .rows = 5,
-     .count = countAt<&Problem::VTriCount>,
+     .load = rulesOf(Load::Triangle),
      .side = {{"fraTriangR", "Rightside Triangular Loads", "cmdDelTriangR",
                "Delete &Rightside Loads"},
               {"fraTriangL", "Leftside Triangular Loads", "cmdDelTriangL",
@@ -208,9 +163,7 @@ constexpr LoadKind verticalLoads[] = {
      .title = "Variable Loads",
      .picture = "imgVertVar",
      .sketch = &VariableLoadSketch,
-     .sides = 2,
-     .rows = 11,
-     .count = countAt<&Problem::VVarCount>,
+     .load = rulesOf(Load::Variable),
      .side = {{"fraVertVarR", "Rightside Variable Loads", "cmdDelVarR", "Delete &Rightside Loads"},
               {"fraVertVarL", "Leftside Variable Loads", "cmdDelVarL", "Delete &Leftside Loads"}},
      .columns = variableColumns,
@@ -231,9 +184,7 @@ constexpr LoadKind horizontalLoads[] = {
      .title = "Horizontal Line Loads",
      .picture = "imgHorLine",
      .sketch = &HorizontalLineSketch,
-     .sides = 1,
-     .rows = 5,
-     .count = countAt<&Problem::HLineCount>,
+     .load = rulesOf(Load::HorizontalLine),
      .side = {{"fraHorLineData", "", "cmdDelHorLine", "&Delete Line Loads"}, {}},
      .columns = horizontalLineColumns,
      .columnsTitle = nullptr,
@@ -247,9 +198,7 @@ constexpr LoadKind horizontalLoads[] = {
      .title = "Horizontal Distributed Loads",
      .picture = "imgHorDist",
      .sketch = &HorizontalDistributedSketch,
-     .sides = 1,
-     .rows = 11,
-     .count = countAt<&Problem::HDistCount>,
+     .load = rulesOf(Load::Distributed),
      .side = {{nullptr, "", "cmdDelHorDist", "&Delete Distributed Loads"}, {}},
      .columns = distributedColumns,
      .columnsTitle = nullptr,
@@ -259,8 +208,7 @@ constexpr LoadKind horizontalLoads[] = {
      .choices = "\n\n     Choose OK to continue HORIZONTAL"
                 "\n          DISTRIBUTED LOAD DATA entry."
                 "\nChoose CANCEL to delete ALL HORIZONTAL"
-                "\n          DISTRIBUTED LOAD DATA and exit.",
-     .leastRows = 2},
+                "\n          DISTRIBUTED LOAD DATA and exit."},
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 // The kinds of load as data: six vertical surcharges on either side, two horizontal loads.
 #pragma once
 
+#include "problem/loads.h"
 #include "screens/entry.h"
 
 #include <span>
@@ -30,9 +31,7 @@ struct LoadKind {
     const char* title;
     const char* picture;
     const Sketch* sketch;
-    int sides; ///< 1 for a load that has no side
-    int rows;  ///< of a side
-    CountAt count;
+    LoadRules load;
     LoadSide side[2]; ///< right, left
     std::span<const LoadColumn> columns;
     const char* columnsTitle; ///< over all columns but the load's, or over both sides
@@ -41,7 +40,6 @@ struct LoadKind {
     BoxText invalid{"INVALID DATA", ValueInvalid};
     const char* missingChoices = nullptr; ///< of the missing box, where it words them otherwise
     const char* choices;                  ///< what OK and Cancel do
-    int leastRows = 0;                    ///< fewer rows, but some, are invalid
     bool countsWhenRead = false;  ///< an empty side is none; the count stands after the test
     bool cancelIsFailure = false; ///< Cancel sets SolutionFailed
 };

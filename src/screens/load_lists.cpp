@@ -1,15 +1,16 @@
 #include "screens/load_lists.h"
 
+#include "problem/loads.h"
+
 namespace korvane {
 
 namespace {
 
 constexpr const char* EnterTitle = "Select Data Section to be Entered";
 
-template <auto Count>
-bool onEitherSide(const Session& session) {
-    const auto& count = session.problem.*Count;
-    return count(Right) + count(Left) > 0;
+template <Load Kind>
+bool isGiven(const Session& session) {
+    return rulesOf(Kind).isGiven(session.problem);
 }
 
 } // namespace
@@ -21,30 +22,28 @@ const SectionList& surchargeList() {
         .titlePanel = "panSurchHeading",
         .title = EnterTitle,
         .frame = "fraSurchSects",
-        .sections = {{{"cmdVertLine", "Vertical &Line Loads", "panVertLine", false,
-                       onEitherSide<&Problem::VLineCount>},
-                      Screen::SURCHARG,
-                      1},
-                     {{"cmdUniform", "Vertical &Uniform Loads", "panUniform", false,
-                       onEitherSide<&Problem::VUniformCount>},
-                      Screen::SURCHARG,
-                      2},
-                     {{"cmdStrips", "Vertical &Strip Loads", "panStrips", false,
-                       onEitherSide<&Problem::VStripCount>},
-                      Screen::SURCHARG,
-                      3},
-                     {{"cmdRamps", "Vertical &Ramp Loads", "panRamps", false,
-                       onEitherSide<&Problem::VRampCount>},
-                      Screen::SURCHARG,
-                      4},
-                     {{"cmdTriangs", "Vertical &Triangular Loads", "panTriangs", false,
-                       onEitherSide<&Problem::VTriCount>},
-                      Screen::SURCHARG,
-                      5},
-                     {{"cmdVertVar", "Vertical &Variable Loads", "panVertVar", false,
-                       onEitherSide<&Problem::VVarCount>},
-                      Screen::SURCHARG,
-                      6}},
+        .sections =
+            {{{"cmdVertLine", "Vertical &Line Loads", "panVertLine", false, isGiven<Load::Line>},
+              Screen::SURCHARG,
+              1},
+             {{"cmdUniform", "Vertical &Uniform Loads", "panUniform", false,
+               isGiven<Load::Uniform>},
+              Screen::SURCHARG,
+              2},
+             {{"cmdStrips", "Vertical &Strip Loads", "panStrips", false, isGiven<Load::Strip>},
+              Screen::SURCHARG,
+              3},
+             {{"cmdRamps", "Vertical &Ramp Loads", "panRamps", false, isGiven<Load::Ramp>},
+              Screen::SURCHARG,
+              4},
+             {{"cmdTriangs", "Vertical &Triangular Loads", "panTriangs", false,
+               isGiven<Load::Triangle>},
+              Screen::SURCHARG,
+              5},
+             {{"cmdVertVar", "Vertical &Variable Loads", "panVertVar", false,
+               isGiven<Load::Variable>},
+              Screen::SURCHARG,
+              6}},
     };
     return list;
 }
@@ -57,11 +56,11 @@ const SectionList& horizontalLoadList() {
         .title = EnterTitle,
         .frame = "fraHorLoadSects",
         .sections = {{{"cmdHorizLine", "Horizontal &Line Loads", "panHorizLine", false,
-                       [](const Session& session) { return session.problem.HLineCount > 0; }},
+                       isGiven<Load::HorizontalLine>},
                       Screen::HORLOAD,
                       1},
                      {{"cmdHorizDist", "Horizontal &Distributed Loads", "panHorizDist", false,
-                       [](const Session& session) { return session.problem.HDistCount > 0; }},
+                       isGiven<Load::Distributed>},
                       Screen::HORLOAD,
                       2}},
     };

@@ -55,7 +55,7 @@ struct LoadScreen::Arrangement {
     explicit Arrangement(const LoadKind& kind) {
         const double title = kind.columnsTitle != nullptr ? TitleHeight : 0;
         const bool framed = hasSideFrames(kind);
-        rows = {.count = kind.rows, .pitch = Pitch};
+        rows = {.count = kind.load.mostRows(), .pitch = Pitch};
         labelTop = (*kind.side[0].title != '\0' ? TitleHeight : 0) + (framed ? title : 0);
         rows.firstTop = labelTop + LabelHeight;
         sideTop = SketchTop + SketchHeight + Margin + (framed ? 0 : title);
@@ -63,8 +63,9 @@ struct LoadScreen::Arrangement {
             std::max(LeastSideWidth, NumbersWidth + 2 * Margin +
                                          static_cast<double>(kind.columns.size()) * ColumnWidth);
         sideHeight = rows.firstTop + rows.height() + Margin;
-        width = std::max(SketchWidth, kind.sides * (sideWidth + Margin) - Margin) + 2 * Margin;
-        sidesLeft = (width - kind.sides * (sideWidth + Margin) + Margin) / 2;
+        width =
+            std::max(SketchWidth, kind.load.sides() * (sideWidth + Margin) - Margin) + 2 * Margin;
+        sidesLeft = (width - kind.load.sides() * (sideWidth + Margin) + Margin) / 2;
         buttonTop = sideTop + sideHeight + 30 + NoticeHeight + 30;
     }
 
@@ -89,18 +90,18 @@ LoadScreen::LoadScreen(ScreenContext& context, const char* name, const char* tit
         makeLabel(frame, "Label11", kind_.columnsTitle,
                   {Margin, at.sideTop - TitleHeight, at.width - 2 * Margin, TitleHeight});
     }
-    for (int side = 1; side <= kind_.sides; ++side) {
+    for (int side = 1; side <= kind_.load.sides(); ++side) {
         createSide(frame, side, at);
     }
     createButtons(frame, at);
-    if (kind_.sides == 2) {
+    if (kind_.load.sides() == 2) {
         setSides(tables_[0].get(), tables_[1].get());
     }
     keepCentred(frame, Centre::Both);
 
     watchFields();
     std::vector<QWidget*> order;
-    for (int side = 1; side <= kind_.sides; ++side) {
+    for (int side = 1; side <= kind_.load.sides(); ++side) {
         fillSide(side);
         table(side).whenEdited(this, [this, side] { deleteButton(side)->show(); });
         const auto fields = table(side).focusOrder();
@@ -117,7 +118,7 @@ LoadScreen::LoadScreen(ScreenContext& context, const char* name, const char* tit
 }
 
 bool LoadScreen::sharesDelete() const {
-    return kind_.sides == 2 && kind_.side[1].deleteName == nullptr;
+    return kind_.load.sides() == 2 && kind_.side[1].deleteName == nullptr;
 }
 
 void LoadScreen::createSide(QWidget* frame, int side, const Arrangement& at) {
@@ -132,7 +133,7 @@ void LoadScreen::createSide(QWidget* frame, int side, const Arrangement& at) {
     }
     auto& rows = tables_[side - 1];
     rows = std::make_unique<FieldTable>(at.rows);
-    if (kind_.rows > 1) {
+    if (kind_.load.mostRows() > 1) {
         rows->addRowNumbers(parent, Margin, NumbersWidth - Margin / 2);
     }
     const double left = Margin + NumbersWidth;
@@ -142,7 +143,7 @@ void LoadScreen::createSide(QWidget* frame, int side, const Arrangement& at) {
     for (const LoadColumn& column : kind_.columns) {
         rows->addColumn(parent, {.control = controlName(column, side),
                                  .label = labelText(column, side),
-                                 .meaning = meaningOf(column, side, kind_.sides == 2),
+                                 .meaning = meaningOf(column, side, kind_.load.sides() == 2),
                                  .left = place,
                                  .width = width - Margin / 3,
                                  .labelTop = at.labelTop,
@@ -167,7 +168,7 @@ void LoadScreen::createDelete(QWidget* frame, int side, const Place& where) {
 /// Two delete buttons stand under their sides with Finished between them, one beside it.
 void LoadScreen::createButtons(QWidget* frame, const Arrangement& at) {
     double finishedLeft = (at.width - FinishedWidth) / 2;
-    if (kind_.sides == 2 && !sharesDelete()) {
+    if (kind_.load.sides() == 2 && !sharesDelete()) {
         const double room = finishedLeft - 2 * Margin;
         const double width = std::min(DeleteWidth, room);
         createDelete(frame, Right,
@@ -189,7 +190,7 @@ void LoadScreen::fillSide(int side) {
     for (int row = 1; row <= count(side); ++row) {
         int column = 0;
         for (const LoadColumn& spec : kind_.columns) {
-            table(side).field(column++, row)->showNumber(spec.right.number(problem(), side, row));
+            table(side).field(column++, row)->showNumber(spec.right.value(problem(), side, row));
         }
     }
     if (count(side) > 0) {
@@ -217,15 +218,15 @@ void LoadScreen::deleteSide(int side) {
 }
 
 void LoadScreen::takeCounts(Problem& typed) {
-    for (int side = 1; side <= kind_.sides; ++side) {
-        kind_.count(typed, side) = table(side).lastFilledRow();
+    for (int side = 1; side <= kind_.load.sides(); ++side) {
+        rulesOf(kind_.load.count).at(typed, side) = table(side).lastFilledRow();
     }
 }
 
 Fault LoadScreen::readSide(int side) {
     const int rows = table(side).lastFilledRow();
     count(side) = kind_.countsWhenRead ? 0 : rows;
-    if (rows > 0 && rows < kind_.leastRows) {
+    if (rows > 0 && rows < leastOf(kind_.load.count, ByScreen)) {
         failAt(table(side).field(0, rows + 1));
         return Fault::Invalid;
     }
@@ -246,7 +247,7 @@ Fault LoadScreen::readSide(int side) {
 
 void LoadScreen::finishStage() {
     Fault fault = Fault::None;
-    for (int side = 1; side <= kind_.sides && fault == Fault::None; ++side) {
+    for (int side = 1; side <= kind_.load.sides() && fault == Fault::None; ++side) {
         fault = readSide(side);
     }
     if (fault != Fault::None) {
@@ -257,7 +258,7 @@ void LoadScreen::finishStage() {
         if (goesOn(okCancelBox(box.title, std::string(box.text) + choices))) {
             return;
         }
-        for (int side = 1; side <= kind_.sides; ++side) {
+        for (int side = 1; side <= kind_.load.sides(); ++side) {
             count(side) = 0;
         }
         if (kind_.cancelIsFailure) {

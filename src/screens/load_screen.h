@@ -30,7 +30,7 @@ class LoadScreen : public DataScreen {
     void fillSide(int side);
 
     FieldTable& table(int side) { return *tables_[static_cast<std::size_t>(side - 1)]; }
-    int& count(int side) { return kind_.count(problem(), side); }
+    int& count(int side) { return rulesOf(kind_.load.count).at(problem(), side); }
     bool sharesDelete() const;
     /// The delete button that a side's data show.
     QPushButton* deleteButton(int side) { return deletes_[sharesDelete() ? 0 : side - 1]; }

@@ -1,8 +1,7 @@
 #include "screens/section_checks.h"
 
+#include "problem/validate.h"
 #include "screens/entry.h"
-
-#include <algorithm>
 
 namespace korvane {
 
@@ -30,12 +29,22 @@ std::string missingSections(const Session& session) {
     return list;
 }
 
+/// A seepage that was left behind when the water became pressures counts too: deliberate.
 bool seepageIsInconsistent(const Problem& problem) {
-    const auto lowerOf = [&](int side) {
-        return std::min(problem.SurfaceElev(side, 1), problem.WaterElev(side));
-    };
     return problem.SeepageKind != Seepage::None &&
-           std::min(lowerOf(Right), lowerOf(Left)) < problem.SeepageElev;
+           !limitsBetween(ProblemField::SeepageElev, ByScreen, problem).hold(problem.SeepageElev);
+}
+
+Limits groundLimits(const Problem& problem, int side, int point) {
+    return limitsBetween(ProblemField::SurfaceElev, ByScreen, problem, side, point);
+}
+
+bool surfaceIsAboveWall(const Problem& problem, int side) {
+    return problem.SurfaceElev(side, 1) > groundLimits(problem, side, 1).high;
+}
+
+bool surfaceIsBelowWall(const Problem& problem, int side, int point) {
+    return problem.SurfaceElev(side, point) <= groundLimits(problem, side, point).low;
 }
 
 Section firstMissing(const Session& session) {
@@ -71,16 +80,14 @@ std::optional<SectionFault> sectionFault(const Session& session) {
                                             Choices),
                             Section::Water};
     }
-    if (problem.SurfaceElev(Right, 1) > problem.WallTopElev ||
-        problem.SurfaceElev(Left, 1) > problem.WallTopElev) {
+    if (surfaceIsAboveWall(problem, Right) || surfaceIsAboveWall(problem, Left)) {
         return SectionFault{wallBox("Right or left side surface has been specified"
                                     "\nabove the top of the wall."),
                             Section::Surface};
     }
     // Deliberately the first two points of the right side and not the first of each side.
     if (problem.ProgramMode == Mode::Analysis &&
-        std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Right, 2)) <=
-            problem.WallBottomElev) {
+        (surfaceIsBelowWall(problem, Right, 1) || surfaceIsBelowWall(problem, Right, 2))) {
         return SectionFault{wallBox("Wall bottom has been specified above the soil surface."),
                             Section::Heading};
     }

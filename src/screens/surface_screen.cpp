@@ -1,5 +1,6 @@
 #include "screens/surface_screen.h"
 
+#include "problem/counts.h"
 #include "runtime/number_text.h"
 #include "screens/entry.h"
 
@@ -10,7 +11,8 @@ namespace korvane {
 
 namespace {
 
-constexpr TableRows SurfaceRows{.count = 11, .firstTop = 840, .pitch = 285};
+constexpr TableRows SurfaceRows{
+    .count = mostOf(ProblemCount::SurfacePointCount), .firstTop = 840, .pitch = 285};
 
 constexpr int Distance = 0;
 constexpr int Elevation = 1;
@@ -24,14 +26,14 @@ struct ColumnSpec {
     const char* label;
     const char* name; ///< behind its side
     const char* limits;
-    NumberAt number;
+    ProblemField field;
     double left;
 };
 constexpr ColumnSpec columns[] = {
     {"Distance From Wall (FT)", "distance from wall (FT)", "beyond the row above",
-     numberAt<&Problem::SurfaceDist>, 480},
+     ProblemField::SurfaceDist, 480},
     {"           Elevation (FT)", "elevation (FT)",
-     "any number; the first one not above the wall top", numberAt<&Problem::SurfaceElev>, 2190},
+     "any number; the first one not above the wall top", ProblemField::SurfaceElev, 2190},
 };
 
 struct SideSpec {
@@ -101,7 +103,7 @@ SurfaceScreen::SurfaceScreen(ScreenContext& context)
                              .label = column.label,
                              .meaning = {.name = QString("%1, %2").arg(spec.name, column.name),
                                          .limits = column.limits,
-                                         .number = column.number,
+                                         .number = column.field,
                                          .side = spec.side},
                              .left = column.left,
                              .width = 1620,
@@ -165,7 +167,7 @@ bool SurfaceScreen::readRows(int side) {
         }
         // Deliberate: no numeric test, a text counts as the number at its head.
         const double value = valueAtHead(distance);
-        if (row > 1 && value <= record.SurfaceDist(side, row - 1)) {
+        if (!limitsOf(ProblemField::SurfaceDist, ByScreen, record, side, row).hold(value)) {
             return false;
         }
         record.SurfaceDist(side, row) = value;

@@ -1,5 +1,8 @@
 #include "screens/water_screen.h"
 
+#include "problem/counts.h"
+#include "problem/validate.h"
+
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
@@ -11,7 +14,7 @@ namespace korvane {
 
 namespace {
 
-constexpr int PressureRows = 11;
+constexpr int PressureRows = mostOf(ProblemCount::WaterPressCount);
 constexpr TableRows PressurePlace{.count = PressureRows, .firstTop = 840, .pitch = 285};
 
 // ---- elevations
@@ -29,49 +32,42 @@ struct FieldSpec {
     Place place;
 };
 
-// What has boxes of its own, after the value is stored, is told here alone.
-constexpr Test seepageElevation{[](const Entry&) { return true; },
-                                "not above the rightside water elevation"};
-constexpr Test seepageGradient{[](const Entry&) { return true; }, "above 0 and below 1"};
-constexpr Test netPressure{[](const Entry&) { return true; },
-                           "any number, positive toward the left; at least two rows"};
-
+// Limits that have boxes of their own, after the value is stored, are told here in words.
 constexpr FieldSpec fieldSpecs[] = {
     {"fraWaterProps",
      nullptr,
      {"txtWaterWt", "Water Unit Weight (PCF)", "Water unit weight (PCF)",
-      numberAt<&Problem::WaterUnitWeight>, aboveZero},
+      ProblemField::WaterUnitWeight},
      {150, 60, 1800, 495},
      {450, 570, 1200, 300}},
     {"fraWaterElevs",
      nullptr,
-     {"txtWaterElR", "Rightside", "Rightside water elevation (FT)", numberAt<&Problem::WaterElev>},
+     {"txtWaterElR", "Rightside", "Rightside water elevation (FT)", ProblemField::WaterElev},
      {150, 330, 1200, 240},
      {150, 570, 1200, 300}},
     {"fraWaterElevs",
      nullptr,
-     {"txtWaterElL", "Leftside", "Leftside water elevation (FT)", numberAt<&Problem::WaterElev>},
+     {"txtWaterElL", "Leftside", "Leftside water elevation (FT)", ProblemField::WaterElev},
      {1500, 330, 1200, 240},
      {1500, 570, 1200, 300}},
     {"fraSeepData",
      "lblSeepEl",
-     {"txtSeepEl", "Seepage Elevation (FT)", "Seepage elevation (FT)",
-      numberAt<&Problem::SeepageElev>, seepageElevation},
+     {"txtSeepEl", "Seepage Elevation (FT)", "Seepage elevation (FT)", ProblemField::SeepageElev,
+      "not above the rightside water elevation"},
      {150, 210, 1500, 495},
      {300, 720, 1200, 300}},
     {"fraSeepData",
      "lblSeepGrad",
      {"txtSeepGrad", "Seepage Gradient (FT/FT)", "Seepage gradient (FT/FT)",
-      numberAt<&Problem::SeepageGradient>, seepageGradient},
+      ProblemField::SeepageGradient, "above 0 and below 1"},
      {1800, 210, 1500, 495},
      {1950, 720, 1200, 300}},
 };
 
 constexpr Column pressureColumns[] = {
-    {"txtELWPR", " Elevation (FT)", "Water pressure, elevation (FT)",
-     numberAt<&Problem::WaterPressElev>},
-    {"txtWPR", "Pressure (PSF)", "Water pressure (PSF)", numberAt<&Problem::WaterPressure>,
-     netPressure},
+    {"txtELWPR", " Elevation (FT)", "Water pressure, elevation (FT)", ProblemField::WaterPressElev},
+    {"txtWPR", "Pressure (PSF)", "Water pressure (PSF)", ProblemField::WaterPressure,
+     "any number, positive toward the left; at least two rows"},
 };
 
 // ---- boxes
@@ -259,7 +255,7 @@ void WaterScreen::openElevations() {
     }
     seepage_->hide();
     const auto fill = [this](Number number, int side) {
-        fields_[number]->showNumber(fieldSpecs[number].column.number(problem(), side, 1));
+        fields_[number]->showNumber(fieldSpecs[number].column.value(problem(), side, 1));
     };
     if (waterIs(session(), WaterData::Elevations)) {
         fill(UnitWeight, Right);
@@ -290,7 +286,7 @@ void WaterScreen::openPressures() {
         for (int row = 1; row <= rows; ++row) {
             int place = 0;
             for (const Column& column : pressureColumns) {
-                pressures_.field(place++, row)->showNumber(column.number(problem(), Right, row));
+                pressures_.field(place++, row)->showNumber(column.value(problem(), Right, row));
             }
         }
     }
@@ -409,7 +405,8 @@ bool WaterScreen::readElevations() {
 
 bool WaterScreen::readSeepage() {
     const Problem& record = problem();
-    if (record.WaterElev(Right) <= record.WaterElev(Left)) {
+    if (!limitsBetween(ProblemField::WaterElev, ByScreen, record, Left)
+             .hold(record.WaterElev(Left))) {
         failAt(fields_[ElevRight]);
         if (offerToDelete(inconsistentBox("For seepage effects to be included, rightside"
                                           "\nwater elevation must be greater than the"
@@ -442,8 +439,8 @@ bool WaterScreen::readGradient() {
         offerToDelete(fault == Fault::Missing ? missingBox() : invalidBox());
         return false;
     }
-    const double gradient = problem().SeepageGradient(1);
-    if (gradient > 0 && gradient < 1) {
+    if (limitsBetween(ProblemField::SeepageGradient, ByScreen, problem())
+            .hold(problem().SeepageGradient(1))) {
         return true;
     }
     offerToDelete(inconsistentBox("Seepage gradient must be in the range"
@@ -455,7 +452,7 @@ bool WaterScreen::readGradient() {
 // -----------------------------------------------------------------------------------
 
 Fault WaterScreen::readPressures() {
-    if (problem().WaterPressCount < 2) {
+    if (problem().WaterPressCount < leastOf(ProblemCount::WaterPressCount, ByScreen)) {
         failAt(pressures_.field(0, problem().WaterPressCount + 1));
         return Fault::Missing;
     }

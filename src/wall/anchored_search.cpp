@@ -2,6 +2,7 @@
 
 #include "pressures/elevation_grid.h"
 #include "pressures/water_pressures.h"
+#include "state/tolerances.h"
 #include "wall/trial_pressures.h"
 
 #include <cmath>
@@ -9,8 +10,6 @@
 namespace korvane {
 
 namespace {
-
-constexpr int MaxSeepagePasses = 20;
 
 /// Seepage values for the bottom just found, then pressures, DrivingMoment and the anchor's row
 /// anew. False after a failure.

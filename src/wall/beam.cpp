@@ -1,6 +1,7 @@
 #include "wall/beam.h"
 
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 
 #include <cmath>
 
@@ -58,7 +59,7 @@ void takeLineLoads(const State& state, Wall& wall) {
     }
     for (int j = 1; j <= problem.HLineCount; ++j) {
         for (int i = 1; i <= wall.n; ++i) {
-            if (std::fabs(problem.HLineElev(j) - state.grid.ElevGrid(i)) < 0.0001) {
+            if (std::fabs(problem.HLineElev(j) - state.grid.ElevGrid(i)) < SameElevation) {
                 if (i < wall.n) {
                     wall.nodeForce(i) += problem.HLineLoad(j);
                 }

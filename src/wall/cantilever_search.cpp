@@ -17,7 +17,6 @@ constexpr double MomentTolerance = 1.0; // LB-FT per foot
 constexpr int CurvePoints = 3;
 constexpr int MaxCurveStages = 25;
 constexpr int MaxHalvings = 200;
-constexpr int MaxSeepagePasses = 20;
 
 /// Where net active pressure ends: the grid row at or below it, and the point itself.
 struct Transition {
@@ -280,7 +279,7 @@ void finishDiagram(State& state, const Transition& transition) {
     const auto [Z, pZ] = transition.point;
 
     state.solution.TransitionRow = 0;
-    if (std::abs(Z - ElevGrid(transition.row)) > GridTolerance) {
+    if (std::abs(Z - ElevGrid(transition.row)) > SameElevation) {
         insertTransition(state, transition);
         state.solution.TransitionRow = transition.row;
     }

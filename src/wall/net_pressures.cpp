@@ -3,14 +3,13 @@
 #include "pressures/elevation_grid.h"
 #include "pressures/row_insertion.h"
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 
 #include <cmath>
 
 namespace korvane {
 
 namespace {
-
-constexpr double PressureNoise = 0.0001; ///< PSF; a net pressure no larger is zero
 
 /// Soil and water of both sides on the grid; below the lower surface no jump is kept.
 void combinePressures(State& state, int lowerIndex) {
@@ -56,7 +55,7 @@ void addDistributedLoad(State& state) {
             const double u = 1 - t;
             const double p = u * HDistLoad(j) + t * HDistLoad(j + 1);
             add(i, 2, p);
-            if (u < 0.0001) {
+            if (u < BreakShare) {
                 break;
             }
             add(i, 1, p);

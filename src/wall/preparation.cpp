@@ -3,17 +3,17 @@
 #include "pressures/elevation_grid.h"
 #include "pressures/water_pressures.h"
 #include "pressures/wedge_regions.h"
+#include "problem/loads.h"
 #include "runtime/arithmetic.h"
 #include "state/rows.h"
+#include "state/tolerances.h"
 
 namespace korvane {
 
 namespace {
 
-constexpr double StartGradient = 0.0001;   ///< FT/FT, of a design with automatic seepage
 constexpr double LargestGradient = 0.9999; ///< FT/FT
 constexpr double ExposedHeights = 10;      ///< layers must not cross within so many of them
-constexpr double ElevationNoise = 1e-9;    ///< FT; floating-point noise is no distance
 
 /// Equal input gives equal results, whatever was solved before. Polygons are cleared by their
 /// counts.
@@ -145,7 +145,7 @@ void startSeepage(State& state) {
 bool refuseGradient(State& state) {
     const Problem& problem = *state.problem;
     if (state.preparation.SeepageKind != Seepage::Given ||
-        state.preparation.SeepageEndElev(1) <= seepageExitElev(problem) + ElevationNoise) {
+        state.preparation.SeepageEndElev(1) <= seepageExitElev(problem) + SamePoint) {
         return false;
     }
     fail(state, {.code = FailureCode::GradientTooLarge});
@@ -159,9 +159,11 @@ void prepareWedgeSides(State& state) {
         if (state.preparation.SideMethod(side) != PressureMethod::Wedge) {
             continue;
         }
-        state.preparation.NumSurchargesOnSide(side) =
-            problem.VStripCount(side) + problem.VLineCount(side) + problem.VRampCount(side) +
-            problem.VTriCount(side) + problem.VVarCount(side);
+        int& surcharges = state.preparation.NumSurchargesOnSide(side);
+        surcharges = 0;
+        for (const LoadRules& load : GroundLoads) {
+            surcharges += load.load == Load::Uniform ? 0 : load.rows(problem, side);
+        }
         BuildWedgeRegions(state, side);
         if (state.preparation.SeepageKind != Seepage::None) {
             BuildSeepageEndRegions(state, side, 1);

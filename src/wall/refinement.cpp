@@ -1,5 +1,7 @@
 #include "wall/refinement.h"
 
+#include "state/tolerances.h"
+
 #include <cmath>
 
 namespace korvane {

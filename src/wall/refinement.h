@@ -22,9 +22,6 @@ struct DiagramSegment {
 /// The segment of NetActive above grid point `row`.
 DiagramSegment segmentAbove(const State& state, int row);
 
-/// Two elevations this near (FT) are one point.
-inline constexpr double SamePoint = 1e-9;
-
 /// A point of the diagram: elevation FT, pressure PSF.
 struct DiagramPoint {
     double elev;

@@ -2,12 +2,17 @@
 
 #include "pressures/elevation_grid.h"
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 
 #include <cmath>
 
 namespace korvane {
 
 namespace {
+
+constexpr double ShearNoise = 0.0001; ///< LB; a shear no larger is none
+constexpr double FlatPressure =
+    0.0001; ///< PSF/FT, half the slope of a pressure that counts as level
 
 /// Deflections to LB-IN^3 (scaled) in a design, to IN in an analysis.
 double deflectionScale(const Problem& problem) {
@@ -42,7 +47,7 @@ bool diagramsJump(const State& state, const Beam& beam, int e) {
     const auto& ElementForces = beam.ElementForces;
     const auto& NetActive = state.net.NetActive;
     return std::fabs(ElementForces(e - 1, 3) + ElementForces(e, 1)) >= 1.0 ||
-           std::fabs(NetActive(e, 1) - NetActive(e, 2)) >= 0.0001;
+           std::fabs(NetActive(e, 1) - NetActive(e, 2)) >= PressureNoise;
 }
 
 /// All rows of a level; returns their number.
@@ -54,7 +59,7 @@ int fillRows(State& state, const Beam& beam, int level) {
     const double topShear = beam.ElementForces(1, 1);
     results.ResultElev(1) = state.grid.ElevGrid(1);
     results.ResultMoment(1) = 0;
-    results.ResultShear(1) = std::fabs(topShear) < 0.0001 ? 0.0 : topShear;
+    results.ResultShear(1) = std::fabs(topShear) < ShearNoise ? 0.0 : topShear;
     results.ResultDeflection(1) = finite(scale * beam.NodeDisplacement(1, 1));
     results.ResultPressure(1) = state.net.NetActive(1, 1);
 
@@ -116,7 +121,7 @@ int findExtremes(ResultDiagrams& results) {
 /// Distance (FT) below the upper end of a segment at which the shear V + p s + A s^2 vanishes;
 /// p is the pressure at the upper end, 2 A its slope, h the segment's length.
 double zeroOfShear(double V, double p, double A, double h) {
-    if (std::fabs(A) <= 0.0001) {
+    if (std::fabs(A) <= FlatPressure) {
         return divide(-V, p);
     }
     const double root = squareRoot(p * p - 4 * A * V);
@@ -132,9 +137,9 @@ void refineMaxMoment(ResultDiagrams& results, int m) {
         m == results.RowCount) { // no moments at all: the rows have no neighbour to refine in
         return;
     }
-    if (std::fabs(ResultElev(m) - ResultElev(m - 1)) <= 0.0001 ||
-        std::fabs(ResultElev(m) - ResultElev(m + 1)) < 0.0001 ||
-        std::fabs(ResultShear(m)) <= 0.0001) {
+    if (std::fabs(ResultElev(m) - ResultElev(m - 1)) <= SameElevation ||
+        std::fabs(ResultElev(m) - ResultElev(m + 1)) < SameElevation ||
+        std::fabs(ResultShear(m)) <= ShearNoise) {
         return;
     }
     const int j = ResultShear(m - 1) * ResultShear(m) < 0 ? m - 1 : m;

@@ -8,6 +8,9 @@ namespace korvane {
 /// Two bottoms (FT) this near are one: between seepage passes and in the search of an analysis.
 inline constexpr double BottomTolerance = 0.1;
 
+/// Passes of a search whose seepage follows the bottom.
+inline constexpr int MaxSeepagePasses = 20;
+
 /// Soil pressures of one side by its SideMethod.
 void ComputeSidePressures(State& state, int side, int level);
 

@@ -95,7 +95,7 @@ TEST(TemporaryFiles, DeletingBlanksTheNamesSoThatALaterFileOfThatNameSurvives) {
     for (const std::string& name : office.session->files.ScratchFileList) {
         EXPECT_EQ(name, "");
     }
-    for (const std::string& name : office.session->files.ScratchFileName) {
+    for (const std::string& name : office.session->ScratchFileName) {
         EXPECT_EQ(name, "");
     }
     writeFile(office.temporary.path() / "TEMP0.ooo", "another program's");
