@@ -33,10 +33,13 @@ install_missing() {
         apt-get install -qq -y --no-install-recommends "${missing[@]}" >&2
 }
 
-# build PRESET OPTION... -- TARGET...: configures build/PRESET, warnings as errors, and builds the
-# targets.
+# build PRESET OPTION... -- TARGET...: configures build/PRESET, warnings as errors but in the release
+# preset that people configure themselves, and builds the targets.
 build() {
-    local preset=$1 options=(-DKORVANE_WERROR=ON)
+    local preset=$1 options=()
+    if [ "$preset" != release ]; then
+        options+=(-DKORVANE_WERROR=ON)
+    fi
     shift
     while [ $# -gt 0 ] && [ "$1" != -- ]; do
         options+=("$1")

@@ -1,11 +1,14 @@
 #include "batch/json_results.h"
 
 #include "batch/json_problem.h"
+#include "problem/fields.h"
+#include "problem/unit_conversion.h"
 #include "reports/reduction_report.h"
 #include "runtime/dates.h"
 #include "runtime/json_text.h"
 #include "runtime/utf8_text.h"
 #include "solution/wall_diagrams.h"
+#include "state/result_fields.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -36,13 +39,34 @@ const char* answerText(Answer answer) {
     return "";
 }
 
+/// A document whose numbers are told in a system of units.
+class UnitsJson : public JsonText {
+  public:
+    UnitsJson(std::size_t length, UnitSystem units) : JsonText(length), units_(units) {}
+
+    using JsonText::member;
+    void member(const ResultField& field, double number) {
+        JsonText::member(field.name, told(field, number));
+    }
+    void member(const ResultField& field, const std::optional<double>& perhaps) {
+        perhaps ? member(field, *perhaps) : JsonText::member(field.name, nullptr);
+    }
+    double told(const ResultField& field, double number) const {
+        return inUnits(field.quantity, number, units_);
+    }
+    UnitSystem units() const { return units_; }
+
+  private:
+    UnitSystem units_;
+};
+
 /// A value where it applies.
 template <class T>
 std::optional<T> where(bool applies, const T& value) {
     return applies ? std::optional<T>(value) : std::nullopt;
 }
 
-void writeMessages(JsonText& json, const std::vector<Message>& messages) {
+void writeMessages(UnitsJson& json, const std::vector<Message>& messages) {
     json.array([&] {
         for (const Message& message : messages) {
             json.object([&] {
@@ -56,60 +80,67 @@ void writeMessages(JsonText& json, const std::vector<Message>& messages) {
 
 /// Two values: just below and just above a grid point, or active and passive.
 template <class T>
-void writePair(JsonText& json, const char* name, const T& first, const T& second) {
+void writePair(UnitsJson& json, const char* name, const T& first, const T& second) {
     json.member(name).array([&] {
         json.value(first);
         json.value(second);
     });
 }
 
+void writeNumbers(UnitsJson& json, const ResultField& field, double first, double second) {
+    writePair(json, field.name, json.told(field, first), json.told(field, second));
+}
+
 /// The pressures of one side at a grid point.
-void writeSide(JsonText& json, const char* name, const Pressures& pressures, int side, int i) {
+void writeSide(UnitsJson& json, const char* name, const Pressures& pressures, int side, int i) {
     const auto& active = pressures.ActivePressures;
     const auto& passive = pressures.PassivePressures;
     json.member(name).object([&] {
-        writePair(json, "active", active(side, i, 1), active(side, i, 2));
-        writePair(json, "passive", passive(side, i, 1), passive(side, i, 2));
+        writeNumbers(json, results::active, active(side, i, 1), active(side, i, 2));
+        writeNumbers(json, results::passive, passive(side, i, 1), passive(side, i, 2));
         writePair(json, "marks", markText(pressures.ActiveMark(side, i)),
                   markText(pressures.PassiveMark(side, i)));
     });
 }
 
-void writeGrid(JsonText& json, const PressureDiagrams& level) {
+void writeGrid(UnitsJson& json, const PressureDiagrams& level) {
     const Pressures& pressures = level.pressures;
     const auto& WaterPressures = pressures.WaterPressures;
     json.array([&] {
         for (int i = 1; i <= level.grid.NumElevs; ++i) {
             json.object([&] {
-                json.member("elev", level.grid.ElevGrid(i));
-                writePair(json, "water", WaterPressures(i, 1), WaterPressures(i, 2));
+                json.member(results::elev, level.grid.ElevGrid(i));
+                writeNumbers(json, results::water, WaterPressures(i, 1), WaterPressures(i, 2));
                 writeSide(json, "right", pressures, Right, i);
                 writeSide(json, "left", pressures, Left, i);
-                writePair(json, "netActive", level.NetActive(i, 1), level.NetActive(i, 2));
-                writePair(json, "netPassive", level.NetPassive(i, 1), level.NetPassive(i, 2));
+                writeNumbers(json, results::netActive, level.NetActive(i, 1),
+                             level.NetActive(i, 2));
+                writeNumbers(json, results::netPassive, level.NetPassive(i, 1),
+                             level.NetPassive(i, 2));
             });
         }
     });
 }
 
-void writeRows(JsonText& json, const ResultDiagrams& diagrams) {
+void writeRows(UnitsJson& json, const ResultDiagrams& diagrams, bool analysis) {
+    const ResultField& deflection = analysis ? results::deflection : results::scaledDeflection;
     json.array([&] {
         for (int i = 1; i <= diagrams.RowCount; ++i) {
             json.object([&] {
-                json.member("elev", diagrams.ResultElev(i));
-                json.member("moment", diagrams.ResultMoment(i));
-                json.member("shear", diagrams.ResultShear(i));
-                json.member("deflection", diagrams.ResultDeflection(i));
-                json.member("pressure", diagrams.ResultPressure(i));
+                json.member(results::elev, diagrams.ResultElev(i));
+                json.member(results::moment, diagrams.ResultMoment(i));
+                json.member(results::shear, diagrams.ResultShear(i));
+                json.member(deflection, diagrams.ResultDeflection(i));
+                json.member(results::pressure, diagrams.ResultPressure(i));
             });
         }
     });
 }
 
-void writeExtreme(JsonText& json, const char* name, const Extreme& extreme) {
-    json.member(name).object([&] {
-        json.member("value", extreme.value);
-        json.member("elev", extreme.elev);
+void writeExtreme(UnitsJson& json, const ResultField& field, const Extreme& extreme) {
+    json.member(field.name).object([&] {
+        json.member("value", json.told(field, extreme.value));
+        json.member(results::elev, extreme.elev);
     });
 }
 
@@ -125,7 +156,7 @@ const char* methodName(SolutionMethod method) {
     return "";
 }
 
-void writeLevel(JsonText& json, const Problem& problem, const LevelResult& level) {
+void writeLevel(UnitsJson& json, const Problem& problem, const LevelResult& level) {
     const bool analysis = problem.ProgramMode == Mode::Analysis;
     const bool activeGiven = analysis && problem.FSKind == 2;
     const bool fixedEarth = level.method == SolutionMethod::FixedEarth;
@@ -133,19 +164,20 @@ void writeLevel(JsonText& json, const Problem& problem, const LevelResult& level
     const bool seeps = problem.SeepageKind != Seepage::None;
     json.object([&] {
         json.member("method", methodName(level.method));
-        json.member("bottomElev", level.bottomElev);
-        json.member("penetration", level.penetration);
-        json.member("anchorForce", where(anchored, level.anchorForce));
-        json.member("factorOfSafety", where(analysis, level.factorOfSafety));
-        json.member("factorGiven", where(activeGiven, problem.FSActive));
-        json.member("seepageGradient", where(seeps, level.seepageGradient));
-        json.member("transitionElev", where(!anchored, level.transitionElev));
-        json.member("toeReaction", where(fixedEarth, level.toeReaction));
-        writeExtreme(json, "maxMoment", level.diagrams.MaxMoment);
-        writeExtreme(json, "maxShear", level.maxShear);
-        writeExtreme(json, "maxDeflection", level.diagrams.MaxDeflection);
+        json.member(results::bottomElev, level.bottomElev);
+        json.member(results::penetration, level.penetration);
+        json.member(results::anchorForce, where(anchored, level.anchorForce));
+        json.member(results::factorOfSafety, where(analysis, level.factorOfSafety));
+        json.member(results::factorGiven, where(activeGiven, problem.FSActive));
+        json.member(results::seepageGradient, where(seeps, level.seepageGradient));
+        json.member(results::transitionElev, where(!anchored, level.transitionElev));
+        json.member(results::toeReaction, where(fixedEarth, level.toeReaction));
+        writeExtreme(json, results::maxMoment, level.diagrams.MaxMoment);
+        writeExtreme(json, results::maxShear, level.maxShear);
+        writeExtreme(json, analysis ? results::maxDeflection : results::maxScaledDeflection,
+                     level.diagrams.MaxDeflection);
         json.member("rows");
-        writeRows(json, level.diagrams);
+        writeRows(json, level.diagrams, analysis);
         json.member("grid");
         writeGrid(json, wallDiagrams(level));
     });
@@ -185,31 +217,31 @@ const char* sideMethod(const Problem& problem, const Results& results, const Lev
 }
 
 /// Factors of safety divide strengths: where coefficients are given, there are neither.
-void writeLayer(JsonText& json, const DevelopedLayer& layer) {
+void writeLayer(UnitsJson& json, const DevelopedLayer& layer) {
     const bool strengths = layer.KaSource != CoefficientSource::Given;
     const bool coefficients = layer.KaSource != CoefficientSource::None;
     json.object([&] {
-        json.member("fsActive", where(strengths, layer.fsActive));
-        json.member("fsPassive", where(strengths, layer.fsPassive));
+        json.member(results::fsActive, where(strengths, layer.fsActive));
+        json.member(results::fsPassive, where(strengths, layer.fsPassive));
         if (strengths) {
             writePair(json, "fsSource", sourceName(layer.activeSource),
                       sourceName(layer.passiveSource));
         } else {
             json.member("fsSource", nullptr);
         }
-        json.member("frictionActive", where(strengths, layer.frictionActive));
-        json.member("frictionPassive", where(strengths, layer.frictionPassive));
-        json.member("wallFrictionActive", where(strengths, layer.wallFrictionActive));
-        json.member("wallFrictionPassive", where(strengths, layer.wallFrictionPassive));
-        json.member("cohesionActive", where(strengths, layer.cohesionActive));
-        json.member("cohesionPassive", where(strengths, layer.cohesionPassive));
-        json.member("ka", where(coefficients, layer.Ka));
-        json.member("kp", where(coefficients, layer.Kp));
+        json.member(results::frictionActive, where(strengths, layer.frictionActive));
+        json.member(results::frictionPassive, where(strengths, layer.frictionPassive));
+        json.member(results::wallFrictionActive, where(strengths, layer.wallFrictionActive));
+        json.member(results::wallFrictionPassive, where(strengths, layer.wallFrictionPassive));
+        json.member(results::cohesionActive, where(strengths, layer.cohesionActive));
+        json.member(results::cohesionPassive, where(strengths, layer.cohesionPassive));
+        json.member(results::ka, where(coefficients, layer.Ka));
+        json.member(results::kp, where(coefficients, layer.Kp));
     });
 }
 
 /// The soil of a side as the last level used it; null where nothing is solved.
-void writeSoilOfSide(JsonText& json, const Problem& problem, const Results* results, int side) {
+void writeSoilOfSide(UnitsJson& json, const Problem& problem, const Results* results, int side) {
     if (results == nullptr) {
         json.value(nullptr);
         return;
@@ -225,7 +257,7 @@ void writeSoilOfSide(JsonText& json, const Problem& problem, const Results* resu
     });
 }
 
-void writeOptions(JsonText& json, const Options& options) {
+void writeOptions(UnitsJson& json, const Options& options) {
     json.object([&] {
         json.member("wedge", options.fixedSurface ? "fixed" : "sweep");
         json.member("amendments").array([] {});
@@ -236,7 +268,7 @@ void writeOptions(JsonText& json, const Options& options) {
 
 /// A value of a section: one number in clay, one for loose and one for dense sand; null where the
 /// section lies outside the range of the curves.
-void writeReduced(JsonText& json, const char* name, const MomentReduction& rowe,
+void writeReduced(UnitsJson& json, const char* name, const MomentReduction& rowe,
                   const Array<double, 13, 2>& values, int p) {
     if (!rowe.inRange(p)) {
         json.member(name, nullptr);
@@ -250,22 +282,22 @@ void writeReduced(JsonText& json, const char* name, const MomentReduction& rowe,
     }
 }
 
-void writeSection(JsonText& json, const PileSections& sections, const MomentReduction& rowe,
+void writeSection(UnitsJson& json, const PileSections& sections, const MomentReduction& rowe,
                   int p) {
     json.object([&] {
         json.member("name", utf8Text(sections.PileName(p)));
-        json.member("sectionModulus", sections.PileSectionData(p, 1));
-        json.member("inertia", sections.PileSectionData(p, 2));
-        json.member("allowableStress", sections.PileAllowStress(p));
-        json.member("modulus", sections.PileModulus(p));
-        json.member("logRigidity", rowe.PileLogRigidity(p));
-        json.member("momentRatio", rowe.PileMomentRatio(p));
+        json.member(results::sectionModulus, sections.PileSectionData(p, 1));
+        json.member(results::inertia, sections.PileSectionData(p, 2));
+        json.member(results::allowableStress, sections.PileAllowStress(p));
+        json.member(results::modulus, sections.PileModulus(p));
+        json.member(results::logRigidity, rowe.PileLogRigidity(p));
+        json.member(results::momentRatio, rowe.PileMomentRatio(p));
         writeReduced(json, "coefficient", rowe, rowe.coefficient, p);
         writeReduced(json, "reducedRatio", rowe, rowe.reducedRatio, p);
     });
 }
 
-void writeRowe(JsonText& json, const PileSections& sections, const MomentReduction* rowe) {
+void writeRowe(UnitsJson& json, const PileSections& sections, const MomentReduction* rowe) {
     if (rowe == nullptr || rowe->soil == RoweSoil::None) {
         json.value(nullptr);
         return;
@@ -274,10 +306,10 @@ void writeRowe(JsonText& json, const PileSections& sections, const MomentReducti
     const auto& inRange = rowe->inRange;
     json.object([&] {
         json.member("soil", clay ? "clay" : "sand");
-        json.member("height", rowe->RoweHeight);
-        json.member("alpha", rowe->RoweAlpha);
-        json.member("beta", rowe->RoweBeta);
-        json.member("stability", where(clay, rowe->RoweStability));
+        json.member(results::height, rowe->RoweHeight);
+        json.member(results::alpha, rowe->RoweAlpha);
+        json.member(results::beta, rowe->RoweBeta);
+        json.member(results::stability, where(clay, rowe->RoweStability));
         json.member("applicable", std::any_of(inRange.begin(), inRange.end(), std::identity{}));
         json.member("notes").array([&] {
             for (const std::string& note : reductionNotes(*rowe)) {
@@ -293,7 +325,7 @@ void writeRowe(JsonText& json, const PileSections& sections, const MomentReducti
 }
 
 /// Why there are no results; null where there are.
-void writeFailure(JsonText& json, const Failure& failure, const InputFault& fault, WallKind wall) {
+void writeFailure(UnitsJson& json, const Failure& failure, const InputFault& fault, WallKind wall) {
     if (!failure) {
         json.value(nullptr);
         return;
@@ -309,18 +341,20 @@ void writeFailure(JsonText& json, const Failure& failure, const InputFault& faul
         json.member("level", given(failure.level));
         json.member("side", where<std::string_view>(side != 0, side == Right ? "right" : "left"));
         json.member("layer", given(failure.layer));
-        json.member("elev", where(hasElev, failure.elev));
-        json.member("distance", where(failure.distance > 0, failure.distance));
-        json.member("factorLow", where(hasLow, failure.low));
-        json.member("factorHigh", where(failure.bracketed, failure.high));
+        json.member(results::elev, where(hasElev, failure.elev));
+        json.member(results::distance, where(failure.distance > 0, failure.distance));
+        json.member(results::factorLow, where(hasLow, failure.low));
+        json.member(results::factorHigh, where(failure.bracketed, failure.high));
         json.member("error", given(failure.error));
         const Finding& finding = failure.finding;
         const bool hasFinding = finding.by != 0;
         const std::string field = refused ? fault.field : finding.field;
         json.member("field", where(refused || hasFinding, field));
         json.member("index", given(refused ? fault.index : finding.index));
-        json.member("value", where(hasFinding, finding.value));
-        json.member("limit", where(hasFinding && finding.hasLimit(), finding.limit));
+        const ResultField ofField{"", quantityOf(finding.field)};
+        json.member("value", where(hasFinding, json.told(ofField, finding.value)));
+        json.member("limit",
+                    where(hasFinding && finding.hasLimit(), json.told(ofField, finding.limit)));
         json.member("line", given(fault.line));
         json.member("read", where(refused, utf8Text(fault.read)));
         json.member("must", where(refused, fault.needed));
@@ -352,7 +386,7 @@ std::size_t expectedLength(const JsonRecord& record) {
     return 20000 + 700U * static_cast<std::size_t>(points);
 }
 
-void writeReview(JsonText& json, const PressureDiagrams* review) {
+void writeReview(UnitsJson& json, const PressureDiagrams* review) {
     if (review != nullptr) {
         writeGrid(json, withWaterInStep(*review));
     } else {
@@ -360,16 +394,25 @@ void writeReview(JsonText& json, const PressureDiagrams* review) {
     }
 }
 
+void writeProblemInUnits(UnitsJson& json, const Problem& problem) {
+    if (json.units() == UnitSystem::US) {
+        writeProblem(json, problem);
+    } else {
+        writeProblem(json, problemInUnits(problem, json.units()));
+    }
+}
+
 } // namespace
 
 std::string jsonResults(const JsonRecord& record) {
     const Results* results = solvedResults(record);
-    JsonText json(expectedLength(record));
+    UnitsJson json(expectedLength(record), record.units);
     json.object([&] {
         json.member("schema", 2);
         json.member("program", "KORVANE");
         json.member("version", KORVANE_VERSION);
         json.member("input", utf8Text(record.input));
+        json.member("units", unitsName(record.units));
         json.member("status", statusText(record.status));
         json.member("options");
         writeOptions(json, record.options);
@@ -378,7 +421,7 @@ std::string jsonResults(const JsonRecord& record) {
         json.member("messages");
         writeMessages(json, record.messages);
         json.member("problem");
-        writeProblem(json, record.problem);
+        writeProblemInUnits(json, record.problem);
         json.member("right");
         writeSoilOfSide(json, record.problem, results, Right);
         json.member("left");

@@ -20,6 +20,7 @@ struct JsonRecord {
     const PileSections& sections;
     const Solved& solved;    ///< as far as it has come
     const InputFault& fault; ///< of a refused input
+    UnitSystem units;        ///< of all numbers
 };
 
 /// One JSON object; docs/json.md tells its members. Numbers read back to the same double.

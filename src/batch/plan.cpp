@@ -2,7 +2,6 @@
 #include "batch/options.h"
 #include "plots/figures.h"
 
-#include <span>
 #include <system_error>
 #include <unordered_map>
 #include <unordered_set>
@@ -15,15 +14,36 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// The names in folders, each read once.
+class Listings {
+  public:
+    bool has(const fs::path& file) {
+        const auto [place, isNew] = names_.try_emplace(file.parent_path().native());
+        if (isNew) {
+            std::error_code failure;
+            for (fs::directory_iterator entry(file.parent_path(), failure), end;
+                 !failure && entry != end; entry.increment(failure)) {
+                place->second.insert(entry->path().filename().native());
+            }
+        }
+        return place->second.count(file.filename().native()) != 0;
+    }
+
+  private:
+    std::unordered_map<std::string, std::unordered_set<std::string>> names_;
+};
+
 /// The files that paths name once all links are followed, also where they do not exist yet. Each
 /// folder is resolved once.
 class Places {
   public:
+    explicit Places(Listings& listings) : listings_(listings) {}
+
     fs::path of(const fs::path& path) {
         constexpr int maxLinks = 40;
         fs::path target = path;
         std::error_code failure;
-        for (int links = 0; links < maxLinks; ++links) {
+        for (int links = 0; links < maxLinks && listings_.has(target); ++links) {
             struct stat status {};
             if (::lstat(target.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) {
                 break;
@@ -48,29 +68,8 @@ class Places {
         return failure ? path.lexically_normal() : canonical;
     }
 
+    Listings& listings_;
     std::unordered_map<std::string, fs::path> folders_;
-};
-
-/// The figures and JSON files of folders, each folder read once.
-class Listings {
-  public:
-    bool has(const fs::path& file) {
-        const auto [place, isNew] = names_.try_emplace(file.parent_path().native());
-        if (isNew) {
-            std::error_code failure;
-            for (fs::directory_iterator entry(file.parent_path(), failure), end;
-                 !failure && entry != end; entry.increment(failure)) {
-                const fs::path& name = entry->path();
-                if (name.extension() == ".svg" || name.extension() == ".json") {
-                    place->second.insert(name.filename().native());
-                }
-            }
-        }
-        return place->second.count(file.filename().native()) != 0;
-    }
-
-  private:
-    std::unordered_map<std::string, std::unordered_set<std::string>> names_;
 };
 
 /// What an earlier run may have left beside the report and this one does not ask for.
@@ -140,7 +139,7 @@ std::string wrongCombination(const Options& options) {
 }
 
 /// What keeps a file from being an input; "" nothing. What cannot be looked at is told later.
-std::string unfitInput(const Job& job) {
+std::string unfitInput(const Job& job, const Options& options) {
     std::error_code ignored;
     switch (fs::status(job.inputPath, ignored).type()) {
     case fs::file_type::not_found:
@@ -150,8 +149,26 @@ std::string unfitInput(const Job& job) {
     case fs::file_type::character:
     case fs::file_type::block:
         return job.input + ": a device, not an input file.";
+    case fs::file_type::fifo:
+        return options.output.empty() ? job.input + ": a pipe; name its report by --output." : "";
     default:
         return {};
+    }
+}
+
+/// No input is one, whatever its name.
+void findStaleOutputs(std::vector<Job>& jobs, Listings& listings) {
+    const std::vector<std::string> figures = figureNames();
+    Places places(listings);
+    std::unordered_set<std::string> inputs;
+    for (const Job& job : jobs) {
+        inputs.insert(places.of(job.inputPath).native());
+    }
+    for (Job& job : jobs) {
+        job.stale = staleOutputs(job, figures, listings);
+        std::erase_if(job.stale, [&](const fs::path& file) {
+            return inputs.count(places.of(file).native()) != 0;
+        });
     }
 }
 
@@ -172,8 +189,8 @@ std::vector<fs::path> outputsOf(const Job& job, const std::vector<std::string>& 
 }
 
 /// Tells of each job whose outputs collide with nothing.
-std::string collision(const std::vector<Job>& jobs, const Planned& planned) {
-    Places places;
+std::string collision(const std::vector<Job>& jobs, Listings& listings, const Planned& planned) {
+    Places places(listings);
     std::unordered_set<std::string> inputs;
     for (const Job& job : jobs) {
         inputs.insert(places.of(job.inputPath).native());
@@ -208,16 +225,15 @@ Plan planJobs(const Options& options, const Planned& planned) {
     for (const std::string& input : options.inputs) {
         plan.jobs.push_back(planJob(options, input, here));
         if (plan.fault.empty()) {
-            plan.fault = unfitInput(plan.jobs.back());
+            plan.fault = unfitInput(plan.jobs.back(), options);
         }
     }
-    if (plan.fault.empty()) {
-        plan.fault = collision(plan.jobs, planned);
-    }
     Listings listings;
-    const std::vector<std::string> figures = figureNames();
-    for (Job& job : options.convert ? std::span<Job>{} : std::span(plan.jobs)) {
-        job.stale = staleOutputs(job, figures, listings);
+    if (plan.fault.empty()) {
+        plan.fault = collision(plan.jobs, listings, planned);
+    }
+    if (plan.fault.empty() && !options.convert) {
+        findStaleOutputs(plan.jobs, listings);
     }
     return plan;
 }

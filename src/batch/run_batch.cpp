@@ -138,7 +138,7 @@ std::string messageLines(const std::string& input, const Outcome& outcome) {
 }
 
 int usageFault(std::ostream& err, const std::string& fault) {
-    err << "korvane-batch: " << fault << "\n";
+    err << "korvane-batch: " << messageText(fault) << "\n";
     return StatusUsage;
 }
 

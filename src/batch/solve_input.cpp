@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 #include <optional>
 #include <set>
 
@@ -48,10 +49,11 @@ struct Run {
     BatchPrompts prompts = {};
     Problem problem = {};
     PileSections sections = {};
-    InputFault fault = {}; ///< of a refused input
-    Solved solved = {};    ///< as far as the solution has come
-    bool opened = false;   ///< the problem was read
-    bool broken = false;   ///< by a fault of files or memory: earlier outputs stay
+    InputFault fault = {};             ///< of a refused input
+    UnitSystem units = UnitSystem::US; ///< of the JSON
+    Solved solved = {};                ///< as far as the solution has come
+    bool opened = false;               ///< the problem was read
+    bool broken = false;               ///< by a fault of files or memory: earlier outputs stay
     int status = StatusFailed;
     Stage stage = {Doing::Reading};
     std::string report = {};
@@ -67,13 +69,18 @@ struct Run {
     }
 };
 
+bool readAndTell(Run& run, const std::string& text, const std::string& name) {
+    const ReadResult result = readProblem(run.problem, text, name, &run.fault);
+    run.units = run.options.units.value_or(result.units);
+    return tellReading(run.prompts, name, result);
+}
+
 /// True when the problem is complete and its echo is written.
 bool open(Run& run) {
     const std::string name = run.job.inputPath.string();
     const std::string text = readInputFile(name);
     clearProblemData(run.problem);
-    if (!goOnWithFile(run.prompts, name, text.size()) ||
-        !tellReading(run.prompts, name, readProblem(run.problem, text, name, &run.fault))) {
+    if (!goOnWithFile(run.prompts, name, text.size()) || !readAndTell(run, text, name)) {
         run.prompts.messages.back().place = faultText(run.fault);
         clearProblemData(run.problem);
         run.fail(FailureCode::InputRefused);
@@ -113,9 +120,7 @@ bool solveLevels(Run& run) {
         return false;
     }
     run.solved.reduction = &*reduction;
-    if (reduction->soil != RoweSoil::None) {
-        addToReport(run, reductionReport(run.problem, run.sections, *reduction));
-    }
+    addToReport(run, reductionReport(run.problem, run.sections, *reduction));
     return true;
 }
 
@@ -131,9 +136,7 @@ void solveWithReports(Run& run) {
         return;
     }
     run.solved.review = &*review;
-    if (review->hasPressures) {
-        addToReport(run, soilPressureReport(run.problem, *review));
-    }
+    addToReport(run, soilPressureReport(run.problem, *review));
     if (solveLevels(run)) {
         run.status = StatusSolved;
     }
@@ -195,7 +198,17 @@ struct Outputs {
     std::optional<PendingFile> report;
     std::deque<PendingFile> figures;
     std::optional<PendingFile> json;
+    std::vector<std::filesystem::path> stale; ///< of an earlier run
 };
+
+/// True for a figure or JSON file that this program has written.
+bool isOurs(const std::filesystem::path& file) {
+    constexpr std::string_view figure = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                                        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"";
+    constexpr std::string_view results = "{\n \"schema\": ";
+    const std::string_view ours = file.extension() == ".svg" ? figure : results;
+    return readHead(file, ours.size()) == ours;
+}
 
 std::string json(const Run& run) {
     return jsonResults({.input = run.job.input,
@@ -205,11 +218,13 @@ std::string json(const Run& run) {
                         .problem = run.problem,
                         .sections = run.sections,
                         .solved = run.solved,
-                        .fault = run.fault});
+                        .fault = run.fault,
+                        .units = run.units});
 }
 
 void prepareOutputs(const Run& run, Outputs& outputs) {
     const Job& job = run.job;
+    std::copy_if(job.stale.begin(), job.stale.end(), std::back_inserter(outputs.stale), isOurs);
     if (!job.reportPath.empty()) {
         outputs.report.emplace(job.reportPath, run.report, Flush::None);
     }
@@ -224,19 +239,6 @@ void prepareOutputs(const Run& run, Outputs& outputs) {
     if (!job.jsonPath.empty()) {
         outputs.json.emplace(job.jsonPath, json(run), Flush::None);
     }
-}
-
-/// True for a figure or JSON file that this program has written. What cannot be read is not known
-/// to be ours.
-bool isOurs(const std::filesystem::path& file) {
-    constexpr std::string_view figure = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"";
-    constexpr std::string_view results = "{\n \"schema\": ";
-    std::string text;
-    if (runGuarded([&] { text = readFile(file); })) {
-        return false;
-    }
-    return text.starts_with(file.extension() == ".svg" ? figure : results);
 }
 
 /// No old figure or JSON may stand beside a new report, whatever fails later.
@@ -255,10 +257,8 @@ void removeOldOutputs(const Job& job, Outputs& outputs) {
     if (outputs.json) {
         outputs.json->clearPlace();
     }
-    for (const std::filesystem::path& file : job.stale) {
-        if (isOurs(file)) {
-            removeFile(file);
-        }
+    for (const std::filesystem::path& file : outputs.stale) {
+        removeFile(file);
     }
 }
 

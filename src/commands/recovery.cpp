@@ -74,23 +74,24 @@ void listTemporaryFiles(Session& session) noexcept {
     }
 }
 
-void keepTypedData(Session& session) noexcept {
+bool keepTypedData(Session& session) noexcept {
     if (session.record == nullptr) {
-        return;
+        return false;
     }
     listTemporaryFiles(session);
-    runGuarded([&] {
+    return !runGuarded([&] {
         if (session.DataChanged != 0) {
             session.record->keep(copyHead(session), problemText(session.problem));
         }
     });
 }
 
-void keepAtRest(Session& session) noexcept {
-    keepTypedData(session);
+bool keepAtRest(Session& session) noexcept {
+    const bool kept = keepTypedData(session);
     if (session.record != nullptr && session.DataChanged == 0) {
         runGuarded([&] { session.record->dropCopy(); });
     }
+    return kept;
 }
 
 void offerRecovery(Session& session, Desktop& desktop, const std::vector<DeadRun>& runs) {
@@ -102,7 +103,9 @@ void offerRecovery(Session& session, Desktop& desktop, const std::vector<DeadRun
         const bool taken = desktop.Ask(recoveryQuestion(*recovered)) == Answer::Yes;
         if (taken) {
             goOnWithEnteredData(session, desktop, recovered->problem, recovered->file);
-            keepAtRest(session); // in a copy of this program's own
+            if (!keepAtRest(session)) {
+                return; // without a copy of this program's own the old one stays
+            }
         }
         run.claim.removeAll();
         if (taken) {

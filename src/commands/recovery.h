@@ -10,11 +10,11 @@ namespace korvane {
 /// record stays as it was.
 void listTemporaryFiles(Session& session) noexcept;
 
-/// After a screen has closed: unsaved data go into the copy.
-void keepTypedData(Session& session) noexcept;
+/// After a screen has closed: unsaved data go into the copy. False where they could not.
+bool keepTypedData(Session& session) noexcept;
 
-/// After a command: the copy goes where all is saved.
-void keepAtRest(Session& session) noexcept;
+/// After a command: the copy goes where all is saved. False where unsaved data have none.
+bool keepAtRest(Session& session) noexcept;
 
 /// Offers the copies of dead programs, one after the other, until one is taken. No removes a copy;
 /// Yes goes on with its data as after Edit, over Edit's own screen where they are unfinished, and

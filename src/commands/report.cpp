@@ -14,6 +14,9 @@ void startReport(Session& session) {
 }
 
 void appendReport(Session& session, const PrintLines& lines) {
+    if (lines.lineCount() == 0) {
+        return;
+    }
     const std::string& name = session.report.CurrentOutputName;
     const auto& own = session.files.ScratchFileList;
     const bool isOwn = std::find(own.begin(), own.end(), name) != own.end();

@@ -27,6 +27,7 @@ constexpr std::string_view RecordName = "KORVANE-RUN-";
 constexpr std::string_view CopyName = "KORVANE-RECOVERY-";
 constexpr std::string_view CopyExtension = ".txt";
 constexpr std::string_view AsideName = ".korvane-aside-"; // as CommandScope makes them
+constexpr std::string_view PendingName = ".korvane-";     // as PendingFile makes them
 
 fs::path recordPath(const fs::path& folder, int number) {
     return folder / (std::string(RecordName) + std::to_string(number));
@@ -145,12 +146,15 @@ struct Living {
     }
 };
 
-/// Files that a process has set aside in a command that it did not end.
+/// Files that a process has set aside in a command that it did not end, and those that it has not
+/// brought to their places.
 void removeAside(const fs::path& folder, long process) {
-    const std::string start = std::string(AsideName) + std::to_string(process) + "-";
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        if (entry.path().filename().string().rfind(start, 0) == 0 && isOwnFile(entry.path())) {
-            ::unlink(entry.path().c_str());
+    for (const std::string_view kind : {AsideName, PendingName}) {
+        const std::string start = std::string(kind) + std::to_string(process) + "-";
+        for (const auto& entry : fs::directory_iterator(folder)) {
+            if (entry.path().filename().string().starts_with(start) && isOwnFile(entry.path())) {
+                ::unlink(entry.path().c_str());
+            }
         }
     }
 }
@@ -297,8 +301,13 @@ void RunRecord::keep(std::string_view head, const std::string& text) {
     if (!hasCopy_ && !createExclusively(copy)) {
         throw RuntimeError(75, copy.string()); // a link, perhaps, which would be followed
     }
+    if (const auto fault = runGuarded([&] { saveFile(copy, whole); })) {
+        if (!hasCopy_) {
+            ::unlink(copy.c_str()); // an empty one is no copy
+        }
+        throw *fault;
+    }
     hasCopy_ = true;
-    saveFile(copy, whole);
     kept_ = std::move(now);
 }
 

@@ -102,9 +102,8 @@ void firstStage(Session& session, Desktop& desktop) {
     if (!reached(session, desktop, pressures)) {
         return;
     }
-    if (pressures->hasPressures) {
-        appendReport(session, soilPressureReport(session.problem, *pressures));
-    } else {
+    appendReport(session, soilPressureReport(session.problem, *pressures));
+    if (!pressures->hasPressures) {
         solveAndReport(session, desktop);
     }
 }
@@ -119,7 +118,7 @@ void reduceAndReport(Session& session, Desktop& desktop) {
         return;
     }
     const auto reduction = reduceWallMoments(session.workspace, session.sections);
-    if (reached(session, desktop, reduction) && reduction->soil != RoweSoil::None) {
+    if (reached(session, desktop, reduction)) {
         appendReport(session, reductionReport(session.problem, session.sections, *reduction));
     }
 }

@@ -109,10 +109,15 @@ std::string rescueInput(const Session& session) {
         for (int number = 0; kept.empty(); ++number) {
             const fs::path name = fs::path(session.files.TempFolder) /
                                   ("KORVANE-RESCUE-" + std::to_string(number) + ".dat");
-            if (createExclusively(name)) {
-                rewriteFile(name, inputFileText(problem));
-                kept = name.string();
+            if (!createExclusively(name)) {
+                continue;
             }
+            if (const auto fault = runGuarded([&] { rewriteFile(name, inputFileText(problem)); })) {
+                std::error_code ignored;
+                fs::remove(name, ignored); // no file that holds half
+                throw *fault;
+            }
+            kept = name.string();
         }
     });
     return kept;

@@ -327,6 +327,15 @@ const FieldRules& rulesOf(ProblemField field) {
     return Fields[static_cast<std::size_t>(field)];
 }
 
+Quantity quantityOf(std::string_view name) {
+    for (const FieldRules& rules : Fields) {
+        if (name == rules.name) {
+            return rules.quantity;
+        }
+    }
+    return Quantity::Number;
+}
+
 std::span<const FieldGroup> fieldGroups() {
     return Groups;
 }

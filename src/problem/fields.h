@@ -6,6 +6,7 @@
 #include "problem/quantities.h"
 
 #include <span>
+#include <string_view>
 
 namespace korvane {
 
@@ -105,6 +106,9 @@ struct FieldRules {
     Bound bounds[3]; ///< what both state first
 };
 const FieldRules& rulesOf(ProblemField field);
+
+/// What the field of a name, as in JSON, measures; a plain number for counts and choices.
+Quantity quantityOf(std::string_view name);
 
 /// Fields that share their rows. Rules count where the group is in use; that a number be finite
 /// counts for all rows.

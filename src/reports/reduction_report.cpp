@@ -152,6 +152,9 @@ void conditionNotes(PrintLines& lines, const RoweNotes& notes) {
 
 PrintLines reductionReport(const Problem& problem, const PileSections& sections,
                            const MomentReduction& reduction) {
+    if (reduction.soil == RoweSoil::None) {
+        return {};
+    }
     const bool sand = reduction.soil == RoweSoil::Sand;
     const bool applicable = reduction.applicable;
     const ReportForm& form = !sand ? clayForm : applicable ? sandForm : sandNotApplicableForm;

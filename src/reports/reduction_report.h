@@ -9,7 +9,7 @@
 
 namespace korvane {
 
-/// The whole report of a reduction whose `soil` is sand or clay.
+/// The whole report of a reduction whose `soil` is sand or clay; nothing for any other.
 PrintLines reductionReport(const Problem& problem, const PileSections& sections,
                            const MomentReduction& reduction);
 

@@ -113,6 +113,9 @@ void statements(PrintLines& lines, const Problem& problem, const Review& review)
 } // namespace
 
 PrintLines soilPressureReport(const Problem& problem, const Review& review) {
+    if (!review.hasPressures) {
+        return {};
+    }
     const bool cantilever = problem.WallType == WallKind::Cantilever;
 
     PrintLines lines;

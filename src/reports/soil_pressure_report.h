@@ -7,7 +7,7 @@
 namespace korvane {
 
 /// Net, active and passive pressures of both sides down to three retained heights below the lower
-/// ground.
+/// ground. Nothing for an analysis, whose review has no pressures.
 PrintLines soilPressureReport(const Problem& problem, const Review& review);
 
 } // namespace korvane

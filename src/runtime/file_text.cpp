@@ -168,6 +168,25 @@ std::string readFile(const fs::path& path) {
     return readAtMost(path, std::string().max_size());
 }
 
+std::string readHead(const fs::path& path, std::size_t bytes) {
+    const OpenFile file(path, ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    std::string text(bytes, '\0');
+    std::size_t length = 0;
+    while (::fstat(file.handle(), &status) == 0 && S_ISREG(status.st_mode) && length < bytes) {
+        const ssize_t count = ::read(file.handle(), text.data() + length, bytes - length);
+        if (count < 0 && errno != EINTR) {
+            fail(errno, path);
+        }
+        if (count == 0) {
+            break;
+        }
+        length += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    text.resize(length);
+    return text;
+}
+
 std::string readInputFile(const fs::path& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {

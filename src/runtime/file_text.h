@@ -16,6 +16,10 @@ int fileErrorNumber(int code, const std::filesystem::path& path);
 /// The whole file as bytes.
 std::string readFile(const std::filesystem::path& path);
 
+/// The first `bytes` of a file, or all of a shorter one; nothing of what is no plain file, at which
+/// it does not wait. RuntimeError where it cannot be read.
+std::string readHead(const std::filesystem::path& path, std::size_t bytes);
+
 /// A file that a user names as input. Folders, devices and files above `LargestInput` bytes are
 /// refused before anything is read; a pipe is read up to that size.
 std::string readInputFile(const std::filesystem::path& path);

@@ -133,6 +133,9 @@ Reached<Results> solveWall(Workspace& workspace) {
     State& state = workspace.contents().state;
     Results& results = workspace.contents().results;
     const Options& options = workspace.contents().options;
+    if (state.failed()) { // the review
+        return state.failure;
+    }
     runStep(state, [&] {
         const LevelDone levelDone = [&](int level) { keepLevel(state, level, results); };
         if (state.problem->ProgramMode == Mode::Design) {
@@ -153,6 +156,10 @@ Reached<MomentReduction> reduceWallMoments(Workspace& workspace, const PileSecti
     MomentReduction& reduction = workspace.contents().reduction;
     const Problem& problem = *state.problem;
     reduction = {};
+    if (state.failed() && state.stage.doing != Doing::MomentReduction) {
+        return state.failure;
+    }
+    state.failure = {};
     if (problem.WallType == WallKind::Anchored && problem.ProgramMode == Mode::Design) {
         state.stage = {Doing::MomentReduction, 0, 1};
         runStep(state, [&] { reduction = reduceMoments(problem, results, sections); });

@@ -1,14 +1,13 @@
 #include "solution/wall_diagrams.h"
 
 #include "pressures/row_insertion.h"
+#include "state/tolerances.h"
 
 #include <cmath>
 
 namespace korvane {
 
 namespace {
-
-constexpr double SamePoint = 1e-9; ///< FT: nearer elevations are one
 
 /// Share of the way down from the row above to the row below at which row i stands.
 double shareOf(const ElevationGrid& grid, int i) {

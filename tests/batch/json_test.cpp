@@ -100,6 +100,59 @@ TEST(Json, EveryNumberReadsBackToTheSameDouble) {
     }
 }
 
+// 1 FT = 0.3048 m, 1 LB-FT = 0.0044482216 kNm, 1 LB/FT = 0.0145939029 kN/m, 1 PCF = 0.1570874638
+// kN/m3, 1 PSF = 0.0478802590 kPa, 1 LB-IN3/FT = 2.39151E-07 kNm3/m.
+TEST(Json, NumbersAreInTheUnitsAskedForOrThoseOfTheInput) {
+    const BatchOffice office;
+    const std::string us = office.copy("examples/anchored-all-loads.dat", "us.dat");
+    const Json feet = resultsOf(office, us);
+    ASSERT_EQ(office.run({"--convert", "si", us, "-o", office.file("si.dat")}).status, 0);
+    const Json metres = resultsOf(office, office.file("si.dat"));
+    ASSERT_EQ(office.run({"--json", "--units", "si", us}).status, 0);
+    const Json asked = Json::parse(office.read("us.json"));
+    EXPECT_EQ(feet["units"], "US");
+    for (const Json& metric : {metres, asked}) {
+        EXPECT_EQ(metric["units"], "SI");
+        const auto expectRatio = [&](const char* place, double factor) {
+            const Json::json_pointer pointer(place);
+            const double expected = feet[pointer].get<double>() * factor;
+            EXPECT_NEAR(metric[pointer].get<double>(), expected, 1e-7 * std::abs(expected))
+                << place;
+        };
+        expectRatio("/problem/WallTopElev", 0.3048);
+        expectRatio("/problem/SoilSatWeight/0/0", 0.1570874638);
+        expectRatio("/problem/VUniformLoad/0", 0.0478802590);
+        expectRatio("/problem/HLineLoad/0", 0.0145939029);
+        expectRatio("/problem/SoilFriction/0/0", 1);
+        expectRatio("/problem/FSPassive", 1);
+        expectRatio("/right/layers/0/frictionActive", 1);
+        expectRatio("/grid/3/elev", 0.3048);
+        expectRatio("/grid/3/right/active/0", 0.0478802590);
+        expectRatio("/levels/0/penetration", 0.3048);
+        expectRatio("/levels/0/anchorForce", 0.0145939029);
+        expectRatio("/levels/1/toeReaction", 0.0145939029);
+        expectRatio("/levels/0/maxMoment/value", 0.0044482216);
+        expectRatio("/levels/0/maxMoment/elev", 0.3048);
+        expectRatio("/levels/0/maxDeflection/value", 2.3915122e-7);
+        expectRatio("/levels/0/rows/4/pressure", 0.0478802590);
+        expectRatio("/levels/0/grid/4/netActive/0", 0.0478802590);
+        expectRatio("/rowe/height", 0.3048);
+        expectRatio("/rowe/sections/0/sectionModulus", 53.7633989);
+        expectRatio("/rowe/sections/0/allowableStress", 0.00689475729);
+        expectRatio("/rowe/sections/0/momentRatio", 1);
+    }
+}
+
+// Inches of an analysis are millimetres.
+TEST(Json, DeflectionsOfAnAnalysisAreMillimetresInSi) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/analysis-cantilever.dat", "a.dat");
+    const Json inches = resultsOf(office, input)["levels"][0]["maxDeflection"];
+    ASSERT_EQ(office.run({"--json", "--units", "si", input}).status, 0);
+    const Json metric = Json::parse(office.read("a.json"))["levels"][0]["maxDeflection"];
+    EXPECT_NEAR(metric["value"].get<double>() / inches["value"].get<double>(), 25.4, 1e-9);
+}
+
 TEST(Json, WhatDoesNotApplyIsNull) {
     const BatchOffice office;
     const Json design = resultsOf(

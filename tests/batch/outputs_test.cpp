@@ -12,6 +12,8 @@
 #include <map>
 #include <new>
 
+#include <sys/stat.h>
+
 namespace {
 
 std::atomic<long> allocations{0};
@@ -112,6 +114,27 @@ TEST(BatchOutputs, FilesOfTheirNamesThatAreOfAnotherHandStay) {
     EXPECT_EQ(office.read("a.json"), "{\"mine\": 1}\n");
     EXPECT_EQ(office.read("a-moment.svg"), "<svg/>\n");
     EXPECT_EQ(office.files().size(), 5U);
+}
+
+TEST(BatchOutputs, AnInputUnderTheNameOfAnOutputIsNeverTakenAway) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "w.dat");
+    ASSERT_EQ(office.run({"--json", "--plots", input}).status, 0);
+    const std::string json = office.read("w.json");
+    const std::string figure = office.read("w-moment.svg");
+    EXPECT_EQ(office.run({"--jobs", "1", input, office.file("w-moment.svg")}).status, 1);
+    EXPECT_EQ(office.read("w-moment.svg"), figure);
+    ASSERT_EQ(office.run({"--json", input}).status, 0);
+    EXPECT_EQ(office.run({office.file("w.json")}).status, 1); // refused, and it stays
+    EXPECT_EQ(office.read("w.json"), json);
+}
+
+TEST(BatchOutputs, APipeUnderTheNameOfAnOutputStopsNothing) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "w.dat");
+    ASSERT_EQ(::mkfifo(office.file("w.json").c_str(), 0600), 0);
+    EXPECT_EQ(office.run({input}).status, 0);
+    EXPECT_TRUE(fs::is_fifo(office.file("w.json")));
 }
 
 TEST(BatchOutputs, AFolderInThePlaceOfOneStopsNoOther) {

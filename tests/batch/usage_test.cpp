@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include <sys/stat.h>
+
 namespace korvane::test {
 
 namespace fs = std::filesystem;
@@ -37,6 +39,20 @@ void expectUsage(const BatchOffice& office, const std::vector<std::string>& argu
 }
 
 } // namespace
+
+TEST(BatchUsage, APipeNeedsANameForItsReport) {
+    const BatchOffice office;
+    ASSERT_EQ(::mkfifo(office.file("pipe").c_str(), 0600), 0);
+    expectUsage(office, {"@pipe"});
+}
+
+TEST(BatchUsage, FaultsShowNoControlCharacters) {
+    const BatchOffice office;
+    const BatchRun run = office.run({"no\x1b[31mne.dat"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.err.find('\x1b'), std::string::npos);
+    EXPECT_NE(run.err.find("no\\x1B[31mne.dat: no such file."), std::string::npos) << run.err;
+}
 
 TEST(BatchUsage, WrongArgumentsAreStatusTwoAndNothingIsSolved) {
     const BatchOffice office;

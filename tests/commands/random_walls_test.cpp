@@ -27,9 +27,10 @@ void solveFromFile(Office& office, const Problem& problem, int number) {
     };
     // Yes to the question of a large factor up to 20, as the batch command answers.
     office.desktop.onBox = [&office](const MessageBox& box) {
-        if (box.title == "LARGE FACTOR OF SAFETY") {
-            const bool beyond = box.text.find("than 25.00.") != std::string::npos;
-            office.desktop.answers.push_back(beyond ? Answer::No : Answer::Yes);
+        for (const double limit : {5.0, 10.0, 15.0, 20.0, 25.0}) {
+            if (box == factorQuestion(limit)) {
+                office.desktop.answers.push_back(limit > 20 ? Answer::No : Answer::Yes);
+            }
         }
     };
     office.open(office.write("wall.dat", inputFileText(problem)));

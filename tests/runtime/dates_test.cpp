@@ -74,10 +74,11 @@ TEST(MomentText, TakesNoEpochFromATextThatIsNoWholeNumber) {
         const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", text);
         expectPresentMoment();
         EXPECT_EQ(wrongFixedMoment(), *text != '\0') << text; // an empty one is none
+        EXPECT_EQ(fixedMoment(), std::nullopt) << text;
     }
     const EnvironmentVariable epoch("SOURCE_DATE_EPOCH", "1795251907");
     EXPECT_FALSE(wrongFixedMoment());
-    EXPECT_FALSE(fixedMoment());
+    EXPECT_EQ(fixedMoment(), 1795251907);
     const EnvironmentVariable none("SOURCE_DATE_EPOCH", std::nullopt);
     EXPECT_FALSE(wrongFixedMoment());
 }

@@ -1,5 +1,6 @@
 // Random texts, keys and clicks on every screen, and solutions of what came of them.
 #include "looks.h"
+#include "problem/validate.h"
 #include "record_rules.h"
 
 #include "../commands/scripted_desktop.h"
@@ -197,6 +198,9 @@ class Monkey {
 
 /// From the written input to the end of a solution, whatever comes of it.
 void expectSolveEnds(const Problem& problem) {
+    for (const Finding& finding : validate(problem)) {
+        EXPECT_FALSE(finding.isFatal()) << findingText(finding); // what screens accept is solved
+    }
     Office office;
     office.enter(problem);
     office.desktop.answers.assign(1000, Answer::No); // a large factor is not followed
