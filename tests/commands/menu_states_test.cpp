@@ -120,7 +120,7 @@ TEST(MenuRows, StandInTheirMenusWithCaptionsAndShortcuts) {
                          "mnuSolve &Solve",
                          "mnuSolve mnuSolveItem_0 &Continue Solution",
                          "mnuHelp &Help",
-                         "mnuHelp mnuHelpItem_0 &Contents F1",
+                         "mnuHelp mnuHelpItem_0 &Contents",
                          "mnuHelp mnuHelpItem_1 &Search for help on ...",
                          "mnuHelp mnuHelpItem_2 -",
                          "mnuHelp mnuHelpItem_3 &About KORVANE",
