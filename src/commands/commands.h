@@ -57,10 +57,10 @@ void editData(Session& session, Desktop& desktop);
 /// Shows a text window or a plot: a screen of the View menu or of the stop for review.
 void viewScreen(Session& session, Desktop& desktop, Screen screen);
 
-/// Goes on as after Edit with data that were entered before, from the user's file of that name or
-/// none; over KEYIN where a section is missing or holds what no section leaves.
+/// Goes on as after Edit with data that were entered before, from the user's file of that name and
+/// units or none; over KEYIN where a section is missing or holds what no section leaves.
 void goOnWithEnteredData(Session& session, Desktop& desktop, const Problem& problem,
-                         const std::string& file);
+                         const std::string& file, UnitSystem fileUnits);
 
 /// A text window's content.
 struct TextView {

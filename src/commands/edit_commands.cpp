@@ -116,10 +116,12 @@ void editData(Session& session, Desktop& desktop) {
 }
 
 void goOnWithEnteredData(Session& session, Desktop& desktop, const Problem& problem,
-                         const std::string& file) {
+                         const std::string& file, UnitSystem fileUnits) {
     runCommand(session, desktop, [&] {
         session.problem = problem;
         session.ProblemFile = file;
+        session.fileUnits = fileUnits;
+        session.units = fileUnits;
         goOn(session, desktop);
     });
 }

@@ -47,6 +47,8 @@ bool readAndEcho(Session& session, Desktop& desktop, const std::string& fileText
     if (!tellReading(desktop, name, result)) {
         return false;
     }
+    session.fileUnits = result.units;
+    session.units = result.units;
     session.report.CurrentOutputName = makeTemporaryFile(session, ".ooo");
     startReport(session);
     return true;

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <sstream>
 #include <system_error>
 #include <utility>
@@ -65,6 +66,32 @@ void deleteListedFile(Session& session, Desktop& desktop, const std::string& nam
 void giveToUser(Session& session, const std::string& name) {
     auto& list = session.files.ScratchFileList;
     std::replace(list.begin(), list.end(), name, std::string());
+}
+
+/// In which units to write the input: asked where its file has metric numbers, which are written
+/// first. Nothing where saving is abandoned.
+std::optional<UnitSystem> chooseFileUnits(const Session& session, Desktop& desktop) {
+    if (session.fileUnits == UnitSystem::US) {
+        return UnitSystem::US;
+    }
+    switch (desktop.Ask({.text = "The problem came from a metric file.\n"
+                                 "Do you want to write it in metres and kilonewtons?\n\n"
+                                 "No writes it in feet and pounds.",
+                         .title = "UNITS OF THE INPUT FILE",
+                         .buttons = Buttons::YesNoCancel,
+                         .icon = Icon::Question})) {
+    case Answer::Yes:
+        return UnitSystem::SI;
+    case Answer::No:
+        return UnitSystem::US;
+    default:
+        return std::nullopt;
+    }
+}
+
+/// Of the numbers in the current input file: temporary ones are in feet and pounds.
+UnitSystem currentFileUnits(const Session& session) {
+    return session.CurrentInputName == session.ProblemFile ? session.fileUnits : UnitSystem::US;
 }
 
 /// Whether a name ends in one of the extensions, which are parted by "|".
@@ -176,8 +203,13 @@ void SaveInputData(Session& session, Desktop& desktop) {
     if (InputFileName.empty()) {
         return;
     }
+    const auto units = chooseFileUnits(session, desktop);
+    if (!units) {
+        InputFileName.clear();
+        return;
+    }
     const bool ontoItself = isSameFile(CurrentInputName, InputFileName);
-    saveUnlessThere(CurrentInputName, InputFileName, inputFileText(session.problem));
+    saveUnlessThere(CurrentInputName, InputFileName, inputFileText(session.problem, *units));
     if (ontoItself) {
         giveToUser(session, CurrentInputName);
     } else if (namesTemporaryFile(session, CurrentInputName)) {
@@ -186,6 +218,7 @@ void SaveInputData(Session& session, Desktop& desktop) {
     session.inputFileStale = false;
     CurrentInputName = InputFileName;
     session.ProblemFile = InputFileName;
+    session.fileUnits = *units;
     noteRecent(session, InputFileName);
     keepSaved(session);
 }
@@ -234,12 +267,15 @@ std::string makeTemporaryFile(Session& session, const std::string& extension) {
 
 void WriteInputData(Session& session, Desktop& desktop, const std::string& mode) {
     const Problem& problem = session.problem;
-    const std::string text = inputFileText(problem);
     if (mode == "FILE") {
+        const std::string text = inputFileText(problem);
         rewriteFile(session.CurrentInputName, text);
         session.inputFileStale = false;
         session.FileLineCount = static_cast<int>(std::count(text.begin(), text.end(), '\n'));
-    } else if (desktop.PrintDocument(session.CurrentInputName, splitLines(text))) {
+        return;
+    }
+    const std::string text = inputFileText(problem, currentFileUnits(session));
+    if (desktop.PrintDocument(session.CurrentInputName, splitLines(text))) {
         // Deliberate: a print counts the headings, the control and the wall line alone.
         session.FileLineCount = problem.NumHeadingLines + 2;
     }

@@ -41,7 +41,8 @@ void AskSaveInput(Session& session, Desktop& desktop, const char* question = Sav
 void AskSaveOutput(Session& session, Desktop& desktop);
 
 /// Lets the user choose a name and writes the whole problem there, from memory: no temporary file
-/// need be there. InputFileName is empty afterwards when the dialog was cancelled.
+/// need be there. A problem from a metric file asks for the units after the name. InputFileName is
+/// empty afterwards when the dialog or that question was cancelled.
 void SaveInputData(Session& session, Desktop& desktop);
 
 /// Likewise the whole report; the name stands in SavedOutputName.
@@ -54,8 +55,8 @@ void RememberDialogFolder(Session& session, const std::string& name);
 /// TempFolder and lists it. RuntimeError 9 where the list is full (the 93rd name).
 std::string makeTemporaryFile(Session& session, const std::string& extension);
 
-/// Writes the problem to CurrentInputName ("FILE") or hands it to the printer (any other mode) and
-/// sets FileLineCount.
+/// Writes the problem to CurrentInputName ("FILE"), in feet and pounds, or hands it to the printer
+/// (any other mode), in the units of that file, and sets FileLineCount.
 void WriteInputData(Session& session, Desktop& desktop, const std::string& mode);
 
 /// Deletes every temporary and scratch file of the session, blanks their names, and closes the

@@ -38,6 +38,11 @@ constexpr MenuRow rows[] = {
     {nullptr, "mnuSolve", &Menus::solve},
     {"mnuSolve", "mnuSolveItem_0", &Menus::solveProblem, solveProblem},
 
+    {nullptr, "mnuTools", &Menus::tools},
+    {"mnuTools", "mnuToolsItem_0", &Menus::units},
+    {"mnuToolsItem_0", "mnuUnitsItem_0", &Menus::unitsUS, nullptr, {}, {}, "", UnitSystem::US},
+    {"mnuToolsItem_0", "mnuUnitsItem_1", &Menus::unitsSI, nullptr, {}, {}, "", UnitSystem::SI},
+
     {nullptr, "mnuHelp", &Menus::help},
     {"mnuHelp", "mnuHelpItem_0", &Menus::helpContents, nullptr, {}, Help::Contents},
     {"mnuHelp", "mnuHelpItem_1", &Menus::helpSearch, nullptr, {}, Help::Search},

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "commands/desktop.h"
+#include "problem/quantities.h"
 
 #include <optional>
 #include <span>
@@ -45,6 +46,11 @@ struct Menus {
     MenuItem solve{"&Solve", false};
     MenuItem solveProblem{"&Continue Solution"};
 
+    MenuItem tools{"&Tools"};
+    MenuItem units{"&Units"};
+    MenuItem unitsUS{"&US (feet, pounds)"};
+    MenuItem unitsSI{"&SI (metres, kilonewtons)"};
+
     MenuItem help{"&Help"};
     MenuItem helpContents{"&Contents"};
     MenuItem helpSearch{"&Search for help on ..."};
@@ -70,8 +76,8 @@ enum class Help {
 
 using Command = void (*)(Session& session, Desktop& desktop);
 
-/// A row of the menus. What a row does stands in `command`, else in `help`, else it shows its
-/// screen; a row with none of them is a menu. A row without item is a separator.
+/// A row of the menus. What a row does stands in `command`, else in `help`, else in `units`, else
+/// it shows its screen; a row with none of them is a menu. A row without item is a separator.
 struct MenuRow {
     const char* menu; ///< name of the menu that holds it; nullptr for the menu bar
     const char* name; ///< of its object in the window
@@ -79,9 +85,12 @@ struct MenuRow {
     Command command = nullptr;
     std::optional<Screen> screen = {}; ///< that it needs: it cannot be chosen without
     std::optional<Help> help = {};
-    const char* keys = ""; ///< shortcut
+    const char* keys = "";                ///< shortcut
+    std::optional<UnitSystem> units = {}; ///< that it chooses: checked while they are chosen
 
-    bool isMenu() const { return item != nullptr && command == nullptr && !screen && !help; }
+    bool isMenu() const {
+        return item != nullptr && command == nullptr && !screen && !help && !units;
+    }
 };
 
 /// The rows of all menus from left to right and from top to bottom, each behind its menu.

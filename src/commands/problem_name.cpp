@@ -10,6 +10,7 @@ namespace korvane {
 namespace {
 
 constexpr const char* program = "KORVANE";
+constexpr const char* MetricRemark = "metric file, shown in feet and pounds";
 
 std::string fileName(const Session& session) {
     return std::filesystem::path(session.ProblemFile).filename().string();
@@ -19,6 +20,24 @@ std::string fileName(const Session& session) {
 std::string levelText(const LevelResult& level) {
     return "bottom " + formatNumber(level.bottomElev, "####0.00") + " FT, maximum moment " +
            formatNumber(level.diagrams.MaxMoment.value, "0.0000E+00") + " LB-FT";
+}
+
+/// "cantilever wall, design; bottom ..."; empty where no solution is at hand.
+std::string solutionText(const Session& session) {
+    const Menus& menus = session.menus;
+    const bool cantilever = menus.cantileverPlots.enabled;
+    const bool anchored = menus.freeEarthPlots.enabled;
+    if (!(cantilever || anchored)) {
+        return {};
+    }
+    const auto& levels = session.workspace.results().levels;
+    std::string text = anchored ? "anchored wall, " : "cantilever wall, ";
+    text += session.problem.ProgramMode == Mode::Design ? "design; " : "analysis; ";
+    if (cantilever) {
+        return text + levelText(levels(1));
+    }
+    return text + "free earth method: " + levelText(levels(1)) +
+           "; fixed earth method: " + levelText(levels(2));
 }
 
 } // namespace
@@ -35,7 +54,8 @@ std::string titleText(const Session& session) {
         return program;
     }
     name = name.empty() ? "Untitled" : name;
-    return name + (unsaved ? "* - " : " - ") + program;
+    return name + (unsaved ? "*" : "") +
+           (session.fileUnits == UnitSystem::SI ? " (metric file)" : "") + " - " + program;
 }
 
 std::string problemStem(const Session& session) {
@@ -54,23 +74,15 @@ std::string documentTitle(const Session& session) {
     return title.empty() ? program : title;
 }
 
-std::string solutionLine(const Session& session) {
-    const Menus& menus = session.menus;
-    const bool cantilever = menus.cantileverPlots.enabled;
-    const bool anchored = menus.freeEarthPlots.enabled;
-    if (session.stage != FlowStage::Rest || !(cantilever || anchored)) {
+std::string statusLine(const Session& session) {
+    if (session.stage != FlowStage::Rest) {
         return {};
     }
-    const auto& levels = session.workspace.results().levels;
-    std::string line = fileName(session);
-    line += line.empty() ? "" : ": ";
-    line += anchored ? "anchored wall, " : "cantilever wall, ";
-    line += session.problem.ProgramMode == Mode::Design ? "design; " : "analysis; ";
-    if (cantilever) {
-        return line + levelText(levels(1));
-    }
-    return line + "free earth method: " + levelText(levels(1)) +
-           "; fixed earth method: " + levelText(levels(2));
+    std::string text = session.fileUnits == UnitSystem::SI ? MetricRemark : "";
+    const std::string outcome = solutionText(session);
+    text += (text.empty() || outcome.empty() ? "" : "; ") + outcome;
+    const std::string name = fileName(session);
+    return name.empty() || text.empty() ? text : name + ": " + text;
 }
 
 } // namespace korvane

@@ -10,7 +10,8 @@ namespace korvane {
 /// Input that no file of the user's holds: what New, Open and Exit ask about.
 bool hasUnsavedInput(const Session& session);
 
-/// "wall.dat* - KORVANE", with the star while there is unsaved input; "KORVANE" without a problem.
+/// "wall.dat* (metric file) - KORVANE", with the star while there is unsaved input and the remark
+/// where the file has metric numbers; "KORVANE" without a problem.
 std::string titleText(const Session& session);
 
 /// Name of the problem's file without folder and extension, for names made of it; "wall" for a
@@ -20,8 +21,8 @@ std::string problemStem(const Session& session);
 /// Title of a printed document: the file's name and the first heading line.
 std::string documentTitle(const Session& session);
 
-/// The outcome of the solution at hand in one line: wall, method, bottom (FT) and bending moment
-/// (LB-FT). Empty where there is none.
-std::string solutionLine(const Session& session);
+/// The main window's line at rest: that the file is metric, and of the solution at hand wall,
+/// method, bottom (FT) and bending moment (LB-FT). Empty where there is nothing to tell.
+std::string statusLine(const Session& session);
 
 } // namespace korvane

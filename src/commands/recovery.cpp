@@ -12,19 +12,20 @@ namespace korvane {
 
 namespace {
 
-constexpr std::string_view FirstLine = "KORVANE RECOVERY 1";
+constexpr std::string_view FirstLine = "KORVANE RECOVERY 2";
 
 /// A recovery copy that was read.
 struct Recovered {
     std::string moment;
     std::string file; ///< the user's file that the data were from, or empty
+    UnitSystem fileUnits = UnitSystem::US;
     Problem problem;
 };
 
 std::string copyHead(const Session& session) {
     const MomentText moment = momentText();
     return std::string(FirstLine) + "\n" + moment.date + " " + moment.time + "\n" +
-           session.ProblemFile + "\n";
+           session.ProblemFile + "\n" + unitsName(session.fileUnits) + "\n";
 }
 
 /// Takes a line from the front of a text, without its end.
@@ -42,10 +43,12 @@ std::optional<Recovered> readCopy(std::string_view text) {
     Recovered recovered;
     recovered.moment = takeLine(text);
     recovered.file = takeLine(text);
+    const auto units = unitsNamed(takeLine(text));
     const auto problem = readProblemText(text);
-    if (!problem) {
+    if (!units || !problem) {
         return std::nullopt;
     }
+    recovered.fileUnits = *units;
     recovered.problem = *problem;
     return recovered;
 }
@@ -102,7 +105,8 @@ void offerRecovery(Session& session, Desktop& desktop, const std::vector<DeadRun
         }
         const bool taken = desktop.Ask(recoveryQuestion(*recovered)) == Answer::Yes;
         if (taken) {
-            goOnWithEnteredData(session, desktop, recovered->problem, recovered->file);
+            goOnWithEnteredData(session, desktop, recovered->problem, recovered->file,
+                                recovered->fileUnits);
             if (!keepAtRest(session)) {
                 return; // without a copy of this program's own the old one stays
             }

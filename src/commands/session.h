@@ -3,6 +3,7 @@
 
 #include "commands/menus.h"
 #include "plots/plot_screen.h"
+#include "problem/quantities.h"
 #include "solution/solution.h"
 
 #include <string>
@@ -33,12 +34,16 @@ enum class FlowStage {
 struct MainWindow {
     std::string CurrentInputName; ///< the opened, temporary or saved input file, "" when none
     std::string ProblemFile;      ///< the user's file that the problem is from or saved in, or ""
-    std::string InputFileName;    ///< from the last dialog for input, "" when it was cancelled
-    std::string SavedOutputName;  ///< from the last save dialog for output, "" when cancelled
-    bool inputFileStale = false;  ///< CurrentInputName does not hold the whole problem
-    int OutputSavedFlag = 0;      ///< 1 when the current output needs no save question
-    std::string DialogFolder;     ///< initial folder of the file dialogs
-    std::string CurrentFolder;    ///< relative names start here; the process never changes its own
+    UnitSystem fileUnits = UnitSystem::US; ///< of the numbers in ProblemFile
+    std::string InputFileName;   ///< from the last dialog for input, "" when it was cancelled
+    std::string SavedOutputName; ///< from the last save dialog for output, "" when cancelled
+    bool inputFileStale = false; ///< CurrentInputName does not hold the whole problem
+    int OutputSavedFlag = 0;     ///< 1 when the current output needs no save question
+    std::string DialogFolder;    ///< initial folder of the file dialogs
+    std::string CurrentFolder;   ///< relative names start here; the process never changes its own
+    /// In which results are told beside report, screens and plots: those of the last opened file
+    /// or of the menu's choice since.
+    UnitSystem units = UnitSystem::US;
 
     Menus menus;
     Panels panels;

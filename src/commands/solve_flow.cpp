@@ -20,7 +20,7 @@ constexpr const char* abortedText = "SOLUTION ABORTED DUE TO CALCULATION ERRORS"
 
 void enableTopMenus(Session& session, bool enabled) {
     Menus& menus = session.menus;
-    for (MenuItem* menu : {&menus.file, &menus.edit, &menus.view, &menus.solve}) {
+    for (MenuItem* menu : {&menus.file, &menus.edit, &menus.view, &menus.solve, &menus.tools}) {
         menu->enabled = enabled;
     }
 }

@@ -85,6 +85,7 @@ void ClearProblem(Session& session) {
     session.InputFileName.clear();
     session.CurrentInputName.clear();
     session.ProblemFile.clear();
+    session.fileUnits = UnitSystem::US;
     session.SavedOutputName.clear();
 
     Menus& menus = session.menus;

@@ -119,7 +119,7 @@ PlotReadings readNetSoil(const Problem& problem, const PressureDiagrams& diagram
     const Titles titles = netSoilTitles(problem);
     PlotReadings readings{.title = titles.first + " " + titles.second,
                           .elevations = elevations,
-                          .unit = "PSF",
+                          .quantity = Quantity::Stress,
                           .curves = {{"Net active", points(diagrams.NetActive)}}};
     if (!isAnchored(problem)) {
         readings.curves.push_back({"Net passive", points(diagrams.NetPassive)});

@@ -251,7 +251,7 @@ std::string plotDescription(const PlotData& data, const PlotView& view) {
     for (const std::string& heading : view.headings) {
         add(heading.rfind('\'', 0) == 0 ? heading.substr(1) : heading);
     }
-    for (const std::string& line : extremeLines(plotReadings(data, view))) {
+    for (const std::string& line : extremeLines(plotReadings(data, view), UnitSystem::US)) {
         add(line);
     }
     return text;

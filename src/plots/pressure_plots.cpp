@@ -89,7 +89,7 @@ std::vector<CurvePoint> stripPoints(const ElevationGrid& grid,
 PlotReadings readSidePlot(const ShownPressures& shown, const SidePlot& plot) {
     return {.title = plot.titles.first + " " + plot.titles.second,
             .elevations = plot.elevations,
-            .unit = "PSF",
+            .quantity = Quantity::Stress,
             .curves = {{"Passive", stripPoints(shown.grid, shown.soil.PassivePressures, plot)},
                        {"Active", stripPoints(shown.grid, shown.soil.ActivePressures, plot)}}};
 }
@@ -98,7 +98,7 @@ PlotReadings readWaterPlot(const ShownPressures& shown, const Titles& titles,
                            const ElevationAxis& elevations) {
     return {.title = titles.first + " " + titles.second,
             .elevations = elevations,
-            .unit = "PSF",
+            .quantity = Quantity::Stress,
             .curves = {{{}, gridPoints(shown.grid, shown.water, elevations.bottom, shown.rows)}}};
 }
 

@@ -1,7 +1,5 @@
 #include "plots/readings.h"
 
-#include "runtime/number_text.h"
-
 #include <algorithm>
 #include <optional>
 
@@ -9,12 +7,8 @@ namespace korvane {
 
 namespace {
 
-std::string elevationText(double elevation) {
-    return formatNumber(elevation, ElevationFormat) + " FT";
-}
-
-std::string valueText(const PlotReadings& readings, double value) {
-    return formatNumber(value, readings.format) + " " + readings.unit;
+std::string elevationText(double elevation, UnitSystem units) {
+    return quantityWithUnit(Quantity::Length, elevation, units);
 }
 
 bool isSmaller(const CurvePoint& a, const CurvePoint& b) {
@@ -58,7 +52,7 @@ std::vector<CurvePoint> gridPoints(const ElevationGrid& grid, const Array<double
     return points;
 }
 
-std::vector<std::string> extremeLines(const PlotReadings& readings) {
+std::vector<std::string> extremeLines(const PlotReadings& readings, UnitSystem units) {
     std::vector<std::string> lines;
     for (const PlotCurve& curve : readings.curves) {
         if (curve.points.empty()) {
@@ -68,15 +62,16 @@ std::vector<std::string> extremeLines(const PlotReadings& readings) {
         const auto largest = std::max_element(points.begin(), points.end(), isSmaller);
         const auto smallest = std::min_element(points.begin(), points.end(), isSmaller);
         lines.push_back((curve.name.empty() ? "Largest " : curve.name + ": largest ") +
-                        valueText(readings, largest->value) + " at elevation " +
-                        elevationText(largest->elevation) + ", smallest " +
-                        valueText(readings, smallest->value) + " at " +
-                        elevationText(smallest->elevation));
+                        quantityWithUnit(readings.quantity, largest->value, units) +
+                        " at elevation " + elevationText(largest->elevation, units) +
+                        ", smallest " +
+                        quantityWithUnit(readings.quantity, smallest->value, units) + " at " +
+                        elevationText(smallest->elevation, units));
     }
     return lines;
 }
 
-std::string valueLine(const PlotReadings& readings, double y) {
+std::string valueLine(const PlotReadings& readings, double y, UnitSystem units) {
     const ElevationAxis& axis = readings.elevations;
     if (!axis.drawable() || y < BoxTop || y > BoxBottom) {
         return {};
@@ -85,8 +80,9 @@ std::string valueLine(const PlotReadings& readings, double y) {
     std::string line;
     for (const PlotCurve& curve : readings.curves) {
         if (const auto value = valueAt(curve, elevation)) {
-            line += line.empty() ? "At elevation " + elevationText(elevation) + ": " : ", ";
-            line += (curve.name.empty() ? "" : curve.name + " ") + valueText(readings, *value);
+            line += line.empty() ? "At elevation " + elevationText(elevation, units) + ": " : ", ";
+            line += (curve.name.empty() ? "" : curve.name + " ") +
+                    quantityWithUnit(readings.quantity, *value, units);
         }
     }
     return line;

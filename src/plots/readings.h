@@ -3,6 +3,7 @@
 
 #include "plots/frame.h"
 #include "plots/scales.h"
+#include "problem/quantities.h"
 #include "state/results.h"
 
 #include <string>
@@ -22,11 +23,10 @@ struct PlotCurve {
 };
 
 struct PlotReadings {
-    std::string title = {};        ///< both lines of the diagram's title in one
-    ElevationAxis elevations = {}; ///< on which the curves stand
-    const char* unit = "";         ///< of the values
-    NumberFormat format = WholeFormat;
-    std::vector<PlotCurve> curves = {}; ///< none for sketches
+    std::string title = {};               ///< both lines of the diagram's title in one
+    ElevationAxis elevations = {};        ///< on which the curves stand
+    Quantity quantity = Quantity::Number; ///< of the values
+    std::vector<PlotCurve> curves = {};   ///< none for sketches
 };
 
 /// The points of values on the grid as the diagrams draw them: down to the first row at or below
@@ -35,10 +35,10 @@ std::vector<CurvePoint> gridPoints(const ElevationGrid& grid, const Array<double
                                    double bottom, int lastRow);
 
 /// The largest and the smallest value of each curve with their elevations, a line each.
-std::vector<std::string> extremeLines(const PlotReadings& readings);
+std::vector<std::string> extremeLines(const PlotReadings& readings, UnitSystem units);
 
 /// The elevation that lies at a height of the diagram (twips on the screen) and the curves' values
 /// there, straight between the points; empty beside the diagram's box or where it has no curve.
-std::string valueLine(const PlotReadings& readings, double y);
+std::string valueLine(const PlotReadings& readings, double y, UnitSystem units);
 
 } // namespace korvane

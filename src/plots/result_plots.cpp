@@ -18,8 +18,8 @@ struct RowPlot {
     const char* paperTitle; ///< nullptr: as on the screen
     Array<double, 301> ResultDiagrams::*rows;
     Range PlotScales::*range; ///< of the scale
-    const char* unit;
-    const char* analysisUnit;
+    Quantity quantity;
+    Quantity analysisQuantity;
     NumberFormat format;
     bool zeroEndShown;
     bool leftward;
@@ -29,14 +29,16 @@ struct RowPlot {
 /// The net pressure's paper title lacks the word "NET" and both its lines stand lower: deliberate.
 constexpr std::array<RowPlot, 4> RowPlots{{
     {"SCALED DEFLECTION (LB-IN^3)", "DEFLECTION (IN)", nullptr, &ResultDiagrams::ResultDeflection,
-     &PlotScales::deflection, "LB-IN^3", "IN", ExponentFormat, false, true, Red},
+     &PlotScales::deflection, Quantity::ScaledDeflection, Quantity::Deflection, ExponentFormat,
+     false, true, Red},
     {"BENDING MOMENT (LB-FT)", "BENDING MOMENT (LB-FT)", nullptr, &ResultDiagrams::ResultMoment,
-     &PlotScales::moment, "LB-FT", "LB-FT", ExponentFormat, false, false, StartGrey},
-    {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &PlotScales::shear, "LB",
-     "LB", WholeFormat, true, false, StartGrey},
-    {"NET SOIL PRESSURE (PSF)", "NET SOIL PRESSURE (PSF)", "SOIL PRESSURE (PSF)",
-     &ResultDiagrams::ResultPressure, &PlotScales::pressure, "PSF", "PSF", WholeFormat, true, false,
+     &PlotScales::moment, Quantity::Moment, Quantity::Moment, ExponentFormat, false, false,
      StartGrey},
+    {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &PlotScales::shear,
+     Quantity::Force, Quantity::Force, WholeFormat, true, false, StartGrey},
+    {"NET SOIL PRESSURE (PSF)", "NET SOIL PRESSURE (PSF)", "SOIL PRESSURE (PSF)",
+     &ResultDiagrams::ResultPressure, &PlotScales::pressure, Quantity::Stress, Quantity::Stress,
+     WholeFormat, true, false, StartGrey},
 }};
 constexpr double LoweredTitles = 72; ///< twips
 constexpr const char* WaterTitle = "NET WATER PRESSURES (PSF)";
@@ -110,8 +112,7 @@ PlotReadings readRowPlot(const Problem& problem, const LevelResult& level, const
     const Titles titles = titlesOf(problem, kind, design ? plot.title : plot.analysisTitle);
     PlotReadings readings{.title = titles.first + " " + titles.second,
                           .elevations = solvedElevations(problem, level),
-                          .unit = design ? plot.unit : plot.analysisUnit,
-                          .format = plot.format,
+                          .quantity = design ? plot.quantity : plot.analysisQuantity,
                           .curves = {PlotCurve()}};
     const auto& rows = level.diagrams.*plot.rows;
     for (int r = 1; r <= level.diagrams.RowCount; ++r) {

@@ -11,6 +11,7 @@
 #include "widgets/shown_text.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -76,7 +77,7 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
     layout->addWidget(image1_, 1);
     lblSolution_ = new QLabel;
     lblSolution_->setObjectName("lblSolution");
-    lblSolution_->setAccessibleName("Outcome of the solution");
+    lblSolution_->setAccessibleName("Remark on the file and outcome of the solution");
     lblSolution_->setTextFormat(Qt::PlainText);
     lblSolution_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblSolution_->setWordWrap(true);
@@ -121,10 +122,15 @@ void ShellWindow::addEntry(const MenuRow& row, const ScreenTable& screens) {
     action->setObjectName(row.name);
     action->setShortcut(QKeySequence(row.keys));
     connect(action, &QAction::triggered, this, [this, row] { command([&] { run(row); }); });
-    actions_.push_back({action, &item, !row.screen || screens.contains(*row.screen)});
+    if (row.units) {
+        action->setCheckable(true);
+        units_->addAction(action);
+    }
+    actions_.push_back({action, &item, row.units, !row.screen || screens.contains(*row.screen)});
 }
 
 void ShellWindow::createMenus(const ScreenTable& screens) {
+    units_ = new QActionGroup(this);
     for (const MenuRow& row : menuRows()) {
         if (row.isMenu()) {
             addMenu(row);
@@ -141,6 +147,8 @@ void ShellWindow::run(const MenuRow& row) {
         row.command(session_, desktop_);
     } else if (row.help) {
         showHelp_(this, *row.help);
+    } else if (row.units) {
+        session_.units = *row.units;
     } else {
         viewScreen(session_, desktop_, *row.screen);
     }
@@ -224,11 +232,12 @@ void ShellWindow::mirror() {
     for (const MirroredAction& mirrored : actions_) {
         mirrored.action->setText(QString::fromStdString(mirrored.item->caption));
         mirrored.action->setEnabled(mirrored.item->enabled && mirrored.hasScreen);
+        mirrored.action->setChecked(mirrored.units == session_.units);
     }
     mirrorRecentFiles();
     mirrorPanels();
     setWindowTitle(shownText(titleText(session_)).replace("[*]", "[*][*]")); // as it stands
-    lblSolution_->setText(shownText(solutionLine(session_)));
+    lblSolution_->setText(shownText(statusLine(session_)));
     lblSolution_->setVisible(!lblSolution_->text().isEmpty());
     centrePanels();
     if (session_.stage != shownStage_) {

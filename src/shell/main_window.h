@@ -8,9 +8,11 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QAction;
+class QActionGroup;
 class QFrame;
 class QLabel;
 class QMenu;
@@ -56,6 +58,7 @@ class ShellWindow : public QMainWindow {
     struct MirroredAction {
         QAction* action;
         const MenuItem* item;
+        std::optional<UnitSystem> units; ///< that it chooses
         bool hasScreen;
     };
 
@@ -89,6 +92,7 @@ class ShellWindow : public QMainWindow {
     std::vector<MirroredMenu> menus_;
     std::vector<MirroredAction> actions_;
     std::vector<QAction*> recent_;
+    QActionGroup* units_ = nullptr; ///< one of them is chosen
     FlowStage shownStage_ = FlowStage::Rest;
     bool ending_ = false;
 };

@@ -233,7 +233,7 @@ QString PlotWindow::choiceText() const {
 void PlotWindow::mirrorBand() {
     readings_ = view_.showing ? plotReadings(session().plotData(), view_) : PlotReadings();
     QStringList lines;
-    for (const std::string& line : extremeLines(readings_)) {
+    for (const std::string& line : extremeLines(readings_, session().units)) {
         lines.append(shownText(line));
     }
     extremes_->setText(lines.join('\n'));
@@ -248,7 +248,7 @@ void PlotWindow::mirrorBand() {
 }
 
 void PlotWindow::point(std::optional<double> y) {
-    const QString text = y ? shownText(valueLine(readings_, *y)) : QString();
+    const QString text = y ? shownText(valueLine(readings_, *y, session().units)) : QString();
     pointed_->setText(text.isEmpty() ? "Point at the diagram for its values." : text);
 }
 

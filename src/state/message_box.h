@@ -5,7 +5,7 @@
 
 namespace korvane {
 
-enum class Buttons { Ok, OkCancel, YesNo };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class Icon { None, Exclamation, Question, Information, Critical };
 /// Back: a box that would delete data was left by Escape or the frame's cross.
 enum class Answer { Ok, Cancel, Yes, No, Back };

@@ -181,6 +181,8 @@ QMessageBox::StandardButtons toolkitButtons(Buttons buttons) {
         return QMessageBox::Ok | QMessageBox::Cancel;
     case Buttons::YesNo:
         return QMessageBox::Yes | QMessageBox::No;
+    case Buttons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
     case Buttons::Ok:
         break;
     }
@@ -212,9 +214,10 @@ Answer askBox(QWidget* parent, const MessageBox& box, const ShowHelp& showHelp) 
     dialog.setIcon(toolkitIcon(box.icon));
     dialog.setStandardButtons(toolkitButtons(box.buttons));
     dialog.setStyleSheet("QDialogButtonBox { button-layout: 0 }"); // affirmative button first
-    const auto first = box.buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::Ok;
-    dialog.setDefaultButton(first);
-    if (box.buttons == Buttons::OkCancel) {
+    const QMessageBox::StandardButtons buttons = dialog.standardButtons();
+    dialog.setDefaultButton(buttons.testFlag(QMessageBox::Yes) ? QMessageBox::Yes
+                                                               : QMessageBox::Ok);
+    if (buttons.testFlag(QMessageBox::Cancel)) {
         dialog.setEscapeButton(QMessageBox::Cancel);
     } else if (box.buttons == Buttons::Ok) {
         dialog.setEscapeButton(QMessageBox::Ok);

@@ -32,6 +32,7 @@ void expectRow(const Menus& menus, const Row& row) {
     EXPECT_TRUE(menus.exit.enabled);
     EXPECT_EQ(menus.recentFiles.enabled, row.open); // the recent files, as Open
     EXPECT_TRUE(menus.file.enabled);
+    EXPECT_TRUE(menus.tools.enabled);
     EXPECT_EQ(menus.edit.enabled, row.edit);
     EXPECT_EQ(menus.editData.caption, row.caption);
     EXPECT_TRUE(menus.editData.enabled);
@@ -119,6 +120,10 @@ TEST(MenuRows, StandInTheirMenusWithCaptionsAndShortcuts) {
                          "mnuView mnuViewItem_6 &Rowe's Moment Reduction Curves",
                          "mnuSolve &Solve",
                          "mnuSolve mnuSolveItem_0 &Continue Solution",
+                         "mnuTools &Tools",
+                         "mnuTools mnuToolsItem_0 &Units",
+                         "mnuToolsItem_0 mnuUnitsItem_0 &US (feet, pounds)",
+                         "mnuToolsItem_0 mnuUnitsItem_1 &SI (metres, kilonewtons)",
                          "mnuHelp &Help",
                          "mnuHelp mnuHelpItem_0 &Contents",
                          "mnuHelp mnuHelpItem_1 &Search for help on ...",
@@ -149,6 +154,9 @@ TEST(MenuRows, CallTheCommandOfTheirEntry) {
     EXPECT_EQ(rowOf(&Menus::freeEarthPlots).screen, Screen::FREEPLOT);
     EXPECT_EQ(rowOf(&Menus::fixedEarthPlots).screen, Screen::FIXDPLOT);
     EXPECT_EQ(rowOf(&Menus::roweCurves).screen, Screen::ROWECURV);
+    EXPECT_TRUE(rowOf(&Menus::units).isMenu());
+    EXPECT_EQ(rowOf(&Menus::unitsUS).units, UnitSystem::US);
+    EXPECT_EQ(rowOf(&Menus::unitsSI).units, UnitSystem::SI);
 }
 
 TEST(MenuStates, AfterStart) {
@@ -250,7 +258,8 @@ TEST(MenuStates, DuringASolutionAllTopMenusAreOff) {
         }
     };
     const auto expectTopMenusOff = [](const Menus& menus) {
-        for (const MenuItem* menu : {&menus.file, &menus.edit, &menus.view, &menus.solve}) {
+        for (const MenuItem* menu :
+             {&menus.file, &menus.edit, &menus.view, &menus.solve, &menus.tools}) {
             EXPECT_FALSE(menu->enabled) << menu->caption;
         }
         EXPECT_TRUE(menus.help.enabled);

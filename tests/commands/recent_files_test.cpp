@@ -199,16 +199,16 @@ TEST(Title, OfAPrintIsTheFileAndTheFirstHeading) {
     EXPECT_EQ(documentTitle(*office.session), "TWO LAYERS");
 }
 
-TEST(SolutionLine, StandsAtRestAfterASolutionUntilTheProblemChanges) {
+TEST(StatusLine, StandsAtRestAfterASolutionUntilTheProblemChanges) {
     Office office;
     office.open("cantilever-dry-sand");
-    EXPECT_EQ(solutionLine(*office.session), "");
+    EXPECT_EQ(statusLine(*office.session), "");
     solveProblem(*office.session, office.desktop);
-    EXPECT_EQ(solutionLine(*office.session), ""); // the review
+    EXPECT_EQ(statusLine(*office.session), ""); // the review
     continueSolution(*office.session, office.desktop);
-    EXPECT_EQ(solutionLine(*office.session), ""); // the last panel
+    EXPECT_EQ(statusLine(*office.session), ""); // the last panel
     acceptResults(*office.session);
-    const std::string line = solutionLine(*office.session);
+    const std::string line = statusLine(*office.session);
     EXPECT_EQ(line.rfind("cantilever-dry-sand.dat: cantilever wall, design; bottom ", 0), 0U);
     // The words and numbers of the report.
     const std::string report = office.report();
@@ -223,14 +223,14 @@ TEST(SolutionLine, StandsAtRestAfterASolutionUntilTheProblemChanges) {
     EXPECT_NE(line.find("moment " + numberBehind("MAX. BEND. MOMENT (LB-FT)") + " LB-FT"),
               std::string::npos);
     newProblem(*office.session, office.desktop);
-    EXPECT_EQ(solutionLine(*office.session), "");
+    EXPECT_EQ(statusLine(*office.session), "");
 }
 
-TEST(SolutionLine, OfAnAnchoredWallHasBothMethods) {
+TEST(StatusLine, OfAnAnchoredWallHasBothMethods) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    const std::string line = solutionLine(*office.session);
+    const std::string line = statusLine(*office.session);
     EXPECT_NE(line.find("anchored wall, design; free earth method: bottom "), std::string::npos);
     EXPECT_NE(line.find("; fixed earth method: bottom "), std::string::npos);
 }

@@ -83,6 +83,7 @@ void leaveData(const fs::path& folder, const Problem& problem) {
     session->problem = problem;
     session->DataChanged = 1;
     session->ProblemFile = "/home/a/wall.dat";
+    session->fileUnits = UnitSystem::SI;
     makeTemporaryFile(*session, ".iii");
     makeTemporaryFile(*session, ".ooo");
     keepTypedData(*session);
@@ -219,6 +220,8 @@ TEST(RecoveryOffer, YesGoesOnLikeTheEndOfEdit) {
     EXPECT_EQ(session.problem, plainCantilever());
     EXPECT_EQ(session.DataChanged, 1);
     EXPECT_EQ(session.ProblemFile, "/home/a/wall.dat");
+    EXPECT_EQ(session.fileUnits, UnitSystem::SI);
+    EXPECT_EQ(session.units, UnitSystem::SI);
     EXPECT_TRUE(session.menus.solve.enabled);
     EXPECT_TRUE(session.menus.view.enabled);
     EXPECT_TRUE(session.menus.saveInput.enabled);

@@ -25,7 +25,7 @@ Answer ScriptedDesktop::Ask(const MessageBox& box) {
     if (onBox) {
         onBox(box);
     }
-    if (box.buttons != Buttons::YesNo) {
+    if (box.buttons != Buttons::YesNo && box.buttons != Buttons::YesNoCancel) {
         return Answer::Ok;
     }
     if (answers.empty()) {

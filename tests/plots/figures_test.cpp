@@ -158,8 +158,8 @@ TEST_F(Figures, CarryATitleAndADescription) {
     EXPECT_EQ(elements.at(1).text, "BENDING MOMENT (LB-FT) FOR CANTILEVER WALL DESIGN");
     ASSERT_EQ(elements.at(2).name, "desc");
     const std::string& description = elements.at(2).text;
-    EXPECT_NE(description.find("Largest 3.45E+03 LB-FT at elevation -10.00 FT, smallest "
-                               "-7.50E+02 LB-FT at -20.00 FT"),
+    EXPECT_NE(description.find("Largest 3450 LB-FT/FT at elevation -10.00 FT, smallest "
+                               "-750 LB-FT/FT at -20.00 FT"),
               std::string::npos)
         << description;
     const std::string heading = problem.HeadingLines(1).substr(1);

@@ -175,7 +175,7 @@ TEST(MenuRows, DuringASolutionTheTopMenusAreOff) {
     const auto look = [&](QDialog&) {
         // Behind the modal window nothing can be reached; its menus are off besides.
         ++looks;
-        for (const char* menu : {"mnuFile", "mnuEdit", "mnuView", "mnuSolve"}) {
+        for (const char* menu : {"mnuFile", "mnuEdit", "mnuView", "mnuSolve", "mnuTools"}) {
             EXPECT_FALSE(isOn(person, menu)) << menu;
         }
         EXPECT_FALSE(person.isShown("Image1"));
@@ -195,6 +195,7 @@ TEST(MenuRows, DuringASolutionTheTopMenusAreOff) {
     person.push("cmdOK");
     EXPECT_EQ(looks, 2);
     EXPECT_TRUE(isOn(person, "mnuFile"));
+    EXPECT_TRUE(isOn(person, "mnuTools"));
 }
 
 struct Finished {
@@ -249,7 +250,7 @@ TEST(Menus, StandInTheirOrderWithTheirCaptions) {
     for (const QAction* action : person.window().menuBar()->actions()) {
         bar.append(action->text());
     }
-    EXPECT_EQ(bar, (QStringList{"&File", "&Edit", "&View", "&Solve", "&Help"}));
+    EXPECT_EQ(bar, (QStringList{"&File", "&Edit", "&View", "&Solve", "&Tools", "&Help"}));
     const auto captions = [&](const char* name) {
         QStringList found;
         for (const QAction* action : person.window().findChild<QMenu*>(name)->actions()) {
@@ -267,9 +268,36 @@ TEST(Menus, StandInTheirOrderWithTheirCaptions) {
                      "&Cantilever Wall Results Plots", "&Free Earth Method Results Plots",
                      "F&ixed Earth Method Results Plots", "&Rowe's Moment Reduction Curves"}));
     EXPECT_EQ(captions("mnuSolve"), (QStringList{"&Continue Solution"}));
+    EXPECT_EQ(captions("mnuTools"), (QStringList{"&Units"}));
+    EXPECT_EQ(captions("mnuToolsItem_0"),
+              (QStringList{"&US (feet, pounds)", "&SI (metres, kilonewtons)"}));
     EXPECT_EQ(captions("mnuHelp"),
               (QStringList{"&Contents", "&Search for help on ...", "-", "&About KORVANE"}));
     EXPECT_FALSE(person.window().menuBar()->isNativeMenuBar());
+}
+
+TEST(Menus, OneOfTheUnitsIsChosen) {
+    Person person;
+    const auto chosen = [&] {
+        QStringList names;
+        for (const char* name : {"mnuUnitsItem_0", "mnuUnitsItem_1"}) {
+            const auto* action = person.window().findChild<QAction*>(name);
+            EXPECT_TRUE(action->isCheckable());
+            if (action->isChecked()) {
+                names.append(name);
+            }
+        }
+        return names;
+    };
+    EXPECT_EQ(chosen(), QStringList{"mnuUnitsItem_0"}); // without a problem
+    person.choose("mnuUnitsItem_1");
+    EXPECT_EQ(chosen(), QStringList{"mnuUnitsItem_1"});
+    EXPECT_EQ(person.session().units, UnitSystem::SI);
+    person.choose("mnuUnitsItem_1"); // again: nothing changes
+    EXPECT_EQ(chosen(), QStringList{"mnuUnitsItem_1"});
+    person.open(examplePath("cantilever-dry-sand")); // a file brings its own
+    EXPECT_EQ(chosen(), QStringList{"mnuUnitsItem_0"});
+    EXPECT_FALSE(person.window().findChild<QAction*>("mnuFileItem_0")->isCheckable());
 }
 
 TEST(Menus, AnItemWhoseScreenIsMissingIsOff) {

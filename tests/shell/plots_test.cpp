@@ -342,7 +342,7 @@ TEST(PlotBand, TellsExtremesAndTheValuesAtThePointer) {
     person.expectScreen("CANPLOT", [&](QDialog& screen) {
         chooseAction(screen, "mnuMoment");
         EXPECT_TRUE(labelOf(screen, "lblExtremes")->text().startsWith("Largest "));
-        EXPECT_TRUE(labelOf(screen, "lblExtremes")->text().contains(" LB-FT at elevation "));
+        EXPECT_TRUE(labelOf(screen, "lblExtremes")->text().contains(" LB-FT/FT at elevation "));
         const QString hint = "Point at the diagram for its values.";
         EXPECT_EQ(labelOf(screen, "lblPointed")->text(), hint);
         auto& picture = dynamic_cast<PlotPicture&>(*pictureOnShow(screen));
@@ -353,11 +353,33 @@ TEST(PlotBand, TellsExtremesAndTheValuesAtThePointer) {
         const QString told = labelOf(screen, "lblPointed")->text();
         EXPECT_EQ(told.section(' ', 0, 1), "At elevation");
         EXPECT_NEAR(told.section(' ', 2, 2).toDouble(), elevation, 0.006);
-        EXPECT_TRUE(told.endsWith(" LB-FT"));
+        EXPECT_TRUE(told.endsWith(" LB-FT/FT"));
         keepScreenshot(screen, "CANPLOT-pointed");
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(&picture, &leave);
         EXPECT_EQ(labelOf(screen, "lblPointed")->text(), hint);
+        screen.close();
+        screen.close();
+    });
+    person.choose("mnuViewItem_3");
+    person.expectNothingLeft();
+}
+
+TEST(PlotBand, TellsTheUnitsOfTheMenu) {
+    Person person;
+    solveExample(person, "cantilever-dry-sand", false);
+    person.choose("mnuUnitsItem_1");
+    const auto& largest = person.session().workspace.results().levels(1).diagrams.MaxMoment;
+    // 1 LB-FT/FT is 4.4482216152605 Nm/m, 1 FT is 0.3048 m.
+    const double moment = largest.value * 4.4482216152605 / 1000;
+    person.expectScreen("CANPLOT", [&](QDialog& screen) {
+        chooseAction(screen, "mnuMoment");
+        keepScreenshot(screen, "CANPLOT-SI");
+        const QString told = labelOf(screen, "lblExtremes")->text();
+        EXPECT_TRUE(told.contains(" kNm/m at elevation ")) << told.toStdString();
+        EXPECT_TRUE(told.endsWith(" m")) << told.toStdString();
+        EXPECT_NEAR(told.section(' ', 1, 1).toDouble(), moment, 0.01 * moment);
+        EXPECT_NEAR(told.section(' ', 5, 5).toDouble(), largest.elev * 0.3048, 0.2);
         screen.close();
         screen.close();
     });

@@ -241,6 +241,39 @@ TEST(Outcome, StandsBelowThePictureAtRest) {
     EXPECT_FALSE(line->isVisible());
 }
 
+TEST(Title, OfAMetricFileSaysSoUntilItIsSavedInFeetAndPounds) {
+    Person person;
+    const std::string wall = person.userFile("wall.dat");
+    writeFile(wall, "UNITS SI\n'A WALL IN METRES\nCONTROL C D 1 1.5\nWALL 3\n"
+                    "SURFACE R 1 0 3\nSURFACE L 1 0 0\nSOIL B S 1\n 20 18 30 0 0 0\nFINISHED\n");
+    person.open(wall);
+    auto* line = person.window().findChild<QLabel*>("lblSolution");
+    EXPECT_EQ(person.window().windowTitle(), "wall.dat (metric file) - KORVANE");
+    EXPECT_TRUE(line->isVisible());
+    EXPECT_EQ(line->text(), "wall.dat: metric file, shown in feet and pounds");
+    keepScreenshot(person.window(), "CKORVANE-metric");
+    person.expectBox("No");
+    person.expectScreen("KEYIN", [&](QDialog& keyin) {
+        person.session().DataChanged = 1;
+        pushButton(keyin, "cmdFinished");
+    });
+    person.choose("mnuEditItem_0");
+    person.expectFile(wall);
+    person.expectBox("Yes"); // to write over it
+    person.expectScreen("messageBox", [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    person.choose("mnuSaveItem_0");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.window().windowTitle(), "wall.dat* (metric file) - KORVANE");
+    person.expectFile(person.userFile("feet.dat"));
+    person.expectBox("No");
+    person.choose("mnuSaveItem_0");
+    person.expectNothingLeft();
+    EXPECT_EQ(person.boxes.back().title, "UNITS OF THE INPUT FILE");
+    EXPECT_EQ(person.boxes.back().buttons, (std::vector<std::string>{"Yes", "No", "Cancel"}));
+    EXPECT_EQ(person.window().windowTitle(), "feet.dat - KORVANE");
+    EXPECT_FALSE(line->isVisible());
+}
+
 TEST(Outcome, AnAbortedSolutionLooksUnlikeACompleteOne) {
     Person person;
     const auto panel = [&] {

@@ -242,8 +242,25 @@ TEST(MessageBoxes, EscapeAndTheCrossMeanCancelOrOk) {
     const auto cross = [](QMessageBox& box) { box.close(); };
     EXPECT_EQ(answered({.text = "?", .buttons = Buttons::OkCancel}, escape), Answer::Cancel);
     EXPECT_EQ(answered({.text = "?", .buttons = Buttons::OkCancel}, cross), Answer::Cancel);
+    EXPECT_EQ(answered({.text = "?", .buttons = Buttons::YesNoCancel}, escape), Answer::Cancel);
+    EXPECT_EQ(answered({.text = "?", .buttons = Buttons::YesNoCancel}, cross), Answer::Cancel);
     EXPECT_EQ(answered({.text = "?"}, escape), Answer::Ok);
     EXPECT_EQ(answered({.text = "?"}, cross), Answer::Ok);
+}
+
+TEST(MessageBoxes, OfThreeAnswersYesStandsFirstAndEnterTakesIt) {
+    const MessageBox question{.text = "?", .buttons = Buttons::YesNoCancel};
+    const auto enter = [](QMessageBox& box) {
+        const auto left = [&](QMessageBox::StandardButton button) {
+            return box.button(button)->geometry().left();
+        };
+        EXPECT_LT(left(QMessageBox::Yes), left(QMessageBox::No));
+        EXPECT_LT(left(QMessageBox::No), left(QMessageBox::Cancel));
+        QTest::keyClick(&box, Qt::Key_Return);
+    };
+    EXPECT_EQ(answered(question, enter), Answer::Yes);
+    EXPECT_EQ(answered(question, [](QMessageBox& box) { box.button(QMessageBox::No)->click(); }),
+              Answer::No);
 }
 
 TEST(MessageBoxes, AQuestionIsLeftByItsButtonsAlone) {
