@@ -2,10 +2,12 @@
 #include "batch/options.h"
 #include "plots/figures.h"
 
+#include <memory>
 #include <system_error>
 #include <unordered_map>
 #include <unordered_set>
 
+#include <dirent.h>
 #include <sys/stat.h>
 
 namespace korvane::batch {
@@ -20,10 +22,11 @@ class Listings {
     bool has(const fs::path& file) {
         const auto [place, isNew] = names_.try_emplace(file.parent_path().native());
         if (isNew) {
-            std::error_code failure;
-            for (fs::directory_iterator entry(file.parent_path(), failure), end;
-                 !failure && entry != end; entry.increment(failure)) {
-                place->second.insert(entry->path().filename().native());
+            // The standard's iterator would end the process where memory is short.
+            const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(place->first.c_str()),
+                                                             ::closedir);
+            while (const dirent* entry = folder ? ::readdir(folder.get()) : nullptr) {
+                place->second.insert(entry->d_name);
             }
         }
         return place->second.count(file.filename().native()) != 0;

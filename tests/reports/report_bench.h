@@ -35,6 +35,7 @@ inline Lines linesOf(const PrintLines& report) {
 struct ReportBench : ResultBench {
     ReportBench() {
         problem = plainCantilever();
+        results.review.hasPressures = true;
         results.review.SideMethod.fill(PressureMethod::Coefficients);
         results.levelCount = 1;
     }
