@@ -5,6 +5,7 @@
 #include "pressures/surcharge_pressures.h"
 #include "pressures/water_pressures.h"
 #include "runtime/arithmetic.h"
+#include "state/pressure_details.h"
 #include "state/tolerances.h"
 
 #include <algorithm>
@@ -58,6 +59,25 @@ std::optional<LayerCoefficients> layerCoefficients(State& state, int side, int L
     return layer;
 }
 
+/// A layer in an interval of unit weight `g` and water's share `w` (PCF) between the vertical
+/// stresses `above` and `below` (PSF).
+StressInterval describe(const LayerCoefficients& layer, int number, double g, double w,
+                        double above, double below) {
+    StressInterval interval;
+    interval.layer = number;
+    interval.unitWeight = g;
+    interval.waterWeight = w;
+    interval.Ka = layer.Ka;
+    interval.Kp = layer.Kp;
+    interval.ca = layer.ca;
+    interval.cp = layer.cp;
+    interval.cosA = layer.ha;
+    interval.cosP = layer.hp;
+    interval.top.effective = above;
+    interval.bottom.effective = below;
+    return interval;
+}
+
 /// Surface, layer bottoms, lowest grid point, and where water or seepage begins or ends.
 void listBreaks(const State& state, int side, int level, BreakPressures& breaks) {
     const Problem& problem = *state.problem;
@@ -89,16 +109,50 @@ void listBreaks(const State& state, int side, int level, BreakPressures& breaks)
     NumBreakPoints = static_cast<int>(std::unique(first, last) - first);
 }
 
+/// Where an interval that ends at `lowerEnd` stands in the water.
+bool belowWater(const Problem& problem, int side, double lowerEnd) {
+    return problem.WaterDataKind == WaterData::Elevations && lowerEnd < problem.WaterElev(side);
+}
+
+/// Whether seepage acts in an interval that ends below the water.
+bool seepsAt(const State& state, int side, int level, double lowerEnd) {
+    return state.preparation.SeepageKind != Seepage::None &&
+           (side == Left || lowerEnd < state.problem->SeepageElev) &&
+           lowerEnd >= state.preparation.SeepageEndElev(level);
+}
+
 /// The downward share w (PCF) of water's weight in an interval that ends below the water:
 /// downward flow on the right makes the soil heavier, upward flow on the left lighter.
 double waterShare(const State& state, int side, int level, double lowerEnd) {
+    const double water = state.problem->WaterUnitWeight;
+    return seepsAt(state, side, level, lowerEnd)
+               ? (1 - (3 - 2 * side) * state.preparation.SeepageGradient(level)) * water
+               : water;
+}
+
+/// Tells what the pressures between breaks j and j + 1 come from, as their last step.
+void recordInterval(const State& state, int side, int level, int j, const BreakPressures& breaks,
+                    StressInterval interval) {
     const Problem& problem = *state.problem;
-    const bool seeps = state.preparation.SeepageKind != Seepage::None &&
-                       (side == Left || lowerEnd < problem.SeepageElev) &&
-                       lowerEnd >= state.preparation.SeepageEndElev(level);
-    return seeps ? (1 - (3 - 2 * side) * state.preparation.SeepageGradient(level)) *
-                       problem.WaterUnitWeight
-                 : problem.WaterUnitWeight;
+    auto& stresses = state.details->sides(side).stresses;
+    StressPoint& top = interval.top;
+    StressPoint& bottom = interval.bottom;
+    top.elev = breaks.BreakElev(j);
+    bottom.elev = breaks.BreakElev(j + 1);
+    top.soilWeight = stresses.empty() ? 0 : stresses.back().bottom.soilWeight;
+    top.water = stresses.empty() ? 0 : stresses.back().bottom.water;
+    const double height = top.elev - bottom.elev;
+    bottom.soilWeight = top.soilWeight + height * interval.unitWeight;
+    bottom.water = top.water + height * interval.waterWeight;
+    top.uniformLoad = bottom.uniformLoad =
+        problem.VUniformCount(side) != 0 ? problem.VUniformLoad(side) : 0;
+    top.soilActive = breaks.BreakActive(j, 1);
+    top.soilPassive = breaks.BreakPassive(j, 1);
+    bottom.soilActive = breaks.BreakActive(j + 1, 2);
+    bottom.soilPassive = breaks.BreakPassive(j + 1, 2);
+    interval.belowWater = belowWater(problem, side, bottom.elev);
+    interval.seeps = interval.belowWater && seepsAt(state, side, level, bottom.elev);
+    stresses.push_back(interval);
 }
 
 /// Adds the soil's diagrams to the rows from the surface row down, by straight lines between
@@ -154,6 +208,47 @@ void cutTension(State& state, int side, int surfaceRow) {
     }
 }
 
+/// The row of a break: of rows within the grid's tolerance the nearest; 0 without one.
+int rowOfBreak(const ElevationGrid& grid, double elev) {
+    int row = lastRowAt(grid, elev);
+    const auto distance = [&](int i) { return std::abs(grid.ElevGrid(i) - elev); };
+    while (row > 1 && distance(row - 1) < distance(row)) {
+        --row;
+    }
+    return row;
+}
+
+/// Calls `take(point, row, k)` for each end of an interval that has a row of the grid.
+template <class Take>
+void forEachStressPoint(const State& state, int side, Take take) {
+    for (StressInterval& interval : state.details->sides(side).stresses) {
+        for (const int k : {1, 2}) {
+            StressPoint& point = k == 1 ? interval.top : interval.bottom;
+            if (const int row = rowOfBreak(state.grid, point.elev)) {
+                take(point, row, k);
+            }
+        }
+    }
+}
+
+/// Soil and surcharge at the breaks, before any rule.
+void recordSums(const State& state, int side) {
+    forEachStressPoint(state, side, [&](StressPoint& point, int row, int k) {
+        point.onGrid = true;
+        point.surcharge = state.pressures.SurchargePressures(side, row);
+        point.activeSum = state.pressures.ActivePressures(side, row, k);
+    });
+}
+
+/// What stands at the breaks after the tension rule.
+void recordForce(const State& state, int side) {
+    forEachStressPoint(state, side, [&](StressPoint& point, int row, int k) {
+        point.active = state.pressures.ActivePressures(side, row, k);
+        point.passive = state.pressures.PassivePressures(side, row, k);
+        point.tensionCut = point.activeSum < 0 && !(point.active < 0);
+    });
+}
+
 } // namespace
 
 // Pressures of the soil alone from vertical effective stress and the coefficients of each layer,
@@ -179,7 +274,7 @@ std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int 
 
         const double lowerEnd = BreakElev(j + 1);
         double g = problem.SoilMoistWeight(side, L);
-        if (problem.WaterDataKind == WaterData::Elevations && lowerEnd < problem.WaterElev(side)) {
+        if (belowWater(problem, side, lowerEnd)) {
             g = problem.SoilSatWeight(side, L);
             w = waterShare(state, side, level, lowerEnd);
         }
@@ -190,9 +285,13 @@ std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int 
                          .level = level});
             return std::nullopt;
         }
+        const double above = sv;
         sv += (BreakElev(j) - lowerEnd) * (g - w);
         breaks.BreakActive(j + 1, 2) = layer->active(sv);
         breaks.BreakPassive(j + 1, 2) = layer->passive(sv);
+        if (state.details != nullptr) {
+            recordInterval(state, side, level, j, breaks, describe(*layer, L, g, w, above, sv));
+        }
 
         if (L < problem.SoilLayerCount(side) &&
             lowerEnd - problem.SoilBottomElev(side, L) < SameElevation) {
@@ -215,6 +314,9 @@ void ComputeCoefficientPressures(State& state, int side, int level) {
         pressures.ActiveMark(side, i) = false;
         pressures.PassiveMark(side, i) = false;
     }
+    if (state.details != nullptr) {
+        state.details->sides(side).clear();
+    }
     const auto breaks = ComputeBreakPressures(state, side, level);
     if (!breaks) {
         return;
@@ -229,6 +331,9 @@ void ComputeCoefficientPressures(State& state, int side, int level) {
         }
     }
     addSoilDiagram(*breaks, surfaceRow, state.grid, pressures, side);
+    if (state.details != nullptr) {
+        recordSums(state, side);
+    }
     for (int i = 1; i <= rows; ++i) {
         for (const int k : {1, 2}) {
             double& active = pressures.ActivePressures(side, i, k);
@@ -238,6 +343,9 @@ void ComputeCoefficientPressures(State& state, int side, int level) {
         }
     }
     cutTension(state, side, surfaceRow);
+    if (state.details != nullptr) {
+        recordForce(state, side);
+    }
 }
 
 } // namespace korvane

@@ -3,6 +3,7 @@
 #include "pressures/elevation_grid.h"
 #include "runtime/arithmetic.h"
 #include "state/kept_work.h"
+#include "state/pressure_details.h"
 
 #include <cmath>
 #include <numbers>
@@ -23,17 +24,15 @@ constexpr double NearLoadRatio = 0.4;
 
 using Loads = std::vector<ElasticLoad>;
 
-void listLineLoads(const Problem& problem, int side, Loads& loads) {
+void listLine(const Problem& problem, int side, int i, Loads& loads) {
     // The exposed height counts for loads on the right; on the left it is always 0, deliberately.
     const double H = problem.SurfaceElev(side, 1) - problem.SurfaceElev(Left, 1);
-    for (int i = 1; i <= problem.VLineCount(side); ++i) {
-        const double x = problem.VLineDist(side, i);
-        const bool near = H > 0 && x / H <= NearLoadRatio;
-        loads.push_back({.kind = near ? ElasticLoadKind::NearLine : ElasticLoadKind::FarLine,
-                         .load = problem.VLineLoad(side, i),
-                         .x1 = x,
-                         .x2 = near ? H : 0});
-    }
+    const double x = problem.VLineDist(side, i);
+    const bool near = H > 0 && x / H <= NearLoadRatio;
+    loads.push_back({.kind = near ? ElasticLoadKind::NearLine : ElasticLoadKind::FarLine,
+                     .load = problem.VLineLoad(side, i),
+                     .x1 = x,
+                     .x2 = near ? H : 0});
 }
 
 /// A load that varies linearly from p1 (PSF) at x1 (FT from the wall) to p2 at x2.
@@ -44,6 +43,11 @@ void listStraightLoad(Loads& loads, double p1, double x1, double p2, double x2) 
                      .x2 = x2,
                      .constant = divide(x2 * p1 - x1 * p2, width * Pi),
                      .rate = divide(p2 - p1, width * Pi)});
+}
+
+void listStrip(const Problem& problem, int side, int i, Loads& loads) {
+    const double load = problem.VStripLoad(side, i);
+    listStraightLoad(loads, load, problem.VStripStart(side, i), load, problem.VStripEnd(side, i));
 }
 
 /// The sloping part and the uniform rest that goes on without end.
@@ -57,18 +61,16 @@ void listRamp(const Problem& problem, int side, Loads& loads) {
     }
 }
 
-void listTriangles(const Problem& problem, int side, Loads& loads) {
-    for (int i = 1; i <= problem.VTriCount(side); ++i) {
-        const double start = problem.VTriStart(side, i);
-        const double peak = problem.VTriPeak(side, i);
-        const double end = problem.VTriEnd(side, i);
-        const double load = problem.VTriLoad(side, i);
-        if (peak > start) {
-            listStraightLoad(loads, 0, start, load, peak);
-        }
-        if (end > peak) {
-            listStraightLoad(loads, load, peak, 0, end);
-        }
+void listTriangle(const Problem& problem, int side, int i, Loads& loads) {
+    const double start = problem.VTriStart(side, i);
+    const double peak = problem.VTriPeak(side, i);
+    const double end = problem.VTriEnd(side, i);
+    const double load = problem.VTriLoad(side, i);
+    if (peak > start) {
+        listStraightLoad(loads, 0, start, load, peak);
+    }
+    if (end > peak) {
+        listStraightLoad(loads, load, peak, 0, end);
     }
 }
 
@@ -84,20 +86,43 @@ void listVariableLoad(const Problem& problem, int side, Loads& loads) {
     }
 }
 
-/// All loads of a side in the order in which their pressures are added up.
+/// Adds load `i` of a kind.
+void listLoad(const Problem& problem, int side, SurchargeKind kind, int i, Loads& loads) {
+    switch (kind) {
+    case SurchargeKind::Line:
+        return listLine(problem, side, i, loads);
+    case SurchargeKind::Strip:
+        return listStrip(problem, side, i, loads);
+    case SurchargeKind::Ramp:
+        return listRamp(problem, side, loads);
+    case SurchargeKind::Triangle:
+        return listTriangle(problem, side, i, loads);
+    case SurchargeKind::Variable:
+        return listVariableLoad(problem, side, loads);
+    }
+}
+
+/// Calls `take(kind, i)` for each load of a side, in the order in which their pressures are added
+/// up.
+template <class Take>
+void forEachLoad(const Problem& problem, int side, Take take) {
+    const std::pair<SurchargeKind, int> counts[] = {
+        {SurchargeKind::Line, problem.VLineCount(side)},
+        {SurchargeKind::Strip, problem.VStripCount(side)},
+        {SurchargeKind::Ramp, problem.VRampCount(side) > 0 ? 1 : 0},
+        {SurchargeKind::Triangle, problem.VTriCount(side)},
+        {SurchargeKind::Variable, problem.VVarCount(side) > 0 ? 1 : 0}};
+    for (const auto& [kind, count] : counts) {
+        for (int i = 1; i <= count; ++i) {
+            take(kind, i);
+        }
+    }
+}
+
 void listLoads(const Problem& problem, int side, Loads& loads) {
     loads.clear();
-    listLineLoads(problem, side, loads);
-    for (int i = 1; i <= problem.VStripCount(side); ++i) {
-        const double load = problem.VStripLoad(side, i);
-        listStraightLoad(loads, load, problem.VStripStart(side, i), load,
-                         problem.VStripEnd(side, i));
-    }
-    if (problem.VRampCount(side) > 0) {
-        listRamp(problem, side, loads);
-    }
-    listTriangles(problem, side, loads);
-    listVariableLoad(problem, side, loads);
+    forEachLoad(problem, side,
+                [&](SurchargeKind kind, int i) { listLoad(problem, side, kind, i, loads); });
 }
 
 /// Where the end of a straight load is seen from a depth.
@@ -156,6 +181,28 @@ double pressureAt(const Loads& loads, double z) {
     return sum;
 }
 
+/// The pressures of each load alone, on the rows that the sum has just been worked out for.
+void recordShares(const State& state, int side, int surfaceRow, double surface) {
+    const ElevationGrid& grid = state.grid;
+    SurchargeShares& shares = state.details->sides(side).surcharges;
+    shares.firstRow = surfaceRow + 1;
+    shares.surface = surface;
+    for (int i = shares.firstRow; i <= grid.NumElevs; ++i) {
+        shares.elev.push_back(grid.ElevGrid(i));
+        shares.sum.push_back(state.pressures.SurchargePressures(side, i));
+    }
+    forEachLoad(*state.problem, side, [&](SurchargeKind kind, int i) {
+        Loads load;
+        listLoad(*state.problem, side, kind, i, load);
+        SurchargeShare& share = shares.loads.emplace_back();
+        share.kind = kind;
+        share.index = i;
+        for (const double elev : shares.elev) {
+            share.pressure.push_back(pressureAt(load, surface - elev));
+        }
+    });
+}
+
 } // namespace
 
 // Horizontal pressures (PSF) of line, strip, ramp, triangular and variable loads on the ground, by
@@ -196,6 +243,9 @@ void ComputeSurchargePressures(State& state, int side) {
         kept.freshRows.push_back({elev, pressure});
     }
     std::swap(kept.rows, kept.freshRows);
+    if (state.details != nullptr) {
+        recordShares(state, side, s, surface);
+    }
 }
 
 } // namespace korvane

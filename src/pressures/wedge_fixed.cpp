@@ -6,7 +6,9 @@
 #include "pressures/wedge_strengths.h"
 #include "runtime/arithmetic.h"
 #include "state/kept_work.h"
+#include "state/pressure_details.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace korvane {
@@ -40,6 +42,7 @@ struct Piece {
     double cos = 0;
     double U = 0;
     double V = 0;
+    double surcharge = 0; ///< LB, part of W
 };
 
 /// Describes the side where the planes of the sweep may stand, which are of no use to it.
@@ -53,11 +56,14 @@ WedgeSide& describeSide(State& state, int side, int level) {
 /// Planes of fixed angle, for active (s = +1) or passive (s = -1) forces.
 class FixedPlanes {
   public:
+    /// `details` may be null.
     FixedPlanes(double surfaceElev, const WedgeSide& side, const Array<LayerStrength, 11>& soils,
-                int s);
+                int s, WedgeDetails* details);
 
     /// Horizontal force (LB) on the wall from the surface down to `y`, in `layer` at the wall.
     double forceAt(double y, int layer);
+    /// The plane of the last force, where details are asked for.
+    const WedgePlane& plane() const { return plane_; }
     /// Passes `height` (FT) of a layer on the way down the wall.
     void pass(double height, int layer) { wall_.pass(height, strength(layer)); }
 
@@ -70,6 +76,9 @@ class FixedPlanes {
     int leavesLayer(int layer, double groundX) const;
     Point boundaryPoint(int boundary, const Point& start, double k) const;
     Piece weighPiece(const Point& start, const Point& end, double k, int layer) const;
+    void recordPiece(const Point& start, const Point& end, int layer, const Piece& piece);
+    void recordForces(double force, double wallFriction, int outerPieces,
+                      const Array<double, 15>& pieceForces);
 
     double surfaceElev_; ///< FT, at the wall
     const WedgeSide& side_;
@@ -78,12 +87,14 @@ class FixedPlanes {
     const Array<LayerStrength, 11>& soils_;
     Array<LayerPlane, 11> planes_;
     WallTerms wall_;
+    WedgeDetails* details_;
+    WedgePlane plane_;
 };
 
 FixedPlanes::FixedPlanes(double surfaceElev, const WedgeSide& side,
-                         const Array<LayerStrength, 11>& soils, int s)
+                         const Array<LayerStrength, 11>& soils, int s, WedgeDetails* details)
     : surfaceElev_(surfaceElev), side_(side), layerCount_(static_cast<int>(side.layers.size())),
-      s_(s), soils_(soils) {
+      s_(s), soils_(soils), details_(details) {
     for (int layer = 1; layer <= layerCount_; ++layer) {
         const double t = strength(layer).friction;
         const double th = HalfRightAngle + s * std::atan(t) / 2;
@@ -141,20 +152,56 @@ Point FixedPlanes::boundaryPoint(int boundary, const Point& start, double k) con
 
 Piece FixedPlanes::weighPiece(const Point& start, const Point& end, double k, int layer) const {
     const LayerPlane& plane = planes_(layer);
-    const double W = WedgeWeight(side_, start.y, k, start.x, start.y, end.x, layer) +
-                     WedgeSurchargeLoad(side_, start.x, end.x);
+    const double surcharge = WedgeSurchargeLoad(side_, start.x, end.x);
+    const double W = WedgeWeight(side_, start.y, k, start.x, start.y, end.x, layer) + surcharge;
     const double length = std::hypot(end.x - start.x, end.y - start.y);
     return {W,
             length * strength(layer).cohesion,
             plane.sin,
             plane.cos,
             s_ * plane.friction * plane.sin + plane.cos,
-            s_ * plane.friction * plane.cos - plane.sin};
+            s_ * plane.friction * plane.cos - plane.sin,
+            surcharge};
+}
+
+/// Pieces come from the wall outward and are turned round when all are known.
+void FixedPlanes::recordPiece(const Point& start, const Point& end, int layer, const Piece& piece) {
+    WedgePiece& kept = details_->pieces.emplace_back();
+    kept.layer = layer;
+    kept.angle = (2 * HalfRightAngle - std::atan2(piece.sin, piece.cos)) / DegreesToRadians;
+    kept.x1 = start.x;
+    kept.y1 = start.y;
+    kept.x2 = end.x;
+    kept.y2 = end.y;
+    kept.length = std::hypot(end.x - start.x, end.y - start.y);
+    kept.surcharge = piece.surcharge;
+    kept.soil = piece.W - piece.surcharge;
+    kept.cohesion = piece.C;
+    kept.friction = strength(layer).friction;
+    ++plane_.pieceCount;
+}
+
+void FixedPlanes::recordForces(double force, double wallFriction, int outerPieces,
+                               const Array<double, 15>& pieceForces) {
+    const auto first = details_->pieces.end() - plane_.pieceCount;
+    first->force = force;
+    for (int piece = 1; piece <= outerPieces; ++piece) {
+        first[piece].force = pieceForces(piece);
+        plane_.outerForce += first[piece].force;
+    }
+    plane_.found = true;
+    plane_.angle = first->angle;
+    plane_.force = force;
+    plane_.wallFriction = wallFriction / DegreesToRadians;
+    plane_.wallAdhesion = wall_.adhesion;
+    plane_.firstPiece = static_cast<int>(details_->pieces.size()) - plane_.pieceCount;
+    std::reverse(first, details_->pieces.end());
 }
 
 double FixedPlanes::forceAt(double y, int layer) {
     Array<double, 15> PieceForce{Unset{}}; // horizontal forces of the outer pieces
     const double s = s_;
+    plane_ = {};
     Piece wallPiece;
     int outerPieces = 0;
     double Hs = 0; // sum of PieceForce
@@ -166,11 +213,14 @@ double FixedPlanes::forceAt(double y, int layer) {
         const int boundary = dir < 0 ? layer - 1 : layer;
         const Point end = dir == 0 ? ground : boundaryPoint(boundary, start, k);
         const Piece piece = weighPiece(start, end, k, layer);
+        if (details_ != nullptr) {
+            recordPiece(start, end, layer, piece);
+        }
         if (atWall) {
             wallPiece = piece; // until the outer pieces are known
         } else {
             // A piece meets its inner neighbour without friction.
-            const auto& [W, C, sinTh, cosTh, U, V] = piece;
+            const auto& [W, C, sinTh, cosTh, U, V, surcharge] = piece;
             PieceForce(++outerPieces) = divide((W - s * C * sinTh) * V + s * C * cosTh * U, -U);
             Hs += PieceForce(outerPieces);
         }
@@ -191,10 +241,13 @@ double FixedPlanes::forceAt(double y, int layer) {
 
     const double dw = divide(wall_.friction, surfaceElev_ - y);
     const double Cd = std::cos(dw);
-    const auto& [W, C, sinTh, cosTh, U, V] = wallPiece;
+    const auto& [W, C, sinTh, cosTh, U, V, surcharge] = wallPiece;
     const double D = s * std::sin(dw) * V - Cd * U;
     const double P =
         divide((W - s * C * sinTh - s * wall_.adhesion) * V - (Hs - s * C * cosTh) * U, D);
+    if (details_ != nullptr) {
+        recordForces(P * Cd, dw, outerPieces, PieceForce);
+    }
     return P * Cd;
 }
 
@@ -267,8 +320,10 @@ MidForces FixedSurfaceForces(State& state, int side, int level) {
     }
     const Array<LayerStrength, 11> soils = developedStrengths(state, side, level);
     const WedgeSide& described = describeSide(state, side, level);
-    FixedPlanes active(problem.SurfaceElev(side, 1), described, soils, 1);
-    FixedPlanes passive(problem.SurfaceElev(side, 1), described, soils, -1);
+    WedgeDetails* const details =
+        state.details == nullptr ? nullptr : &state.details->sides(side).wedge;
+    FixedPlanes active(problem.SurfaceElev(side, 1), described, soils, 1, details);
+    FixedPlanes passive(problem.SurfaceElev(side, 1), described, soils, -1, details);
     const auto pass = [&](double height, int layer) {
         active.pass(height, layer);
         passive.pass(height, layer);
@@ -286,6 +341,10 @@ MidForces FixedSurfaceForces(State& state, int side, int level) {
         pass(grid.ElevGrid(r) - y, layer);
         mid.MidActiveForce(r) = active.forceAt(y, layer);
         mid.MidPassiveForce(r) = passive.forceAt(y, layer);
+        if (details != nullptr) {
+            details->rows.push_back(
+                {.elev = y, .layer = layer, .active = active.plane(), .passive = passive.plane()});
+        }
     }
     interpolateRows(grid, surfaceRow, side, mid.MidActiveForce, wedge.WedgeActiveForce, true);
     interpolateRows(grid, surfaceRow, side, mid.MidPassiveForce, wedge.WedgePassiveForce, false);

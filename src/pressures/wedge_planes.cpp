@@ -356,4 +356,45 @@ void SweepPlanes::leaveRow() {
     }
 }
 
+/// Where a plane reaches the ground, as cutGround has found it without a fault: a kept row does not
+/// know it any more.
+double SweepPlanes::groundOf(double slope) const {
+    const auto& ground = side_.ground;
+    const auto sight = [&](std::size_t p) { return (ground[p].y - y0_) / ground[p].x; };
+    std::size_t p = 1;
+    while (p + 1 < ground.size() && sight(p) > slope) {
+        ++p;
+    }
+    const double s = ground[p - 1].slope;
+    return sight(p) == slope ? ground[p].x : (ground[p].y - s * ground[p].x - y0_) / (slope - s);
+}
+
+std::vector<WedgePiece> SweepPlanes::describePieces(std::size_t n) const {
+    const TrialPlane& trial = rowPlanes_[n];
+    const double slope = slope_[n];
+    const double angle = n + 1 == allPlanes_ ? topAngle_ : angle_[n];
+    double x2 = groundOf(slope);
+    std::vector<WedgePiece> described;
+    for (int number = trial.pieceCount - 1; number >= 0; --number) {
+        const int layer = trial.layerOfPiece(number);
+        double x1 = 0;
+        if (number > 0) {
+            const WedgeLayer& above = layerOf(side_, trial.upward != 0 ? layer : layer - 1);
+            x1 = (above.bottomElev - y0_) / (slope - above.bottomSlope);
+        }
+        WedgePiece& piece = described.emplace_back();
+        piece.layer = layer;
+        piece.angle = angle / DegreesToRadians;
+        piece.x1 = x1;
+        piece.y1 = slope * x1 + y0_;
+        piece.x2 = x2;
+        piece.y2 = slope * x2 + y0_;
+        piece.length = lengths(number)[n];
+        piece.soil = WedgeWeight(side_, y0_, slope, x1, piece.y1, x2, layer);
+        piece.surcharge = WedgeSurchargeLoad(side_, x1, x2);
+        x2 = x1;
+    }
+    return described;
+}
+
 } // namespace korvane

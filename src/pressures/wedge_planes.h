@@ -2,11 +2,13 @@
 #pragma once
 
 #include "pressures/wedge_pieces.h"
+#include "state/pressure_details.h"
 #include "state/state.h"
 #include "state/wedge_side.h"
 
 #include <array>
 #include <cstddef>
+#include <vector>
 
 namespace korvane {
 
@@ -41,6 +43,9 @@ class SweepPlanes {
     /// Loads (LB) on a piece of the planes, counted from the wall and from 0, and its lengths (FT).
     const double* loads(int piece) const { return column(2 * piece); }
     const double* lengths(int piece) const { return column(2 * piece + 1); }
+    /// The pieces of a plane as they lie, from the ground to the wall, with what rests on each;
+    /// strengths and forces are left to the caller.
+    [[gnu::cold]] std::vector<WedgePiece> describePieces(std::size_t n) const;
 
   private:
     static constexpr std::size_t MaxColumns = 22; ///< load and length in each of 11 layers
@@ -53,6 +58,7 @@ class SweepPlanes {
     void continueKnownRow();
     void planUpTo(std::size_t end);
     bool cutGround(std::size_t n);
+    double groundOf(double slope) const;
     bool planThrough(double groundX, TrialPlane& plane) const;
     Reach reachAround(double groundX) const;
     std::size_t cutRun(std::size_t begin, std::size_t end);

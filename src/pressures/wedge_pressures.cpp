@@ -3,7 +3,9 @@
 #include "pressures/elevation_grid.h"
 #include "pressures/row_insertion.h"
 #include "pressures/wedge_forces.h"
+#include "pressures/wedge_record.h"
 #include "runtime/arithmetic.h"
+#include "state/pressure_details.h"
 #include "state/tolerances.h"
 
 #include <cmath>
@@ -42,15 +44,32 @@ void setSurfacePressures(State& state, int side, int level, int surfaceRow) {
 
     const double Fa = state.preparation.LayerFSActive(side, 1, level);
     const double pa = std::atan(divide(tangent, Fa));
-    const double Ka = slopeCoefficient(pa, w, b > 0 && b > pa ? pa : b, 1);
+    const double ba = b > 0 && b > pa ? pa : b;
+    const double Ka = slopeCoefficient(pa, w, ba, 1);
     state.pressures.ActivePressures(side, surfaceRow, 1) =
         MaxOf(0, Ka * q - divide(2 * cohesion, Fa) * squareRoot(Ka));
 
     const double Fp = state.preparation.LayerFSPassive(side, 1, level);
     const double pp = std::atan(divide(tangent, Fp));
-    const double Kp = slopeCoefficient(pp, w, b < 0 && b < pp ? pp : b, -1);
+    const double bp = b < 0 && b < pp ? pp : b;
+    const double Kp = slopeCoefficient(pp, w, bp, -1);
     state.pressures.PassivePressures(side, surfaceRow, 1) =
         divide(2 * cohesion, Fp) * squareRoot(Kp) + Kp * q;
+    if (state.details != nullptr) {
+        state.details->sides(side).wedge.surface = {.used = true,
+                                                    .load = q,
+                                                    .wallFriction =
+                                                        problem.SoilWallFriction(side, 1),
+                                                    .slope = b,
+                                                    .slopeActive = ba,
+                                                    .slopePassive = bp,
+                                                    .frictionActive = pa / DegreesToRadians,
+                                                    .frictionPassive = pp / DegreesToRadians,
+                                                    .cohesionActive = divide(cohesion, Fa),
+                                                    .cohesionPassive = divide(cohesion, Fp),
+                                                    .Ka = Ka,
+                                                    .Kp = Kp};
+    }
 }
 
 /// The pressure is the rate at which the force grows with depth: at each row the slope of the
@@ -91,6 +110,9 @@ void removeTension(State& state, int side, int surfaceRow) {
         clearSmall(c);
         if ((a > 0 && c < 0) || (a < 0 && c > 0)) {
             insertActiveZeroRow(state, side, i);
+            if (state.details != nullptr) {
+                recordInsertedRow(state, side, i + 1, surfaceRow);
+            }
             a = MaxOf(a, 0);
         } else if (a <= 0 && c <= 0) {
             a = 0;
@@ -99,18 +121,18 @@ void removeTension(State& state, int side, int surfaceRow) {
     }
 }
 
-/// Weight (PCF) of the soil of a layer in the interval that ends at elevation `y`, less the water's
+/// Weight of the soil of a layer in the interval that ends at elevation `y`, and the water's
 /// downward share. A row exactly where seepage ends is outside the seepage zone here.
-double intervalWeight(const State& state, int side, int level, int layer, double y) {
+IntervalWeight intervalWeight(const State& state, int side, int level, int layer, double y) {
     const Problem& problem = *state.problem;
     if (problem.WaterDataKind != WaterData::Elevations || !(y < problem.WaterElev(side))) {
-        return problem.SoilMoistWeight(side, layer);
+        return {problem.SoilMoistWeight(side, layer), 0};
     }
     const bool seeps = state.preparation.SeepageKind != Seepage::None &&
                        (side == Left || y < problem.SeepageElev) &&
                        y > state.preparation.SeepageEndElev(level);
     const double share = seeps ? 1 - (3 - 2 * side) * state.preparation.SeepageGradient(level) : 1;
-    return problem.SoilSatWeight(side, layer) - share * problem.WaterUnitWeight;
+    return {problem.SoilSatWeight(side, layer), share * problem.WaterUnitWeight};
 }
 
 /// Holds passive pressure at or above the vertical effective stress.
@@ -126,7 +148,11 @@ void raisePassive(State& state, int side, int level, int surfaceRow) {
         if (layer < problem.SoilLayerCount(side) && y < problem.SoilBottomElev(side, layer)) {
             ++layer;
         }
-        sv += (ElevGrid(i - 1) - y) * intervalWeight(state, side, level, layer, y);
+        const IntervalWeight weight = intervalWeight(state, side, level, layer, y);
+        sv += (ElevGrid(i - 1) - y) * (weight.soil - weight.water);
+        if (state.details != nullptr) {
+            recordFloor(state, side, surfaceRow, {i, layer, sv, weight});
+        }
         for (const int k : {1, 2}) {
             PassivePressures(side, i, k) = MaxOf(PassivePressures(side, i, k), sv);
         }
@@ -144,6 +170,9 @@ void ComputeWedgePressures(State& state, int side, int level) {
     auto& wedge = state.wedge;
 
     wedge.WedgeNoSolution(level, side) = 0;
+    if (state.details != nullptr) {
+        state.details->sides(side).clear();
+    }
     if (state.preparation.SideMethod(side) == PressureMethod::Sweep) {
         SweepSearchForces(state, side, level);
         for (int i = 1; i <= state.grid.NumElevs; ++i) {
@@ -165,8 +194,14 @@ void ComputeWedgePressures(State& state, int side, int level) {
                        surfaceRow);
     differentiateForce(state.grid, wedge.WedgePassiveForce, pressures.PassivePressures, side,
                        surfaceRow);
+    if (state.details != nullptr) {
+        recordForceRows(state, side, surfaceRow);
+    }
     removeTension(state, side, surfaceRow);
     raisePassive(state, side, level, surfaceRow);
+    if (state.details != nullptr) {
+        recordPressures(state, side, surfaceRow);
+    }
 }
 
 } // namespace korvane

@@ -4,10 +4,12 @@
 #include "pressures/wedge_planes.h"
 #include "pressures/wedge_strengths.h"
 #include "runtime/arithmetic.h"
+#include "state/pressure_details.h"
 
-#include <array>
 #include <cmath>
 #include <cstddef>
+#include <optional>
+#include <vector>
 
 namespace korvane {
 
@@ -33,6 +35,7 @@ struct RowExtremes {
     bool gain = false;             ///< the last plane's active force was the largest
     bool rising = false;           ///< the last plane's passive force was not the smallest
     bool passed = false;           ///< both extremes
+    std::size_t taken = 0;         ///< planes so far
 };
 
 /// The sweep of one side at one level; holds what stays the same from plane to plane.
@@ -41,21 +44,26 @@ class Sweep {
     Sweep(State& state, int side, int level)
         : state_(state), problem_(*state.problem), side_(side), level_(level),
           layerCount_(state.problem->SoilLayerCount(side)),
-          soils_(developedStrengths(state, side, level)), planes_(state, side, level) {}
+          soils_(developedStrengths(state, side, level)), planes_(state, side, level),
+          details_(state.details == nullptr ? nullptr : &state.details->sides(side).wedge) {}
 
     void run();
 
   private:
     using Column = PlaneColumn;
 
-    void sweepRow(int row);
+    RowExtremes sweepRow(int row);
     void enterRow(int row);
     void findForces(std::size_t begin, std::size_t end);
     void handOn(int piece, std::size_t begin, std::size_t end);
     void checkHandedOn(std::size_t n) const;
-    std::size_t takeForces(std::size_t plane, bool mayStopEarly, RowExtremes& extremes) const;
+    void takeForces(bool mayStopEarly, RowExtremes& extremes) const;
     void pushOnWall(const LayerStrength& soil, std::size_t begin, std::size_t end, Column& active,
                     Column& passive) const;
+    [[gnu::cold]] void recordRow(int row, const RowExtremes& extremes);
+    [[gnu::cold]] WedgePlane recordPlane(std::optional<std::size_t> extreme, bool active,
+                                         double depth);
+    [[gnu::cold]] bool lowerSoilGoverns(std::size_t n, bool active) const;
 
     State& state_;
     const Problem& problem_;
@@ -64,6 +72,7 @@ class Sweep {
     int layerCount_;
     Array<LayerStrength, 11> soils_;
     SweepPlanes planes_;
+    WedgeDetails* details_; ///< null where the planes are not asked for
 
     // Of the present row
     int layer_ = 1; ///< the layer at the row
@@ -72,7 +81,7 @@ class Sweep {
     WallDirection activeWall_;
     WallDirection passiveWall_;
 
-    // Of the present planes, LB
+    // Of the planes of the row, LB
     Column push_;          ///< active force of the outer wedges
     Column resistance_;    ///< passive force of the outer wedges
     Column passiveExists_; ///< 1, or 0 where an outer wedge resists nothing
@@ -198,16 +207,15 @@ void Sweep::findForces(std::size_t begin, std::size_t end) {
     }
 }
 
-/// Takes the forces of the planes from `plane` on that are worked out, until the row is done.
-/// Returns the plane behind the last one taken.
-std::size_t Sweep::takeForces(std::size_t plane, bool mayStopEarly, RowExtremes& extremes) const {
+/// Takes the forces of the planes that are worked out, until the row is done.
+void Sweep::takeForces(bool mayStopEarly, RowExtremes& extremes) const {
     RowExtremes row = extremes;
-    for (; plane < planes_.end() && !row.passed; ++plane) {
-        if (!std::isfinite(push_[plane])) {
-            checkHandedOn(plane);
+    for (; row.taken < planes_.end() && !row.passed; ++row.taken) {
+        if (!std::isfinite(push_[row.taken])) {
+            checkHandedOn(row.taken);
         }
-        const double P = active_[plane];
-        const double Q = passive_[plane];
+        const double P = active_[row.taken];
+        const double Q = passive_[row.taken];
         row.gain = P > row.active;
         row.active = MaxOf(row.active, P);
         if (Q >= LeastPassiveForce) {
@@ -219,16 +227,14 @@ std::size_t Sweep::takeForces(std::size_t plane, bool mayStopEarly, RowExtremes&
         row.passed = !row.gain && row.rising && mayStopEarly;
     }
     extremes = row;
-    return plane;
 }
 
 /// Tries the planes of one row and keeps the largest active and the smallest passive force.
-void Sweep::sweepRow(int row) {
+RowExtremes Sweep::sweepRow(int row) {
     const bool mayStopEarly = state_.preparation.NumSurchargesOnSide(side_) == 0;
     RowExtremes extremes;
-    std::size_t plane = 0;
     while (!extremes.passed && planes_.next(mayStopEarly ? PlanesAtOnce : MaxSweepPlanes)) {
-        for (std::size_t begin = plane; begin < planes_.end();) {
+        for (std::size_t begin = extremes.taken; begin < planes_.end();) {
             std::size_t end = begin + 1;
             while (end < planes_.end() && planes_.plane(end) == planes_.plane(begin)) {
                 ++end;
@@ -236,14 +242,14 @@ void Sweep::sweepRow(int row) {
             findForces(begin, end);
             begin = end;
         }
-        plane = takeForces(plane, mayStopEarly, extremes);
+        takeForces(mayStopEarly, extremes);
     }
     planes_.leaveRow();
     state_.wedge.WedgeActiveForce(row, side_) = finite(extremes.active * activeWall_.cos);
     state_.wedge.WedgePassiveForce(row, side_) = finite(extremes.passive * passiveWall_.cos);
 
     if (extremes.passed || row == state_.grid.NumElevs) {
-        return;
+        return extremes;
     }
     if (extremes.gain) {
         state_.pressures.ActiveMark(side_, row) = true;
@@ -253,13 +259,88 @@ void Sweep::sweepRow(int row) {
         state_.pressures.PassiveMark(side_, row) = true;
         state_.wedge.WedgeNoSolution(level_, side_) = 1;
     }
+    return extremes;
+}
+
+/// True where a plane along a boundary takes the soil below it.
+bool Sweep::lowerSoilGoverns(std::size_t n, bool active) const {
+    const TrialPlane& plane = planes_.plane(n);
+    if (plane.alongBoundary == 0) {
+        return false;
+    }
+    Column activeAbove;
+    Column passiveAbove;
+    pushOnWall(soils_(plane.layer), n, n + 1, activeAbove, passiveAbove);
+    return active ? active_[n] > activeAbove[n] : passive_[n] < passiveAbove[n];
+}
+
+/// Describes the plane of an extreme, if there is one, and the forces of its pieces.
+WedgePlane Sweep::recordPlane(std::optional<std::size_t> extreme, bool active, double depth) {
+    const WallTerms& wall = active ? activeTerms_ : passiveTerms_;
+    WedgePlane plane;
+    plane.wallFriction = divide(wall.friction, depth) / DegreesToRadians;
+    plane.wallAdhesion = wall.adhesion;
+    plane.firstPiece = static_cast<int>(details_->pieces.size());
+    if (!extreme) {
+        return plane;
+    }
+    const std::size_t n = *extreme;
+    const double force = active ? active_[n] * activeWall_.cos : passive_[n] * passiveWall_.cos;
+    std::vector<WedgePiece> pieces = planes_.describePieces(n);
+    pieces.back().layer += lowerSoilGoverns(n, active) ? 1 : 0;
+    plane.found = true;
+    plane.angle = pieces.back().angle;
+    plane.force = force;
+    plane.pieceCount = static_cast<int>(pieces.size());
+    for (int number = plane.pieceCount - 1; WedgePiece & piece : pieces) {
+        const LayerStrength& soil = soils_(piece.layer);
+        const DevelopedStrength& strength = active ? soil.active : soil.passive;
+        piece.cohesion = piece.length * strength.cohesion;
+        piece.friction = strength.friction;
+        piece.force = force;
+        if (number > 0) {
+            push_[n] = resistance_[n] = 0;
+            handOn(number, n, n + 1);
+            piece.force = active ? push_[n] : resistance_[n];
+            plane.outerForce += piece.force;
+        }
+        --number;
+    }
+    details_->pieces.insert(details_->pieces.end(), pieces.begin(), pieces.end());
+    return plane;
+}
+
+/// Describes the planes of the row's extremes. Of planes with the same force the search keeps the
+/// first one active and the last one passive.
+void Sweep::recordRow(int row, const RowExtremes& extremes) {
+    std::optional<std::size_t> active;
+    std::optional<std::size_t> passive;
+    for (std::size_t n = 0; n < extremes.taken; ++n) {
+        if (!active && active_[n] > NoActiveForce && active_[n] == extremes.active) {
+            active = n;
+        }
+        if (extremes.found && passive_[n] == extremes.passive) {
+            passive = n;
+        }
+    }
+    const double elev = state_.grid.ElevGrid(row);
+    const double depth = problem_.SurfaceElev(side_, 1) - elev;
+    details_->rows.push_back({.elev = elev,
+                              .layer = layer_,
+                              .active = recordPlane(active, true, depth),
+                              .passive = recordPlane(passive, false, depth),
+                              .activeMarked = state_.pressures.ActiveMark(side_, row),
+                              .passiveMarked = state_.pressures.PassiveMark(side_, row)});
 }
 
 void Sweep::run() {
     const int surfaceRow = lastRowAt(state_.grid, problem_.SurfaceElev(side_, 1));
     for (int row = surfaceRow + 1; row <= state_.grid.NumElevs; ++row) {
         enterRow(row);
-        sweepRow(row);
+        const RowExtremes extremes = sweepRow(row);
+        if (details_ != nullptr) {
+            recordRow(row, extremes);
+        }
     }
 }
 

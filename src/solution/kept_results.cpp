@@ -44,6 +44,16 @@ void keepRows(const ResultDiagrams& results, ResultDiagrams& kept) {
     kept.PressureRange = results.PressureRange;
 }
 
+/// What the pressures tell of themselves, or nothing; memory is used again.
+void keepDetails(const PressureDetails* details, PressureDetails& kept) {
+    if (details != nullptr) {
+        kept.sides = details->sides;
+        kept.kept = true;
+    } else if (kept.kept) {
+        kept = {};
+    }
+}
+
 SolutionMethod methodOf(const Problem& problem, int level) {
     return problem.WallType == WallKind::Cantilever ? SolutionMethod::Cantilever
            : level == 1                             ? SolutionMethod::FreeEarth
@@ -111,6 +121,7 @@ void keepReview(const State& state, Review& review) {
     if (review.hasPressures) {
         keepDiagrams(state, review.diagrams);
     }
+    keepDetails(review.hasPressures ? state.details : nullptr, review.details);
 }
 
 void keepLevel(const State& state, int level, Results& results) {
@@ -144,6 +155,7 @@ void keepLevel(const State& state, int level, Results& results) {
         result.WedgeNoSolution(side) = state.wedge.WedgeNoSolution(level, side);
     }
     keepLayers(state, level, result);
+    keepDetails(state.details, result.details);
     results.levelCount = level;
     results.wedgeWarning = anyMarked(state);
 }

@@ -19,6 +19,7 @@ struct Workspace::Contents {
     Options options;
     Results results;
     MomentReduction reduction;
+    PressureDetails details; ///< of the pressures that stand in the state, where asked for
 };
 
 Workspace::Workspace() : contents_(std::make_unique<Contents>()) {}
@@ -103,6 +104,7 @@ Reached<Review> reviewWall(const Problem& problem, const Options& options, Works
     State& state = contents.state;
     Results& results = contents.results;
     state.problem = &problem;
+    state.details = options.keepDetails ? &contents.details : nullptr;
     state.failure = {};
     state.stage = {};
     state.preparation.SeepageKind = problem.SeepageKind;

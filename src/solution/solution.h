@@ -22,11 +22,13 @@ namespace korvane {
 
 enum class WedgeMethod { Sweep, FixedSurface };
 
-/// What is asked of a person.
+/// What is asked of a person, and what is to be kept beyond the results.
 struct Options {
     /// For all sides that need a wedge; without it such a wall ends with WedgeMethodMissing.
     std::optional<WedgeMethod> wedge;
     FactorLimit factorLimit; ///< of an analysis
+    /// Review and levels tell how their pressures came about; without it nothing is recorded.
+    bool keepDetails = false;
 };
 
 /// A value that a step has reached, or why it has not.

@@ -1,6 +1,7 @@
 // What a solution hands over: values that nobody changes afterwards.
 #pragma once
 
+#include "state/pressure_details.h"
 #include "state/state.h"
 
 #include <string>
@@ -27,6 +28,9 @@ struct Review {
     Seepage SeepageKind = Seepage::None;
     double SeepageGradient = 0;      ///< FT/FT, of the first pass
     double SeepageGradientLimit = 0; ///< FT/FT, 0 without seepage
+    PressureDetails details;         ///< where asked for, as the pressures of `diagrams`
+
+    Review() {} // NOLINT(modernize-use-equals-default): a defaulted one would clear it all twice
 };
 
 enum class SolutionMethod { Cantilever, FreeEarth, FixedEarth };
@@ -53,6 +57,11 @@ struct LevelResult {
     PressureDiagrams solved;
     Array<int, 2> WedgeNoSolution;       ///< (side) 1 where a row was marked
     Array<DevelopedLayer, 2, 11> layers; ///< (side, layer)
+    /// Where asked for. Both levels of an anchored design rest on the same pressures, unless
+    /// seepage follows the bottom.
+    PressureDetails details;
+
+    LevelResult() {} // NOLINT(modernize-use-equals-default): likewise
 };
 
 /// All that a wall was solved to.

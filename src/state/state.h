@@ -171,6 +171,7 @@ struct ResultDiagrams {
 };
 
 struct KeptWork;
+struct PressureDetails;
 
 /// The working values of one solution. It copies as plain memory. Two states with kept work of
 /// their own never touch each other.
@@ -179,6 +180,8 @@ struct State {
 
     const Problem* problem; ///< never written
     KeptWork* kept;         ///< stays from solution to solution
+    /// Where the pressures of each side are to tell how they came about; null: nowhere.
+    PressureDetails* details = nullptr;
     /// Rows of the diagrams that may hold values since the preparation; all beyond are zero.
     int TouchedRows = 301;
     ElevationGrid grid;

@@ -152,7 +152,7 @@ double FreeBodies::sweepForce(const std::vector<PlanePiece>& pieces, double angl
     return 0;
 }
 
-FreeBodies::Row FreeBodies::sweep(double y0, bool lastRow) const {
+double FreeBodies::flattestPlane(double y0) const {
     double flattest = 1e9;
     const int count = problem_.SurfacePointCount(side_);
     for (int p = 1; p <= count; ++p) {
@@ -164,8 +164,16 @@ FreeBodies::Row FreeBodies::sweep(double y0, bool lastRow) const {
     const double farEnd = problem_.SurfaceDist(side_, count) + 200000;
     flattest = std::min(flattest, (problem_.SurfaceElev(side_, count) - y0) / farEnd);
     flattest = std::min(flattest, (0 - y0) / (farEnd + 200000));
-    const double top = std::numbers::pi / 2 - std::atan(flattest) - 2 * Degree;
+    return std::numbers::pi / 2 - std::atan(flattest) - 2 * Degree;
+}
 
+double FreeBodies::onPlane(double y0, double angle, int s) const {
+    return sweepForce(straightPieces(y0, 1 / std::tan(angle)), angle, y0, s) *
+           std::cos(wall(y0, s).friction);
+}
+
+FreeBodies::Row FreeBodies::sweep(double y0, bool lastRow) const {
+    const double top = flattestPlane(y0);
     const bool surcharged = bench_.state->preparation.NumSurchargesOnSide(side_) != 0;
     Row row{-100000, 0, false, false, 0};
     bool gain = false;

@@ -32,6 +32,12 @@ class FreeBodies {
     };
     Row sweep(double y0, bool lastRow) const;
 
+    /// Horizontal force of the straight plane at `angle` (radians from the vertical), s = +1
+    /// active, -1 passive; far below zero (active) or 0 (passive) where it has none.
+    double onPlane(double y0, double angle, int s) const;
+    /// The flattest plane of a row, radians from the vertical.
+    double flattestPlane(double y0) const;
+
     /// Force on the wall from the surface to `y` by planes of fixed angle; s = +1 active, -1
     /// passive.
     double fixed(double y, int s) const;
