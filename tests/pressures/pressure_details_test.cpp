@@ -215,6 +215,41 @@ TEST(SweepDetails, FollowRankine) {
     }
 }
 
+// A boundary from the row at -10 that reaches the ground where the plane at 45 degrees (the 12th)
+// does: the piece bears the load of the upper soil, W / tan(45 + phi) by the weaker of both.
+TEST(SweepDetails, AlongABoundaryNameTheWeakerSoil) {
+    struct Soils {
+        double upper, lower, weaker; // degrees of friction
+        int layer;                   // of the weaker one
+    };
+    for (const auto& [upper, lower, weaker, layer] : {Soils{44, 2, 2, 2}, Soils{0.5, 44, 0.5, 1}}) {
+        SCOPED_TRACE(upper);
+        RecordedWall wall;
+        double angle = 23 * 0.0174532925199433;
+        for (int step = 0; step < 11; ++step) {
+            angle += 0.0349065850398866;
+        }
+        const double k = std::cos(angle) / std::sin(angle);
+        const double xg = 10 / k;
+        wall.setLayers(Right, {{-10, k}});
+        wall.problem.SoilFriction(Right, 1) = upper;
+        wall.problem.SoilFriction(Right, 2) = lower;
+        wall.buildGround();
+        wall.state->regions.Layer.X(Right, 2, 2) = xg; // exactly, rounding set aside
+        wall.press(PressureMethod::Sweep);
+
+        const WedgePlane& plane = wall.planesAt(-10).active;
+        ASSERT_TRUE(plane.found);
+        EXPECT_NEAR(plane.angle, 45, 1e-9);
+        EXPECT_NEAR(plane.force, 120 * 10 * xg / 2 / std::tan(angle + weaker * Degree), 1e-6);
+        ASSERT_EQ(plane.pieceCount, 1);
+        const WedgePiece& piece = wall.wallPiece(plane);
+        EXPECT_EQ(piece.layer, layer);
+        EXPECT_NEAR(piece.friction, std::tan(weaker * Degree), 1e-12);
+        EXPECT_NEAR(piece.soil, 120 * 10 * xg / 2, 1e-6);
+    }
+}
+
 // The same soil without cohesion and load: planes at exactly 45 -/+ phi / 2, forces at the middle
 // of rows.
 TEST(FixedSurfaceDetails, FollowRankine) {
