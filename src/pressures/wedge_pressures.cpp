@@ -26,6 +26,40 @@ double slopeCoefficient(double p, double w, double e, double s) {
     return square(divide(std::cos(p), 1 + s * r)) / std::cos(w);
 }
 
+/// Slope of the first stretch of ground as the coefficients take it: the arctangent of the rise,
+/// divided by the distance afterward (deliberate).
+double toldSlope(const State& state, int side) {
+    const double rise = state.regions.WedgeSurfaceY(side, 2) - state.regions.WedgeSurfaceY(side, 1);
+    return divide(std::atan(rise), state.regions.WedgeSurfaceX(side, 2));
+}
+
+/// Its true angle (radians), within the developed friction `p` up and down.
+double trueSlope(const State& state, int side, double p) {
+    const double rise = state.regions.WedgeSurfaceY(side, 2) - state.regions.WedgeSurfaceY(side, 1);
+    const double b = std::atan(divide(rise, state.regions.WedgeSurfaceX(side, 2)));
+    return MaxOf(-p, MinOf(b, p));
+}
+
+double activeSlope(const State& state, int side, double pa) {
+    if (state.amendments.surfaceSlope) {
+        return trueSlope(state, side, pa);
+    }
+    const double b = toldSlope(state, side);
+    return b > 0 && b > pa ? pa : b;
+}
+
+/// Falling ground takes the friction angle itself: deliberate.
+double passiveSlope(const State& state, int side, double pp) {
+    if (state.amendments.surfaceSlope) {
+        return trueSlope(state, side, pp);
+    }
+    const double b = toldSlope(state, side);
+    if (state.amendments.surfaceLimit) {
+        return MaxOf(b, -pp);
+    }
+    return b < 0 && b < pp ? pp : b;
+}
+
 /// Pressures just below the surface from cohesion and the uniform load, by Coulomb's coefficients
 /// of the first layer for the slope of the first stretch of ground.
 void setSurfacePressures(State& state, int side, int level, int surfaceRow) {
@@ -37,21 +71,16 @@ void setSurfacePressures(State& state, int side, int level, int surfaceRow) {
     const double q = uniformLoad(problem, side);
     const double tangent = std::tan(problem.SoilFriction(side, 1) * DegreesToRadians);
     const double w = problem.SoilWallFriction(side, 1) * DegreesToRadians;
-    // The arctangent of the rise, divided by the distance afterward: deliberate.
-    const double b = divide(
-        std::atan(state.regions.WedgeSurfaceY(side, 2) - state.regions.WedgeSurfaceY(side, 1)),
-        state.regions.WedgeSurfaceX(side, 2));
-
     const double Fa = state.preparation.LayerFSActive(side, 1, level);
     const double pa = std::atan(divide(tangent, Fa));
-    const double ba = b > 0 && b > pa ? pa : b;
+    const double ba = activeSlope(state, side, pa);
     const double Ka = slopeCoefficient(pa, w, ba, 1);
     state.pressures.ActivePressures(side, surfaceRow, 1) =
         MaxOf(0, Ka * q - divide(2 * cohesion, Fa) * squareRoot(Ka));
 
     const double Fp = state.preparation.LayerFSPassive(side, 1, level);
     const double pp = std::atan(divide(tangent, Fp));
-    const double bp = b < 0 && b < pp ? pp : b;
+    const double bp = passiveSlope(state, side, pp);
     const double Kp = slopeCoefficient(pp, w, bp, -1);
     state.pressures.PassivePressures(side, surfaceRow, 1) =
         divide(2 * cohesion, Fp) * squareRoot(Kp) + Kp * q;
@@ -60,7 +89,7 @@ void setSurfacePressures(State& state, int side, int level, int surfaceRow) {
                                                     .load = q,
                                                     .wallFriction =
                                                         problem.SoilWallFriction(side, 1),
-                                                    .slope = b,
+                                                    .slope = toldSlope(state, side),
                                                     .slopeActive = ba,
                                                     .slopePassive = bp,
                                                     .frictionActive = pa / DegreesToRadians,

@@ -44,6 +44,7 @@ class Sweep {
     Sweep(State& state, int side, int level)
         : state_(state), problem_(*state.problem), side_(side), level_(level),
           layerCount_(state.problem->SoilLayerCount(side)),
+          noForcePastHorizontal_(state.amendments.planesPastHorizontal),
           soils_(developedStrengths(state, side, level)), planes_(state, side, level),
           details_(state.details == nullptr ? nullptr : &state.details->sides(side).wedge) {}
 
@@ -58,6 +59,9 @@ class Sweep {
     void handOn(int piece, std::size_t begin, std::size_t end);
     void checkHandedOn(std::size_t n) const;
     void takeForces(bool mayStopEarly, RowExtremes& extremes) const;
+    void dropPastHorizontal(const DevelopedStrength& soil, std::size_t begin, std::size_t end,
+                            Column& active) const;
+    void dropOuterPastHorizontal(const TrialPlane& plane, std::size_t begin, std::size_t end);
     void pushOnWall(const LayerStrength& soil, std::size_t begin, std::size_t end, Column& active,
                     Column& passive) const;
     [[gnu::cold]] void recordRow(int row, const RowExtremes& extremes);
@@ -70,6 +74,7 @@ class Sweep {
     int side_;
     int level_;
     int layerCount_;
+    bool noForcePastHorizontal_; ///< an amendment
     Array<LayerStrength, 11> soils_;
     SweepPlanes planes_;
     WedgeDetails* details_; ///< null where the planes are not asked for
@@ -147,6 +152,32 @@ void Sweep::checkHandedOn(std::size_t n) const {
     }
 }
 
+/// Takes the force off planes whose angle, friction and wall friction reach 180 degrees.
+void Sweep::dropPastHorizontal(const DevelopedStrength& soil, std::size_t begin, std::size_t end,
+                               Column& active) const {
+    const double t = soil.friction;
+    for (std::size_t n = begin; n < end; ++n) {
+        const double sin = planes_.sin()[n];
+        const double cos = planes_.cos()[n];
+        if ((sin * t - cos) * activeWall_.sin - activeWall_.cos * (cos * t + sin) >= 0) {
+            active[n] = NoActiveForce;
+        }
+    }
+}
+
+/// The same for planes with an outer piece whose angle and friction do.
+void Sweep::dropOuterPastHorizontal(const TrialPlane& plane, std::size_t begin, std::size_t end) {
+    for (int piece = plane.pieceCount - 1; piece > 0; --piece) {
+        const double t = soils_(plane.layerOfPiece(piece)).active.friction;
+        for (std::size_t n = begin; n < end; ++n) {
+            if (planes_.cos()[n] * t + planes_.sin()[n] <= 0) {
+                active_[n] = NoActiveForce;
+                push_[n] = 0; // what it handed on counts no more
+            }
+        }
+    }
+}
+
 /// Forces of the wedges at the wall, with what the outer wedges put on them.
 void Sweep::pushOnWall(const LayerStrength& soil, std::size_t begin, std::size_t end,
                        Column& active, Column& passive) const {
@@ -163,6 +194,9 @@ void Sweep::pushOnWall(const LayerStrength& soil, std::size_t begin, std::size_t
         const double force =
             ((loads[n] - cos[n] * C - activeTerms_.adhesion) * B - (push_[n] - C * sin[n]) * A) / D;
         active[n] = D == 0 ? NoActiveForce : force;
+    }
+    if (noForcePastHorizontal_) {
+        dropPastHorizontal(soil.active, begin, end, active);
     }
     for (std::size_t n = begin; n < end; ++n) {
         const double t = soil.passive.friction;
@@ -194,6 +228,9 @@ void Sweep::findForces(std::size_t begin, std::size_t end) {
             active_[n] = active_[n] < 0 ? NoActiveForce : active_[n];
             const double passive = passive_[n] > resistance_[n] ? passive_[n] : 0;
             passive_[n] = passiveExists_[n] != 0 ? passive : 0;
+        }
+        if (noForcePastHorizontal_) {
+            dropOuterPastHorizontal(plane, begin, end);
         }
     } else if (plane.alongBoundary != 0) {
         // Along a boundary the weaker of both soils governs; the load is that of the upper one.

@@ -75,8 +75,10 @@ void takeWedgeMethod(State& state, const Options& options) {
             fail(state, {.code = FailureCode::WedgeMethodMissing, .side = side});
             return;
         }
-        method = *options.wedge == WedgeMethod::Sweep ? PressureMethod::Sweep
-                                                      : PressureMethod::FixedSurface;
+        const bool sweep =
+            options.amendments.methodSweep ||
+            (*options.wedge == WedgeMethod::Sweep && !options.amendments.methodFixed);
+        method = sweep ? PressureMethod::Sweep : PressureMethod::FixedSurface;
     }
 }
 
@@ -105,6 +107,7 @@ Reached<Review> reviewWall(const Problem& problem, const Options& options, Works
     Results& results = contents.results;
     state.problem = &problem;
     state.details = options.keepDetails ? &contents.details : nullptr;
+    state.amendments = options.amendments;
     state.failure = {};
     state.stage = {};
     state.preparation.SeepageKind = problem.SeepageKind;

@@ -5,6 +5,7 @@
 
 #include "problem/problem.h"
 #include "runtime/array.h"
+#include "state/amendments.h"
 #include "state/failure.h"
 
 #include <algorithm>
@@ -182,6 +183,7 @@ struct State {
     KeptWork* kept;         ///< stays from solution to solution
     /// Where the pressures of each side are to tell how they came about; null: nowhere.
     PressureDetails* details = nullptr;
+    Amendments amendments;  ///< of the present solution
     /// Rows of the diagrams that may hold values since the preparation; all beyond are zero.
     int TouchedRows = 301;
     ElevationGrid grid;

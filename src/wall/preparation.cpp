@@ -15,6 +15,43 @@ namespace {
 constexpr double LargestGradient = 0.9999; ///< FT/FT
 constexpr double ExposedHeights = 10;      ///< layers must not cross within so many of them
 
+/// True where neither adhesion nor a sloping layer asks for a wedge.
+bool soilTakesCoefficients(const Problem& problem, int side) {
+    if (problem.SoilDataKind(side) == SoilData::Strengths) {
+        const int layers = problem.SoilLayerCount(side);
+        for (int layer = 1; layer <= layers; ++layer) {
+            const bool slopes = layer < layers && problem.SoilBottomSlope(side, layer) != 0;
+            if (problem.SoilAdhesion(side, layer) > 0 || slopes) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+bool isLevel(const Problem& problem, int side) {
+    for (int point = 2; point <= problem.SurfacePointCount(side); ++point) {
+        if (problem.SurfaceElev(side, point) != problem.SurfaceElev(side, 1)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+PressureMethod sideMethod(const Problem& problem, int side) {
+    const bool takesCoefficients =
+        problem.SurfacePointCount(side) <= 1 && soilTakesCoefficients(problem, side);
+    return takesCoefficients ? PressureMethod::Coefficients : PressureMethod::Wedge;
+}
+
+bool coefficientsCanFollow(const Problem& problem, int side) {
+    return isLevel(problem, side) && soilTakesCoefficients(problem, side);
+}
+
+namespace {
+
 /// Equal input gives equal results, whatever was solved before. Polygons are cleared by their
 /// counts.
 void clearWorkingValues(State& state) {
@@ -44,21 +81,17 @@ void clearWorkingValues(State& state) {
     state.TouchedRows = 0;
 }
 
-/// Coefficients, or a wedge where only that can follow the ground, adhesion or sloping layers.
-PressureMethod sideMethod(const Problem& problem, int side) {
-    if (problem.SurfacePointCount(side) > 1) {
-        return PressureMethod::Wedge;
+/// The method of a side in a second opinion, where another one can be used.
+PressureMethod amendedMethod(const State& state, int side) {
+    const Problem& problem = *state.problem;
+    const Amendments& amendments = state.amendments;
+    const PressureMethod told = sideMethod(problem, side);
+    if (amendments.methodCoefficients && coefficientsCanFollow(problem, side)) {
+        return PressureMethod::Coefficients;
     }
-    if (problem.SoilDataKind(side) == SoilData::Strengths) {
-        const int layers = problem.SoilLayerCount(side);
-        for (int layer = 1; layer <= layers; ++layer) {
-            const bool slopes = layer < layers && problem.SoilBottomSlope(side, layer) != 0;
-            if (problem.SoilAdhesion(side, layer) > 0 || slopes) {
-                return PressureMethod::Wedge;
-            }
-        }
-    }
-    return PressureMethod::Coefficients;
+    const bool wedge = amendments.methodSweep || amendments.methodFixed;
+    return wedge && problem.SoilDataKind(side) == SoilData::Strengths ? PressureMethod::Wedge
+                                                                      : told;
 }
 
 /// A layer that ends at or above the ground of its side at the wall.
@@ -217,7 +250,7 @@ void PrepareSolution(State& state) {
     state.preparation.SeepageKind = problem.SeepageKind;
     state.preparation.SeepageGradient = problem.SeepageGradient;
     for (const int side : {Right, Left}) {
-        state.preparation.SideMethod(side) = sideMethod(problem, side);
+        state.preparation.SideMethod(side) = amendedMethod(state, side);
     }
     if (refuseSoilData(state)) {
         return;

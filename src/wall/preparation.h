@@ -5,6 +5,13 @@
 
 namespace korvane {
 
+/// Coefficients, or a wedge where only that can follow the ground, adhesion or sloping layers.
+PressureMethod sideMethod(const Problem& problem, int side);
+
+/// True where coefficients could follow a side, whatever number of points its ground has: level
+/// ground, no adhesion, no sloping layer.
+bool coefficientsCanFollow(const Problem& problem, int side);
+
 /// Method of each side, seepage values, gradient limit, wedge regions, grid, water pressures and in
 /// a design the factors of each layer. Starts from zeroed pressures, marks and no-solution flags.
 /// Three refusals are failures.
