@@ -1,0 +1,257 @@
+// Rules on cohesion: clay in front of the wall, clay behind it, heave of the bottom.
+#include "notes/second_opinion.h"
+#include "runtime/arithmetic.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+/// Net resistance of clay in front as a share of the load on it, below which it is small: 5 % of
+/// the cohesion are then 15 % of the resistance.
+constexpr double SmallNet = 0.5;
+constexpr double LessCohesion = 0.95;
+constexpr double BearingFactor = 5.14; ///< of a long strip on clay (Prandtl 1920)
+constexpr double HeaveFactor = 1.5;
+constexpr double NoPressureHeight = 1.0; ///< FT; less makes no crack
+constexpr double MinimumFluid = 30;      ///< PCF, least equivalent fluid behind a wall
+constexpr double FreshWater = 62.4;      ///< PCF
+constexpr int LoadPoints = 11;           ///< of a horizontal distributed load
+
+double waterHead(const Problem& problem, int side, double elev) {
+    return problem.WaterDataKind == WaterData::Elevations
+               ? MaxOf(0, problem.WaterElev(side) - elev) * problem.WaterUnitWeight
+               : 0;
+}
+
+/// PSF: 2 ca + 2 cp, and what loads the clay in front: effective overburden and net water.
+struct ClayInFront {
+    double cohesion;
+    double load;
+    double net() const { return cohesion - load; }
+};
+
+/// Nothing unless clay stands on both sides below the ground in front.
+std::optional<ClayInFront> clayInFront(const Wall& wall) {
+    const Problem& problem = wall.problem;
+    const double dredge = problem.SurfaceElev(Left, 1);
+    const int behind = layerBelow(problem, Right, dredge);
+    if (dredge >= problem.SurfaceElev(Right, 1) || !isClay(problem, Left, 1) ||
+        !isClay(problem, Right, behind)) {
+        return std::nullopt;
+    }
+    const auto right = layerFactors(wall, Right, behind);
+    const auto left = layerFactors(wall, Left, 1);
+    if (!right || !left) {
+        return std::nullopt;
+    }
+    const double leftLoad = problem.VUniformCount(Left) != 0 ? problem.VUniformLoad(Left) : 0;
+    return ClayInFront{divide(2 * problem.SoilCohesion(Right, behind), right->active) +
+                           divide(2 * problem.SoilCohesion(Left, 1), left->passive),
+                       overburden(problem, Right, dredge, true) - leftLoad +
+                           waterHead(problem, Right, dredge) - waterHead(problem, Left, dredge)};
+}
+
+Problem withLessCohesion(Problem problem) {
+    for (const int side : {Right, Left}) {
+        for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+            if (isClay(problem, side, layer)) {
+                problem.SoilCohesion(side, layer) *= LessCohesion;
+            }
+        }
+    }
+    return problem;
+}
+
+void lookAtClayInFront(const Wall& wall, NoteSink& notes) {
+    const auto clay = clayInFront(wall);
+    if (!clay || clay->load <= 0 || clay->net() >= SmallNet * clay->load) {
+        return;
+    }
+    Note note{.side = Left,
+              .layer = 1,
+              .elev = wall.problem.SurfaceElev(Left, 1),
+              .quantity = Quantity::Stress,
+              .value = clay->net(),
+              .limit = SmallNet * clay->load,
+              .text = "In clay the net resistance in front is 2 ca + 2 cp - q = " +
+                      wall.say(Quantity::Stress, clay->cohesion) + " - " +
+                      wall.say(Quantity::Stress, clay->load) + " = " +
+                      wall.say(Quantity::Stress, clay->net())};
+    if (clay->net() <= 0) {
+        note.text += ": no depth holds the wall.";
+    } else {
+        note.second = solveAgain(wall, withLessCohesion(wall.problem));
+        const int level = compare(wall, *note.second).level;
+        note.text += ". With 5 percent less cohesion the wall has " +
+                     outcomeText(wall, *note.second, level) + ".";
+    }
+    notes.add(std::move(note));
+}
+
+void lookForHeave(const Wall& wall, NoteSink& notes) {
+    const Problem& problem = wall.problem;
+    const double dredge = problem.SurfaceElev(Left, 1);
+    if (!isClay(problem, Left, 1) || dredge >= problem.SurfaceElev(Right, 1)) {
+        return;
+    }
+    const double inFront = (problem.VUniformCount(Left) != 0 ? problem.VUniformLoad(Left) : 0) +
+                           waterHead(problem, Left, dredge);
+    const double load = overburden(problem, Right, dredge, false) +
+                        MaxOf(0, waterHead(problem, Right, problem.SurfaceElev(Right, 1))) -
+                        inFront;
+    if (load <= 0) {
+        return;
+    }
+    const double factor = BearingFactor * problem.SoilCohesion(Left, 1) / load;
+    if (factor < HeaveFactor) {
+        notes.add({.side = Left,
+                   .layer = 1,
+                   .elev = dredge,
+                   .value = factor,
+                   .limit = HeaveFactor,
+                   .text = "The clay in front may heave: 5.14 c over the load of " +
+                           wall.say(Quantity::Stress, load) + " behind is " +
+                           wall.say(Quantity::Number, factor) +
+                           ", which no penetration improves in this method."});
+    }
+}
+
+/// FT elevations of a stretch of wall.
+struct Zone {
+    double top = 0;
+    double bottom = 0;
+    double height() const { return top - bottom; }
+};
+
+bool hasCohesion(const Problem& problem, double top) {
+    const int layer = layerBelow(problem, Right, top);
+    return problem.SoilDataKind(Right) == SoilData::Strengths &&
+           problem.SoilCohesion(Right, layer) > 0;
+}
+
+/// The highest stretch behind the wall, above the ground in front, in which cohesion leaves no
+/// active pressure.
+Zone zoneWithoutPressure(const Wall& wall) {
+    const Problem& problem = wall.problem;
+    const PressureDiagrams& diagrams = wall.results().levels(1).solved;
+    const auto& active = diagrams.pressures.ActivePressures;
+    const double dredge = dredgeLine(problem);
+    Zone zone;
+    bool open = false;
+    for (int i = 1; i < diagrams.grid.NumElevs; ++i) {
+        const double top = diagrams.grid.ElevGrid(i);
+        if (top <= dredge) {
+            break;
+        }
+        const bool none = top <= problem.SurfaceElev(Right, 1) && active(Right, i, 1) <= 0 &&
+                          active(Right, i + 1, 2) <= 0 && hasCohesion(problem, top);
+        if (none) {
+            zone.top = open ? zone.top : top;
+            zone.bottom = MaxOf(diagrams.grid.ElevGrid(i + 1), dredge);
+            open = true;
+        } else if (open) {
+            break;
+        }
+    }
+    return zone;
+}
+
+/// Active pressure (PSF) at an elevation, by straight lines between the rows.
+double activeAt(const PressureDiagrams& diagrams, double elev) {
+    const auto& grid = diagrams.grid.ElevGrid;
+    const auto& active = diagrams.pressures.ActivePressures;
+    for (int i = 1; i < diagrams.grid.NumElevs; ++i) {
+        if (grid(i + 1) <= elev && elev <= grid(i)) {
+            const double share = (grid(i) - elev) / (grid(i) - grid(i + 1));
+            return active(Right, i, 1) + share * (active(Right, i + 1, 2) - active(Right, i, 1));
+        }
+    }
+    return 0;
+}
+
+/// Water that fills the zone like a crack, down to the water level.
+std::optional<Problem> withCrack(const Problem& told, const Zone& zone) {
+    const bool levels = told.WaterDataKind == WaterData::Elevations;
+    const double bottom = levels ? MaxOf(zone.bottom, told.WaterElev(Right)) : zone.bottom;
+    if (told.HDistCount != 0 || zone.top - bottom < NoPressureHeight) {
+        return std::nullopt;
+    }
+    Problem problem = told;
+    problem.HDistCount = 2;
+    problem.HDistElev(1) = zone.top;
+    problem.HDistElev(2) = bottom;
+    problem.HDistLoad(1) = 0;
+    problem.HDistLoad(2) = (zone.top - bottom) * (levels ? told.WaterUnitWeight : FreshWater);
+    return problem;
+}
+
+/// What the active pressure lacks of the least equivalent fluid, down to the ground in front.
+std::optional<Problem> withMinimum(const Wall& wall) {
+    const Problem& told = wall.problem;
+    const PressureDiagrams& diagrams = wall.results().levels(1).solved;
+    const double top = told.SurfaceElev(Right, 1);
+    const double height = top - dredgeLine(told);
+    if (told.HDistCount != 0 || height <= 0) {
+        return std::nullopt;
+    }
+    Problem problem = told;
+    problem.HDistCount = LoadPoints;
+    for (int point = 1; point <= LoadPoints; ++point) {
+        const double depth = height * (point - 1) / (LoadPoints - 1);
+        problem.HDistElev(point) = top - depth;
+        problem.HDistLoad(point) = MaxOf(0, MinimumFluid * depth - activeAt(diagrams, top - depth));
+    }
+    return problem;
+}
+
+void lookBehind(const Wall& wall, NoteSink& notes) {
+    const Zone zone = zoneWithoutPressure(wall);
+    if (zone.height() < NoPressureHeight) {
+        return;
+    }
+    Note note{.side = Right,
+              .layer = layerBelow(wall.problem, Right, zone.top),
+              .elev = zone.top,
+              .quantity = Quantity::Length,
+              .value = zone.height(),
+              .limit = NoPressureHeight,
+              .text = "Cohesion leaves " + wall.say(Quantity::Length, zone.height()) +
+                      " behind the wall without pressure."};
+    double deepest = -1;
+    const auto add = [&](const std::optional<Problem>& problem, const std::string& with) {
+        if (!problem) {
+            return;
+        }
+        const SecondOpinion second = solveAgain(wall, *problem);
+        const Difference difference = compare(wall, second);
+        note.text += with + outcomeText(wall, second, difference.level) + ".";
+        if (!note.second || difference.deepest > deepest) {
+            deepest = difference.deepest;
+            note.second = second;
+        }
+    };
+    add(withCrack(wall.problem, zone), " With a crack full of water there the wall has ");
+    add(withMinimum(wall), " With at least " + wall.say(Quantity::UnitWeight, MinimumFluid) +
+                               " times depth as pressure it has ");
+    notes.add(std::move(note));
+}
+
+constexpr NoteRule Rules[] = {
+    {"clay-in-front", Severity::Caution, Needs::Run, lookAtClayInFront,
+     "Blum 1931; Teng, Foundation Design, 1962"},
+    {"basal-heave", Severity::Caution, Needs::Input, lookForHeave,
+     "Terzaghi, Theoretical Soil Mechanics, 1943; NAVFAC DM 7.02, 1986"},
+    {"no-active-pressure", Severity::Caution, Needs::Results, lookBehind,
+     "Terzaghi 1943; BS 8002, 3.3.4, 1994 (5 kN/m3 of equivalent fluid)"},
+};
+
+} // namespace
+
+std::span<const NoteRule> clayRules() {
+    return Rules;
+}
+
+} // namespace korvane

@@ -1,0 +1,166 @@
+// Rules on coefficients, wall friction and factors of safety.
+#include "notes/rules.h"
+#include "pressures/coefficient_pressures.h"
+
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+constexpr double NearHalf = 1.0;       ///< degrees of developed wall friction
+constexpr double LeastStep = 0.01;     ///< share of the coefficient; a smaller step moves no wall
+constexpr double WallShare = 2.0 / 3;  ///< of the soil's friction, what steel bears
+constexpr double AngleRounding = 0.05; ///< degrees: 2/3 of 32 may be typed as 21.4
+
+/// How the passive coefficient changes from Coulomb's plane to the table at half the soil's
+/// friction; 0 where the table has no column.
+double stepAtHalf(double friction) {
+    const double phi = friction * DegreesToRadians;
+    if (friction >= 44) {
+        return 0;
+    }
+    const auto plane = passiveCoefficient(phi, phi / 2);
+    const auto table = passiveCoefficient(phi, phi / 2 + 1e-6);
+    return plane && table ? *table / *plane - 1 : 0;
+}
+
+void lookAtStep(const Wall& wall, NoteSink& notes) {
+    const LevelResult& level = wall.results().levels(1);
+    for (const int side : {Left, Right}) {
+        if (wall.review().SideMethod(side) != PressureMethod::Coefficients ||
+            (side == Right && wall.anchored())) {
+            continue;
+        }
+        const int layers = layersDownTo(wall.problem, side, level.bottomElev);
+        for (int layer = 1; layer <= layers; ++layer) {
+            const DevelopedLayer& developed = level.layers(side, layer);
+            const double half = developed.frictionPassive / 2;
+            const double onWall = developed.wallFrictionPassive;
+            const double step = stepAtHalf(developed.frictionPassive);
+            if (!(onWall > 0) || std::fabs(onWall - half) > NearHalf ||
+                std::fabs(step) < LeastStep) {
+                continue;
+            }
+            const int percent = static_cast<int>(std::lround(100 * step));
+            notes.add({.side = side,
+                       .layer = layer,
+                       .quantity = Quantity::Angle,
+                       .value = onWall,
+                       .limit = half,
+                       .text = "Developed wall friction of " + wall.say(Quantity::Angle, onWall) +
+                               " in layer " + std::to_string(layer) + " on the " + sideText(side) +
+                               " is near half the soil's, " + wall.say(Quantity::Angle, half) +
+                               ", where the passive coefficient steps from Coulomb's to the "
+                               "table's by " +
+                               std::to_string(percent) + " percent."});
+            return;
+        }
+    }
+}
+
+void lookAtWallFriction(const Wall& wall, NoteSink& notes) {
+    const Problem& problem = wall.problem;
+    for (const int side : {Right, Left}) {
+        if (problem.SoilDataKind(side) != SoilData::Strengths) {
+            continue;
+        }
+        for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+            const double onWall = problem.SoilWallFriction(side, layer);
+            const double limit = WallShare * problem.SoilFriction(side, layer);
+            if (onWall > limit + AngleRounding) {
+                notes.add({.side = side,
+                           .layer = layer,
+                           .quantity = Quantity::Angle,
+                           .value = onWall,
+                           .limit = limit,
+                           .text = "Wall friction of " + wall.say(Quantity::Angle, onWall) +
+                                   " in layer " + std::to_string(layer) + " on the " +
+                                   sideText(side) + " is above 2/3 of the soil's, " +
+                                   wall.say(Quantity::Angle, limit) +
+                                   ", which steel sheet piles seldom develop."});
+                return;
+            }
+        }
+    }
+}
+
+/// A factor of safety that is given and below 1.
+struct SmallFactor {
+    double value;
+    int side;
+    int layer;
+};
+
+std::optional<SmallFactor> givenBelowOne(const Problem& problem, bool passiveToo) {
+    std::optional<SmallFactor> small;
+    const auto see = [&small](double value, int side, int layer) {
+        if (value > 0 && value < 1 && (!small || value < small->value)) {
+            small = {value, side, layer};
+        }
+    };
+    see(problem.FSActive, 0, 0);
+    see(passiveToo ? problem.FSPassive : 0, 0, 0);
+    for (const int side : {Right, Left}) {
+        see(problem.Level2FSActive(side), side, 0);
+        see(passiveToo ? problem.Level2FSPassive(side) : 0, side, 0);
+        for (int layer = 1; layer <= problem.SoilLayerCount(side) &&
+                            problem.SoilDataKind(side) == SoilData::Strengths;
+             ++layer) {
+            see(problem.SoilFSActive(side, layer), side, layer);
+            see(passiveToo ? problem.SoilFSPassive(side, layer) : 0, side, layer);
+        }
+    }
+    return small;
+}
+
+void lookAtGivenFactors(const Wall& wall, NoteSink& notes) {
+    const bool design = wall.problem.ProgramMode == Mode::Design;
+    if (!design && wall.problem.FSKind == 1) {
+        return; // an analysis that finds both
+    }
+    if (const auto small = givenBelowOne(wall.problem, design)) {
+        notes.add({.side = small->side,
+                   .layer = small->layer,
+                   .value = small->value,
+                   .limit = 1,
+                   .text = "A factor of safety of " + wall.say(Quantity::Number, small->value) +
+                           " makes the soil stronger than it is given."});
+    }
+}
+
+void lookAtFoundFactors(const Wall& wall, NoteSink& notes) {
+    if (wall.design()) {
+        return;
+    }
+    for (int level = 1; level <= wall.results().levelCount; ++level) {
+        const double factor = wall.results().levels(level).factorOfSafety;
+        if (factor < 1) {
+            notes.add({.value = factor,
+                       .limit = 1,
+                       .text = "The wall has a factor of safety of " +
+                               wall.say(Quantity::Number, factor) +
+                               ": it stands only in soil stronger than given."});
+            return;
+        }
+    }
+}
+
+constexpr NoteRule Rules[] = {
+    {"factor-below-one", Severity::Unsafe, Needs::Input, lookAtGivenFactors,
+     "USACE, Design of Sheet Pile Walls, 1994"},
+    {"wall-fails", Severity::Unsafe, Needs::Results, lookAtFoundFactors,
+     "USACE, Design of Sheet Pile Walls, 1994"},
+    {"coefficient-step", Severity::Caution, Needs::Results, lookAtStep,
+     "Caquot and Kerisel, Tables, 1948"},
+    {"wall-friction", Severity::Caution, Needs::Input, lookAtWallFriction,
+     "Terzaghi 1954; EN 1997-1, 9.5.1, 2004"},
+};
+
+} // namespace
+
+std::span<const NoteRule> coefficientRules() {
+    return Rules;
+}
+
+} // namespace korvane

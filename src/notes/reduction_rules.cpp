@@ -1,0 +1,121 @@
+// Rules on Rowe's moment reduction.
+#include "notes/rules.h"
+#include "rowe/reduction_tables.h"
+
+#include <algorithm>
+
+namespace korvane {
+
+namespace {
+
+constexpr double Rounding = 1e-9; ///< a coefficient on the edge of the curves is within them
+
+/// The smallest and the largest coefficient of a set of curves.
+struct Span {
+    double low = 1e9;
+    double high = -1e9;
+
+    constexpr void see(double value) {
+        low = std::min(low, value);
+        high = std::max(high, value);
+    }
+};
+
+template <class Table>
+constexpr Span spanOf(const Table& table) {
+    Span span;
+    for (const auto& group : table) {
+        for (const auto& row : group) {
+            for (const double value : row) {
+                span.see(value);
+            }
+        }
+    }
+    return span;
+}
+
+constexpr Span SandSpan = spanOf(RoweSandTable);
+constexpr Span ClaySpan = spanOf(RoweClayTable);
+
+const MomentReduction* reductionOf(const Wall& wall) {
+    const MomentReduction* reduction = wall.solved->reduction;
+    return reduction != nullptr && reduction->soil != RoweSoil::None ? reduction : nullptr;
+}
+
+std::string causes(const MomentReduction& reduction) {
+    std::string text;
+    for (const RoweNote& note : reduction.broken) {
+        const std::string_view second = note.secondLine.substr(
+            std::min(note.secondLine.find_first_not_of(' '), note.secondLine.size()));
+        text += " ";
+        text += note.cause;
+        if (!second.empty()) {
+            text += " ";
+            text += second;
+        }
+    }
+    return text;
+}
+
+void lookAtRange(const Wall& wall, NoteSink& notes) {
+    const MomentReduction* reduction = reductionOf(wall);
+    if (reduction != nullptr && !reduction->applicable) {
+        notes.add({.text = "Rowe's moment reduction does not apply; the free earth moment stands "
+                           "in full:" +
+                           causes(*reduction)});
+    } else if (reduction != nullptr &&
+               std::none_of(reduction->inRange.begin(), reduction->inRange.end(),
+                            [](bool inRange) { return inRange; })) {
+        notes.add({.text = "No section is as flexible as Rowe's walls, or all are more so: no "
+                           "moment is reduced."});
+    }
+}
+
+void lookAtCoefficients(const Wall& wall, NoteSink& notes) {
+    const MomentReduction* reduction = reductionOf(wall);
+    if (reduction == nullptr || !reduction->applicable) {
+        return;
+    }
+    const bool sand = reduction->soil == RoweSoil::Sand;
+    const Span& span = sand ? SandSpan : ClaySpan;
+    int outside = 0;
+    double worst = 0;
+    double by = 0;
+    for (int p = 1; p <= reduction->inRange.size(); ++p) {
+        bool beyond = false;
+        for (int k = 1; k <= (sand ? 2 : 1) && reduction->inRange(p); ++k) {
+            const double coefficient = reduction->coefficient(p, k);
+            const double excess = std::max(span.low - coefficient, coefficient - span.high);
+            beyond = beyond || excess > Rounding;
+            if (excess > by) {
+                by = excess;
+                worst = coefficient;
+            }
+        }
+        outside += beyond ? 1 : 0;
+    }
+    if (outside > 0) {
+        notes.add({.value = worst,
+                   .limit = worst < span.low ? span.low : span.high,
+                   .text = "Reduction coefficients of " + std::to_string(outside) +
+                           " sections lie outside Rowe's curves (" +
+                           wall.say(Quantity::Number, span.low) + " to " +
+                           wall.say(Quantity::Number, span.high) + "), the farthest at " +
+                           wall.say(Quantity::Number, worst) +
+                           ": read the curves by hand before a moment is reduced."});
+    }
+}
+
+constexpr NoteRule Rules[] = {
+    {"reduction-range", Severity::Caution, Needs::Results, lookAtRange, "Rowe 1952; Rowe 1957"},
+    {"reduction-coefficient", Severity::Caution, Needs::Results, lookAtCoefficients,
+     "Rowe 1952; Rowe 1957"},
+};
+
+} // namespace
+
+std::span<const NoteRule> reductionRules() {
+    return Rules;
+}
+
+} // namespace korvane

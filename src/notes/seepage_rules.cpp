@@ -1,0 +1,90 @@
+// Rules on hydraulic gradients.
+#include "notes/rules.h"
+#include "runtime/arithmetic.h"
+
+namespace korvane {
+
+namespace {
+
+constexpr double SafeExit = 1.5;    ///< factor of safety against a quick bottom
+constexpr double LimitNoise = 1e-9; ///< FT/FT
+
+bool seeps(const Wall& wall) {
+    return wall.review().SeepageKind != Seepage::None;
+}
+
+void lookAtLimit(const Wall& wall, NoteSink& notes) {
+    const double limit = wall.review().SeepageGradientLimit;
+    if (!seeps(wall) || !wall.design() || wall.review().SeepageKind != Seepage::Automatic) {
+        return;
+    }
+    for (int level = 1; level <= wall.results().levelCount; ++level) {
+        const double gradient = wall.results().levels(level).seepageGradient;
+        if (gradient >= limit - LimitNoise) {
+            notes.add({.side = Left,
+                       .quantity = Quantity::Gradient,
+                       .value = gradient,
+                       .limit = limit,
+                       .text = "The seepage gradient is held at its limit, " +
+                               wall.say(Quantity::Gradient, limit) +
+                               ": the wall found needs a larger one, which the soil in front or "
+                               "the path of flow does not bear."});
+            return;
+        }
+    }
+}
+
+/// Buoyant weight (PCF) of the left soil, mean over the depth from its ground to `bottom` (FT).
+double meanBuoyantWeight(const Problem& problem, double bottom) {
+    const double top = problem.SurfaceElev(Left, 1);
+    double sum = 0;
+    for (int layer = 1; layer <= layersDownTo(problem, Left, bottom); ++layer) {
+        const double thickness =
+            layerTop(problem, Left, layer) - MaxOf(problem.SoilBottomElev(Left, layer), bottom);
+        sum += thickness * (problem.SoilSatWeight(Left, layer) - problem.WaterUnitWeight);
+    }
+    return divide(sum, top - bottom);
+}
+
+void lookAtExit(const Wall& wall, NoteSink& notes) {
+    if (!seeps(wall)) {
+        return;
+    }
+    for (int level = 1; level <= wall.results().levelCount; ++level) {
+        const LevelResult& result = wall.results().levels(level);
+        const double lift = result.seepageGradient * wall.problem.WaterUnitWeight;
+        if (!(result.bottomElev < wall.problem.SurfaceElev(Left, 1)) || !(lift > 0)) {
+            continue;
+        }
+        const double factor = meanBuoyantWeight(wall.problem, result.bottomElev) / lift;
+        if (factor >= SafeExit) {
+            continue;
+        }
+        const bool quick = factor < 1;
+        notes.add({.side = Left,
+                   .elev = wall.problem.SurfaceElev(Left, 1),
+                   .value = factor,
+                   .limit = quick ? 1 : SafeExit,
+                   .text = "Against the upward flow in front the soil has a factor of " +
+                           wall.say(Quantity::Number, factor) +
+                           " by the mean gradient along the wall; check Terzaghi's prism of the "
+                           "depth D and the width D/2 with a flow net, which may give less."},
+                  quick ? Severity::Unsafe : Severity::Caution);
+        return;
+    }
+}
+
+constexpr NoteRule Rules[] = {
+    {"gradient-limit", Severity::Unsafe, Needs::Results, lookAtLimit,
+     "Terzaghi and Peck, Soil Mechanics in Engineering Practice, 1948"},
+    {"exit-gradient", Severity::Unsafe, Needs::Results, lookAtExit,
+     "Terzaghi 1922; Terzaghi and Peck 1948"},
+};
+
+} // namespace
+
+std::span<const NoteRule> seepageRules() {
+    return Rules;
+}
+
+} // namespace korvane

@@ -1,0 +1,348 @@
+// Rules on the planes of the wedge methods: doubtful formulas, each with a second solve.
+#include "notes/second_opinion.h"
+#include "pressures/coefficient_pressures.h"
+#include "wall/preparation.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+constexpr double LevelSight = 88;             ///< degrees: the last plane ends 2 short of the sight
+constexpr double NegligibleCohesion = 0.0001; ///< PSF; below it the surface takes no pressure
+constexpr double FixedExcess = 0.05; ///< share by which a fixed surface may exceed the tables
+
+bool isWedge(const Wall& wall, int side) {
+    return sideMethod(wall.problem, side) == PressureMethod::Wedge;
+}
+
+bool bySweep(const Wall& wall) {
+    return wall.options->wedge == WedgeMethod::Sweep;
+}
+
+bool byFixedSurface(const Wall& wall) {
+    return wall.options->wedge == WedgeMethod::FixedSurface;
+}
+
+/// FT that the first stretch of ground rises.
+double firstRise(const Problem& problem, int side) {
+    return problem.SurfacePointCount(side) > 1
+               ? problem.SurfaceElev(side, 2) - problem.SurfaceElev(side, 1)
+               : 0;
+}
+
+/// True where the surface of a wedge side has pressures of its own.
+bool pressesAtSurface(const Wall& wall, int side) {
+    const Problem& problem = wall.problem;
+    return isWedge(wall, side) && problem.SoilDataKind(side) == SoilData::Strengths &&
+           (problem.SoilCohesion(side, 1) > NegligibleCohesion || problem.VUniformCount(side) != 0);
+}
+
+int firstSide(bool right, bool left) {
+    return right ? Right : left ? Left : 0;
+}
+
+void lookAtSurfaceLimit(const Wall& wall, NoteSink& notes) {
+    const auto falls = [&wall](int side) {
+        return pressesAtSurface(wall, side) && firstRise(wall.problem, side) < 0;
+    };
+    if (const int side = firstSide(falls(Right), falls(Left))) {
+        addOpinion(wall, notes,
+                   {.side = side,
+                    .elev = wall.problem.SurfaceElev(side, 1),
+                    .text = std::string("Ground that falls on the ") + sideText(side) +
+                            " takes the friction angle itself as its slope in the passive "
+                            "pressure at the surface, which then has no bound. With the slope "
+                            "limited to the friction, downward, the wall has "},
+                   wall.problem, {.surfaceLimit = true});
+    }
+}
+
+void lookAtSurfaceSlope(const Wall& wall, NoteSink& notes) {
+    const auto slopes = [&wall](int side) {
+        return pressesAtSurface(wall, side) && firstRise(wall.problem, side) != 0;
+    };
+    if (const int side = firstSide(slopes(Right), slopes(Left))) {
+        addOpinion(wall, notes,
+                   {.side = side,
+                    .elev = wall.problem.SurfaceElev(side, 1),
+                    .text = std::string("The pressures at the surface of the ") + sideText(side) +
+                            " take the arctangent of the ground's rise, divided by the distance, "
+                            "as its slope. With the true angle the wall has "},
+                   wall.problem, {.surfaceSlope = true});
+    }
+}
+
+/// Degrees that the ground falls on the steepest line of sight from the wall.
+double steepestFall(const Problem& problem, int side) {
+    double fall = 0;
+    for (int point = 2; point <= problem.SurfacePointCount(side); ++point) {
+        const double drop = problem.SurfaceElev(side, 1) - problem.SurfaceElev(side, point);
+        fall = std::max(fall, std::atan2(drop, problem.SurfaceDist(side, point)));
+    }
+    return fall / DegreesToRadians;
+}
+
+/// Degrees, the largest developed soil friction of a side plus the largest wall friction.
+double largestFrictions(const Wall& wall, int side) {
+    const Problem& problem = wall.problem;
+    const auto developed = [](double degrees, double factor) {
+        return std::atan(std::tan(degrees * DegreesToRadians) / factor) / DegreesToRadians;
+    };
+    double soil = 0;
+    double onWall = 0;
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        const auto factors = layerFactors(wall, side, layer);
+        const double factor = factors ? factors->active : 1;
+        soil = std::max(soil, developed(problem.SoilFriction(side, layer), factor));
+        onWall = std::max(onWall, developed(problem.SoilWallFriction(side, layer), factor));
+    }
+    return soil + onWall;
+}
+
+void lookAtPlanesPastHorizontal(const Wall& wall, NoteSink& notes) {
+    for (const int side : {Right, Left}) {
+        const double flattest = LevelSight + steepestFall(wall.problem, side);
+        const double reach = flattest + largestFrictions(wall, side);
+        if (!isWedge(wall, side) || !bySweep(wall) || reach < 180) {
+            continue;
+        }
+        addOpinion(wall, notes,
+                   {.side = side,
+                    .quantity = Quantity::Angle,
+                    .text = std::string("Ground falls so steeply on the ") + sideText(side) +
+                            " that planes of the sweep lean past the horizontal, where the wedge "
+                            "would have to be pulled. Without those planes the wall has "},
+                   wall.problem, {.planesPastHorizontal = true});
+        return;
+    }
+}
+
+void lookAtCoefficients(const Wall& wall, NoteSink& notes) {
+    const auto could = [&wall](int side) {
+        return isWedge(wall, side) && coefficientsCanFollow(wall.problem, side);
+    };
+    if (const int side = firstSide(could(Right), could(Left))) {
+        addOpinion(wall, notes,
+                   {.side = side,
+                    .text = std::string("The ground on the ") + sideText(side) +
+                            " is level although it has several points. By coefficients the wall "
+                            "has "},
+                   wall.problem, {.methodCoefficients = true});
+    }
+}
+
+void lookAtSweep(const Wall& wall, NoteSink& notes) {
+    const bool right = isWedge(wall, Right);
+    const bool left = isWedge(wall, Left);
+    if (byFixedSurface(wall) && (right || left)) {
+        addOpinion(wall, notes,
+                   {.side = firstSide(right, left),
+                    .text = "The fixed surface is no extreme of all planes. By the sweep search "
+                            "the wall has "},
+                   wall.problem, {.methodSweep = true});
+    }
+}
+
+/// Marks of one set of diagrams, and the highest row that has one.
+struct Marks {
+    int count = 0;
+    int side = 0;
+    double elev = 0; ///< FT
+
+    void see(const PressureDiagrams& diagrams) {
+        for (const int markedSide : {Right, Left}) {
+            for (int i = 1; i <= diagrams.grid.NumElevs; ++i) {
+                if (diagrams.pressures.ActiveMark(markedSide, i) ||
+                    diagrams.pressures.PassiveMark(markedSide, i)) {
+                    const double y = diagrams.grid.ElevGrid(i);
+                    elev = count == 0 ? y : std::max(elev, y);
+                    side = count == 0 ? markedSide : side;
+                    ++count;
+                }
+            }
+        }
+    }
+};
+
+Marks marksOf(const Wall& wall) {
+    Marks marks;
+    for (int level = 1; level <= wall.results().levelCount; ++level) {
+        marks.see(wall.results().levels(level).solved);
+    }
+    if (marks.count == 0 && wall.review().hasPressures) {
+        marks.see(wall.review().diagrams);
+    }
+    return marks;
+}
+
+void lookAtFixedSurface(const Wall& wall, NoteSink& notes) {
+    if (!bySweep(wall)) {
+        return;
+    }
+    if (const Marks marks = marksOf(wall); marks.count > 0) {
+        addOpinion(wall, notes,
+                   {.side = marks.side,
+                    .elev = marks.elev,
+                    .text = "The sweep found no extreme at some elevations. By the fixed surface "
+                            "the wall has "},
+                   wall.problem, {.methodFixed = true});
+    }
+}
+
+void lookAtMarks(const Wall& wall, NoteSink& notes) {
+    if (const Marks marks = marksOf(wall); marks.count > 0) {
+        notes.add({.side = marks.side,
+                   .elev = marks.elev,
+                   .value = marks.count,
+                   .limit = 0,
+                   .text = std::to_string(marks.count) + " pressures are marked * from elevation " +
+                           wall.say(Quantity::Length, marks.elev) +
+                           " down: the steepest or flattest plane governs there, the true extreme "
+                           "lies beyond it."});
+    }
+}
+
+void lookAtWarning(const Wall& wall, NoteSink& notes) {
+    if (wall.results().wedgeWarning && marksOf(wall).count == 0) {
+        notes.add({.text = "The report warns of pressures without a standard solution, yet no row "
+                           "is marked: they belong to an earlier pass of the search, and the "
+                           "pressures shown are sound."});
+    }
+}
+
+/// Sides whose passive pressures hold the wall.
+bool holdsWall(const Wall& wall, int side) {
+    return side == Left || !wall.anchored();
+}
+
+/// Passive pressure over vertical stress for the fixed surface under level ground, horizontal; 0
+/// beyond the wall friction at which it has no bound, where it falls to the floor. Radians.
+double fixedPassive(double friction, double wallFriction) {
+    const double plane = (90 * DegreesToRadians - friction) / 2; // from the horizontal
+    const double opening = std::cos(plane + friction + wallFriction);
+    return opening > 0
+               ? std::sin(plane + friction) * std::cos(wallFriction) / (opening * std::tan(plane))
+               : 0;
+}
+
+/// A layer of a wedge side that holds the wall, as the first level used it.
+template <class Look>
+void forEachPassiveLayer(const Wall& wall, Look look) {
+    for (const int side : {Left, Right}) {
+        if (!isWedge(wall, side) || !holdsWall(wall, side) ||
+            wall.problem.SoilDataKind(side) != SoilData::Strengths) {
+            continue;
+        }
+        const LevelResult& level = wall.results().levels(1);
+        const int layers = layersDownTo(wall.problem, side, level.bottomElev);
+        for (int layer = 1; layer <= layers; ++layer) {
+            if (look(side, layer, level.layers(side, layer))) {
+                return;
+            }
+        }
+    }
+}
+
+constexpr const char* PlaneTable =
+    " Passive coefficient times cosine (level ground, one soil) by coefficients, sweep and fixed "
+    "surface, for phi/delta: 30/15 4.81, 4.81, 5.60; 30/20 5.21, 5.75, 8.12; 30/25 5.48, 6.99, "
+    "15.6; 30/30 5.61, 8.75, no bound; 40/20 11.06, 11.10, 20.96; 40/40 13.1, 71.0, the floor.";
+
+/// The wall with wall friction that no layer of a wedge side develops above half the soil's.
+Problem withHalfWallFriction(const Wall& wall) {
+    Problem problem = wall.problem;
+    forEachPassiveLayer(wall, [&](int side, int layer, const DevelopedLayer& developed) {
+        const double half = developed.frictionPassive / 2 * DegreesToRadians;
+        const double given = std::atan(std::tan(half) * developed.fsPassive) / DegreesToRadians;
+        problem.SoilWallFriction(side, layer) =
+            std::min(problem.SoilWallFriction(side, layer), given);
+        return false;
+    });
+    return problem;
+}
+
+void lookAtPlaneFriction(const Wall& wall, NoteSink& notes) {
+    forEachPassiveLayer(wall, [&](int side, int layer, const DevelopedLayer& developed) {
+        const double soil = developed.frictionPassive;
+        const double onWall = developed.wallFrictionPassive;
+        if (soil <= 0 || isCoulombPassive(soil * DegreesToRadians, onWall * DegreesToRadians)) {
+            return false;
+        }
+        Note note{.side = side,
+                  .layer = layer,
+                  .quantity = Quantity::Angle,
+                  .value = onWall,
+                  .limit = soil / 2};
+        const bool coefficients = coefficientsCanFollow(wall.problem, side);
+        note.second = coefficients ? solveAgain(wall, wall.problem, {.methodCoefficients = true})
+                                   : solveAgain(wall, withHalfWallFriction(wall));
+        const int level = compare(wall, *note.second).level;
+        note.text = "Planes overestimate passive pressure with wall friction above half the "
+                    "soil's: " +
+                    wall.say(Quantity::Angle, onWall) + " against " +
+                    wall.say(Quantity::Angle, soil / 2) + " in layer " + std::to_string(layer) +
+                    " on the " + sideText(side) + ". " +
+                    (coefficients ? "By coefficients" : "With half the soil's friction") +
+                    " the wall has " + outcomeText(wall, *note.second, level) + "." + PlaneTable;
+        notes.add(std::move(note));
+        return true;
+    });
+}
+
+void lookAtFixedPassive(const Wall& wall, NoteSink& notes) {
+    if (!byFixedSurface(wall)) {
+        return;
+    }
+    forEachPassiveLayer(wall, [&](int side, int layer, const DevelopedLayer& developed) {
+        const double soil = developed.frictionPassive * DegreesToRadians;
+        const double onWall = developed.wallFrictionPassive * DegreesToRadians;
+        const auto Kp = passiveCoefficient(soil, onWall);
+        const double fixed = fixedPassive(soil, onWall);
+        if (soil <= 0 || !Kp) {
+            return false;
+        }
+        const double table = *Kp * std::cos(onWall);
+        if (fixed <= (1 + FixedExcess) * table) {
+            return false;
+        }
+        Note note{.side = side, .layer = layer, .value = fixed, .limit = table};
+        note.second = solveAgain(wall, wall.problem, {.methodSweep = true});
+        const int level = compare(wall, *note.second).level;
+        note.text = std::string("The fixed surface is no extreme: its passive coefficient is ") +
+                    wall.say(Quantity::Number, fixed) + " where the tables give " +
+                    wall.say(Quantity::Number, table) + " (layer " + std::to_string(layer) +
+                    " on the " + sideText(side) + "). By the sweep search the wall has " +
+                    outcomeText(wall, *note.second, level) + ".";
+        notes.add(std::move(note));
+        return true;
+    });
+}
+
+constexpr const char* CoulombSlope = "Coulomb 1776; Mueller-Breslau 1906";
+constexpr const char* TrialWedge = "Terzaghi, Theoretical Soil Mechanics, 1943";
+constexpr const char* CurvedPlane = "Caquot and Kerisel, Tables, 1948";
+
+constexpr NoteRule Rules[] = {
+    {"surface-limit", Severity::Unsafe, Needs::Run, lookAtSurfaceLimit, CoulombSlope},
+    {"surface-slope", Severity::Unsafe, Needs::Run, lookAtSurfaceSlope, CoulombSlope},
+    {"planes-past-horizontal", Severity::Unsafe, Needs::Run, lookAtPlanesPastHorizontal,
+     TrialWedge},
+    {"plane-wall-friction", Severity::Unsafe, Needs::Results, lookAtPlaneFriction, CurvedPlane},
+    {"fixed-passive", Severity::Unsafe, Needs::Results, lookAtFixedPassive, TrialWedge},
+    {"method-coefficients", Severity::Unsafe, Needs::Run, lookAtCoefficients, CurvedPlane},
+    {"method-sweep", Severity::Unsafe, Needs::Run, lookAtSweep, TrialWedge},
+    {"method-fixed", Severity::Unsafe, Needs::Results, lookAtFixedSurface, TrialWedge},
+    {"marked-rows", Severity::Caution, Needs::Results, lookAtMarks, TrialWedge},
+    {"warning-without-mark", Severity::Caution, Needs::Results, lookAtWarning, TrialWedge},
+};
+
+} // namespace
+
+std::span<const NoteRule> wedgeRules() {
+    return Rules;
+}
+
+} // namespace korvane

@@ -1,0 +1,179 @@
+// Rules that need no solution: each speaks on one side of its limit and is silent on the other.
+#include "told_wall.h"
+
+namespace korvane::test {
+namespace {
+
+TEST(InputNotes, WaterWeighsWhatWaterWeighs) {
+    const auto says = [](double weight) {
+        return saysOfInput(withWater(plainCantilever(), -5, -10, weight), "water-weight");
+    };
+    EXPECT_TRUE(says(61.9));
+    EXPECT_FALSE(says(62));
+    EXPECT_FALSE(says(65));
+    EXPECT_TRUE(says(65.1));
+    EXPECT_TRUE(says(9.81));
+    const auto note = inputNote(withWater(plainCantilever(), -5, -10, 9.81), "water-weight");
+    EXPECT_EQ(note->severity, Severity::Unsafe);
+    EXPECT_EQ(note->value, 9.81);
+    EXPECT_EQ(note->limit, 62);
+    EXPECT_FALSE(saysOfInput(plainCantilever(), "water-weight"));
+}
+
+TEST(InputNotes, MetricUnitWeightsAreUnsafe) {
+    Problem problem = plainCantilever();
+    problem.SoilMoistWeight(Left, 1) = 29.9;
+    const auto note = inputNote(problem, "metric-weight");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->severity, Severity::Unsafe);
+    EXPECT_EQ(note->side, Left);
+    EXPECT_EQ(note->layer, 1);
+    EXPECT_FALSE(saysOfInput(problem, "unit-weight"));
+    problem.SoilMoistWeight(Left, 1) = 30;
+    EXPECT_FALSE(saysOfInput(problem, "metric-weight"));
+    EXPECT_TRUE(saysOfInput(problem, "unit-weight"));
+}
+
+TEST(InputNotes, UnitWeightsLieBetween80And160) {
+    const auto says = [](double weight) {
+        Problem problem = plainCantilever();
+        setBothSides(problem.SoilMoistWeight, weight);
+        setBothSides(problem.SoilSatWeight, weight);
+        return saysOfInput(problem, "unit-weight");
+    };
+    EXPECT_TRUE(says(79.9));
+    EXPECT_FALSE(says(80));
+    EXPECT_FALSE(says(160));
+    EXPECT_TRUE(says(160.1));
+}
+
+TEST(InputNotes, WeightsThatNothingUsesAreNotLookedAt) {
+    Problem dry = plainCantilever();
+    setBothSides(dry.SoilSatWeight, 0);
+    EXPECT_FALSE(saysOfInput(dry, "metric-weight"));
+    Problem flooded = withWater(plainCantilever(), 0, -10);
+    setBothSides(flooded.SoilSatWeight, 125);
+    setBothSides(flooded.SoilMoistWeight, 0);
+    EXPECT_FALSE(saysOfInput(flooded, "metric-weight"));
+    flooded.WaterElev(Right) = -0.1; // a little of the layer stands above the water
+    EXPECT_TRUE(saysOfInput(flooded, "metric-weight"));
+}
+
+TEST(InputNotes, MoistSoilIsNotHeavierThanSaturated) {
+    Problem problem = plainCantilever();
+    setBothSides(problem.SoilMoistWeight, 120);
+    setBothSides(problem.SoilSatWeight, 120);
+    EXPECT_FALSE(saysOfInput(problem, "moist-above-saturated"));
+    problem.SoilSatWeight(Right, 1) = 119.9;
+    EXPECT_EQ(inputNote(problem, "moist-above-saturated")->severity, Severity::Caution);
+}
+
+TEST(InputNotes, GivenFactorsAreAtLeastOne) {
+    Problem problem = plainCantilever();
+    EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
+    problem.SoilFSPassive(Left, 1) = 0.99;
+    const auto note = inputNote(problem, "factor-below-one");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->severity, Severity::Unsafe);
+    EXPECT_EQ(note->side, Left);
+    problem.SoilFSPassive(Left, 1) = 0; // none given
+    EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
+    problem.FSActive = 0.9;
+    EXPECT_TRUE(saysOfInput(problem, "factor-below-one"));
+    problem.ProgramMode = Mode::Analysis;
+    problem.FSKind = 1; // both are found
+    EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
+}
+
+TEST(InputNotes, WallFrictionIsAtMostTwoThirdsOfTheSoils) {
+    Problem problem = plainCantilever(); // 30 degrees
+    problem.SoilWallFriction(Right, 1) = 20.04;
+    EXPECT_FALSE(saysOfInput(problem, "wall-friction"));
+    problem.SoilWallFriction(Right, 1) = 20.06;
+    EXPECT_TRUE(saysOfInput(problem, "wall-friction"));
+}
+
+TEST(InputNotes, GroundIsNotSteeperThanItsFriction) {
+    // 1 on 1.7 is 30.5 degrees, 1 on 1.74 is 29.9; the soil has 30.
+    EXPECT_TRUE(saysOfInput(withGround(plainCantilever(), Right, 17, 10), "steep-ground"));
+    EXPECT_FALSE(saysOfInput(withGround(plainCantilever(), Right, 17.4, 10), "steep-ground"));
+    EXPECT_TRUE(saysOfInput(withGround(plainCantilever(), Left, 17, -10), "steep-ground"));
+    Problem clay = withGround(plainCantilever(), Right, 17, 10);
+    clay.SoilFriction(Right, 1) = 0;
+    clay.SoilCohesion(Right, 1) = 900;
+    EXPECT_FALSE(saysOfInput(clay, "steep-ground"));
+}
+
+TEST(InputNotes, HorizontalLoadsStandOnTheWall) {
+    Problem problem = plainCantilever();
+    problem.HLineCount = 1;
+    problem.HLineLoad(1) = 100;
+    problem.HLineElev(1) = 0;
+    EXPECT_FALSE(saysOfInput(problem, "load-above-top"));
+    problem.HLineElev(1) = 0.1;
+    EXPECT_TRUE(saysOfInput(problem, "load-above-top"));
+}
+
+TEST(InputNotes, LoadsBeginOnTheGroundThatIsGiven) {
+    Problem problem = withGround(plainCantilever(), Right, 20, 4);
+    problem.VStripCount(Right) = 1;
+    problem.VStripStart(Right, 1) = 20;
+    problem.VStripEnd(Right, 1) = 30;
+    EXPECT_FALSE(saysOfInput(problem, "load-beyond-ground"));
+    problem.VStripStart(Right, 1) = 20.1;
+    EXPECT_TRUE(saysOfInput(problem, "load-beyond-ground"));
+    problem.SurfacePointCount(Right) = 1; // level ground without an end
+    EXPECT_FALSE(saysOfInput(problem, "load-beyond-ground"));
+}
+
+TEST(InputNotes, ClayInFrontHeavesUnderTheLoadBehind) {
+    // 5.14 c / (120 x 10) = 1.5 at c = 350.2 PSF.
+    Problem problem = plainCantilever();
+    setBothSides(problem.SoilFriction, 0);
+    setBothSides(problem.SoilCohesion, 351);
+    EXPECT_FALSE(saysOfInput(problem, "basal-heave"));
+    setBothSides(problem.SoilCohesion, 349);
+    const auto note = inputNote(problem, "basal-heave");
+    ASSERT_TRUE(note);
+    EXPECT_NEAR(*note->value, 5.14 * 349 / 1200, 1e-9);
+    // Water in front holds the bottom down: 6 FT of it leave 826 PSF.
+    EXPECT_FALSE(saysOfInput(withWater(problem, -10, -4), "basal-heave"));
+}
+
+TEST(InputNotes, RemarksTellWhatIsNotGiven) {
+    Problem problem = plainCantilever();
+    EXPECT_TRUE(saysOfInput(problem, "no-water"));
+    EXPECT_FALSE(saysOfInput(withWater(problem, -5, -10), "no-water"));
+    EXPECT_TRUE(saysOfInput(problem, "no-surcharge"));
+    problem.VUniformCount(Left) = 1;
+    EXPECT_TRUE(saysOfInput(problem, "no-surcharge"));
+    problem.VUniformCount(Right) = 1;
+    EXPECT_FALSE(saysOfInput(problem, "no-surcharge"));
+    EXPECT_TRUE(saysOfInput(problem, "not-looked-at"));
+}
+
+TEST(InputNotes, TextsTakeTheUnitsAskedFor) {
+    Problem problem = plainCantilever();
+    setBothSides(problem.SoilMoistWeight, 20);
+    const auto textIn = [&problem](UnitSystem units) {
+        return notesOnInput({.problem = problem, .units = units}).front().text;
+    };
+    EXPECT_NE(textIn(UnitSystem::US).find("20.00 PCF"), std::string::npos);
+    EXPECT_NE(textIn(UnitSystem::SI).find("3.142 kN/m3"), std::string::npos); // x 0.157087
+}
+
+TEST(InputNotes, UnsafeOnesComeFirstAndAlone) {
+    Problem problem = plainCantilever();
+    setBothSides(problem.SoilMoistWeight, 20);
+    problem.SoilWallFriction(Right, 1) = 25;
+    const auto all = notesOnInput({.problem = problem});
+    ASSERT_GE(all.size(), 3U);
+    EXPECT_EQ(all.front().severity, Severity::Unsafe);
+    EXPECT_EQ(all.back().severity, Severity::Remark);
+    const auto unsafe = notesOnInput({.problem = problem, .work = NoteWork::UnsafeOnly});
+    EXPECT_EQ(static_cast<int>(unsafe.size()), countOf(all, Severity::Unsafe));
+    EXPECT_TRUE(notesOnInput({.problem = problem, .work = NoteWork::None}).empty());
+}
+
+} // namespace
+} // namespace korvane::test

@@ -1,0 +1,57 @@
+// Notes as text.
+#include "notes/note_texts.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace korvane::test {
+namespace {
+
+Note noteOf(Severity severity, std::string_view code, std::string text) {
+    return {.code = code, .severity = severity, .text = std::move(text), .source = "Blum 1931"};
+}
+
+TEST(NoteTexts, ALineTellsSeverityAndCode) {
+    EXPECT_EQ(noteLine(noteOf(Severity::Unsafe, "anchor-force", "The anchor does not pull.")),
+              "unsafe: The anchor does not pull. (anchor-force)");
+}
+
+TEST(NoteTexts, TheSummaryCounts) {
+    EXPECT_EQ(notesSummary({}), "no notes");
+    const Note unsafe = noteOf(Severity::Unsafe, "a", "A.");
+    const Note caution = noteOf(Severity::Caution, "b", "B.");
+    const Note remark = noteOf(Severity::Remark, "c", "C.");
+    EXPECT_EQ(notesSummary({unsafe, caution, caution, remark}), "1 unsafe, 2 cautions, 1 remark");
+    EXPECT_EQ(notesSummary({caution}), "1 caution");
+}
+
+TEST(NoteTexts, TheWindowsTextIsWrapped) {
+    std::string words;
+    for (int word = 0; word < 40; ++word) {
+        words += "wall ";
+    }
+    words.back() = '.';
+    const std::string text = notesText({noteOf(Severity::Caution, "thin-layer", words)}, 30);
+    std::istringstream lines(text);
+    std::string line;
+    std::string joined;
+    while (std::getline(lines, line)) {
+        EXPECT_LE(line.size(), 30U);
+        joined += joined.empty() || line.empty() ? line : " " + line;
+    }
+    EXPECT_EQ(joined, "caution: " + words + " (thin-layer) Source: Blum 1931.");
+}
+
+TEST(NoteTexts, OnlyNewUnsafeNotesAreTold) {
+    const Note old = noteOf(Severity::Unsafe, "a", "A.");
+    const Note fresh = noteOf(Severity::Unsafe, "a", "A has changed.");
+    const Note caution = noteOf(Severity::Caution, "b", "B.");
+    const auto told = newUnsafeNotes({old, fresh, caution}, {old});
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told.front().text, "A has changed.");
+    EXPECT_TRUE(newUnsafeNotes({old}, {old}).empty());
+}
+
+} // namespace
+} // namespace korvane::test
