@@ -39,8 +39,8 @@ bool canLook(const NoteRule& rule, const Wall& wall) {
     switch (rule.needs) {
     case Needs::Input:
         return true;
-    case Needs::Run:
-        return wall.solved != nullptr;
+    case Needs::Run: // at the stop for review neither stands
+        return wall.solved != nullptr && (wall.solved->results != nullptr || wall.solved->failure);
     case Needs::Results:
         return wall.solved != nullptr && wall.solved->results != nullptr;
     }
@@ -85,6 +85,8 @@ std::vector<Note> notesOnSolution(const NoteRequest& request, const Solved& solv
     case FailureCode::InputRefused:
     case FailureCode::FileFault:
         return {};
+    case FailureCode::FactorDeclined: // stopped by a person: there is nothing to compare
+        return notesOnInput(request);
     default:
         break;
     }

@@ -57,17 +57,35 @@ std::string causes(const MomentReduction& reduction) {
     return text;
 }
 
+bool anyInRange(const MomentReduction& reduction) {
+    return std::any_of(reduction.inRange.begin(), reduction.inRange.end(),
+                       [](bool inRange) { return inRange; });
+}
+
+/// Flexibility numbers of the sections in use.
+Span rigidities(const MomentReduction& reduction) {
+    Span span;
+    for (const double rigidity : reduction.PileLogRigidity) {
+        if (rigidity != 0) {
+            span.see(rigidity);
+        }
+    }
+    return span;
+}
+
 void lookAtRange(const Wall& wall, NoteSink& notes) {
     const MomentReduction* reduction = reductionOf(wall);
     if (reduction != nullptr && !reduction->applicable) {
         notes.add({.text = "Rowe's moment reduction does not apply; the free earth moment stands "
                            "in full:" +
                            causes(*reduction)});
-    } else if (reduction != nullptr &&
-               std::none_of(reduction->inRange.begin(), reduction->inRange.end(),
-                            [](bool inRange) { return inRange; })) {
-        notes.add({.text = "No section is as flexible as Rowe's walls, or all are more so: no "
-                           "moment is reduced."});
+    } else if (reduction != nullptr && !anyInRange(*reduction)) {
+        const Span span = rigidities(*reduction);
+        notes.add(
+            {.value = span.high,
+             .text = "No moment is reduced: the flexibility of all sections, log H^4/EI from " +
+                     wall.say(Quantity::Gradient, span.low) + " to " +
+                     wall.say(Quantity::Gradient, span.high) + ", lies outside Rowe's curves."});
     }
 }
 

@@ -1,5 +1,6 @@
 // Notes on walls drawn by chance, solved or not.
 #include "notes/rules.h"
+#include "runtime/file_text.h"
 #include "support/nasty_problem.h"
 #include "told_wall.h"
 
@@ -42,13 +43,16 @@ TEST(NotesOnRandomWalls, AreWholeAndUnsafeOnesDoNotHangOnTheWork) {
     EXPECT_GE(spoken.size(), 20U);
 }
 
-TEST(NoteRules, HaveCodesOfTheirOwn) {
+TEST(NoteRules, HaveCodesOfTheirOwnThatTheGuideExplains) {
+    const std::string guide = readInputFile(KORVANE_SOURCE_DIR "/docs/guide/10-notes.md");
     std::set<std::string_view> codes;
     for (const auto& rules : {weightRules(), wedgeRules(), coefficientRules(), clayRules(),
                               seepageRules(), loadRules(), reductionRules(), remarkRules()}) {
         for (const NoteRule& rule : rules) {
             EXPECT_TRUE(codes.insert(rule.code).second) << rule.code;
             EXPECT_FALSE(rule.source.empty()) << rule.code;
+            EXPECT_NE(guide.find('`' + std::string(rule.code) + '`'), std::string::npos)
+                << rule.code;
         }
     }
 }

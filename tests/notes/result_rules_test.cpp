@@ -210,7 +210,9 @@ TEST(ResultNotes, MomentReductionOutsideItsRange) {
     wall.reduction.coefficient(1, 1) = wall.reduction.coefficient(1, 2) = 0.5;
     EXPECT_FALSE(wall.says("reduction-range"));
     wall.reduction.inRange(1) = false;
-    EXPECT_TRUE(wall.says("reduction-range"));
+    wall.reduction.PileLogRigidity(1) = -3.6;
+    wall.reduction.PileLogRigidity(2) = -4.2;
+    EXPECT_NE(wall.note("reduction-range")->text.find("-4.2000 to -3.6000"), std::string::npos);
     wall.reduction.applicable = false;
     wall.reduction.broken.add({"RIGHTSIDE SURFACE", "    BELOW TOP OF WALL.", 10});
     const auto note = wall.note("reduction-range");
@@ -300,6 +302,29 @@ TEST(ResultNotes, AnAnalysisIsComparedByItsFactor) {
     ASSERT_TRUE(note);
     EXPECT_LT(note->second->levels(1).factorOfSafety, wall.level().factorOfSafety);
     EXPECT_NE(note->text.find("a factor of safety of"), std::string::npos);
+}
+
+TEST(ResultNotes, TheStopForReviewHasTheNotesOnTheInput) {
+    ToldWall wall(withGround(plainCantilever(), Left, 50, 0));
+    wall.solved.results = nullptr;
+    const auto notes = wall.notes();
+    EXPECT_EQ(notes.size(), notesOnInput({.problem = wall.problem}).size());
+    for (const Note& note : notes) {
+        EXPECT_FALSE(note.second) << note.code;
+    }
+}
+
+TEST(ResultNotes, ASearchThatAPersonStoppedIsNotGoneOnWith) {
+    ToldWall wall(withGround(plainCantilever(), Left, 50, 0));
+    ASSERT_TRUE(wall.says("over-excavation"));
+    wall.solved = {};
+    wall.solved.failure.code = FailureCode::FactorDeclined;
+    for (const Note& note : wall.notes()) {
+        EXPECT_FALSE(note.second) << note.code;
+    }
+    EXPECT_TRUE(wall.says("no-water"));
+    wall.solved.failure.code = FailureCode::InvalidProblem;
+    EXPECT_TRUE(wall.notes().empty());
 }
 
 // ---- all together ------------------------------------------------------------------------------

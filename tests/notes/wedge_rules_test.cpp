@@ -118,20 +118,51 @@ TEST(WedgeNotes, TheFixedSurfaceIsNoExtreme) {
     EXPECT_NEAR(*note->limit, 4.016, 0.002);
 }
 
-TEST(WedgeNotes, TheCoefficientsOfTheTable) {
-    // The columns of coefficients and fixed surface in the note's table.
+/// Passive pressure over vertical stress 8 FT below the left ground, one sand, factors 1.
+double passiveShare(double friction, double onWall, WedgeMethod wedge) {
+    Problem problem = withGround(plainCantilever(), Left, 50, 0);
+    setBothSides(problem.SoilFriction, friction);
+    setBothSides(problem.SoilWallFriction, onWall);
+    ToldWall wall(problem, wedge);
+    const PressureDiagrams& diagrams = wall.workspace.review().diagrams;
+    for (int i = 1; i <= diagrams.grid.NumElevs; ++i) {
+        if (diagrams.grid.ElevGrid(i) == -18) {
+            return diagrams.pressures.PassivePressures(Left, i, 2) / (120 * 8);
+        }
+    }
+    return 0;
+}
+
+TEST(WedgeNotes, TheTableOfTheText) {
+    struct Row {
+        double friction, onWall, sweep, fixed;
+    };
+    const Row rows[] = {{30, 15, 4.81, 5.60}, {30, 20, 5.75, 8.12},   {30, 25, 6.99, 15.6},
+                        {30, 30, 8.75, 0},    {40, 20, 11.10, 20.96}, {40, 40, 71.0, 1}};
+    for (const auto& [friction, onWall, sweep, fixed] : rows) {
+        EXPECT_NEAR(passiveShare(friction, onWall, WedgeMethod::Sweep), sweep, 0.005 * sweep)
+            << friction << '/' << onWall;
+        if (fixed != 0) { // 0: no bound
+            EXPECT_NEAR(passiveShare(friction, onWall, WedgeMethod::FixedSurface), fixed,
+                        0.005 * fixed)
+                << friction << '/' << onWall;
+        }
+    }
+}
+
+TEST(WedgeNotes, TheNoteTellsBothCoefficients) {
     struct Row {
         double friction, onWall, table, fixed;
     };
-    for (const Row& row :
-         {Row{30, 20, 5.21, 8.12}, Row{30, 25, 5.48, 15.6}, {40, 20, 11.06, 20.96}}) {
+    for (const auto& [friction, onWall, table, fixed] :
+         {Row{30, 20, 5.21, 8.12}, Row{30, 25, 5.48, 15.6}, Row{40, 20, 11.06, 20.96}}) {
         Problem problem = withGround(plainCantilever(), Left, 50, 0);
-        setBothSides(problem.SoilFriction, row.friction);
-        setBothSides(problem.SoilWallFriction, row.onWall);
+        setBothSides(problem.SoilFriction, friction);
+        setBothSides(problem.SoilWallFriction, onWall);
         const auto note = ToldWall(problem, WedgeMethod::FixedSurface).note("fixed-passive");
-        ASSERT_TRUE(note) << row.friction << '/' << row.onWall;
-        EXPECT_NEAR(*note->value, row.fixed, 0.05);
-        EXPECT_NEAR(*note->limit, row.table, 0.05);
+        ASSERT_TRUE(note) << friction << '/' << onWall;
+        EXPECT_NEAR(*note->value, fixed, 0.05);
+        EXPECT_NEAR(*note->limit, table, 0.05);
     }
 }
 
