@@ -1,5 +1,6 @@
 #include "batch/json_results.h"
 
+#include "batch/json_notes.h"
 #include "batch/json_problem.h"
 #include "problem/fields.h"
 #include "problem/unit_conversion.h"
@@ -144,18 +145,6 @@ void writeExtreme(UnitsJson& json, const ResultField& field, const Extreme& extr
     });
 }
 
-const char* methodName(SolutionMethod method) {
-    switch (method) {
-    case SolutionMethod::Cantilever:
-        return "cantilever";
-    case SolutionMethod::FreeEarth:
-        return "free earth";
-    case SolutionMethod::FixedEarth:
-        return "fixed earth";
-    }
-    return "";
-}
-
 void writeLevel(UnitsJson& json, const Problem& problem, const LevelResult& level) {
     const bool analysis = problem.ProgramMode == Mode::Analysis;
     const bool activeGiven = analysis && problem.FSKind == 2;
@@ -163,7 +152,7 @@ void writeLevel(UnitsJson& json, const Problem& problem, const LevelResult& leve
     const bool anchored = problem.WallType == WallKind::Anchored;
     const bool seeps = problem.SeepageKind != Seepage::None;
     json.object([&] {
-        json.member("method", methodName(level.method));
+        json.member("method", solutionMethodName(level.method));
         json.member(results::bottomElev, level.bottomElev);
         json.member(results::penetration, level.penetration);
         json.member(results::anchorForce, where(anchored, level.anchorForce));
@@ -420,6 +409,10 @@ std::string jsonResults(const JsonRecord& record) {
         writeFailure(json, record.solved.failure, record.fault, record.problem.WallType);
         json.member("messages");
         writeMessages(json, record.messages);
+        if (record.notes != nullptr) {
+            json.member("notes");
+            writeNotes(json, *record.notes, record.units);
+        }
         json.member("problem");
         writeProblemInUnits(json, record.problem);
         json.member("right");

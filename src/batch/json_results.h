@@ -21,6 +21,7 @@ struct JsonRecord {
     const Solved& solved;    ///< as far as it has come
     const InputFault& fault; ///< of a refused input
     UnitSystem units;        ///< of all numbers
+    const std::vector<Note>* notes = nullptr; ///< null: none were worked out
 };
 
 /// One JSON object; docs/json.md tells its members. Numbers read back to the same double.

@@ -61,7 +61,10 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
     app.add_option("--max-fs", options.maxFs, "largest factor of safety to search up to")
         ->check(finiteNumber)
         ->capture_default_str();
-    app.add_flag("--quiet", options.quiet, "no progress line");
+    app.add_flag("--check", options.check,
+                 "read the input and tell the notes on it; nothing is solved or written");
+    app.add_flag("!--no-notes", options.notes, "no notes are worked out");
+    app.add_flag("--quiet", options.quiet, "no progress line; of the notes only unsafe ones");
 
     std::string units;
     std::string convert;

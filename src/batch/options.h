@@ -26,6 +26,8 @@ struct Options {
     bool json = false;
     bool plots = false;
     bool quiet = false;
+    bool check = false; ///< notes on the input alone, nothing is solved
+    bool notes = true;
     std::optional<UnitSystem> units; ///< of what is written besides the report; default the file's
     std::optional<UnitSystem> convert; ///< the input goes to `output` in these units, unsolved
     int jobs = 1;                      ///< problems solved at once

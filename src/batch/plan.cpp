@@ -106,7 +106,7 @@ Job planJob(const Options& options, const std::string& input, const fs::path& he
             .jsonPath = {},
             .plots = options.plots,
             .stale = {}};
-    if (options.output == "-") {
+    if (options.output == "-" || options.check) {
         return job;
     }
     if (!options.output.empty()) {
@@ -134,6 +134,11 @@ std::string wrongCombination(const Options& options) {
     }
     if (options.convert && (options.json || options.plots || options.units)) {
         return "--convert writes the input alone: no --json, --plots or --units with it.";
+    }
+    const bool writes =
+        !options.output.empty() || !options.outputDir.empty() || options.json || options.plots;
+    if (options.check && (writes || !options.notes)) {
+        return "--check tells notes and writes nothing.";
     }
     if (options.output == "-" && (options.json || options.plots)) {
         return "--json and --plots need a report file; the report goes to standard output.";

@@ -37,7 +37,7 @@ class Workers {
     /// Waits for a job's outcome.
     Outcome take(std::size_t job) {
         if (threads_.empty()) {
-            return solved(job, workspace_);
+            return solved(job, workspace_, second_);
         }
         std::unique_lock lock(mutex_);
         ready_.wait(lock, [&] { return outcomes_[job].has_value(); });
@@ -48,13 +48,13 @@ class Workers {
 
   private:
     /// A workspace that has seen a fault is not used again.
-    Outcome solved(std::size_t job, std::optional<Workspace>& workspace) {
+    Outcome solved(std::size_t job, std::optional<Workspace>& workspace, NoteWorkspace& second) {
         Outcome outcome;
         const auto fault = runGuarded([&] {
             if (!workspace) {
                 workspace.emplace();
             }
-            outcome = solveInput(jobs_[job], options_, *workspace);
+            outcome = solveInput(jobs_[job], options_, *workspace, second);
         });
         if (fault) {
             outcome.status = StatusError;
@@ -68,11 +68,12 @@ class Workers {
 
     void work() {
         std::optional<Workspace> workspace;
+        NoteWorkspace second;
         std::unique_lock lock(mutex_);
         while (next_ < jobs_.size()) {
             const std::size_t job = next_++;
             lock.unlock();
-            Outcome outcome = solved(job, workspace);
+            Outcome outcome = solved(job, workspace, second);
             lock.lock();
             outcomes_[job] = std::move(outcome);
             ready_.notify_one();
@@ -86,6 +87,7 @@ class Workers {
     std::size_t next_ = 0;
     std::vector<std::optional<Outcome>> outcomes_;
     std::optional<Workspace> workspace_; ///< of the caller's thread
+    NoteWorkspace second_;               ///< likewise
     std::vector<std::jthread> threads_;  ///< last: joined before the rest goes
 };
 
@@ -122,7 +124,7 @@ class Progress {
 };
 
 /// What came up with an input, a line each.
-std::string messageLines(const std::string& input, const Outcome& outcome) {
+std::string messageLines(const std::string& input, const Outcome& outcome, bool quiet) {
     std::string lines;
     for (const Message& message : outcome.messages) {
         lines += messageLine(input, message) + "\n";
@@ -133,6 +135,11 @@ std::string messageLines(const std::string& input, const Outcome& outcome) {
     }
     if (!outcome.during.empty()) {
         lines += messageText(input) + ": while " + outcome.during + "\n";
+    }
+    for (const Note& note : outcome.notes) {
+        if (!quiet || note.severity == Severity::Unsafe) {
+            lines += noteLineOf(input, note) + "\n";
+        }
     }
     return lines;
 }
@@ -149,7 +156,7 @@ int solveAll(const std::vector<Job>& jobs, const Options& options, std::ostream&
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         const Outcome outcome = workers.take(i);
         progress.clear();
-        err << messageLines(jobs[i].input, outcome) << std::flush;
+        err << messageLines(jobs[i].input, outcome, options.quiet) << std::flush;
         out << outcome.report;
         progress.show(i + 1);
         status = std::max(status, outcome.status);

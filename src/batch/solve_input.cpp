@@ -3,6 +3,7 @@
 #include "batch/json_results.h"
 #include "commands/commands.h"
 #include "commands/told_boxes.h"
+#include "notes/note_texts.h"
 #include "plots/figures.h"
 #include "reports/input_echo.h"
 #include "reports/reduction_report.h"
@@ -46,17 +47,19 @@ struct Run {
     const Job& job;
     const Options& options;
     Workspace& workspace;
+    NoteWorkspace& second;
     BatchPrompts prompts = {};
     Problem problem = {};
     PileSections sections = {};
     InputFault fault = {};             ///< of a refused input
-    UnitSystem units = UnitSystem::US; ///< of the JSON
+    UnitSystem units = UnitSystem::US; ///< of JSON and notes
     Solved solved = {};                ///< as far as the solution has come
     bool opened = false;               ///< the problem was read
     bool broken = false;               ///< by a fault of files or memory: earlier outputs stay
     int status = StatusFailed;
     Stage stage = {Doing::Reading};
     std::string report = {};
+    std::vector<Note> notes = {};
 
     void raise(int other) { status = std::max(status, other); }
     /// The first failure stands.
@@ -124,13 +127,28 @@ bool solveLevels(Run& run) {
     return true;
 }
 
-/// The road of a solution with its reports; a fault of a report fails it like one of the solution.
-void solveWithReports(Run& run) {
+korvane::Options roadOptions(Run& run) {
     korvane::Options options;
     options.wedge = run.options.fixedSurface ? WedgeMethod::FixedSurface : WedgeMethod::Sweep;
+    options.factorLimit.largest = run.options.maxFs;
     options.factorLimit.ask = [&run](double limit) {
         return run.prompts.goBeyond(limit, run.options.maxFs);
     };
+    return options;
+}
+
+/// The notes that are asked for: JSON has all of them.
+NoteRequest noteRequest(const Run& run) {
+    const Options& options = run.options;
+    const NoteWork work = !options.notes                   ? NoteWork::None
+                          : options.quiet && !options.json ? NoteWork::UnsafeOnly
+                                                           : NoteWork::All;
+    return {.problem = run.problem, .work = work, .units = run.units};
+}
+
+/// The road of a solution with its reports; a fault of a report fails it like one of the solution.
+void solveWithReports(Run& run) {
+    const korvane::Options options = roadOptions(run);
     const auto review = reviewWall(run.problem, options, run.workspace);
     if (!reached(run, review)) {
         return;
@@ -175,9 +193,19 @@ bool guarded(Run& run, Step step) {
     return !fault;
 }
 
+/// Tells the notes on an input alone; an unsafe one fails it.
+void check(Run& run) {
+    run.notes = notesOnInput(noteRequest(run));
+    run.status = countOf(run.notes, Severity::Unsafe) == 0 ? StatusSolved : StatusFailed;
+}
+
 void solve(Run& run) {
     bool complete = false;
     if (!guarded(run, [&] { complete = open(run); }) || !complete) {
+        return;
+    }
+    if (run.options.check) {
+        guarded(run, [&] { check(run); });
         return;
     }
     run.stage = {Doing::Reporting};
@@ -190,7 +218,11 @@ void solve(Run& run) {
     if (breaksRun(run.solved.failure.error)) {
         run.broken = true;
         run.raise(run.solved.failure.error >= 52 ? StatusFailed : StatusError);
+        return;
     }
+    guarded(run, [&run] {
+        run.notes = notesOnSolution(noteRequest(run), run.solved, roadOptions(run), run.second);
+    });
 }
 
 /// The outputs of one input, beside their places.
@@ -219,7 +251,8 @@ std::string json(const Run& run) {
                         .sections = run.sections,
                         .solved = run.solved,
                         .fault = run.fault,
-                        .units = run.units});
+                        .units = run.units,
+                        .notes = run.options.notes ? &run.notes : nullptr});
 }
 
 void prepareOutputs(const Run& run, Outputs& outputs) {
@@ -291,15 +324,16 @@ void writeOutputs(Run& run) {
 
 } // namespace
 
-Outcome solveInput(const Job& job, const Options& options, Workspace& workspace) {
-    Run run{.job = job, .options = options, .workspace = workspace};
+Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
+                   NoteWorkspace& second) {
+    Run run{.job = job, .options = options, .workspace = workspace, .second = second};
     solve(run);
-    if (!run.broken) {
+    if (!run.broken && !options.check) {
         run.stage = {Doing::Reporting};
         writeOutputs(run);
     }
     Outcome outcome;
-    if (job.reportPath.empty() && !run.broken) {
+    if (job.reportPath.empty() && !run.broken && !options.check) {
         outcome.report = std::move(run.report);
     }
     if (run.solved.failure) {
@@ -307,7 +341,12 @@ Outcome solveInput(const Job& job, const Options& options, Workspace& workspace)
     }
     outcome.status = run.status;
     outcome.messages = std::move(run.prompts.messages);
+    outcome.notes = std::move(run.notes);
     return outcome;
+}
+
+std::string noteLineOf(const std::string& input, const Note& note) {
+    return messageText(input) + ": note: " + noteLine(note);
 }
 
 std::string messageLine(const std::string& input, const Message& message) {

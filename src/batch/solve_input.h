@@ -2,6 +2,7 @@
 #pragma once
 
 #include "batch/options.h"
+#include "notes/notes.h"
 #include "solution/solution.h"
 #include "state/message_box.h"
 
@@ -22,6 +23,7 @@ struct Outcome {
     int status = StatusSolved;
     std::vector<Message> messages;
     std::string during; ///< what was being done where there are no results: "reading the input"
+    std::vector<Note> notes;
     std::string report; ///< only where it goes to standard output
     int fault = 0;      ///< the run-time error that left no memory for a message
 };
@@ -32,7 +34,14 @@ struct Outcome {
 /// All outputs are written beside their places before one is touched: a fault of files or memory up
 /// to then leaves those of an earlier run whole. Then the old figures and JSON go, and report,
 /// figures and JSON take their places in this order. Where one cannot, the rest goes on.
-Outcome solveInput(const Job& job, const Options& options, Workspace& workspace);
+///
+/// With --check the input is read alone: the notes on it, no output, and StatusFailed where one is
+/// unsafe. `second` is where walls are solved once more for notes.
+Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
+                   NoteWorkspace& second);
+
+/// A note as one line of the error output: "INPUT: note: SEVERITY: TEXT (CODE)".
+std::string noteLineOf(const std::string& input, const Note& note);
 
 /// A message as one line of the error output: "INPUT: [TITLE] text", its lines joined by " / ".
 /// At most 200 characters of each are shown, control characters as "\x1B".

@@ -19,6 +19,18 @@ const char* severityName(Severity severity) {
     return "";
 }
 
+const char* solutionMethodName(SolutionMethod method) {
+    switch (method) {
+    case SolutionMethod::Cantilever:
+        return "cantilever";
+    case SolutionMethod::FreeEarth:
+        return "free earth";
+    case SolutionMethod::FixedEarth:
+        return "fixed earth";
+    }
+    return "";
+}
+
 Workspace& NoteWorkspace::get() {
     if (!workspace_) {
         workspace_.emplace();
@@ -30,6 +42,12 @@ int countOf(const std::vector<Note>& notes, Severity severity) {
     return static_cast<int>(std::count_if(notes.begin(), notes.end(), [severity](const Note& note) {
         return note.severity == severity;
     }));
+}
+
+void throwOnMemory(int error) {
+    if (error == OutOfMemory || error == InternalError) {
+        throw RuntimeError(error);
+    }
 }
 
 namespace {
@@ -60,7 +78,8 @@ std::vector<Note> lookAt(const Wall& wall) {
             if (wanted && canLook(rule, wall)) {
                 NoteSink sink(notes, rule);
                 // A number beyond what a rule can bear leaves the rule without a note.
-                runGuarded([&] { rule.look(wall, sink); });
+                const auto fault = runGuarded([&] { rule.look(wall, sink); });
+                throwOnMemory(fault ? fault->number() : 0);
             }
         }
     }

@@ -24,6 +24,9 @@ enum class Severity {
 /// "remark", "caution", "unsafe".
 const char* severityName(Severity severity);
 
+/// "cantilever", "free earth", "fixed earth".
+const char* solutionMethodName(SolutionMethod method);
+
 /// A level of a wall that was solved once more. Units as in LevelResult.
 struct SecondLevel {
     SolutionMethod method = SolutionMethod::Cantilever;

@@ -164,7 +164,8 @@ void lookAtExcavation(const Wall& wall, NoteSink& notes) {
                .limit = MostExcavation,
                .text = "The ground in front is not lowered for unplanned excavation. " +
                        wall.say(Quantity::Length, depth) + " lower the wall has " +
-                       outcomeText(wall, second, level) + ".",
+                       outcomeText(wall, second, level) +
+                       (wall.design() ? ", from the lower ground." : "."),
                .second = second});
 }
 

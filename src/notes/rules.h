@@ -77,6 +77,9 @@ std::span<const NoteRule> loadRules();        ///< loads, anchor, ground, layers
 std::span<const NoteRule> reductionRules();   ///< moment reduction
 std::span<const NoteRule> remarkRules();      ///< what the results rest on
 
+/// Throws the run-time error again where it says nothing of the wall.
+void throwOnMemory(int error);
+
 // ---- what several themes share -----------------------------------------------------------------
 
 /// "right side".

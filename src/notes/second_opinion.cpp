@@ -27,12 +27,6 @@ double share(const Wall& wall, const LevelResult& told, const SecondLevel& secon
            std::max(std::fabs(told.penetration), LeastPenetration);
 }
 
-const char* methodText(SolutionMethod method) {
-    return method == SolutionMethod::Cantilever  ? "cantilever"
-           : method == SolutionMethod::FreeEarth ? "free earth"
-                                                 : "fixed earth";
-}
-
 } // namespace
 
 SecondOpinion solveAgain(const Wall& wall, const Problem& problem, const Amendments& amendments) {
@@ -41,15 +35,18 @@ SecondOpinion solveAgain(const Wall& wall, const Problem& problem, const Amendme
     options.amendments = amendments;
     Workspace& workspace = wall.second->get();
     SecondOpinion second;
+    const auto fails = [&second](const Failure& failure) {
+        throwOnMemory(failure.error);
+        second.failure = failure;
+        return second;
+    };
     const auto review = reviewWall(problem, options, workspace);
     if (!review) {
-        second.failure = review.failure();
-        return second;
+        return fails(review.failure());
     }
     const auto results = solveWall(workspace);
     if (!results) {
-        second.failure = results.failure();
-        return second;
+        return fails(results.failure());
     }
     second.levelCount = results->levelCount;
     for (int level = 1; level <= second.levelCount; ++level) {
@@ -96,7 +93,7 @@ std::string outcomeText(const Wall& wall, const SecondOpinion& second, int level
     const LevelResult& told = wall.results().levels(level);
     text +=
         " instead of " + wall.say(quantity, wall.design() ? told.penetration : told.factorOfSafety);
-    return wall.anchored() ? text + " (" + methodText(other.method) + ")" : text;
+    return wall.anchored() ? text + " (" + solutionMethodName(other.method) + ")" : text;
 }
 
 void addOpinion(const Wall& wall, NoteSink& notes, Note note, const Problem& problem,

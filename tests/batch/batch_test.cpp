@@ -75,7 +75,7 @@ class FolderWatch {
 TEST(Batch, TheReportStandsBesideTheInput) {
     const BatchOffice office;
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "wall.v2.dat");
-    const BatchRun run = office.run({input});
+    const BatchRun run = office.run({"--no-notes", input});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "");
     EXPECT_EQ(run.err, input + ": [INPUT COMPLETE] Input file processed: " + input +

@@ -167,7 +167,7 @@ TEST(BatchUsage, VersionAndHelpGoToStandardOutputAndTheManualTellsEachOption) {
     std::string manual = readFile(sourceFile("packaging/man/korvane-batch.1"));
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
     for (const char* option : {"-o", "--output", "--output-dir", "--wedge", "--json", "--plots",
-                               "--jobs", "--max-fs", "--quiet", "--version", "--help", "INPUT"}) {
+                               "--jobs", "--max-fs", "--quiet", "--check", "--no-notes", "--version", "--help", "INPUT"}) {
         EXPECT_NE(help.out.find(option), std::string::npos) << option;
         EXPECT_NE(manual.find(option), std::string::npos) << option;
     }

@@ -21,7 +21,8 @@ def number(path):
 
 def solve(batch, wedge, inputs, folder):
     """Exit status of one run over all inputs of a wedge method."""
-    command = [batch, "--quiet", "--json", "--wedge", wedge, "--max-fs", "20", "--output-dir", folder]
+    command = [batch, "--quiet", "--no-notes", "--json", "--wedge", wedge, "--max-fs", "20",
+               "--output-dir", folder]
     run = subprocess.run(command + [str(p) for p in inputs], stderr=subprocess.PIPE, check=False)
     return run.returncode, run.stderr.decode("utf-8", "replace")
 
