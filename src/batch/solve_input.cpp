@@ -59,6 +59,7 @@ struct Run {
     int status = StatusFailed;
     Stage stage = {Doing::Reading};
     std::string report = {};
+    std::vector<ReadRemark> remarks = {};
     std::vector<Note> notes = {};
 
     void raise(int other) { status = std::max(status, other); }
@@ -73,7 +74,8 @@ struct Run {
 };
 
 bool readAndTell(Run& run, const std::string& text, const std::string& name) {
-    const ReadResult result = readProblem(run.problem, text, name, &run.fault);
+    const ReadResult result = 
+        readProblem(run.problem, text, name, &run.fault, nullptr, &run.remarks);
     run.units = run.options.units.value_or(result.units);
     return tellReading(run.prompts, name, result);
 }
@@ -143,7 +145,7 @@ NoteRequest noteRequest(const Run& run) {
     const NoteWork work = !options.notes                   ? NoteWork::None
                           : options.quiet && !options.json ? NoteWork::UnsafeOnly
                                                            : NoteWork::All;
-    return {.problem = run.problem, .work = work, .units = run.units};
+    return {.problem = run.problem, .work = work, .units = run.units, .read = &run.remarks};
 }
 
 /// The road of a solution with its reports; a fault of a report fails it like one of the solution.

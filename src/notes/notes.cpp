@@ -71,8 +71,9 @@ std::vector<Note> lookAt(const Wall& wall) {
     if (work == NoteWork::None) {
         return notes;
     }
-    for (const auto& rules : {weightRules(), wedgeRules(), coefficientRules(), clayRules(),
-                              seepageRules(), loadRules(), reductionRules(), remarkRules()}) {
+    for (const auto& rules :
+         {weightRules(), wedgeRules(), coefficientRules(), clayRules(), seepageRules(), loadRules(),
+          reductionRules(), fileRules(), remarkRules()}) {
         for (const NoteRule& rule : rules) {
             const bool wanted = work == NoteWork::All || rule.worst == Severity::Unsafe;
             if (wanted && canLook(rule, wall)) {

@@ -5,6 +5,7 @@
 //     for (const Note& note : notesOnSolution({.problem = problem}, solved, options, second)) ...
 #pragma once
 
+#include "problem/input_reader.h"
 #include "problem/quantities.h"
 #include "solution/solution.h"
 
@@ -70,6 +71,8 @@ struct NoteRequest {
     const Problem& problem;
     NoteWork work = NoteWork::All;
     UnitSystem units = UnitSystem::US; ///< of the texts
+    /// Of a problem that was read from a file and not changed since.
+    const std::vector<ReadRemark>* read = nullptr;
 };
 
 /// Where walls are solved once more; takes its memory with the first of them. To be used again and

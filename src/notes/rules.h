@@ -75,6 +75,7 @@ std::span<const NoteRule> clayRules();        ///< cohesion in front and behind,
 std::span<const NoteRule> seepageRules();     ///< gradients
 std::span<const NoteRule> loadRules();        ///< loads, anchor, ground, layers
 std::span<const NoteRule> reductionRules();   ///< moment reduction
+std::span<const NoteRule> fileRules();        ///< what the reader of a file passed over
 std::span<const NoteRule> remarkRules();      ///< what the results rest on
 
 /// Throws the run-time error again where it says nothing of the wall.

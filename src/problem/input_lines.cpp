@@ -3,6 +3,8 @@
 #include "runtime/number_text.h"
 #include "runtime/runtime_error.h"
 
+#include <algorithm>
+
 namespace korvane {
 
 namespace {
@@ -29,6 +31,7 @@ void findTokens(InputLines& input) {
 bool NextInputLine(InputLines& input) {
     input.TokenPos.fill(0);
     input.TokenCount = 0;
+    input.TokensTaken = 0;
     while (input.linesRead < input.lines.size()) {
         const std::string& whole = input.lines[input.linesRead++];
         const std::string line = trimmed(whole);
@@ -50,6 +53,7 @@ std::string_view takeToken(const InputLines& input, int token) {
     if (!hasToken(input, token)) {
         throw RuntimeError(5);
     }
+    input.TokensTaken = std::max(input.TokensTaken, token);
     const std::size_t start = input.TokenPos(1, token);
     return std::string_view(input.InputLine)
         .substr(start - 1, input.TokenPos(2, token) - start + 1);

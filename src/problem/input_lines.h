@@ -22,6 +22,8 @@ struct InputLines {
     Array<std::size_t, 2, MaxTokens> TokenPos; ///< (1, n) start and (2, n) end column of token n,
                                                ///< from 1; 0 where the token does not exist
     int TokenCount = 0;
+    /// The last token of the line that was asked for: what follows it is read for nothing.
+    mutable int TokensTaken = 0;
 };
 
 /// Takes the next significant line, passing over empty lines and "(" comments, and finds its

@@ -78,13 +78,18 @@ bool readControl(Reading& reading) {
     FSActive = 1.0;
     FSPassive = 1.5;
     if (!hasFactor) {
+        remark(reading, ReadRemark::Kind::DefaultFactors);
         return true;
     }
     if (!number(reading, 4, ProblemField::FSActive)) {
         return false;
     }
     FSPassive = FSActive;
-    return !hasToken(reading.input, 5) || number(reading, 5, ProblemField::FSPassive);
+    if (!hasToken(reading.input, 5)) {
+        remark(reading, ReadRemark::Kind::OneFactorForBoth);
+        return true;
+    }
+    return number(reading, 5, ProblemField::FSPassive);
 }
 
 /// Top; for an anchored wall the anchor; for an analysis bottom, modulus and inertia.
@@ -172,6 +177,12 @@ bool readCoefficientLayer(Reading& reading, int side, int layer, bool last) {
            (last || number(reading, 5, ProblemField::SoilBottomElev, side, layer));
 }
 
+void remarkOnFactors(Reading& reading, double active, double passive, int side, int layer) {
+    if (passive > 0 && !(active > 0)) {
+        remark(reading, ReadRemark::Kind::PassiveFactorAlone, side, layer);
+    }
+}
+
 bool readStrengthLayer(Reading& reading, int side, int layer, bool last) {
     if (!(nextLine(reading, last ? 6 : 8) &&
           number(reading, 1, ProblemField::SoilSatWeight, side, layer) &&
@@ -188,9 +199,20 @@ bool readStrengthLayer(Reading& reading, int side, int layer, bool last) {
                    number(reading, 8, {"SoilBottomSlope", side, layer}, slope))) {
         return false;
     }
+    if (slope != 0) {
+        remark(reading, ReadRemark::Kind::SlopeDropped, side, layer);
+    }
     const int factors = last ? 7 : 9;
-    return optionalNumber(reading, factors, ProblemField::SoilFSActive, side, layer) &&
-           optionalNumber(reading, factors + 1, ProblemField::SoilFSPassive, side, layer);
+    if (!(optionalNumber(reading, factors, ProblemField::SoilFSActive, side, layer) &&
+          optionalNumber(reading, factors + 1, ProblemField::SoilFSPassive, side, layer))) {
+        return false;
+    }
+    if (last && hasToken(reading.input, factors)) {
+        remark(reading, ReadRemark::Kind::LastLayerFactors, side, layer);
+    }
+    remarkOnFactors(reading, reading.problem.SoilFSActive(side, layer),
+                    reading.problem.SoilFSPassive(side, layer), side, layer);
+    return true;
 }
 
 /// The level 2 factors of safety stay with the right side: deliberate.
@@ -229,6 +251,7 @@ bool readSoilOfSide(Reading& reading) {
           optionalNumber(reading, 6, ProblemField::Level2FSPassive, side))) {
         return false;
     }
+    remarkOnFactors(reading, problem.Level2FSActive(side), problem.Level2FSPassive(side), side, 0);
     const auto readLayer = problem.SoilDataKind(side) == SoilData::Strengths ? readStrengthLayer
                                                                              : readCoefficientLayer;
     for (int layer = 1; layer <= SoilLayerCount(side); ++layer) {
@@ -340,10 +363,11 @@ bool readTermination(Reading& reading) {
 } // namespace
 
 ReadResult readProblem(Problem& problem, std::string_view fileText, const std::string& fileName,
-                       InputFault* fault, FileNumbers* numbers) {
+                       InputFault* fault, FileNumbers* numbers, std::vector<ReadRemark>* remarks) {
     InputLines input;
     input.lines = splitLines(fileText);
-    Reading reading{problem, std::move(input), fileName, {}, {}, {}, UnitSystem::US, numbers};
+    Reading reading{problem, std::move(input), fileName, {},     {},
+                    {},      UnitSystem::US,   numbers,  remarks};
     readUnits(reading);
     // The required sections read their own first lines; an optional one finds the line that may be
     // its first already read.

@@ -49,6 +49,24 @@ struct InputFault {
 /// `12: SoilFriction: read "46", must be 0 to 45`.
 std::string faultText(const InputFault& fault);
 
+/// What the reader passed over or settled by itself in a line.
+struct ReadRemark {
+    enum class Kind {
+        WordsIgnored,       ///< words behind those that the line takes
+        LastLayerFactors,   ///< numbers behind a side's last layer, read as factors of safety
+        PassiveFactorAlone, ///< a passive factor of side or layer without an active one
+        SlopeDropped,       ///< the slope of a layer's bottom
+        DefaultFactors,     ///< a design without factors of safety takes 1.0 and 1.5
+        OneFactorForBoth,   ///< a design with one factor of safety
+    };
+    Kind kind = Kind::WordsIgnored;
+    int side = 0;     ///< 0 where the line belongs to none
+    int layer = 0;    ///< likewise
+    std::string line; ///< cleaned
+
+    bool operator==(const ReadRemark&) const = default;
+};
+
 /// Reads `fileText` into a cleared problem. `fileName` stands in the messages. On a failure the
 /// fields read so far stay. Faults that no message covers are thrown: RuntimeError 5 where a token
 /// is taken that does not exist, 9 for a given seepage gradient. With a message comes its place, to
@@ -57,8 +75,10 @@ std::string faultText(const InputFault& fault);
 /// A file whose first line (comments and empty lines aside) is "UNITS SI" has metric numbers:
 /// elevations in m, unit weights in kN/m3, and so on (`unitOf`). They are converted as they are
 /// read; the limits count behind the conversion. "UNITS US" says what holds without such a line.
-/// `numbers`, if given, takes the file's units and where its numbers stand.
+/// `numbers`, if given, takes the file's units and where its numbers stand; remarks are added to
+/// `remarks`.
 ReadResult readProblem(Problem& problem, std::string_view fileText, const std::string& fileName,
-                       InputFault* fault = nullptr, FileNumbers* numbers = nullptr);
+                       InputFault* fault = nullptr, FileNumbers* numbers = nullptr,
+                       std::vector<ReadRemark>* remarks = nullptr);
 
 } // namespace korvane

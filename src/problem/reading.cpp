@@ -73,7 +73,21 @@ std::string lettersText(std::string_view letters) {
     return "a word that begins with " + text;
 }
 
+/// The first word of a line is its keyword or a number; a heading line is one text.
+void remarkOnWords(Reading& reading) {
+    if (reading.input.TokenCount > std::max(reading.input.TokensTaken, 1) &&
+        !beginsWith(reading, "'")) {
+        remark(reading, ReadRemark::Kind::WordsIgnored);
+    }
+}
+
 } // namespace
+
+void remark(Reading& reading, ReadRemark::Kind kind, int side, int layer) {
+    if (reading.remarks != nullptr) {
+        reading.remarks->push_back({kind, side, layer, reading.input.InputLine});
+    }
+}
 
 std::string faultText(const InputFault& fault) {
     const std::string read = fault.read.empty() ? "nothing" : '"' + fault.read + '"';
@@ -109,6 +123,7 @@ bool refuseIncomplete(Reading& reading) {
 }
 
 bool nextLine(Reading& reading) {
+    remarkOnWords(reading);
     return NextInputLine(reading.input) || refuseIncomplete(reading);
 }
 

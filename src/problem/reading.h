@@ -22,6 +22,7 @@ struct Reading {
     InputFault fault;                  ///< the place of the message
     UnitSystem units = UnitSystem::US; ///< of the file's numbers
     FileNumbers* numbers = nullptr;    ///< takes where they stand
+    std::vector<ReadRemark>* remarks = nullptr;
 };
 
 /// What a number or word is read into.
@@ -42,6 +43,9 @@ bool refuse(Reading& reading, const std::string& text, const std::string& needed
             const std::string& field);
 /// Ends the reading with the message of a file that stops before its end line. Always false.
 bool refuseIncomplete(Reading& reading);
+
+/// Adds a remark on the current line, where somebody asks for them.
+void remark(Reading& reading, ReadRemark::Kind kind, int side = 0, int layer = 0);
 
 /// The next significant line, or the message of the incomplete file.
 bool nextLine(Reading& reading);

@@ -137,6 +137,14 @@ TEST(BatchCheck, ReadsAndTellsAndWritesNothing) {
     EXPECT_EQ(office.run({"--check", office.write("fatal.dat", fatalInput)}).status, 70);
 }
 
+TEST(BatchCheck, TellsWhatTheReaderPassedOver) {
+    const BatchOffice office;
+    std::string text = wallWithWaterOf("62.4");
+    text.replace(text.find("WALL 10"), 7, "WALL 10 FT");
+    const auto lines = noteLines(office.run({"--check", office.write("a.dat", text)}));
+    EXPECT_TRUE(anyHas(lines, "remark: Words at the end of a line are ignored: \"WALL 10 FT\"."));
+}
+
 TEST(BatchCheck, TakesNoOutputs) {
     const BatchOffice office;
     const std::string input = office.write("a.dat", wallWithWaterOf("62.4"));

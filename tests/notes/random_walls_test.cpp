@@ -44,10 +44,11 @@ TEST(NotesOnRandomWalls, AreWholeAndUnsafeOnesDoNotHangOnTheWork) {
 }
 
 TEST(NoteRules, HaveCodesOfTheirOwnThatTheGuideExplains) {
-    const std::string guide = readInputFile(KORVANE_SOURCE_DIR "/docs/guide/10-notes.md");
+    const std::string guide = readInputFile(KORVANE_SOURCE_DIR "/docs/guide/11-notes.md");
     std::set<std::string_view> codes;
-    for (const auto& rules : {weightRules(), wedgeRules(), coefficientRules(), clayRules(),
-                              seepageRules(), loadRules(), reductionRules(), remarkRules()}) {
+    for (const auto& rules :
+         {weightRules(), wedgeRules(), coefficientRules(), clayRules(), seepageRules(), loadRules(),
+          reductionRules(), fileRules(), remarkRules()}) {
         for (const NoteRule& rule : rules) {
             EXPECT_TRUE(codes.insert(rule.code).second) << rule.code;
             EXPECT_FALSE(rule.source.empty()) << rule.code;
