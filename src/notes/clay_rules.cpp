@@ -10,13 +10,14 @@ namespace korvane {
 namespace {
 
 /// Net resistance of clay in front as a share of the load on it, below which it is small: 5 % of
-/// the cohesion are then 15 % of the resistance.
+/// the cohesion are then 15 % of the resistance. That a wall in clay loses its hold as q comes near
+/// 2 ca + 2 cp is told by Teng (1962).
 constexpr double SmallNet = 0.5;
 constexpr double LessCohesion = 0.95;
-constexpr double BearingFactor = 5.14; ///< of a long strip on clay (Prandtl 1920)
-constexpr double HeaveFactor = 1.5;
-constexpr double NoPressureHeight = 1.0; ///< FT; less makes no crack
-constexpr double MinimumFluid = 30;      ///< PCF, least equivalent fluid behind a wall
+constexpr double BearingFactor = 5.14;   ///< of a long strip on clay (Prandtl 1920)
+constexpr double HeaveFactor = 1.5;      ///< customary against heave (NAVFAC DM 7.02, 1986)
+constexpr double NoPressureHeight = 1.0; ///< FT; a shallower crack moves no wall
+constexpr double MinimumFluid = 30;      ///< PCF, least equivalent fluid (BS 8002, 1994: 5 kN/m3)
 constexpr double FreshWater = 62.4;      ///< PCF
 constexpr int LoadPoints = 11;           ///< of a horizontal distributed load
 

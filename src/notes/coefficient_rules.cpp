@@ -8,9 +8,10 @@ namespace korvane {
 
 namespace {
 
-constexpr double NearHalf = 1.0;       ///< degrees of developed wall friction
-constexpr double LeastStep = 0.01;     ///< share of the coefficient; a smaller step moves no wall
-constexpr double WallShare = 2.0 / 3;  ///< of the soil's friction, what steel bears
+constexpr double NearHalf = 1.0;   ///< degrees of developed wall friction
+constexpr double LeastStep = 0.01; ///< share of the coefficient; a smaller step moves no wall
+constexpr double WallShare =
+    2.0 / 3; ///< of the soil's friction, for steel (EN 1997-1, 9.5.1, 2004)
 constexpr double AngleRounding = 0.05; ///< degrees: 2/3 of 32 may be typed as 21.4
 
 /// How the passive coefficient changes from Coulomb's plane to the table at half the soil's

@@ -9,7 +9,7 @@ namespace korvane {
 
 namespace {
 
-constexpr double ThinLayer = 1.0;    ///< FT
+constexpr double ThinLayer = 1.0;    ///< FT, what borings tell of a boundary
 constexpr double FartherSlope = 1.5; ///< times its reach
 
 // ---- horizontal loads --------------------------------------------------------------------------

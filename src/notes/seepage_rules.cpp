@@ -6,7 +6,7 @@ namespace korvane {
 
 namespace {
 
-constexpr double SafeExit = 1.5;    ///< factor of safety against a quick bottom
+constexpr double SafeExit = 1.5; ///< least factor against a quick bottom (Terzaghi and Peck 1948)
 constexpr double LimitNoise = 1e-9; ///< FT/FT
 
 bool seeps(const Wall& wall) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double LevelSight = 88;             ///< degrees: the last plane ends 2 short of the sight
 constexpr double NegligibleCohesion = 0.0001; ///< PSF; below it the surface takes no pressure
-constexpr double FixedExcess = 0.05; ///< share by which a fixed surface may exceed the tables
+constexpr double FixedExcess = 0.05; ///< share above the tables; less is within their own error
 
 bool isWedge(const Wall& wall, int side) {
     return sideMethod(wall.problem, side) == PressureMethod::Wedge;

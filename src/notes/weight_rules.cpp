@@ -8,11 +8,11 @@ namespace korvane {
 
 namespace {
 
-constexpr double LeastWaterWeight = 62; ///< PCF; fresh water weighs 62.4
-constexpr double MostWaterWeight = 65;  ///< PCF; sea water weighs 64.0
+constexpr double LeastWaterWeight = 62; ///< PCF; fresh water weighs 62.4 (USACE 1994)
+constexpr double MostWaterWeight = 65;  ///< PCF; sea water weighs 64.0 (likewise)
 constexpr double MetricWeight = 30;     ///< PCF; no soil is lighter, kN/m3 and t/m3 are
-constexpr double LeastSoilWeight = 80;  ///< PCF, light fill
-constexpr double MostSoilWeight = 160;  ///< PCF, dense gravel and rock fill
+constexpr double LeastSoilWeight = 80;  ///< PCF, light organic soil (NAVFAC DM 7.01, 1986)
+constexpr double MostSoilWeight = 160;  ///< PCF, dense gravel saturated (likewise)
 
 bool hasWaterLevels(const Problem& problem) {
     return problem.WaterDataKind == WaterData::Elevations;
