@@ -77,4 +77,12 @@ std::vector<Note> newUnsafeNotes(const std::vector<Note>& now, const std::vector
     return fresh;
 }
 
+MessageBox notesBox(const std::vector<Note>& notes) {
+    std::string text;
+    for (const Note& note : notes) {
+        text += (text.empty() ? "" : "\n\n") + note.text;
+    }
+    return {.text = text, .title = "NOTES", .buttons = Buttons::Ok, .icon = Icon::Exclamation};
+}
+
 } // namespace korvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "notes/notes.h"
+#include "state/message_box.h"
 
 namespace korvane {
 
@@ -18,5 +19,8 @@ std::string notesText(const std::vector<Note>& notes, std::size_t width = 78);
 /// The unsafe notes of `now` that are not in `before`: those that a person must be told. Two notes
 /// are one where code, side, layer and text agree.
 std::vector<Note> newUnsafeNotes(const std::vector<Note>& now, const std::vector<Note>& before);
+
+/// The box that tells such notes.
+MessageBox notesBox(const std::vector<Note>& notes);
 
 } // namespace korvane

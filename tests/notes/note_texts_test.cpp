@@ -53,5 +53,14 @@ TEST(NoteTexts, OnlyNewUnsafeNotesAreTold) {
     EXPECT_TRUE(newUnsafeNotes({old}, {old}).empty());
 }
 
+TEST(NoteTexts, TheBoxHoldsOneTextBelowTheOther) {
+    const MessageBox box =
+        notesBox({noteOf(Severity::Unsafe, "a", "A."), noteOf(Severity::Unsafe, "b", "B.")});
+    EXPECT_EQ(box.title, "NOTES");
+    EXPECT_EQ(box.text, "A.\n\nB.");
+    EXPECT_EQ(box.buttons, Buttons::Ok);
+    EXPECT_EQ(box.icon, Icon::Exclamation);
+}
+
 } // namespace
 } // namespace korvane::test
