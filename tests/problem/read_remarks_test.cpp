@@ -13,7 +13,8 @@ std::vector<ReadRemark> remarksOn(const std::string& text) {
     std::vector<ReadRemark> remarks;
     Problem problem;
     clearProblemData(problem);
-    EXPECT_TRUE(readProblem(problem, text, "wall.dat", &remarks).complete) << text;
+    EXPECT_TRUE(readProblem(problem, text, "wall.dat", nullptr, nullptr, &remarks).complete)
+        << text;
     return remarks;
 }
 
