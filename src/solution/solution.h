@@ -29,7 +29,6 @@ struct Options {
     FactorLimit factorLimit; ///< of an analysis
     /// Review and levels tell how their pressures came about; without it nothing is recorded.
     bool keepDetails = false;
-    FactorLimit factorLimit;    ///< of an analysis
     Amendments amendments = {}; ///< for a second opinion
 };
 
