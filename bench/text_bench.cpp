@@ -98,15 +98,20 @@ void JsonResults(benchmark::State& run) {
     solved.results = wall.results.get();
     solved.reduction = &wall.reduction;
     const std::string input = "wall.dat";
+    const batch::Options options;
+    const InputFault fault;
     const std::vector<batch::Message> messages;
     std::size_t size = 0;
     for (auto _ : run) {
         size = batch::jsonResults({.input = input,
+                                   .options = options,
                                    .status = batch::StatusSolved,
                                    .messages = messages,
                                    .problem = wall.problem,
                                    .sections = wall.sections,
-                                   .solved = solved})
+                                   .solved = solved,
+                                   .fault = fault,
+                                   .units = UnitSystem::US})
                    .size();
     }
     run.SetBytesProcessed(run.iterations() * static_cast<std::int64_t>(size));
