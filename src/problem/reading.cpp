@@ -160,12 +160,14 @@ char letterAmong(Reading& reading, int token, const Place& place, std::string_vi
 
 bool number(Reading& reading, int token, const Place& place, double& to, const Limits& limits) {
     const std::string_view text = takeToken(reading.input, token);
-    if (!isNumeric(text)) {
+    const bool numeric = isNumeric(text);
+    const double value = numeric ? fromUnits(place.quantity, numericValue(text), reading.units) : 0;
+    if (!numeric || !std::isfinite(value)) {
         const std::string needed = limitsText(reading, limits, place.quantity);
         return refuseWord(reading, token, place,
-                          needed.empty() ? "a number" : "a number, " + needed);
+                          std::string(numeric ? "a smaller number" : "a number") +
+                              (needed.empty() ? "" : ", ") + needed);
     }
-    const double value = fromUnits(place.quantity, numericValue(text), reading.units);
     if (reading.numbers != nullptr) {
         const InputLines& input = reading.input;
         reading.numbers->numbers.push_back({input.linesRead,

@@ -73,8 +73,8 @@ bool choice(Reading& reading, int token, const Place& place, Choice& to) {
     }
     return letter != '\0';
 }
-/// Stores a numeric token, converted from the file's units, within its limits; RuntimeError 5 where
-/// the token does not exist.
+/// Stores a numeric token, converted from the file's units, within its limits; what is then beyond
+/// the range of a double is no number. RuntimeError 5 where the token does not exist.
 bool number(Reading& reading, int token, const Place& place, double& to,
             const Limits& limits = anyValue);
 /// Stores a numeric token in a field, within the limits that files have.

@@ -140,6 +140,24 @@ TEST(MetricFiles, AWrongNumberGetsTheToldBoxWithTheTypedLine) {
     EXPECT_EQ(readText(text).result, metricError("WATER DATA", "WATER ELEVATIONS 9,81 3 2"));
 }
 
+// 1E308 kPa would be 2.1E309 PSF, beyond the range of a double.
+TEST(MetricFiles, ANumberThatNoDoubleHoldsBehindTheConversionIsRefused) {
+    std::string text = MetricWall;
+    text.replace(text.find("2.4 10"), 3, "1E308");
+    InputFault fault;
+    Problem problem;
+    clearProblemData(problem);
+    EXPECT_EQ(readProblem(problem, text, "wall.dat", &fault).text,
+              metricError("SOIL LAYER DATA", "20.1 16 30 1E308 10 1.2").text);
+    EXPECT_EQ(faultText(fault),
+              "10: SoilCohesion: read \"1E308\", must be a smaller number, at least 0");
+    text.replace(text.find("1E308"), 5, "1E305");
+    EXPECT_TRUE(readText(text).result.complete);
+    text.replace(text.find("SI"), 2, "US");
+    text.replace(text.find("1E305"), 5, "1E308");
+    EXPECT_TRUE(readText(text).result.complete);
+}
+
 TEST(MetricFiles, WhatWasTypedComesBack) {
     const Problem problem = readText(MetricWall).problem;
     const std::string text = inputFileText(problem, UnitSystem::SI);
