@@ -12,6 +12,41 @@ namespace korvane::batch {
 
 namespace {
 
+/// A line on a line of the input.
+void tellLine(std::ostream& err, const Job& job, std::size_t line, const std::string& what,
+              const std::string& text) {
+    err << messageText(job.input) << ":" << line << ": " << what << ": " << messageText(text)
+        << "\n";
+}
+
+/// Tells numbers that the other units do not give back; false where they have none at all for one.
+bool tellRounded(const Job& job, const std::vector<RoundedNumber>& rounded, std::ostream& err) {
+    bool held = true;
+    for (const RoundedNumber& number : rounded) {
+        if (number.told.empty()) {
+            tellLine(err, job, number.line, "too large for the other units", number.text);
+            held = false;
+        } else {
+            tellLine(err, job, number.line, "rounded", number.text + " is " + number.told);
+        }
+    }
+    return held;
+}
+
+/// Rounding may make two numbers one where the second must be larger.
+bool canBeRead(const Job& job, const std::string& converted, std::ostream& err) {
+    Problem problem;
+    clearProblemData(problem);
+    InputFault place;
+    const bool complete = readProblem(problem, converted, job.input, &place).complete;
+    if (!complete) {
+        err << messageText(job.input)
+            << ": in the other units it would be refused: " << messageText(faultText(place))
+            << "\n";
+    }
+    return complete;
+}
+
 int convert(const Job& job, UnitSystem to, std::ostream& out, std::ostream& err) {
     const std::string name = job.inputPath.string();
     const std::string text = readInputFile(name);
@@ -26,17 +61,26 @@ int convert(const Job& job, UnitSystem to, std::ostream& out, std::ostream& err)
             << "\n";
         return StatusFailed;
     }
+    const bool changes = numbers.units != to;
+    if (changes && !tellRounded(job, roundedNumbers(text, numbers, to), err)) {
+        return StatusFailed;
+    }
     const std::string converted = convertedInput(text, numbers, to);
+    if (changes && !canBeRead(job, converted, err)) {
+        return StatusFailed;
+    }
     if (job.reportPath.empty()) {
         out << converted << std::flush;
     } else {
         PendingFile(job.reportPath, converted, Flush::None).place();
     }
-    if (numbers.units != to) {
+    if (changes) {
         for (const IgnoredNumbers& ignored : ignoredNumbers(text, numbers)) {
-            err << messageText(job.input) << ":" << ignored.line
-                << ": ignored, hence not converted: " << messageText(ignored.text) << "\n";
+            tellLine(err, job, ignored.line, "ignored, hence not converted", ignored.text);
         }
+    }
+    if (!out) {
+        err << "korvane-batch: standard output cannot be written.\n";
     }
     return out ? StatusSolved : StatusFailed;
 }

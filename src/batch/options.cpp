@@ -68,7 +68,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
 
     std::string units;
     std::string convert;
-    app.add_option("--units", units, "units of the JSON; without it those of the input")
+    app.add_option("--units", units, "units of JSON and notes; without it those of the input")
         ->check(CLI::IsMember({"us", "si"}));
     app.add_option("--convert", convert, "writes the input in these units to OUTPUT, unsolved")
         ->check(CLI::IsMember({"us", "si"}));

@@ -4,6 +4,7 @@
 #include "runtime/number_text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -12,6 +13,15 @@ namespace korvane {
 namespace {
 
 constexpr int UsDigits = 15;
+
+/// The fewest significant digits that give a value.
+int digitsOf(double value) {
+    int digits = 1;
+    while (digits < UsDigits && roundedTo(value, digits) != value) {
+        ++digits;
+    }
+    return digits;
+}
 
 /// Each number of the record that a field names, through `told`. What the counts leave unused goes
 /// with it: nobody reads it.
@@ -99,12 +109,16 @@ std::string convertedNumber(Quantity quantity, std::string_view text, UnitSystem
         return inUnits(quantity, fromUnits(quantity, value, one), other);
     };
     const double value = told(typed, from, to);
+    if (!std::isfinite(value)) {
+        return {};
+    }
     if (to == UnitSystem::SI) {
         return roundedText(value, MetricDigits);
     }
+    const int held = std::max(MetricDigits, digitsOf(typed));
     for (int digits = 1; digits < UsDigits; ++digits) {
         const double back = told(roundedTo(value, digits), to, from);
-        if (roundedTo(back, MetricDigits) == roundedTo(typed, MetricDigits)) {
+        if (roundedTo(back, held) == roundedTo(typed, held)) {
             return roundedText(value, digits);
         }
     }
@@ -140,6 +154,23 @@ std::string convertedInput(std::string_view fileText, const FileNumbers& read, U
     }
     takeTo(fileText.size());
     return text;
+}
+
+std::vector<RoundedNumber> roundedNumbers(std::string_view fileText, const FileNumbers& read,
+                                          UnitSystem to) {
+    const std::vector<Line> lines = linesOf(fileText);
+    std::vector<RoundedNumber> rounded;
+    for (const FileNumber& number : read.numbers) {
+        const std::string text(
+            fileText.substr(lines.at(number.line - 1).start + number.column, number.length));
+        const std::string told = convertedNumber(number.quantity, text, read.units, to);
+        const std::string back =
+            told.empty() ? told : convertedNumber(number.quantity, told, to, read.units);
+        if (back.empty() || numericValue(back) != numericValue(text)) {
+            rounded.push_back({number.line, text, told});
+        }
+    }
+    return rounded;
 }
 
 std::vector<IgnoredNumbers> ignoredNumbers(std::string_view fileText, const FileNumbers& read) {

@@ -26,9 +26,9 @@ Problem problemForFile(const Problem& problem, UnitSystem system);
 std::string roundedText(double value, int digits);
 
 /// The text of a number that is told in one system in the other one: 10 significant digits in SI
-/// units; in US units the fewest digits that lead back to those 10. So there and back gives the
-/// same number, in US units where it had no more than 9 digits. What has no other unit stays as it
-/// is.
+/// units; in US units the fewest digits that lead back to the metric number, 15 at most. So there
+/// and back gives the same number, in US units where it had no more than 9 digits. What has no
+/// other unit stays as it is; empty where the other system has no double for it.
 std::string convertedNumber(Quantity quantity, std::string_view text, UnitSystem from,
                             UnitSystem to);
 
@@ -36,6 +36,15 @@ std::string convertedNumber(Quantity quantity, std::string_view text, UnitSystem
 /// the line "UNITS SI" comes before the first line that is no comment, or goes. `read` tells which
 /// numbers the file has; it must be what the reader gave for this very text.
 std::string convertedInput(std::string_view fileText, const FileNumbers& read, UnitSystem to);
+
+/// A number of a file that the file in other units does not give back.
+struct RoundedNumber {
+    std::size_t line = 0; ///< from 1
+    std::string text;     ///< as typed
+    std::string told;     ///< in the other units; empty where they have no double for it
+};
+std::vector<RoundedNumber> roundedNumbers(std::string_view fileText, const FileNumbers& read,
+                                          UnitSystem to);
 
 /// Numbers behind the last one that the reader takes from a line: they are ignored, and stay as
 /// they are where a file is converted.

@@ -1,10 +1,13 @@
 // Input files in other units, written by the batch command.
 #include "batch_run.h"
+
+#include "batch/run_batch.h"
 #include "support/faulty_machine.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sstream>
 
 namespace korvane::test {
 
@@ -49,6 +52,53 @@ TEST(BatchConvert, TellsNumbersThatTheReaderIgnores) {
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, office.file("a.dat") + ":4: ignored, hence not converted: 6.1 FT\n");
     EXPECT_NE(office.read("m.dat").find("WALL 6.096 high 6.1 FT\n"), std::string::npos);
+}
+
+// 123456.78901 FT = 37629.629290248 m, of which a metric file holds ten digits.
+TEST(BatchConvert, TellsNumbersThatTheOtherUnitsDoNotGiveBack) {
+    const BatchOffice office;
+    std::string text = wall;
+    text.replace(text.find("R 1 0 20"), 8, "R 2 0 20\n 123456.78901 20");
+    const std::string input = office.write("a.dat", text);
+    const std::string metric = office.file("m.dat");
+    const BatchRun run = office.run({"--convert", "si", input, "-o", metric});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, input + ":6: rounded: 123456.78901 is 37629.62929\n");
+    const BatchRun back = office.run({"--convert", "us", metric, "-o", office.file("b.dat")});
+    EXPECT_EQ(back.status, 0);
+    EXPECT_EQ(back.err, "");
+}
+
+TEST(BatchConvert, WritesNothingThatCouldNotBeReadAgain) {
+    const BatchOffice office;
+    const std::string metric = office.write("m.dat", "mine");
+    std::string text = wall;
+    text.replace(text.find("R 1 0 20"), 8, "R 3 0 20\n 123456.78901 20\n 123456.78902 20");
+    const std::string input = office.write("a.dat", text);
+    const BatchRun close = office.run({"--convert", "si", input, "-o", metric});
+    EXPECT_EQ(close.status, 1);
+    EXPECT_NE(close.err.find(input + ": in the other units it would be refused: 8: SurfaceDist: "
+                                     "read \"37629.62929\", must be above 37629.62929\n"),
+              std::string::npos)
+        << close.err;
+    // 1E307 IN4/FT would be 1.4E309 cm4/m, beyond the range of a double.
+    text = wall;
+    text.replace(text.find("D 1.0 1.5\nWALL 20"), 17, "A\nWALL 20 -20 29E6 1E307");
+    const std::string stiff = office.write("b.dat", text);
+    const BatchRun large = office.run({"--convert", "si", stiff, "-o", metric});
+    EXPECT_EQ(large.status, 1);
+    EXPECT_EQ(large.err, stiff + ":4: too large for the other units: 1E307\n");
+    EXPECT_EQ(office.read("m.dat"), "mine");
+}
+
+TEST(BatchConvert, TellsAFullStandardOutput) {
+    const BatchOffice office;
+    std::ostream full(nullptr); // takes nothing
+    std::ostringstream err;
+    EXPECT_EQ(batch::runBatch({"--convert", "si", office.write("a.dat", wall), "-o", "-"}, full,
+                              err, false),
+              1);
+    EXPECT_EQ(err.str(), "korvane-batch: standard output cannot be written.\n");
 }
 
 TEST(BatchConvert, ARefusedInputLeavesTheOutputOfAnEarlierRun) {

@@ -216,6 +216,15 @@ TEST(MetricFiles, ConvertingThereAndBackGivesEveryExampleBack) {
     }
 }
 
+// 7.12345678912 m are 23.370921224147 FT: a file in feet keeps what a metric one has typed.
+TEST(MetricFiles, FeetKeepMoreThanTenDigits) {
+    EXPECT_EQ(convertedNumber(Quantity::Length, "7.12345678912", UnitSystem::SI, UnitSystem::US),
+              "23.37092122415");
+    EXPECT_EQ(convertedNumber(Quantity::Length, "9.81", UnitSystem::SI, UnitSystem::US),
+              "32.18503937");
+    EXPECT_EQ(convertedNumber(Quantity::Inertia, "1E307", UnitSystem::US, UnitSystem::SI), "");
+}
+
 TEST(MetricFiles, AFileInTheUnitsAskedForStaysAsItIs) {
     EXPECT_EQ(converted(MetricWall, UnitSystem::SI), MetricWall);
     EXPECT_EQ(converted(plainFile(), UnitSystem::US), plainFile());
