@@ -14,26 +14,28 @@ namespace korvane {
 namespace {
 
 /// "UNITS SI" or "UNITS US" as the whole first line. Any other line there is left to the heading,
-/// which refuses it.
-void readUnits(Reading& reading) {
+/// which refuses it. True where a line of units is wrong.
+bool readUnits(Reading& reading) {
     InputLines& input = reading.input;
     const std::size_t before = input.linesRead;
-    if (NextInputLine(input) && input.TokenCount == 2 && takeToken(input, 1) == "UNITS") {
+    const bool isUnits = NextInputLine(input) && takeToken(input, 1) == "UNITS";
+    if (isUnits && input.TokenCount == 2) {
         if (const auto units = unitsNamed(takeToken(input, 2))) {
             reading.units = *units;
             if (reading.numbers != nullptr) {
                 reading.numbers->units = *units;
                 reading.numbers->unitsLine = input.linesRead;
             }
-            return;
+            return false;
         }
     }
     input.linesRead = before;
+    return isUnits;
 }
 
 /// One to four lines that begin with an apostrophe. The first other line is the control line and
 /// becomes the current one.
-bool readHeading(Reading& reading) {
+bool readHeading(Reading& reading, bool wrongUnits) {
     auto& NumHeadingLines = reading.problem.NumHeadingLines;
     auto& HeadingLines = reading.problem.HeadingLines;
     auto& InputLine = reading.input.InputLine;
@@ -45,7 +47,9 @@ bool readHeading(Reading& reading) {
         if (!beginsWith(reading, "'")) {
             return NumHeadingLines > 0 ||
                    refuse(reading, "At least one HEADING LINE is required.\n" + currentLine(),
-                          "a line that begins with '", "HeadingLines");
+                          wrongUnits ? "UNITS US, UNITS SI or a line that begins with '"
+                                     : "a line that begins with '",
+                          "HeadingLines");
         }
         if (NumHeadingLines == mostOf(ProblemCount::NumHeadingLines)) {
             // No line break between the two sentences: deliberate.
@@ -368,13 +372,13 @@ ReadResult readProblem(Problem& problem, std::string_view fileText, const std::s
     input.lines = splitLines(fileText);
     Reading reading{problem, std::move(input), fileName, {},     {},
                     {},      UnitSystem::US,   numbers,  remarks};
-    readUnits(reading);
+    const bool wrongUnits = readUnits(reading);
     // The required sections read their own first lines; an optional one finds the line that may be
     // its first already read.
-    reading.result.complete = readHeading(reading) && readControl(reading) && readWall(reading) &&
-                              readSurface(reading) && readSoil(reading) && nextLine(reading) &&
-                              readWater(reading) && readVerticalLoads(reading) &&
-                              readHorizontalLoads(reading) && readTermination(reading);
+    reading.result.complete =
+        readHeading(reading, wrongUnits) && readControl(reading) && readWall(reading) &&
+        readSurface(reading) && readSoil(reading) && nextLine(reading) && readWater(reading) &&
+        readVerticalLoads(reading) && readHorizontalLoads(reading) && readTermination(reading);
     reading.result.units = reading.units;
     if (fault != nullptr) {
         *fault = reading.fault;

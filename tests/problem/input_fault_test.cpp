@@ -105,6 +105,10 @@ TEST(InputFault, TellsLinesThatAreWrongAsAWhole) {
               "16: TERMINATION: read \"End\", must be a line that begins with F");
     EXPECT_EQ(faultWith(2, "Heading"),
               "2: HeadingLines: read \"Heading\", must be a line that begins with '");
+    EXPECT_EQ(faultWith(1, "Units metric"), "1: HeadingLines: read \"Units metric\", must be UNITS "
+                                            "US, UNITS SI or a line that begins with '");
+    EXPECT_EQ(faultWith(3, "Units SI"),
+              "3: CONTROL DATA: read \"Units SI\", must be a line that begins with C");
     std::vector<std::string> headings = wall;
     headings.insert(headings.begin(), 4, "'One more");
     EXPECT_EQ(faultOf(headings),
