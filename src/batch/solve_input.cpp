@@ -51,17 +51,19 @@ struct Run {
     BatchPrompts prompts = {};
     Problem problem = {};
     PileSections sections = {};
-    InputFault fault = {};             ///< of a refused input
-    UnitSystem units = UnitSystem::US; ///< of JSON and notes
-    Solved solved = {};                ///< as far as the solution has come
-    bool opened = false;               ///< the problem was read
-    bool broken = false;               ///< by a fault of files or memory: earlier outputs stay
+    InputFault fault = {};    ///< of a refused input
+    FileNumbers numbers = {}; ///< of the file, as far as it was read
+    Solved solved = {};       ///< as far as the solution has come
+    bool opened = false;      ///< the problem was read
+    bool broken = false;      ///< by a fault of files or memory: earlier outputs stay
     int status = StatusFailed;
     Stage stage = {Doing::Reading};
     std::string report = {};
     std::vector<ReadRemark> remarks = {};
     std::vector<Note> notes = {};
 
+    /// Of JSON and notes.
+    UnitSystem units() const { return options.units.value_or(numbers.units); }
     void raise(int other) { status = std::max(status, other); }
     /// The first failure stands.
     void fail(FailureCode code, int error = 0) {
@@ -74,9 +76,8 @@ struct Run {
 };
 
 bool readAndTell(Run& run, const std::string& text, const std::string& name) {
-    const ReadResult result = 
-        readProblem(run.problem, text, name, &run.fault, nullptr, &run.remarks);
-    run.units = run.options.units.value_or(result.units);
+    const ReadResult result =
+        readProblem(run.problem, text, name, &run.fault, &run.numbers, &run.remarks);
     return tellReading(run.prompts, name, result);
 }
 
@@ -145,7 +146,7 @@ NoteRequest noteRequest(const Run& run) {
     const NoteWork work = !options.notes                   ? NoteWork::None
                           : options.quiet && !options.json ? NoteWork::UnsafeOnly
                                                            : NoteWork::All;
-    return {.problem = run.problem, .work = work, .units = run.units, .read = &run.remarks};
+    return {.problem = run.problem, .work = work, .units = run.units(), .read = &run.remarks};
 }
 
 /// The road of a solution with its reports; a fault of a report fails it like one of the solution.
@@ -253,7 +254,7 @@ std::string json(const Run& run) {
                         .sections = run.sections,
                         .solved = run.solved,
                         .fault = run.fault,
-                        .units = run.units,
+                        .units = run.units(),
                         .notes = run.options.notes ? &run.notes : nullptr});
 }
 

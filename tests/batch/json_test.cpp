@@ -143,6 +143,21 @@ TEST(Json, NumbersAreInTheUnitsAskedForOrThoseOfTheInput) {
     }
 }
 
+// The units of a file hold from its first line on, whatever ends its reading. 10 FT = 3.048 m.
+TEST(Json, AnInputThatCannotBeReadHasItsUnitsToo) {
+    const BatchOffice office;
+    const std::string metric = office.write("m.dat", std::string("UNITS SI\n") + fatalInput);
+    const Json own = resultsOf(office, metric, 70);
+    EXPECT_EQ(own["units"], "SI");
+    EXPECT_NEAR(own["problem"]["WallTopElev"].get<double>(), 10, 1e-12);
+    office.run({"--json", "--units", "si", office.write("f.dat", fatalInput)});
+    const Json asked = Json::parse(office.read("f.json"));
+    EXPECT_EQ(asked["units"], "SI");
+    EXPECT_NEAR(asked["problem"]["WallTopElev"].get<double>(), 3.048, 1e-12);
+    const std::string refused = office.write("r.dat", std::string("UNITS SI\n") + refusedInput);
+    EXPECT_EQ(resultsOf(office, refused, 1)["units"], "SI");
+}
+
 // Inches of an analysis are millimetres.
 TEST(Json, DeflectionsOfAnAnalysisAreMillimetresInSi) {
     const BatchOffice office;
