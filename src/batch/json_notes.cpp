@@ -1,5 +1,7 @@
 #include "batch/json_notes.h"
 
+#include "state/result_fields.h"
+
 #include <string_view>
 
 namespace korvane::batch {
@@ -14,17 +16,18 @@ std::optional<double> told(Quantity quantity, const std::optional<double>& value
 
 void writeLevel(JsonText& json, const SecondLevel& level, UnitSystem units) {
     const bool anchored = level.method != SolutionMethod::Cantilever;
-    const auto length = [units](double value) { return inUnits(Quantity::Length, value, units); };
+    const bool analysis = level.factorOfSafety > 0;
+    const auto member = [&](const ResultField& field, double value, bool applies = true) {
+        json.member(field.name,
+                    told(field.quantity, applies ? std::optional(value) : std::nullopt, units));
+    };
     json.object([&] {
         json.member("method", solutionMethodName(level.method));
-        json.member("penetration", length(level.penetration));
-        json.member("bottomElev", length(level.bottomElev));
-        json.member("anchorForce",
-                    anchored ? std::optional(inUnits(Quantity::Force, level.anchorForce, units))
-                             : std::nullopt);
-        json.member("maxMoment", inUnits(Quantity::Moment, level.maxMoment, units));
-        json.member("factorOfSafety",
-                    level.factorOfSafety > 0 ? std::optional(level.factorOfSafety) : std::nullopt);
+        member(results::penetration, level.penetration);
+        member(results::bottomElev, level.bottomElev);
+        member(results::anchorForce, level.anchorForce, anchored);
+        member(results::maxMoment, level.maxMoment);
+        member(results::factorOfSafety, level.factorOfSafety, analysis);
     });
 }
 
@@ -49,7 +52,7 @@ void writeNotes(JsonText& json, const std::vector<Note>& notes, UnitSystem units
                                     : note.side == Right ? "right"
                                                          : "left");
                 json.member("layer", note.layer == 0 ? std::optional<int>() : note.layer);
-                json.member("elev", told(Quantity::Length, note.elev, units));
+                json.member(results::elev.name, told(results::elev.quantity, note.elev, units));
                 json.member("value", told(note.quantity, note.value, units));
                 json.member("limit", told(note.quantity, note.limit, units));
                 json.member("source", note.source);

@@ -104,8 +104,10 @@ void lookForMetricWeights(const Wall& wall, NoteSink& notes) {
     forEachWeight(wall.problem,
                   [&](const Weight& weight) { worst.see(weight, MetricWeight - weight.value); });
     if (worst.count > 0) {
+        const bool metric = wall.request.units == UnitSystem::SI;
         notes.add(weightNote(wall, worst, MetricWeight,
-                             ", which no soil weighs: it looks like a metric value."));
+                             std::string(", which no soil weighs: it looks like a ") +
+                                 (metric ? "value in other units." : "metric value.")));
     }
 }
 
