@@ -81,12 +81,16 @@ def main():
         inputs = sorted(known.values()) + sorted(walls.glob("*.dat"))
         results = solve(args.batch, inputs, folder / "sweep")
         results += solve(args.batch, inputs, folder / "fixed", "--wedge", "fixed", "--max-fs", "5")
+        metric = solve(args.batch, sorted(walls.glob("*.dat")), folder / "metric", "--units", "si")
+        results += metric
     for result in results:
         statuses[result["status"]] += 1
         for error in validator.iter_errors(result):
             place = "/".join(map(str, error.absolute_path))
             faults.append("%s: %s: %s" % (result["input"], place, error.message[:200]))
     faults += refuses(validator, next(r for r in results if r["status"] == "solved"))
+    if any(result["units"] != "SI" for result in metric):
+        faults.append("other units than those asked for")
     for status in ("solved", "failed", "error"):
         if statuses[status] == 0:
             faults.append("no input ends as " + status)
