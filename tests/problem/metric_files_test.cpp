@@ -6,6 +6,7 @@
 #include "problem/input_writer.h"
 #include "problem/unit_conversion.h"
 #include "runtime/file_text.h"
+#include "support/draws.h"
 #include "support/input_cases.h"
 #include "support/random_problem.h"
 
@@ -167,6 +168,22 @@ TEST(MetricFiles, WhatWasTypedComesBack) {
         EXPECT_NE(text.find(typed), std::string::npos) << typed << "\n" << text;
     }
     EXPECT_EQ(readText(text).problem, problem);
+}
+
+/// Whole numbers of up to ten digits with the point anywhere.
+TEST(MetricFiles, EveryTypedNumberOfTenDigitsComesBack) {
+    Draws draws(10);
+    for (int quantity = 0; quantity < QuantityCount; ++quantity) {
+        const auto measured = static_cast<Quantity>(quantity);
+        for (int i = 0; i < 5000; ++i) {
+            std::string text = std::to_string(draws.whole(1000000000, 2147483647));
+            text.resize(static_cast<std::size_t>(draws.whole(1, 10)));
+            text += "E" + std::to_string(draws.whole(-12, 6));
+            const double typed = std::stod(text);
+            const double held = fromUnits(measured, typed, UnitSystem::SI);
+            EXPECT_EQ(roundedTo(inUnits(measured, held, UnitSystem::SI), MetricDigits), typed);
+        }
+    }
 }
 
 TEST(MetricFiles, EveryHeldFieldGoesThroughAMetricFile) {
