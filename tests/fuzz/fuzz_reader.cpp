@@ -1,10 +1,11 @@
 // Feeds the reader with arbitrary bytes (libFuzzer): whatever comes, it ends with a complete
 // problem, one message or one of the two run-time errors of its own, and a complete problem
-// survives being written and read again.
+// survives being written and read again; its file goes into other units.
 
 #include "problem/input_reader.h"
 #include "problem/input_writer.h"
 #include "problem/problem.h"
+#include "problem/unit_conversion.h"
 #include "runtime/runtime_error.h"
 
 #include <cstddef>
@@ -41,6 +42,23 @@ void requireRoundTrip(const Problem& problem) {
     require(inputFileText(third) == text, "its text stands");
 }
 
+/// The file in other units is read or, where rounding makes two numbers one, refused with a
+/// message.
+void requireConversion(const std::string& text, const FileNumbers& numbers) {
+    const UnitSystem other = numbers.units == UnitSystem::US ? UnitSystem::SI : UnitSystem::US;
+    for (const RoundedNumber& number : roundedNumbers(text, numbers, other)) {
+        if (number.told.empty()) {
+            return; // nothing can be written
+        }
+    }
+    ignoredNumbers(text, numbers);
+    Problem converted;
+    clearProblemData(converted);
+    const ReadResult result = readProblem(converted, convertedInput(text, numbers, other), "other");
+    require(result.units == other, "the file is in other units");
+    require(result.complete == result.title.empty(), "one message unless complete");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -48,8 +66,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Problem problem;
     clearProblemData(problem);
     ReadResult result;
+    FileNumbers numbers;
     try {
-        result = readProblem(problem, text, "fuzz.dat");
+        result = readProblem(problem, text, "fuzz.dat", nullptr, &numbers);
     } catch (const RuntimeError& error) {
         require(error.number() == 5 || error.number() == 9, "run-time error 5 or 9");
         return 0;
@@ -58,6 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(result.complete == result.text.empty(), "with its text");
     if (result.complete) {
         requireRoundTrip(problem);
+        requireConversion(text, numbers);
     }
     return 0;
 }
