@@ -4,6 +4,7 @@
 #include "plots/pressure_plots.h"
 #include "runtime/arithmetic.h"
 #include "runtime/runtime_error.h"
+#include "state/result_fields.h"
 
 #include <cmath>
 
@@ -119,7 +120,7 @@ PlotReadings readNetSoil(const Problem& problem, const PressureDiagrams& diagram
     const Titles titles = netSoilTitles(problem);
     PlotReadings readings{.title = titles.first + " " + titles.second,
                           .elevations = elevations,
-                          .quantity = Quantity::Stress,
+                          .quantity = results::netActive.quantity,
                           .curves = {{"Net active", points(diagrams.NetActive)}}};
     if (!isAnchored(problem)) {
         readings.curves.push_back({"Net passive", points(diagrams.NetPassive)});

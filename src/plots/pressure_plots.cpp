@@ -1,6 +1,7 @@
 #include "plots/pressure_plots.h"
 
 #include "runtime/number_text.h"
+#include "state/result_fields.h"
 
 #include <algorithm>
 #include <array>
@@ -89,7 +90,7 @@ std::vector<CurvePoint> stripPoints(const ElevationGrid& grid,
 PlotReadings readSidePlot(const ShownPressures& shown, const SidePlot& plot) {
     return {.title = plot.titles.first + " " + plot.titles.second,
             .elevations = plot.elevations,
-            .quantity = Quantity::Stress,
+            .quantity = results::passive.quantity,
             .curves = {{"Passive", stripPoints(shown.grid, shown.soil.PassivePressures, plot)},
                        {"Active", stripPoints(shown.grid, shown.soil.ActivePressures, plot)}}};
 }
@@ -98,7 +99,7 @@ PlotReadings readWaterPlot(const ShownPressures& shown, const Titles& titles,
                            const ElevationAxis& elevations) {
     return {.title = titles.first + " " + titles.second,
             .elevations = elevations,
-            .quantity = Quantity::Stress,
+            .quantity = results::water.quantity,
             .curves = {{{}, gridPoints(shown.grid, shown.water, elevations.bottom, shown.rows)}}};
 }
 

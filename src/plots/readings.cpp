@@ -1,5 +1,7 @@
 #include "plots/readings.h"
 
+#include "state/result_fields.h"
+
 #include <algorithm>
 #include <optional>
 
@@ -8,7 +10,7 @@ namespace korvane {
 namespace {
 
 std::string elevationText(double elevation, UnitSystem units) {
-    return quantityWithUnit(Quantity::Length, elevation, units);
+    return quantityWithUnit(results::elev.quantity, elevation, units);
 }
 
 bool isSmaller(const CurvePoint& a, const CurvePoint& b) {

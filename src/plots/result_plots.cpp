@@ -3,6 +3,7 @@
 #include "plots/frame.h"
 #include "plots/pressure_plots.h"
 #include "runtime/runtime_error.h"
+#include "state/result_fields.h"
 
 #include <array>
 #include <cstddef>
@@ -18,8 +19,8 @@ struct RowPlot {
     const char* paperTitle; ///< nullptr: as on the screen
     Array<double, 301> ResultDiagrams::*rows;
     Range PlotScales::*range; ///< of the scale
-    Quantity quantity;
-    Quantity analysisQuantity;
+    ResultField field;
+    ResultField analysisField;
     NumberFormat format;
     bool zeroEndShown;
     bool leftward;
@@ -29,15 +30,15 @@ struct RowPlot {
 /// The net pressure's paper title lacks the word "NET" and both its lines stand lower: deliberate.
 constexpr std::array<RowPlot, 4> RowPlots{{
     {"SCALED DEFLECTION (LB-IN^3)", "DEFLECTION (IN)", nullptr, &ResultDiagrams::ResultDeflection,
-     &PlotScales::deflection, Quantity::ScaledDeflection, Quantity::Deflection, ExponentFormat,
-     false, true, Red},
+     &PlotScales::deflection, results::scaledDeflection, results::deflection, ExponentFormat, false,
+     true, Red},
     {"BENDING MOMENT (LB-FT)", "BENDING MOMENT (LB-FT)", nullptr, &ResultDiagrams::ResultMoment,
-     &PlotScales::moment, Quantity::Moment, Quantity::Moment, ExponentFormat, false, false,
+     &PlotScales::moment, results::moment, results::moment, ExponentFormat, false, false,
      StartGrey},
     {"SHEAR (LB)", "SHEAR (LB)", nullptr, &ResultDiagrams::ResultShear, &PlotScales::shear,
-     Quantity::Force, Quantity::Force, WholeFormat, true, false, StartGrey},
+     results::shear, results::shear, WholeFormat, true, false, StartGrey},
     {"NET SOIL PRESSURE (PSF)", "NET SOIL PRESSURE (PSF)", "SOIL PRESSURE (PSF)",
-     &ResultDiagrams::ResultPressure, &PlotScales::pressure, Quantity::Stress, Quantity::Stress,
+     &ResultDiagrams::ResultPressure, &PlotScales::pressure, results::pressure, results::pressure,
      WholeFormat, true, false, StartGrey},
 }};
 constexpr double LoweredTitles = 72; ///< twips
@@ -112,7 +113,7 @@ PlotReadings readRowPlot(const Problem& problem, const LevelResult& level, const
     const Titles titles = titlesOf(problem, kind, design ? plot.title : plot.analysisTitle);
     PlotReadings readings{.title = titles.first + " " + titles.second,
                           .elevations = solvedElevations(problem, level),
-                          .quantity = design ? plot.quantity : plot.analysisQuantity,
+                          .quantity = (design ? plot.field : plot.analysisField).quantity,
                           .curves = {PlotCurve()}};
     const auto& rows = level.diagrams.*plot.rows;
     for (int r = 1; r <= level.diagrams.RowCount; ++r) {
