@@ -102,6 +102,25 @@ TEST_F(MetricProblem, AFileThatIsRefusedOrGoneChangesNoUnits) {
     EXPECT_EQ(session->units, UnitSystem::SI);
 }
 
+// 20E307 kN/m3 are more PCF than a double holds.
+TEST_F(MetricProblem, ANumberBeyondAllDoublesIsToldLikeAnyWrongOne) {
+    std::string text = MetricInput;
+    text.replace(text.find(" 20 18"), 3, " 20E307");
+    open(write("large.dat", text));
+    EXPECT_EQ(desktop.titles().back(), "DATA ERROR IN INPUT FILE: " + userFile("large.dat"));
+    EXPECT_EQ(title(), "KORVANE");
+}
+
+TEST_F(MetricProblem, ARescueFileIsInFeetAndPoundsAndLosesNothing) {
+    edit();
+    const std::string file = rescueInput(*session);
+    const Held rescued = held(file);
+    fs::remove(file);
+    EXPECT_EQ(rescued.units, UnitSystem::US);
+    EXPECT_EQ(inputFileText(rescued.problem), inputFileText(session->problem));
+    EXPECT_EQ(rescued.problem.WallTopElev, 4 / 0.3048);
+}
+
 TEST_F(MetricProblem, APrintHasTheUnitsOfTheFileThatIsViewed) {
     printInput(*session, desktop);
     EXPECT_EQ(desktop.prints.back().lines.front(), "UNITS SI");
