@@ -131,6 +131,11 @@ TEST(MetricFiles, LimitsHoldBehindTheConversionAndMessagesTellTheLineAsTyped) {
     std::string text = MetricWall;
     text.replace(text.find("1.2\n"), 3, "2.5"); // adhesion above the cohesion of 2.4 kPa
     EXPECT_EQ(readText(text).result, metricError("SOIL LAYER DATA", "20.1 16 30 2.4 10 2.5"));
+    Problem problem;
+    clearProblemData(problem);
+    InputFault fault;
+    readProblem(problem, text, "wall.dat", &fault);
+    EXPECT_EQ(faultText(fault), "10: SoilAdhesion: read \"2.5\", must be 0 to 2.4");
     text.replace(text.find("2.5\n"), 3, "2.4");
     EXPECT_TRUE(readText(text).result.complete);
 }
