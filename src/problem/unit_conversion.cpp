@@ -43,6 +43,18 @@ Problem withNumbers(const Problem& problem, Told told) {
     return result;
 }
 
+/// Whether a number comes back as typed, or is held as if it had: 16.4041994750656 FT are 5 m, and
+/// these are read as 16.4041994750656 FT.
+bool comesBack(Quantity quantity, const std::string& typed, const std::string& told,
+               UnitSystem from, UnitSystem to) {
+    const auto held = [quantity](const std::string& text, UnitSystem units) {
+        return roundedTo(fromUnits(quantity, numericValue(text), units), UsDigits);
+    };
+    const std::string back = convertedNumber(quantity, told, to, from);
+    return held(typed, from) == held(told, to) ||
+           (!back.empty() && numericValue(back) == numericValue(typed));
+}
+
 /// A line of a file, as `splitLines` cuts it.
 struct Line {
     std::size_t start = 0;
@@ -164,9 +176,7 @@ std::vector<RoundedNumber> roundedNumbers(std::string_view fileText, const FileN
         const std::string text(
             fileText.substr(lines.at(number.line - 1).start + number.column, number.length));
         const std::string told = convertedNumber(number.quantity, text, read.units, to);
-        const std::string back =
-            told.empty() ? told : convertedNumber(number.quantity, told, to, read.units);
-        if (back.empty() || numericValue(back) != numericValue(text)) {
+        if (told.empty() || !comesBack(number.quantity, text, told, read.units, to)) {
             rounded.push_back({number.line, text, told});
         }
     }

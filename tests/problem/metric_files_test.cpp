@@ -247,6 +247,21 @@ TEST(MetricFiles, FeetKeepMoreThanTenDigits) {
     EXPECT_EQ(convertedNumber(Quantity::Inertia, "1E307", UnitSystem::US, UnitSystem::SI), "");
 }
 
+// What a problem of metric numbers is in feet comes back too, whatever its digits.
+TEST(MetricFiles, NumbersThatComeBackAreNotTold) {
+    const std::string feet = inputFileText(readText(MetricWall).problem);
+    EXPECT_NE(feet.find("16.4041994750656"), std::string::npos) << feet; // 5 m
+    EXPECT_TRUE(roundedNumbers(feet, numbersOf(feet), UnitSystem::SI).empty());
+    EXPECT_TRUE(roundedNumbers(MetricWall, numbersOf(MetricWall), UnitSystem::US).empty());
+    std::string text = feet;
+    text.replace(text.find("16.4041994750656"), 16, "16.4041994751000");
+    const auto rounded = roundedNumbers(text, numbersOf(text), UnitSystem::SI);
+    ASSERT_EQ(rounded.size(), 1U);
+    EXPECT_EQ(rounded[0].line, 3U);
+    EXPECT_EQ(rounded[0].text, "16.4041994751000");
+    EXPECT_EQ(rounded[0].told, "5");
+}
+
 TEST(MetricFiles, AFileInTheUnitsAskedForStaysAsItIs) {
     EXPECT_EQ(converted(MetricWall, UnitSystem::SI), MetricWall);
     EXPECT_EQ(converted(plainFile(), UnitSystem::US), plainFile());
