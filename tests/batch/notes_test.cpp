@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <cmath>
+
 namespace korvane::test {
 namespace {
 
@@ -95,6 +97,41 @@ TEST(BatchNotes, StandInTheJsonAllOfThem) {
     }
     ASSERT_EQ(office.run({"--no-notes", "--json", input}).status, 0);
     EXPECT_FALSE(json::parse(office.read("a.json")).contains("notes"));
+}
+
+// 1 PCF = 0.1570874638 kN/m3, 1 FT = 0.3048 m, 1 LB-FT/FT = 0.0044482216 kNm/m.
+TEST(BatchNotes, AreInTheUnitsAskedFor) {
+    const BatchOffice office;
+    const std::string input = office.write("a.dat", wallWithWaterOf("9.81"));
+    ASSERT_EQ(office.run({"--json", input}).status, 0);
+    const json feet = json::parse(office.read("a.json")).at("notes");
+    const auto lines = noteLines(office.run({"--json", "--units", "si", input}));
+    const json metres = json::parse(office.read("a.json")).at("notes");
+    EXPECT_TRUE(anyHas(lines, "Water weighs 1.541 kN/m3 here; fresh water weighs 9.802 kN/m3"));
+    ASSERT_EQ(feet.size(), metres.size());
+    const auto expectRatio = [](const json& us, const json& si, const char* name, double factor) {
+        EXPECT_NEAR(si.at(name).get<double>(), us.at(name).get<double>() * factor,
+                    1e-8 * std::abs(us.at(name).get<double>()))
+            << name;
+    };
+    int seconds = 0;
+    for (std::size_t i = 0; i < feet.size(); ++i) {
+        EXPECT_EQ(feet[i].at("code"), metres[i].at("code"));
+        if (feet[i].at("code") == "water-weight") {
+            expectRatio(feet[i], metres[i], "value", 0.1570874638);
+            expectRatio(feet[i], metres[i], "limit", 0.1570874638);
+        } else if (feet[i].at("code") == "over-excavation") {
+            ++seconds;
+            expectRatio(feet[i], metres[i], "elev", 0.3048);
+            expectRatio(feet[i], metres[i], "value", 0.3048);
+            const json& us = feet[i].at("second").at(0);
+            const json& si = metres[i].at("second").at(0);
+            expectRatio(us, si, "penetration", 0.3048);
+            expectRatio(us, si, "bottomElev", 0.3048);
+            expectRatio(us, si, "maxMoment", 0.0044482216152605);
+        }
+    }
+    EXPECT_EQ(seconds, 1);
 }
 
 TEST(BatchNotes, ChangeNoReportAndNoOtherMemberOfTheJson) {
