@@ -243,6 +243,9 @@ bool coefficients(const Problem& problem, int side) {
 bool waterElevations(const Problem& problem, int) {
     return problem.WaterDataKind == WaterData::Elevations;
 }
+bool seepage(const Problem& problem, int side) {
+    return waterElevations(problem, side) && problem.SeepageKind != Seepage::None;
+}
 
 int one(const Problem&, int) {
     return 1;
@@ -288,9 +291,9 @@ constexpr FieldGroup Groups[] = {
     {ProblemField::SoilCoefActive, ProblemField::SoilCoefPassive, 2,
      rows<ProblemCount::SoilLayerCount>, coefficients},
     {ProblemField::WaterUnitWeight, ProblemField::WaterUnitWeight, 1, one, waterElevations},
-    {ProblemField::WaterElev, ProblemField::WaterElev, 2, one, always},
-    {ProblemField::SeepageElev, ProblemField::SeepageElev, 1, one, always},
-    {ProblemField::SeepageGradient, ProblemField::SeepageGradient, 1, gradients, always},
+    {ProblemField::WaterElev, ProblemField::WaterElev, 2, one, waterElevations},
+    {ProblemField::SeepageElev, ProblemField::SeepageElev, 1, one, seepage},
+    {ProblemField::SeepageGradient, ProblemField::SeepageGradient, 1, gradients, seepage},
     {ProblemField::WaterPressElev, ProblemField::WaterPressure, 1, pressurePoints, always},
     ofLoad<Load::Line>(),
     ofLoad<Load::Uniform>(),

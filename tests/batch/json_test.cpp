@@ -1,5 +1,6 @@
 // The JSON results: complete, and every number the same double.
 #include "batch_run.h"
+#include "problem/field_address.h"
 #include "problem/input_reader.h"
 #include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
@@ -341,6 +342,23 @@ TEST(Json, TheProblemHasEveryFieldUnderItsName) {
     }
     EXPECT_EQ(static_cast<int>(problem.size()), fields);
     EXPECT_GT(fields, 60);
+}
+
+TEST(Json, NumbersStandUnderTheNamesThatAddressThem) {
+    const BatchOffice office;
+    for (const char* example : {"anchored-all-loads.dat", "anchored-layered-water.dat"}) {
+        const Json problem = resultsOf(
+            office, office.copy(std::string("examples/") + example, example))["problem"];
+        Problem read;
+        ASSERT_TRUE(readProblem(read, office.read(example), example).complete);
+        for (const FieldAddress& address : addressesIn(read)) {
+            const FieldRules& rules = rulesOf(address.field);
+            Json told = problem[rules.name];
+            told = rules.hasSides ? told[static_cast<std::size_t>(address.side - 1)] : told;
+            told = rules.hasRows ? told[static_cast<std::size_t>(address.row - 1)] : told;
+            EXPECT_EQ(told, valueAt(read, address)) << addressName(address);
+        }
+    }
 }
 
 TEST(Json, ListsHoldAsManyEntriesAsTheirCountTells) {
