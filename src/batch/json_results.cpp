@@ -1,5 +1,6 @@
 #include "batch/json_results.h"
 
+#include "batch/json_comparison.h"
 #include "batch/json_notes.h"
 #include "batch/json_problem.h"
 #include "problem/fields.h"
@@ -412,6 +413,10 @@ std::string jsonResults(const JsonRecord& record) {
         if (record.notes != nullptr) {
             json.member("notes");
             writeNotes(json, *record.notes, record.units);
+        }
+        if (record.comparison != nullptr) {
+            json.member("comparison");
+            writeComparison(json, *record.comparison, record.problem.ProgramMode, record.units);
         }
         json.member("problem");
         writeProblemInUnits(json, record.problem);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "batch/solve_input.h"
+#include "comparison/comparison.h"
 #include "problem/input_reader.h"
 #include "solution/solution.h"
 
@@ -18,10 +19,11 @@ struct JsonRecord {
     const std::vector<Message>& messages;
     const Problem& problem; ///< with the seepage that the solution ended with
     const PileSections& sections;
-    const Solved& solved;    ///< as far as it has come
-    const InputFault& fault; ///< of a refused input
-    UnitSystem units;        ///< of all numbers
+    const Solved& solved;                     ///< as far as it has come
+    const InputFault& fault;                  ///< of a refused input
+    UnitSystem units;                         ///< of all numbers
     const std::vector<Note>* notes = nullptr; ///< null: none were worked out
+    const Comparison* comparison = nullptr;   ///< null: none was asked for
 };
 
 /// One JSON object; docs/json.md tells its members. Numbers read back to the same double.

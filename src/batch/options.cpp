@@ -63,12 +63,18 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         ->capture_default_str();
     app.add_flag("--check", options.check,
                  "read the input and tell the notes on it; nothing is solved or written");
+    app.add_flag("--compare", options.compare,
+                 "the wall under other factors and methods, as a table on standard output");
+    app.add_option("--compare-with", options.compareWith,
+                   "the same with rows of one's own from a TOML file")
+        ->check(namesSomething);
     app.add_flag("!--no-notes", options.notes, "no notes are worked out");
     app.add_flag("--quiet", options.quiet, "no progress line; of the notes only unsafe ones");
 
     std::string units;
     std::string convert;
-    app.add_option("--units", units, "units of JSON and notes; without it those of the input")
+    app.add_option("--units", units,
+                   "units of JSON, notes and comparison; without it those of the input")
         ->check(CLI::IsMember({"us", "si"}));
     app.add_option("--convert", convert, "writes the input in these units to OUTPUT, unsolved")
         ->check(CLI::IsMember({"us", "si"}));
@@ -80,6 +86,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         return ended(app, end);
     }
     options.fixedSurface = wedge == "fixed";
+    options.compare = options.compare || !options.compareWith.empty();
     options.units = unitsNamed(units);
     options.convert = unitsNamed(convert);
     return {.options = options, .status = StatusSolved, .text = {}};

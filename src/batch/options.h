@@ -1,6 +1,7 @@
 // The command line of the batch command.
 #pragma once
 
+#include "comparison/own_rows.h"
 #include "problem/quantities.h"
 
 #include <cstddef>
@@ -28,6 +29,9 @@ struct Options {
     bool quiet = false;
     bool check = false; ///< notes on the input alone, nothing is solved
     bool notes = true;
+    bool compare = false;        ///< the wall under other factors and methods, on standard output
+    std::string compareWith;     ///< the file of rows of one's own, "" none
+    std::vector<OwnRow> ownRows; ///< read from it
     std::optional<UnitSystem> units; ///< of what is written besides the report; default the file's
     std::optional<UnitSystem> convert; ///< the input goes to `output` in these units, unsolved
     int jobs = 1;                      ///< problems solved at once

@@ -137,8 +137,14 @@ std::string wrongCombination(const Options& options) {
     }
     const bool writes =
         !options.output.empty() || !options.outputDir.empty() || options.json || options.plots;
-    if (options.check && (writes || !options.notes)) {
+    if (options.convert && options.compare) {
+        return "--convert solves nothing that could be compared.";
+    }
+    if (options.check && (writes || options.compare || !options.notes)) {
         return "--check tells notes and writes nothing.";
+    }
+    if (options.output == "-" && options.compare) {
+        return "--compare needs a report file: the table goes to standard output.";
     }
     if (options.output == "-" && (options.json || options.plots)) {
         return "--json and --plots need a report file; the report goes to standard output.";
@@ -197,9 +203,13 @@ std::vector<fs::path> outputsOf(const Job& job, const std::vector<std::string>& 
 }
 
 /// Tells of each job whose outputs collide with nothing.
-std::string collision(const std::vector<Job>& jobs, Listings& listings, const Planned& planned) {
+std::string collision(const std::vector<Job>& jobs, const fs::path& ownRows, Listings& listings,
+                      const Planned& planned) {
     Places places(listings);
     std::unordered_set<std::string> inputs;
+    if (!ownRows.empty()) {
+        inputs.insert(places.of(ownRows).native());
+    }
     for (const Job& job : jobs) {
         inputs.insert(places.of(job.inputPath).native());
     }
@@ -238,7 +248,8 @@ Plan planJobs(const Options& options, const Planned& planned) {
     }
     Listings listings;
     if (plan.fault.empty()) {
-        plan.fault = collision(plan.jobs, listings, planned);
+        const fs::path ownRows = options.compareWith.empty() ? "" : here / options.compareWith;
+        plan.fault = collision(plan.jobs, ownRows, listings, planned);
     }
     if (plan.fault.empty() && !options.convert) {
         findStaleOutputs(plan.jobs, listings);

@@ -4,6 +4,7 @@
 #include "batch/options.h"
 #include "batch/solve_input.h"
 #include "runtime/dates.h"
+#include "runtime/file_text.h"
 #include "runtime/run_guarded.h"
 #include "runtime/utf8_text.h"
 
@@ -144,20 +145,50 @@ std::string messageLines(const std::string& input, const Outcome& outcome, bool 
     return lines;
 }
 
+/// Tables one after another, each under its input where there are several.
+void tellComparison(std::ostream& out, const std::string& input, const Outcome& outcome,
+                    bool several, bool first) {
+    if (outcome.comparison.empty()) {
+        return;
+    }
+    if (several) {
+        out << (first ? "" : "\n") << messageText(input) << ":\n";
+    }
+    out << outcome.comparison;
+}
+
 int usageFault(std::ostream& err, const std::string& fault) {
     err << "korvane-batch: " << messageText(fault) << "\n";
     return StatusUsage;
 }
 
+/// Reads the rows of one's own; "", or what is wrong with their file.
+std::string takeOwnRows(Options& options) {
+    if (options.compareWith.empty()) {
+        return {};
+    }
+    std::string text;
+    const auto fault = runGuarded([&] { text = readInputFile(options.compareWith); });
+    if (fault) {
+        return options.compareWith + ": " + fault->what() + ".";
+    }
+    ReadOwnRows read = readOwnRows(text, options.compareWith);
+    options.ownRows = std::move(read.rows);
+    return read.fault;
+}
+
 int solveAll(const std::vector<Job>& jobs, const Options& options, std::ostream& out,
              std::ostream& err, Progress& progress) {
     int status = StatusSolved;
+    bool compared = false;
     Workers workers(jobs, options);
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         const Outcome outcome = workers.take(i);
         progress.clear();
         err << messageLines(jobs[i].input, outcome, options.quiet) << std::flush;
         out << outcome.report;
+        tellComparison(out, jobs[i].input, outcome, jobs.size() > 1, !compared);
+        compared = compared || !outcome.comparison.empty();
         progress.show(i + 1);
         status = std::max(status, outcome.status);
     }
@@ -172,12 +203,12 @@ int solveAll(const std::vector<Job>& jobs, const Options& options, std::ostream&
 
 int runBatch(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
              bool terminal) {
-    const CommandLine commandLine = readCommandLine(arguments);
+    CommandLine commandLine = readCommandLine(arguments);
     if (!commandLine.options) {
         (commandLine.status == StatusSolved ? out : err) << commandLine.text << std::flush;
         return commandLine.status;
     }
-    const Options& options = *commandLine.options;
+    Options& options = *commandLine.options;
     if (wrongFixedMoment()) {
         return usageFault(err, "SOURCE_DATE_EPOCH is no number of seconds.");
     }
@@ -188,6 +219,9 @@ int runBatch(const std::vector<std::string>& arguments, std::ostream& out, std::
     progress.clear();
     if (!plan.fault.empty()) {
         return usageFault(err, plan.fault);
+    }
+    if (const std::string fault = takeOwnRows(options); !fault.empty()) {
+        return usageFault(err, fault);
     }
     if (!options.outputDir.empty()) {
         std::error_code failure;

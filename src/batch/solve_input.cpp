@@ -3,6 +3,7 @@
 #include "batch/json_results.h"
 #include "commands/commands.h"
 #include "commands/told_boxes.h"
+#include "comparison/comparison_table.h"
 #include "notes/note_texts.h"
 #include "plots/figures.h"
 #include "reports/input_echo.h"
@@ -61,8 +62,9 @@ struct Run {
     std::string report = {};
     std::vector<ReadRemark> remarks = {};
     std::vector<Note> notes = {};
+    Comparison comparison = {};
 
-    /// Of JSON and notes.
+    /// Of JSON, notes and comparison.
     UnitSystem units() const { return options.units.value_or(numbers.units); }
     void raise(int other) { status = std::max(status, other); }
     /// The first failure stands.
@@ -140,13 +142,22 @@ korvane::Options roadOptions(Run& run) {
     return options;
 }
 
-/// The notes that are asked for: JSON has all of them.
+/// The notes that are asked for: beside JSON and a comparison all of them.
 NoteRequest noteRequest(const Run& run) {
     const Options& options = run.options;
-    const NoteWork work = !options.notes                   ? NoteWork::None
-                          : options.quiet && !options.json ? NoteWork::UnsafeOnly
-                                                           : NoteWork::All;
+    const NoteWork work = !options.notes ? NoteWork::None
+                          : options.quiet && !options.json && !options.compare
+                              ? NoteWork::UnsafeOnly
+                              : NoteWork::All;
     return {.problem = run.problem, .work = work, .units = run.units(), .read = &run.remarks};
+}
+
+void compare(Run& run) {
+    run.comparison = compareWall({.problem = run.problem,
+                                  .options = roadOptions(run),
+                                  .ownRows = &run.options.ownRows,
+                                  .units = run.numbers.units},
+                                 run.second.get());
 }
 
 /// The road of a solution with its reports; a fault of a report fails it like one of the solution.
@@ -226,6 +237,9 @@ void solve(Run& run) {
     guarded(run, [&run] {
         run.notes = notesOnSolution(noteRequest(run), run.solved, roadOptions(run), run.second);
     });
+    if (run.options.compare) {
+        guarded(run, [&run] { compare(run); });
+    }
 }
 
 /// The outputs of one input, beside their places.
@@ -255,7 +269,8 @@ std::string json(const Run& run) {
                         .solved = run.solved,
                         .fault = run.fault,
                         .units = run.units(),
-                        .notes = run.options.notes ? &run.notes : nullptr});
+                        .notes = run.options.notes ? &run.notes : nullptr,
+                        .comparison = run.options.compare ? &run.comparison : nullptr});
 }
 
 void prepareOutputs(const Run& run, Outputs& outputs) {
@@ -338,6 +353,10 @@ Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
     Outcome outcome;
     if (job.reportPath.empty() && !run.broken && !options.check) {
         outcome.report = std::move(run.report);
+    }
+    if (!run.comparison.rows.empty()) {
+        outcome.comparison =
+            comparisonText(comparisonTable(run.comparison, run.problem.ProgramMode, run.units()));
     }
     if (run.solved.failure) {
         outcome.during = stageText(run.solved.failure.stage, run.problem.WallType);

@@ -24,8 +24,9 @@ struct Outcome {
     std::vector<Message> messages;
     std::string during; ///< what was being done where there are no results: "reading the input"
     std::vector<Note> notes;
-    std::string report; ///< only where it goes to standard output
-    int fault = 0;      ///< the run-time error that left no memory for a message
+    std::string comparison; ///< the table, where it is asked for and the input was read
+    std::string report;     ///< only where it goes to standard output
+    int fault = 0;          ///< the run-time error that left no memory for a message
 };
 
 /// Reads and solves one input as the desktop program would and writes its report (JSON and figures
@@ -36,7 +37,7 @@ struct Outcome {
 /// figures and JSON take their places in this order. Where one cannot, the rest goes on.
 ///
 /// With --check the input is read alone: the notes on it, no output, and StatusFailed where one is
-/// unsafe. `second` is where walls are solved once more for notes.
+/// unsafe. `second` is where walls are solved once more for notes and comparison.
 Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
                    NoteWorkspace& second);
 
