@@ -157,9 +157,13 @@ void tellComparison(std::ostream& out, const std::string& input, const Outcome& 
     out << outcome.comparison;
 }
 
-int usageFault(std::ostream& err, const std::string& fault) {
-    err << "korvane-batch: " << messageText(fault) << "\n";
+/// The fault stands as it is: whoever hands it over has made its parts fit to be shown.
+int usageFaultLine(std::ostream& err, const std::string& fault) {
+    err << "korvane-batch: " << fault << "\n";
     return StatusUsage;
+}
+int usageFault(std::ostream& err, const std::string& fault) {
+    return usageFaultLine(err, messageText(fault));
 }
 
 /// Reads the rows of one's own; "", or what is wrong with their file.
@@ -170,11 +174,13 @@ std::string takeOwnRows(Options& options) {
     std::string text;
     const auto fault = runGuarded([&] { text = readInputFile(options.compareWith); });
     if (fault) {
-        return options.compareWith + ": " + fault->what() + ".";
+        return messageText(options.compareWith) + ": " + fault->what() + ".";
     }
-    ReadOwnRows read = readOwnRows(text, options.compareWith);
+    ReadOwnRows read = readOwnRows(text);
     options.ownRows = std::move(read.rows);
-    return read.fault;
+    return read.fault.empty() ? ""
+                              : messageText(options.compareWith) + ":" + std::to_string(read.line) +
+                                    ": " + messageText(read.fault);
 }
 
 int solveAll(const std::vector<Job>& jobs, const Options& options, std::ostream& out,
@@ -221,7 +227,7 @@ int runBatch(const std::vector<std::string>& arguments, std::ostream& out, std::
         return usageFault(err, plan.fault);
     }
     if (const std::string fault = takeOwnRows(options); !fault.empty()) {
-        return usageFault(err, fault);
+        return usageFaultLine(err, fault);
     }
     if (!options.outputDir.empty()) {
         std::error_code failure;

@@ -142,13 +142,13 @@ std::vector<OwnRow> readRows(const toml::table& file) {
 
 } // namespace
 
-ReadOwnRows readOwnRows(std::string_view text, const std::string& fileName) {
-    const auto refused = [&](const toml::source_position& place, std::string_view what) {
-        const auto line = std::max<toml::source_index>(place.line, 1);
-        return ReadOwnRows{{}, fileName + ":" + std::to_string(line) + ": " + std::string(what)};
+ReadOwnRows readOwnRows(std::string_view text) {
+    const auto refused = [](const toml::source_position& place, std::string_view what) {
+        return ReadOwnRows{.line = std::max(static_cast<int>(place.line), 1),
+                           .fault = std::string(what)};
     };
     try {
-        return {readRows(toml::parse(text, fileName)), {}};
+        return {.rows = readRows(toml::parse(text))};
     } catch (const toml::parse_error& error) {
         return refused(error.source().begin, error.description());
     } catch (const Fault& fault) {

@@ -37,12 +37,13 @@ struct OwnRow {
     std::vector<FieldChange> changes = {};
 };
 
-/// The rows of a file, or its first fault: "FILE:LINE: what is wrong; what is known".
+/// The rows of a file, or its first fault: what is wrong, and what is known instead.
 struct ReadOwnRows {
     std::vector<OwnRow> rows = {};
+    int line = 0; ///< of the fault, from 1
     std::string fault = {};
 };
-ReadOwnRows readOwnRows(std::string_view text, const std::string& fileName);
+ReadOwnRows readOwnRows(std::string_view text);
 
 /// Applies a change; `units` are those of its value. False where the problem has no such number.
 bool applyChange(const FieldChange& change, UnitSystem units, Problem& problem);

@@ -13,14 +13,14 @@ using testing::HasSubstr;
 namespace {
 
 std::vector<OwnRow> rowsOf(std::string_view text) {
-    const ReadOwnRows read = readOwnRows(text, "rows.toml");
+    const ReadOwnRows read = readOwnRows(text);
     EXPECT_EQ(read.fault, "");
     return read.rows;
 }
 std::string faultOf(std::string_view text) {
-    const ReadOwnRows read = readOwnRows(text, "rows.toml");
+    const ReadOwnRows read = readOwnRows(text);
     EXPECT_TRUE(read.rows.empty());
-    return read.fault;
+    return "rows.toml:" + std::to_string(read.line) + ": " + read.fault;
 }
 
 } // namespace
