@@ -104,6 +104,7 @@ void CommandScope::keepEnteredData() {
         menus.saveInput.enabled = true;
         menus.saveReport.enabled = !before_.report.CurrentOutputName.empty();
         menus.solve.enabled = false;
+        menus.compare.enabled = true;
         disableResultPlots(menus);
     }
 }

@@ -50,6 +50,7 @@ struct Menus {
     MenuItem units{"&Units"};
     MenuItem unitsUS{"&US (feet, pounds)"};
     MenuItem unitsSI{"&SI (metres, kilonewtons)"};
+    MenuItem compare{"&Compare...", false};
 
     MenuItem help{"&Help"};
     MenuItem helpContents{"&Contents"};
@@ -59,7 +60,7 @@ struct Menus {
     bool operator==(const Menus&) const = default;
 };
 
-/// The two files and the input plots: what can be viewed of every problem.
+/// The two files, the input plots and the comparison: what can be viewed of every problem.
 void enableProblemViews(Menus& menus, bool enabled);
 
 /// The plots of a solution.

@@ -71,8 +71,14 @@ ComparisonLine lineOf(const ComparedLevel& level, const std::vector<ComparedValu
     return line;
 }
 
+/// Characters of a text in UTF-8.
+std::size_t lengthOf(const std::string& text) {
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
 std::string padded(const std::string& text, std::size_t width, bool right) {
-    const std::string blanks(width - std::min(width, text.size()), ' ');
+    const std::string blanks(width - std::min(width, lengthOf(text)), ' ');
     return right ? blanks + text : text + blanks;
 }
 
@@ -85,7 +91,8 @@ std::vector<std::size_t> widthsOf(const ComparisonTable& table) {
         std::size_t width =
             std::max(table.columns[column].heading.size(), table.columns[column].unit.size());
         for (const ComparisonLine& line : table.lines) {
-            width = column < line.cells.size() ? std::max(width, line.cells[column].size()) : width;
+            width =
+                column < line.cells.size() ? std::max(width, lengthOf(line.cells[column])) : width;
         }
         widths.push_back(width);
     }

@@ -70,6 +70,10 @@ std::string readName(const toml::table& table, const std::vector<OwnRow>& rows) 
         refuse(node != nullptr ? node->source() : table.source(),
                "a row needs a name: name = \"loose sand\"");
     }
+    if (std::any_of(name->begin(), name->end(),
+                    [](unsigned char letter) { return letter < ' ' || letter == 0x7F; })) {
+        refuse(node->source(), "a name is one line of text");
+    }
     const bool taken =
         isComparisonRow(*name) ||
         std::any_of(rows.begin(), rows.end(), [&](const OwnRow& row) { return row.name == *name; });

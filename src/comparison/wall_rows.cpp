@@ -110,6 +110,7 @@ std::string noSeepageGiven(const Variant& told, double) {
 }
 void stopSeepage(Variant& variant, double) {
     variant.problem.SeepageKind = Seepage::None;
+    variant.problem.SeepageGradient.fill(0);
 }
 
 std::string noHead(const Variant& told, double) {

@@ -4,6 +4,7 @@
 #include "commands/recent_files.h"
 #include "commands/recovery.h"
 #include "runtime/run_guarded.h"
+#include "shell/comparison_window.h"
 #include "shell/ending_signals.h"
 #include "shell/plot_window.h"
 #include "shell/text_window.h"
@@ -37,6 +38,7 @@ ScreenTable shellScreens(const PrintServices& services) {
         {Screen::FIXDPLOT, plot(PlotScreenName::FIXDPLOT)},
         {Screen::ROWECURV, plot(PlotScreenName::ROWECURV)},
         {Screen::VUSOLPLT, plot(PlotScreenName::VUSOLPLT)},
+        {Screen::COMPARE, makes<ComparisonWindow>()},
     };
 }
 

@@ -30,6 +30,7 @@ constexpr WindowSection sections[] = {
     {"VUSOLPLT", "Plots"},
     {"VUINPLOT", "Plots"},
     {"ROWECURV", "Plots"},
+    {"COMPARE", "Comparisons"},
     {"messageBox", "Messages and what to do"},
 };
 

@@ -17,7 +17,7 @@ struct Row {
     bool edit = true;
     std::string caption;
     bool view = false;
-    bool files = false; ///< both files and the input plots
+    bool files = false; ///< both files, the input plots and the comparison
     bool cantilever = false;
     bool anchored = false; ///< free and fixed earth plots
     bool rowe = false;
@@ -37,7 +37,8 @@ void expectRow(const Menus& menus, const Row& row) {
     EXPECT_EQ(menus.editData.caption, row.caption);
     EXPECT_TRUE(menus.editData.enabled);
     EXPECT_EQ(menus.view.enabled, row.view);
-    for (const MenuItem* item : {&menus.inputFile, &menus.report, &menus.inputPlots}) {
+    for (const MenuItem* item :
+         {&menus.inputFile, &menus.report, &menus.inputPlots, &menus.compare}) {
         EXPECT_EQ(item->enabled, row.files) << item->caption;
     }
     EXPECT_EQ(menus.cantileverPlots.enabled, row.cantilever);
@@ -124,6 +125,7 @@ TEST(MenuRows, StandInTheirMenusWithCaptionsAndShortcuts) {
                          "mnuTools mnuToolsItem_0 &Units",
                          "mnuToolsItem_0 mnuUnitsItem_0 &US (feet, pounds)",
                          "mnuToolsItem_0 mnuUnitsItem_1 &SI (metres, kilonewtons)",
+                         "mnuTools mnuToolsItem_2 &Compare...",
                          "mnuHelp &Help",
                          "mnuHelp mnuHelpItem_0 &Contents",
                          "mnuHelp mnuHelpItem_1 &Search for help on ...",
@@ -154,6 +156,7 @@ TEST(MenuRows, CallTheCommandOfTheirEntry) {
     EXPECT_EQ(rowOf(&Menus::freeEarthPlots).screen, Screen::FREEPLOT);
     EXPECT_EQ(rowOf(&Menus::fixedEarthPlots).screen, Screen::FIXDPLOT);
     EXPECT_EQ(rowOf(&Menus::roweCurves).screen, Screen::ROWECURV);
+    EXPECT_EQ(rowOf(&Menus::compare).screen, Screen::COMPARE);
     EXPECT_TRUE(rowOf(&Menus::units).isMenu());
     EXPECT_EQ(rowOf(&Menus::unitsUS).units, UnitSystem::US);
     EXPECT_EQ(rowOf(&Menus::unitsSI).units, UnitSystem::SI);

@@ -1,7 +1,9 @@
 // The comparison as a table: its columns, its numbers and its reasons.
 
 #include "compared_wall.h"
+#include "comparison/comparison_rows.h"
 #include "comparison/comparison_table.h"
+#include "runtime/file_text.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +53,15 @@ TEST(ComparisonTable, TakesUnitsAndTabulators) {
     EXPECT_NE(cells.find("\nother\tthere is none\n"), std::string::npos);
 }
 
+TEST(ComparisonTable, AlignsNamesOfAnyCharacters) {
+    Comparison comparison = smallComparison();
+    comparison.rows[1].title = "tiefer \xC3\xB6"; // one character of two bytes
+    const std::string text =
+        comparisonText(comparisonTable(comparison, Mode::Design, UnitSystem::US));
+    EXPECT_NE(text.find("\nas given  cantilever "), std::string::npos) << text;
+    EXPECT_NE(text.find("\ntiefer \xC3\xB6  cantilever "), std::string::npos) << text;
+}
+
 TEST(ComparisonTable, DeflectionsOfAnAnalysisAreLengths) {
     Comparison comparison = smallComparison();
     comparison.rows[0].levels[0].values[5] = 1; // IN
@@ -60,6 +71,27 @@ TEST(ComparisonTable, DeflectionsOfAnAnalysisAreLengths) {
     EXPECT_EQ(table.columns[6].unit, "mm");
     EXPECT_EQ(table.columns[8].heading, "Factor of safety");
     EXPECT_EQ(table.lines[1].cells[6], "-") << "a row without the value";
+}
+
+TEST(ComparisonRows, AreExplainedByTheGuide) {
+    const std::string guide = readInputFile(KORVANE_SOURCE_DIR "/docs/guide/13-comparison.md");
+    for (const auto rows : {factorRows(), wallRows()}) {
+        for (const ComparisonRow& row : rows) {
+            const std::string line =
+                "| `" + std::string(row.name) + "` | " + std::string(row.title) + " |";
+            EXPECT_NE(guide.find(line), std::string::npos) << line;
+        }
+    }
+}
+
+TEST(ComparisonRows, OfTheGuidesFileCanBeRead) {
+    const std::string guide = readInputFile(KORVANE_SOURCE_DIR "/docs/guide/13-comparison.md");
+    const std::size_t start = guide.find("    units = \"si\"");
+    ASSERT_NE(start, std::string::npos);
+    const ReadOwnRows read =
+        readOwnRows(guide.substr(start, guide.find("\n\nA number of", start) - start));
+    EXPECT_EQ(read.fault, "");
+    EXPECT_EQ(read.rows.size(), 2U);
 }
 
 } // namespace korvane::test

@@ -262,7 +262,7 @@ TEST(Comparison, RearActionsTimesOneAreTheSameWall) {
     kind.soil = RandomKind::Soil::Coefficients;
     kind.sloping = false;
     int same = 0;
-    for (int n = 0; n < 120; ++n) {
+    for (int n = 0; n < 80; ++n) {
         kind.water = n % 2 == 0 ? RandomKind::Water::Level : RandomKind::Water::Head;
         const Problem problem = problems.next(kind);
         Problem twin = problem;
@@ -496,7 +496,7 @@ TEST(Comparison, EndsWhereItIsCancelled) {
 TEST(Comparison, RowsOfRandomWallsHaveResultsOrAReason) {
     RandomProblems problems(14);
     std::set<std::string> solved;
-    for (int n = 0; n < 60; ++n) {
+    for (int n = 0; n < 24; ++n) {
         const Problem problem = problems.next();
         const Comparison comparison = compared(problem);
         ASSERT_EQ(comparison.rows.size(), factorRows().size() + wallRows().size());

@@ -73,6 +73,8 @@ TEST(OwnRows, FaultsNameFileLineAndWhatIsKnown) {
     EXPECT_EQ(faultOf(head), "rows.toml:2: the row 'a' changes nothing");
     EXPECT_THAT(faultOf("\n[[row]]\nAnchorElev = 1\n"),
                 HasSubstr("rows.toml:2: a row needs a name"));
+    EXPECT_EQ(faultOf("[[row]]\nname = \"a\\nb\"\nAnchorElev = 1\n"),
+              "rows.toml:2: a name is one line of text");
     EXPECT_EQ(faultOf("[[row]]\nname = \"kp-2\"\nAnchorElev = 1\n"),
               "rows.toml:2: there is a row 'kp-2' already");
     EXPECT_EQ(faultOf(head + "AnchorElev = 1\n[[row]]\nname = \"a\"\nAnchorElev = 2\n"),
