@@ -1,12 +1,12 @@
 // The order of the stages of a solution and what the user sees between them.
 #include "commands/commands.h"
+#include "commands/pile_entry.h"
 #include "commands/report.h"
 #include "commands/told_boxes.h"
 #include "reports/reduction_report.h"
 #include "reports/results_report.h"
 #include "reports/soil_pressure_report.h"
 #include "rowe/moment_reduction.h"
-#include "rowe/pile_sections.h"
 #include "runtime/run_guarded.h"
 
 #include <functional>

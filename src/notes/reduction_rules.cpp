@@ -42,19 +42,33 @@ const MomentReduction* reductionOf(const Wall& wall) {
     return reduction != nullptr && reduction->soil != RoweSoil::None ? reduction : nullptr;
 }
 
+const char* causeOf(RoweCondition condition) {
+    switch (condition) {
+    case RoweCondition::AlphaTooSmall:
+        return "ALPHA below 0.6";
+    case RoweCondition::AlphaTooLarge:
+        return "ALPHA above 0.8";
+    case RoweCondition::BetaTooLarge:
+        return "BETA above 0.3";
+    case RoweCondition::RightBelowTop:
+        return "right surface below the top of the wall";
+    case RoweCondition::RightBelowLeft:
+        return "right surface at or below the left one";
+    case RoweCondition::StabilityTooSmall:
+        return "stability number below 0.5";
+    case RoweCondition::StabilityTooLarge:
+        return "stability number above 2.5";
+    }
+    return "";
+}
+
 std::string causes(const MomentReduction& reduction) {
     std::string text;
-    for (const RoweNote& note : reduction.broken) {
-        const std::string_view second = note.secondLine.substr(
-            std::min(note.secondLine.find_first_not_of(' '), note.secondLine.size()));
-        text += " ";
-        text += note.cause;
-        if (!second.empty()) {
-            text += " ";
-            text += second;
-        }
+    for (const RoweCondition condition : reduction.broken) {
+        text += text.empty() ? " " : ", ";
+        text += causeOf(condition);
     }
-    return text;
+    return text + ".";
 }
 
 bool anyInRange(const MomentReduction& reduction) {

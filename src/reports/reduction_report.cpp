@@ -49,6 +49,41 @@ constexpr NumberFormat RatioFormat = "#0.00";
 constexpr std::string_view SandRangeNote[2] = {
     "* REDUCTION NOT APPLICABLE DUE TO", "  LOG(H^4/EI) LESS THAN -3.5 OR GREATER THEN -1.5."};
 
+/// The words of a broken condition behind "REDUCTION NOT APPLICABLE DUE TO ", and those of a second
+/// line.
+struct ConditionWords {
+    RoweCondition condition;
+    std::string_view cause;
+    std::string_view secondLine;
+    int blanks; ///< before the second line
+};
+
+constexpr ConditionWords Conditions[] = {
+    {RoweCondition::AlphaTooSmall, "ALPHA LESS THAN 0.6.", "", 0},
+    {RoweCondition::AlphaTooLarge, "ALPHA GREATER THAN 0.8.", "", 0},
+    {RoweCondition::BetaTooLarge, "BETA GREATER THAN 0.3.", "", 0},
+    {RoweCondition::RightBelowTop, "RIGHTSIDE SURFACE", "BELOW TOP OF WALL.", 14},
+    {RoweCondition::RightBelowLeft, "RIGHTSIDE SURFACE", "AT OR BELOW LEFTSIDE SURFACE.", 14},
+    {RoweCondition::StabilityTooSmall, "STABILITY NUMBER", "LESS THAN 0.5.", 5},
+    {RoweCondition::StabilityTooLarge, "STABILITY NUMBER", "GREATER THAN 2.5.", 5},
+};
+constexpr int FartherLeft =
+    9; ///< blanks fewer, deliberate: in the sand report, below the left side
+
+constexpr const ConditionWords& wordsOf(RoweCondition condition) {
+    return Conditions[static_cast<int>(condition)];
+}
+constexpr bool conditionsInOrder() {
+    int place = 0;
+    for (const ConditionWords& words : Conditions) {
+        if (static_cast<int>(words.condition) != place++) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(conditionsInOrder());
+
 void parameterLine(PrintLines& lines, const ReportForm& form, std::string_view label,
                    double value) {
     lines.spc(10).text(label);
@@ -138,12 +173,15 @@ void coefficientRows(PrintLines& lines, const ReportForm& form, const PileSectio
     }
 }
 
-void conditionNotes(PrintLines& lines, const RoweNotes& notes) {
-    for (const RoweNote& note : notes) {
+void conditionNotes(PrintLines& lines, const MomentReduction& rowe) {
+    for (const RoweCondition condition : rowe.broken) {
+        const ConditionWords& words = wordsOf(condition);
+        const bool fartherLeft =
+            rowe.soil == RoweSoil::Sand && condition == RoweCondition::RightBelowLeft;
         lines.empty();
-        lines.spc(10).text("*** REDUCTION NOT APPLICABLE DUE TO ").text(note.cause).end();
-        if (!note.secondLine.empty()) {
-            lines.line(note.blanks, note.secondLine);
+        lines.spc(10).text("*** REDUCTION NOT APPLICABLE DUE TO ").text(words.cause).end();
+        if (!words.secondLine.empty()) {
+            lines.line(words.blanks - (fartherLeft ? FartherLeft : 0), words.secondLine);
         }
     }
 }
@@ -169,7 +207,7 @@ PrintLines reductionReport(const Problem& problem, const PileSections& sections,
     sectionTable(lines, form, sections);
     coefficientHead(lines, reduction.soil, applicable);
     coefficientRows(lines, form, sections, reduction);
-    conditionNotes(lines, reduction.broken);
+    conditionNotes(lines, reduction);
     if (reduction.sandOutOfRange) {
         lines.empty().line(10, SandRangeNote[0]).line(10, SandRangeNote[1]);
     }
@@ -181,9 +219,10 @@ PrintLines reductionReport(const Problem& problem, const PileSections& sections,
 
 std::vector<std::string> reductionNotes(const MomentReduction& reduction) {
     std::vector<std::string> plain;
-    for (const RoweNote& note : reduction.broken) {
-        plain.push_back(trimmed("REDUCTION NOT APPLICABLE DUE TO " + std::string(note.cause) + " " +
-                                trimmed(note.secondLine)));
+    for (const RoweCondition condition : reduction.broken) {
+        const ConditionWords& words = wordsOf(condition);
+        plain.push_back(trimmed("REDUCTION NOT APPLICABLE DUE TO " + std::string(words.cause) +
+                                " " + std::string(words.secondLine)));
     }
     if (reduction.sandOutOfRange) {
         plain.push_back(std::string(SandRangeNote[0].substr(2)) + " " + trimmed(SandRangeNote[1]));

@@ -66,34 +66,24 @@ void rateSections(const PileSections& sections, double freeEarthMoment, MomentRe
     }
 }
 
-/// The broken conditions of the method, in the order of the notes.
-RoweNotes brokenConditions(const Problem& problem, const MomentReduction& rowe, RoweSoil soil) {
+RoweConditions brokenConditions(const Problem& problem, const MomentReduction& rowe,
+                                RoweSoil soil) {
     const double rightSurface = problem.SurfaceElev(Right, 1);
-    RoweNotes notes;
-    if (rowe.RoweAlpha < 0.6) {
-        notes.add({"ALPHA LESS THAN 0.6.", "", 0});
-    }
-    if (rowe.RoweAlpha > 0.8) {
-        notes.add({"ALPHA GREATER THAN 0.8.", "", 0});
-    }
-    if (rowe.RoweBeta > 0.3) {
-        notes.add({"BETA GREATER THAN 0.3.", "", 0});
-    }
-    if (rightSurface < problem.WallTopElev) {
-        notes.add({"RIGHTSIDE SURFACE", "    BELOW TOP OF WALL.", 10});
-    }
-    if (rightSurface <= problem.SurfaceElev(Left, 1)) {
-        // Deliberate: the second line stands farther left in the sand report.
-        const int blanks = soil == RoweSoil::Sand ? 1 : 10;
-        notes.add({"RIGHTSIDE SURFACE", "    AT OR BELOW LEFTSIDE SURFACE.", blanks});
-    }
-    if (soil == RoweSoil::Clay && rowe.RoweStability < 0.5) {
-        notes.add({"STABILITY NUMBER", "    LESS THAN 0.5.", 1});
-    }
-    if (soil == RoweSoil::Clay && rowe.RoweStability > 2.5) {
-        notes.add({"STABILITY NUMBER", "    GREATER THAN 2.5.", 1});
-    }
-    return notes;
+    const bool clay = soil == RoweSoil::Clay;
+    RoweConditions broken;
+    const auto test = [&broken](bool isBroken, RoweCondition condition) {
+        if (isBroken) {
+            broken.add(condition);
+        }
+    };
+    test(rowe.RoweAlpha < 0.6, RoweCondition::AlphaTooSmall);
+    test(rowe.RoweAlpha > 0.8, RoweCondition::AlphaTooLarge);
+    test(rowe.RoweBeta > 0.3, RoweCondition::BetaTooLarge);
+    test(rightSurface < problem.WallTopElev, RoweCondition::RightBelowTop);
+    test(rightSurface <= problem.SurfaceElev(Left, 1), RoweCondition::RightBelowLeft);
+    test(clay && rowe.RoweStability < 0.5, RoweCondition::StabilityTooSmall);
+    test(clay && rowe.RoweStability > 2.5, RoweCondition::StabilityTooLarge);
+    return broken;
 }
 
 /// Coefficients and ratios of the sections within the curves; those outside keep their ratio.

@@ -1,5 +1,6 @@
 #include "screens/pile_screen.h"
 
+#include "commands/pile_entry.h"
 #include "rowe/pile_sections.h"
 #include "runtime/number_text.h"
 #include "widgets/geometry.h"

@@ -5,7 +5,6 @@
 #include "state/state.h"
 
 #include <string>
-#include <string_view>
 
 namespace korvane {
 
@@ -89,24 +88,27 @@ struct PileSections {
 
 enum class RoweSoil { None = 0, Sand = 1, Clay = 2 };
 
-/// Why the reduction does not apply: "*** REDUCTION NOT APPLICABLE DUE TO " + cause, and perhaps a
-/// second line behind blanks of its own.
-struct RoweNote {
-    std::string_view cause;
-    std::string_view secondLine;
-    int blanks = 0;
+/// Conditions of the method that a wall may not meet, in the order in which they are told.
+enum class RoweCondition {
+    AlphaTooSmall,     ///< ALPHA below 0.6
+    AlphaTooLarge,     ///< ALPHA above 0.8
+    BetaTooLarge,      ///< BETA above 0.3
+    RightBelowTop,     ///< the right surface lies below the top of the wall
+    RightBelowLeft,    ///< the right surface lies at or below the left one
+    StabilityTooSmall, ///< clay: S below 0.5
+    StabilityTooLarge, ///< clay: S above 2.5
 };
 
-/// The conditions of the method that a wall does not meet: no more than these at once.
-class RoweNotes {
+/// Those that a wall does not meet: no more than these at once.
+class RoweConditions {
   public:
-    void add(const RoweNote& note) { notes_(++count_) = note; }
-    auto begin() const { return notes_.begin(); }
-    auto end() const { return notes_.begin() + count_; }
+    void add(RoweCondition condition) { conditions_(++count_) = condition; }
+    auto begin() const { return conditions_.begin(); }
+    auto end() const { return conditions_.begin() + count_; }
     bool empty() const { return count_ == 0; }
 
   private:
-    Array<RoweNote, 5> notes_;
+    Array<RoweCondition, 5> conditions_;
     int count_ = 0;
 };
 
@@ -120,7 +122,7 @@ struct MomentReduction {
     double RoweStability = 0;          ///< stability number S, clay
     bool applicable = false;           ///< the wall is within the range of the method
     bool sandOutOfRange = false;       ///< it applies to sand, but not to every section
-    RoweNotes broken;                  ///< conditions of the method that the wall does not meet
+    RoweConditions broken;             ///< why it is not applicable
     Array<double, 13> PileLogRigidity; ///< log10(H^4 / EI)
     Array<double, 13> PileMomentRatio; ///< allowable over free earth moment
     Array<double, 2, 5> RoweSandCurve; ///< (density, point) at the wall's ALPHA

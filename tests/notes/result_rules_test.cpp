@@ -214,10 +214,12 @@ TEST(ResultNotes, MomentReductionOutsideItsRange) {
     wall.reduction.PileLogRigidity(2) = -4.2;
     EXPECT_NE(wall.note("reduction-range")->text.find("-4.2000 to -3.6000"), std::string::npos);
     wall.reduction.applicable = false;
-    wall.reduction.broken.add({"RIGHTSIDE SURFACE", "    BELOW TOP OF WALL.", 10});
+    wall.reduction.broken.add(RoweCondition::BetaTooLarge);
+    wall.reduction.broken.add(RoweCondition::RightBelowTop);
     const auto note = wall.note("reduction-range");
     ASSERT_TRUE(note);
-    EXPECT_NE(note->text.find("RIGHTSIDE SURFACE BELOW TOP OF WALL."), std::string::npos);
+    EXPECT_NE(note->text.find("in full: BETA above 0.3, right surface below the top of the wall."),
+              std::string::npos);
 }
 
 TEST(ResultNotes, ReductionCoefficientsWithinTheCurves) {

@@ -2,8 +2,8 @@
 #include "typing.h"
 
 #include "../commands/scripted_desktop.h"
+#include "commands/pile_entry.h"
 #include "problem/input_reader.h"
-#include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
 

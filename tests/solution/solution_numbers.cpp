@@ -1,7 +1,6 @@
 #include "solution_numbers.h"
 
 #include <bit>
-#include <string_view>
 #include <type_traits>
 
 namespace korvane::test {
@@ -21,11 +20,6 @@ class Numbers {
     template <class Value>
     requires(std::is_integral_v<Value> || std::is_enum_v<Value>) void addOne(Value value) {
         list_.push_back(static_cast<std::uint64_t>(value));
-    }
-    void addOne(std::string_view text) {
-        for (const char letter : text) {
-            addOne(letter);
-        }
     }
     template <class Value, int... Extents>
     void addOne(const Array<Value, Extents...>& array) {
@@ -95,8 +89,8 @@ void addReduction(Numbers& numbers, const MomentReduction& rowe) {
                 rowe.RoweStability, rowe.applicable, rowe.sandOutOfRange, rowe.PileLogRigidity,
                 rowe.PileMomentRatio, rowe.RoweSandCurve, rowe.inRange, rowe.coefficient,
                 rowe.reducedRatio);
-    for (const RoweNote& note : rowe.broken) {
-        numbers.add(note.cause, note.secondLine, note.blanks);
+    for (const RoweCondition condition : rowe.broken) {
+        numbers.add(condition);
     }
 }
 
