@@ -72,14 +72,11 @@ using Measure = void (*)(benchmark::State&, PlotScreenName, int);
 
 /// Every diagram under the screen's title and its number.
 void registerDiagrams(const std::string& what, Measure measure) {
-    for (const auto name :
-         {PlotScreenName::CANPLOT, PlotScreenName::FREEPLOT, PlotScreenName::FIXDPLOT,
-          PlotScreenName::VUSOLPLT, PlotScreenName::VUINPLOT, PlotScreenName::ROWECURV}) {
-        const PlotScreen& screen = plotScreen(name);
+    for (const PlotScreen& screen : plotScreens()) {
         for (int n = 1; n <= screen.pictureCount; ++n) {
             const std::string title = what + "/" + screen.title + "/" + std::to_string(n);
             benchmark::RegisterBenchmark(title.c_str(), [=](benchmark::State& run) {
-                measure(run, name, n);
+                measure(run, screen.name, n);
             })->Unit(benchmark::kMicrosecond);
         }
     }

@@ -6,6 +6,7 @@
 #include "problem/fields.h"
 #include "problem/unit_conversion.h"
 #include "reports/reduction_report.h"
+#include "reports/report_parts.h"
 #include "runtime/dates.h"
 #include "runtime/json_text.h"
 #include "runtime/utf8_text.h"

@@ -1,6 +1,7 @@
 // Where the results of each input go.
 #include "batch/options.h"
 #include "plots/figures.h"
+#include "runtime/file_text.h"
 
 #include <memory>
 #include <system_error>
@@ -43,10 +44,9 @@ class Places {
     explicit Places(Listings& listings) : listings_(listings) {}
 
     fs::path of(const fs::path& path) {
-        constexpr int maxLinks = 40;
         fs::path target = path;
         std::error_code failure;
-        for (int links = 0; links < maxLinks && listings_.has(target); ++links) {
+        for (int links = 0; links < MostLinks && listings_.has(target); ++links) {
             struct stat status {};
             if (::lstat(target.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) {
                 break;

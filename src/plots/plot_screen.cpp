@@ -5,6 +5,7 @@
 #include "plots/input_plots.h"
 #include "plots/result_plots.h"
 #include "plots/rowe_plot.h"
+#include "runtime/table_order.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -67,15 +68,25 @@ constexpr std::array<PlotEntry, 13> InputEntries{{
     Finished,
 }};
 
-/// In the order of PlotScreenName.
 constexpr std::array<PlotScreen, 6> PlotScreens{{
-    {PlotScreenName::CANPLOT, "CANTILEVER WALL RESULTS", 7, CantileverEntries},
-    {PlotScreenName::FREEPLOT, "ANCHORED WALL RESULTS BY FREE EARTH METHOD", 7, FreeEarthEntries},
-    {PlotScreenName::FIXDPLOT, "ANCHORED WALL RESULTS BY FIXED EARTH METHOD", 7, FixedEarthEntries},
-    {PlotScreenName::VUSOLPLT, "INITIAL SOIL PRESSURES", 4, InitialEntries},
-    {PlotScreenName::VUINPLOT, "INPUT DATA", InputPlotCount, InputEntries, false},
-    {PlotScreenName::ROWECURV, "ROWE'S MOMENT REDUCTION FOR PILES IN SAND", 1, {}, false, 4, 0.6},
+    {PlotScreenName::CANPLOT, "CANPLOT", "CANTILEVER WALL RESULTS", 7, CantileverEntries},
+    {PlotScreenName::FREEPLOT, "FREEPLOT", "ANCHORED WALL RESULTS BY FREE EARTH METHOD", 7,
+     FreeEarthEntries},
+    {PlotScreenName::FIXDPLOT, "FIXDPLOT", "ANCHORED WALL RESULTS BY FIXED EARTH METHOD", 7,
+     FixedEarthEntries},
+    {PlotScreenName::VUSOLPLT, "VUSOLPLT", "INITIAL SOIL PRESSURES", 4, InitialEntries},
+    {PlotScreenName::VUINPLOT, "VUINPLOT", "INPUT DATA", InputPlotCount, InputEntries, false},
+    {PlotScreenName::ROWECURV,
+     "ROWECURV",
+     "ROWE'S MOMENT REDUCTION FOR PILES IN SAND",
+     1,
+     {},
+     false,
+     4,
+     0.6},
 }};
+
+static_assert(inOrder(PlotScreens, &PlotScreen::name));
 
 const ResultKind& resultKind(PlotScreenName name) {
     switch (name) {
@@ -122,6 +133,10 @@ void drawHeadings(Surface& surface, const std::vector<std::string>& headings) {
 }
 
 } // namespace
+
+std::span<const PlotScreen> plotScreens() {
+    return PlotScreens;
+}
 
 const PlotScreen& plotScreen(PlotScreenName name) {
     return PlotScreens.at(static_cast<std::size_t>(name));

@@ -38,6 +38,7 @@ struct PlotEntry {
 /// heading labels Label1(0), Label1(1) ..., its buttons cmdDone, cmdPrint and cmdSave.
 struct PlotScreen {
     PlotScreenName name = PlotScreenName::CANPLOT;
+    const char* objectName = "";
     const char* title = "";
     int pictureCount = 0;
     std::span<const PlotEntry> entries; ///< in their order; the help menu comes behind them
@@ -53,6 +54,8 @@ inline constexpr const char* SaveCaption = "Sa&ve";
 /// The place of a usual drawing in the picture, twips.
 inline constexpr Corners PictureView{{0, 0}, {10080, 5760}};
 
+/// All of them, and the one of a name.
+std::span<const PlotScreen> plotScreens();
 const PlotScreen& plotScreen(PlotScreenName name);
 
 inline constexpr int MaxPlotNumber = 10;

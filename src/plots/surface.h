@@ -1,5 +1,5 @@
 // What a drawing recipe draws on: a picture on the screen, a page, a file or a test's list. Lengths
-// are twips (1440 to the inch) from the upper left corner, y growing downwards. All text is black,
+// are twips from the upper left corner, y growing downwards. All text is black,
 // in Arial (or Liberation Sans, of the same widths) of 8.25 points.
 #pragma once
 
@@ -25,6 +25,8 @@ inline constexpr Colour PassiveGreen{0, 127, 0};
 inline constexpr Colour StartGrey{200, 200, 200};
 inline constexpr Colour SoilBrown{150, 75, 0};
 inline constexpr Colour PictureBack{224, 224, 224}; ///< back colour of the pictures on the screen
+
+inline constexpr double TwipsPerInch = 1440;
 
 inline constexpr const char* PlotFontName = "Arial";
 inline constexpr double PlotFontPoints = 8.25;

@@ -30,7 +30,6 @@ constexpr int OtherWidth = 1139; ///< of most letters beyond ASCII
 constexpr double UnitsPerEm = 2048;
 constexpr double Ascent = 1854 / UnitsPerEm;
 constexpr double Descent = 434 / UnitsPerEm;
-constexpr double TwipsPerInch = 1440;
 
 constexpr const char* EmptyEnd = "/>\n"; ///< of an element without content
 constexpr const char* PathEnd = "\"/>\n";

@@ -2,6 +2,9 @@
 #pragma once
 
 #include "problem/fields.h"
+#include "runtime/table_order.h"
+
+#include <iterator>
 
 namespace korvane {
 
@@ -84,16 +87,8 @@ inline constexpr CountRules Counts[] = {
 constexpr const CountRules& rulesOf(ProblemCount count) {
     return Counts[static_cast<int>(count)];
 }
-constexpr bool countsInOrder() {
-    int place = 0;
-    for (const CountRules& rules : Counts) {
-        if (static_cast<int>(rules.count) != place++) {
-            return false;
-        }
-    }
-    return place == static_cast<int>(ProblemCount::HDistCount) + 1;
-}
-static_assert(countsInOrder());
+static_assert(inOrder(Counts, &CountRules::count) &&
+              std::size(Counts) == static_cast<std::size_t>(ProblemCount::HDistCount) + 1);
 
 /// The most entries that files and screens take.
 constexpr int mostOf(ProblemCount count) {

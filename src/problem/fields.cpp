@@ -1,6 +1,7 @@
 #include "problem/fields.h"
 
 #include "problem/loads.h"
+#include "runtime/table_order.h"
 
 #include <algorithm>
 #include <array>
@@ -47,6 +48,11 @@ template <auto Member>
 double& at(Problem& problem, int side, int row) {
     return numberIn<Member>(problem, side, row);
 }
+template <auto Member>
+const double& value(const Problem& problem, int side, int row) {
+    return numberIn<Member>(problem, side, row);
+}
+/// As a limit.
 template <auto Member>
 double valueOf(const Problem& problem, int side, int row) {
     return numberIn<Member>(problem, side, row);
@@ -107,8 +113,16 @@ constexpr FieldRules entry(ProblemField field, const char* name, Quantity quanti
     constexpr bool isPair = std::is_same_v<List, Array<double, 2>>;
     constexpr bool hasSides = hasSidesAndRows<List> || (isPair && !isByLevel<Member>);
     constexpr bool hasRows = !isNumber && (!isPair || isByLevel<Member>);
-    return {field,   name,       quantity,        hasSides,
-            hasRows, at<Member>, valueOf<Member>, {first, second, third}};
+    constexpr int places = [] {
+        if constexpr (hasRows) {
+            return List::size() / (hasSides ? 2 : 1);
+        } else {
+            return 1;
+        }
+    }();
+    return {field,      name,          quantity,
+            hasSides,   hasRows,       places,
+            at<Member>, value<Member>, {first, second, third}};
 }
 
 constexpr std::array<FieldRules, FieldCount> Fields{{
@@ -205,15 +219,7 @@ constexpr std::array<FieldRules, FieldCount> Fields{{
     entry<&Problem::HDistLoad>(ProblemField::HDistLoad, "HDistLoad", Quantity::Stress),
 }};
 
-constexpr bool inOrder() {
-    for (std::size_t place = 0; place < Fields.size(); ++place) {
-        if (static_cast<std::size_t>(Fields[place].field) != place) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(inOrder());
+static_assert(inOrder(Fields, &FieldRules::field));
 
 // ---- groups
 // --------------------------------------------------------------------------------------

@@ -101,8 +101,9 @@ struct FieldRules {
     Quantity quantity;
     bool hasSides;
     bool hasRows;
+    int places; ///< rows of its list
     double& (*at)(Problem&, int side, int row);
-    double (*value)(const Problem&, int side, int row);
+    const double& (*value)(const Problem&, int side, int row);
     Bound bounds[3]; ///< what both state first
 };
 const FieldRules& rulesOf(ProblemField field);

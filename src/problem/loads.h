@@ -59,16 +59,7 @@ inline constexpr LoadRules LoadTable[] = {
 constexpr const LoadRules& rulesOf(Load load) {
     return LoadTable[static_cast<int>(load)];
 }
-constexpr bool loadsInOrder() {
-    int place = 0;
-    for (const LoadRules& rules : LoadTable) {
-        if (static_cast<int>(rules.load) != place++) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(loadsInOrder());
+static_assert(inOrder(LoadTable, &LoadRules::load));
 
 /// The kinds on the ground of either side, and those on the wall itself.
 inline constexpr std::span<const LoadRules> GroundLoads{&LoadTable[0], 6};

@@ -1,6 +1,7 @@
 #include "problem/quantities.h"
 
 #include "runtime/number_text.h"
+#include "runtime/table_order.h"
 
 #include <array>
 #include <charconv>
@@ -55,15 +56,7 @@ constexpr std::array<QuantityRow, QuantityCount> Rows{{
     {Quantity::Gradient, 1, {"", 4, false}, {"", 4, false}},
 }};
 
-constexpr bool inOrder() {
-    for (std::size_t place = 0; place < Rows.size(); ++place) {
-        if (static_cast<std::size_t>(Rows[place].quantity) != place) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(inOrder());
+static_assert(inOrder(Rows, &QuantityRow::quantity));
 
 const QuantityRow& rowOf(Quantity quantity) {
     return Rows[static_cast<std::size_t>(quantity)];

@@ -2,6 +2,7 @@
 
 #include "problem/fields.h"
 #include "runtime/number_text.h"
+#include "runtime/utf8_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -66,9 +67,8 @@ struct Line {
 };
 
 std::vector<Line> linesOf(std::string_view fileText) {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
     std::vector<Line> lines;
-    std::size_t start = fileText.starts_with(mark) ? mark.size() : 0;
+    std::size_t start = fileText.starts_with(Utf8Mark) ? Utf8Mark.size() : 0;
     while (start < fileText.size()) {
         const std::size_t end = std::min(fileText.find_first_of("\r\n", start), fileText.size());
         const bool pair = fileText.substr(end, 2) == "\r\n";

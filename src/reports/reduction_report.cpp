@@ -2,6 +2,7 @@
 
 #include "reports/report_parts.h"
 #include "runtime/number_text.h"
+#include "runtime/table_order.h"
 
 #include <array>
 #include <string>
@@ -73,16 +74,7 @@ constexpr int FartherLeft =
 constexpr const ConditionWords& wordsOf(RoweCondition condition) {
     return Conditions[static_cast<int>(condition)];
 }
-constexpr bool conditionsInOrder() {
-    int place = 0;
-    for (const ConditionWords& words : Conditions) {
-        if (static_cast<int>(words.condition) != place++) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(conditionsInOrder());
+static_assert(inOrder(Conditions, &ConditionWords::condition));
 
 void parameterLine(PrintLines& lines, const ReportForm& form, std::string_view label,
                    double value) {

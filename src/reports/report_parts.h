@@ -35,6 +35,11 @@ void headingSection(PrintLines& lines, const Problem& problem, std::string_view 
 /// Tells by which method the soil pressures of a side were determined.
 void methodStatement(PrintLines& lines, const Problem& problem, PressureMethod method, int side);
 
+/// The mark of a pressure for which the sweep search found no extreme.
+inline const char* markText(bool marked) {
+    return marked ? "*" : "";
+}
+
 /// True where the pressure just below an elevation and the one just above differ.
 bool isStep(double below, double above);
 

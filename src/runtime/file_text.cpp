@@ -1,6 +1,7 @@
 #include "runtime/file_text.h"
 
 #include "runtime/runtime_error.h"
+#include "runtime/utf8_text.h"
 
 #include <algorithm>
 #include <array>
@@ -21,8 +22,6 @@ namespace korvane {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr int maxLinks = 40; // of a chain of symbolic links, as the system itself follows
 
 /// The folder that a path lies in.
 fs::path folderOf(const fs::path& path) {
@@ -92,7 +91,7 @@ fs::path behindLinks(const fs::path& path) {
     fs::path target = path;
     std::error_code ignored;
     for (int links = 0; fs::is_symlink(target, ignored); ++links) {
-        if (links == maxLinks) {
+        if (links == MostLinks) {
             fail(ELOOP, path);
         }
         target = folderOf(target) / fs::read_symlink(target, ignored);
@@ -152,7 +151,7 @@ int fileErrorNumber(int code, const fs::path& path) {
     case ENFILE:
         return 67;
     case EIO:
-        return 57;
+        return DeviceFault;
     case ENXIO:
     case ENODEV:
         return 71;
@@ -205,9 +204,8 @@ std::string readInputFile(const fs::path& path) {
 }
 
 std::vector<std::string> splitLines(std::string_view text) {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
-    if (text.substr(0, mark.size()) == mark) {
-        text.remove_prefix(mark.size());
+    if (text.starts_with(Utf8Mark)) {
+        text.remove_prefix(Utf8Mark.size());
     }
     std::vector<std::string> lines;
     while (!text.empty()) {

@@ -10,6 +10,9 @@
 
 namespace korvane {
 
+/// Of a chain of symbolic links, as the system itself follows.
+inline constexpr int MostLinks = 40;
+
 /// The run-time error number of a failed system call on a path.
 int fileErrorNumber(int code, const std::filesystem::path& path);
 

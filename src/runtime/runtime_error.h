@@ -6,9 +6,10 @@
 
 namespace korvane {
 
-/// What a file is that cannot be an input has numbers of its own.
 inline constexpr int OutOfMemory = 7;
 inline constexpr int InternalError = 51;
+inline constexpr int DeviceFault = 57;
+/// What a file is that cannot be an input has numbers of its own.
 inline constexpr int FolderAsInput = 1001;
 inline constexpr int DeviceAsInput = 1002;
 inline constexpr int InputTooLarge = 1003;

@@ -7,6 +7,9 @@
 
 namespace korvane {
 
+/// May stand at the start of a file in UTF-8; it is no text.
+inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
 /// The text as valid UTF-8: what is UTF-8 passes unchanged, each other byte becomes the Latin-1
 /// character of its value.
 std::string utf8Text(std::string_view bytes);

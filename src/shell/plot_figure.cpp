@@ -18,7 +18,6 @@ namespace korvane {
 namespace {
 
 constexpr double PngPixelsPerInch = 200;
-constexpr int DeviceFault = 57;
 
 std::string bytes(const QByteArray& array) {
     return {array.constData(), static_cast<std::size_t>(array.size())};

@@ -44,9 +44,7 @@ QString entryName(const PlotEntry& entry) {
 PlotWindow::PlotWindow(ScreenContext& context, PlotScreenName name, const PrintServices* services)
     : ScreenWindow(context, {}, plotScreen(name).title), screen_(plotScreen(name)),
       services_(services), view_(openPlotScreen(session().plotData(), name)) {
-    static constexpr const char* names[] = {"CANPLOT",  "FREEPLOT", "FIXDPLOT",
-                                            "VUSOLPLT", "VUINPLOT", "ROWECURV"};
-    setObjectName(names[static_cast<int>(name)]);
+    setObjectName(screen_.objectName);
     createMenus();
     createPictures();
     createBand();

@@ -19,7 +19,6 @@ namespace korvane {
 
 namespace {
 
-constexpr int DeviceFault = 57;
 constexpr double TextPoints = 10;
 constexpr int PdfResolution = 1200;
 

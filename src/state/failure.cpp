@@ -2,6 +2,7 @@
 
 #include "runtime/number_text.h"
 #include "runtime/runtime_error.h"
+#include "runtime/table_order.h"
 
 #include <array>
 #include <cstddef>
@@ -24,7 +25,7 @@ struct FailureWords {
 constexpr const char* Plain = "KORVANE";
 constexpr const char* LayerTitle = "INCONSISTENT SOIL LAYER DATA";
 
-/// In the order of FailureCode. The misspellings and the words that run together are the system's
+/// The misspellings and the words that run together are the system's
 /// own, deliberately.
 constexpr std::array<FailureWords, FailureCodeCount> Words{{
     {FailureCode::None, "none", Plain, ""},
@@ -92,6 +93,7 @@ constexpr std::array<FailureWords, FailureCodeCount> Words{{
     {FailureCode::InputRefused, "input-refused", Plain, ""},
     {FailureCode::FileFault, "file-fault", Plain, ""},
 }};
+static_assert(inOrder(Words, &FailureWords::code));
 
 const FailureWords& wordsOf(FailureCode code) {
     return Words.at(static_cast<std::size_t>(code));

@@ -78,11 +78,6 @@ struct DevelopedLayer {
     CoefficientSource KpSource = CoefficientSource::None;
 };
 
-/// The report's mark of a pressure for which the sweep search found no extreme.
-inline const char* markText(bool marked) {
-    return marked ? "*" : "";
-}
-
 /// Soil and water pressures on the grid, PSF.
 struct Pressures {
     Array<double, 2, 301, 2> ActivePressures;  ///< (side, i, k)
@@ -183,7 +178,7 @@ struct State {
     KeptWork* kept;         ///< stays from solution to solution
     /// Where the pressures of each side are to tell how they came about; null: nowhere.
     PressureDetails* details = nullptr;
-    Amendments amendments;  ///< of the present solution
+    Amendments amendments; ///< of the present solution
     /// Rows of the diagrams that may hold values since the preparation; all beyond are zero.
     int TouchedRows = 301;
     ElevationGrid grid;

@@ -18,12 +18,13 @@ namespace korvane {
 namespace {
 
 constexpr int MaxTrials = 10000;
+constexpr double NoFactor = 0.0001; ///< an active factor no larger is none
 
 /// The given active factor of each layer, both levels: a layer's own before its side's before that
 /// of the whole problem.
 void takeGivenActiveFactors(State& state) {
     const Problem& problem = *state.problem;
-    if (problem.FSActive <= 0.0001) {
+    if (problem.FSActive <= NoFactor) {
         return;
     }
     for (const int side : {Right, Left}) {

@@ -1,5 +1,7 @@
 #include "widgets/geometry.h"
 
+#include "plots/surface.h"
+
 #include <QApplication>
 #include <QGuiApplication>
 #include <QLineEdit>

@@ -8,9 +8,6 @@ class QWidget;
 
 namespace korvane {
 
-/// Twips of an inch.
-inline constexpr double TwipsPerInch = 1440.0;
-
 /// Height of a one-line field in twips: the program's zoom is the smallest at which a field in the
 /// application's font fits it.
 inline constexpr double FieldHeightTwips = 270.0;

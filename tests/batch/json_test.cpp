@@ -2,6 +2,7 @@
 #include "batch_run.h"
 #include "problem/field_address.h"
 #include "problem/input_reader.h"
+#include "reports/report_parts.h"
 #include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
 #include "solution/solution.h"

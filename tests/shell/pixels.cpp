@@ -80,7 +80,6 @@ Pixels pixelsOf(QWidget& picture) {
 
 Pixels pageOf(const std::string& pdf) {
     constexpr int PixelsPerInch = 100;
-    constexpr double TwipsPerInch = 1440;
     const std::string stem = pdf + "-page";
     QProcess reader;
     reader.start("pdftoppm", {"-r", QString::number(PixelsPerInch), "-png",

@@ -19,6 +19,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <map>
@@ -102,12 +103,12 @@ void expectShowing(QDialog& screen) {
 /// What the diagram on show consists of.
 std::vector<Primitive> recipeOf(Person& person, const QDialog& screen, const QWidget& picture,
                                 Medium medium) {
-    static const std::map<QString, PlotScreenName> names{
-        {"CANPLOT", PlotScreenName::CANPLOT},   {"FREEPLOT", PlotScreenName::FREEPLOT},
-        {"FIXDPLOT", PlotScreenName::FIXDPLOT}, {"VUSOLPLT", PlotScreenName::VUSOLPLT},
-        {"VUINPLOT", PlotScreenName::VUINPLOT}, {"ROWECURV", PlotScreenName::ROWECURV}};
+    const auto all = plotScreens();
+    const auto shown = std::find_if(all.begin(), all.end(), [&](const PlotScreen& candidate) {
+        return screen.objectName() == candidate.objectName;
+    });
     const PlotData data = person.session().plotData();
-    PlotView view = openPlotScreen(data, names.at(screen.objectName()));
+    PlotView view = openPlotScreen(data, shown->name);
     view.PlotNumber =
         picture.objectName().mid(static_cast<int>(std::string("Picture").size())).toInt();
     RecordingSurface surface;
