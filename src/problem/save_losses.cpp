@@ -1,13 +1,17 @@
 #include "problem/save_losses.h"
 
-#include "runtime/arithmetic.h"
+#include "problem/counts.h"
+#include "problem/validate.h"
 #include "runtime/number_text.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace korvane {
 
 namespace {
 
-enum Rule {
+enum Words {
     SmallLetters,
     Decimals,
     TinyFactor,
@@ -28,7 +32,7 @@ enum Rule {
     UniformOfZero,
     RampOfZero,
     VariableOfOnePoint,
-    RuleCount,
+    WordsCount,
 };
 
 constexpr SaveRule rules[] = {
@@ -61,7 +65,32 @@ constexpr SaveRule rules[] = {
     {"Ramp load of 0", "a saved file with it cannot be opened"},
     {"Variable load of one point", "a saved file with it cannot be opened"},
 };
-static_assert(std::size(rules) == RuleCount);
+static_assert(std::size(rules) == WordsCount);
+
+/// A rule of the reader that screens do not hold to, and the words for it.
+struct ReaderRule {
+    const char* field;
+    Rule rule;
+    Words words;
+    ProblemField shownAt; ///< row of the finding, or the first one
+};
+
+constexpr const char* nameOf(ProblemCount count) {
+    return rulesOf(count).name;
+}
+
+constexpr ReaderRule readerRules[] = {
+    {"SurfaceDist", Rule::AtLeast, FirstDistance, ProblemField::SurfaceDist},
+    {"SurfaceElev", Rule::Above, WallBottom, ProblemField::SurfaceElev},
+    {"SoilWallFriction", Rule::AtLeast, NegativeWallFriction, ProblemField::SoilWallFriction},
+    {"SoilAdhesion", Rule::AtMost, Adhesion, ProblemField::SoilAdhesion},
+    {"SeepageElev", Rule::AtLeast, SeepageElevation, ProblemField::SeepageElev},
+    {"SeepageElev", Rule::AtMost, SeepageElevation, ProblemField::SeepageElev},
+    {"SeepageKind", Rule::Choice, Gradient, ProblemField::SeepageGradient},
+    {"WaterPressElev", Rule::Below, PressureOrder, ProblemField::WaterPressElev},
+    {"VRampLoad", Rule::Above, RampOfZero, ProblemField::VRampLoad},
+    {nameOf(ProblemCount::VVarCount), Rule::AtLeast, VariableOfOnePoint, ProblemField::VVarDist},
+};
 
 /// The control line's form of a factor of safety.
 double factorAsSaved(double factor) {
@@ -76,7 +105,7 @@ class Search {
     std::vector<SaveLoss> run() {
         heading();
         control();
-        wallAndSurface();
+        readerRefuses();
         for (const int side : {Right, Left}) {
             soil(side);
         }
@@ -87,10 +116,47 @@ class Search {
 
   private:
     template <class Value>
-    void find(bool applies, Rule rule, const Value& value) {
+    void find(bool applies, Words words, const Value& value) {
         if (applies) {
-            losses_.push_back({&value, &rules[rule]});
+            losses_.push_back({&value, &rules[words]});
         }
+    }
+
+    /// What the reader of files states and a record can break.
+    void readerRefuses() {
+        Problem judged = problem_;
+        for (const int side : {Right, Left}) {
+            if (problem_.SurfacePointCount(side) == 0) { // the ground is still to come
+                judged.SurfaceElev(side, 1) = problem_.WaterElev(side);
+            }
+        }
+        forEachFinding(judged, [this](const Finding& finding) {
+            for (const ReaderRule& rule : readerRules) {
+                if ((finding.by & ByReader) != 0 && finding.rule == rule.rule &&
+                    std::string_view(finding.field) == rule.field) {
+                    take(finding, rule);
+                }
+            }
+            return true;
+        });
+    }
+
+    void take(const Finding& finding, const ReaderRule& rule) {
+        const int side = finding.side == Left ? Left : Right;
+        const double& place =
+            rulesOf(rule.shownAt).value(problem_, side, std::max(finding.index, 1));
+        findOnce(rule.words, place);
+        if (rule.words == WallBottom) {
+            findOnce(WallBottom, problem_.WallBottomElev);
+        }
+    }
+
+    void findOnce(Words words, const double& place) {
+        find(std::none_of(losses_.begin(), losses_.end(),
+                          [&](const SaveLoss& loss) {
+                              return loss.place == &place && loss.rule == &rules[words];
+                          }),
+             words, place);
     }
 
     void heading() {
@@ -120,22 +186,6 @@ class Search {
         }
     }
 
-    void wallAndSurface() {
-        bool buried = false;
-        for (const int side : {Right, Left}) {
-            if (problem_.SurfacePointCount(side) == 0) {
-                continue;
-            }
-            find(problem_.SurfaceDist(side, 1) < 0, FirstDistance, problem_.SurfaceDist(side, 1));
-            const double& ground = problem_.SurfaceElev(side, 1);
-            const bool below =
-                problem_.ProgramMode == Mode::Analysis && ground <= problem_.WallBottomElev;
-            find(below, WallBottom, ground);
-            buried = buried || below;
-        }
-        find(buried, WallBottom, problem_.WallBottomElev);
-    }
-
     void soil(int side) {
         const bool strengths = problem_.SoilDataKind(side) == SoilData::Strengths;
         const double& active = problem_.Level2FSActive(side);
@@ -152,10 +202,6 @@ class Search {
             const double& ofLayer = problem_.SoilFSActive(side, layer);
             const double& passiveOfLayer = problem_.SoilFSPassive(side, layer);
             if (strengths) {
-                const double& wallFriction = problem_.SoilWallFriction(side, layer);
-                const double& adhesion = problem_.SoilAdhesion(side, layer);
-                find(wallFriction < 0, NegativeWallFriction, wallFriction);
-                find(adhesion > problem_.SoilCohesion(side, layer), Adhesion, adhesion);
                 find(!last && slope != 0, Slope, slope);
                 find(ofLayer == 0 && passiveOfLayer != 0, LayerPassiveAlone, passiveOfLayer);
             } else {
@@ -166,34 +212,15 @@ class Search {
     }
 
     void water() {
-        const bool seepage = problem_.SeepageKind != Seepage::None;
-        if (problem_.WaterDataKind == WaterData::Elevations && seepage) {
-            const auto lower = [&](int side) {
-                const double water = problem_.WaterElev(side);
-                return problem_.SurfacePointCount(side) == 0
-                           ? water // the ground is still to come
-                           : MinOf(water, problem_.SurfaceElev(side, 1));
-            };
-            const double& elevation = problem_.SeepageElev;
-            find(elevation < lower(Left) || elevation > lower(Right), SeepageElevation, elevation);
-            find(problem_.SeepageKind == Seepage::Given, Gradient, problem_.SeepageGradient(1));
-        }
-        if (problem_.WaterDataKind == WaterData::Pressures) {
-            for (int point = 2; point <= problem_.WaterPressCount; ++point) {
-                const double& elevation = problem_.WaterPressElev(point);
-                find(elevation >= problem_.WaterPressElev(point - 1), PressureOrder, elevation);
-            }
-            find(seepage, SeepageOfPressures, problem_.WaterPressElev(1));
-        }
+        find(problem_.WaterDataKind == WaterData::Pressures &&
+                 problem_.SeepageKind != Seepage::None,
+             SeepageOfPressures, problem_.WaterPressElev(1));
     }
 
     void loads() {
         for (const int side : {Right, Left}) {
-            find(problem_.VUniformCount(side) > 0 && problem_.VUniformLoad(side) == 0,
-                 UniformOfZero, problem_.VUniformLoad(side));
-            find(problem_.VRampCount(side) > 0 && problem_.VRampLoad(side) == 0, RampOfZero,
-                 problem_.VRampLoad(side));
-            find(problem_.VVarCount(side) == 1, VariableOfOnePoint, problem_.VVarDist(side, 1));
+            const double& uniform = problem_.VUniformLoad(side);
+            find(problem_.VUniformCount(side) > 0 && uniform == 0, UniformOfZero, uniform);
         }
     }
 

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <set>
@@ -225,6 +226,37 @@ TEST(SaveLosses, EachIsFoundAtItsPlaceAndReallyHappens) {
         seen.insert(loss.value);
     }
     EXPECT_EQ(seen.size(), saveRules().size());
+}
+
+TEST(SaveLosses, OneOfTwoCausesIsToldOnce) {
+    const auto timesAt = [](const Problem& problem, const void* place) {
+        const auto losses = lossesOfSave(problem);
+        return std::count_if(losses.begin(), losses.end(),
+                             [place](const SaveLoss& loss) { return loss.place == place; });
+    };
+    Problem wall = analysis();
+    wall.WallBottomElev = wall.SurfaceElev(Right, 1) = wall.SurfaceElev(Left, 1);
+    EXPECT_EQ(timesAt(wall, &wall.WallBottomElev), 1);
+    EXPECT_EQ(timesAt(wall, &wall.SurfaceElev(Right, 1)), 1);
+    Problem seepage = heldWhole(); // water enters at -2 and leaves at -4
+    seepage.WaterElev(Right) = -6;
+    seepage.SeepageElev = -5; // below the one and above the other
+    EXPECT_EQ(timesAt(seepage, &seepage.SeepageElev), 1);
+}
+
+TEST(SaveLosses, GroundThatIsStillToComeIsNoLimitOfSeepage) {
+    Problem problem = heldWhole(); // water at -2 and -4
+    problem.SurfacePointCount.fill(0);
+    problem.SurfaceElev.fill(-100); // left over
+    for (const double elev : {-4.0, -2.0}) {
+        problem.SeepageElev = elev;
+        EXPECT_TRUE(lossesOfSave(problem).empty()) << elev;
+    }
+    for (const double elev : {-4.01, -1.99}) {
+        problem.SeepageElev = elev;
+        ASSERT_EQ(lossesOfSave(problem).size(), 1U) << elev;
+        EXPECT_EQ(lossesOfSave(problem)[0].place, &problem.SeepageElev);
+    }
 }
 
 TEST(SaveLosses, TheirWordsTellWhatHappens) {
