@@ -12,15 +12,51 @@ namespace korvane {
 
 namespace {
 
-constexpr std::string_view FirstLine = "KORVANE RECOVERY 2";
+constexpr std::string_view FirstLine = "KORVANE RECOVERY 3";
 
 /// A recovery copy that was read.
 struct Recovered {
     std::string moment;
     std::string file; ///< the user's file that the data were from, or empty
     UnitSystem fileUnits = UnitSystem::US;
+    PileSections sections;
     Problem problem;
 };
+
+/// Applies `visit` to the numbers of a section.
+template <class Sections, class Visit>
+void visitSection(Sections& sections, int p, Visit visit) {
+    visit(sections.PileSectionData(p, 1));
+    visit(sections.PileSectionData(p, 2));
+    visit(sections.PileAllowStress(p));
+    visit(sections.PileModulus(p));
+}
+
+/// The table of sections has no file of its own: what was typed into it stands here alone.
+std::string sectionsText(const PileSections& sections) {
+    std::string text = "Sections";
+    appendValue(text, sections.PileSectionCount);
+    text += '\n';
+    for (int p = 1; p <= sections.PileName.size(); ++p) {
+        appendLine(text, sections.PileName(p));
+        visitSection(sections, p, [&text](double value) { appendValue(text, value); });
+        text += '\n';
+    }
+    return text;
+}
+
+bool readSections(ValueReader& reader, PileSections& sections) {
+    reader.word("Sections");
+    reader.value(sections.PileSectionCount);
+    reader.word("\n");
+    for (int p = 1; p <= sections.PileName.size(); ++p) {
+        reader.line(sections.PileName(p));
+        visitSection(sections, p, [&reader](double& value) { reader.value(value); });
+        reader.word("\n");
+    }
+    return reader.sound() && sections.PileSectionCount >= 0 &&
+           sections.PileSectionCount <= sections.PileName.size();
+}
 
 std::string copyHead(const Session& session) {
     const MomentText moment = momentText();
@@ -28,27 +64,25 @@ std::string copyHead(const Session& session) {
            session.ProblemFile + "\n" + unitsName(session.fileUnits) + "\n";
 }
 
-/// Takes a line from the front of a text, without its end.
-std::string takeLine(std::string_view& text) {
-    const std::size_t end = text.find('\n');
-    const std::string line(text.substr(0, end));
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return line;
-}
-
 std::optional<Recovered> readCopy(std::string_view text) {
-    if (takeLine(text) != FirstLine) {
-        return std::nullopt;
-    }
+    ValueReader reader(text);
     Recovered recovered;
-    recovered.moment = takeLine(text);
-    recovered.file = takeLine(text);
-    const auto units = unitsNamed(takeLine(text));
-    const auto problem = readProblemText(text);
-    if (!units || !problem) {
+    std::string first;
+    std::string units;
+    reader.line(first);
+    if (first != FirstLine) {
         return std::nullopt;
     }
-    recovered.fileUnits = *units;
+    reader.line(recovered.moment);
+    reader.line(recovered.file);
+    reader.line(units);
+    const auto fileUnits = unitsNamed(units);
+    const bool hasSections = readSections(reader, recovered.sections);
+    const auto problem = readProblemText(reader);
+    if (!fileUnits || !hasSections || !problem || !reader.atEnd()) {
+        return std::nullopt;
+    }
+    recovered.fileUnits = *fileUnits;
     recovered.problem = *problem;
     return recovered;
 }
@@ -84,7 +118,8 @@ bool keepTypedData(Session& session) noexcept {
     listTemporaryFiles(session);
     return !runGuarded([&] {
         if (session.DataChanged != 0) {
-            session.record->keep(copyHead(session), problemText(session.problem));
+            session.record->keep(copyHead(session),
+                                 sectionsText(session.sections) + problemText(session.problem));
         }
     });
 }
@@ -105,6 +140,7 @@ void offerRecovery(Session& session, Desktop& desktop, const std::vector<DeadRun
         }
         const bool taken = desktop.Ask(recoveryQuestion(*recovered)) == Answer::Yes;
         if (taken) {
+            session.sections = recovered->sections;
             goOnWithEnteredData(session, desktop, recovered->problem, recovered->file,
                                 recovered->fileUnits);
             if (!keepAtRest(session)) {

@@ -2,19 +2,19 @@
 #pragma once
 
 #include "problem/problem.h"
+#include "runtime/value_text.h"
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace korvane {
 
-/// One line for each member in the order of the record: its name and its values, each number such
-/// that it reads back to the same one. Unlike an input file it keeps everything, unfinished data
-/// and what no input file can tell included.
+/// The headings and then one line for each choice, count and field: its name and its values, each
+/// number such that it reads back to the same one. Unlike an input file it keeps everything,
+/// unfinished data and what no input file can tell included.
 std::string problemText(const Problem& problem);
 
-/// The record of such a text; nothing where it is none.
-std::optional<Problem> readProblemText(std::string_view text);
+/// The record of such a text at the front of `reader`; nothing where there is none.
+std::optional<Problem> readProblemText(ValueReader& reader);
 
 } // namespace korvane

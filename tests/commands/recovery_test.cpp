@@ -84,6 +84,11 @@ void leaveData(const fs::path& folder, const Problem& problem) {
     session->DataChanged = 1;
     session->ProblemFile = "/home/a/wall.dat";
     session->fileUnits = UnitSystem::SI;
+    session->sections.PileName(9) = "AZ 26";
+    session->sections.PileSectionData(9, 1) = 48.4;
+    session->sections.PileSectionData(9, 2) = 406.5;
+    session->sections.PileAllowStress(9) = 25000.1;
+    session->sections.PileModulus(9) = 3e7;
     makeTemporaryFile(*session, ".iii");
     makeTemporaryFile(*session, ".ooo");
     keepTypedData(*session);
@@ -222,6 +227,11 @@ TEST(RecoveryOffer, YesGoesOnLikeTheEndOfEdit) {
     EXPECT_EQ(session.ProblemFile, "/home/a/wall.dat");
     EXPECT_EQ(session.fileUnits, UnitSystem::SI);
     EXPECT_EQ(session.units, UnitSystem::SI);
+    EXPECT_EQ(session.sections.PileName(9), "AZ 26");
+    EXPECT_EQ(session.sections.PileSectionData(9, 1), 48.4);
+    EXPECT_EQ(session.sections.PileSectionData(9, 2), 406.5);
+    EXPECT_EQ(session.sections.PileAllowStress(9), 25000.1);
+    EXPECT_EQ(session.sections.PileModulus(9), 3e7);
     EXPECT_TRUE(session.menus.solve.enabled);
     EXPECT_TRUE(session.menus.view.enabled);
     EXPECT_TRUE(session.menus.saveInput.enabled);
@@ -264,10 +274,20 @@ TEST(RecoveryOffer, UnfinishedDataComeBackOnTheSelectorOfSections) {
 
 TEST(RecoveryOffer, ACopyThatCannotBeReadStaysAndIsNotOffered) {
     Offer offer(plainCantilever());
-    offer.runs[0].text = "KORVANE RECOVERY 2\nwhat a later version knows\n";
-    offer.offer();
-    EXPECT_TRUE(offer.program.office.desktop.boxes.empty());
-    EXPECT_TRUE(offer.copyStays());
+    const std::string own = offer.runs[0].text;
+    const std::string first = "KORVANE RECOVERY 3\n";
+    ASSERT_TRUE(own.starts_with(first));
+    const std::string rest = own.substr(first.size());
+    std::string broken = own;
+    broken.replace(broken.find("Sections"), 8, "Elements");
+    for (const std::string& text :
+         {"KORVANE RECOVERY 2\n" + rest, "KORVANE RECOVERY 4\n" + rest, broken, own + "more\n",
+          own.substr(0, own.size() - 1), std::string()}) {
+        offer.runs[0].text = text;
+        offer.offer();
+        EXPECT_TRUE(offer.program.office.desktop.boxes.empty());
+        EXPECT_TRUE(offer.copyStays());
+    }
 }
 
 TEST(EndOfASession, TakesItsTemporaryFilesAlong) {
