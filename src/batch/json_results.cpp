@@ -226,6 +226,8 @@ void writeLayer(UnitsJson& json, const DevelopedLayer& layer) {
         json.member(results::wallFrictionPassive, where(strengths, layer.wallFrictionPassive));
         json.member(results::cohesionActive, where(strengths, layer.cohesionActive));
         json.member(results::cohesionPassive, where(strengths, layer.cohesionPassive));
+        json.member(results::adhesionActive, where(strengths, layer.adhesionActive));
+        json.member(results::adhesionPassive, where(strengths, layer.adhesionPassive));
         json.member(results::ka, where(coefficients, layer.Ka));
         json.member(results::kp, where(coefficients, layer.Kp));
     });

@@ -52,6 +52,8 @@ inline constexpr ResultField wallFrictionActive{"wallFrictionActive", Quantity::
 inline constexpr ResultField wallFrictionPassive{"wallFrictionPassive", Quantity::Angle};
 inline constexpr ResultField cohesionActive{"cohesionActive", Quantity::Stress};
 inline constexpr ResultField cohesionPassive{"cohesionPassive", Quantity::Stress};
+inline constexpr ResultField adhesionActive{"adhesionActive", Quantity::Stress};
+inline constexpr ResultField adhesionPassive{"adhesionPassive", Quantity::Stress};
 inline constexpr ResultField ka{"ka", Quantity::Number};
 inline constexpr ResultField kp{"kp", Quantity::Number};
 

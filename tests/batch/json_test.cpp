@@ -270,6 +270,21 @@ FINISHED
     EXPECT_TRUE(wedge["layers"][0]["kp"].is_null());
     EXPECT_NEAR(wedge["layers"][0]["frictionPassive"], degrees(34, 1.5), 1e-9);
 
+    const Json clay = resultsOf(office, office.write("clay.dat", R"('ADHESION IN FRONT
+CONTROL CANTILEVER DESIGN 1.25 1.50
+WALL 12
+SURFACE RIGHTSIDE 1 0 12
+SURFACE LEFTSIDE 1 0 0
+SOIL RIGHTSIDE STRENGTHS 1
+ 120 110 32 0 0 0
+SOIL LEFTSIDE STRENGTHS 1
+ 120 110 28 100 0 60
+FINISHED
+)"));
+    EXPECT_NEAR(clay["left"]["layers"][0]["adhesionActive"], 60 / 1.25, 1e-9);
+    EXPECT_NEAR(clay["left"]["layers"][0]["adhesionPassive"], 60 / 1.5, 1e-9);
+    EXPECT_EQ(clay["right"]["layers"][0]["adhesionActive"], 0.0);
+
     const Json failed = resultsOf(office, office.write("failing.dat", failingInput), 1);
     EXPECT_TRUE(failed["right"].is_null());
     EXPECT_TRUE(failed["left"].is_null());

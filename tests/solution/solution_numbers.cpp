@@ -58,9 +58,8 @@ class Numbers {
 void addLevel(Numbers& numbers, const Problem& problem, const LevelResult& level) {
     numbers.add(level.method, level.bottomElev, level.penetration, level.bottomPressure,
                 level.anchorForce, level.factorOfSafety, level.seepageGradient,
-                level.seepageEndElev, level.transitionElev, level.toeReaction, level.seepagePasses,
-                level.bottomIndex, level.maxShear, level.diagrams, level.solved,
-                level.WedgeNoSolution);
+                level.seepageEndElev, level.transitionElev, level.toeReaction, level.bottomIndex,
+                level.maxShear, level.diagrams, level.solved, level.WedgeNoSolution);
     for (const int side : {Right, Left}) {
         for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
             numbers.add(level.layers(side, layer));
