@@ -110,6 +110,81 @@ TEST_F(RoadTest, AFailedReductionLeavesTheResults) {
     EXPECT_EQ(solved.reduction, nullptr);
 }
 
+/// True where both tell the same end of a solution.
+bool isSame(const Failure& one, const Failure& other) {
+    return one.code == other.code && one.side == other.side && one.level == other.level &&
+           one.elev == other.elev && one.stage.doing == other.stage.doing;
+}
+
+TEST_F(RoadTest, AStepBehindAFailedReviewGivesItsFailure) {
+    ASSERT_TRUE(solve(plainAnchored(), {}, sections, workspace).reduction != nullptr);
+    const Problem problem = sloping(plainAnchored());
+    const auto review = reviewWall(problem, {}, workspace);
+    ASSERT_FALSE(review);
+    EXPECT_EQ(review.failure().code, FailureCode::WedgeMethodMissing);
+    for (int again = 0; again < 2; ++again) {
+        const auto results = solveWall(workspace);
+        ASSERT_FALSE(results);
+        EXPECT_TRUE(isSame(results.failure(), review.failure()));
+        const auto reduction = reduceWallMoments(workspace, sections);
+        ASSERT_FALSE(reduction);
+        EXPECT_TRUE(isSame(reduction.failure(), review.failure()));
+    }
+    // Nothing of the wall before is left over.
+    EXPECT_EQ(workspace.results().levelCount, 0);
+    EXPECT_EQ(workspace.reduction().soil, RoweSoil::None);
+    EXPECT_TRUE(reviewWall(problem, bySweep(), workspace)); // and the next solution is a new one
+}
+
+// The clay of the failed search above.
+TEST_F(RoadTest, AStepBehindAFailedSearchGivesItsFailure) {
+    Problem problem = plainAnchored();
+    for (const int side : {Right, Left}) {
+        problem.SoilFriction(side, 1) = 0;
+        problem.SoilCohesion(side, 1) = 450;
+    }
+    const auto review = reviewWall(problem, {}, workspace);
+    ASSERT_TRUE(review);
+    const auto before = reviewNumbers(*review);
+    const auto results = solveWall(workspace);
+    ASSERT_FALSE(results);
+    for (int again = 0; again < 2; ++again) {
+        const auto reduction = reduceWallMoments(workspace, sections);
+        ASSERT_FALSE(reduction);
+        EXPECT_TRUE(isSame(reduction.failure(), results.failure()));
+        EXPECT_NE(reduction.failure().stage.doing, Doing::MomentReduction);
+        const auto repeated = solveWall(workspace);
+        ASSERT_FALSE(repeated);
+        EXPECT_TRUE(isSame(repeated.failure(), results.failure()));
+    }
+    EXPECT_EQ(reviewNumbers(workspace.review()), before);
+    EXPECT_EQ(workspace.results().levelCount, 0);
+    EXPECT_EQ(workspace.reduction().soil, RoweSoil::None);
+}
+
+// Free earth has a bottom where fixed earth finds none any more: what was reached stays.
+TEST_F(RoadTest, AFailureOfTheSecondLevelLeavesTheFirst) {
+    for (const Problem& problem : manyWalls(200)) {
+        if (problem.WallType != WallKind::Anchored || problem.ProgramMode != Mode::Design ||
+            !reviewWall(problem, bySweep(), workspace)) {
+            continue;
+        }
+        const auto results = solveWall(workspace);
+        if (results || workspace.results().levelCount != 1) {
+            continue;
+        }
+        EXPECT_EQ(results.failure().stage.level, 2);
+        const double bottom = workspace.results().levels(1).bottomElev;
+        const auto reduction = reduceWallMoments(workspace, sections);
+        ASSERT_FALSE(reduction);
+        EXPECT_TRUE(isSame(reduction.failure(), results.failure()));
+        EXPECT_EQ(workspace.results().levelCount, 1);
+        EXPECT_EQ(workspace.results().levels(1).bottomElev, bottom);
+        return;
+    }
+    FAIL() << "no such wall";
+}
+
 TEST_F(RoadTest, AWedgeWithoutItsMethodIsAFailureOfItsSide) {
     Problem problem = sloping(plainCantilever());
     const auto review = reviewWall(problem, {}, workspace);
