@@ -1,4 +1,4 @@
-// What a shell offers to the commands: the desktop program, the batch command or a test's script.
+// What a shell offers to the commands: the desktop program or a test's script.
 #pragma once
 
 #include "commands/prompts.h"

@@ -31,6 +31,8 @@ struct HandMadeWall : Bench {
     void addLineLoad(double elev, double load);
 };
 
+// These order the stages by themselves: tests read working values and spoil them between stages.
+
 /// PrepareSolution; a side that needs a wedge takes the sweep search.
 void prepare(State& state);
 
