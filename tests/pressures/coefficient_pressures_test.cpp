@@ -248,6 +248,27 @@ TEST_F(CoefficientPressuresTest, ABreakJustAboveALayerBottomIsThatBottom) {
     EXPECT_NEAR(breaks->BreakActive(2, 1), 120 * 3.9998 / 3, 1e-9);
 }
 
+// Soil of 120 PCF with .3 down to -10 and .5 below, and a row of the other side's layers shortly
+// above -10: nearer than a ten thousandth of the 10 FT it is the break itself, with both values.
+TEST_F(CoefficientPressuresTest, ARowNearerToABreakThanATenThousandthOfItsIntervalIsThatBreak) {
+    for (const double gap : {0.0005, 0.005}) {
+        SCOPED_TRACE(gap);
+        PressureBench wall;
+        wall.problem.SoilDataKind(Right) = SoilData::Coefficients;
+        setLayerBottoms(wall.problem, Right, {-10});
+        wall.problem.SoilCoefActive(Right, 1) = 0.3;
+        wall.problem.SoilCoefActive(Right, 2) = 0.5;
+        setLayerBottoms(wall.problem, Left, {-10 + gap});
+        wall.solve();
+        const bool isBreak = gap < 0.001;
+        const double above = 0.3 * 120 * (10 - gap);
+        EXPECT_NEAR(wall.active(Right, -10 + gap, 2), above, 1e-9);
+        EXPECT_NEAR(wall.active(Right, -10 + gap, 1), isBreak ? 600 : above, 1e-9);
+        EXPECT_NEAR(wall.active(Right, -10, 2), isBreak ? 600 : 360, 1e-9);
+        EXPECT_NEAR(wall.active(Right, -10, 1), 600, 1e-9);
+    }
+}
+
 TEST_F(CoefficientPressuresTest, WaterAboveTheGroundIsNoBreakAndSubmergesAllSoil) {
     problem.SurfaceElev(Right, 1) = -5;
     setWater(-2, -10);

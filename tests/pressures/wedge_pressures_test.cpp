@@ -47,6 +47,18 @@ TEST_F(WedgePressuresTest, ACohesionlessSoilWithNoUniformLoadHasZeroPressureAtTh
     }
 }
 
+// 2 c sqrt(Kp) with Kp = 3, of a cohesion that counts.
+TEST_F(WedgePressuresTest, ACohesionOfHalfATenThousandthIsNoneAndOneOfFiveIsSome) {
+    for (const double cohesion : {0.00005, 0.0005}) {
+        WedgeBench wall;
+        wall.problem.SoilCohesion(Right, 1) = cohesion;
+        wall.buildGround();
+        wall.press(PressureMethod::FixedSurface);
+        const double passive = wall.state->pressures.PassivePressures(Right, wall.row(0), 1);
+        EXPECT_NEAR(passive, cohesion < 0.0001 ? 0 : 2 * cohesion * std::sqrt(3.0), 1e-9);
+    }
+}
+
 TEST_F(WedgePressuresTest, LevelGroundTakesRankinesPressuresAtTheSurface) {
     problem.SoilCohesion(Right, 1) = 50;
     problem.VUniformCount(Right) = 1;
@@ -224,6 +236,24 @@ TEST_F(WedgePressuresTest, ValuesOf00001OrLessAreZero) {
     EXPECT_EQ(a(3, 1), 0);
     EXPECT_EQ(a(4, 1), 0);
     EXPECT_NEAR(a(5, 1), 4.9999, 1e-9);
+}
+
+// A force that grows evenly: one pressure at all rows.
+TEST_F(WedgePressuresTest, PressuresOfHalfATenThousandthAreZeroAndThoseOfFiveAreNot) {
+    for (const double v : {0.00005, 0.0005}) {
+        WedgeBench wall;
+        wall.buildGround();
+        ElevationGrid& grid = wall.state->grid;
+        grid.NumElevs = 6;
+        for (int i = 1; i <= 6; ++i) {
+            grid.ElevGrid(i) = 2 - i;
+            wall.state->wedge.WedgeActiveForce(i, Right) = i < 3 ? 0 : (i - 2) * v;
+            wall.state->wedge.WedgePassiveForce(i, Right) = i < 3 ? 0 : (i - 2) * 9000.0;
+        }
+        wall.press(PressureMethod::Wedge);
+        const double pressure = wall.state->pressures.ActivePressures(Right, 4, 1);
+        EXPECT_NEAR(pressure, v < 0.0001 ? 0 : v, 1e-12);
+    }
 }
 
 TEST_F(WedgePressuresTest, ARowInsertedOnTheLeftGoesThroughTheRightSidesArrays) {

@@ -211,6 +211,63 @@ TEST_F(NetPressuresTest, ADistributedLoadEndsAtItsLastRowAndNotShortlyAboveIt) {
     }
 }
 
+// 0.0002 FT above the end u is 0.00005: that row is the end, and the end itself has no load.
+TEST_F(NetPressuresTest, ARowNearerToTheEndOfADistributedLoadThanATenThousandthIsItsEnd) {
+    addDistributed(-2, 100);
+    addDistributed(-6, 100);
+    setLayerBottoms(problem, Right, {-5.9998});
+    solve();
+    EXPECT_NEAR(active(-5.9998, 2), 40 * 5.9998 + 100, 1e-9);
+    EXPECT_NEAR(active(-5.9998, 1), 40 * 5.9998, 1e-9);
+    EXPECT_NEAR(active(-6, 2), 240, 1e-9);
+    EXPECT_NEAR(active(-6, 1), 240, 1e-9);
+}
+
+// At the left ground the right side presses with 400, at -11 with 440: what the left side is given
+// leaves `rest` there.
+TEST_F(NetPressuresTest, ANetPressureOfHalfATenThousandthIsZeroAndOneOfFiveIsNot) {
+    for (const double rest : {0.00005, 0.0005}) {
+        SCOPED_TRACE(rest);
+        PressureBench atGround;
+        atGround.solve();
+        atGround.state->pressures.PassivePressures(Left, atGround.row(-10), 1) = 400 - rest;
+        ComputeNetPressures(*atGround.state);
+        const double zero = atGround.elevation(atGround.state->net.NetZeroIndex);
+        if (rest < 0.0001) {
+            EXPECT_EQ(zero, -10);
+        } else {
+            EXPECT_NEAR(zero, -11.25, 1e-9);
+        }
+
+        PressureBench below;
+        below.solve();
+        for (const int k : {1, 2}) {
+            below.state->pressures.PassivePressures(Left, below.row(-11), k) = 440 - rest;
+        }
+        const int before = below.state->grid.NumElevs;
+        ComputeNetPressures(*below.state);
+        EXPECT_EQ(below.state->grid.NumElevs, rest < 0.0001 ? before : before + 1);
+    }
+}
+
+// Ground at -8: zero at -9 from above, and a load from there down.
+TEST_F(NetPressuresTest, ALoadOfHalfATenThousandthBelowTheZeroAddsNoPointAndOneOfFiveDoes) {
+    for (const double load : {0.00005, 0.0005}) {
+        SCOPED_TRACE(load);
+        PressureBench wall;
+        wall.problem.SurfaceElev(Left, 1) = -8;
+        wall.problem.HDistCount = 2;
+        wall.problem.HDistElev(1) = -9;
+        wall.problem.HDistElev(2) = -12;
+        wall.problem.HDistLoad(1) = wall.problem.HDistLoad(2) = load;
+        wall.solve();
+        const int before = wall.state->grid.NumElevs;
+        ComputeNetPressures(*wall.state);
+        EXPECT_EQ(wall.elevation(wall.state->net.NetZeroIndex), -9);
+        EXPECT_EQ(wall.state->grid.NumElevs, load < 0.0001 ? before : before + 1);
+    }
+}
+
 TEST_F(NetPressuresTest, HorizontalLineLoadsCountStrictlyAboveTheZero) {
     addLineLoad(-3, 700);
     addLineLoad(1, -200); // above the wall top, to the right
