@@ -24,6 +24,7 @@ struct PlanePieces {
     const double* x1 = nullptr;    ///< FT from the wall, the inner end
     const double* x2 = nullptr;    ///< FT, the outer end
     bool atWall = false;           ///< all x1 are 0
+    bool ascending = false;        ///< no x1 or x2 is less than that of the piece before
 };
 
 /// Soil and surcharge (LB per foot of wall) on each piece in `layer`: to the last bit what

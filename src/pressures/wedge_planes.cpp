@@ -52,6 +52,15 @@ void reserveAs(const WedgeSide& other, WedgeSide& side) {
     side.loads.reserve(other.loads.capacity());
 }
 
+/// True where the places from begin to end at which planes meet one straight line are finite and
+/// none is nearer than the one before it. A quotient rounds to no less than a lesser one does, and
+/// all directions but the last grow flatter by two degrees: the ends tell of all between.
+bool ascends(const PlaneColumn& x, std::size_t begin, std::size_t end) {
+    const std::size_t beforeLast = end - begin > 1 ? end - 2 : begin;
+    return begin == end || (0 < x[begin] && x[begin] <= x[beforeLast] &&
+                            x[beforeLast] <= x[end - 1] && std::isfinite(x[end - 1]));
+}
+
 } // namespace
 
 // Describes the side anew; planes of another side are forgotten. The first trial of an analysis
@@ -120,8 +129,7 @@ void SweepPlanes::enterRow(double elev, int layer) {
 /// Counts the planes of the row: the first direction beyond the top of the range gives way to the
 /// top itself.
 void SweepPlanes::countPlanes() {
-    const auto beyond =
-        std::find_if(angle_.begin(), angle_.end(), [&](double angle) { return angle > topAngle_; });
+    const auto beyond = std::upper_bound(angle_.begin(), angle_.end(), topAngle_);
     if (beyond == angle_.end()) {
         throwRuntimeError(9);
     }
@@ -190,21 +198,13 @@ void SweepPlanes::planUpTo(std::size_t end) {
     if (rowPlanes_ != planes_.data()) {
         continueKnownRow();
     }
-    alike_ = {};
-    for (std::size_t n = planeCount_; n < end; ++n) {
-        if (!cutGround(n)) {
-            end = n;
-        }
-    }
+    end = cutGround(planeCount_, end);
     while (planeCount_ < end) {
-        std::size_t runEnd = planeCount_ + 1;
-        while (runEnd < end && planes_[runEnd] == planes_[planeCount_]) {
-            ++runEnd;
-        }
         const std::size_t begin = planeCount_;
-        planeCount_ = cutRun(begin, runEnd);
-        if (planeCount_ < runEnd) {
-            groundPoint_ = 1;
+        const std::size_t runEnd = nameLayers(begin, end);
+        planeCount_ = runEnd > begin ? cutRun(begin, runEnd) : begin;
+        if (planeCount_ == begin || planeCount_ < runEnd) {
+            groundPoint_ = 1; // the walk has gone on
             return;
         }
     }
@@ -237,11 +237,12 @@ bool SweepPlanes::planThrough(double groundX, TrialPlane& plane) const {
             ++down;
         }
     }
+    const int layer = up == 0 && kind == 3 ? layer_ + 1 : layer_;
+    const int outermost = up > 0 ? layer - up : layer + down;
     plane.upward = up > 0 ? 1 : 0;
-    plane.layer = up == 0 && kind == 3 ? layer_ + 1 : layer_;
+    plane.layer = static_cast<std::uint8_t>(layer);
     plane.alongBoundary = kind == 2 && up + down == 0 ? 1 : 0;
-    plane.pieceCount = (up > 0 ? up : down) + 1;
-    const int outermost = up > 0 ? plane.layer - up : plane.layer + down;
+    plane.pieceCount = static_cast<std::uint8_t>((up > 0 ? up : down) + 1);
     return outermost >= 1 && outermost <= layers && std::isfinite(groundX);
 }
 
@@ -257,74 +258,112 @@ Reach SweepPlanes::reachAround(double groundX) const {
     return reach;
 }
 
-/// Where a plane reaches the ground, and the layers that it passes through. The walk along the
-/// ground starts where that of the plane before ended: a flatter plane never ends before a steeper
-/// one. False for a plane with a fault.
-bool SweepPlanes::cutGround(std::size_t n) {
+/// Where planes reach the ground. The walk along the ground starts where that of the planes before
+/// ended: a flatter plane never ends before a steeper one. Returns the end of those without a
+/// fault; the first one's is thrown.
+std::size_t SweepPlanes::cutGround(std::size_t begin, std::size_t end) {
     const auto& ground = side_.ground;
-    const bool isNext = n == end_;
-    const double slope = slope_[n];
     std::size_t& p = groundPoint_;
-    while (p < ground.size() && sight_[p] > slope) {
-        ++p;
-    }
-    if (p == ground.size()) {
-        if (isNext) {
-            throwRuntimeError(9); // a plane that never reaches the ground
+    groundAscends_ = true;
+    for (std::size_t n = begin; n < end;) {
+        while (p < ground.size() && sight_[p] > slope_[n]) {
+            ++p;
         }
-        return false;
-    }
-    const LinePoint& end = ground[p];
-    if (sight_[p] == slope) {
-        groundX_[n] = end.x;
-    } else {
+        if (p == ground.size()) {
+            if (n == begin) {
+                throwRuntimeError(9); // a plane that never reaches the ground
+            }
+            end = n;
+            break;
+        }
+        const double sight = sight_[p];
+        std::size_t segmentEnd = n + 1;
+        while (segmentEnd < end && !(sight > slope_[segmentEnd])) {
+            ++segmentEnd;
+        }
+        const LinePoint point = ground[p];
         const double s = ground[p - 1].slope;
-        const double height = end.y - s * end.x - y0_;
-        groundX_[n] = isNext ? divide(height, slope - s) : height / (slope - s);
+        const double height = point.y - s * point.x - y0_;
+        if (n == begin && sight != slope_[n]) {
+            divide(height, slope_[n] - s);
+        }
+        const std::size_t first = n;
+        for (; n < segmentEnd; ++n) {
+            const double x = height / (slope_[n] - s);
+            groundX_[n] = sight == slope_[n] ? point.x : x;
+        }
+        groundAscends_ = groundAscends_ && ascends(groundX_, first, n) &&
+                         (first == begin || groundX_[first - 1] <= groundX_[first]);
     }
-    if (alike_.from < groundX_[n] && groundX_[n] < alike_.to) {
-        planes_[n] = planes_[n - 1];
-        return true;
+    return end;
+}
+
+/// The layers that planes pass through, from `begin` on: returns the end of those that pass through
+/// the same as the first, `begin` itself where that one has a fault that is not its turn yet.
+std::size_t SweepPlanes::nameLayers(std::size_t begin, std::size_t end) {
+    TrialPlane plane;
+    const bool sound = planThrough(groundX_[begin], plane);
+    if (!sound && begin != end_) {
+        return begin;
     }
-    alike_ = {};
-    const bool sound = planThrough(groundX_[n], planes_[n]);
-    if (sound) {
-        alike_ = reachAround(groundX_[n]);
+    std::size_t runEnd = begin + 1;
+    const Reach alike = sound ? reachAround(groundX_[begin]) : Reach{};
+    if (groundAscends_) {
+        const auto ahead = std::lower_bound(&groundX_[runEnd], &groundX_[0] + end, alike.to);
+        runEnd = static_cast<std::size_t>(ahead - &groundX_[0]);
+    } else {
+        while (runEnd < end && alike.from < groundX_[runEnd] && groundX_[runEnd] < alike.to) {
+            ++runEnd;
+        }
     }
-    return sound || isNext;
+    std::fill(&planes_[begin], &planes_[0] + runEnd, plane);
+    return runEnd;
 }
 
 /// Cuts a run of planes through the same layers at the boundaries; returns the end of those that
 /// can be cut.
 std::size_t SweepPlanes::cutRun(std::size_t begin, std::size_t end) {
-    const TrialPlane& plane = planes_[begin];
+    const TrialPlane plane = planes_[begin];
     const double* x2 = groundX_.data();
+    bool ascending = groundAscends_;
     for (int piece = plane.pieceCount - 1; piece > 0; --piece) {
         const int layer = plane.layerOfPiece(piece);
         const WedgeLayer& above = layerOf(side_, plane.upward != 0 ? layer : layer - 1);
         const double height = above.bottomElev - y0_;
-        double* const x1 = cuts_[static_cast<std::size_t>(piece % 2)].data();
+        Column& cuts = cuts_[static_cast<std::size_t>(piece % 2)];
+        double* const x1 = cuts.data();
         for (std::size_t n = begin; n < end; ++n) {
             x1[n] = height / (slope_[n] - above.bottomSlope);
         }
         if (begin == end_) {
             x1[begin] = divide(height, slope_[begin] - above.bottomSlope);
         }
-        end = static_cast<std::size_t>(
-            std::find_if(x1 + begin, x1 + end, [](double x) { return !std::isfinite(x); }) - x1);
-        addColumn(piece, begin, end, x1, x2);
+        if (!ascends(cuts, begin, end)) {
+            ascending = false;
+            end = static_cast<std::size_t>(
+                std::find_if(x1 + begin, x1 + end, [](double x) { return !std::isfinite(x); }) -
+                x1);
+        }
+        addColumn(piece, {begin, end, x1, x2, ascending});
         x2 = x1;
     }
-    addColumn(0, begin, end, atWall_.data(), x2);
+    addColumn(0, {begin, end, atWall_.data(), x2, ascending});
     return end;
 }
 
 /// Loads and lengths of a piece of the planes of a run, between x1 and x2.
-void SweepPlanes::addColumn(int piece, std::size_t begin, std::size_t end, const double* x1,
-                            const double* x2) {
+void SweepPlanes::addColumn(int piece, const PieceEnds& ends) {
+    const auto& [begin, end, x1, x2, ascending] = ends;
     double* const loads = columns_.data() + static_cast<std::size_t>(2 * piece) * MaxSweepPlanes;
     double* const lengths = loads + MaxSweepPlanes;
-    weighPieces(side_, {y0_, end - begin, &slope_[begin], x1 + begin, x2 + begin, piece == 0},
+    weighPieces(side_,
+                {.y0 = y0_,
+                 .count = end - begin,
+                 .slope = &slope_[begin],
+                 .x1 = x1 + begin,
+                 .x2 = x2 + begin,
+                 .atWall = piece == 0,
+                 .ascending = ascending},
                 planes_[begin].layerOfPiece(piece), loads + begin);
     for (std::size_t n = begin; n < end; ++n) {
         lengths[n] = std::abs(x2[n] - x1[n]) / sin_[n];

@@ -6,6 +6,7 @@
 #include "state/state.h"
 #include "state/wedge_side.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <vector>
@@ -16,6 +17,15 @@ namespace korvane {
 struct Reach {
     double from = 0;
     double to = 0;
+};
+
+/// Where a piece of the planes from begin to end lies, FT from the wall.
+struct PieceEnds {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    const double* x1 = nullptr; ///< of all planes of the row, as are x2
+    const double* x2 = nullptr;
+    bool ascending = false; ///< no x1 or x2 is less than that of the plane before
 };
 
 /// The planes of one side at one level: from each point of the wall those from 23 degrees off the
@@ -40,6 +50,14 @@ class SweepPlanes {
     const double* sin() const { return sin_.data(); }
     const double* cos() const { return cos_.data(); }
     const TrialPlane& plane(std::size_t n) const { return rowPlanes_[n]; }
+    /// The end of the planes from n on that pass through the same layers.
+    std::size_t runEnd(std::size_t n) const {
+        const TrialPlane* const last = rowPlanes_ + end_;
+        const TrialPlane first = rowPlanes_[n];
+        return static_cast<std::size_t>(
+            std::find_if(rowPlanes_ + n, last, [first](TrialPlane p) { return !(p == first); }) -
+            rowPlanes_);
+    }
     /// Loads (LB) on a piece of the planes, counted from the wall and from 0, and its lengths (FT).
     const double* loads(int piece) const { return column(2 * piece); }
     const double* lengths(int piece) const { return column(2 * piece + 1); }
@@ -57,13 +75,13 @@ class SweepPlanes {
     void setTopDirection();
     void continueKnownRow();
     void planUpTo(std::size_t end);
-    bool cutGround(std::size_t n);
+    std::size_t cutGround(std::size_t begin, std::size_t end);
+    std::size_t nameLayers(std::size_t begin, std::size_t end);
     double groundOf(double slope) const;
     bool planThrough(double groundX, TrialPlane& plane) const;
     Reach reachAround(double groundX) const;
     std::size_t cutRun(std::size_t begin, std::size_t end);
-    void addColumn(int piece, std::size_t begin, std::size_t end, const double* x1,
-                   const double* x2);
+    void addColumn(int piece, const PieceEnds& ends);
     const double* column(int number) const {
         return rowColumns_ + static_cast<std::size_t>(number) * stride_;
     }
@@ -85,7 +103,6 @@ class SweepPlanes {
     const double* rowColumns_ = nullptr;    ///< kept ones or columns_
     std::size_t stride_ = MaxSweepPlanes;   ///< of rowColumns_
     std::size_t groundPoint_ = 1;  ///< where the walk over the ground for the next plane starts
-    Reach alike_;                  ///< planes that end here pass through the layers of the last one
     std::array<double, 51> sight_; ///< slope of the line from the wall point to each ground point
     Column angle_;
     Column sin_;
@@ -93,6 +110,7 @@ class SweepPlanes {
     Column slope_;
     std::size_t topPlane_ = 0;   ///< the last plane to which the top of a range was given
     Column groundX_;             ///< FT, where the planes reach the ground
+    bool groundAscends_ = false; ///< none nearer than that of the plane before
     std::array<Column, 2> cuts_; ///< FT, the ends of one piece and the next
     Column atWall_{};            ///< where the last pieces end
     std::array<TrialPlane, MaxSweepPlanes> planes_;

@@ -6,8 +6,11 @@
 #include "runtime/arithmetic.h"
 #include "state/pressure_details.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -58,6 +61,7 @@ class Sweep {
     void findForces(std::size_t begin, std::size_t end);
     void handOn(int piece, std::size_t begin, std::size_t end);
     void checkHandedOn(std::size_t n) const;
+    void takeAbreast(RowExtremes& extremes) const;
     void takeForces(bool mayStopEarly, RowExtremes& extremes) const;
     void dropPastHorizontal(const DevelopedStrength& soil, std::size_t begin, std::size_t end,
                             Column& active) const;
@@ -217,7 +221,9 @@ void Sweep::findForces(std::size_t begin, std::size_t end) {
     const TrialPlane& plane = planes_.plane(begin);
     for (std::size_t n = begin; n < end; ++n) {
         push_[n] = resistance_[n] = 0;
-        passiveExists_[n] = 1;
+    }
+    if (plane.pieceCount > 1) {
+        std::fill(&passiveExists_[begin], &passiveExists_[end], 1.0);
     }
     for (int piece = plane.pieceCount - 1; piece > 0; --piece) {
         handOn(piece, begin, end);
@@ -266,18 +272,58 @@ void Sweep::takeForces(bool mayStopEarly, RowExtremes& extremes) const {
     extremes = row;
 }
 
+/// Takes the forces of all planes of a row but the last, several abreast: the largest and the
+/// smallest do not hang on the order. Takes none where one of them is out of the ordinary or the
+/// last passive force does not count: then the order does matter.
+void Sweep::takeAbreast(RowExtremes& extremes) const {
+    constexpr std::size_t Lanes = 4;
+    constexpr double none = std::numeric_limits<double>::infinity();
+    const std::size_t last = planes_.end() - 1;
+    std::array<double, Lanes> most;
+    std::array<double, Lanes> least;
+    std::array<double, Lanes> zeros{}; // not a number behind a push that is infinite or none
+    most.fill(extremes.active);
+    least.fill(none);
+    const auto take = [&](std::size_t n, std::size_t lane) {
+        most[lane] = MaxOf(most[lane], active_[n]);
+        least[lane] = MinOf(least[lane], passive_[n] >= LeastPassiveForce ? passive_[n] : none);
+        zeros[lane] += push_[n] * 0;
+    };
+    std::size_t n = 0;
+    for (; n + Lanes <= last; n += Lanes) {
+        for (std::size_t lane = 0; lane < Lanes; ++lane) {
+            take(n + lane, lane);
+        }
+    }
+    for (; n < last; ++n) {
+        take(n, 0);
+    }
+    for (std::size_t lane = 1; lane < Lanes; ++lane) {
+        most[0] = MaxOf(most[0], most[lane]);
+        least[0] = MinOf(least[0], least[lane]);
+        zeros[0] += zeros[lane];
+    }
+    if (zeros[0] != 0 || !(least[0] < none) || !(passive_[last] >= LeastPassiveForce)) {
+        return;
+    }
+    extremes.active = most[0];
+    extremes.passive = least[0];
+    extremes.found = true;
+    extremes.taken = last;
+}
+
 /// Tries the planes of one row and keeps the largest active and the smallest passive force.
 RowExtremes Sweep::sweepRow(int row) {
     const bool mayStopEarly = state_.preparation.NumSurchargesOnSide(side_) == 0;
     RowExtremes extremes;
     while (!extremes.passed && planes_.next(mayStopEarly ? PlanesAtOnce : MaxSweepPlanes)) {
         for (std::size_t begin = extremes.taken; begin < planes_.end();) {
-            std::size_t end = begin + 1;
-            while (end < planes_.end() && planes_.plane(end) == planes_.plane(begin)) {
-                ++end;
-            }
+            const std::size_t end = planes_.runEnd(begin);
             findForces(begin, end);
             begin = end;
+        }
+        if (!mayStopEarly && extremes.taken == 0) {
+            takeAbreast(extremes);
         }
         takeForces(mayStopEarly, extremes);
     }

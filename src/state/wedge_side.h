@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <type_traits>
 #include <vector>
@@ -80,10 +81,10 @@ inline constexpr std::size_t MaxSweepPlanes = 80;
 
 /// A trial plane of the sweep: pieces from the wall to the ground, one for each layer.
 struct TrialPlane {
-    int pieceCount = 0;
-    int layer = 1;         ///< of the piece at the wall
-    int upward = 0;        ///< 1 where it rises into the layers above that one
-    int alongBoundary = 0; ///< 1 where it runs along the bottom of its layer
+    std::uint8_t pieceCount = 0;
+    std::uint8_t layer = 1;         ///< of the piece at the wall
+    std::uint8_t upward = 0;        ///< 1 where it rises into the layers above that one
+    std::uint8_t alongBoundary = 0; ///< 1 where it runs along the bottom of its layer
 
     /// The layer of a piece, counted from the wall and from 0.
     int layerOfPiece(int piece) const { return upward != 0 ? layer - piece : layer + piece; }
