@@ -57,9 +57,12 @@ struct Job {
     bool plots = false;               ///< figures beside the report
     /// Figures and JSON of an earlier run that this one does not write anew.
     std::vector<std::filesystem::path> stale;
+    /// Figures in the places of those of this run, which it may not draw all.
+    std::vector<std::filesystem::path> oldFigures;
 
     /// "NAME-figure.svg" beside the report NAME.out.
     std::filesystem::path figurePath(const std::string& figure) const;
+    static std::string figureName(const std::string& stem, const std::string& figure);
 };
 
 /// The jobs of a command line, or what is wrong with its paths: an input that is no file or pipe,

@@ -20,21 +20,26 @@ namespace fs = std::filesystem;
 /// The names in folders, each read once.
 class Listings {
   public:
-    bool has(const fs::path& file) {
-        const auto [place, isNew] = names_.try_emplace(file.parent_path().native());
+    using Names = std::unordered_set<std::string>;
+
+    const Names& in(const fs::path& folder) {
+        const auto [place, isNew] = names_.try_emplace(folder.native());
         if (isNew) {
             // The standard's iterator would end the process where memory is short.
-            const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(place->first.c_str()),
-                                                             ::closedir);
-            while (const dirent* entry = folder ? ::readdir(folder.get()) : nullptr) {
+            const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(place->first.c_str()),
+                                                           ::closedir);
+            while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
                 place->second.insert(entry->d_name);
             }
         }
-        return place->second.count(file.filename().native()) != 0;
+        return place->second;
+    }
+    bool has(const fs::path& file) {
+        return in(file.parent_path()).count(file.filename().native()) != 0;
     }
 
   private:
-    std::unordered_map<std::string, std::unordered_set<std::string>> names_;
+    std::unordered_map<std::string, Names> names_;
 };
 
 /// The files that paths name once all links are followed, also where they do not exist yet. Each
@@ -57,11 +62,14 @@ class Places {
         if (name.empty() || name == "." || name == "..") {
             return resolved(target);
         }
-        const auto [place, isNew] = folders_.try_emplace(target.parent_path().native());
+        return folder(target.parent_path()) / name;
+    }
+    const fs::path& folder(const fs::path& path) {
+        const auto [place, isNew] = folders_.try_emplace(path.native());
         if (isNew) {
-            place->second = resolved(place->first);
+            place->second = resolved(path);
         }
-        return place->second / name;
+        return place->second;
     }
 
   private:
@@ -75,6 +83,20 @@ class Places {
     std::unordered_map<std::string, fs::path> folders_;
 };
 
+/// The figures of a job that stand in its folder.
+std::vector<fs::path> presentFigures(const Job& job, const std::vector<std::string>& figures,
+                                     Listings& listings) {
+    std::vector<fs::path> present;
+    const Listings::Names& names = listings.in(job.reportPath.parent_path());
+    const std::string stem = job.reportPath.stem().string();
+    for (const std::string& figure : figures) {
+        if (names.count(Job::figureName(stem, figure)) != 0) {
+            present.push_back(job.figurePath(figure));
+        }
+    }
+    return present;
+}
+
 /// What an earlier run may have left beside the report and this one does not ask for.
 std::vector<fs::path> staleOutputs(const Job& job, const std::vector<std::string>& figures,
                                    Listings& listings) {
@@ -82,17 +104,14 @@ std::vector<fs::path> staleOutputs(const Job& job, const std::vector<std::string
     if (job.reportPath.empty()) {
         return stale;
     }
+    if (!job.plots) {
+        stale = presentFigures(job, figures, listings);
+    }
     if (job.jsonPath.empty()) {
         fs::path json = job.reportPath;
         json.replace_extension(".json");
         if (listings.has(json)) {
             stale.push_back(json);
-        }
-    }
-    for (const std::string& figure : job.plots ? std::vector<std::string>{} : figures) {
-        const fs::path path = job.figurePath(figure);
-        if (listings.has(path)) {
-            stale.push_back(path);
         }
     }
     return stale;
@@ -105,7 +124,8 @@ Job planJob(const Options& options, const std::string& input, const fs::path& he
             .reportPath = {},
             .jsonPath = {},
             .plots = options.plots,
-            .stale = {}};
+            .stale = {},
+            .oldFigures = {}};
     if (options.output == "-" || options.check) {
         return job;
     }
@@ -170,59 +190,62 @@ std::string unfitInput(const Job& job, const Options& options) {
     }
 }
 
-/// No input is one, whatever its name.
-void findStaleOutputs(std::vector<Job>& jobs, Listings& listings) {
-    const std::vector<std::string> figures = figureNames();
-    Places places(listings);
+/// The files that the inputs name.
+std::unordered_set<std::string> inputFiles(const std::vector<Job>& jobs, Places& places) {
     std::unordered_set<std::string> inputs;
     for (const Job& job : jobs) {
         inputs.insert(places.of(job.inputPath).native());
     }
+    return inputs;
+}
+
+/// No input is one, whatever its name.
+void findStaleOutputs(std::vector<Job>& jobs, const std::unordered_set<std::string>& inputs,
+                      Places& places, Listings& listings) {
+    const std::vector<std::string> figures = figureNames();
     for (Job& job : jobs) {
         job.stale = staleOutputs(job, figures, listings);
         std::erase_if(job.stale, [&](const fs::path& file) {
             return inputs.count(places.of(file).native()) != 0;
         });
-    }
-}
-
-/// Every file that a job may write.
-std::vector<fs::path> outputsOf(const Job& job, const std::vector<std::string>& figures) {
-    std::vector<fs::path> outputs;
-    for (const fs::path& output : {job.reportPath, job.jsonPath}) {
-        if (!output.empty()) {
-            outputs.push_back(output);
+        if (job.plots) {
+            job.oldFigures = presentFigures(job, figures, listings);
         }
     }
-    if (job.plots) {
-        for (const std::string& figure : figures) {
-            outputs.push_back(job.figurePath(figure));
-        }
-    }
-    return outputs;
 }
 
 /// Tells of each job whose outputs collide with nothing.
-std::string collision(const std::vector<Job>& jobs, const fs::path& ownRows, Listings& listings,
-                      const Planned& planned) {
-    Places places(listings);
-    std::unordered_set<std::string> inputs;
-    if (!ownRows.empty()) {
-        inputs.insert(places.of(ownRows).native());
-    }
-    for (const Job& job : jobs) {
-        inputs.insert(places.of(job.inputPath).native());
-    }
+std::string collision(const std::vector<Job>& jobs, const std::unordered_set<std::string>& inputs,
+                      Places& places, Listings& listings, const Planned& planned) {
     const std::vector<std::string> figures = figureNames();
     std::unordered_set<std::string> outputs;
+    std::string fault;
+    const auto collides = [&](const std::string& file) {
+        if (inputs.count(file) != 0) {
+            fault = ": the output would be written over an input.";
+        } else if (!outputs.insert(file).second) {
+            fault = ": two outputs would go to one file.";
+        }
+        return !fault.empty();
+    };
     for (std::size_t i = 0; i < jobs.size(); ++i) {
-        for (const fs::path& output : outputsOf(jobs[i], figures)) {
-            const std::string file = places.of(output).native();
-            if (inputs.count(file) != 0) {
-                return output.string() + ": the output would be written over an input.";
+        const Job& job = jobs[i];
+        for (const fs::path& output : {job.reportPath, job.jsonPath}) {
+            if (!output.empty() && collides(places.of(output).native())) {
+                return output.string() + fault;
             }
-            if (!outputs.insert(file).second) {
-                return output.string() + ": two outputs would go to one file.";
+        }
+        if (job.plots) {
+            const fs::path folder = job.reportPath.parent_path();
+            const std::string stem = job.reportPath.stem().string();
+            const Listings::Names& present = listings.in(folder);
+            const std::string resolved = (places.folder(folder) / "").native();
+            for (const std::string& figure : figures) {
+                const std::string name = Job::figureName(stem, figure);
+                const bool isNew = present.count(name) == 0; // what is there may be a link
+                if (collides(isNew ? resolved + name : places.of(folder / name).native())) {
+                    return (folder / name).string() + fault;
+                }
             }
         }
         planned(i + 1);
@@ -233,7 +256,11 @@ std::string collision(const std::vector<Job>& jobs, const fs::path& ownRows, Lis
 } // namespace
 
 std::filesystem::path Job::figurePath(const std::string& figure) const {
-    return reportPath.parent_path() / (reportPath.stem().string() + "-" + figure + ".svg");
+    return reportPath.parent_path() / figureName(reportPath.stem().string(), figure);
+}
+
+std::string Job::figureName(const std::string& stem, const std::string& figure) {
+    return stem + "-" + figure + ".svg";
 }
 
 Plan planJobs(const Options& options, const Planned& planned) {
@@ -246,13 +273,18 @@ Plan planJobs(const Options& options, const Planned& planned) {
             plan.fault = unfitInput(plan.jobs.back(), options);
         }
     }
-    Listings listings;
-    if (plan.fault.empty()) {
-        const fs::path ownRows = options.compareWith.empty() ? "" : here / options.compareWith;
-        plan.fault = collision(plan.jobs, ownRows, listings, planned);
+    if (!plan.fault.empty()) {
+        return plan;
     }
+    Listings listings;
+    Places places(listings);
+    std::unordered_set<std::string> inputs = inputFiles(plan.jobs, places);
+    if (!options.compareWith.empty()) {
+        inputs.insert(places.of(here / options.compareWith).native());
+    }
+    plan.fault = collision(plan.jobs, inputs, places, listings, planned);
     if (plan.fault.empty() && !options.convert) {
-        findStaleOutputs(plan.jobs, listings);
+        findStaleOutputs(plan.jobs, inputs, places, listings);
     }
     return plan;
 }

@@ -299,8 +299,7 @@ void removeOldOutputs(const Job& job, Outputs& outputs) {
         figure.clearPlace();
         kept.insert(figure.path());
     }
-    for (const std::string& name : job.plots ? figureNames() : std::vector<std::string>{}) {
-        const std::filesystem::path figure = job.figurePath(name);
+    for (const std::filesystem::path& figure : job.oldFigures) {
         if (kept.count(figure) == 0) { // a link to what is written anew stays
             removeFile(figure);
         }

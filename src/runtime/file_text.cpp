@@ -301,10 +301,10 @@ PendingFile::~PendingFile() {
 /// Makes a file of a new name beside the target and gives its handle.
 int PendingFile::openBeside(unsigned mode) {
     static std::atomic<unsigned> counter{0};
+    static const std::string prefix = ".korvane-" + std::to_string(::getpid()) + "-";
     Unfinished& all = unfinished();
     for (;;) {
-        beside_ = folderOf(target_) /
-                  (".korvane-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+        beside_ = folderOf(target_) / (prefix + std::to_string(counter++));
         list(); // first, so that nothing can fail once the file is there
         const std::shared_lock making(all.making);
         const int handle = openNew(beside_, mode);
