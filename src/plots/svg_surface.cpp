@@ -34,17 +34,20 @@ constexpr double Descent = 434 / UnitsPerEm;
 constexpr const char* EmptyEnd = "/>\n"; ///< of an element without content
 constexpr const char* PathEnd = "\"/>\n";
 
-void addTwips(std::string& text, double twips) {
-    appendNumber(text, twips, "0.#");
-    if (text.back() == '.') {
-        text.pop_back();
+/// Twips behind a lead of a few characters.
+void addTwips(std::string& text, std::string_view lead, double twips) {
+    NumberText number;
+    number.of(twips, "0.#");
+    std::string_view piece = number.led(0, lead);
+    if (piece.back() == '.') {
+        piece.remove_suffix(1);
     }
+    text += piece;
 }
 
-void addPoint(std::string& text, Point point) {
-    addTwips(text, point.x);
-    text += ' ';
-    addTwips(text, point.y);
+void addPoint(std::string& text, std::string_view lead, Point point) {
+    addTwips(text, lead, point.x);
+    addTwips(text, " ", point.y);
 }
 
 void addColour(std::string& text, Colour colour) {
@@ -61,8 +64,8 @@ void attribute(std::string& text, std::string_view name, std::string_view value)
     ((((text += ' ') += name) += "=\"") += value) += '"';
 }
 void attribute(std::string& text, std::string_view name, double twips) {
-    ((text += ' ') += name) += "=\"";
-    addTwips(text, twips);
+    (text += ' ') += name;
+    addTwips(text, "=\"", twips);
     text += '"';
 }
 void attribute(std::string& text, std::string_view name, Colour colour) {
@@ -92,6 +95,14 @@ void circleFrame(std::string& text, Point centre, double radius) {
 /// Text as the content of an element. XML knows no control characters: they become blanks, as do
 /// U+FFFE and U+FFFF, which no file may hold.
 void addEscaped(std::string& content, std::string_view text) {
+    const auto needsCare = [](char c) {
+        const auto code = static_cast<unsigned char>(c);
+        return code < 0x20 || code >= 0x80 || c == '&' || c == '<' || c == '>';
+    };
+    if (std::none_of(text.begin(), text.end(), needsCare)) {
+        content += text;
+        return;
+    }
     std::string characters = utf8Text(text);
     for (const std::string_view outlaw : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
         for (auto at = characters.find(outlaw); at != std::string::npos;
@@ -124,7 +135,10 @@ void addElement(std::string& text, std::string_view name, std::string_view conte
 
 double SvgSurface::textWidth(std::string_view text) const {
     int units = 0;
-    for (const char c : utf8Text(text)) {
+    const bool ascii = std::all_of(text.begin(), text.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    const std::string valid = ascii ? std::string{} : utf8Text(text);
+    for (const char c : ascii ? text : std::string_view(valid)) {
         if (c >= ' ' && c <= '~') {
             units += AdvanceWidths[static_cast<std::size_t>(c - ' ')];
         } else if ((static_cast<unsigned char>(c) & 0xC0) !=
@@ -162,13 +176,11 @@ void SvgSurface::drawLine(Point from, Point to, Pen pen) {
         endPath();
         elements_ += "<path";
         stroke(elements_, pen.colour, pen.width);
-        elements_ += " d=\"M ";
-        addPoint(elements_, from);
+        addPoint(elements_, " d=\"M ", from);
         pathPen_ = pen;
         pathOpen_ = true;
     }
-    elements_ += " L ";
-    addPoint(elements_, to);
+    addPoint(elements_, " L ", to);
     pathEnd_ = to;
 }
 
@@ -218,10 +230,8 @@ std::string SvgSurface::document(const Corners& view, std::string_view title,
     attribute(text, "xmlns", "http://www.w3.org/2000/svg");
     attribute(text, "width", inches(size.x));
     attribute(text, "height", inches(size.y));
-    text += " viewBox=\"";
-    addPoint(text, view.a);
-    text += ' ';
-    addPoint(text, size);
+    addPoint(text, " viewBox=\"", view.a);
+    addPoint(text, " ", size);
     text += '"';
     attribute(text, "overflow", "hidden");
     attribute(text, "role", "img");

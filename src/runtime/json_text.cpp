@@ -3,16 +3,27 @@
 #include "runtime/number_format.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace korvane {
 
-void JsonText::startLine() {
-    constexpr std::string_view lineStart = "\n            "; // deep enough for most
-    if (depth_ < lineStart.size()) {
-        text_ += lineStart.substr(0, depth_ + 1);
+namespace {
+
+constexpr std::string_view deepest = ",\n            "; ///< deep enough for most
+
+bool isSpecial(char c) {
+    return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20;
+}
+
+} // namespace
+
+/// A new line behind a comma, if there is one.
+void JsonText::startLine(bool comma) {
+    if (depth_ + 2 <= deepest.size()) {
+        text_ += deepest.substr(comma ? 0 : 1, depth_ + (comma ? 2 : 1));
     } else {
-        text_ += '\n';
+        text_ += comma ? ",\n" : "\n";
         text_.append(depth_, ' ');
     }
 }
@@ -22,11 +33,8 @@ void JsonText::startEntry() {
         named_ = false;
         return;
     }
-    if (!first_) {
-        text_ += ',';
-    }
     if (depth_ > 0) {
-        startLine();
+        startLine(!first_);
     }
     first_ = false;
 }
@@ -41,16 +49,32 @@ void JsonText::open(char bracket) {
 void JsonText::close(char bracket) {
     --depth_;
     if (!first_) {
-        startLine();
+        startLine(false);
     }
     text_ += bracket;
     first_ = false;
 }
 
 JsonText& JsonText::member(std::string_view name) {
-    startEntry();
-    quoted(name);
-    text_ += ": ";
+    constexpr std::size_t room = 64;
+    if (depth_ == 0 || depth_ + 2 > deepest.size() || deepest.size() + name.size() + 4 > room ||
+        std::any_of(name.begin(), name.end(), isSpecial)) {
+        startEntry();
+        quoted(name);
+        text_ += ": ";
+    } else {                         // as a whole
+        std::array<char, room> line; // uninitialised: only what is put is read
+        char* end = line.data();
+        const auto put = [&end](std::string_view piece) {
+            end = std::copy(piece.begin(), piece.end(), end);
+        };
+        put(deepest.substr(first_ ? 1 : 0, depth_ + (first_ ? 1 : 2)));
+        put("\"");
+        put(name);
+        put("\": ");
+        text_.append(line.data(), end);
+        first_ = false;
+    }
     named_ = true;
     return *this;
 }
@@ -88,9 +112,6 @@ void JsonText::value(std::nullptr_t) {
 }
 
 void JsonText::quoted(std::string_view text) {
-    const auto isSpecial = [](char c) {
-        return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20;
-    };
     text_ += '"';
     auto rest = text.begin();
     auto special = std::find_if(rest, text.end(), isSpecial);

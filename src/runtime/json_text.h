@@ -70,7 +70,7 @@ class JsonText {
     void open(char bracket);
     void close(char bracket);
     void startEntry();
-    void startLine();
+    void startLine(bool comma);
     void truth(bool isTrue);
     void quoted(std::string_view text);
     void escape(char c);

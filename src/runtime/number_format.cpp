@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
+#include <span>
 
 namespace korvane {
 
@@ -165,12 +166,27 @@ std::optional<std::uint64_t> nearestWhole(double size) {
 /// The most places of a format that the quick way takes.
 constexpr int quickPlaces = 16;
 
-/// A number written from its last character to its first.
+/// The numbers from 00 to 99.
+constexpr auto digitPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+    }
+    return pairs;
+}();
+
+/// A number written into a room from its last character to its first.
 class Backward {
   public:
+    explicit Backward(std::span<char> room) : end_(&room.back() + 1), first_(end_) {}
+
     void put(char c) { *--first_ = c; }
     /// At least `atLeast` digits.
     void putWhole(std::uint64_t number, int atLeast) {
+        for (; number >= 10; atLeast -= 2, number /= 100) {
+            putPair(number % 100);
+        }
         for (; number > 0 || atLeast > 0; --atLeast, number /= 10) {
             put(static_cast<char>('0' + number % 10));
         }
@@ -187,33 +203,41 @@ class Backward {
             for (; shown > format.forcedDecimals && units % 10 == 0; units /= 10) {
                 --shown;
             }
-            for (; shown > 0; --shown, units /= 10) {
+            for (; shown > 1; shown -= 2, units /= 100) {
+                putPair(units % 100);
+            }
+            if (shown > 0) {
                 put(static_cast<char>('0' + units % 10));
+                units /= 10;
             }
             put('.');
         }
         putWhole(units, leastWhole);
     }
-    void appendTo(std::string& text) const { text.append(first_, end_); }
+    std::string_view text() const { return {first_, static_cast<std::size_t>(end_ - first_)}; }
 
   private:
-    std::array<char, 64> buffer_; // uninitialised: only what is put is read
-    char* end_ = buffer_.data() + buffer_.size();
-    char* first_ = end_;
+    void putPair(std::uint64_t pair) {
+        put(digitPairs[2 * pair + 1]);
+        put(digitPairs[2 * pair]);
+    }
+
+    char* end_;
+    char* first_;
 };
 
-bool appendPlainQuickly(std::string& text, double value, NumberFormat format) {
+/// A number's text in the room; empty where the quick way cannot tell it.
+std::string_view plainQuickly(std::span<char> room, double value, NumberFormat format) {
     const auto units = nearestWhole(scaled(std::fabs(value), format.decimals));
     if (!units) {
-        return false;
+        return {};
     }
-    Backward number;
+    Backward number(room);
     number.putUnits(*units, format, format.forcedWhole);
     if (value < 0 && *units > 0) {
         number.put('-');
     }
-    number.appendTo(text);
-    return true;
+    return number.text();
 }
 
 /// A size as units of its last place, and the power of ten of its first digit.
@@ -244,40 +268,95 @@ std::optional<Scientific> scientific(double size, int decimals) {
     return carried ? Scientific{*units / 10, exponent + 1} : Scientific{*units, exponent};
 }
 
-bool appendExponentQuickly(std::string& text, double value, NumberFormat format) {
+std::string_view exponentQuickly(std::span<char> room, double value, NumberFormat format) {
     const auto parts = scientific(std::fabs(value), format.decimals);
     if (!parts) {
-        return false;
+        return {};
     }
-    Backward number;
+    Backward number(room);
     number.putExponent(parts->exponent);
     number.putUnits(parts->units, format, std::max(format.forcedWhole, 1));
     if (value < 0) {
         number.put('-');
     }
-    number.appendTo(text);
+    return number.text();
+}
+
+/// A size below 1E11 of at most four places: no other number of 15 digits or fewer reads back to
+/// the same double, so that its own digits are the shortest. False where it has more places.
+bool appendFewPlaces(std::string& text, double value, double size) {
+    constexpr double unit = 10000;
+    constexpr NumberFormat plain("0.####");
+    const double units = size * unit;
+    if (!(units < 1e15)) {
+        return false;
+    }
+    const auto whole = static_cast<std::int64_t>(units);
+    if (static_cast<double>(whole) != units || units / unit != size) {
+        return false;
+    }
+    std::array<char, 32> room; // uninitialised: only what is put is read
+    Backward number(room);
+    if (whole % static_cast<std::int64_t>(unit) == 0) {
+        number.putWhole(static_cast<std::uint64_t>(whole) / static_cast<std::uint64_t>(unit), 1);
+    } else {
+        number.putUnits(static_cast<std::uint64_t>(whole), plain, 1);
+    }
+    if (std::signbit(value)) {
+        number.put('-');
+    }
+    text += number.text();
     return true;
 }
 
 } // namespace
 
-void appendNumber(std::string& text, double value, NumberFormat format) {
+std::string_view NumberText::of(double value, NumberFormat format) {
     const bool fits = format.forcedWhole <= quickPlaces && format.decimals <= quickPlaces;
-    const bool done = fits && (format.exponent ? appendExponentQuickly(text, value, format)
-                                               : appendPlainQuickly(text, value, format));
-    if (!done) {
-        appendByDigits(text, value, format);
+    text_ = {};
+    if (fits) {
+        text_ = format.exponent ? exponentQuickly(quick_, value, format)
+                                : plainQuickly(quick_, value, format);
     }
+    if (text_.empty()) { // or nothing but zeros that the format does not show
+        long_.clear();
+        appendByDigits(long_, value, format);
+        text_ = long_;
+    }
+    return text_;
+}
+
+std::string_view NumberText::led(std::size_t blanks, std::string_view mark) {
+    char* const end = quick_.data() + quick_.size();
+    const bool quick = text_.data() + text_.size() == end;
+    const std::size_t size = blanks + mark.size() + text_.size();
+    if (!quick || size > quick_.size()) {
+        long_ = std::string(blanks, ' ').append(mark).append(text_);
+        text_ = long_;
+        return text_;
+    }
+    char* const first = end - size;
+    std::fill_n(first, blanks, ' ');
+    std::copy(mark.begin(), mark.end(), first + blanks);
+    text_ = {first, size};
+    return text_;
+}
+
+void appendNumber(std::string& text, double value, NumberFormat format) {
+    NumberText number;
+    text += number.of(value, format);
 }
 
 std::string formatNumber(double value, NumberFormat format) {
-    std::string text;
-    appendNumber(text, value, format);
-    return text;
+    NumberText number;
+    return std::string(number.of(value, format));
 }
 
 void appendShortest(std::string& text, double value) {
     const double size = std::fabs(value);
+    if (appendFewPlaces(text, value, size)) {
+        return;
+    }
     const bool plain = size == 0 || (size >= 1e-4 && size < 1e15);
     std::array<char, 32> buffer; // uninitialised: only what is written is read
     const auto end =

@@ -2,6 +2,7 @@
 // separator.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -53,6 +54,20 @@ std::string formatNumber(double value, NumberFormat format);
 
 /// The same behind a text, which stays as it is where the value is not finite.
 void appendNumber(std::string& text, double value, NumberFormat format);
+
+/// Room for a number's text.
+class NumberText {
+  public:
+    /// The text of formatNumber; it holds until the next call.
+    std::string_view of(double value, NumberFormat format);
+    /// The last one's text behind `blanks` blanks and a mark.
+    std::string_view led(std::size_t blanks, std::string_view mark);
+
+  private:
+    std::array<char, 160> quick_; // uninitialised: only what was written is read
+    std::string long_;            ///< what the room does not hold
+    std::string_view text_;
+};
 
 /// General form as composed into a text: the shortest digits that read back to the same double,
 /// with a blank where a minus would stand and no trailing blank: " 12.5", "-3", " 1.5E-07".

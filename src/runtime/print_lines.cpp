@@ -47,18 +47,12 @@ PrintLines& PrintLines::right(int column, std::string_view piece) {
 
 PrintLines& PrintLines::right(int column, std::string_view mark, double value,
                               NumberFormat format) {
-    const std::size_t start = line_.size();
-    line_ += mark;
-    appendNumber(line_, value, format);
-    const auto width = static_cast<int>(line_.size() - start);
+    const auto width = static_cast<int>(mark.size() + number_.of(value, format).size());
     const auto before = static_cast<std::size_t>(std::max(column - width, 1) - 1);
-    if (start > before) {
-        content_.append(line_, 0, start) += '\n';
-        ++lineCount_;
-        line_.replace(0, start, before, ' ');
-    } else {
-        line_.insert(start, before - start, ' ');
+    if (line_.size() > before) {
+        end();
     }
+    line_ += number_.led(before - line_.size(), mark);
     return *this;
 }
 

@@ -44,6 +44,7 @@ class PrintLines {
   private:
     std::string content_;
     std::string line_;
+    NumberText number_;
     int lineCount_ = 0;
 };
 

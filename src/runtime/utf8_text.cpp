@@ -1,5 +1,6 @@
 #include "runtime/utf8_text.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace korvane {
@@ -73,7 +74,11 @@ std::string valueText(unsigned value) {
 
 std::string utf8Text(std::string_view bytes) {
     std::string text;
+    const auto beyondAscii = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    const auto head = std::find_if(bytes.begin(), bytes.end(), beyondAscii) - bytes.begin();
     text.reserve(bytes.size());
+    text = bytes.substr(0, static_cast<std::size_t>(head));
+    bytes.remove_prefix(text.size());
     while (!bytes.empty()) {
         const std::size_t length = characterLength(bytes);
         if (length > 0) {

@@ -192,6 +192,45 @@ TEST(GeneralForm, ReadsBackToTheSameDouble) {
     }
 }
 
+/// Numbers of few places have their own digits, written here by the C library.
+TEST(GeneralForm, KeepsTheDigitsOfNumbersOfFewPlaces) {
+    std::mt19937_64 random(20261122);
+    for (int i = 0; i < 20000; ++i) {
+        const auto digits = static_cast<int>(random() % 15) + 1;
+        const auto units = static_cast<std::int64_t>(random() % 1'000'000'000'000'000) %
+                           static_cast<std::int64_t>(std::pow(10, digits));
+        const auto places = static_cast<int>(random() % 6);
+        const double value = static_cast<double>(units) / std::pow(10, places);
+        std::array<char, 64> room{};
+        std::snprintf(room.data(), room.size(), "%.*f", places, value);
+        std::string text(room.data());
+        while (places > 0 && text.back() == '0') {
+            text.pop_back();
+        }
+        text.erase(text.back() == '.' ? text.size() - 1 : text.size());
+        if (value == 0 || value >= 1e-4) {
+            ASSERT_EQ(generalForm(value), " " + text);
+        }
+        if (value >= 1e-4) {
+            ASSERT_EQ(generalForm(-value), "-" + text);
+        }
+    }
+}
+
+TEST(NumberText, LeadsWithBlanksAndAMarkHoweverLong) {
+    NumberText number;
+    EXPECT_EQ(number.of(-2.345, "#0.00"), "-2.35");
+    EXPECT_EQ(number.led(3, "*"), "   *-2.35");
+    number.of(12, "0");
+    EXPECT_EQ(number.led(0, ""), "12");
+    number.of(7, "0");
+    EXPECT_EQ(number.led(400, "+"), std::string(400, ' ') + "+7");
+    const std::string large = formatNumber(1e300, "0.0");
+    EXPECT_EQ(large.size(), 303U);
+    EXPECT_EQ(number.of(1e300, "0.0"), large);
+    EXPECT_EQ(number.led(2, "*"), "  *" + large);
+}
+
 /// A format whose decimals all show, as the second method needs it.
 struct SweptFormat {
     std::string_view text;
