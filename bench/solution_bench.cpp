@@ -46,12 +46,46 @@ std::string example(const char* name) {
     return readFile(std::string(KORVANE_SOURCE_DIR) + "/examples/" + name + ".dat");
 }
 
-/// Solves one problem again and again in one workspace.
+/// The same text with some words in the place of others.
+std::string with(std::string text, const std::string& words, const std::string& others) {
+    return text.replace(text.find(words), words.size(), others);
+}
+
+std::string withoutWater(const std::string& text) {
+    const std::size_t line = text.find("WATER");
+    return text.substr(0, line) + text.substr(text.find('\n', line) + 1);
+}
+
+bool read(benchmark::State& run, const std::string& input, Problem& problem) {
+    clearProblemData(problem);
+    const bool complete = readProblem(problem, input, "input").complete;
+    if (!complete) {
+        run.SkipWithError("the input is refused");
+    }
+    return complete;
+}
+
+/// All three steps of one problem again and again in one workspace.
+void SolveAndReduce(benchmark::State& run, const std::string& input) {
+    Problem problem;
+    if (!read(run, input, problem)) {
+        return;
+    }
+    PileSections sections;
+    LoadPileDefaults(sections);
+    Workspace workspace;
+    for (auto _ : run) {
+        if (solve(problem, {}, sections, workspace).reduction == nullptr) {
+            run.SkipWithError("the solution failed");
+            break;
+        }
+    }
+}
+
+/// Review and levels of one problem again and again in one workspace.
 void Solve(benchmark::State& run, const std::string& input, WedgeMethod wedge) {
     Problem problem;
-    clearProblemData(problem);
-    if (!readProblem(problem, input, "input").complete) {
-        run.SkipWithError("the input is refused");
+    if (!read(run, input, problem)) {
         return;
     }
     Options options;
@@ -98,20 +132,20 @@ BENCHMARK_CAPTURE(Solve, CantileverDesignByCoefficients, example("cantilever-dry
                   WedgeMethod::Sweep);
 BENCHMARK_CAPTURE(Solve, AnchoredDesignByCoefficients, example("anchored-sand"),
                   WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AnchoredDryDesignByCoefficients, withoutWater(example("anchored-sand")),
+                  WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(SolveAndReduce, AnchoredDryDesign, withoutWater(example("anchored-sand")));
+BENCHMARK_CAPTURE(SolveAndReduce, AnchoredDesign, example("anchored-sand"));
 BENCHMARK_CAPTURE(Solve, AnchoredDesignAutomaticSeepage, anchoredSeepage, WedgeMethod::Sweep);
 BENCHMARK_CAPTURE(Solve, SweepDesignSurchargesBothSides, sweepSurcharges, WedgeMethod::Sweep);
 BENCHMARK_CAPTURE(Solve, FixedSurfaceDesign, example("sloping-both-sides-fixed"),
                   WedgeMethod::FixedSurface);
 BENCHMARK_CAPTURE(Solve, CantileverAnalysis, example("analysis-cantilever"), WedgeMethod::Sweep);
 BENCHMARK_CAPTURE(Solve, AnchoredAnalysis, example("analysis-anchored"), WedgeMethod::Sweep);
-BENCHMARK_CAPTURE(
-    Solve, SweepAnalysis,
-    [] {
-        std::string text = sweepSurcharges;
-        text.replace(text.find("DESIGN 1.00 1.50"), 16, "ANALYSIS");
-        return text.replace(text.find("WALL 12"), 7, "WALL 12 -20 29E6 300");
-    }(),
-    WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, SweepAnalysis,
+                  with(with(sweepSurcharges, "DESIGN 1.00 1.50", "ANALYSIS"), "WALL 12",
+                       "WALL 12 -20 29E6 300"),
+                  WedgeMethod::Sweep);
 
 // The dearest legal problems: 11 layers, 11 surface points, all kinds of loads.
 BENCHMARK_CAPTURE(Solve, DearestSweepDesign, bench::dearestInput({}), WedgeMethod::Sweep);
@@ -136,6 +170,10 @@ BENCHMARK_CAPTURE(Solve, DearestAnalysisByCoefficients,
                                        .wedge = false}),
                   WedgeMethod::Sweep);
 BENCHMARK_CAPTURE(Solve, AllLoadsDesignByCoefficients, example("anchored-all-loads"),
+                  WedgeMethod::Sweep);
+BENCHMARK_CAPTURE(Solve, AllLoadsAnalysisByCoefficients,
+                  with(with(example("anchored-all-loads"), "DESIGN  1.00  1.50", "ANALYSIS"),
+                       "WALL  18  14", "WALL 18 14 -20 29E6 300"),
                   WedgeMethod::Sweep);
 
 BENCHMARK_CAPTURE(Report, CantileverDesign, example("cantilever-dry-sand"));
