@@ -252,9 +252,7 @@ TEST(TextWindows, CtrlFFindsTheNextAndThePreviousPlace) {
                     "SOIL B S 1\n 120 120 30 0 0 0\nFINISHED\n");
     person.open(path);
     person.expectScreen("VUINPTFL", [&](QDialog& screen) {
-        QTest::qWait(100); // a real display may still be busy with the box before
-        screen.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
+        ASSERT_TRUE(takesKeys(screen));
         auto* text = screen.findChild<QPlainTextEdit*>("txtINPTFILE");
         auto* words = screen.findChild<QLineEdit*>("findWords");
         EXPECT_FALSE(words->isVisible());

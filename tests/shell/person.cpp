@@ -254,6 +254,11 @@ void Person::open(const std::string& path) {
     choose("mnuFileItem_1");
 }
 
+bool takesKeys(QWidget& window) {
+    window.activateWindow();
+    return QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; });
+}
+
 void pushButton(QWidget& window, const QString& name) {
     expectOnTop(window);
     auto* button = workable<QAbstractButton>(window, name);

@@ -105,6 +105,10 @@ class Person {
     int waited_ = 0;
 };
 
+/// Activates a window; true once it takes the keys itself. A modal window counts as active for the
+/// toolkit while the window below it still has them, which a real display may take a moment over.
+bool takesKeys(QWidget& window);
+
 /// Pushes a button of a screen, or sets an option.
 void pushButton(QWidget& window, const QString& name);
 /// Types into an emptied field of a screen.

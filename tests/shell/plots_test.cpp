@@ -463,8 +463,7 @@ TEST(PlotKeys, AltDReachesDoneThoughAMenuHasTheSameLetter) {
     solveExample(person, "cantilever-dry-sand", false);
     person.expectScreen("CANPLOT", [&](QDialog& screen) {
         chooseAction(screen, "mnuMoment");
-        screen.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&screen));
+        EXPECT_TRUE(takesKeys(screen));
         QTest::keyClick(&screen, Qt::Key_D, Qt::AltModifier);
         auto* done = screen.findChild<QPushButton*>("cmdDone");
         EXPECT_TRUE(QTest::qWaitFor([done] { return !done->isVisible(); }, 1000));
