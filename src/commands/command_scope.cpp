@@ -63,7 +63,7 @@ void replaceName(Session& session, const std::string& from, const std::string& t
 
 CommandScope::Before::Before(const Session& session)
     : window(session), problem(session.problem), sections(session.sections), files(session.files),
-      report(session.report), SolutionFailed(session.SolutionFailed),
+      report(session.report), notes(session.notes), SolutionFailed(session.SolutionFailed),
       DataChanged(session.DataChanged), HeadContDataValid(session.HeadContDataValid) {}
 
 CommandScope::CommandScope(Session& session)
@@ -96,6 +96,7 @@ void CommandScope::checkpoint() {
 void CommandScope::keepEnteredData() {
     before_.problem = session_.problem;
     before_.HeadContDataValid = session_.HeadContDataValid;
+    before_.notes = session_.notes;
     if (session_.DataChanged != 0) {
         before_.DataChanged = session_.DataChanged;
         before_.window.inputFileStale = true;
@@ -104,6 +105,7 @@ void CommandScope::keepEnteredData() {
         menus.saveInput.enabled = true;
         menus.saveReport.enabled = !before_.report.CurrentOutputName.empty();
         menus.solve.enabled = false;
+        menus.notes.enabled = true;
         menus.compare.enabled = true;
         disableResultPlots(menus);
     }
@@ -119,6 +121,7 @@ void CommandScope::takeBack() {
     session_.sections = before_.sections;
     session_.files = before_.files;
     session_.report = before_.report;
+    session_.notes = before_.notes;
     session_.SolutionFailed = before_.SolutionFailed;
     session_.DataChanged = before_.DataChanged;
     session_.HeadContDataValid = before_.HeadContDataValid;

@@ -45,6 +45,7 @@ class CommandScope {
         PileSections sections;
         TemporaryFiles files;
         Report report;
+        ProblemNotes notes;
         int SolutionFailed;
         int DataChanged;
         int HeadContDataValid;

@@ -64,7 +64,7 @@ void goOnWithEnteredData(Session& session, Desktop& desktop, const Problem& prob
 
 /// A text window's content.
 struct TextView {
-    std::string title; ///< the file's path
+    std::string title; ///< the file's path, of notes their name
     std::string text;
 };
 
@@ -75,6 +75,9 @@ TextView inputFileView(const Session& session);
 /// What VUINECHO shows: the file named by CurrentOutputName; of one with more than 48000 bytes the
 /// first 48000, after a box that tells so. File faults are RuntimeErrors.
 TextView outputFileView(const Session& session, Desktop& desktop);
+
+/// The notes on the problem and its solution, if there is one, in the units chosen.
+TextView notesView(Session& session, Desktop& desktop);
 
 // ---- solution ---------------------------------------------------------------------------------
 
@@ -96,9 +99,12 @@ void acceptDefaultSections(Session& session);
 
 // ---- end --------------------------------------------------------------------------------------
 
-/// Before the box of a RuntimeError that ends the program: writes a problem with headings to a
-/// fresh KORVANE-RESCUE-n.dat in the temporary folder. The file's path; empty where there is
-/// nothing to keep (no headings, or the reader's own fatal cases) or it cannot be written.
+/// Whether there is anything to rescue: not without headings, nor in the reader's own fatal cases.
+bool hasRescueData(const Session& session);
+
+/// Before the box of a RuntimeError that ends the program: writes the problem to a fresh
+/// KORVANE-RESCUE-n.dat in the temporary folder. The file's path; empty where there is nothing to
+/// keep or it cannot be written.
 std::string rescueInput(const Session& session);
 
 } // namespace korvane

@@ -31,6 +31,7 @@ enum class Screen {
     FIXDPLOT, ///< result plots by the fixed earth method
     ROWECURV, ///< Rowe's moment reduction curves
     VUSOLPLT, ///< plots of the initial pressures
+    NOTES,    ///< text of the notes
     COMPARE,  ///< the wall under other factors, methods and water
 };
 

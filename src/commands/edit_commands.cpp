@@ -3,6 +3,7 @@
 #include "commands/commands.h"
 #include "commands/files.h"
 #include "commands/report.h"
+#include "commands/wall_notes.h"
 #include "problem/validate.h"
 
 #include <filesystem>
@@ -61,6 +62,7 @@ void abandonEdit(Session& session) {
 
 /// What follows the data entry.
 void takeEnteredData(Session& session, Desktop& desktop) {
+    forgetSolution(session.notes, session.DataChanged != 0);
     session.running->keepEnteredData();
     session.menus.saveInput.enabled = session.DataChanged != 0;
     if (session.DataChanged == 0) {

@@ -41,7 +41,8 @@ bool readAndEcho(Session& session, Desktop& desktop, const std::string& fileText
     session.CurrentInputName = name;
     session.ProblemFile = name;
     session.readingInput = true;
-    const ReadResult result = readProblem(session.problem, fileText, name);
+    const ReadResult result =
+        readProblem(session.problem, fileText, name, nullptr, nullptr, &session.notes.remarks);
     session.readingInput = false;
     session.SolutionFailed = result.complete ? 0 : 1;
     if (!tellReading(desktop, name, result)) {

@@ -42,6 +42,7 @@ constexpr MenuRow rows[] = {
     {"mnuTools", "mnuToolsItem_0", &Menus::units},
     {"mnuToolsItem_0", "mnuUnitsItem_0", &Menus::unitsUS, nullptr, {}, {}, "", UnitSystem::US},
     {"mnuToolsItem_0", "mnuUnitsItem_1", &Menus::unitsSI, nullptr, {}, {}, "", UnitSystem::SI},
+    {"mnuTools", "mnuToolsItem_1", &Menus::notes, nullptr, Screen::NOTES},
     {"mnuTools", "mnuToolsItem_2", &Menus::compare, nullptr, Screen::COMPARE},
 
     {nullptr, "mnuHelp", &Menus::help},
@@ -58,7 +59,8 @@ std::span<const MenuRow> menuRows() {
 }
 
 void enableProblemViews(Menus& menus, bool enabled) {
-    for (MenuItem* item : {&menus.inputFile, &menus.report, &menus.inputPlots, &menus.compare}) {
+    for (MenuItem* item :
+         {&menus.inputFile, &menus.report, &menus.inputPlots, &menus.notes, &menus.compare}) {
         item->enabled = enabled;
     }
 }

@@ -50,6 +50,7 @@ struct Menus {
     MenuItem units{"&Units"};
     MenuItem unitsUS{"&US (feet, pounds)"};
     MenuItem unitsSI{"&SI (metres, kilonewtons)"};
+    MenuItem notes{"&Notes...", false};
     MenuItem compare{"&Compare...", false};
 
     MenuItem help{"&Help"};
@@ -60,7 +61,8 @@ struct Menus {
     bool operator==(const Menus&) const = default;
 };
 
-/// The two files, the input plots and the comparison: what can be viewed of every problem.
+/// The two files, the input plots, the notes and the comparison: what can be viewed of every
+/// problem.
 void enableProblemViews(Menus& menus, bool enabled);
 
 /// The plots of a solution.

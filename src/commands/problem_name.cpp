@@ -1,6 +1,7 @@
 #include "commands/problem_name.h"
 
 #include "commands/files.h"
+#include "commands/wall_notes.h"
 #include "runtime/number_text.h"
 
 #include <filesystem>
@@ -75,12 +76,21 @@ std::string documentTitle(const Session& session) {
 }
 
 std::string statusLine(const Session& session) {
-    if (session.stage != FlowStage::Rest) {
-        return {};
+    std::string text;
+    const auto add = [&text](const std::string& part) {
+        text += (text.empty() || part.empty() ? "" : "; ") + part;
+    };
+    if (session.stage == FlowStage::Rest) {
+        add(session.fileUnits == UnitSystem::SI ? MetricRemark : "");
+        add(solutionText(session));
     }
-    std::string text = session.fileUnits == UnitSystem::SI ? MetricRemark : "";
-    const std::string outcome = solutionText(session);
-    text += (text.empty() || outcome.empty() ? "" : "; ") + outcome;
+    if (session.stage != FlowStage::Solving) {
+        add(notesRemark(session));
+    }
+    if (session.copyFault != 0) {
+        add(std::string("unsaved data have no recovery copy: ") +
+            runtimeErrorText(session.copyFault));
+    }
     const std::string name = fileName(session);
     return name.empty() || text.empty() ? text : name + ": " + text;
 }

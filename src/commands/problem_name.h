@@ -21,8 +21,10 @@ std::string problemStem(const Session& session);
 /// Title of a printed document: the file's name and the first heading line.
 std::string documentTitle(const Session& session);
 
-/// The main window's line at rest: that the file is metric, and of the solution at hand wall,
-/// method, bottom (FT) and bending moment (LB-FT). Empty where there is nothing to tell.
+/// The main window's line. At rest that the file is metric, and of the solution at hand wall,
+/// method, bottom (FT) and bending moment (LB-FT); there and at the stops of a solution how many
+/// notes there are; and that unsaved data have no recovery copy. Empty where there is nothing to
+/// tell.
 std::string statusLine(const Session& session);
 
 } // namespace korvane

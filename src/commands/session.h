@@ -2,6 +2,7 @@
 #pragma once
 
 #include "commands/menus.h"
+#include "notes/notes.h"
 #include "plots/plot_screen.h"
 #include "problem/quantities.h"
 #include "solution/solution.h"
@@ -70,6 +71,18 @@ struct Report {
     std::string text; ///< all that was written to the file, which may be gone when it is saved
 };
 
+/// What an experienced colleague would say of the problem.
+struct ProblemNotes {
+    std::vector<ReadRemark> remarks;   ///< of the reader, while the problem is as in its file
+    Solved solved;                     ///< how far the solution has come
+    Options options;                   ///< its options, without its questions
+    bool taken = false;                ///< `list` stands: since the last stop of a solution
+    bool fault = false;                ///< it could not be worked out there
+    UnitSystem units = UnitSystem::US; ///< of its texts
+    std::vector<Note> list;
+    std::vector<Note> told; ///< unsafe ones that a box has told
+};
+
 /// Everything that belongs to one session. Two sessions, each with a Desktop of its own, never
 /// touch each other.
 struct Session : MainWindow {
@@ -85,6 +98,8 @@ struct Session : MainWindow {
     PileSections sections;
     TemporaryFiles files;
     Report report;
+    ProblemNotes notes;
+    NoteWorkspace secondSolves; ///< of walls that are solved once more for a note
 
     int SolutionFailed = 0;    ///< 0 well, 1 a failure or a Cancel, 2 sign test or discontinued
     int DataChanged = 0;       ///< 1 when a data-entry screen changed something
@@ -96,6 +111,7 @@ struct Session : MainWindow {
     bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue
     CommandScope* running = nullptr; ///< of the command at work that can be taken back, if any
     RunRecord* record = nullptr;     ///< of the program for its next start, if it keeps one
+    int copyFault = 0; ///< run-time error that keeps unsaved data out of the recovery copy, else 0
 
     // Nothing reads these; they tell of the session to those who look at it.
     int InputSavedFlag = 0;                ///< 1 after a successful input save

@@ -3,12 +3,14 @@
 #include "commands/pile_entry.h"
 #include "commands/report.h"
 #include "commands/told_boxes.h"
+#include "commands/wall_notes.h"
 #include "reports/reduction_report.h"
 #include "reports/results_report.h"
 #include "reports/soil_pressure_report.h"
 #include "rowe/moment_reduction.h"
 #include "runtime/run_guarded.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace korvane {
@@ -60,6 +62,7 @@ bool reached(Session& session, Desktop& desktop, const Reached<Value>& step) {
     if (!step) {
         desktop.SetBusy(false);
         session.SolutionFailed = step.failure().code == FailureCode::NoSignChange ? 2 : 1;
+        session.notes.solved.failure = step.failure();
         tellFailure(desktop, step.failure());
     }
     return static_cast<bool>(step);
@@ -69,8 +72,11 @@ bool reached(Session& session, Desktop& desktop, const Reached<Value>& step) {
 /// the preparation.
 Reached<Review> review(Session& session, Desktop& desktop) {
     Options options;
-    options.factorLimit.ask = [&desktop](double limit) {
-        return desktop.Ask(factorQuestion(limit)) == Answer::Yes;
+    double& largest = session.notes.options.factorLimit.largest;
+    options.factorLimit.ask = [&desktop, &largest](double limit) {
+        const bool goesOn = desktop.Ask(factorQuestion(limit)) == Answer::Yes;
+        largest = goesOn ? std::max(largest, limit) : largest;
+        return goesOn;
     };
     session.wedge.reset();
     desktop.SetBusy(true);
@@ -82,6 +88,7 @@ Reached<Review> review(Session& session, Desktop& desktop) {
     desktop.ShowScreen(Screen::WEDGMETH, session);
     desktop.SetBusy(true);
     options.wedge = session.wedge;
+    session.notes.options.wedge = session.wedge;
     return reviewWall(session.problem, options, session.workspace);
 }
 
@@ -91,6 +98,7 @@ bool solveAndReport(Session& session, Desktop& desktop) {
     if (!reached(session, desktop, results)) {
         return false;
     }
+    session.notes.solved.results = &*results;
     desktop.SetBusy(false);
     appendReport(session, resultsReport(session.problem, *results));
     return true;
@@ -102,6 +110,7 @@ void firstStage(Session& session, Desktop& desktop) {
     if (!reached(session, desktop, pressures)) {
         return;
     }
+    session.notes.solved.review = &*pressures;
     appendReport(session, soilPressureReport(session.problem, *pressures));
     if (!pressures->hasPressures) {
         solveAndReport(session, desktop);
@@ -119,6 +128,7 @@ void reduceAndReport(Session& session, Desktop& desktop) {
     }
     const auto reduction = reduceWallMoments(session.workspace, session.sections);
     if (reached(session, desktop, reduction)) {
+        session.notes.solved.reduction = &*reduction;
         appendReport(session, reductionReport(session.problem, session.sections, *reduction));
     }
 }
@@ -156,19 +166,24 @@ void solveProblem(Session& session, Desktop& desktop) {
     enterStage(session, FlowStage::Solving);
     enableTopMenus(session, false);
     desktop.Mirror(session);
+    forgetSolution(session.notes, false);
     runStage(session, desktop, [&] { firstStage(session, desktop); });
+    takeNotes(session, desktop);
     if (session.SolutionFailed == 0 && session.problem.ProgramMode == Mode::Design) {
         enterStage(session, FlowStage::Review);
     } else {
         showDone(session);
     }
+    tellUnsafeNotes(session, desktop);
 }
 
 void continueSolution(Session& session, Desktop& desktop) {
     session.stage = FlowStage::Solving;
     desktop.Mirror(session);
     runStage(session, desktop, [&] { wallStage(session, desktop); });
+    takeNotes(session, desktop);
     showDone(session);
+    tellUnsafeNotes(session, desktop);
 }
 
 void discontinueSolution(Session& session) {

@@ -77,6 +77,7 @@ void ClearProblem(Session& session) {
     session.files.ScratchFileCount = 8; // the first eight places of the list stay empty
     session.files.ScratchFileList.fill("");
     session.report = {};
+    session.notes = {};
     session.wedge.reset();
 
     session.FileLineCount = 0;

@@ -6,6 +6,8 @@ namespace korvane {
 
 namespace {
 
+constexpr std::size_t BoxWidth = 70; ///< characters; a window shows long lines of a box cut off
+
 std::string counted(int count, const char* one, const char* many) {
     return std::to_string(count) + " " + (count == 1 ? one : many);
 }
@@ -80,7 +82,9 @@ std::vector<Note> newUnsafeNotes(const std::vector<Note>& now, const std::vector
 MessageBox notesBox(const std::vector<Note>& notes) {
     std::string text;
     for (const Note& note : notes) {
-        text += (text.empty() ? "" : "\n\n") + note.text;
+        text += text.empty() ? "" : "\n\n";
+        addWrapped(text, note.text, BoxWidth);
+        text.pop_back();
     }
     return {.text = text, .title = "NOTES", .buttons = Buttons::Ok, .icon = Icon::Exclamation};
 }

@@ -27,6 +27,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace korvane {
@@ -70,6 +71,9 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
     menuBar()->setNativeMenuBar(false);
     image1_ = new Picture(this);
     image1_->setObjectName("Image1");
+    QSizePolicy policy = image1_->sizePolicy();
+    policy.setRetainSizeWhenHidden(true); // the line below stays where it is
+    image1_->setSizePolicy(policy);
     auto* centre = new QWidget(this);
     centre->setObjectName("clientArea");
     auto* layout = new QVBoxLayout(centre);
@@ -285,11 +289,14 @@ void ShellWindow::mirrorPanels() {
 }
 
 void ShellWindow::centrePanels() {
-    const QRect area = centralWidget()->geometry();
+    // In the picture's place, so that the line below stays free.
+    centralWidget()->layout()->activate();
+    const QPoint centre = centralWidget()->pos() + image1_->geometry().center();
     for (QFrame* panel : {fraSoilOut_, panDone_}) {
         if (panel != nullptr) {
             QRect frame = panel->geometry();
-            frame.moveCenter(area.center());
+            frame.moveCenter(centre);
+            frame.moveTop(std::max(frame.top(), centralWidget()->y()));
             panel->setGeometry(frame);
             panel->raise();
         }

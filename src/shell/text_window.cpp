@@ -1,13 +1,20 @@
 #include "shell/text_window.h"
 
+#include "commands/command_scope.h"
 #include "commands/commands.h"
+#include "commands/problem_name.h"
+#include "runtime/file_text.h"
+#include "shell/printing.h"
 #include "widgets/find_bar.h"
 #include "widgets/shown_text.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QTextDocumentFragment>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -18,6 +25,36 @@ namespace korvane {
 namespace {
 
 constexpr double FontPoints = 10;
+
+/// Names of a window and its text.
+struct TextNames {
+    const char* window;
+    const char* text;
+};
+
+TextNames namesOf(TextKind kind) {
+    switch (kind) {
+    case TextKind::Input:
+        return {"VUINPTFL", "txtINPTFILE"};
+    case TextKind::Output:
+        return {"VUINECHO", "txtINECHO"};
+    case TextKind::Notes:
+        break;
+    }
+    return {"NOTES", "txtNotes"};
+}
+
+TextView viewOf(TextKind kind, Session& session, Desktop& desktop) {
+    switch (kind) {
+    case TextKind::Input:
+        return inputFileView(session);
+    case TextKind::Output:
+        return outputFileView(session, desktop);
+    case TextKind::Notes:
+        break;
+    }
+    return notesView(session, desktop);
+}
 
 /// Keys that would change the text; arrows, paging, selecting and copying are free.
 bool wouldChangeText(const QKeyEvent& key) {
@@ -48,32 +85,59 @@ bool wouldChangeText(const QKeyEvent& key) {
 
 } // namespace
 
-TextWindow::TextWindow(ScreenContext& context, TextKind kind)
-    : ScreenWindow(context, kind == TextKind::Input ? "VUINPTFL" : "VUINECHO", {}) {
-    const TextView view = kind == TextKind::Input ? inputFileView(session())
-                                                  : outputFileView(session(), context.desktop);
+TextWindow::TextWindow(ScreenContext& context, TextKind kind, const PrintServices* services)
+    : ScreenWindow(context, namesOf(kind).window, {}), text_(new QPlainTextEdit(canvas())) {
+    const TextView view = viewOf(kind, session(), context.desktop);
     setWindowTitle(shownText(view.title));
-    QAction* finished = menuBar()->addAction("&Finished");
-    finished->setObjectName("mnuFinished");
-    connect(finished, &QAction::triggered, this, [this] { accept(); });
-    addHelpMenu();
-    auto* text = new QPlainTextEdit(canvas());
-    text->setObjectName(kind == TextKind::Input ? "txtINPTFILE" : "txtINECHO");
+    addTextMenus(services);
+    text_->setObjectName(namesOf(kind).text);
     QFont font("Courier New");
     font.setStyleHint(QFont::Monospace);
     font.setPointSizeF(FontPoints);
-    text->setFont(font);
-    text->setLineWrapMode(QPlainTextEdit::NoWrap);
-    text->setReadOnly(true);
-    text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    text->setPlainText(shownText(view.text));
-    text->installEventFilter(this);
+    text_->setFont(font);
+    text_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    text_->setReadOnly(true);
+    text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    text_->setPlainText(shownText(view.text));
+    text_->installEventFilter(this);
     auto* layout = new QVBoxLayout(canvas());
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(text);
-    layout->addWidget(new FindBar(this, finderIn(text)));
-    keepSelectionVisible(text);
-    text->setFocus();
+    layout->addWidget(text_);
+    layout->addWidget(new FindBar(this, finderIn(text_)));
+    keepSelectionVisible(text_);
+    text_->setFocus();
+}
+
+void TextWindow::addTextMenus(const PrintServices* services) {
+    const auto add = [this](const char* name, const char* caption, auto body) {
+        QAction* action = menuBar()->addAction(caption);
+        action->setObjectName(name);
+        connect(action, &QAction::triggered, this, body);
+        return action;
+    };
+    add("mnuFinished", "&Finished", [this] { accept(); });
+    if (services != nullptr) {
+        add("mnuCopy", "&Copy", [this] { copy(); });
+        QAction* printing =
+            add("mnuPrint", "&Print", [this, services] { run([&] { print(*services); }); });
+        printing->setShortcut(QKeySequence::Print);
+    }
+    addHelpMenu();
+}
+
+/// What is selected, else the whole text.
+void TextWindow::copy() {
+    const QTextCursor selected = text_->textCursor();
+    QApplication::clipboard()->setText(selected.hasSelection() ? selected.selection().toPlainText()
+                                                               : text_->toPlainText());
+}
+
+void TextWindow::print(const PrintServices& services) {
+    const PrintedDocument document{windowTitle() + ": " + shownText(documentTitle(session())),
+                                   shownText(problemStem(session())) + "-notes"};
+    runCommand(session(), context().desktop, [&] {
+        printPages(this, services, document, textPages(splitLines(bytesOf(text_->toPlainText()))));
+    });
 }
 
 bool TextWindow::eventFilter(QObject* watched, QEvent* event) {

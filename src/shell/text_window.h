@@ -1,29 +1,39 @@
-// The text windows VUINPTFL and VUINECHO.
+// The text windows: input file, output file and notes.
 #pragma once
 
 #include "widgets/screen_window.h"
+
+class QPlainTextEdit;
 
 namespace korvane {
 
 struct TextView;
 
-/// Which file a text window shows.
-enum class TextKind { Input, Output };
+struct PrintServices;
 
-/// A file as text, in which Ctrl+F searches. What is typed is ignored, and a message says so.
+/// What a text window shows.
+enum class TextKind { Input, Output, Notes };
+
+/// A text in which Ctrl+F searches. What is typed is ignored, and a message says so. Notes, which
+/// no entry of the File menu prints, can be copied and printed here.
 class TextWindow : public ScreenWindow {
     Q_OBJECT
 
   public:
-    TextWindow(ScreenContext& context, TextKind kind);
+    /// `services` prints notes.
+    TextWindow(ScreenContext& context, TextKind kind, const PrintServices* services = nullptr);
 
   protected:
     void frameClose() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    void addTextMenus(const PrintServices* services);
+    void copy();
+    void print(const PrintServices& services);
     void tellIgnored();
 
+    QPlainTextEdit* text_;
     bool telling_ = false;
 };
 

@@ -24,6 +24,7 @@ constexpr WindowSection sections[] = {
     {"WEDGMETH", "Wedge methods"},
     {"VUINPTFL", "The input file"},
     {"VUINECHO", "The output report"},
+    {"NOTES", "Notes"},
     {"CANPLOT", "Plots"},
     {"FREEPLOT", "Plots"},
     {"FIXDPLOT", "Plots"},

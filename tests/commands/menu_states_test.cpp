@@ -17,7 +17,7 @@ struct Row {
     bool edit = true;
     std::string caption;
     bool view = false;
-    bool files = false; ///< both files, the input plots and the comparison
+    bool files = false; ///< both files, the input plots, the notes and the comparison
     bool cantilever = false;
     bool anchored = false; ///< free and fixed earth plots
     bool rowe = false;
@@ -38,7 +38,7 @@ void expectRow(const Menus& menus, const Row& row) {
     EXPECT_TRUE(menus.editData.enabled);
     EXPECT_EQ(menus.view.enabled, row.view);
     for (const MenuItem* item :
-         {&menus.inputFile, &menus.report, &menus.inputPlots, &menus.compare}) {
+         {&menus.inputFile, &menus.report, &menus.inputPlots, &menus.notes, &menus.compare}) {
         EXPECT_EQ(item->enabled, row.files) << item->caption;
     }
     EXPECT_EQ(menus.cantileverPlots.enabled, row.cantilever);
@@ -125,6 +125,7 @@ TEST(MenuRows, StandInTheirMenusWithCaptionsAndShortcuts) {
                          "mnuTools mnuToolsItem_0 &Units",
                          "mnuToolsItem_0 mnuUnitsItem_0 &US (feet, pounds)",
                          "mnuToolsItem_0 mnuUnitsItem_1 &SI (metres, kilonewtons)",
+                         "mnuTools mnuToolsItem_1 &Notes...",
                          "mnuTools mnuToolsItem_2 &Compare...",
                          "mnuHelp &Help",
                          "mnuHelp mnuHelpItem_0 &Contents",
@@ -156,6 +157,7 @@ TEST(MenuRows, CallTheCommandOfTheirEntry) {
     EXPECT_EQ(rowOf(&Menus::freeEarthPlots).screen, Screen::FREEPLOT);
     EXPECT_EQ(rowOf(&Menus::fixedEarthPlots).screen, Screen::FIXDPLOT);
     EXPECT_EQ(rowOf(&Menus::roweCurves).screen, Screen::ROWECURV);
+    EXPECT_EQ(rowOf(&Menus::notes).screen, Screen::NOTES);
     EXPECT_EQ(rowOf(&Menus::compare).screen, Screen::COMPARE);
     EXPECT_TRUE(rowOf(&Menus::units).isMenu());
     EXPECT_EQ(rowOf(&Menus::unitsUS).units, UnitSystem::US);

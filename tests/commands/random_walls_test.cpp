@@ -60,22 +60,40 @@ int lineCount(const std::string& text) {
     return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
 }
 
+/// Every unsafe note stands in one box, and no other note in any.
+void expectUnsafeNotesTold(const Office& office) {
+    std::string boxes;
+    for (const MessageBox& box : office.desktop.boxes) {
+        boxes += box.title == "NOTES" ? box.text + "\n" : "";
+    }
+    std::replace(boxes.begin(), boxes.end(), '\n', ' '); // lines are broken at blanks
+    for (const Note& note : office.session->notes.list) {
+        const std::size_t at = boxes.find(note.text);
+        EXPECT_EQ(at != std::string::npos, note.severity == Severity::Unsafe) << note.text;
+        if (at != std::string::npos) {
+            EXPECT_EQ(boxes.find(note.text, at + 1), std::string::npos) << note.text;
+        }
+    }
+}
+
 void expectInvariants(const Office& office) {
     const Session& session = *office.session;
     EXPECT_EQ(office.session->stage, FlowStage::Rest);
     EXPECT_FALSE(office.desktop.busy);
     EXPECT_EQ(lineCount(office.report()), session.report.OutputLineCount);
 
-    // A failure shows one box that tells why, a success none.
+    // A failure shows one box that tells why, a success none, besides those of unsafe notes.
     int told = 0;
+    bool discontinued = false;
     for (const MessageBox& box : office.desktop.boxes) {
         const bool question = box.buttons == Buttons::YesNo;
-        told += question || box.title == "INPUT COMPLETE" ? 0 : 1;
+        told += question || box.title == "INPUT COMPLETE" || box.title == "NOTES" ? 0 : 1;
+        discontinued = box.title == "NOTES" ? discontinued : box.title == "LARGE FACTOR OF SAFETY";
     }
+    expectUnsafeNotesTold(office);
     const std::string& words = office.session->panels.panDoneText;
     if (session.SolutionFailed != 0) {
         EXPECT_EQ(words, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
-        const bool discontinued = office.desktop.titles().back() == "LARGE FACTOR OF SAFETY";
         EXPECT_EQ(told, discontinued ? 0 : 1);
         return;
     }

@@ -204,9 +204,10 @@ TEST(StatusLine, StandsAtRestAfterASolutionUntilTheProblemChanges) {
     office.open("cantilever-dry-sand");
     EXPECT_EQ(statusLine(*office.session), "");
     solveProblem(*office.session, office.desktop);
-    EXPECT_EQ(statusLine(*office.session), ""); // the review
+    const std::string notes = "cantilever-dry-sand.dat: notes: ";
+    EXPECT_EQ(statusLine(*office.session).rfind(notes, 0), 0U); // the review
     continueSolution(*office.session, office.desktop);
-    EXPECT_EQ(statusLine(*office.session), ""); // the last panel
+    EXPECT_EQ(statusLine(*office.session).rfind(notes, 0), 0U); // the last panel
     acceptResults(*office.session);
     const std::string line = statusLine(*office.session);
     EXPECT_EQ(line.rfind("cantilever-dry-sand.dat: cantilever wall, design; bottom ", 0), 0U);

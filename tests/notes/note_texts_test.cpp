@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace korvane::test {
@@ -60,6 +61,19 @@ TEST(NoteTexts, TheBoxHoldsOneTextBelowTheOther) {
     EXPECT_EQ(box.text, "A.\n\nB.");
     EXPECT_EQ(box.buttons, Buttons::Ok);
     EXPECT_EQ(box.icon, Icon::Exclamation);
+}
+
+TEST(NoteTexts, TheBoxBreaksLongTextsAtBlanks) {
+    std::string text = "word";
+    for (int words = 1; words < 80; ++words) {
+        text += " word";
+    }
+    std::string box = notesBox({noteOf(Severity::Unsafe, "a", text)}).text;
+    // 14 words of 4 letters with their blanks are 69 characters, so that 80 take 6 lines.
+    EXPECT_EQ(std::count(box.begin(), box.end(), '\n'), 5);
+    EXPECT_EQ(box.find('\n'), 69U);
+    std::replace(box.begin(), box.end(), '\n', ' ');
+    EXPECT_EQ(box, text);
 }
 
 } // namespace

@@ -240,6 +240,7 @@ TEST_F(RemarksTest, TheGuideOpensAtTheSectionOfTheScreen) {
         {"WEDGMETH", "Wedge methods"},
         {"VUINPTFL", "The input file"},
         {"VUINECHO", "The output report"},
+        {"NOTES", "Notes"},
         {"VUSOLPLT", "Plots"},
         {"CKORVANE", "The menus"},
     };

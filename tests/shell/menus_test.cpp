@@ -52,6 +52,7 @@ void expectMenus(const Person& person, const MenuRow& row) {
                   row.viewItems[item])
             << item;
     }
+    EXPECT_EQ(person.canChoose("mnuToolsItem_1"), row.viewItems[0]); // notes: of every problem
     EXPECT_EQ(person.canChoose("mnuToolsItem_2"), row.viewItems[0]); // compare: every problem
     EXPECT_EQ(person.canChoose("mnuSolveItem_0"), row.solve);
     EXPECT_EQ(person.caption("mnuEditItem_0"), row.caption);
@@ -269,7 +270,7 @@ TEST(Menus, StandInTheirOrderWithTheirCaptions) {
                      "&Cantilever Wall Results Plots", "&Free Earth Method Results Plots",
                      "F&ixed Earth Method Results Plots", "&Rowe's Moment Reduction Curves"}));
     EXPECT_EQ(captions("mnuSolve"), (QStringList{"&Continue Solution"}));
-    EXPECT_EQ(captions("mnuTools"), (QStringList{"&Units", "&Compare..."}));
+    EXPECT_EQ(captions("mnuTools"), (QStringList{"&Units", "&Notes...", "&Compare..."}));
     EXPECT_EQ(captions("mnuToolsItem_0"),
               (QStringList{"&US (feet, pounds)", "&SI (metres, kilonewtons)"}));
     EXPECT_EQ(captions("mnuHelp"),
