@@ -226,7 +226,21 @@ void rewriteFile(const fs::path& path, std::string_view text) {
 }
 
 void appendFile(const fs::path& path, std::string_view text, Links links) {
-    writeWith(O_APPEND | (links == Links::Refuse ? O_NOFOLLOW : 0), path, text);
+    const int flags = O_WRONLY | O_APPEND | O_CLOEXEC | (links == Links::Refuse ? O_NOFOLLOW : 0);
+    OpenFile file(path, ::open(path.c_str(), flags));
+    struct stat before {};
+    const bool isPlain = ::fstat(file.handle(), &before) == 0 && S_ISREG(before.st_mode);
+    try {
+        file.write(text);
+        // A disk elsewhere may tell its fault at a close alone, and the first one need not be last.
+        OpenFile(path, ::fcntl(file.handle(), F_DUPFD_CLOEXEC, 0)).close();
+    } catch (...) {
+        if (isPlain) {
+            [[maybe_unused]] const int told = ::ftruncate(file.handle(), before.st_size);
+        }
+        throw;
+    }
+    file.close();
 }
 
 void overwriteFile(const fs::path& path, std::size_t position, std::string_view text) {

@@ -42,7 +42,7 @@ void rewriteFile(const std::filesystem::path& path, std::string_view text);
 /// Whether a link is followed where a file of our own is expected.
 enum class Links { Follow, Refuse };
 
-/// Appends to a file that is there.
+/// Appends to a file that is there, all or nothing: a full disk leaves it as long as it was.
 void appendFile(const std::filesystem::path& path, std::string_view text,
                 Links links = Links::Follow);
 

@@ -449,6 +449,24 @@ TEST(SolutionFaults, AFullDiskEndsTheSolutionAndKeepsTheData) {
     }
 }
 
+TEST(SolutionFaults, AFullDiskLeavesTheUsersReportAsItWasSaved) {
+    Office office;
+    office.open("anchored-sand");
+    const std::string report = office.userFile("wall.out");
+    office.desktop.chosenFiles = {report};
+    saveReport(*office.session, office.desktop);
+    ASSERT_EQ(office.outputName(), report);
+    const std::string echo = readFile(report);
+    {
+        const SmallDisk full(echo.size() + fewBytes); // for the beginning of the pressures
+        solveProblem(*office.session, office.desktop);
+    }
+    expectFileError(office, report, "Disk full");
+    EXPECT_EQ(readFile(report), echo);
+    EXPECT_EQ(office.session->report.text, echo);
+    EXPECT_EQ(office.session->report.OutputLineCount, static_cast<int>(splitLines(echo).size()));
+}
+
 TEST(SolutionFaults, AZeroDivisorShowsItsBoxAndTheAbortedPanel) {
     Office office;
     office.open("anchored-sand");

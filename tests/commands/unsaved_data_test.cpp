@@ -257,19 +257,14 @@ TEST(UnsavedReport, IsSavedThoughItsTemporaryFileIsGone) {
     }
 }
 
-TEST(UnsavedReport, ReplacesASavedOneThatAFullDiskHasSpoilt) {
+TEST(UnsavedReport, ReplacesASavedOneThatHasBeenSpoilt) {
     Office office;
     office.open("anchored-sand");
     const std::string target = office.userFile("wall.out");
     office.desktop.chosenFiles = {target, target};
     saveReport(*office.session, office.desktop);
     const std::string echo = readFile(target);
-    {
-        const SmallDisk full(echo.size() + fewBytes);
-        solveProblem(*office.session, office.desktop);
-    }
-    acceptResults(*office.session);
-    ASSERT_EQ(readFile(target).size(), echo.size() + fewBytes); // lines that break off
+    fs::resize_file(target, echo.size() / 2); // a line that breaks off
     saveReport(*office.session, office.desktop);
     EXPECT_EQ(readFile(target), echo);
 }

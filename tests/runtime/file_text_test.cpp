@@ -185,6 +185,23 @@ TEST(AppendFile, AddsAtTheEndAndMakesNoFile) {
     EXPECT_EQ(readFile(path), "one\ntwo\n");
 }
 
+TEST(AppendFile, AFullDiskLeavesTheFileAsItWas) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.out";
+    const std::string before(60000, 'o');
+    writeFile(path, before);
+    {
+        const SmallDisk disk(1 << 16); // takes 5536 bytes more
+        EXPECT_EQ(faultOf(path, [&] { appendFile(path, std::string(10000, 'n')); }), 61);
+        appendFile(path, "short"); // for which there is room
+    }
+    EXPECT_EQ(readFile(path), before + "short");
+}
+
+TEST(AppendFile, TellsOfADeviceThatTakesNothing) {
+    EXPECT_EQ(faultOf("/dev/full", [&] { appendFile("/dev/full", "text"); }), 61);
+}
+
 TEST(AppendFile, FollowsALinkOnlyWhereItMay) {
     const TemporaryFolder folder;
     const fs::path link = folder.path() / "link";
