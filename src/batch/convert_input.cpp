@@ -1,6 +1,7 @@
 #include "batch/convert_input.h"
 
 #include "batch/solve_input.h"
+#include "commands/told_boxes.h"
 #include "problem/unit_conversion.h"
 #include "runtime/file_text.h"
 #include "runtime/run_guarded.h"
@@ -90,6 +91,7 @@ int convert(const Job& job, UnitSystem to, std::ostream& out, std::ostream& err)
 int convertInput(const Job& job, UnitSystem to, std::ostream& out, std::ostream& err) {
     int status = StatusFailed;
     const auto fault = runGuarded([&] { status = convert(job, to, out, err); });
+    printFilesLeft("korvane-batch");
     if (!fault) {
         return status;
     }

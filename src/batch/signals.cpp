@@ -1,5 +1,6 @@
 #include "batch/signals.h"
 
+#include "commands/told_boxes.h"
 #include "runtime/file_text.h"
 #include "runtime/run_guarded.h"
 
@@ -24,6 +25,7 @@ void endBySignal(const sigset_t& watched) {
         return;
     }
     abandonPendingFiles();
+    printFilesLeft("korvane-batch");
     std::signal(signal, SIG_DFL);
     const sigset_t itself = only(signal);
     pthread_sigmask(SIG_UNBLOCK, &itself, nullptr);

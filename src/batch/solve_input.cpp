@@ -348,6 +348,7 @@ Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
     if (!run.broken && !options.check) {
         run.stage = {Doing::Reporting};
         writeOutputs(run);
+        guarded(run, [&] { tellFilesLeft(run.prompts); });
     }
     Outcome outcome;
     if (job.reportPath.empty() && !run.broken && !options.check) {

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -41,8 +42,7 @@ fs::path movedAside(const fs::path& file) {
     if (!fault) {
         return aside;
     }
-    std::error_code ignored; // the file itself is told about
-    fs::remove(aside, ignored);
+    removeOwnFile(aside);
     return file;
 }
 
@@ -113,7 +113,7 @@ void CommandScope::keepEnteredData() {
 
 void CommandScope::takeBack() {
     for (const fs::path& file : made_) {
-        remove(file);
+        removeOwnFile(file);
     }
     made_.clear();
     static_cast<MainWindow&>(session_) = before_.window;
@@ -130,7 +130,7 @@ void CommandScope::takeBack() {
             continue;
         }
         if (::link(to.c_str(), from.c_str()) == 0) {
-            remove(to);
+            removeOwnFile(to);
         } else { // somebody else has taken the name meanwhile
             replaceName(session_, from.string(), to.string());
         }
@@ -138,40 +138,30 @@ void CommandScope::takeBack() {
     aside_.clear();
 }
 
-std::vector<RuntimeError> CommandScope::finish() {
-    deleteSetAside();
-    return std::exchange(left_, {});
-}
-
 void CommandScope::deleteSetAside() {
     for (const auto& [from, to] : aside_) {
-        remove(to);
+        removeOwnFile(to);
     }
     aside_.clear();
 }
 
-void CommandScope::remove(const fs::path& file) {
-    if (const auto fault = runGuarded([&] { removeFile(file); })) {
-        left_.push_back(*fault);
-    }
-}
-
 bool runCommand(Session& session, Desktop& desktop, const std::function<void()>& body) {
-    CommandScope scope(session);
+    std::optional<CommandScope> scope(session);
     const auto fault = runGuarded(body);
     if (fault) {
         desktop.SetBusy(false);
         if (!fault->isFileFault()) {
             throw RuntimeError(*fault);
         }
-        scope.takeBack();
+        scope->takeBack();
         showFileError(desktop, *fault);
     }
-    tellFilesLeft(desktop, scope.finish());
+    scope.reset(); // deletes what was set aside
+    tellFilesLeft(desktop);
     return !fault;
 }
 
-void deleteOwnFile(Session& session, const std::string& listed, std::vector<RuntimeError>& left) {
+void deleteOwnFile(Session& session, const std::string& listed) {
     // Perhaps an entry of the very lists that are blanked below, hence a copy.
     const std::string name = listed; // NOLINT(performance-unnecessary-copy-initialization)
     if (name.empty()) {
@@ -179,9 +169,7 @@ void deleteOwnFile(Session& session, const std::string& listed, std::vector<Runt
     }
     std::error_code unknown;
     if (session.running == nullptr) {
-        if (const auto fault = runGuarded([&] { removeFile(name); })) {
-            left.push_back(*fault);
-        }
+        removeOwnFile(name.c_str());
     } else if (fs::exists(fs::symlink_status(name, unknown))) {
         session.running->setAside(name);
     }

@@ -34,8 +34,6 @@ class CommandScope {
     void keepEnteredData();
     /// Brings back what stood when the command began.
     void takeBack();
-    /// Deletes what was set aside; which files could not be deleted, here or at a checkpoint.
-    std::vector<RuntimeError> finish();
 
   private:
     struct Before {
@@ -52,24 +50,22 @@ class CommandScope {
     };
 
     void deleteSetAside();
-    void remove(const std::filesystem::path& file);
 
     Session& session_;
     CommandScope* outer_;
     Before before_;
     std::vector<std::pair<std::filesystem::path, std::filesystem::path>> aside_; ///< from, to
     std::vector<std::filesystem::path> made_;
-    std::vector<RuntimeError> left_; ///< files that could not be deleted
 };
 
 /// Runs a command. A file fault shows the box "FILE ERROR" and takes the command back; false then.
-/// A temporary file that cannot be deleted is told and stops nothing. Every other fault is passed
-/// on.
+/// Files that could not be removed, here or before, are told and stop nothing. Every other fault is
+/// passed on.
 bool runCommand(Session& session, Desktop& desktop, const std::function<void()>& body);
 
 /// Deletes a file that this session made, in a command such that it can come back, and blanks its
 /// name in the lists at once: another program may take the name the moment it is free. A file that
-/// is not there is none to delete. Outside a command what cannot be deleted goes into `left`.
-void deleteOwnFile(Session& session, const std::string& listed, std::vector<RuntimeError>& left);
+/// is not there is none to delete. Outside a command it is removed as by removeOwnFile.
+void deleteOwnFile(Session& session, const std::string& listed);
 
 } // namespace korvane

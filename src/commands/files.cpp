@@ -56,9 +56,8 @@ bool namesTemporaryFile(const Session& session, const std::string& name) {
 void deleteListedFile(Session& session, Desktop& desktop, const std::string& name) {
     const auto& list = session.files.ScratchFileList;
     if (std::find(list.begin(), list.end(), name) != list.end()) {
-        std::vector<RuntimeError> left;
-        deleteOwnFile(session, name, left);
-        tellFilesLeft(desktop, left);
+        deleteOwnFile(session, name);
+        tellFilesLeft(desktop);
     }
 }
 
@@ -284,21 +283,20 @@ void WriteInputData(Session& session, Desktop& desktop, const std::string& mode)
 void removeTemporaryFiles(const TemporaryFiles& files) noexcept {
     for (const std::string& name : files.ScratchFileList) {
         if (!name.empty()) {
-            ::unlink(name.c_str());
+            removeOwnFile(name.c_str());
         }
     }
 }
 
 void DeleteTempFiles(Session& session, Desktop& desktop) {
     const TemporaryFiles& files = session.files;
-    std::vector<RuntimeError> left;
     for (const std::string& name : files.ScratchFileList) {
-        deleteOwnFile(session, name, left);
+        deleteOwnFile(session, name);
     }
     session.report.CurrentOutputName.clear();
     session.CurrentInputName.clear();
     desktop.QuitHelp();
-    tellFilesLeft(desktop, left);
+    tellFilesLeft(desktop);
 }
 
 } // namespace korvane

@@ -3,6 +3,7 @@
 #include "commands/files.h"
 #include "commands/wall_notes.h"
 #include "runtime/number_text.h"
+#include "runtime/runtime_error.h"
 
 #include <filesystem>
 

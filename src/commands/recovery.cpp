@@ -1,10 +1,12 @@
 #include "commands/recovery.h"
 
 #include "commands/commands.h"
+#include "commands/told_boxes.h"
 #include "problem/problem_text.h"
 #include "runtime/dates.h"
 #include "runtime/run_guarded.h"
 
+#include <cstdio>
 #include <optional>
 #include <string_view>
 
@@ -116,18 +118,20 @@ bool keepTypedData(Session& session) noexcept {
         return false;
     }
     listTemporaryFiles(session);
-    return !runGuarded([&] {
+    const auto fault = runGuarded([&] {
         if (session.DataChanged != 0) {
             session.record->keep(copyHead(session),
                                  sectionsText(session.sections) + problemText(session.problem));
         }
     });
+    session.copyFault = fault ? fault->number() : 0;
+    return !fault;
 }
 
 bool keepAtRest(Session& session) noexcept {
     const bool kept = keepTypedData(session);
     if (session.record != nullptr && session.DataChanged == 0) {
-        runGuarded([&] { session.record->dropCopy(); });
+        session.record->dropCopy();
     }
     return kept;
 }
@@ -148,6 +152,7 @@ void offerRecovery(Session& session, Desktop& desktop, const std::vector<DeadRun
             }
         }
         run.claim.removeAll();
+        tellFilesLeft(desktop);
         if (taken) {
             return;
         }
@@ -159,11 +164,12 @@ void endEarly(Session& session) noexcept {
     if (session.record != nullptr) {
         session.record->endEarly();
     }
+    printFilesLeft("korvane");
 }
 
 void rescueAtSignal(Session& session) noexcept {
-    if (hasUnsavedData(session)) {
-        rescueInput(session);
+    if (hasUnsavedData(session) && hasRescueData(session) && rescueInput(session).empty()) {
+        std::fputs("korvane: the input could not be kept\n", stderr);
     }
     endEarly(session);
 }

@@ -10,7 +10,8 @@ namespace korvane {
 /// record stays as it was.
 void listTemporaryFiles(Session& session) noexcept;
 
-/// After a screen has closed: unsaved data go into the copy. False where they could not.
+/// After a screen has closed: unsaved data go into the copy. False where they could not; the copy
+/// before stays then, and `copyFault` says why.
 bool keepTypedData(Session& session) noexcept;
 
 /// After a command: the copy goes where all is saved. False where unsaved data have none.

@@ -153,7 +153,7 @@ void removeAside(const fs::path& folder, long process) {
         const std::string start = std::string(kind) + std::to_string(process) + "-";
         for (const auto& entry : fs::directory_iterator(folder)) {
             if (entry.path().filename().string().starts_with(start) && isOwnFile(entry.path())) {
-                ::unlink(entry.path().c_str());
+                removeOwnFile(entry.path());
             }
         }
     }
@@ -165,7 +165,7 @@ void sweep(const fs::path& folder, const Listing& dead, const Living& living) {
         if (fs::path(file.name).parent_path() == folder && living.files.count(file.name) == 0 &&
             isOwnFile(file.name, found) && found.st_dev == file.device &&
             found.st_ino == file.inode) {
-            ::unlink(file.name.c_str());
+            removeOwnFile(file.name.c_str());
         }
     }
     if (dead.process > 0 && living.processes.count(dead.process) == 0) {
@@ -225,12 +225,12 @@ RunClaim::~RunClaim() {
 }
 
 void RunClaim::removeAll() const noexcept {
-    ::unlink(copy_.c_str());
+    removeOwnFile(copy_);
     removeRecord();
 }
 
 void RunClaim::removeRecord() const noexcept {
-    ::unlink(record_.c_str());
+    removeOwnFile(record_);
 }
 
 std::vector<DeadRun> claimDeadRuns(const fs::path& temporaryFolder) {
@@ -303,18 +303,20 @@ void RunRecord::keep(std::string_view head, const std::string& text) {
     }
     if (const auto fault = runGuarded([&] { saveFile(copy, whole); })) {
         if (!hasCopy_) {
-            ::unlink(copy.c_str()); // an empty one is no copy
+            removeOwnFile(copy); // an empty one is no copy
         }
         throw *fault;
     }
     hasCopy_ = true;
+    isStuck_ = false;
     kept_ = std::move(now);
 }
 
-void RunRecord::dropCopy() {
-    if (hasCopy_) {
-        removeFile(claim_.copy());
-        hasCopy_ = false;
+void RunRecord::dropCopy() noexcept {
+    if (hasCopy_ && !isStuck_) {
+        removeOwnFile(claim_.copy());
+        hasCopy_ = isOwnFile(claim_.copy());
+        isStuck_ = hasCopy_;
     }
 }
 
@@ -324,7 +326,7 @@ void RunRecord::endEarly() noexcept {
         for (std::string line; std::getline(lines, line);) {
             const std::size_t name = line.find(' ', line.find(' ') + 1);
             if (name != std::string::npos) {
-                ::unlink(line.c_str() + name + 1);
+                removeOwnFile(line.c_str() + name + 1);
             }
         }
         removeAside(folder_, ::getpid());

@@ -50,7 +50,8 @@ class RunRecord {
     /// Makes or replaces the copy, whole at any moment and readable by the user alone. The text
     /// behind `head` decides whether there is anything new.
     void keep(std::string_view head, const std::string& text);
-    void dropCopy();
+    /// A copy that cannot be removed is told once and goes with the program.
+    void dropCopy() noexcept;
     /// The process is about to end without destructors: removes the files listed and those set
     /// aside. A copy stays for the next start, with the record.
     void endEarly() noexcept;
@@ -61,6 +62,7 @@ class RunRecord {
     std::string listed_;
     std::string kept_;
     bool hasCopy_ = false;
+    bool isStuck_ = false; ///< it could not be removed
 };
 
 /// A recovery copy of a process that died, held so that no other program offers it.

@@ -102,9 +102,13 @@ void ClearProblem(Session& session) {
     menus.solve.enabled = false;
 }
 
+bool hasRescueData(const Session& session) {
+    return !session.readingInput && session.problem.NumHeadingLines > 0;
+}
+
 std::string rescueInput(const Session& session) {
     const Problem& problem = session.problem;
-    if (session.readingInput || problem.NumHeadingLines == 0) {
+    if (!hasRescueData(session)) {
         return {};
     }
     std::string kept;
@@ -116,8 +120,7 @@ std::string rescueInput(const Session& session) {
                 continue;
             }
             if (const auto fault = runGuarded([&] { rewriteFile(name, inputFileText(problem)); })) {
-                std::error_code ignored;
-                fs::remove(name, ignored); // no file that holds half
+                removeOwnFile(name); // no file that holds half
                 throw *fault;
             }
             kept = name.string();

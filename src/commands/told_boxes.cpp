@@ -1,5 +1,12 @@
 #include "commands/told_boxes.h"
 
+#include "runtime/file_text.h"
+#include "runtime/run_guarded.h"
+#include "runtime/utf8_text.h"
+
+#include <cstdio>
+#include <vector>
+
 namespace korvane {
 
 bool goOnWithFile(Prompts& prompts, const std::string& name, std::size_t size) {
@@ -38,13 +45,24 @@ void showFileError(Prompts& prompts, const RuntimeError& fault) {
          .icon = Icon::Exclamation});
 }
 
-void tellFilesLeft(Prompts& prompts, const std::vector<RuntimeError>& left) {
+void tellFilesLeft(Prompts& prompts) {
+    const std::vector<RuntimeError> left = takeFilesLeft();
     std::string text = "Temporary files could not be removed:";
     for (const RuntimeError& fault : left) {
         text += "\nFile: " + fault.fileName() + "\n" + fault.what();
     }
     if (!left.empty()) {
         prompts.Ask({.text = text, .title = "FILE ERROR", .icon = Icon::Exclamation});
+    }
+}
+
+void printFilesLeft(const char* program) noexcept {
+    for (const RuntimeError& fault : takeFilesLeft()) {
+        runGuarded([&] {
+            const std::string line = std::string(program) + ": a temporary file is left: " +
+                                     messageText(fault.fileName()) + ": " + fault.what() + "\n";
+            std::fputs(line.c_str(), stderr);
+        });
     }
 }
 

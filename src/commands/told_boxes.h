@@ -7,7 +7,6 @@
 #include "state/failure.h"
 
 #include <string>
-#include <vector>
 
 namespace korvane {
 
@@ -23,7 +22,9 @@ void tellFailure(Prompts& prompts, const Failure& failure);
 /// Tells a fault of a file or printer.
 void showFileError(Prompts& prompts, const RuntimeError& fault);
 
-/// Tells which temporary files could not be removed, if there are any.
-void tellFilesLeft(Prompts& prompts, const std::vector<RuntimeError>& left);
+/// Tells which files of its own this thread could not remove, if there are any.
+void tellFilesLeft(Prompts& prompts);
+/// Likewise on standard error, behind the program's name, where no box can be shown.
+void printFilesLeft(const char* program) noexcept;
 
 } // namespace korvane

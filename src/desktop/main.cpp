@@ -1,5 +1,6 @@
 // The desktop program.
 #include "commands/commands.h"
+#include "commands/told_boxes.h"
 #include "runtime/dates.h"
 #include "runtime/standard_streams.h"
 #include "screens/screens.h"
@@ -47,5 +48,8 @@ int main(int argc, char** argv) {
     std::error_code gone; // the current folder, perhaps: Open tells
     const auto file =
         line.file.empty() ? std::filesystem::path() : std::filesystem::absolute(line.file, gone);
-    return korvane::runProgram(korvane::dataScreens(), titleMilliseconds, file.string());
+    const int status =
+        korvane::runProgram(korvane::dataScreens(), titleMilliseconds, file.string());
+    korvane::printFilesLeft("korvane");
+    return status;
 }

@@ -1,5 +1,6 @@
 #include "runtime/file_text.h"
 
+#include "runtime/run_guarded.h"
 #include "runtime/runtime_error.h"
 #include "runtime/utf8_text.h"
 
@@ -109,6 +110,12 @@ struct Unfinished {
 Unfinished& unfinished() {
     static auto& all = *new Unfinished; // a thread may still write when the process ends
     return all;
+}
+
+/// What a thread could not remove.
+std::vector<RuntimeError>& filesLeft() {
+    thread_local std::vector<RuntimeError> left;
+    return left;
 }
 
 std::string readAtMost(const fs::path& path, std::size_t limit) {
@@ -307,7 +314,7 @@ PendingFile::PendingFile(const fs::path& path, std::string_view text, Flush flus
 
 PendingFile::~PendingFile() {
     if (unfinished_) {
-        ::unlink(beside_.c_str());
+        removeOwnFile(beside_);
         forget();
     }
 }
@@ -372,7 +379,7 @@ void abandonPendingFiles() {
     all.making.lock();
     const std::lock_guard lock(all.listing);
     for (const fs::path* file : all.files) {
-        ::unlink(file->c_str());
+        removeOwnFile(*file);
     }
 }
 
@@ -380,6 +387,17 @@ void removeFile(const fs::path& path) {
     if (::unlink(path.c_str()) != 0 && errno != ENOENT && errno != EISDIR) {
         fail(errno, path);
     }
+}
+
+void removeOwnFile(const char* path) noexcept {
+    if (::unlink(path) != 0 && errno != ENOENT && errno != EISDIR) {
+        const int code = errno;
+        runGuarded([&] { filesLeft().emplace_back(fileErrorNumber(code, path), path); });
+    }
+}
+
+std::vector<RuntimeError> takeFilesLeft() noexcept {
+    return std::exchange(filesLeft(), {});
 }
 
 bool createExclusively(const fs::path& path) {
@@ -391,7 +409,7 @@ bool createExclusively(const fs::path& path) {
         OpenFile(path, handle).close();
     } catch (...) {
         if (handle >= 0) {
-            ::unlink(path.c_str());
+            removeOwnFile(path);
         }
         throw;
     }

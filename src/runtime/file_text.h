@@ -2,6 +2,8 @@
 // Every failure is a RuntimeError (53, 61, 70, 75, 76 ...) that carries the file's name.
 #pragma once
 
+#include "runtime/runtime_error.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <string>
@@ -53,9 +55,9 @@ void overwriteFile(const std::filesystem::path& path, std::size_t position, std:
 enum class Flush { ToDisk, None };
 
 /// A finished file beside its place: `place` renames it there, and without that it goes with the
-/// object, so that a failure leaves the old file whole. The old file's permissions stay, a link
-/// stays a link (its target is replaced), and a device or pipe is written to by `place` alone. A
-/// folder in the place is found by `place`.
+/// object (as removeOwnFile does), so that a failure leaves the old file whole. The old file's
+/// permissions stay, a link stays a link (its target is replaced), and a device or pipe is written
+/// to by `place` alone. A folder in the place is found by `place`.
 class PendingFile {
   public:
     PendingFile(const std::filesystem::path& path, std::string_view text, Flush flush);
@@ -88,11 +90,21 @@ class PendingFile {
 void saveFile(const std::filesystem::path& path, std::string_view text);
 
 /// Removes the files beside their places, of all threads, and lets none be made any more: the
-/// process is about to end.
+/// process is about to end. Those that cannot be removed are noted in the calling thread.
 void abandonPendingFiles();
 
 /// Removes a file that need not be there; a folder in its place stays.
 void removeFile(const std::filesystem::path& path);
+
+/// Removes a file that this program has made, where nobody can be told at once: one that cannot be
+/// removed is noted for takeFilesLeft. Takes no memory but for that.
+void removeOwnFile(const char* path) noexcept;
+inline void removeOwnFile(const std::filesystem::path& path) noexcept {
+    removeOwnFile(path.c_str());
+}
+
+/// What this thread could not remove since the last call.
+std::vector<RuntimeError> takeFilesLeft() noexcept;
 
 /// Makes a new file readable by the user alone; false where the name is taken (links are not
 /// followed).

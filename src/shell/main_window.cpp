@@ -4,6 +4,7 @@
 #include "commands/problem_name.h"
 #include "commands/recent_files.h"
 #include "commands/recovery.h"
+#include "commands/told_boxes.h"
 #include "shell/picture.h"
 #include "widgets/gate.h"
 #include "widgets/geometry.h"
@@ -105,6 +106,7 @@ ShellWindow::ShellWindow(Session& session, Desktop& desktop, const ScreenTable& 
 void ShellWindow::command(const std::function<void()>& body) {
     enter(session_, this, body);
     keepAtRest(session_);
+    enter(session_, this, [this] { tellFilesLeft(desktop_); });
     mirror();
 }
 

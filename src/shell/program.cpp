@@ -3,6 +3,7 @@
 #include "commands/commands.h"
 #include "commands/recent_files.h"
 #include "commands/recovery.h"
+#include "commands/told_boxes.h"
 #include "runtime/run_guarded.h"
 #include "shell/comparison_window.h"
 #include "shell/ending_signals.h"
@@ -59,6 +60,7 @@ void begin(Program& program, const std::string& file) {
     enter(*program.session, program.window.get(), [&] {
         const auto runs = std::move(program.deadRuns);
         offerRecovery(*program.session, program.desktop, runs);
+        tellFilesLeft(program.desktop);
     });
     program.window->mirror();
     if (!file.empty()) {

@@ -25,6 +25,8 @@ constexpr int RuntimeErrorStatus = 70;
         const std::string kept = rescueInput(session);
         if (!kept.empty()) {
             box.text += "\nYour input was kept in " + kept;
+        } else if (hasRescueData(session)) {
+            box.text += "\nYour input could not be kept.";
         }
     });
     askBox(parent, box);

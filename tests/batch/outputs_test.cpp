@@ -93,6 +93,49 @@ TEST(BatchOutputs, AnInputThatCannotBeReadLeavesThoseOfAnEarlierRunWhole) {
     EXPECT_TRUE(outputs(office) == before);
 }
 
+TEST(BatchOutputs, OneOfAnEarlierRunThatCannotBeReadLeavesAllWholeAndIsTold) {
+    const OrdinaryUser user;
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    ASSERT_EQ(office.run({"--json", "--plots", input}).status, 0);
+    const auto before = outputs(office);
+    fs::copy_file(sourceFile("examples/cantilever-clay.dat"), input,
+                  fs::copy_options::overwrite_existing);
+    for (const char* unreadable : {"a-moment.svg", "a.json"}) {
+        fs::permissions(office.file(unreadable), fs::perms(0000));
+        const BatchRun run = office.run({input}); // neither is made anew
+        fs::permissions(office.file(unreadable), fs::perms(0644));
+        EXPECT_EQ(run.status, 1);
+        EXPECT_NE(
+            run.err.find("[FILE ERROR] File: " + office.file(unreadable) + " / Permission denied"),
+            std::string::npos)
+            << run.err;
+        EXPECT_TRUE(outputs(office) == before) << unreadable;
+    }
+    ASSERT_EQ(office.run({input}).status, 0);
+    EXPECT_EQ(office.files(), (std::set<std::string>{"a.dat", "a.out"}));
+}
+
+TEST(BatchOutputs, AFileThatCouldNotBeRemovedIsTold) {
+    const OrdinaryUser user;
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    const TemporaryFolder other;
+    const fs::path left = other.path() / ".korvane-1-0";
+    writeFile(left, "");
+    {
+        const LockedFolder locked(other.path());
+        removeOwnFile(left);
+    }
+    const BatchRun run = office.run({"--jobs", "1", input});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.err.find("[FILE ERROR] Temporary files could not be removed: / File: " +
+                           left.string() + " / Permission denied"),
+              std::string::npos)
+        << run.err;
+    EXPECT_TRUE(takeFilesLeft().empty());
+}
+
 TEST(BatchOutputs, PlotsAndJsonOfAnEarlierRunGoWhereThisOneMakesNone) {
     const BatchOffice office;
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");

@@ -336,20 +336,6 @@ TEST(FileFaults, ExitEndsTheProgramThoughItsTemporaryFolderIsGone) {
     EXPECT_TRUE(office.desktop.ended);
 }
 
-/// The temporary folder cannot be written to from a moment on.
-class LockedFolder {
-  public:
-    explicit LockedFolder(const fs::path& folder) : folder_(folder) {
-        fs::permissions(folder_, fs::perms(0555));
-    }
-    ~LockedFolder() { fs::permissions(folder_, fs::perms(0755)); }
-    LockedFolder(const LockedFolder&) = delete;
-    LockedFolder& operator=(const LockedFolder&) = delete;
-
-  private:
-    fs::path folder_;
-};
-
 TEST(TemporaryFilesLeft, AreToldByNewWhichGoesOn) {
     const OrdinaryUser user;
     Office office;
@@ -523,6 +509,21 @@ TEST(FatalFaults, TheNinetyThirdTemporaryNameIsRescued) {
     EXPECT_EQ(fs::path(rescueInput(*office.session)).filename(), "KORVANE-RESCUE-1.dat");
     DeleteTempFiles(*office.session, office.desktop);
     EXPECT_TRUE(fs::exists(kept)); // not listed for deletion
+}
+
+TEST(FatalFaults, AFullDiskKeepsAnEarlierRescueFileAndMakesNone) {
+    Office office;
+    enterProblem(office);
+    const std::string kept = rescueInput(*office.session);
+    ASSERT_EQ(fs::path(kept).filename(), "KORVANE-RESCUE-0.dat");
+    const auto before = office.temporaryFiles();
+    {
+        const SmallDisk full(fewBytes);
+        EXPECT_EQ(rescueInput(*office.session), "");
+    }
+    EXPECT_TRUE(hasRescueData(*office.session)); // which the box then says could not be kept
+    EXPECT_EQ(readFile(kept), inputFileText(plainCantilever()));
+    EXPECT_EQ(office.temporaryFiles(), before);
 }
 
 TEST(FatalFaults, AProblemWithoutHeadingsIsNotRescued) {

@@ -1,10 +1,13 @@
 // Records of programs that run or died, their sweep, and the offer of what was typed.
+#include "commands/problem_name.h"
 #include "commands/recovery.h"
+#include "commands/told_boxes.h"
 
 #include "problem/input_writer.h"
 #include "problem/problem_text.h"
 #include "runtime/file_text.h"
 #include "scripted_desktop.h"
+#include "support/faulty_machine.h"
 
 #include <gtest/gtest.h>
 
@@ -198,6 +201,84 @@ TEST(TypedData, AreKeptFromTheClosedScreenToTheSave) {
     EXPECT_FALSE(fs::exists(copy));
 }
 
+/// Data that are typed, in a program that keeps a copy of them.
+void type(Program& program, double top) {
+    program.session().problem = plainCantilever();
+    program.session().problem.WallTopElev = top;
+    program.session().DataChanged = 1;
+}
+
+TEST(TypedData, AFullDiskKeepsTheCopyBeforeAndTheLineSaysSo) {
+    Program program;
+    const fs::path copy = program.folder() / "KORVANE-RECOVERY-0.txt";
+    type(program, 1);
+    EXPECT_TRUE(keepTypedData(program.session()));
+    const std::string before = readFile(copy);
+    EXPECT_EQ(statusLine(program.session()), "");
+    type(program, 2);
+    {
+        const SmallDisk full(100);
+        EXPECT_FALSE(keepAtRest(program.session()));
+    }
+    EXPECT_EQ(readFile(copy), before);
+    EXPECT_EQ(namesIn(program.folder()), (Names{"KORVANE-RUN-0", "KORVANE-RECOVERY-0.txt"}));
+    EXPECT_EQ(statusLine(program.session()), "unsaved data have no recovery copy: Disk full");
+    EXPECT_TRUE(keepAtRest(program.session())); // there is room again
+    EXPECT_NE(readFile(copy), before);
+    EXPECT_EQ(statusLine(program.session()), "");
+}
+
+TEST(TypedData, AFullDiskMakesNoCopyThatHoldsHalf) {
+    Program program;
+    type(program, 1);
+    {
+        const SmallDisk full(100);
+        EXPECT_FALSE(keepTypedData(program.session()));
+    }
+    EXPECT_EQ(namesIn(program.folder()), Names{"KORVANE-RUN-0"});
+}
+
+TEST(TypedData, ACopyThatCannotBeRemovedIsToldOnceAndReplacedByTheNext) {
+    const OrdinaryUser user;
+    Program program;
+    const std::string copy = (program.folder() / "KORVANE-RECOVERY-0.txt").string();
+    type(program, 1);
+    keepTypedData(program.session());
+    program.session().DataChanged = 0; // saved
+    {
+        const LockedFolder locked(program.folder());
+        keepAtRest(program.session());
+        tellFilesLeft(program.office.desktop);
+        keepAtRest(program.session());
+        tellFilesLeft(program.office.desktop);
+    }
+    ASSERT_EQ(program.office.desktop.boxes.size(), 1U);
+    EXPECT_EQ(program.office.desktop.boxes[0].text,
+              "Temporary files could not be removed:\nFile: " + copy + "\nPermission denied");
+    type(program, 2);
+    EXPECT_TRUE(keepTypedData(program.session()));
+    EXPECT_NE(readFile(copy).find("WallTopElev 2\n"), std::string::npos);
+    program.session().DataChanged = 0;
+    keepAtRest(program.session());
+    EXPECT_FALSE(fs::exists(copy));
+}
+
+TEST(RunRecord, ThatCannotBeRemovedAtTheEndIsNoted) {
+    const OrdinaryUser user;
+    const TemporaryFolder folder;
+    {
+        RunRecord record(folder.path());
+        record.keep("", "text");
+        fs::permissions(folder.path(), fs::perms(0555));
+    }
+    fs::permissions(folder.path(), fs::perms(0755));
+    std::vector<std::string> names;
+    for (const RuntimeError& fault : takeFilesLeft()) {
+        names.push_back(fs::path(fault.fileName()).filename().string());
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"KORVANE-RECOVERY-0.txt", "KORVANE-RUN-0"}));
+}
+
 /// What a program that starts in the folder of a dead one is offered.
 struct Offer {
     explicit Offer(const Problem& problem) {
@@ -249,6 +330,23 @@ TEST(RecoveryOffer, NoRemovesTheCopy) {
     EXPECT_EQ(offer.program.session().problem.NumHeadingLines, 0);
     EXPECT_FALSE(offer.copyStays());
     EXPECT_FALSE(fs::exists(offer.program.folder() / "KORVANE-RUN-1"));
+}
+
+TEST(RecoveryOffer, ACopyThatCannotBeRemovedIsTold) {
+    const OrdinaryUser user;
+    Offer offer(plainCantilever());
+    auto& desktop = offer.program.office.desktop;
+    desktop.answers = {Answer::No};
+    {
+        const LockedFolder locked(offer.program.folder());
+        offer.offer();
+    }
+    EXPECT_EQ(desktop.titles(), (std::vector<std::string>{"RECOVER INPUT DATA?", "FILE ERROR"}));
+    const std::string folder = offer.program.folder().string();
+    EXPECT_EQ(desktop.boxes.back().text, "Temporary files could not be removed:\nFile: " + folder +
+                                             "/KORVANE-RECOVERY-1.txt\nPermission denied\nFile: " +
+                                             folder + "/KORVANE-RUN-1\nPermission denied");
+    EXPECT_TRUE(offer.copyStays());
 }
 
 TEST(RecoveryOffer, UnfinishedDataComeBackOnTheSelectorOfSections) {

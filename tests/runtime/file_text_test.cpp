@@ -20,6 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using Lines = std::vector<std::string>;
+using test::LockedFolder;
 using test::OrdinaryUser;
 using test::SmallDisk;
 using test::TemporaryFolder;
@@ -424,6 +425,56 @@ TEST(PendingFile, FindsAFolderInItsPlaceWhenItIsPlaced) {
     }
     EXPECT_TRUE(fs::is_directory(path));
     EXPECT_EQ(entriesIn(folder.path()), 1);
+}
+
+TEST(OwnFiles, ThatCannotBeRemovedAreNotedOnce) {
+    const OrdinaryUser user;
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "TEMP0.iii";
+    writeFile(path, "x");
+    {
+        const LockedFolder locked(folder.path());
+        removeOwnFile(path);
+        removeOwnFile(folder.path() / "none");
+        removeOwnFile(folder.path()); // a folder is no file of ours
+    }
+    const auto left = takeFilesLeft();
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(left[0].fileName(), path.string());
+    EXPECT_EQ(left[0].number(), 70);
+    EXPECT_TRUE(takeFilesLeft().empty());
+    removeOwnFile(path);
+    EXPECT_TRUE(takeFilesLeft().empty());
+    EXPECT_EQ(entriesIn(folder.path()), 0);
+}
+
+TEST(PendingFile, ThatCannotBeRemovedIsNoted) {
+    const OrdinaryUser user;
+    const TemporaryFolder folder;
+    {
+        const PendingFile pending(folder.path() / "a.out", "new\n", Flush::None);
+        fs::permissions(folder.path(), fs::perms(0555));
+    }
+    const auto left = takeFilesLeft();
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(left[0].number(), 70);
+    EXPECT_EQ(readFile(left[0].fileName()), "new\n");
+    fs::permissions(folder.path(), fs::perms(0755));
+}
+
+TEST(PendingFile, ThoseAbandonedThatCannotBeRemovedAreNoted) {
+    const OrdinaryUser user;
+    const TemporaryFolder folder;
+    const PendingFile pending(folder.path() / "a.out", "new\n", Flush::None);
+    EXPECT_EXIT( // no file can be made any more in that process
+        {
+            const LockedFolder locked(folder.path());
+            abandonPendingFiles();
+            const auto left = takeFilesLeft();
+            std::_Exit(left.size() == 1 && left[0].number() == 70 ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+    fs::permissions(folder.path(), fs::perms(0755));
 }
 
 TEST(CreateExclusively, MakesAnEmptyFileForTheUserAlone) {

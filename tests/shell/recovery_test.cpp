@@ -2,6 +2,7 @@
 #include "person.h"
 
 #include "runtime/file_text.h"
+#include "support/faulty_machine.h"
 
 #include <QProcess>
 
@@ -101,6 +102,34 @@ TEST(Recovery, WhatWasTypedSurvivesAKill) {
         refused.endWell();
     }
     EXPECT_EQ(namesIn(folder.path()), Names());
+}
+
+TEST(Recovery, ACopyThatCannotBeRemovedIsToldBehindTheSave) {
+    const OrdinaryUser user;
+    Person person;
+    person.expectScreen("KEYIN", [&](QDialog& keyin) {
+        person.session().problem = plainCantilever();
+        person.session().DataChanged = 1;
+        person.session().HeadContDataValid = 1;
+        pushButton(keyin, "cmdFinished");
+    });
+    person.choose("mnuEditItem_0");
+    const std::string copy = (person.temporary.path() / "KORVANE-RECOVERY-0.txt").string();
+    ASSERT_TRUE(fs::exists(copy));
+    {
+        const LockedFolder locked(person.temporary.path());
+        person.expectFile(person.userFile("wall.dat"));
+        person.expectBox("OK"); // the temporary input file
+        person.expectBox("OK");
+        person.choose("mnuSaveItem_0");
+        person.expectNothingLeft();
+        person.choose("mnuUnitsItem_0"); // not told again
+    }
+    ASSERT_EQ(person.boxes.size(), 2U);
+    EXPECT_EQ(person.boxes[1].title, "FILE ERROR");
+    EXPECT_EQ(person.boxes[1].text,
+              "Temporary files could not be removed:\nFile: " + copy + "\nPermission denied");
+    EXPECT_EQ(person.window().windowTitle(), "wall.dat - KORVANE");
 }
 
 TEST(Recovery, ALivingProgramKeepsItsCopyToItself) {

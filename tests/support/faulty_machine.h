@@ -1,9 +1,10 @@
-// Machines that fail: a disk that becomes full, a user whom permissions stop.
+// Machines that fail: a disk that becomes full, a user whom permissions stop, a locked folder.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <filesystem>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -45,6 +46,20 @@ class OrdinaryUser {
 
   private:
     bool administrator_;
+};
+
+/// A folder in which no file can be made or removed, but by the administrator.
+class LockedFolder {
+  public:
+    explicit LockedFolder(const std::filesystem::path& folder) : folder_(folder) {
+        std::filesystem::permissions(folder_, std::filesystem::perms(0555));
+    }
+    ~LockedFolder() { std::filesystem::permissions(folder_, std::filesystem::perms(0755)); }
+    LockedFolder(const LockedFolder&) = delete;
+    LockedFolder& operator=(const LockedFolder&) = delete;
+
+  private:
+    std::filesystem::path folder_;
 };
 
 } // namespace korvane::test
