@@ -25,14 +25,24 @@ endif()
 # sanitizers bring checks of their own.
 include(CheckCXXCompilerFlag)
 set(korvane_hardened "$<AND:$<CONFIG:Release,RelWithDebInfo>,$<STREQUAL:${KORVANE_SANITIZE},>>")
-set(hardening -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS)
+set(hardening -fPIE -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS)
 check_cxx_compiler_flag(-fcf-protection=full korvane_has_cf_protection)
 if(korvane_has_cf_protection)
   list(APPEND hardening -fcf-protection=full)
 endif()
 target_compile_options(korvane_options INTERFACE "$<${korvane_hardened}:${hardening}>")
 target_link_options(korvane_options INTERFACE
-                    "$<${korvane_hardened}:LINKER:-z,relro,-z,now,-z,noexecstack>")
+                    "$<${korvane_hardened}:-pie;LINKER:-z,relro,-z,now,-z,noexecstack>")
+
+# korvane_tell_hardening(<file>): tells a test file of the present folder what programs must have.
+function(korvane_tell_hardening file)
+  set(told $<${korvane_hardened}:KORVANE_HARDENED>
+           KORVANE_COMPILE_COMMANDS="${CMAKE_BINARY_DIR}/compile_commands.json")
+  if(korvane_has_cf_protection AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+    list(APPEND told KORVANE_MARKED_JUMPS)
+  endif()
+  set_property(SOURCE ${file} APPEND PROPERTY COMPILE_DEFINITIONS ${told})
+endfunction()
 
 # korvane_library(<room> [DEPENDS <room>...]): the library of src/<room>. Its headers are reached
 # as "<room>/header.h" through a link of its own, and only by rooms that depend on it, so that an
