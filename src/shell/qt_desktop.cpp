@@ -14,6 +14,7 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
 #include <QUrl>
@@ -117,7 +118,7 @@ QWidget* QtDesktop::activeWindow() const {
 void QtDesktop::showHelp(QWidget* active, Help what) {
     session_->HelpCommand = what;
     if (what == Help::About) {
-        TitleWindow::showAbout(active);
+        TitleWindow::showAbout(active, [this](QWidget* about) { showHelp(about, Help::OfWindow); });
     } else {
         help_.show(active, what);
     }
@@ -150,6 +151,8 @@ std::string QtDesktop::ChooseFile(const FileDialog& request) {
     if (!request.fileName.empty()) {
         dialog.selectFile(shownText(request.fileName));
     }
+    QObject::connect(new QShortcut(Qt::Key_F1, &dialog), &QShortcut::activated,
+                     [&] { showHelp(&dialog, Help::OfWindow); });
     if (dialog.exec() != QDialog::Accepted) {
         return {};
     }

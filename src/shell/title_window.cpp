@@ -227,8 +227,10 @@ bool TitleWindow::runAtStart(int titleMilliseconds) {
     return DisclaimerAnswer == 1;
 }
 
-void TitleWindow::showAbout(QWidget* parent) {
+void TitleWindow::showAbout(QWidget* parent,
+                            const std::function<void(QWidget* active)>& showGuide) {
     TitleWindow about(parent);
+    about.showGuide_ = showGuide;
     about.becomeAbout();
     about.exec();
 }
@@ -259,6 +261,11 @@ void TitleWindow::keyPressEvent(QKeyEvent* event) {
         break;
     case Qt::Key_PageUp:
         bar.setValue(bar.value() - bar.pageStep());
+        break;
+    case Qt::Key_F1:
+        if (showGuide_) {
+            showGuide_(this);
+        }
         break;
     default:
         QDialog::keyPressEvent(event);

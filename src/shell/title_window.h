@@ -3,6 +3,8 @@
 
 #include <QDialog>
 
+#include <functional>
+
 class QEventLoop;
 class QFrame;
 class QLabel;
@@ -27,8 +29,9 @@ class TitleWindow : public QDialog {
     /// Turns the window into the disclaimer.
     void ShowDisclaimer();
 
-    /// Shows the About box modally over `parent`.
-    static void showAbout(QWidget* parent);
+    /// Shows the About box modally over `parent`; F1 asks for the guide over it. (There is none
+    /// before the disclaimer is answered.)
+    static void showAbout(QWidget* parent, const std::function<void(QWidget* active)>& showGuide);
 
     /// 0 no answer yet, 1 accepted, -1 declined.
     int DisclaimerAnswer = 0;
@@ -52,6 +55,7 @@ class TitleWindow : public QDialog {
     void leave();
 
     Use use_ = Use::Title;
+    std::function<void(QWidget* active)> showGuide_;
     QFrame* Panel3D1_ = nullptr;
     QLabel* okpanel_ = nullptr;
     QScrollArea* okscroll_ = nullptr; ///< around okpanel

@@ -33,6 +33,8 @@ constexpr WindowSection sections[] = {
     {"ROWECURV", "Plots"},
     {"COMPARE", "Comparisons"},
     {"messageBox", "Messages and what to do"},
+    {"CMDialog1", "File"},
+    {"splash_form", "Help"},
 };
 
 } // namespace

@@ -370,6 +370,31 @@ std::string guideOver(const QWidget& window) {
     return {};
 }
 
+TEST(Shortcuts, F1OpensTheGuideOverFileDialogsAndTheAboutBox) {
+    Person person;
+    const auto pressF1 = [](QDialog& dialog) {
+        ASSERT_TRUE(takesKeys(dialog));
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_F1);
+    };
+    person.expectFile("", [&](QFileDialog& dialog) {
+        pressF1(dialog);
+        EXPECT_EQ(guideOver(dialog), "File");
+        dialog.activateWindow();
+    });
+    person.choose("mnuFileItem_1");
+    person.expectNothingLeft();
+    EXPECT_EQ(guideOver(person.window()), "File"); // stays open
+    person.expectScreen("splash_form", [&](QDialog& about) {
+        pressF1(about);
+        EXPECT_EQ(guideOver(about), "Help");
+        EXPECT_TRUE(about.isVisible());
+        about.close();
+    });
+    person.choose("mnuHelpItem_3");
+    person.expectNothingLeft();
+    EXPECT_EQ(guideOver(person.window()), "Help");
+}
+
 TEST(Shortcuts, F1OpensTheGuideAtTheSectionOfTheWindowItsScreensAndBoxes) {
     Person person;
     press(person, Qt::Key_F1, Qt::NoModifier);

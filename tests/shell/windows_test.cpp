@@ -131,6 +131,17 @@ TEST(Title, TheDisclaimerStaysOnTheScreenWithItsButtons) {
     EXPECT_TRUE(title.runAtStart(ShortTitle));
 }
 
+TEST(Title, F1AnswersNoDisclaimer) {
+    TitleWindow title;
+    atDisclaimer(title, [&] {
+        QTest::keyClick(&title, Qt::Key_F1);
+        EXPECT_EQ(title.DisclaimerAnswer, 0);
+        EXPECT_TRUE(title.isVisible());
+        pushButton(title, "okbutton_0");
+    });
+    EXPECT_TRUE(title.runAtStart(ShortTitle));
+}
+
 TEST(MainWindow, OpensWithinTheScreen) {
     Person person;
     const QRect screen = person.window().screen()->availableGeometry();
