@@ -149,7 +149,7 @@ TEST(BatchNotes, ChangeNoReportAndNoOtherMemberOfTheJson) {
 
 TEST(BatchNotes, AFailedWallHasItsNotesToo) {
     const BatchOffice office;
-    const std::string input = office.copy("tests/cases/clay-without-depth.dat", "clay.dat");
+    const std::string input = office.copy("cases/clay-without-depth.dat", "clay.dat");
     const BatchRun run = office.run({input});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(anyHas(noteLines(run), "no depth holds the wall. (clay-in-front)"));

@@ -235,7 +235,7 @@ TEST(Validate, FindsNothingInWhatFilesGive) {
         }
     };
     int files = 0;
-    for (const char* folder : {"examples", "tests/cases", "tests/reference"}) {
+    for (const char* folder : {"examples", "cases", "tests/reference"}) {
         for (const auto& entry : std::filesystem::directory_iterator(sourceFolder() / folder)) {
             if (entry.path().extension() == ".dat") {
                 const Outcome outcome = readText(readFile(entry.path()));

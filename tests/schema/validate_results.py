@@ -15,7 +15,7 @@ import jsonschema  # Debian: python3-jsonschema
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 SCHEMA = ROOT / "docs/korvane-result.schema.json"
-FOLDERS = ("examples", "tests/cases", "tests/reference", "tests/data/bad-input")
+FOLDERS = ("examples", "cases", "tests/reference", "tests/data/bad-input")
 RANDOM_WALLS, SEED = 60, 11
 # A lone V where loads may stand ends the reader with a run-time error.
 FATAL = """'HEADING
