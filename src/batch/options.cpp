@@ -34,6 +34,21 @@ CommandLine ended(const CLI::App& app, const CLI::ParseError& end) {
             .text = text.str()};
 }
 
+/// Behind all options: those that say what becomes of inputs go not with it.
+void addVerify(CLI::App& app, Options& options) {
+    auto* verify = app.add_flag("--verify", options.verify,
+                                "run the shipped cases and show the table; with --json as JSON on "
+                                "standard output");
+    for (CLI::Option* other : app.get_options()) {
+        const bool goesWith = other->check_lname("json") || other->check_lname("quiet") ||
+                              other->check_lname("jobs") || other->check_lname("no-notes") ||
+                              other->check_lname("help") || other->check_lname("version");
+        if (other != verify && !goesWith) {
+            verify->excludes(other);
+        }
+    }
+}
+
 } // namespace
 
 CommandLine readCommandLine(const std::vector<std::string>& arguments) {
@@ -43,7 +58,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
 
     CLI::App app{"Solves input files of sheet-pile walls without windows.", "korvane-batch"};
     app.set_version_flag("--version", "korvane-batch " KORVANE_VERSION);
-    app.add_option("INPUT", options.inputs, "input files")->required()->check(namesSomething);
+    app.add_option("INPUT", options.inputs, "input files")->check(namesSomething);
     auto* output = app.add_option("-o,--output", options.output,
                                   "the report of a single input; - is standard output")
                        ->check(namesSomething);
@@ -78,10 +93,14 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         ->check(CLI::IsMember({"us", "si"}));
     app.add_option("--convert", convert, "writes the input in these units to OUTPUT, unsolved")
         ->check(CLI::IsMember({"us", "si"}));
+    addVerify(app, options);
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {
         app.parse(reversed);
+        if (options.inputs.empty() && !options.verify) {
+            throw CLI::RequiredError("INPUT");
+        }
     } catch (const CLI::ParseError& end) {
         return ended(app, end);
     }

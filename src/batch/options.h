@@ -27,7 +27,8 @@ struct Options {
     bool json = false;
     bool plots = false;
     bool quiet = false;
-    bool check = false; ///< notes on the input alone, nothing is solved
+    bool verify = false; ///< the shipped cases are run; there is no input
+    bool check = false;  ///< notes on the input alone, nothing is solved
     bool notes = true;
     bool compare = false;        ///< the wall under other factors and methods, on standard output
     std::string compareWith;     ///< the file of rows of one's own, "" none

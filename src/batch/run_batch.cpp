@@ -3,6 +3,7 @@
 #include "batch/convert_input.h"
 #include "batch/options.h"
 #include "batch/solve_input.h"
+#include "batch/verify_cases.h"
 #include "runtime/dates.h"
 #include "runtime/file_text.h"
 #include "runtime/run_guarded.h"
@@ -217,6 +218,9 @@ int runBatch(const std::vector<std::string>& arguments, std::ostream& out, std::
     Options& options = *commandLine.options;
     if (wrongFixedMoment()) {
         return usageFault(err, "SOURCE_DATE_EPOCH is no number of seconds.");
+    }
+    if (options.verify) {
+        return verifyShippedCases(options.json, out, err);
     }
     const std::size_t total = options.inputs.size();
     Progress progress(err, total, total > 1 && !options.quiet, terminal);

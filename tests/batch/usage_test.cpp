@@ -166,8 +166,9 @@ TEST(BatchUsage, VersionAndHelpGoToStandardOutputAndTheManualTellsEachOption) {
     EXPECT_EQ(help.status, 0);
     std::string manual = readFile(sourceFile("packaging/man/korvane-batch.1"));
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
-    for (const char* option : {"-o", "--output", "--output-dir", "--wedge", "--json", "--plots",
-                               "--jobs", "--max-fs", "--quiet", "--check", "--no-notes", "--version", "--help", "INPUT"}) {
+    for (const char* option :
+         {"-o", "--output", "--output-dir", "--wedge", "--json", "--plots", "--jobs", "--max-fs",
+          "--quiet", "--check", "--no-notes", "--verify", "--version", "--help", "INPUT"}) {
         EXPECT_NE(help.out.find(option), std::string::npos) << option;
         EXPECT_NE(manual.find(option), std::string::npos) << option;
     }
