@@ -64,7 +64,7 @@ void goOnWithEnteredData(Session& session, Desktop& desktop, const Problem& prob
 
 /// A text window's content.
 struct TextView {
-    std::string title; ///< the file's path, of notes their name
+    std::string title; ///< the file's path, of notes their name, of the verification its outcome
     std::string text;
 };
 
@@ -78,6 +78,9 @@ TextView outputFileView(const Session& session, Desktop& desktop);
 
 /// The notes on the problem and its solution, if there is one, in the units chosen.
 TextView notesView(Session& session, Desktop& desktop);
+
+/// The cases that come with the program, run now: what is wrong with cases and the table.
+TextView verificationView();
 
 // ---- solution ---------------------------------------------------------------------------------
 

@@ -33,6 +33,7 @@ enum class Screen {
     VUSOLPLT, ///< plots of the initial pressures
     NOTES,    ///< text of the notes
     COMPARE,  ///< the wall under other factors, methods and water
+    VERIFY,   ///< text of the verification
 };
 
 /// An open or save dialog. `filter` holds captions and patterns in turn, parted by "|":

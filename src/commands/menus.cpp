@@ -44,6 +44,7 @@ constexpr MenuRow rows[] = {
     {"mnuToolsItem_0", "mnuUnitsItem_1", &Menus::unitsSI, nullptr, {}, {}, "", UnitSystem::SI},
     {"mnuTools", "mnuToolsItem_1", &Menus::notes, nullptr, Screen::NOTES},
     {"mnuTools", "mnuToolsItem_2", &Menus::compare, nullptr, Screen::COMPARE},
+    {"mnuTools", "mnuToolsItem_4", &Menus::verify, nullptr, Screen::VERIFY},
 
     {nullptr, "mnuHelp", &Menus::help},
     {"mnuHelp", "mnuHelpItem_0", &Menus::helpContents, nullptr, {}, Help::Contents},

@@ -52,6 +52,7 @@ struct Menus {
     MenuItem unitsSI{"&SI (metres, kilonewtons)"};
     MenuItem notes{"&Notes...", false};
     MenuItem compare{"&Compare...", false};
+    MenuItem verify{"&Verify..."};
 
     MenuItem help{"&Help"};
     MenuItem helpContents{"&Contents"};

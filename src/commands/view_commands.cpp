@@ -2,6 +2,7 @@
 #include "commands/command_scope.h"
 #include "commands/commands.h"
 #include "runtime/file_text.h"
+#include "verification/verification.h"
 
 #include <cstddef>
 
@@ -36,6 +37,17 @@ TextView outputFileView(const Session& session, Desktop& desktop) {
         view.text.resize(longestText);
     }
     return view;
+}
+
+TextView verificationView() {
+    const auto cases = shippedCases();
+    if (cases.empty()) {
+        return {"Verification", noCasesText() + "\n"};
+    }
+    const Verification verification = verifyCases(cases);
+    const std::string messages = verificationMessages(verification);
+    return {"Verification: " + verificationOutcome(verification),
+            messages + (messages.empty() ? "" : "\n") + verificationTable(verification)};
 }
 
 } // namespace korvane

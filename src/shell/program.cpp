@@ -34,6 +34,7 @@ ScreenTable shellScreens(const PrintServices& services) {
         {Screen::VUINPTFL, makes<TextWindow>(TextKind::Input)},
         {Screen::VUINECHO, makes<TextWindow>(TextKind::Output)},
         {Screen::NOTES, makes<TextWindow>(TextKind::Notes, &services)},
+        {Screen::VERIFY, makes<TextWindow>(TextKind::Verification, &services)},
         {Screen::VUINPLOT, plot(PlotScreenName::VUINPLOT)},
         {Screen::CANPLOT, plot(PlotScreenName::CANPLOT)},
         {Screen::FREEPLOT, plot(PlotScreenName::FREEPLOT)},

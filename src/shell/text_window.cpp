@@ -39,9 +39,11 @@ TextNames namesOf(TextKind kind) {
     case TextKind::Output:
         return {"VUINECHO", "txtINECHO"};
     case TextKind::Notes:
+        return {"NOTES", "txtNotes"};
+    case TextKind::Verification:
         break;
     }
-    return {"NOTES", "txtNotes"};
+    return {"VERIFY", "txtVerify"};
 }
 
 TextView viewOf(TextKind kind, Session& session, Desktop& desktop) {
@@ -51,9 +53,11 @@ TextView viewOf(TextKind kind, Session& session, Desktop& desktop) {
     case TextKind::Output:
         return outputFileView(session, desktop);
     case TextKind::Notes:
+        return notesView(session, desktop);
+    case TextKind::Verification:
         break;
     }
-    return notesView(session, desktop);
+    return verificationView();
 }
 
 /// Keys that would change the text; arrows, paging, selecting and copying are free.
@@ -86,7 +90,8 @@ bool wouldChangeText(const QKeyEvent& key) {
 } // namespace
 
 TextWindow::TextWindow(ScreenContext& context, TextKind kind, const PrintServices* services)
-    : ScreenWindow(context, namesOf(kind).window, {}), text_(new QPlainTextEdit(canvas())) {
+    : ScreenWindow(context, namesOf(kind).window, {}), kind_(kind),
+      text_(new QPlainTextEdit(canvas())) {
     const TextView view = viewOf(kind, session(), context.desktop);
     setWindowTitle(shownText(view.title));
     addTextMenus(services);
@@ -133,8 +138,10 @@ void TextWindow::copy() {
 }
 
 void TextWindow::print(const PrintServices& services) {
-    const PrintedDocument document{windowTitle() + ": " + shownText(documentTitle(session())),
-                                   shownText(problemStem(session())) + "-notes"};
+    const PrintedDocument notes{windowTitle() + ": " + shownText(documentTitle(session())),
+                                shownText(problemStem(session())) + "-notes"};
+    const PrintedDocument verification{"KORVANE: " + windowTitle(), "korvane-verification"};
+    const PrintedDocument& document = kind_ == TextKind::Notes ? notes : verification;
     runCommand(session(), context().desktop, [&] {
         printPages(this, services, document, textPages(splitLines(bytesOf(text_->toPlainText()))));
     });

@@ -1,4 +1,4 @@
-// The text windows: input file, output file and notes.
+// The text windows: input file, output file, notes and verification.
 #pragma once
 
 #include "widgets/screen_window.h"
@@ -12,15 +12,15 @@ struct TextView;
 struct PrintServices;
 
 /// What a text window shows.
-enum class TextKind { Input, Output, Notes };
+enum class TextKind { Input, Output, Notes, Verification };
 
-/// A text in which Ctrl+F searches. What is typed is ignored, and a message says so. Notes, which
-/// no entry of the File menu prints, can be copied and printed here.
+/// A text in which Ctrl+F searches. What is typed is ignored, and a message says so. What no entry
+/// of the File menu prints can be copied and printed here.
 class TextWindow : public ScreenWindow {
     Q_OBJECT
 
   public:
-    /// `services` prints notes.
+    /// `services` prints what can be printed here.
     TextWindow(ScreenContext& context, TextKind kind, const PrintServices* services = nullptr);
 
   protected:
@@ -33,6 +33,7 @@ class TextWindow : public ScreenWindow {
     void print(const PrintServices& services);
     void tellIgnored();
 
+    TextKind kind_;
     QPlainTextEdit* text_;
     bool telling_ = false;
 };

@@ -21,7 +21,7 @@ std::string significant(double value, int digits) {
 }
 
 /// Columns of a row behind its indentation; texts stand at the left, numbers at the right end.
-constexpr std::size_t quantityWidth = 31;
+constexpr std::size_t quantityWidth = 30;
 constexpr std::size_t numberWidth = 11;
 
 std::string left(std::string text, std::size_t width) {
@@ -84,16 +84,17 @@ std::string verificationTable(const Verification& verification) {
     for (const VerifiedCase& verified : verification.cases) {
         addCase(table, verified);
     }
-    table += "\n";
-    const int count = verification.figureCount();
-    table +=
-        std::to_string(verification.passCount()) + " of " + std::to_string(count) + " figures hold";
-    if (!verification.faults.empty()) {
-        table +=
-            "; " + std::to_string(verification.faults.size()) +
-            (verification.faults.size() == 1 ? " case file is damaged" : " case files are damaged");
-    }
-    return table + ".\n";
+    return table + "\n" + verificationOutcome(verification) + ".\n";
+}
+
+std::string verificationOutcome(const Verification& verification) {
+    const std::string damaged =
+        verification.faults.size() == 1
+            ? "; 1 case file is damaged"
+            : "; " + std::to_string(verification.faults.size()) + " case files are damaged";
+    return std::to_string(verification.passCount()) + " of " +
+           std::to_string(verification.figureCount()) + " figures hold" +
+           (verification.faults.empty() ? "" : damaged);
 }
 
 std::string verificationMessages(const Verification& verification) {

@@ -58,10 +58,13 @@ std::vector<std::filesystem::path> shippedCases();
 /// Solves the walls of the cases and compares. A fault of one case stops no other.
 Verification verifyCases(const std::vector<std::filesystem::path>& cases);
 
-/// The table, 84 columns wide where names and sources allow: for each case its name, its source and
+/// The table, 83 columns wide where names and sources allow: for each case its name, its source and
 /// its rows with quantity, published figure, ours, difference, tolerance and result; at the end the
 /// number of figures that hold. Lines end with a line feed.
 std::string verificationTable(const Verification& verification);
+
+/// "122 of 122 figures hold", with the number of damaged case files, if there are any.
+std::string verificationOutcome(const Verification& verification);
 
 /// What is wrong beyond figures that fail, a line each: faults of case files as "FILE:LINE: text",
 /// walls without a solution as "CASE: no solution: text".

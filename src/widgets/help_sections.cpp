@@ -25,6 +25,7 @@ constexpr WindowSection sections[] = {
     {"VUINPTFL", "The input file"},
     {"VUINECHO", "The output report"},
     {"NOTES", "Notes"},
+    {"VERIFY", "Verification"},
     {"CANPLOT", "Plots"},
     {"FREEPLOT", "Plots"},
     {"FIXDPLOT", "Plots"},

@@ -93,7 +93,7 @@ TEST(BatchComparison, StandsInTheJsonWithItsDifferences) {
 
 TEST(BatchComparison, AFailedWallTellsItsReasonARefusedInputNothing) {
     const BatchOffice office;
-    const std::string clay = office.copy("tests/cases/clay-without-depth.dat", "clay.dat");
+    const std::string clay = office.copy("cases/clay-without-depth.dat", "clay.dat");
     const BatchRun run = office.run({"--json", "--compare", clay});
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.out, HasSubstr("\nas given"));

@@ -98,6 +98,7 @@ TEST(BatchVerify, OptionsThatSayWhatBecomesOfInputsAreWrongUsage) {
         {"--wedge", "fixed"},
         {"--max-fs", "3"},
         {"-o", "-"},
+        {"--compare"},
     };
     for (std::vector<std::string> arguments : others) {
         arguments.emplace_back("--verify");
@@ -132,11 +133,11 @@ TEST(BatchVerify, AWrongFigureIsStatusOne) {
     const BatchRun run = program.run("--verify");
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err, "");
-    EXPECT_NE(run.out.find("right: a book, page 7\n  coulomb-active 30 0                  .3333   "
+    EXPECT_NE(run.out.find("right: a book, page 7\n  coulomb-active 30 0                 .3333   "
                            "0.333333    3.3e-05     0.0001 pass\n"),
               std::string::npos)
         << run.out;
-    EXPECT_NE(run.out.find("wrong: a book, page 8\n  coulomb-active 30 0                  .3433   "
+    EXPECT_NE(run.out.find("wrong: a book, page 8\n  coulomb-active 30 0                 .3433   "
                            "0.333333      -0.01     0.0001 FAIL\n"),
               std::string::npos)
         << run.out;

@@ -241,6 +241,7 @@ TEST_F(RemarksTest, TheGuideOpensAtTheSectionOfTheScreen) {
         {"VUINPTFL", "The input file"},
         {"VUINECHO", "The output report"},
         {"NOTES", "Notes"},
+        {"VERIFY", "Verification"},
         {"VUSOLPLT", "Plots"},
         {"CKORVANE", "The menus"},
     };

@@ -5,7 +5,8 @@ import re
 import sys
 
 root = pathlib.Path(sys.argv[1])
-pages = [*root.glob("*.md"), *root.glob("docs/**/*.md"), *root.glob("tests/**/*.md"), *root.glob("examples/**/*.md")]
+pages = [*root.glob("*.md"), *root.glob("docs/**/*.md"), *root.glob("tests/**/*.md"), *root.glob("examples/**/*.md"),
+         *root.glob("cases/*.md")]
 faults = []
 
 
