@@ -1,0 +1,8 @@
+// The balance of each solution.
+#include "sheet/sections.h"
+
+namespace korvane {
+
+void writeEquilibrium(SheetWriter& /*writer*/, const SheetRequest& /*request*/) {}
+
+} // namespace korvane

@@ -1,0 +1,335 @@
+#include "sheet/expression.h"
+
+#include "problem/problem.h"
+#include "runtime/number_format.h"
+
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace korvane {
+
+namespace {
+
+constexpr int Digits = 5;
+
+/// How tightly an expression holds together; a looser one stands in parentheses.
+enum Binding { SumBinding = 1, ProductBinding, PowerBinding, AtomBinding };
+
+enum class Form {
+    Number,
+    Term,
+    Pi,
+    Add,
+    Subtract,
+    Negate,
+    Multiply,
+    Divide,
+    Power,
+    Root,
+    Function
+};
+
+/// Visible width beyond which a sum is broken between its terms.
+constexpr std::size_t LongestPiece = 56;
+
+} // namespace
+
+struct Expr::Node {
+    Form form = Form::Number;
+    double value = 0;
+    Quantity quantity = Quantity::Number; ///< of a term
+    Symbol symbol = {};                   ///< of a term; the letter names a function
+    int exponent = 1;
+    std::vector<Expr> parts = {};
+};
+
+namespace {
+
+std::string row(const std::string& markup) {
+    return "<mrow>" + markup + "</mrow>";
+}
+
+std::string parenthesized(const std::string& markup) {
+    return "<mrow><mo>(</mo>" + markup + "<mo>)</mo></mrow>";
+}
+
+/// Prints an expression in letters, or with numbers in their place.
+class Printer {
+  public:
+    explicit Printer(const UnitSystem* units) : units_(units) {}
+
+    std::string print(const Expr::Node& node) const {
+        switch (node.form) {
+        case Form::Number:
+            return mathNumber(node.value);
+        case Form::Pi:
+            return "<mi>π</mi>";
+        case Form::Term:
+            return units_ == nullptr ? mathSymbol(node.symbol) : number(node);
+        case Form::Add:
+            return part(node, 0, SumBinding, true) + "<mo>+</mo>" +
+                   part(node, 1, SumBinding, false);
+        case Form::Subtract:
+            return part(node, 0, SumBinding, true) + "<mo>−</mo>" +
+                   part(node, 1, ProductBinding, false);
+        case Form::Negate:
+            return "<mo>−</mo>" + part(node, 0, ProductBinding, false);
+        case Form::Multiply:
+            return part(node, 0, ProductBinding, true) + sign(node) +
+                   part(node, 1, ProductBinding, false);
+        case Form::Divide:
+            return "<mfrac>" + row(print(node.parts[0].node())) + row(print(node.parts[1].node())) +
+                   "</mfrac>";
+        case Form::Power:
+            return "<msup>" + row(part(node, 0, AtomBinding, false)) + "<mn>" +
+                   std::to_string(node.exponent) + "</mn></msup>";
+        case Form::Root:
+            return "<msqrt>" + print(node.parts[0].node()) + "</msqrt>";
+        case Form::Function:
+            return "<mi>" + node.symbol.letter + "</mi><mo>\u2061</mo>" +
+                   part(node, 0, AtomBinding, true);
+        }
+        return {};
+    }
+
+  private:
+    bool isFactorless(const Expr::Node& node) const {
+        return node.form == Form::Number || (units_ != nullptr && node.form == Form::Term);
+    }
+
+    /// Letters stand side by side; numbers need a sign between them.
+    std::string sign(const Expr::Node& node) const {
+        const Expr::Node* left = &node.parts[0].node();
+        while (left->form == Form::Multiply) {
+            left = &left->parts[1].node();
+        }
+        const bool letters = !isFactorless(node.parts[1].node()) && units_ == nullptr;
+        return letters && left->form != Form::Function ? "<mo>\u2062</mo>" : "<mo>⋅</mo>";
+    }
+
+    int bindingOf(const Expr::Node& node) const {
+        switch (node.form) {
+        case Form::Add:
+        case Form::Subtract:
+        case Form::Negate:
+            return SumBinding;
+        case Form::Multiply:
+            return ProductBinding;
+        case Form::Function:
+            return ProductBinding;
+        case Form::Power:
+        case Form::Divide:
+            return PowerBinding;
+        default:
+            return AtomBinding;
+        }
+    }
+
+    /// A negative number behind a sign stands in parentheses too.
+    bool isNegative(const Expr::Node& node) const {
+        return (node.form == Form::Number || (units_ != nullptr && node.form == Form::Term)) &&
+               node.value < 0;
+    }
+
+    std::string part(const Expr::Node& node, std::size_t n, int binding, bool first) const {
+        const Expr::Node& inner = node.parts[n].node();
+        const std::string markup = print(inner);
+        const bool loose = bindingOf(inner) < binding;
+        return loose || (isNegative(inner) && (!first || binding == AtomBinding))
+                   ? parenthesized(markup)
+                   : markup;
+    }
+
+    std::string number(const Expr::Node& node) const {
+        std::string text = mathNumber(inUnits(node.quantity, node.value, *units_));
+        if (node.quantity == Quantity::Angle && text.ends_with("</mn>")) {
+            text.insert(text.size() - std::string_view("</mn>").size(), "°");
+        }
+        return text;
+    }
+
+    const UnitSystem* units_;
+};
+
+std::shared_ptr<Expr::Node> made(Form form, double value, std::vector<Expr> parts) {
+    auto node = std::make_shared<Expr::Node>();
+    node->form = form;
+    node->value = value;
+    node->parts = std::move(parts);
+    return node;
+}
+
+Expr function(const char* name, double value, const Expr& argument) {
+    auto node = made(Form::Function, value, {argument});
+    node->symbol.letter = name;
+    return Expr(std::move(node));
+}
+
+/// Characters that a reader sees of markup.
+std::size_t visibleLength(std::string_view markup) {
+    std::size_t length = 0;
+    bool inTag = false;
+    for (const char c : markup) {
+        inTag = inTag || c == '<';
+        length += inTag ? 0 : 1;
+        inTag = inTag && c != '>';
+    }
+    return length;
+}
+
+/// The terms of a sum with the signs before them.
+void listTerms(const Expr& sum, const Printer& printer, std::vector<std::string>& terms) {
+    const Expr::Node& node = sum.node();
+    if (node.form != Form::Add && node.form != Form::Subtract) {
+        terms.push_back(printer.print(node));
+        return;
+    }
+    listTerms(node.parts[0], printer, terms);
+    const Expr::Node& last = node.parts[1].node();
+    const bool loose = last.form == Form::Add || last.form == Form::Subtract ||
+                       last.form == Form::Negate ||
+                       ((last.form == Form::Number || last.form == Form::Term) && last.value < 0);
+    const std::string markup = printer.print(last);
+    terms.push_back((node.form == Form::Add ? "<mo>+</mo>" : "<mo>−</mo>") +
+                    (loose ? parenthesized(markup) : markup));
+}
+
+} // namespace
+
+Expr::Expr(double number) : node_(made(Form::Number, number, {})) {}
+
+double Expr::value() const {
+    return node_->value;
+}
+
+std::string Expr::symbols() const {
+    return Printer(nullptr).print(*node_);
+}
+
+std::string Expr::numbers(UnitSystem units) const {
+    return Printer(&units).print(*node_);
+}
+
+std::vector<std::string> Expr::numberPieces(UnitSystem units) const {
+    std::vector<std::string> terms;
+    listTerms(*this, Printer(&units), terms);
+    std::vector<std::string> pieces;
+    std::size_t length = LongestPiece;
+    for (const std::string& next : terms) {
+        const std::size_t more = visibleLength(next);
+        if (length + more > LongestPiece) {
+            pieces.emplace_back();
+            length = 0;
+        }
+        pieces.back() += next;
+        length += more;
+    }
+    return pieces;
+}
+
+Expr term(Symbol symbol, double value, Quantity quantity) {
+    auto node = made(Form::Term, value, {});
+    node->symbol = std::move(symbol);
+    node->quantity = quantity;
+    return Expr(std::move(node));
+}
+
+Expr term(std::string letter, std::string subscript, double value, Quantity quantity) {
+    return term(Symbol{std::move(letter), std::move(subscript)}, value, quantity);
+}
+
+Expr operator+(const Expr& a, const Expr& b) {
+    return Expr(made(Form::Add, a.value() + b.value(), {a, b}));
+}
+
+Expr operator-(const Expr& a, const Expr& b) {
+    return Expr(made(Form::Subtract, a.value() - b.value(), {a, b}));
+}
+
+Expr operator-(const Expr& a) {
+    return Expr(made(Form::Negate, -a.value(), {a}));
+}
+
+Expr operator*(const Expr& a, const Expr& b) {
+    return Expr(made(Form::Multiply, a.value() * b.value(), {a, b}));
+}
+
+Expr operator/(const Expr& a, const Expr& b) {
+    return Expr(made(Form::Divide, a.value() / b.value(), {a, b}));
+}
+
+Expr power(const Expr& base, int exponent) {
+    auto node = made(Form::Power, std::pow(base.value(), exponent), {base});
+    node->exponent = exponent;
+    return Expr(std::move(node));
+}
+
+Expr root(const Expr& a) {
+    return Expr(made(Form::Root, std::sqrt(a.value()), {a}));
+}
+
+Expr sine(const Expr& degrees) {
+    return function("sin", std::sin(degrees.value() * DegreesToRadians), degrees);
+}
+
+Expr cosine(const Expr& degrees) {
+    return function("cos", std::cos(degrees.value() * DegreesToRadians), degrees);
+}
+
+Expr tangent(const Expr& degrees) {
+    return function("tan", std::tan(degrees.value() * DegreesToRadians), degrees);
+}
+
+Expr arctangent(const Expr& a) {
+    return function("arctan", std::atan(a.value()) / DegreesToRadians, a);
+}
+
+Expr sineRad(const Expr& radians) {
+    return function("sin", std::sin(radians.value()), radians);
+}
+
+Expr cosineRad(const Expr& radians) {
+    return function("cos", std::cos(radians.value()), radians);
+}
+
+Expr arctangentRad(const Expr& a) {
+    return function("arctan", std::atan(a.value()), a);
+}
+
+Expr logarithm(const Expr& a) {
+    return function("ln", std::log(a.value()), a);
+}
+
+Expr pi() {
+    return Expr(made(Form::Pi, std::numbers::pi, {}));
+}
+
+std::string mathNumber(double value) {
+    constexpr double largestPlain = 99999.5;
+    constexpr double largestWhole = 1e9;
+    if (!std::isfinite(value)) {
+        return "<mo>–</mo>";
+    }
+    const double size = std::abs(value);
+    const bool whole = size >= largestPlain && size < largestWhole;
+    std::string text;
+    appendShortest(text, whole ? std::round(size) : roundedTo(size, Digits));
+    const std::string sign = value < 0 && text != "0" ? "−" : "";
+    const std::size_t e = text.find('e');
+    if (e == std::string::npos) {
+        return "<mn>" + sign + text + "</mn>";
+    }
+    const int exponent = std::stoi(text.substr(e + 1));
+    return "<mrow><mn>" + sign + text.substr(0, e) + "</mn><mo>⋅</mo><msup><mn>10</mn><mn>" +
+           (exponent < 0 ? "−" : "") + std::to_string(std::abs(exponent)) + "</mn></msup></mrow>";
+}
+
+std::string mathSymbol(const Symbol& symbol) {
+    const std::string letter = "<mi>" + symbol.letter + "</mi>";
+    return symbol.subscript.empty()
+               ? letter
+               : "<msub>" + letter + "<mtext>" + symbol.subscript + "</mtext></msub>";
+}
+
+} // namespace korvane

@@ -1,0 +1,239 @@
+#include "sheet/sheet_writer.h"
+
+#include "runtime/number_format.h"
+#include "runtime/utf8_text.h"
+
+#include <cmath>
+#include <utility>
+
+namespace korvane {
+
+namespace {
+
+std::string math(const std::string& markup) {
+    return "<math>" + markup + "</math>";
+}
+
+/// The usual digits with the sign of the typesetter.
+std::string element(std::string_view name, std::string_view content) {
+    std::string text = "<";
+    text.append(name).append(">").append(content).append("</").append(name).append(">\n");
+    return text;
+}
+
+std::string headOf(const Column& column, UnitSystem units) {
+    std::string head = column.markup.empty() ? escaped(column.title) : column.markup;
+    const std::string unit = unitMarkup(column.quantity, units);
+    if (!unit.empty()) {
+        head += "<br/><small>" + unit + "</small>";
+    }
+    return head;
+}
+
+} // namespace
+
+std::string escaped(std::string_view bytes) {
+    std::string text;
+    for (const char c : utf8Text(bytes)) {
+        switch (c) {
+        case '<':
+            text += "&lt;";
+            break;
+        case '>':
+            text += "&gt;";
+            break;
+        case '&':
+            text += "&amp;";
+            break;
+        case '"':
+            text += "&quot;";
+            break;
+        default:
+            // XML has no place for other control characters.
+            text += static_cast<unsigned char>(c) < ' ' && c != '\n' && c != '\t' ? ' ' : c;
+        }
+    }
+    return text;
+}
+
+std::string unitMarkup(Quantity quantity, UnitSystem system) {
+    if (quantity == Quantity::Angle) {
+        return "°";
+    }
+    std::string markup;
+    for (const char c : std::string_view(unitOf(quantity, system).name)) {
+        markup += c == '2'   ? "²"
+                  : c == '3' ? "³"
+                  : c == '4' ? "⁴"
+                  : c == '-' ? "·"
+                             : std::string(1, c);
+    }
+    return markup;
+}
+
+void SheetWriter::section(int number, std::string_view title) {
+    if (inSection_) {
+        html_ += "</section>\n";
+    }
+    inSection_ = true;
+    const std::string n = std::to_string(number);
+    html_ += "<section id=\"s" + n + "\">\n";
+    html_ += element("h2", n + " " + escaped(title));
+}
+
+void SheetWriter::heading(std::string_view title) {
+    html_ += element("h3", escaped(title));
+}
+
+void SheetWriter::subheading(std::string_view title) {
+    html_ += element("h4", escaped(title));
+}
+
+void SheetWriter::paragraph(std::string_view text) {
+    html_ += element("p", escaped(text));
+}
+
+void SheetWriter::markupParagraph(std::string_view html) {
+    html_ += element("p", html);
+}
+
+void SheetWriter::table(const Table& table) {
+    html_ += "<div class=\"t\"><table";
+    html_ += table.wide ? " class=\"wide\"" : "";
+    html_ += table.id.empty() ? ">\n" : " id=\"" + table.id + "\">\n";
+    if (!table.caption.empty()) {
+        html_ += element("caption", escaped(table.caption));
+    }
+    html_ += "<thead><tr>";
+    for (const Column& column : table.columns) {
+        html_ += "<th>" + headOf(column, units_) + "</th>";
+    }
+    html_ += "</tr></thead>\n<tbody>\n";
+    for (const std::vector<Cell>& row : table.rows) {
+        html_ += "<tr>";
+        for (const Cell& cell : row) {
+            html_ += (cell.isNumber ? "<td>" : "<td class=\"w\">") + cell.markup + "</td>";
+        }
+        html_ += "</tr>\n";
+    }
+    html_ += "</tbody></table></div>\n";
+}
+
+void SheetWriter::equation(const Symbol& symbol, const std::vector<std::string>& parts,
+                           double result, Quantity quantity, bool hasResult,
+                           std::string_view label) {
+    html_ += "<p class=\"f\">";
+    if (!label.empty()) {
+        html_ += "<span>" + escaped(label) + "</span> ";
+    }
+    html_ += math(mathSymbol(symbol));
+    for (const std::string& part : parts) {
+        html_ += "\n" + math(part);
+    }
+    if (hasResult) {
+        const std::string number = mathNumber(inUnits(quantity, result, units_));
+        const std::string unit = unitMarkup(quantity, units_);
+        const bool angle = quantity == Quantity::Angle;
+        html_ += "\n" + math("<mo>=</mo><mrow class=\"r\">" + number +
+                             (unit.empty() ? ""
+                              : angle      ? "<mtext>°</mtext>"
+                                           : "<mtext>\u00a0" + unit + "</mtext>") +
+                             "</mrow>");
+    }
+    html_ += "</p>\n";
+}
+
+namespace {
+
+void addPieces(std::vector<std::string>& parts, std::vector<std::string> pieces) {
+    pieces.front().insert(0, "<mo>=</mo>");
+    for (std::string& piece : pieces) {
+        parts.push_back(std::move(piece));
+    }
+}
+
+} // namespace
+
+double SheetWriter::formula(const Symbol& symbol, const Expr& expression, Quantity quantity,
+                            std::string_view label) {
+    std::vector<std::string> parts{"<mo>=</mo>" + expression.symbols()};
+    addPieces(parts, expression.numberPieces(units_));
+    equation(symbol, parts, expression.value(), quantity, true, label);
+    return expression.value();
+}
+
+void SheetWriter::definition(const Symbol& symbol, const Expr& expression, std::string_view label) {
+    equation(symbol, {"<mo>=</mo>" + expression.symbols()}, 0, Quantity::Number, false, label);
+}
+
+double SheetWriter::numbers(const Symbol& symbol, const Expr& expression, Quantity quantity,
+                            std::string_view label) {
+    std::vector<std::string> parts;
+    addPieces(parts, expression.numberPieces(units_));
+    equation(symbol, parts, expression.value(), quantity, true, label);
+    return expression.value();
+}
+
+Cell SheetWriter::text(std::string_view text) const {
+    return {escaped(text), false};
+}
+
+Cell SheetWriter::value(Quantity quantity, double value) const {
+    return {quantityText(quantity, value, units_), true};
+}
+
+Cell SheetWriter::precise(Quantity quantity, double value) const {
+    constexpr int digits = 5;
+    const double told = inUnits(quantity, value, units_);
+    if (!std::isfinite(told)) {
+        return {"–", true};
+    }
+    std::string text;
+    appendShortest(text, roundedTo(told, digits));
+    return {text, true};
+}
+
+std::string SheetWriter::withUnit(Quantity quantity, double value) const {
+    return quantityWithUnit(quantity, value, units_);
+}
+
+void SheetWriter::check(std::string what, Quantity quantity, double sheet, double engine,
+                        double relative, double scale) {
+    const double tolerance = relative * std::max(std::abs(engine), scale);
+    checks_.push_back({.what = std::move(what),
+                       .quantity = quantity,
+                       .sheet = sheet,
+                       .engine = engine,
+                       .tolerance = tolerance,
+                       .pass = std::abs(sheet - engine) <= tolerance});
+}
+
+std::string SheetWriter::finish() {
+    if (inSection_) {
+        html_ += "</section>\n";
+        inSection_ = false;
+    }
+    return std::move(html_);
+}
+
+void WorstCheck::add(double sheet, double engine, std::string place) {
+    const double difference = std::abs(sheet - engine);
+    largest_ = std::max({largest_, std::abs(sheet), std::abs(engine)});
+    // What is no number is worse than any difference.
+    if (count_++ == 0 || !(difference <= std::abs(sheet_ - engine_))) {
+        sheet_ = sheet;
+        engine_ = engine;
+        place_ = std::move(place);
+    }
+}
+
+void WorstCheck::tell(SheetWriter& writer, double relative, double scale) const {
+    if (count_ == 0) {
+        return;
+    }
+    const std::string values = count_ == 1 ? "" : std::to_string(count_) + " values, worst ";
+    writer.check(what_ + ": " + values + place_, quantity_, sheet_, engine_, relative,
+                 std::max(largest_, scale));
+}
+
+} // namespace korvane

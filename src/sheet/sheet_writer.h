@@ -1,0 +1,116 @@
+// The writer of a calculation sheet: headings, paragraphs, tables, formulas, and the list of
+// checks.
+#pragma once
+
+#include "sheet/expression.h"
+#include "sheet/sheet.h"
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace korvane {
+
+/// Text for between tags: UTF-8 with what would be a tag or a reference escaped.
+std::string escaped(std::string_view bytes);
+
+/// A cell of a table: text, or a value with the usual digits of its quantity (the unit stands in
+/// the column's head).
+struct Cell {
+    std::string markup; ///< escaped
+    bool isNumber = false;
+};
+
+/// A column's head. A quantity with a unit shows it below the title.
+struct Column {
+    std::string title;
+    Quantity quantity = Quantity::Number;
+    std::string markup = {}; ///< instead of the title, for symbols
+};
+
+struct Table {
+    std::string caption = {};
+    std::vector<Column> columns;
+    std::vector<std::vector<Cell>> rows = {};
+    std::string id = {};
+    bool wide = false; ///< many rows of small print
+};
+
+/// Units of a unit's name as people write them: "kN/m³" for "kN/m3".
+std::string unitMarkup(Quantity quantity, UnitSystem system);
+
+class SheetWriter {
+  public:
+    explicit SheetWriter(UnitSystem units) : units_(units) {}
+
+    UnitSystem units() const { return units_; }
+
+    /// "1 Wall and input": opens the section of that number, with an anchor "s1"; the one before
+    /// ends.
+    void section(int number, std::string_view title);
+    void heading(std::string_view title);    ///< within a section
+    void subheading(std::string_view title); ///< within a heading
+    void paragraph(std::string_view text);   ///< escaped
+    void markup(std::string_view html) { html_ += html; }
+    /// A paragraph whose text is markup already.
+    void markupParagraph(std::string_view html);
+    void table(const Table& table);
+
+    /// `symbol = symbols = numbers = result unit` on a line of its own; gives the result.
+    double formula(const Symbol& symbol, const Expr& expression,
+                   Quantity quantity = Quantity::Number, std::string_view label = {});
+    /// `symbol = symbols` alone.
+    void definition(const Symbol& symbol, const Expr& expression, std::string_view label = {});
+    /// `symbol = numbers = result unit`: where the definition has been told.
+    double numbers(const Symbol& symbol, const Expr& expression,
+                   Quantity quantity = Quantity::Number, std::string_view label = {});
+
+    Cell text(std::string_view text) const;
+    Cell value(Quantity quantity, double value) const;
+    /// A value of a formula: 5 significant digits, in the units of the sheet.
+    Cell precise(Quantity quantity, double value) const;
+    /// "12.50 FT".
+    std::string withUnit(Quantity quantity, double value) const;
+
+    /// Adds to the list of checks; passes where the difference is at most `relative` of the
+    /// engine's value (never less than of `scale`, for values near zero).
+    void check(std::string what, Quantity quantity, double sheet, double engine,
+               double relative = 1e-6, double scale = 0);
+    const std::vector<Check>& checks() const { return checks_; }
+
+    /// Ends the last section and gives all.
+    std::string finish();
+
+  private:
+    void equation(const Symbol& symbol, const std::vector<std::string>& parts, double result,
+                  Quantity quantity, bool hasResult, std::string_view label);
+
+    UnitSystem units_;
+    std::string html_;
+    std::vector<Check> checks_;
+    bool inSection_ = false;
+};
+
+/// Many values of one kind as one check: the one that differs most from the engine's.
+class WorstCheck {
+  public:
+    WorstCheck(std::string what, Quantity quantity) : what_(std::move(what)), quantity_(quantity) {}
+
+    /// `place` tells where: "at EL -12.00".
+    void add(double sheet, double engine, std::string place);
+    bool empty() const { return count_ == 0; }
+    /// The tolerance is `relative` of the largest of all values, but no less than `scale` times it.
+    void tell(SheetWriter& writer, double relative = 1e-6, double scale = 0) const;
+
+  private:
+    std::string what_;
+    Quantity quantity_;
+    int count_ = 0;
+    double largest_ = 0; ///< size of all values
+    double sheet_ = 0;
+    double engine_ = 0;
+    std::string place_;
+};
+
+} // namespace korvane

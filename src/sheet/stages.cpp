@@ -1,0 +1,81 @@
+#include "sheet/stages.h"
+
+#include "solution/wall_diagrams.h"
+
+namespace korvane {
+
+namespace {
+
+bool sameFactors(const Problem& problem, const LevelResult& a, const LevelResult& b) {
+    for (const int side : {Right, Left}) {
+        for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+            const DevelopedLayer& first = a.layers(side, layer);
+            const DevelopedLayer& second = b.layers(side, layer);
+            if (first.fsActive != second.fsActive || first.fsPassive != second.fsPassive) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+/// Both levels of an anchored wall rest on the same pressures, but where an analysis has found two
+/// factors or seepage has followed the bottom.
+bool samePressures(const Problem& problem, const LevelResult& a, const LevelResult& b) {
+    return a.seepageGradient == b.seepageGradient && a.seepageEndElev == b.seepageEndElev &&
+           sameFactors(problem, a, b);
+}
+
+PressureStage stageOf(const LevelResult& level, int number, bool alone) {
+    PressureStage stage;
+    stage.level = number;
+    stage.title = alone ? "" : std::string(solutionMethodName(level.method)) + " solution";
+    stage.diagrams = wallDiagrams(level);
+    stage.details = level.details.kept ? &level.details : nullptr;
+    stage.gradient = level.seepageGradient;
+    stage.seepageEnd = level.seepageEndElev;
+    stage.layers = level.layers;
+    return stage;
+}
+
+} // namespace
+
+std::vector<PressureStage> pressureStages(const SheetRequest& request) {
+    std::vector<PressureStage> stages;
+    const Results* results = request.solved.results;
+    if (results != nullptr && results->levelCount > 0) {
+        const LevelResult& first = results->levels(1);
+        const bool alone =
+            results->levelCount == 1 || samePressures(request.problem, first, results->levels(2));
+        stages.push_back(stageOf(first, 1, alone));
+        if (!alone) {
+            stages.push_back(stageOf(results->levels(2), 2, false));
+        }
+        return stages;
+    }
+    const Review* review = request.solved.review;
+    if (review != nullptr && review->hasPressures) {
+        PressureStage& stage = stages.emplace_back();
+        stage.review = true;
+        stage.title = "stop for review";
+        stage.diagrams = withWaterInStep(review->diagrams);
+        stage.details = review->details.kept ? &review->details : nullptr;
+        stage.gradient = review->SeepageGradient;
+    }
+    return stages;
+}
+
+Array<PressureMethod, 2> sideMethods(const SheetRequest& request) {
+    return request.solved.review != nullptr ? request.solved.review->SideMethod
+                                            : Array<PressureMethod, 2>{};
+}
+
+const char* sideName(int side) {
+    return side == Right ? "right" : "left";
+}
+
+std::string elevationText(double elev, UnitSystem units) {
+    return "EL " + quantityWithUnit(Quantity::Length, elev, units);
+}
+
+} // namespace korvane

@@ -1,0 +1,173 @@
+// Title block, what became of the solution, and the table of checks at the end.
+#include "sheet/sections.h"
+#include "sheet/stages.h"
+
+#include "runtime/number_format.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+std::string headingLines(const Problem& problem) {
+    std::string text;
+    for (int i = 1; i <= problem.NumHeadingLines; ++i) {
+        const std::string& line = problem.HeadingLines(i);
+        text += i > 1 ? "\n" : "";
+        text += line.substr(!line.empty() && line.front() == '\'' ? 1 : 0);
+    }
+    return text;
+}
+
+std::string blockRow(std::string_view name, std::string_view value) {
+    return "<tr><th>" + escaped(name) + "</th><td>" + escaped(value) + "</td></tr>\n";
+}
+
+std::string taskOf(const Problem& problem) {
+    const bool anchored = problem.WallType == WallKind::Anchored;
+    const bool analysis = problem.ProgramMode == Mode::Analysis;
+    return std::string(analysis ? "Analysis" : "Design") + " of " +
+           (anchored ? "an anchored" : "a cantilever") + " sheet-pile wall";
+}
+
+std::string levelLine(const SheetWriter& writer, const SheetRequest& request,
+                      const LevelResult& level) {
+    std::string text = std::string("By the ") + solutionMethodName(level.method) + " method: ";
+    if (request.problem.ProgramMode == Mode::Analysis) {
+        text += "factor of safety " +
+                quantityText(Quantity::Number, level.factorOfSafety, request.units) + ", ";
+    } else {
+        text += "bottom at " + elevationText(level.bottomElev, request.units) + ", penetration " +
+                writer.withUnit(Quantity::Length, level.penetration) + ", ";
+    }
+    if (request.problem.WallType == WallKind::Anchored) {
+        text += "anchor force " + writer.withUnit(Quantity::Force, level.anchorForce) + ", ";
+    }
+    return text + "largest moment " +
+           writer.withUnit(Quantity::Moment, level.diagrams.MaxMoment.value) + ".";
+}
+
+/// The number that shows why clay in front bears no wall: what remains of its passive pressure.
+void tellClayNumber(SheetWriter& writer, const SheetRequest& request) {
+    const std::vector<PressureStage> stages = pressureStages(request);
+    if (stages.empty()) {
+        return;
+    }
+    const PressureDiagrams& diagrams = stages.front().diagrams;
+    const double lower =
+        std::min(request.problem.SurfaceElev(Right, 1), request.problem.SurfaceElev(Left, 1));
+    double least = 0;
+    double at = 0;
+    bool found = false;
+    for (int i = 1; i <= diagrams.grid.NumElevs - 2; ++i) {
+        const double elev = diagrams.grid.ElevGrid(i);
+        if (elev < lower + 0.0001 && (!found || diagrams.NetActive(i, 1) < least)) {
+            least = diagrams.NetActive(i, 1);
+            at = elev;
+            found = true;
+        }
+    }
+    if (!found) {
+        return;
+    }
+    const std::string place = " at " + elevationText(at, request.units);
+    const std::string value = writer.withUnit(Quantity::Stress, least);
+    writer.paragraph(
+        "Net active pressure below the lower ground: its smallest value on the grid is " + value +
+        place +
+        (least > 0 ? ". It stays above zero: the soil in front resists less than the soil "
+                     "and water behind push, at every depth."
+                   : ". A wall needs the resistance in front to outweigh what pushes "
+                     "behind."));
+}
+
+void tellFailure(SheetWriter& writer, const SheetRequest& request) {
+    const Failure& failure = request.solved.failure;
+    const MessageBox box = failureBox(failure);
+    std::string text;
+    for (const char c : box.text) {
+        text += c == '\n' ? ' ' : c;
+    }
+    writer.markup("<div class=\"bad\">\n");
+    writer.markupParagraph("<strong>The solution ended without results</strong> while " +
+                           escaped(stageText(failure.stage, request.problem.WallType)) + ".");
+    if (!text.empty()) {
+        writer.paragraph(text);
+    }
+    if (failureHasElevation(failure.code)) {
+        writer.paragraph("The search stood at " + elevationText(failure.elev, request.units) + ".");
+    }
+    if (failure.layer > 0) {
+        writer.paragraph(std::string("It concerns the ") + sideName(failure.side) +
+                         " side, layer " + std::to_string(failure.layer) + ".");
+    }
+    tellClayNumber(writer, request);
+    writer.paragraph("What follows is known up to that point.");
+    writer.markup("</div>\n");
+}
+
+} // namespace
+
+void writeTitleBlock(SheetWriter& writer, const SheetRequest& request) {
+    writer.markup("<h1>Calculation sheet</h1>\n<table class=\"block\">\n<tbody>\n");
+    writer.markup(blockRow("Heading", headingLines(request.problem)));
+    writer.markup(blockRow("Task", taskOf(request.problem)));
+    if (!request.inputName.empty()) {
+        writer.markup(blockRow("Input", request.inputName));
+    }
+    writer.markup(blockRow("Date", request.moment.date + " " + request.moment.time));
+    writer.markup(blockRow("Program", "KORVANE " KORVANE_VERSION));
+    writer.markup(blockRow(
+        "Units", request.units == UnitSystem::SI ? "SI" : "US customary (FT, LB, PSF, PCF)"));
+    writer.markup("</tbody></table>\n");
+    if (request.solved.failure) {
+        tellFailure(writer, request);
+    } else if (const Results* results = request.solved.results) {
+        for (int level = 1; level <= results->levelCount; ++level) {
+            writer.paragraph(levelLine(writer, request, results->levels(level)));
+        }
+    }
+    writer.paragraph("Forces and moments are per unit length of wall. Numbers in formulas have "
+                     "five significant digits; what follows the last sign of equality is worked "
+                     "out from the full values of the symbols. Section 9 compares these results "
+                     "with those of the solution.");
+}
+
+void writeChecks(SheetWriter& writer) {
+    const std::vector<Check>& checks = writer.checks();
+    writer.section(9, "Checks");
+    std::size_t failed = 0;
+    for (const Check& check : checks) {
+        failed += check.pass ? 0 : 1;
+    }
+    writer.paragraph(std::to_string(checks.size()) +
+                     " values worked out again from the symbols "
+                     "printed here, beside those of the solution: " +
+                     (failed == 0 ? "all agree." : std::to_string(failed) + " do not agree."));
+    std::string rows;
+    for (const Check& check : checks) {
+        const auto cell = [&](double value) {
+            constexpr int digits = 9;
+            std::string text = "–";
+            if (std::isfinite(value)) {
+                text.clear();
+                appendShortest(text,
+                               roundedTo(inUnits(check.quantity, value, writer.units()), digits));
+            }
+            return "<td>" + text + "</td>";
+        };
+        rows += std::string("<tr class=\"") + (check.pass ? "pass" : "fail") +
+                "\"><td class=\"w\">" + escaped(check.what) + "</td>" + cell(check.sheet) +
+                cell(check.engine) + cell(check.tolerance) + "<td class=\"w\">" +
+                unitMarkup(check.quantity, writer.units()) + "</td><td>" +
+                (check.pass ? "agrees" : "differs") + "</td></tr>\n";
+    }
+    writer.markup("<div class=\"t\"><table id=\"checks\">\n<thead><tr><th>Value</th><th>Sheet</th>"
+                  "<th>Solution</th><th>Tolerance</th><th>Unit</th><th>Result</th></tr></thead>\n"
+                  "<tbody>\n" +
+                  rows + "</tbody></table></div>\n");
+}
+
+} // namespace korvane

@@ -1,0 +1,96 @@
+// A wall solved with all that a calculation sheet wants to know.
+#pragma once
+
+#include "notes/notes.h"
+#include "problem/input_reader.h"
+#include "rowe/pile_sections.h"
+#include "runtime/file_text.h"
+#include "sheet/sheet.h"
+#include "solution/solution.h"
+#include "support/support.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace korvane::test {
+
+/// The input files among the examples.
+inline std::vector<std::string> exampleFiles() {
+    std::vector<std::string> names;
+    for (const auto& file : std::filesystem::directory_iterator(
+             std::filesystem::path(examplePath("a")).parent_path())) {
+        if (file.path().extension() == ".dat") {
+            names.push_back(file.path().string());
+        }
+    }
+    return names;
+}
+
+inline Problem readWall(const std::string& file) {
+    Problem problem;
+    clearProblemData(problem);
+    EXPECT_TRUE(readProblem(problem, readInputFile(file), file).complete) << file;
+    return problem;
+}
+
+/// `results` may be changed before a sheet is made of them.
+class SheetBench {
+  public:
+    explicit SheetBench(const Problem& problem_, WedgeMethod wedge = WedgeMethod::Sweep)
+        : problem(problem_) {
+        options.wedge = wedge;
+        options.keepDetails = true;
+        LoadPileDefaults(sections);
+        solved = solve(problem, options, sections, workspace);
+        if (solved.review != nullptr) {
+            *review = *solved.review;
+            solved.review = review.get();
+        }
+        if (solved.results != nullptr) {
+            *results = *solved.results;
+            solved.results = results.get();
+        }
+        notes = notesOnSolution({.problem = problem}, solved, options, second);
+    }
+
+    Sheet sheet(UnitSystem units = UnitSystem::US) const {
+        return calculationSheet({.problem = problem,
+                                 .sections = sections,
+                                 .solved = solved,
+                                 .options = options,
+                                 .notes = notes,
+                                 .units = units,
+                                 .inputName = "wall.dat",
+                                 .moment = {"21-NOVEMBER-2026", "9:05:07"}});
+    }
+
+    bool isSolved() const { return solved.results != nullptr && !solved.failure; }
+
+    Problem problem;
+    Options options;
+    PileSections sections;
+    Workspace workspace;
+    NoteWorkspace second;
+    std::unique_ptr<Review> review = std::make_unique<Review>();
+    std::unique_ptr<Results> results = std::make_unique<Results>();
+    Solved solved;
+    std::vector<Note> notes;
+};
+
+/// The checks that fail, a line each.
+inline std::string failedChecks(const Sheet& sheet) {
+    std::string lines;
+    for (const Check& check : sheet.checks) {
+        if (!check.pass) {
+            lines += check.what + ": " + std::to_string(check.sheet) + " for " +
+                     std::to_string(check.engine) + "\n";
+        }
+    }
+    return lines;
+}
+
+} // namespace korvane::test
