@@ -1,8 +1,294 @@
 // Methods, factors and coefficients.
 #include "sheet/sections.h"
+#include "sheet/soil_work.h"
 
 namespace korvane {
 
-void writeMethod(SheetWriter& /*writer*/, const SheetRequest& /*request*/) {}
+namespace {
+
+constexpr int MethodNumber = 2;
+
+/// Why a side takes a wedge method; empty where it need not.
+std::string wedgeReason(const Problem& problem, int side) {
+    if (problem.SurfacePointCount(side) > 1) {
+        return "its ground is no level line (" + std::to_string(problem.SurfacePointCount(side)) +
+               " points)";
+    }
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        if (problem.SoilAdhesion(side, layer) > 0) {
+            return "layer " + std::to_string(layer) + " has adhesion on the wall";
+        }
+        if (layer < problem.SoilLayerCount(side) && problem.SoilBottomSlope(side, layer) != 0) {
+            return "the bottom of layer " + std::to_string(layer) + " slopes";
+        }
+    }
+    return "";
+}
+
+std::string methodText(const SheetRequest& request, int side) {
+    const Problem& problem = request.problem;
+    switch (sideMethods(request)(side)) {
+    case PressureMethod::Coefficients:
+        return problem.SoilDataKind(side) == SoilData::Coefficients
+                   ? "Pressures by the coefficients that the input gives for each layer."
+                   : "Pressures by coefficients: the ground is level, no layer has adhesion and no "
+                     "layer bottom slopes.";
+    case PressureMethod::Sweep:
+        return "Wedge method, sweep search: " + wedgeReason(problem, side) +
+               ". From each elevation of the wall planes are tried by steps of 2 degrees from 23 "
+               "degrees off the vertical; the largest active and the smallest passive force count.";
+    case PressureMethod::FixedSurface:
+        return "Wedge method, fixed surface: " + wedgeReason(problem, side) +
+               ". In each layer the plane rises at 45 degrees plus (active) or less (passive) half "
+               "the developed friction.";
+    default:
+        return wedgeReason(problem, side).empty()
+                   ? "The solution has not come to a method."
+                   : "A wedge method is required: " + wedgeReason(problem, side) + ".";
+    }
+}
+
+void writeFactors(SheetWriter& writer, const Problem& problem, int side, double searched) {
+    Table table;
+    table.caption = "Factors of safety";
+    table.columns = {{"Layer"}, {"Active"}, {"comes from"}, {"Passive"}, {"comes from"}};
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        const LayerFactor active = activeFactor(problem, side, layer, searched);
+        const LayerFactor passive = passiveFactor(problem, side, layer, searched);
+        const auto value = [&](const LayerFactor& factor) {
+            return factor.value > 0 ? writer.precise(Quantity::Number, factor.value)
+                                    : writer.text("not found");
+        };
+        table.rows.push_back({writer.text(std::to_string(layer)), value(active),
+                              writer.text(factorSourceText(active.source)), value(passive),
+                              writer.text(factorSourceText(passive.source))});
+    }
+    writer.table(table);
+}
+
+void writeDeveloped(SheetWriter& writer, const Problem& problem, int side,
+                    const std::vector<LayerWork>& layers) {
+    const auto head = [](const char* letter, const char* subscript) {
+        return "<math>" + mathSymbol({letter, subscript}) + "</math>";
+    };
+    bool adhesion = false;
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        adhesion = adhesion || problem.SoilAdhesion(side, layer) > 0;
+    }
+    Table table;
+    table.caption = "Strengths as given and as developed";
+    table.columns = {{"Layer"}};
+    for (const char* subscript : {"", "a", "p"}) {
+        table.columns.push_back({"", Quantity::Angle, head("φ", subscript)});
+        table.columns.push_back({"", Quantity::Angle, head("δ", subscript)});
+        table.columns.push_back({"", Quantity::Stress, head("c", subscript)});
+        if (adhesion) {
+            table.columns.push_back({"", Quantity::Stress, head("a", subscript)});
+        }
+    }
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        const LayerWork& work = layers[static_cast<std::size_t>(layer - 1)];
+        std::vector<Cell> row{writer.text(std::to_string(layer))};
+        const auto add = [&](double friction, double wall, double cohesion, double onWall) {
+            row.push_back(writer.precise(Quantity::Angle, friction));
+            row.push_back(writer.precise(Quantity::Angle, wall));
+            row.push_back(writer.precise(Quantity::Stress, cohesion));
+            if (adhesion) {
+                row.push_back(writer.precise(Quantity::Stress, onWall));
+            }
+        };
+        add(problem.SoilFriction(side, layer), problem.SoilWallFriction(side, layer),
+            problem.SoilCohesion(side, layer), problem.SoilAdhesion(side, layer));
+        add(work.frictionActive, work.wallFrictionActive, work.cohesionActive, work.adhesionActive);
+        add(work.frictionPassive, work.wallFrictionPassive, work.cohesionPassive,
+            work.adhesionPassive);
+        table.rows.push_back(row);
+    }
+    writer.table(table);
+}
+
+void writeCurved(SheetWriter& writer, const LayerWork& work) {
+    const CurvedCoefficient curved =
+        curvedCoefficient(work.frictionPassive, work.wallFrictionPassive);
+    const CurvedSteps steps = curvedSteps(curved, work.frictionPassive, work.wallFrictionPassive);
+    writer.paragraph("Passive, by the table for curved failure surfaces, as the developed wall "
+                     "friction is above half the developed friction of the soil: the coefficient "
+                     "for full wall friction between the rows of the table, then the reduction for "
+                     "less wall friction between its rows (ratio) and columns (angle).");
+    writer.formula({"K", "0"}, steps.full);
+    if (curved.angle1 > 0) {
+        writer.formula({"R", "A"}, steps.reduction1);
+    } else {
+        writer.paragraph("Below 10° the reduction runs to 1 at no friction.");
+        writer.definition({"R", "A"}, steps.reduction1);
+    }
+    writer.formula({"R", "B"}, steps.reduction2);
+    writer.formula({"R", ""}, steps.reduction);
+    writer.formula({"K", "p"}, steps.Kp);
+}
+
+void writeCoefficients(SheetWriter& writer, int layer, const LayerWork& work) {
+    writer.subheading("Layer " + std::to_string(layer));
+    const auto angles = [&](double friction, double wallFriction, const char* subscript) {
+        return std::pair{term("φ", subscript, friction, Quantity::Angle),
+                         term("δ", subscript, wallFriction, Quantity::Angle)};
+    };
+    const auto [phiA, deltaA] = angles(work.frictionActive, work.wallFrictionActive, "a");
+    writer.numbers({"K", "a"}, coulombCoefficient(phiA, deltaA, 1));
+    if (work.KpSource == CoefficientSource::Coulomb) {
+        const auto [phiP, deltaP] = angles(work.frictionPassive, work.wallFrictionPassive, "p");
+        writer.numbers({"K", "p"}, coulombCoefficient(phiP, deltaP, -1));
+    } else if (work.KpSource == CoefficientSource::CurvedTable) {
+        writeCurved(writer, work);
+    } else {
+        writer.paragraph("The developed friction is beyond the table for curved failure surfaces: "
+                         "there is no passive coefficient.");
+    }
+}
+
+void writeGiven(SheetWriter& writer, const std::vector<LayerWork>& layers) {
+    Table table;
+    table.caption = "Coefficients as given";
+    table.columns = {{"Layer"},
+                     {"", Quantity::Number, "<math>" + mathSymbol({"K", "a"}) + "</math>"},
+                     {"", Quantity::Number, "<math>" + mathSymbol({"K", "p"}) + "</math>"}};
+    int layer = 0;
+    for (const LayerWork& work : layers) {
+        table.rows.push_back({writer.text(std::to_string(++layer)),
+                              writer.precise(Quantity::Number, work.Ka),
+                              writer.precise(Quantity::Number, work.Kp)});
+    }
+    writer.table(table);
+    writer.paragraph(
+        "Given coefficients are not changed by factors of safety, and neither cohesion "
+        "nor the direction of wall friction acts on them.");
+}
+
+/// How the formulas read, once for the whole sheet.
+void writeDefinitions(SheetWriter& writer) {
+    const Expr phi = term("φ", "", 0);
+    const Expr delta = term("δ", "", 0);
+    const Expr factor = term("F", "", 1);
+    writer.paragraph("A factor of safety divides the tangents of the friction angles, the cohesion "
+                     "and the adhesion: the strengths are said to be developed. The factor of a "
+                     "layer stands before that of its side, and that before the one of the wall. "
+                     "Active pressures (index a) and passive ones (index p) have factors of their "
+                     "own:");
+    writer.definition({"φ", "a"}, arctangent(tangent(phi) / term("F", "a", 1)));
+    writer.definition({"δ", "a"}, arctangent(tangent(delta) / term("F", "a", 1)));
+    writer.definition({"c", "a"}, term("c", "", 0) / term("F", "a", 1));
+    writer.paragraph("and likewise with p. Coulomb's coefficients (1776) for a vertical wall and "
+                     "level ground, with developed angles:");
+    const auto coulomb = [&](const char* subscript, int sign) {
+        writer.definition({"K", subscript}, coulombCoefficient(term("φ", subscript, 0),
+                                                               term("δ", subscript, 0), sign));
+    };
+    coulomb("a", 1);
+    coulomb("p", -1);
+    writer.paragraph("Where the developed wall friction is above half the developed friction of "
+                     "the soil, the passive coefficient comes from the table for curved failure "
+                     "surfaces (log-spirals; Caquot and Kerisel, 1948).");
+}
+
+void checkLayer(SheetWriter& writer, const PressureStage& stage, int side, int layer,
+                const LayerWork& work) {
+    const DevelopedLayer& engine = stage.layers(side, layer);
+    const std::string place =
+        stage.prefix + sideName(side) + " side, layer " + std::to_string(layer);
+    const auto check = [&](const char* what, Quantity quantity, double sheet, double value) {
+        writer.check(std::string(what) + ", " + place, quantity, sheet, value);
+    };
+    if (engine.KaSource != CoefficientSource::None) {
+        check("Ka", Quantity::Number, work.Ka, engine.Ka);
+        check("Kp", Quantity::Number, work.Kp, engine.Kp);
+    }
+    if (work.given) {
+        return;
+    }
+    check("Active factor", Quantity::Number, work.active.value, engine.fsActive);
+    check("Passive factor", Quantity::Number, work.passive.value, engine.fsPassive);
+    check("Developed friction, active", Quantity::Angle, work.frictionActive,
+          engine.frictionActive);
+    check("Developed friction, passive", Quantity::Angle, work.frictionPassive,
+          engine.frictionPassive);
+    if (work.wallFrictionActive != 0) {
+        check("Developed wall friction, active", Quantity::Angle, work.wallFrictionActive,
+              engine.wallFrictionActive);
+        check("Developed wall friction, passive", Quantity::Angle, work.wallFrictionPassive,
+              engine.wallFrictionPassive);
+    }
+    if (work.cohesionActive != 0) {
+        check("Developed cohesion, active", Quantity::Stress, work.cohesionActive,
+              engine.cohesionActive);
+        check("Developed cohesion, passive", Quantity::Stress, work.cohesionPassive,
+              engine.cohesionPassive);
+    }
+    if (work.adhesionActive != 0) {
+        check("Developed adhesion, active", Quantity::Stress, work.adhesionActive,
+              engine.adhesionActive);
+        check("Developed adhesion, passive", Quantity::Stress, work.adhesionPassive,
+              engine.adhesionPassive);
+    }
+}
+
+void writeSide(SheetWriter& writer, const SheetRequest& request, int side, double searched) {
+    const Problem& problem = request.problem;
+    writer.heading(std::string(side == Right ? "Right" : "Left") + " side");
+    writer.paragraph(methodText(request, side));
+    std::vector<LayerWork> layers;
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        layers.push_back(layerWork(problem, side, layer, searched));
+    }
+    if (problem.SoilDataKind(side) == SoilData::Coefficients) {
+        writeGiven(writer, layers);
+        return;
+    }
+    writeFactors(writer, problem, side, searched);
+    const bool known =
+        !layers.empty() && layers.front().active.value > 0 && layers.front().passive.value > 0;
+    if (!known) {
+        return;
+    }
+    writeDeveloped(writer, problem, side, layers);
+    if (sideMethods(request)(side) != PressureMethod::Coefficients) {
+        return;
+    }
+    int layer = 0;
+    for (const LayerWork& work : layers) {
+        writeCoefficients(writer, ++layer, work);
+    }
+}
+
+} // namespace
+
+void writeMethod(SheetWriter& writer, const SheetRequest& request) {
+    const Problem& problem = request.problem;
+    writer.section(MethodNumber, "Methods, factors and coefficients");
+    const bool strengths = problem.SoilDataKind(Right) == SoilData::Strengths ||
+                           problem.SoilDataKind(Left) == SoilData::Strengths;
+    if (strengths) {
+        writeDefinitions(writer);
+    }
+    const std::vector<PressureStage> stages = pressureStages(request);
+    if (stages.empty()) {
+        for (const int side : {Right, Left}) {
+            writeSide(writer, request, side, 0);
+        }
+    }
+    for (const PressureStage& stage : stages) {
+        writer.mute(!stage.shown);
+        if (!stage.title.empty() && !stage.review) {
+            writer.paragraph("For the " + stage.title + ":");
+        }
+        const double searched = searchedFactor(request, stage.level);
+        for (const int side : {Right, Left}) {
+            writeSide(writer, request, side, searched);
+            for (int layer = 1; !stage.review && layer <= problem.SoilLayerCount(side); ++layer) {
+                checkLayer(writer, stage, side, layer, layerWork(problem, side, layer, searched));
+            }
+        }
+        writer.mute(false);
+    }
+}
 
 } // namespace korvane

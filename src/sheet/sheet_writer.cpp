@@ -71,6 +71,12 @@ std::string unitMarkup(Quantity quantity, UnitSystem system) {
     return markup;
 }
 
+void SheetWriter::markup(std::string_view html) {
+    if (!muted_) {
+        html_ += html;
+    }
+}
+
 void SheetWriter::section(int number, std::string_view title) {
     if (inSection_) {
         html_ += "</section>\n";
@@ -82,22 +88,25 @@ void SheetWriter::section(int number, std::string_view title) {
 }
 
 void SheetWriter::heading(std::string_view title) {
-    html_ += element("h3", escaped(title));
+    markup(element("h3", escaped(title)));
 }
 
 void SheetWriter::subheading(std::string_view title) {
-    html_ += element("h4", escaped(title));
+    markup(element("h4", escaped(title)));
 }
 
 void SheetWriter::paragraph(std::string_view text) {
-    html_ += element("p", escaped(text));
+    markup(element("p", escaped(text)));
 }
 
 void SheetWriter::markupParagraph(std::string_view html) {
-    html_ += element("p", html);
+    markup(element("p", html));
 }
 
 void SheetWriter::table(const Table& table) {
+    if (muted_) {
+        return;
+    }
     html_ += "<div class=\"t\"><table";
     html_ += table.wide ? " class=\"wide\"" : "";
     html_ += table.id.empty() ? ">\n" : " id=\"" + table.id + "\">\n";
@@ -122,6 +131,9 @@ void SheetWriter::table(const Table& table) {
 void SheetWriter::equation(const Symbol& symbol, const std::vector<std::string>& parts,
                            double result, Quantity quantity, bool hasResult,
                            std::string_view label) {
+    if (muted_) {
+        return;
+    }
     html_ += "<p class=\"f\">";
     if (!label.empty()) {
         html_ += "<span>" + escaped(label) + "</span> ";

@@ -45,6 +45,8 @@ class SheetWriter {
     explicit SheetWriter(UnitSystem units) : units_(units) {}
 
     UnitSystem units() const { return units_; }
+    /// While muted nothing but checks is written.
+    void mute(bool muted) { muted_ = muted; }
 
     /// "1 Wall and input": opens the section of that number, with an anchor "s1"; the one before
     /// ends.
@@ -52,7 +54,7 @@ class SheetWriter {
     void heading(std::string_view title);    ///< within a section
     void subheading(std::string_view title); ///< within a heading
     void paragraph(std::string_view text);   ///< escaped
-    void markup(std::string_view html) { html_ += html; }
+    void markup(std::string_view html);
     /// A paragraph whose text is markup already.
     void markupParagraph(std::string_view html);
     void table(const Table& table);
@@ -90,6 +92,7 @@ class SheetWriter {
     std::string html_;
     std::vector<Check> checks_;
     bool inSection_ = false;
+    bool muted_ = false;
 };
 
 /// Many values of one kind as one check: the one that differs most from the engine's.

@@ -2,6 +2,8 @@
 
 #include "solution/wall_diagrams.h"
 
+#include <algorithm>
+
 namespace korvane {
 
 namespace {
@@ -26,10 +28,9 @@ bool samePressures(const Problem& problem, const LevelResult& a, const LevelResu
            sameFactors(problem, a, b);
 }
 
-PressureStage stageOf(const LevelResult& level, int number, bool alone) {
+PressureStage stageOf(const LevelResult& level, int number) {
     PressureStage stage;
     stage.level = number;
-    stage.title = alone ? "" : std::string(solutionMethodName(level.method)) + " solution";
     stage.diagrams = wallDiagrams(level);
     stage.details = level.details.kept ? &level.details : nullptr;
     stage.gradient = level.seepageGradient;
@@ -38,19 +39,34 @@ PressureStage stageOf(const LevelResult& level, int number, bool alone) {
     return stage;
 }
 
+void addLevels(const SheetRequest& request, const Results& results,
+               std::vector<PressureStage>& stages) {
+    const bool alone = results.levelCount == 1 ||
+                       samePressures(request.problem, results.levels(1), results.levels(2));
+    for (int number = 1; number <= results.levelCount; ++number) {
+        const LevelResult& level = results.levels(number);
+        const std::string name = solutionMethodName(level.method);
+        PressureStage& stage = stages.emplace_back(stageOf(level, number));
+        stage.shown = number == 1 || !alone;
+        stage.title = alone ? "" : name + " solution";
+        stage.prefix = results.levelCount == 1 ? "" : name + ", ";
+    }
+}
+
+/// FT: where the head is used up by a gradient.
+double seepageEndOf(const Problem& problem, double gradient) {
+    const double exit = std::min(problem.WaterElev(Left), problem.SurfaceElev(Left, 1));
+    const double head = problem.WaterElev(Right) - problem.WaterElev(Left);
+    return (problem.SeepageElev + exit - head / gradient) / 2;
+}
+
 } // namespace
 
 std::vector<PressureStage> pressureStages(const SheetRequest& request) {
     std::vector<PressureStage> stages;
     const Results* results = request.solved.results;
     if (results != nullptr && results->levelCount > 0) {
-        const LevelResult& first = results->levels(1);
-        const bool alone =
-            results->levelCount == 1 || samePressures(request.problem, first, results->levels(2));
-        stages.push_back(stageOf(first, 1, alone));
-        if (!alone) {
-            stages.push_back(stageOf(results->levels(2), 2, false));
-        }
+        addLevels(request, *results, stages);
         return stages;
     }
     const Review* review = request.solved.review;
@@ -61,6 +77,7 @@ std::vector<PressureStage> pressureStages(const SheetRequest& request) {
         stage.diagrams = withWaterInStep(review->diagrams);
         stage.details = review->details.kept ? &review->details : nullptr;
         stage.gradient = review->SeepageGradient;
+        stage.seepageEnd = seepageEndOf(request.problem, stage.gradient);
     }
     return stages;
 }

@@ -12,7 +12,9 @@ namespace korvane {
 struct PressureStage {
     int level = 1;             ///< solution level whose factors act
     bool review = false;       ///< the stop for review: the wall was not solved
-    std::string title;         ///< "free earth solution"; empty where there is one stage alone
+    bool shown = true;         ///< false: the same as the stage before; its checks alone count
+    std::string title;         ///< "free earth solution"; empty where one stage alone is shown
+    std::string prefix;        ///< of its checks: "free earth, "; empty for a single level
     PressureDiagrams diagrams; ///< a row for each elevation in step, down to the wall's bottom for
                                ///< a level, down to the far points for the stop for review
     const PressureDetails* details = nullptr; ///< null where they were not kept
@@ -21,8 +23,8 @@ struct PressureStage {
     Array<DevelopedLayer, 2, 11> layers;      ///< empty at the stop for review
 };
 
-/// The stages whose pressures differ: one level of an anchored wall stands for both where they rest
-/// on the same. Empty where the solution has not come to pressures.
+/// All levels, or the stop for review: one level of an anchored wall is shown for both where they
+/// rest on the same pressures. Empty where the solution has not come to pressures.
 std::vector<PressureStage> pressureStages(const SheetRequest& request);
 
 /// The methods of the sides; all None where not even they are known.
