@@ -1,0 +1,61 @@
+// The parts of the section on pressures, and what they share.
+#pragma once
+
+#include "sheet/sheet_writer.h"
+#include "sheet/stages.h"
+
+#include <vector>
+
+namespace korvane {
+
+/// Seepage: gradient, end, and what they do; then the net water pressures.
+void writeWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage);
+
+/// A side by coefficients: stresses and pressures at the breaks of the diagrams.
+void writeStresses(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
+                   int side);
+
+/// Its surcharges by theory of elasticity.
+void writeSurcharges(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
+                     int side);
+
+/// A side by a wedge method: surface, planes, forces, floor and tension rule.
+void writeWedges(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
+                 int side);
+
+/// FT: the lowest row that a person would look at: the wall's bottom, or the last regular row.
+double lowestElev(const PressureStage& stage);
+
+/// The surcharge pressure (PSF) of all loads of a side `z` FT below its surface, by the sheet's own
+/// formulas.
+double surchargeAt(const Problem& problem, int side, double z);
+
+/// FT: where water that seeps up the left face leaves the soil.
+double seepageExit(const Problem& problem);
+
+/// The weight of water (PCF) that soil of a side bears less than its own in an interval that ends
+/// at `lowerEnd`, and whether water seeps there.
+struct WaterShare {
+    bool wet = false;
+    bool seeps = false;
+    Expr weight = 0.0;
+};
+WaterShare waterShare(const Problem& problem, const PressureStage& stage, int side,
+                      double lowerEnd);
+
+/// Neighbouring elevations as text: "EL 0.00 FT to EL -3.00 FT and EL -8.00 FT"; "" for none.
+class ElevationRanges {
+  public:
+    /// Rows in order; `acts` tells whether a rule acts there.
+    void add(double elev, bool acts);
+    std::string text(UnitSystem units) const;
+
+  private:
+    struct Range {
+        double top, bottom;
+    };
+    std::vector<Range> ranges_;
+    bool open_ = false;
+};
+
+} // namespace korvane

@@ -1,0 +1,316 @@
+// Stresses and pressures of a side by coefficients.
+#include "sheet/pressure_parts.h"
+#include "sheet/soil_work.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+constexpr double Near = 0.0001; ///< FT, elevations of one row
+
+/// What a layer does to the vertical stress, as the symbols of the formulas.
+struct LayerSymbols {
+    Expr Ka, Kp, ca, cp, deltaA, deltaP;
+    bool given;
+    bool cohesion;
+    bool wallFriction;
+
+    explicit LayerSymbols(const LayerWork& work)
+        : Ka(term("K", "a", work.Ka)), Kp(term("K", "p", work.Kp)),
+          ca(term("c", "a", work.cohesionActive, Quantity::Stress)),
+          cp(term("c", "p", work.cohesionPassive, Quantity::Stress)),
+          deltaA(term("δ", "a", work.wallFrictionActive, Quantity::Angle)),
+          deltaP(term("δ", "p", work.wallFrictionPassive, Quantity::Angle)), given(work.given),
+          cohesion(work.cohesionActive != 0), wallFriction(work.wallFrictionActive != 0) {}
+
+    Expr active(const Expr& stress) const {
+        const Expr push = cohesion ? Ka * stress - Expr(2) * ca * root(Ka) : Ka * stress;
+        return wallFriction ? push * cosine(deltaA) : push;
+    }
+    Expr passive(const Expr& stress) const {
+        const Expr hold = cohesion ? Kp * stress + Expr(2) * cp * root(Kp) : Kp * stress;
+        return wallFriction ? hold * cosine(deltaP) : hold;
+    }
+};
+
+/// The soil between two breaks as the sheet works it out.
+struct Interval {
+    double top = 0, bottom = 0; ///< FT
+    int layer = 1;
+    WaterShare water;
+    double weight = 0;       ///< PCF, moist or saturated
+    double stressTop = 0;    ///< PSF, effective
+    double stressBottom = 0; ///< likewise
+
+    Expr stressAt(double elev) const {
+        const Expr sum =
+            term("σ", "0", stressTop, Quantity::Stress) +
+            (term("y", "0", top, Quantity::Length) - term("y", "", elev, Quantity::Length)) *
+                term("γ", "", weight, Quantity::UnitWeight);
+        return sum;
+    }
+    /// The same where water bears a share.
+    Expr effectiveAt(double elev) const {
+        if (!water.wet) {
+            return stressAt(elev);
+        }
+        return term("σ", "0", stressTop, Quantity::Stress) +
+               (term("y", "0", top, Quantity::Length) - term("y", "", elev, Quantity::Length)) *
+                   (term("γ", "", weight, Quantity::UnitWeight) -
+                    term("w", "", water.weight.value(), Quantity::UnitWeight));
+    }
+};
+
+double uniformLoad(const Problem& problem, int side) {
+    return problem.VUniformCount(side) != 0 ? problem.VUniformLoad(side) : 0;
+}
+
+std::vector<Interval> intervalsOf(const SheetRequest& request, const PressureStage& stage,
+                                  int side) {
+    const Problem& problem = request.problem;
+    std::vector<Interval> intervals;
+    double stress = uniformLoad(problem, side);
+    for (const StressInterval& engine : stage.details->sides(side).stresses) {
+        Interval& interval = intervals.emplace_back();
+        interval.top = engine.top.elev;
+        interval.bottom = engine.bottom.elev;
+        interval.layer = engine.layer;
+        interval.water = waterShare(problem, stage, side, interval.bottom);
+        interval.weight = interval.water.wet ? problem.SoilSatWeight(side, interval.layer)
+                                             : problem.SoilMoistWeight(side, interval.layer);
+        interval.stressTop = stress;
+        stress = interval.effectiveAt(interval.bottom).value();
+        interval.stressBottom = stress;
+    }
+    return intervals;
+}
+
+std::string intervalText(const Interval& interval, double bottom, UnitSystem units) {
+    std::string text = "Layer " + std::to_string(interval.layer) + ", " +
+                       elevationText(interval.top, units) + " to " + elevationText(bottom, units) +
+                       ": ";
+    text += interval.water.wet ? "below water, saturated" : "above water, moist";
+    return text + (interval.water.seeps ? ", water seeps" : "");
+}
+
+void writeInterval(SheetWriter& writer, const Interval& interval, const LayerSymbols& layer,
+                   double lowest) {
+    const UnitSystem units = writer.units();
+    const double bottom = std::max(interval.bottom, lowest);
+    writer.subheading(intervalText(interval, bottom, units));
+    if (interval.water.wet) {
+        writer.numbers({"w", ""}, interval.water.weight, Quantity::UnitWeight, "Water bears");
+    }
+    const Expr top = term("σ", "", interval.stressTop, Quantity::Stress);
+    const std::string atTop = "Top:";
+    writer.numbers({"p", "a"}, layer.active(top), Quantity::Stress, atTop);
+    writer.numbers({"p", "p"}, layer.passive(top), Quantity::Stress, atTop);
+    const double stress =
+        writer.numbers({"σ", ""}, interval.effectiveAt(bottom), Quantity::Stress, "Bottom:");
+    const Expr below = term("σ", "", stress, Quantity::Stress);
+    writer.numbers({"p", "a"}, layer.active(below), Quantity::Stress, "Bottom:");
+    writer.numbers({"p", "p"}, layer.passive(below), Quantity::Stress, "Bottom:");
+}
+
+void checkIntervals(SheetWriter& writer, const PressureStage& stage, int side,
+                    const std::vector<Interval>& intervals, const std::vector<LayerWork>& layers) {
+    const std::string place = stage.prefix + sideName(side) + " side";
+    WorstCheck Ka("Ka of the pressures, " + place, Quantity::Number);
+    WorstCheck Kp("Kp of the pressures, " + place, Quantity::Number);
+    WorstCheck weight("Unit weight less water's share, " + place, Quantity::UnitWeight);
+    WorstCheck stress("Effective stress at breaks, " + place, Quantity::Stress);
+    WorstCheck active("Active soil pressure at breaks, " + place, Quantity::Stress);
+    WorstCheck passive("Passive soil pressure at breaks, " + place, Quantity::Stress);
+    std::size_t n = 0;
+    for (const StressInterval& engine : stage.details->sides(side).stresses) {
+        const Interval& own = intervals[n++];
+        const LayerWork& work = layers.at(static_cast<std::size_t>(own.layer - 1));
+        const LayerSymbols symbols(work);
+        const std::string at = "layer " + std::to_string(own.layer);
+        Ka.add(work.Ka, engine.Ka, at);
+        Kp.add(work.Kp, engine.Kp, at);
+        weight.add(own.weight - own.water.weight.value(), engine.unitWeight - engine.waterWeight,
+                   at);
+        const bool far = own.bottom < stage.diagrams.grid.ElevGrid(stage.diagrams.grid.NumElevs);
+        const auto end = [&](double value, const StressPoint& point) {
+            const std::string where = "at " + elevationText(point.elev, writer.units());
+            stress.add(value, point.effective, where);
+            active.add(symbols.active(value).value(), point.soilActive, where);
+            passive.add(symbols.passive(value).value(), point.soilPassive, where);
+        };
+        end(own.stressTop, engine.top);
+        if (!far) {
+            end(own.stressBottom, engine.bottom);
+        }
+    }
+    for (const WorstCheck* check : {&Ka, &Kp, &weight, &stress, &active, &passive}) {
+        check->tell(writer);
+    }
+}
+
+/// Own pressures in the rows: soil by straight lines, surcharges by their formulas, no tension.
+class RowPressures {
+  public:
+    RowPressures(const SheetRequest& request, const PressureStage& stage, int side,
+                 const std::vector<Interval>& intervals, const std::vector<LayerWork>& layers)
+        : problem_(request.problem), side_(side), intervals_(intervals), layers_(layers),
+          shares_(stage.details->sides(side).surcharges) {}
+
+    /// False where a later stage put the row in between rows with surcharges, on straight lines.
+    bool knows(double elev) const {
+        return shares_.loads.empty() ||
+               std::find(shares_.elev.begin(), shares_.elev.end(), elev) != shares_.elev.end();
+    }
+
+    /// The interval that governs just below (k = 1) or just above (k = 2) an elevation; null none.
+    const Interval* intervalAt(double elev, int k) const {
+        const Interval* found = nullptr;
+        for (const Interval& interval : intervals_) {
+            const bool reached = k == 1 ? elev <= interval.top + Near : elev < interval.top - Near;
+            found = reached ? &interval : found;
+        }
+        return found;
+    }
+
+    struct Values {
+        double active = 0, passive = 0;
+    };
+    Values at(double elev, int k) const {
+        const Interval* interval = intervalAt(elev, k);
+        if (interval == nullptr) {
+            return {};
+        }
+        const LayerSymbols layer(layers_.at(static_cast<std::size_t>(interval->layer - 1)));
+        const double stress = interval->effectiveAt(elev).value();
+        const double depth = problem_.SurfaceElev(side_, 1) - elev;
+        const double load = depth > Near ? surchargeAt(problem_, side_, depth) : 0;
+        return {layer.active(stress).value() + load, layer.passive(stress).value() + load};
+    }
+
+  private:
+    const Problem& problem_;
+    int side_;
+    const std::vector<Interval>& intervals_;
+    const std::vector<LayerWork>& layers_;
+    const SurchargeShares& shares_;
+};
+
+/// Rows in force against soil, surcharges and the tension rule; tells where that rule acts.
+void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
+               int side, const RowPressures& rows) {
+    const ElevationGrid& grid = stage.diagrams.grid;
+    const Pressures& pressures = stage.diagrams.pressures;
+    const std::string place = stage.prefix + sideName(side) + " side, rows";
+    WorstCheck active("Active pressure in force, " + place, Quantity::Stress);
+    WorstCheck passive("Passive pressure in force, " + place, Quantity::Stress);
+    ElevationRanges cut;
+    for (int i = 1; i <= grid.NumElevs - (stage.review ? 2 : 0); ++i) {
+        const double elev = grid.ElevGrid(i);
+        if (elev > request.problem.SurfaceElev(side, 1) + Near) {
+            continue;
+        }
+        const bool known = rows.knows(elev);
+        bool acts = false;
+        for (const int k : {2, 1}) {
+            if (k == 1 && i == grid.NumElevs) {
+                continue;
+            }
+            const RowPressures::Values own = rows.at(elev, k);
+            acts = acts || own.active < -Near;
+            if (known) {
+                const std::string at = "at " + elevationText(elev, request.units);
+                active.add(std::max(0.0, own.active), pressures.ActivePressures(side, i, k), at);
+                passive.add(own.passive, pressures.PassivePressures(side, i, k), at);
+            }
+        }
+        cut.add(elev, acts);
+    }
+    active.tell(writer);
+    passive.tell(writer);
+    const std::string where = cut.text(request.units);
+    if (!where.empty()) {
+        writer.paragraph("Soil cannot pull at the wall: the active pressure is set to zero where "
+                         "soil and surcharges together come out below it, at " +
+                         where + ".");
+    }
+}
+
+void writeStressDefinitions(SheetWriter& writer, const std::vector<LayerWork>& layers) {
+    LayerWork plain;
+    for (const LayerWork& work : layers) {
+        plain.cohesionActive = std::max(plain.cohesionActive, work.cohesionActive);
+        plain.wallFrictionActive =
+            work.wallFrictionActive != 0 ? work.wallFrictionActive : plain.wallFrictionActive;
+    }
+    const LayerSymbols symbols(plain);
+    const Expr stress = term("σ", "", 0);
+    writer.paragraph("The effective vertical stress σ grows from a break of the diagrams at 0 "
+                     "downward by the unit weight γ of the soil (saturated below water, else "
+                     "moist) less what the water bears, w. It starts with the uniform load. The "
+                     "pressures are the horizontal shares:");
+    writer.definition({"σ", ""}, term("σ", "0", 0) + (term("y", "0", 0) - term("y", "", 0)) *
+                                                         (term("γ", "", 0) - term("w", "", 0)));
+    writer.definition({"p", "a"}, symbols.active(stress));
+    writer.definition({"p", "p"}, symbols.passive(stress));
+}
+
+} // namespace
+
+void ElevationRanges::add(double elev, bool acts) {
+    if (acts && open_) {
+        ranges_.back().bottom = elev;
+    } else if (acts) {
+        ranges_.push_back({elev, elev});
+    }
+    open_ = acts;
+}
+
+std::string ElevationRanges::text(UnitSystem units) const {
+    std::string text;
+    for (const Range& range : ranges_) {
+        text += text.empty() ? "" : ", ";
+        text += elevationText(range.top, units);
+        if (range.bottom < range.top) {
+            text += " to " + elevationText(range.bottom, units);
+        }
+    }
+    return text;
+}
+
+double lowestElev(const PressureStage& stage) {
+    const ElevationGrid& grid = stage.diagrams.grid;
+    return grid.ElevGrid(std::max(1, grid.NumElevs - (stage.review ? 2 : 0)));
+}
+
+void writeStresses(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
+                   int side) {
+    const double searched = searchedFactor(request, stage.level);
+    std::vector<LayerWork> layers;
+    for (int layer = 1; layer <= request.problem.SoilLayerCount(side); ++layer) {
+        layers.push_back(layerWork(request.problem, side, layer, searched));
+    }
+    const std::vector<Interval> intervals = intervalsOf(request, stage, side);
+    if (intervals.empty()) {
+        return;
+    }
+    writeStressDefinitions(writer, layers);
+    const double load = uniformLoad(request.problem, side);
+    if (load != 0) {
+        writer.paragraph("Uniform load: " + writer.withUnit(Quantity::Stress, load) + ".");
+    }
+    const double lowest = lowestElev(stage);
+    for (const Interval& interval : intervals) {
+        if (interval.top > lowest + Near) {
+            writeInterval(writer, interval,
+                          LayerSymbols(layers.at(static_cast<std::size_t>(interval.layer - 1))),
+                          lowest);
+        }
+    }
+    checkIntervals(writer, stage, side, intervals, layers);
+    checkRows(writer, request, stage, side, RowPressures(request, stage, side, intervals, layers));
+}
+
+} // namespace korvane

@@ -1,0 +1,276 @@
+// Seepage and net water pressures.
+#include "sheet/pressure_parts.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+constexpr double Near = 0.0001;        ///< FT, elevations of one row
+constexpr double SeepageEndNear = 0.1; ///< FT, a row so near the end of seepage is the last in it
+
+/// FT; the search for the bottom ends where a seepage pass moves it by no more than this.
+constexpr double BottomStep = 0.1;
+
+bool seeps(const Problem& problem) {
+    return problem.WaterDataKind == WaterData::Elevations && problem.SeepageKind != Seepage::None;
+}
+
+Expr elevTerm(const char* subscript, double elev) {
+    return term("y", subscript, elev, Quantity::Length);
+}
+
+Expr waterWeight(const Problem& problem) {
+    return term("γ", "w", problem.WaterUnitWeight, Quantity::UnitWeight);
+}
+
+Expr gradientTerm(const PressureStage& stage) {
+    return term("i", "", stage.gradient, Quantity::Gradient);
+}
+
+/// Net pressure at an elevation above the end of seepage, of the parts that act there.
+Expr waterPressure(const Problem& problem, const PressureStage& stage, double elev) {
+    const Expr y = elevTerm("", elev);
+    const Expr weight = waterWeight(problem);
+    Expr sum = 0.0;
+    bool any = false;
+    const auto add = [&](bool plus, const Expr& part) {
+        sum = !any ? (plus ? part : -part) : plus ? sum + part : sum - part;
+        any = true;
+    };
+    if (problem.WaterElev(Right) > elev) {
+        add(true, (elevTerm("R", problem.WaterElev(Right)) - y) * weight);
+    }
+    if (problem.WaterElev(Left) > elev) {
+        add(false, (elevTerm("L", problem.WaterElev(Left)) - y) * weight);
+    }
+    if (seeps(problem)) {
+        const Expr i = gradientTerm(stage);
+        if (problem.SeepageElev > elev) {
+            add(false, (elevTerm("S", problem.SeepageElev) - y) * i * weight);
+        }
+        if (seepageExit(problem) > elev) {
+            add(false, (elevTerm("X", seepageExit(problem)) - y) * i * weight);
+        }
+    }
+    return sum;
+}
+
+double tablePressure(const Problem& problem, double elev) {
+    const int count = problem.WaterPressCount;
+    if (elev > problem.WaterPressElev(1) + Near) {
+        return 0;
+    }
+    for (int j = 2; j <= count; ++j) {
+        const double top = problem.WaterPressElev(j - 1);
+        const double bottom = problem.WaterPressElev(j);
+        if (elev >= bottom) {
+            const double t = (top - elev) / (top - bottom);
+            return (1 - t) * problem.WaterPressure(j - 1) + t * problem.WaterPressure(j);
+        }
+    }
+    return problem.WaterPressure(count);
+}
+
+/// The highest row so near the end of seepage that the head counts as used up below it.
+double lastSeepingElev(const PressureStage& stage) {
+    const ElevationGrid& grid = stage.diagrams.grid;
+    for (int i = 1; i <= grid.NumElevs; ++i) {
+        if (std::abs(grid.ElevGrid(i) - stage.seepageEnd) <= SeepageEndNear) {
+            return grid.ElevGrid(i);
+        }
+    }
+    return stage.seepageEnd;
+}
+
+double ownPressure(const Problem& problem, const PressureStage& stage, double elev,
+                   double lastSeeping) {
+    if (problem.WaterDataKind == WaterData::Pressures) {
+        return tablePressure(problem, elev);
+    }
+    if (seeps(problem) && elev < lastSeeping - Near) {
+        return 0;
+    }
+    return waterPressure(problem, stage, elev).value();
+}
+
+/// All rows: the values just below them, and just above where nothing begins there.
+void checkWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
+    const Problem& problem = request.problem;
+    const ElevationGrid& grid = stage.diagrams.grid;
+    const auto& water = stage.diagrams.pressures.WaterPressures;
+    const double lastSeeping = lastSeepingElev(stage);
+    const double tableTop = problem.WaterDataKind == WaterData::Pressures
+                                ? problem.WaterPressElev(1) - Near
+                                : grid.ElevGrid(1);
+    WorstCheck check("Water pressure, " + stage.prefix + "all rows", Quantity::Stress);
+    for (int i = 1; i <= grid.NumElevs - (stage.review ? 2 : 0); ++i) {
+        const double elev = grid.ElevGrid(i);
+        const double own = ownPressure(problem, stage, elev, lastSeeping);
+        const std::string place = "at " + elevationText(elev, request.units);
+        if (i < grid.NumElevs) {
+            check.add(own, water(i, 1), place);
+        }
+        check.add(i > 1 && elev < tableTop ? own : 0, water(i, 2), place);
+    }
+    check.tell(writer);
+}
+
+void writeGradient(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
+    const Problem& problem = request.problem;
+    const Expr head =
+        elevTerm("R", problem.WaterElev(Right)) - elevTerm("L", problem.WaterElev(Left));
+    const double headValue = writer.formula({"Δh", ""}, head, Quantity::Length);
+    const Expr h = term("Δh", "", headValue, Quantity::Length);
+    const Expr start = elevTerm("S", problem.SeepageElev);
+    const Expr exit = elevTerm("X", seepageExit(problem));
+    const bool automatic = problem.SeepageKind == Seepage::Automatic;
+    if (!automatic) {
+        writer.paragraph("The gradient is given: i = " +
+                         quantityText(Quantity::Gradient, stage.gradient, request.units) + ".");
+    } else if (stage.review && problem.ProgramMode == Mode::Design) {
+        writer.paragraph("The gradient follows the bottom of the wall, which is not known at this "
+                         "stop: the first pass takes i = " +
+                         quantityText(Quantity::Gradient, stage.gradient, request.units) + ".");
+    } else {
+        const double bottom =
+            problem.ProgramMode == Mode::Analysis ? problem.WallBottomElev : lowestElev(stage);
+        const Expr path = start + exit - Expr(2) * elevTerm("B", bottom);
+        writer.paragraph("The head is lost evenly along the path down the right face and up the "
+                         "left one:");
+        const double own = writer.formula({"i", ""}, h / path, Quantity::Gradient);
+        const double limit = request.solved.review->SeepageGradientLimit;
+        const bool held = problem.ProgramMode == Mode::Design && own > limit;
+        if (held) {
+            writer.paragraph("It is held at " +
+                             quantityText(Quantity::Gradient, limit, request.units) +
+                             ": steeper, and the soil in front would float or the net head be used "
+                             "up above the soil.");
+        } else if (problem.ProgramMode == Mode::Design) {
+            writer.paragraph(
+                "The solution takes the gradient of the bottom that its last pass but one has "
+                "found, " +
+                quantityText(Quantity::Gradient, stage.gradient, request.units) +
+                ": its passes end when the bottom moves by no more than " +
+                writer.withUnit(Quantity::Length, BottomStep) + ".");
+        }
+        const double step = 2 * BottomStep / std::abs(path.value());
+        writer.check("Seepage gradient, " + stage.prefix + "of the bottom", Quantity::Gradient,
+                     held ? limit : own, stage.gradient,
+                     problem.ProgramMode == Mode::Design ? 1.2 * step : 1e-9);
+    }
+    const double end =
+        writer.formula({"y", "E"}, (start + exit - h / gradientTerm(stage)) / Expr(2),
+                       Quantity::Length, "Net head used up at");
+    if (!stage.review) {
+        writer.check("End of seepage, " + stage.prefix + "elevation", Quantity::Length, end,
+                     stage.seepageEnd, 1e-9);
+    }
+}
+
+void writeSeepage(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
+    const Problem& problem = request.problem;
+    writer.heading("Seepage");
+    writer.paragraph(
+        "Elevations: water right R and left L; S where seepage starts on the right, X where it "
+        "leaves the soil on the left (the lower of ground and water), B the bottom of the wall.");
+    writeGradient(writer, request, stage);
+    const Expr i = gradientTerm(stage);
+    const Expr weight = waterWeight(problem);
+    writer.paragraph("Downward flow on the right makes soil heavier there, upward flow on the left "
+                     "lighter; water bears of the soil's weight between S or X and E:");
+    writer.formula({"w", "R"}, (Expr(1) - i) * weight, Quantity::UnitWeight);
+    writer.formula({"w", "L"}, (Expr(1) + i) * weight, Quantity::UnitWeight);
+    writer.paragraph("Above and below that it bears its full unit weight. The pressure of the "
+                     "water falls by the head lost: on the right by the gradient below S, on the "
+                     "left it grows by it below X; below E the net pressure is zero.");
+}
+
+void writePressureTable(SheetWriter& writer, const Problem& problem) {
+    Table table;
+    table.caption = "Net water pressures as given";
+    table.columns = {{"EL", Quantity::Length}, {"Net pressure", Quantity::Stress}};
+    for (int j = 1; j <= problem.WaterPressCount; ++j) {
+        table.rows.push_back({writer.value(Quantity::Length, problem.WaterPressElev(j)),
+                              writer.value(Quantity::Stress, problem.WaterPressure(j))});
+    }
+    writer.table(table);
+    writer.paragraph("Between the points straight lines; above the first none, below the last its "
+                     "value. Soil above them weighs its moist weight.");
+}
+
+void writeNetWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
+    const Problem& problem = request.problem;
+    writer.paragraph("Net pressure of the water, right less left, at an elevation y, with the "
+                     "parts that begin above it:");
+    const double lowest = lowestElev(stage);
+    const double lastSeeping = lastSeepingElev(stage);
+    std::vector<double> places{problem.SurfaceElev(Left, 1), problem.WaterElev(Left), lowest};
+    if (seeps(problem)) {
+        places.push_back(problem.SeepageElev);
+    }
+    std::sort(places.begin(), places.end(), std::greater<>());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    const double highest = std::max(problem.WaterElev(Right), problem.WaterElev(Left));
+    bool defined = false;
+    for (const double elev : places) {
+        const bool used = seeps(problem) && elev < lastSeeping - Near;
+        if (elev >= highest || elev < lowest || used) {
+            continue;
+        }
+        const Expr pressure = waterPressure(problem, stage, elev);
+        const std::string label = elevationText(elev, request.units) + ":";
+        if (!defined) {
+            writer.formula({"p", "w"}, pressure, Quantity::Stress, label);
+            defined = true;
+        } else {
+            writer.numbers({"p", "w"}, pressure, Quantity::Stress, label);
+        }
+    }
+}
+
+} // namespace
+
+double seepageExit(const Problem& problem) {
+    return std::min(problem.WaterElev(Left), problem.SurfaceElev(Left, 1));
+}
+
+WaterShare waterShare(const Problem& problem, const PressureStage& stage, int side,
+                      double lowerEnd) {
+    WaterShare share;
+    share.wet =
+        problem.WaterDataKind == WaterData::Elevations && lowerEnd < problem.WaterElev(side);
+    if (!share.wet) {
+        return share;
+    }
+    share.seeps = seeps(problem) && (side == Left || lowerEnd < problem.SeepageElev) &&
+                  lowerEnd >= stage.seepageEnd;
+    const Expr weight = waterWeight(problem);
+    const Expr i = gradientTerm(stage);
+    share.weight = !share.seeps    ? weight
+                   : side == Right ? (Expr(1) - i) * weight
+                                   : (Expr(1) + i) * weight;
+    return share;
+}
+
+void writeWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
+    const Problem& problem = request.problem;
+    if (problem.WaterDataKind == WaterData::None) {
+        writer.paragraph("There is no water.");
+        return;
+    }
+    if (seeps(problem)) {
+        writeSeepage(writer, request, stage);
+    }
+    writer.heading("Water");
+    if (problem.WaterDataKind == WaterData::Pressures) {
+        writePressureTable(writer, problem);
+    } else {
+        writeNetWater(writer, request, stage);
+    }
+    checkWater(writer, request, stage);
+}
+
+} // namespace korvane
