@@ -87,8 +87,7 @@ class Printer {
         case Form::Root:
             return "<msqrt>" + print(node.parts[0].node()) + "</msqrt>";
         case Form::Function:
-            return "<mi>" + node.symbol.letter + "</mi><mo>\u2061</mo>" +
-                   part(node, 0, AtomBinding, true);
+            return "<mi>" + node.symbol.letter + "</mi><mo>\u2061</mo>" + argument(node);
         }
         return {};
     }
@@ -141,6 +140,12 @@ class Printer {
                    : markup;
     }
 
+    /// A letter or number stands behind a thin blank, all else in parentheses.
+    std::string argument(const Expr::Node& node) const {
+        const std::string markup = part(node, 0, AtomBinding, false);
+        return markup.starts_with("<mrow><mo>(") ? markup : "<mspace width=\".17em\"/>" + markup;
+    }
+
     std::string number(const Expr::Node& node) const {
         std::string text = mathNumber(inUnits(node.quantity, node.value, *units_));
         if (node.quantity == Quantity::Angle && text.ends_with("</mn>")) {
@@ -191,8 +196,9 @@ void listTerms(const Expr& sum, const Printer& printer, std::vector<std::string>
                        last.form == Form::Negate ||
                        ((last.form == Form::Number || last.form == Form::Term) && last.value < 0);
     const std::string markup = printer.print(last);
-    terms.push_back((node.form == Form::Add ? "<mo>+</mo>" : "<mo>−</mo>") +
-                    (loose ? parenthesized(markup) : markup));
+    terms.push_back(
+        (node.form == Form::Add ? "<mo form=\"infix\">+</mo>" : "<mo form=\"infix\">−</mo>") +
+        (loose ? parenthesized(markup) : markup));
 }
 
 } // namespace

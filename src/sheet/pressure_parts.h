@@ -11,9 +11,10 @@ namespace korvane {
 /// Seepage: gradient, end, and what they do; then the net water pressures.
 void writeWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage);
 
-/// A side by coefficients: stresses and pressures at the breaks of the diagrams.
+/// A side by coefficients: stresses and pressures at the breaks of the diagrams; the `first` one
+/// tells what the symbols mean.
 void writeStresses(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
-                   int side);
+                   int side, bool first);
 
 /// Its surcharges by theory of elasticity.
 void writeSurcharges(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,

@@ -82,7 +82,9 @@ void writeSide(SheetWriter& writer, const SheetRequest& request, const PressureS
         return;
     }
     if (sideMethods(request)(side) == PressureMethod::Coefficients) {
-        writeStresses(writer, request, stage, side);
+        const bool first =
+            side == Right || sideMethods(request)(Right) != PressureMethod::Coefficients;
+        writeStresses(writer, request, stage, side, first);
         writeSurcharges(writer, request, stage, side);
     } else {
         writeWedges(writer, request, stage, side);

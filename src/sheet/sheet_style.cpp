@@ -27,8 +27,10 @@ p { margin: .45rem 0; max-width: 48rem; }
 p.f { margin: .3rem 0 .3rem 1.2rem; max-width: none; line-height: 1.9; }
 p.f span { color: var(--soft); margin-right: .4rem; }
 p.f math + math { margin-left: .22em; }
-math { font-size: 1.06em; math-style: compact; }
+math { font-family: "STIX Two Math", "Latin Modern Math", "Cambria Math", "Libertinus Math", math,
+ "Liberation Serif", serif; font-size: 1.06em; }
 p.f math { math-style: normal; }
+p.f mfrac > * { math-depth: 0; math-style: normal; }
 mrow.r { font-weight: bold; }
 .soft { color: var(--soft); }
 .t { overflow-x: auto; margin: .6rem 0; }
@@ -52,6 +54,7 @@ table.block td { text-align: left; white-space: pre-line; }
 .note.unsafe { border-color: var(--bad); }
 .note.caution { border-color: var(--load); }
 figure { margin: .8rem 0; }
+svg + svg { margin-left: 1rem; }
 figcaption { font-size: .85rem; color: var(--soft); }
 svg { max-width: 100%; height: auto; }
 svg text { fill: var(--ink); font-family: "Liberation Sans", Arial, Helvetica, sans-serif; }

@@ -106,7 +106,7 @@ LayerWork layerWork(const Problem& problem, int side, int layer, double searched
 Expr coulombCoefficient(const Expr& friction, const Expr& wallFriction, int sign) {
     const Expr under = root(sine(friction + wallFriction) * sine(friction) / cosine(wallFriction));
     const Expr divisor = sign > 0 ? Expr(1) + under : Expr(1) - under;
-    return power(cosine(friction) / divisor, 2) / cosine(wallFriction);
+    return power(cosine(friction), 2) / (cosine(wallFriction) * power(divisor, 2));
 }
 
 CurvedCoefficient curvedCoefficient(double friction, double wallFriction) {

@@ -238,13 +238,9 @@ void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureS
     }
 }
 
-void writeStressDefinitions(SheetWriter& writer, const std::vector<LayerWork>& layers) {
-    LayerWork plain;
-    for (const LayerWork& work : layers) {
-        plain.cohesionActive = std::max(plain.cohesionActive, work.cohesionActive);
-        plain.wallFrictionActive =
-            work.wallFrictionActive != 0 ? work.wallFrictionActive : plain.wallFrictionActive;
-    }
+void writeStressDefinitions(SheetWriter& writer) {
+    LayerWork plain; // with cohesion and wall friction, so that all parts of the formulas show
+    plain.cohesionActive = plain.wallFrictionActive = 1;
     const LayerSymbols symbols(plain);
     const Expr stress = term("σ", "", 0);
     writer.paragraph("The effective vertical stress σ grows from a break of the diagrams at 0 "
@@ -286,7 +282,7 @@ double lowestElev(const PressureStage& stage) {
 }
 
 void writeStresses(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
-                   int side) {
+                   int side, bool first) {
     const double searched = searchedFactor(request, stage.level);
     std::vector<LayerWork> layers;
     for (int layer = 1; layer <= request.problem.SoilLayerCount(side); ++layer) {
@@ -296,7 +292,9 @@ void writeStresses(SheetWriter& writer, const SheetRequest& request, const Press
     if (intervals.empty()) {
         return;
     }
-    writeStressDefinitions(writer, layers);
+    if (first) {
+        writeStressDefinitions(writer);
+    }
     const double load = uniformLoad(request.problem, side);
     if (load != 0) {
         writer.paragraph("Uniform load: " + writer.withUnit(Quantity::Stress, load) + ".");

@@ -24,5 +24,23 @@ TEST(SheetOfExamples, AllChecksPass) {
     }
 }
 
+TEST(SheetOfRandomWalls, AllChecksPass) {
+    const char* more = std::getenv("SHEET_WALLS");
+    const int walls = more != nullptr ? std::atoi(more) : 40;
+    RandomProblems problems(20261122);
+    int solvedWalls = 0;
+    for (int wall = 0; solvedWalls < walls && wall < 4 * walls; ++wall) {
+        const SheetBench bench(problems.next(),
+                               wall % 2 == 0 ? WedgeMethod::Sweep : WedgeMethod::FixedSurface);
+        const Sheet sheet = bench.sheet(wall % 3 == 0 ? UnitSystem::SI : UnitSystem::US);
+        EXPECT_EQ(failedChecks(sheet), "") << wall;
+        if (bench.isSolved()) {
+            ++solvedWalls;
+            EXPECT_GE(sheet.checks.size(), 12U) << wall;
+        }
+    }
+    EXPECT_EQ(solvedWalls, walls);
+}
+
 } // namespace
 } // namespace korvane::test

@@ -1,0 +1,70 @@
+// Wedges of soil by the sheet's own code: weights, loads, and the equilibrium of their forces.
+#pragma once
+
+#include "sheet/expression.h"
+#include "sheet/stages.h"
+
+#include <vector>
+
+namespace korvane {
+
+/// A point of the ground, FT from the wall and FT elevation.
+struct GroundPoint {
+    double x = 0, y = 0;
+};
+
+/// The ground line of a side, with a level stretch behind its last point.
+std::vector<GroundPoint> groundLine(const Problem& problem, int side);
+
+/// LB: the soil above a piece of plane, cut into vertical strips; water and seepage as the method
+/// takes them.
+double soilWeight(const Problem& problem, const PressureStage& stage, int side,
+                  const WedgePiece& piece);
+
+/// LB: all loads on the ground between the ends of a piece.
+double loadWeight(const Problem& problem, int side, const WedgePiece& piece);
+
+/// The developed wall friction (degrees) and adhesion (LB) of the wall from the surface down to an
+/// elevation: the mean by height, and the sum.
+struct WallTerms {
+    double friction = 0, adhesion = 0;
+};
+WallTerms wallTerms(const SheetRequest& request, const PressureStage& stage, int side, double elev,
+                    bool active);
+
+/// The symbols of a piece's equilibrium; `sign` is +1 active, -1 passive.
+struct PieceSymbols {
+    Expr W, C, t, a;
+    double sign;
+
+    PieceSymbols(const WedgePiece& piece, bool active);
+    /// LB: what an outer piece adds to the push on its inner neighbour.
+    Expr outward() const;
+    Expr A() const;
+    Expr B() const;
+};
+
+/// The steps to the force of the piece at the wall.
+struct WallForce {
+    Expr A, B, D, P, horizontal;
+};
+WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallTerms& wall);
+
+/// Forces on the wedge at the wall, LB, x away from the wall and y up.
+struct ForceVector {
+    const char* name;
+    double x = 0, y = 0;
+};
+/// Weight, adhesion, cohesion, push of the outer pieces, reaction of the plane, force of the wall;
+/// those that are zero left out. The reaction closes the polygon.
+std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerForce,
+                                      const WallTerms& wall, double wallForce);
+
+/// The tangent of the angle between the reaction and the plane's normal: the developed friction
+/// where the forces are in equilibrium.
+double reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbols& piece);
+
+/// The polygon as a drawing, tail to head.
+std::string polygonDrawing(const std::vector<ForceVector>& polygon, std::string_view title);
+
+} // namespace korvane
