@@ -92,6 +92,24 @@ class Printer {
         return {};
     }
 
+    /// What begins with a minus stands in parentheses behind a sign.
+    bool isNegative(const Expr::Node& node) const {
+        switch (node.form) {
+        case Form::Number:
+            return node.value < 0;
+        case Form::Term:
+            return units_ != nullptr && node.value < 0;
+        case Form::Negate:
+            return true;
+        case Form::Multiply:
+        case Form::Add:
+        case Form::Subtract:
+            return isNegative(node.parts[0].node());
+        default:
+            return false;
+        }
+    }
+
   private:
     bool isFactorless(const Expr::Node& node) const {
         return node.form == Form::Number || (units_ != nullptr && node.form == Form::Term);
@@ -123,12 +141,6 @@ class Printer {
         default:
             return AtomBinding;
         }
-    }
-
-    /// A negative number behind a sign stands in parentheses too.
-    bool isNegative(const Expr::Node& node) const {
-        return (node.form == Form::Number || (units_ != nullptr && node.form == Form::Term)) &&
-               node.value < 0;
     }
 
     std::string part(const Expr::Node& node, std::size_t n, int binding, bool first) const {
@@ -192,9 +204,8 @@ void listTerms(const Expr& sum, const Printer& printer, std::vector<std::string>
     }
     listTerms(node.parts[0], printer, terms);
     const Expr::Node& last = node.parts[1].node();
-    const bool loose = last.form == Form::Add || last.form == Form::Subtract ||
-                       last.form == Form::Negate ||
-                       ((last.form == Form::Number || last.form == Form::Term) && last.value < 0);
+    const bool loose =
+        last.form == Form::Add || last.form == Form::Subtract || printer.isNegative(last);
     const std::string markup = printer.print(last);
     terms.push_back(
         (node.form == Form::Add ? "<mo form=\"infix\">+</mo>" : "<mo form=\"infix\">−</mo>") +

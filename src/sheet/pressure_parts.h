@@ -20,9 +20,9 @@ void writeStresses(SheetWriter& writer, const SheetRequest& request, const Press
 void writeSurcharges(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
                      int side);
 
-/// A side by a wedge method: surface, planes, forces, floor and tension rule.
+/// A side by a wedge method: surface, planes, forces, floor and tension rule; likewise.
 void writeWedges(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
-                 int side);
+                 int side, bool first);
 
 /// FT: the lowest row that a person would look at: the wall's bottom, or the last regular row.
 double lowestElev(const PressureStage& stage);

@@ -81,13 +81,15 @@ void writeSide(SheetWriter& writer, const SheetRequest& request, const PressureS
         writer.paragraph("How these pressures came about was not kept.");
         return;
     }
-    if (sideMethods(request)(side) == PressureMethod::Coefficients) {
-        const bool first =
-            side == Right || sideMethods(request)(Right) != PressureMethod::Coefficients;
+    const Array<PressureMethod, 2> methods = sideMethods(request);
+    const bool byCoefficients = methods(side) == PressureMethod::Coefficients;
+    const bool first =
+        side == Right || byCoefficients != (methods(Right) == PressureMethod::Coefficients);
+    if (byCoefficients) {
         writeStresses(writer, request, stage, side, first);
         writeSurcharges(writer, request, stage, side);
     } else {
-        writeWedges(writer, request, stage, side);
+        writeWedges(writer, request, stage, side, first);
     }
 }
 

@@ -111,7 +111,7 @@ void writePieces(const WedgeRun& run, const std::vector<WedgePiece>& pieces, boo
                      {"outer end", Quantity::Length},
                      {"EL", Quantity::Length},
                      {"length", Quantity::Length},
-                     {"soil", Quantity::Force},
+                     {"soil weight", Quantity::Force},
                      {"loads", Quantity::Force},
                      {"C", Quantity::Force},
                      {"t"}};
@@ -203,7 +203,8 @@ void writeForceDefinitions(SheetWriter& writer) {
         "piece, δ the mean developed wall friction and T the adhesion on the wall above, H the "
         "push "
         "of the pieces farther out. Active:");
-    const WedgePiece plain;
+    WedgePiece plain; // with cohesion, so that all parts of the formulas show
+    plain.cohesion = 1;
     const auto define = [&](bool active) {
         const PieceSymbols symbols(plain, active);
         const Expr delta = term("δ", "", 0);
@@ -330,6 +331,17 @@ void writeSlopes(const WedgeRun& run) {
     passive.tell(writer);
 }
 
+/// The row of the grid at an elevation, above the bottom of the wall; 0 without one.
+int gridRow(const PressureStage& stage, double elev) {
+    const ElevationGrid& grid = stage.diagrams.grid;
+    for (int i = 2; i < grid.NumElevs; ++i) {
+        if (grid.ElevGrid(i) == elev) {
+            return i;
+        }
+    }
+    return 0;
+}
+
 /// The vertical effective stress down the wall, and the rows that the rules change.
 void writeRules(const WedgeRun& run) {
     SheetWriter& writer = run.writer;
@@ -364,9 +376,13 @@ void writeRules(const WedgeRun& run) {
                                             : problem.SoilMoistWeight(run.side, layer);
             stress += (above->elev - row.elev) * (weight - water.weight.value());
             floor.add(stress, row.effective, at);
-            if (!row.inserted) {
-                passive.add(std::max(stress, row.passiveBefore(2)), row.passive(2), at);
-                active.add(std::max(0.0, row.activeBefore(2)), row.active(2), at);
+            const int inForce = gridRow(run.stage, row.elev);
+            if (!row.inserted && inForce != 0) {
+                const Pressures& pressures = run.stage.diagrams.pressures;
+                passive.add(std::max(stress, row.passiveBefore(2)),
+                            pressures.PassivePressures(run.side, inForce, 2), at);
+                active.add(std::max(0.0, row.activeBefore(2)),
+                           pressures.ActivePressures(run.side, inForce, 2), at);
             }
         }
         raised.add(row.elev, row.raised(1) || row.raised(2));
@@ -390,7 +406,7 @@ void writeRules(const WedgeRun& run) {
 } // namespace
 
 void writeWedges(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
-                 int side) {
+                 int side, bool first) {
     const WedgeDetails& wedge = stage.details->sides(side).wedge;
     const WedgeRun run{writer, request, stage, side, wedge};
     if (wedge.rows.empty()) {
@@ -399,7 +415,9 @@ void writeWedges(SheetWriter& writer, const SheetRequest& request, const Pressur
     }
     writeSurface(run);
     writer.subheading("Planes");
-    writeForceDefinitions(writer);
+    if (first) {
+        writeForceDefinitions(writer);
+    }
     for (const WedgeRow* row : shownRows(run)) {
         writer.subheading(
             "Planes from " + elevationText(row->elev, request.units) + ": active at " +

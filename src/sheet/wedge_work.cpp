@@ -234,10 +234,12 @@ Expr PieceSymbols::B() const {
 }
 
 Expr PieceSymbols::outward() const {
-    const Expr a1 = term("A", "", A().value());
-    const Expr b1 = term("B", "", B().value());
-    return sign > 0 ? -(W - C * cosine(a)) * (b1 / a1) - C * sine(a)
-                    : -(W + C * cosine(a)) * (b1 / a1) + C * sine(a);
+    const Expr ratio = term("B", "", B().value()) / term("A", "", A().value());
+    if (C.value() == 0 && W.value() != 0) {
+        return -(W * ratio);
+    }
+    return sign > 0 ? -((W - C * cosine(a)) * ratio) - C * sine(a)
+                    : -((W + C * cosine(a)) * ratio) + C * sine(a);
 }
 
 WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallTerms& wall) {
@@ -255,12 +257,13 @@ WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallTerm
         vertical = active ? vertical - T : vertical + T;
     }
     Expr level = H;
+    const bool pushed = outerForce != 0 || piece.C.value() != 0;
     if (piece.C.value() != 0) {
         const Expr along = piece.C * cosine(piece.a);
         vertical = active ? vertical - along : vertical + along;
         level = active ? H - piece.C * sine(piece.a) : H + piece.C * sine(piece.a);
     }
-    const Expr force = (vertical * B - level * A) / D;
+    const Expr force = (pushed ? vertical * B - level * A : vertical * B) / D;
     return {piece.A(), piece.B(), divisor, force,
             term("P", "", force.value(), Quantity::Force) * cosine(delta)};
 }
@@ -303,7 +306,7 @@ double reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbo
 
 namespace {
 
-constexpr double Width = 250, Height = 190, Margin = 26; ///< of a drawing, pixels
+constexpr double Width = 250, Height = 190, Margin = 22; ///< of a drawing at most, pixels
 
 std::string number(double value) {
     std::string text;
@@ -359,8 +362,9 @@ std::string polygonDrawing(const std::vector<ForceVector>& polygon, std::string_
     const double shift = (Width - scale * (right - left)) / 2;
     const auto atX = [&](double value) { return shift + scale * (value - left); };
     const auto atY = [&](double value) { return Margin + scale * (high - value); };
-    std::string text = "<svg width=\"" + number(Width) + "\" height=\"" + number(Height) +
-                       "\" viewBox=\"0 0 " + number(Width) + " " + number(Height) +
+    const double height = 2 * Margin + scale * (high - low);
+    std::string text = "<svg width=\"" + number(Width) + "\" height=\"" + number(height) +
+                       "\" viewBox=\"0 0 " + number(Width) + " " + number(height) +
                        "\" font-size=\"12\" text-anchor=\"middle\" role=\"img\"><title>" +
                        std::string(title) + "</title>\n";
     x = y = 0;
