@@ -8,23 +8,6 @@ namespace {
 
 constexpr int MethodNumber = 2;
 
-/// Why a side takes a wedge method; empty where it need not.
-std::string wedgeReason(const Problem& problem, int side) {
-    if (problem.SurfacePointCount(side) > 1) {
-        return "its ground is no level line (" + std::to_string(problem.SurfacePointCount(side)) +
-               " points)";
-    }
-    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
-        if (problem.SoilAdhesion(side, layer) > 0) {
-            return "layer " + std::to_string(layer) + " has adhesion on the wall";
-        }
-        if (layer < problem.SoilLayerCount(side) && problem.SoilBottomSlope(side, layer) != 0) {
-            return "the bottom of layer " + std::to_string(layer) + " slopes";
-        }
-    }
-    return "";
-}
-
 std::string methodText(const SheetRequest& request, int side) {
     const Problem& problem = request.problem;
     switch (sideMethods(request)(side)) {

@@ -16,7 +16,7 @@ struct LayerFactor {
 LayerFactor activeFactor(const Problem& problem, int side, int layer, double searched);
 LayerFactor passiveFactor(const Problem& problem, int side, int layer, double searched);
 
-/// "of its own", "of the side", "of the wall", "found".
+/// "of the layer", "of the side", "of the wall", "found".
 const char* factorSourceText(FactorSource source);
 
 /// A layer as the sheet works with it; angles in degrees, strengths in PSF.

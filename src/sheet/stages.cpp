@@ -82,9 +82,34 @@ std::vector<PressureStage> pressureStages(const SheetRequest& request) {
     return stages;
 }
 
+std::string wedgeReason(const Problem& problem, int side) {
+    if (problem.SurfacePointCount(side) > 1) {
+        return "its ground is no level line (" + std::to_string(problem.SurfacePointCount(side)) +
+               " points)";
+    }
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        if (problem.SoilAdhesion(side, layer) > 0) {
+            return "layer " + std::to_string(layer) + " has adhesion on the wall";
+        }
+        if (layer < problem.SoilLayerCount(side) && problem.SoilBottomSlope(side, layer) != 0) {
+            return "the bottom of layer " + std::to_string(layer) + " slopes";
+        }
+    }
+    return "";
+}
+
 Array<PressureMethod, 2> sideMethods(const SheetRequest& request) {
-    return request.solved.review != nullptr ? request.solved.review->SideMethod
-                                            : Array<PressureMethod, 2>{};
+    if (request.solved.review != nullptr) {
+        return request.solved.review->SideMethod;
+    }
+    Array<PressureMethod, 2> methods;
+    const bool fixed = request.options.wedge == WedgeMethod::FixedSurface;
+    for (const int side : {Right, Left}) {
+        methods(side) = wedgeReason(request.problem, side).empty() ? PressureMethod::Coefficients
+                        : fixed                                    ? PressureMethod::FixedSurface
+                                                                   : PressureMethod::Sweep;
+    }
+    return methods;
 }
 
 const char* sideName(int side) {

@@ -27,7 +27,10 @@ struct PressureStage {
 /// rest on the same pressures. Empty where the solution has not come to pressures.
 std::vector<PressureStage> pressureStages(const SheetRequest& request);
 
-/// The methods of the sides; all None where not even they are known.
+/// Why a side takes a wedge method; empty where it need not.
+std::string wedgeReason(const Problem& problem, int side);
+
+/// The methods of the sides; those that the input asks for where the solution has not come to them.
 Array<PressureMethod, 2> sideMethods(const SheetRequest& request);
 
 /// "right", "left".

@@ -1,5 +1,6 @@
 // Title block, what became of the solution, and the table of checks at the end.
 #include "sheet/sections.h"
+#include "sheet/soil_work.h"
 #include "sheet/stages.h"
 
 #include "runtime/number_format.h"
@@ -49,38 +50,97 @@ std::string levelLine(const SheetWriter& writer, const SheetRequest& request,
            writer.withUnit(Quantity::Moment, level.diagrams.MaxMoment.value) + ".";
 }
 
-/// The number that shows why clay in front bears no wall: what remains of its passive pressure.
+/// The layer just below an elevation.
+int layerBelow(const Problem& problem, int side, double elev) {
+    int layer = 1;
+    while (layer < problem.SoilLayerCount(side) && problem.SoilBottomElev(side, layer) >= elev) {
+        ++layer;
+    }
+    return layer;
+}
+
+/// PSF: soil and uniform load above an elevation, less still water.
+double effectiveStress(const Problem& problem, int side, double elev) {
+    double stress = problem.VUniformCount(side) != 0 ? problem.VUniformLoad(side) : 0;
+    double top = problem.SurfaceElev(side, 1);
+    for (int layer = 1; layer <= problem.SoilLayerCount(side) && top > elev; ++layer) {
+        const bool last = layer == problem.SoilLayerCount(side);
+        const double bottom = last ? elev : std::max(elev, problem.SoilBottomElev(side, layer));
+        const bool water = problem.WaterDataKind == WaterData::Elevations;
+        const double wet =
+            water ? std::max(0.0, std::min(top, problem.WaterElev(side)) - bottom) : 0;
+        stress += (top - bottom - wet) * problem.SoilMoistWeight(side, layer) +
+                  wet * (problem.SoilSatWeight(side, layer) - problem.WaterUnitWeight);
+        top = bottom;
+    }
+    return stress;
+}
+
+/// PSF: net pressure of still water.
+double stillWater(const Problem& problem, double elev) {
+    if (problem.WaterDataKind != WaterData::Elevations) {
+        return 0;
+    }
+    return problem.WaterUnitWeight * (std::max(0.0, problem.WaterElev(Right) - elev) -
+                                      std::max(0.0, problem.WaterElev(Left) - elev));
+}
+
+/// The number that shows why clay on both sides holds a wall or not: the net pressure below the
+/// lower ground, which does not change with depth in clay of one weight.
 void tellClayNumber(SheetWriter& writer, const SheetRequest& request) {
+    const Problem& problem = request.problem;
+    const double ground = std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
+    const int right = layerBelow(problem, Right, ground);
+    const int left = layerBelow(problem, Left, ground);
+    const auto isClay = [&](int side, int layer) {
+        return problem.SoilDataKind(side) == SoilData::Strengths &&
+               problem.SoilFriction(side, layer) == 0 && problem.SoilCohesion(side, layer) > 0;
+    };
+    const double Fa = activeFactor(problem, Right, right, 0).value;
+    const double Fp = passiveFactor(problem, Left, left, 0).value;
+    if (!isClay(Right, right) || !isClay(Left, left) || !(Fa > 0) || !(Fp > 0)) {
+        return;
+    }
+    const auto stress = [](const char* letter, const char* index, double value) {
+        return term(letter, index, value, Quantity::Stress);
+    };
+    const Expr net =
+        stress("σ", "R", effectiveStress(problem, Right, ground)) -
+        Expr(2) * stress("c", "R", problem.SoilCohesion(Right, right)) / term("F", "a", Fa) -
+        stress("σ", "L", effectiveStress(problem, Left, ground)) -
+        Expr(2) * stress("c", "L", problem.SoilCohesion(Left, left)) / term("F", "p", Fp) +
+        stress("p", "w", stillWater(problem, ground));
+    writer.paragraph("In clay the net active pressure below the lower ground is what loads the "
+                     "clay behind less twice the developed cohesions of both sides (effective "
+                     "stresses, still water):");
+    const double value = writer.formula({"p", "net"}, net, Quantity::Stress);
+    writer.paragraph(value > 0 ? "It is above zero, and depth does not lower it: no depth holds "
+                                 "this wall."
+                               : "It is below zero: the clay in front holds, but by little where "
+                                 "this is small.");
+}
+
+/// The least net active pressure below the lower ground, where the solution came to it.
+void tellLeastPressure(SheetWriter& writer, const SheetRequest& request) {
     const std::vector<PressureStage> stages = pressureStages(request);
     if (stages.empty()) {
         return;
     }
     const PressureDiagrams& diagrams = stages.front().diagrams;
-    const double lower =
+    const double ground =
         std::min(request.problem.SurfaceElev(Right, 1), request.problem.SurfaceElev(Left, 1));
-    double least = 0;
-    double at = 0;
-    bool found = false;
+    constexpr double near = 0.0001;
+    int least = 0;
     for (int i = 1; i <= diagrams.grid.NumElevs - 2; ++i) {
-        const double elev = diagrams.grid.ElevGrid(i);
-        if (elev < lower + 0.0001 && (!found || diagrams.NetActive(i, 1) < least)) {
-            least = diagrams.NetActive(i, 1);
-            at = elev;
-            found = true;
-        }
+        const bool better = least == 0 || diagrams.NetActive(i, 1) < diagrams.NetActive(least, 1);
+        least = diagrams.grid.ElevGrid(i) < ground + near && better ? i : least;
     }
-    if (!found) {
-        return;
+    if (least != 0) {
+        writer.paragraph("The least net active pressure below the lower ground is " +
+                         writer.withUnit(Quantity::Stress, diagrams.NetActive(least, 1)) + " at " +
+                         elevationText(diagrams.grid.ElevGrid(least), request.units) +
+                         "; below zero the soil in front resists more than what pushes behind.");
     }
-    const std::string place = " at " + elevationText(at, request.units);
-    const std::string value = writer.withUnit(Quantity::Stress, least);
-    writer.paragraph(
-        "Net active pressure below the lower ground: its smallest value on the grid is " + value +
-        place +
-        (least > 0 ? ". It stays above zero: the soil in front resists less than the soil "
-                     "and water behind push, at every depth."
-                   : ". A wall needs the resistance in front to outweigh what pushes "
-                     "behind."));
 }
 
 void tellFailure(SheetWriter& writer, const SheetRequest& request) {
@@ -104,6 +164,7 @@ void tellFailure(SheetWriter& writer, const SheetRequest& request) {
                          " side, layer " + std::to_string(failure.layer) + ".");
     }
     tellClayNumber(writer, request);
+    tellLeastPressure(writer, request);
     writer.paragraph("What follows is known up to that point.");
     writer.markup("</div>\n");
 }

@@ -2,8 +2,8 @@
 #include "sheet_bench.h"
 #include "support/random_problem.h"
 
-#include <fstream>
 #include <cstdlib>
+#include <fstream>
 
 namespace korvane::test {
 namespace {
