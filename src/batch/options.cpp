@@ -70,6 +70,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         ->capture_default_str();
     app.add_flag("--json", options.json, "all numeric results as JSON beside each report");
     app.add_flag("--plots", options.plots, "the result and input plots as SVG beside each report");
+    app.add_flag("--sheet", options.sheet, "the calculation sheet as HTML beside each report");
     app.add_option("--jobs", options.jobs, "problems solved at once")
         ->check(CLI::Range(1, 1000))
         ->capture_default_str();
@@ -89,7 +90,7 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
     std::string units;
     std::string convert;
     app.add_option("--units", units,
-                   "units of JSON, notes and comparison; without it those of the input")
+                   "units of JSON, notes, sheet and comparison; without it those of the input")
         ->check(CLI::IsMember({"us", "si"}));
     app.add_option("--convert", convert, "writes the input in these units to OUTPUT, unsolved")
         ->check(CLI::IsMember({"us", "si"}));

@@ -26,6 +26,7 @@ struct Options {
     bool fixedSurface = false;       ///< the wedge method: fixed surface or sweep search
     bool json = false;
     bool plots = false;
+    bool sheet = false;
     bool quiet = false;
     bool verify = false; ///< the shipped cases are run; there is no input
     bool check = false;  ///< notes on the input alone, nothing is solved
@@ -55,8 +56,9 @@ struct Job {
     std::filesystem::path inputPath;
     std::filesystem::path reportPath; ///< empty: standard output
     std::filesystem::path jsonPath;   ///< empty: none
+    std::filesystem::path sheetPath;  ///< calculation sheet; empty: none
     bool plots = false;               ///< figures beside the report
-    /// Figures and JSON of an earlier run that this one does not write anew.
+    /// Figures, JSON and sheet of an earlier run that this one does not write anew.
     std::vector<std::filesystem::path> stale;
     /// Figures in the places of those of this run, which it may not draw all.
     std::vector<std::filesystem::path> oldFigures;

@@ -107,12 +107,18 @@ std::vector<fs::path> staleOutputs(const Job& job, const std::vector<std::string
     if (!job.plots) {
         stale = presentFigures(job, figures, listings);
     }
-    if (job.jsonPath.empty()) {
-        fs::path json = job.reportPath;
-        json.replace_extension(".json");
-        if (listings.has(json)) {
-            stale.push_back(json);
+    const auto list = [&](const char* extension) {
+        fs::path file = job.reportPath;
+        file.replace_extension(extension);
+        if (listings.has(file)) {
+            stale.push_back(file);
         }
+    };
+    if (job.jsonPath.empty()) {
+        list(".json");
+    }
+    if (job.sheetPath.empty()) {
+        list(".html");
     }
     return stale;
 }
@@ -123,6 +129,7 @@ Job planJob(const Options& options, const std::string& input, const fs::path& he
             .inputPath = here / input,
             .reportPath = {},
             .jsonPath = {},
+            .sheetPath = {},
             .plots = options.plots,
             .stale = {},
             .oldFigures = {}};
@@ -142,6 +149,10 @@ Job planJob(const Options& options, const std::string& input, const fs::path& he
         job.jsonPath = job.reportPath;
         job.jsonPath.replace_extension(".json");
     }
+    if (options.sheet) {
+        job.sheetPath = job.reportPath;
+        job.sheetPath.replace_extension(".html");
+    }
     return job;
 }
 
@@ -152,11 +163,11 @@ std::string wrongCombination(const Options& options) {
     if (options.convert && options.output.empty()) {
         return "--convert needs an output file (-o).";
     }
-    if (options.convert && (options.json || options.plots || options.units)) {
-        return "--convert writes the input alone: no --json, --plots or --units with it.";
+    if (options.convert && (options.json || options.plots || options.sheet || options.units)) {
+        return "--convert writes the input alone: no --json, --plots, --sheet or --units with it.";
     }
-    const bool writes =
-        !options.output.empty() || !options.outputDir.empty() || options.json || options.plots;
+    const bool writes = !options.output.empty() || !options.outputDir.empty() || options.json ||
+                        options.plots || options.sheet;
     if (options.convert && options.compare) {
         return "--convert solves nothing that could be compared.";
     }
@@ -166,8 +177,9 @@ std::string wrongCombination(const Options& options) {
     if (options.output == "-" && options.compare) {
         return "--compare needs a report file: the table goes to standard output.";
     }
-    if (options.output == "-" && (options.json || options.plots)) {
-        return "--json and --plots need a report file; the report goes to standard output.";
+    if (options.output == "-" && (options.json || options.plots || options.sheet)) {
+        return "--json, --plots and --sheet need a report file; the report goes to standard "
+               "output.";
     }
     return {};
 }
@@ -230,7 +242,7 @@ std::string collision(const std::vector<Job>& jobs, const std::unordered_set<std
     };
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         const Job& job = jobs[i];
-        for (const fs::path& output : {job.reportPath, job.jsonPath}) {
+        for (const fs::path& output : {job.reportPath, job.jsonPath, job.sheetPath}) {
             if (!output.empty() && collides(places.of(output).native())) {
                 return output.string() + fault;
             }

@@ -138,6 +138,9 @@ std::string messageLines(const std::string& input, const Outcome& outcome, bool 
     if (!outcome.during.empty()) {
         lines += messageText(input) + ": while " + outcome.during + "\n";
     }
+    for (const Check& check : outcome.failedChecks) {
+        lines += checkLineOf(input, check) + "\n";
+    }
     for (const Note& note : outcome.notes) {
         if (!quiet || note.severity == Severity::Unsafe) {
             lines += noteLineOf(input, note) + "\n";

@@ -63,8 +63,9 @@ struct Run {
     std::vector<ReadRemark> remarks = {};
     std::vector<Note> notes = {};
     Comparison comparison = {};
+    std::vector<Check> checks = {}; ///< of the sheet
 
-    /// Of JSON, notes and comparison.
+    /// Of JSON, notes, sheet and comparison.
     UnitSystem units() const { return options.units.value_or(numbers.units); }
     void raise(int other) { status = std::max(status, other); }
     /// The first failure stands.
@@ -135,6 +136,7 @@ bool solveLevels(Run& run) {
 korvane::Options roadOptions(Run& run) {
     korvane::Options options;
     options.wedge = run.options.fixedSurface ? WedgeMethod::FixedSurface : WedgeMethod::Sweep;
+    options.keepDetails = run.options.sheet;
     options.factorLimit.largest = run.options.maxFs;
     options.factorLimit.ask = [&run](double limit) {
         return run.prompts.goBeyond(limit, run.options.maxFs);
@@ -142,13 +144,13 @@ korvane::Options roadOptions(Run& run) {
     return options;
 }
 
-/// The notes that are asked for: beside JSON and a comparison all of them.
+/// The notes that are asked for: beside JSON, a sheet and a comparison all of them.
 NoteRequest noteRequest(const Run& run) {
     const Options& options = run.options;
+    const bool all = !options.quiet || options.json || options.sheet || options.compare;
     const NoteWork work = !options.notes ? NoteWork::None
-                          : options.quiet && !options.json && !options.compare
-                              ? NoteWork::UnsafeOnly
-                              : NoteWork::All;
+                          : all          ? NoteWork::All
+                                         : NoteWork::UnsafeOnly;
     return {.problem = run.problem, .work = work, .units = run.units(), .read = &run.remarks};
 }
 
@@ -246,12 +248,16 @@ void solve(Run& run) {
 struct Outputs {
     std::optional<PendingFile> report;
     std::deque<PendingFile> figures;
+    std::optional<PendingFile> sheet;
     std::optional<PendingFile> json;
     std::vector<std::filesystem::path> stale; ///< of an earlier run
 };
 
-/// True for a figure or JSON file that this program has written.
+/// True for a figure, JSON file or sheet that this program has written.
 bool isOurs(const std::filesystem::path& file) {
+    if (file.extension() == ".html") {
+        return isSheetFile(readHead(file, SheetHeadBytes));
+    }
     constexpr std::string_view figure = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                                         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"";
     constexpr std::string_view results = "{\n \"schema\": ";
@@ -273,7 +279,21 @@ std::string json(const Run& run) {
                         .comparison = run.options.compare ? &run.comparison : nullptr});
 }
 
-void prepareOutputs(const Run& run, Outputs& outputs) {
+/// Of what the solution has come to; nothing of a refused input.
+void prepareSheet(Run& run, Outputs& outputs) {
+    const korvane::Options options = roadOptions(run);
+    CalculationSheet sheet = calculationSheet({.problem = run.problem,
+                                               .sections = run.sections,
+                                               .solved = run.solved,
+                                               .options = options,
+                                               .notes = run.notes,
+                                               .units = run.units(),
+                                               .inputName = run.job.inputPath.filename().string()});
+    run.checks = std::move(sheet.checks);
+    outputs.sheet.emplace(run.job.sheetPath, sheet.html, Flush::None);
+}
+
+void prepareOutputs(Run& run, Outputs& outputs) {
     const Job& job = run.job;
     std::copy_if(job.stale.begin(), job.stale.end(), std::back_inserter(outputs.stale), isOurs);
     if (!job.reportPath.empty()) {
@@ -287,12 +307,17 @@ void prepareOutputs(const Run& run, Outputs& outputs) {
                                          Flush::None);
         });
     }
+    if (!job.sheetPath.empty() && run.opened) {
+        prepareSheet(run, outputs);
+    } else if (!job.sheetPath.empty() && isOurs(job.sheetPath)) {
+        outputs.stale.push_back(job.sheetPath);
+    }
     if (!job.jsonPath.empty()) {
         outputs.json.emplace(job.jsonPath, json(run), Flush::None);
     }
 }
 
-/// No old figure or JSON may stand beside a new report, whatever fails later.
+/// No old figure, sheet or JSON may stand beside a new report, whatever fails later.
 void removeOldOutputs(const Job& job, Outputs& outputs) {
     std::set<std::filesystem::path> kept;
     for (PendingFile& figure : outputs.figures) {
@@ -304,8 +329,10 @@ void removeOldOutputs(const Job& job, Outputs& outputs) {
             removeFile(figure);
         }
     }
-    if (outputs.json) {
-        outputs.json->clearPlace();
+    for (std::optional<PendingFile>* file : {&outputs.sheet, &outputs.json}) {
+        if (*file) {
+            (*file)->clearPlace();
+        }
     }
     for (const std::filesystem::path& file : outputs.stale) {
         removeFile(file);
@@ -320,6 +347,9 @@ void placeOutputs(Run& run, Outputs& outputs) {
     }
     for (PendingFile& figure : outputs.figures) {
         guarded(run, [&] { figure.place(); });
+    }
+    if (outputs.sheet) {
+        guarded(run, [&] { outputs.sheet->place(); });
     }
     if (outputs.json) {
         guarded(run, [&] {
@@ -364,7 +394,21 @@ Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
     outcome.status = run.status;
     outcome.messages = std::move(run.prompts.messages);
     outcome.notes = std::move(run.notes);
+    tellChecks(run.checks, outcome);
     return outcome;
+}
+
+void tellChecks(const std::vector<Check>& checks, Outcome& outcome) {
+    for (const Check& check : checks) {
+        if (!check.pass) {
+            outcome.failedChecks.push_back(check);
+            outcome.status = std::max(outcome.status, StatusFailed);
+        }
+    }
+}
+
+std::string checkLineOf(const std::string& input, const Check& check) {
+    return messageText(input) + ": sheet: " + checkLine(check);
 }
 
 std::string noteLineOf(const std::string& input, const Note& note) {

@@ -3,6 +3,7 @@
 
 #include "batch/options.h"
 #include "notes/notes.h"
+#include "sheet/sheet.h"
 #include "solution/solution.h"
 #include "state/message_box.h"
 
@@ -24,17 +25,20 @@ struct Outcome {
     std::vector<Message> messages;
     std::string during; ///< what was being done where there are no results: "reading the input"
     std::vector<Note> notes;
-    std::string comparison; ///< the table, where it is asked for and the input was read
-    std::string report;     ///< only where it goes to standard output
-    int fault = 0;          ///< the run-time error that left no memory for a message
+    std::vector<Check> failedChecks; ///< of the calculation sheet
+    std::string comparison;          ///< the table, where it is asked for and the input was read
+    std::string report;              ///< only where it goes to standard output
+    int fault = 0;                   ///< the run-time error that left no memory for a message
 };
 
-/// Reads and solves one input as the desktop program would and writes its report (JSON and figures
-/// too). Every fault ends as a message and a status. No file but the outputs is made.
+/// Reads and solves one input as the desktop program would and writes its report (JSON, figures and
+/// calculation sheet too). Every fault ends as a message and a status. No file but the outputs is
+/// made.
 ///
 /// All outputs are written beside their places before one is touched: a fault of files or memory up
-/// to then leaves those of an earlier run whole. Then the old figures and JSON go, and report,
-/// figures and JSON take their places in this order. Where one cannot, the rest goes on.
+/// to then leaves those of an earlier run whole. Then the old figures, sheet and JSON go, and
+/// report, figures, sheet and JSON take their places in this order. Where one cannot, the rest goes
+/// on.
 ///
 /// With --check the input is read alone: the notes on it, no output, and StatusFailed where one is
 /// unsafe. `second` is where walls are solved once more for notes and comparison.
@@ -43,6 +47,12 @@ Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
 
 /// A note as one line of the error output: "INPUT: note: SEVERITY: TEXT (CODE)".
 std::string noteLineOf(const std::string& input, const Note& note);
+
+/// The failing checks of a calculation sheet; where there are some the outcome is StatusFailed.
+void tellChecks(const std::vector<Check>& checks, Outcome& outcome);
+
+/// A failing check as one line of the error output: "INPUT: sheet: WHAT: VALUE, solution VALUE".
+std::string checkLineOf(const std::string& input, const Check& check);
 
 /// A message as one line of the error output: "INPUT: [TITLE] text", its lines joined by " / ".
 /// At most 200 characters of each are shown, control characters as "\x1B".

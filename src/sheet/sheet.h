@@ -1,7 +1,7 @@
 // The calculation sheet of a wall: a file for browsers and printers that shows where the numbers of
 // a solution come from, with formulas worked out again and compared.
 //
-//     const Sheet sheet = calculationSheet({.problem = problem, .sections = sections,
+//     const CalculationSheet sheet = calculationSheet({.problem = problem, .sections = sections,
 //                                           .solved = solved, .options = options,
 //                                           .notes = notes, .inputName = "wall.dat"});
 #pragma once
@@ -39,15 +39,22 @@ struct SheetRequest {
     MomentText moment = momentText(); ///< of the title block
 };
 
-struct Sheet {
+struct CalculationSheet {
     std::string html; ///< UTF-8; HTML that is well-formed XML too
     std::vector<Check> checks;
 };
 
 /// The same request gives the same bytes.
-Sheet calculationSheet(const SheetRequest& request);
+CalculationSheet calculationSheet(const SheetRequest& request);
 
-/// The head of every sheet up to what names the program's version: files that begin so are ours.
-std::string_view sheetFileHead();
+/// "Ka, right side, layer 1: 0.31 by the sheet, 0.30 by the solution", 9 significant digits, US
+/// customary units.
+std::string checkLine(const Check& check);
+
+/// How much of a file shows whose it is.
+inline constexpr std::size_t SheetHeadBytes = 1024;
+
+/// True for the first bytes of a file that names KORVANE as what has made it.
+bool isSheetFile(std::string_view head);
 
 } // namespace korvane

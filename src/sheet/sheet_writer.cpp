@@ -21,7 +21,7 @@ std::string element(std::string_view name, std::string_view content) {
     return text;
 }
 
-std::string headOf(const Column& column, UnitSystem units) {
+std::string headOf(const TableColumn& column, UnitSystem units) {
     std::string head = column.markup.empty() ? escaped(column.title) : column.markup;
     const std::string unit = unitMarkup(column.quantity, units);
     if (!unit.empty()) {
@@ -114,7 +114,7 @@ void SheetWriter::table(const Table& table) {
         html_ += element("caption", escaped(table.caption));
     }
     html_ += "<thead><tr>";
-    for (const Column& column : table.columns) {
+    for (const TableColumn& column : table.columns) {
         html_ += "<th>" + headOf(column, units_) + "</th>";
     }
     html_ += "</tr></thead>\n<tbody>\n";

@@ -23,7 +23,7 @@ struct Cell {
 };
 
 /// A column's head. A quantity with a unit shows it below the title.
-struct Column {
+struct TableColumn {
     std::string title;
     Quantity quantity = Quantity::Number;
     std::string markup = {}; ///< instead of the title, for symbols
@@ -31,7 +31,7 @@ struct Column {
 
 struct Table {
     std::string caption = {};
-    std::vector<Column> columns;
+    std::vector<TableColumn> columns;
     std::vector<std::vector<Cell>> rows = {};
     std::string id = {};
     bool wide = false; ///< many rows of small print

@@ -162,7 +162,7 @@ void writePlane(const WedgeRun& run, const WedgeRow& row, bool active) {
             writer.numbers({"H", std::to_string(n + 1)}, symbols.outward(), Quantity::Force, label);
     }
     const PieceSymbols symbols(pieces.back(), active);
-    const WallTerms wall = wallTerms(run.request, run.stage, run.side, row.elev, active);
+    const WallStrengths wall = wallTerms(run.request, run.stage, run.side, row.elev, active);
     const WallForce force = wallForce(symbols, outer, wall);
     writer.numbers({"A", ""}, force.A, Quantity::Number, "At the wall:");
     writer.numbers({"B", ""}, force.B);
@@ -258,7 +258,8 @@ void checkPlanes(const WedgeRun& run) {
                 }
             }
             const PieceSymbols symbols(pieces.back(), isActive);
-            const WallTerms wall = wallTerms(run.request, run.stage, run.side, row.elev, isActive);
+            const WallStrengths wall =
+                wallTerms(run.request, run.stage, run.side, row.elev, isActive);
             const WallForce force = wallForce(symbols, outer, wall);
             (isActive ? active : passive).add(force.horizontal.value(), plane.force, at);
             onWall.add(wall.friction, plane.wallFriction, at);

@@ -200,12 +200,12 @@ double loadWeight(const Problem& problem, int side, const WedgePiece& piece) {
     return sum;
 }
 
-WallTerms wallTerms(const SheetRequest& request, const PressureStage& stage, int side, double elev,
-                    bool active) {
+WallStrengths wallTerms(const SheetRequest& request, const PressureStage& stage, int side,
+                        double elev, bool active) {
     const Problem& problem = request.problem;
     const double surface = problem.SurfaceElev(side, 1);
     const double searched = searchedFactor(request, stage.level);
-    WallTerms terms;
+    WallStrengths terms;
     double top = surface;
     for (int layer = 1; layer <= problem.SoilLayerCount(side) && top > elev; ++layer) {
         const bool last = layer == problem.SoilLayerCount(side);
@@ -242,7 +242,7 @@ Expr PieceSymbols::outward() const {
                     : -((W + C * cosine(a)) * ratio) + C * sine(a);
 }
 
-WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallTerms& wall) {
+WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallStrengths& wall) {
     const Expr delta = term("δ", "", wall.friction, Quantity::Angle);
     const Expr H = term("H", "", outerForce, Quantity::Force);
     const Expr T = term("T", "", wall.adhesion, Quantity::Force);
@@ -269,7 +269,7 @@ WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallTerm
 }
 
 std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerForce,
-                                      const WallTerms& wall, double wallForce) {
+                                      const WallStrengths& wall, double wallForce) {
     const double sign = piece.sign;
     const double sin = sine(piece.a).value();
     const double cos = cosine(piece.a).value();

@@ -26,11 +26,11 @@ double loadWeight(const Problem& problem, int side, const WedgePiece& piece);
 
 /// The developed wall friction (degrees) and adhesion (LB) of the wall from the surface down to an
 /// elevation: the mean by height, and the sum.
-struct WallTerms {
+struct WallStrengths {
     double friction = 0, adhesion = 0;
 };
-WallTerms wallTerms(const SheetRequest& request, const PressureStage& stage, int side, double elev,
-                    bool active);
+WallStrengths wallTerms(const SheetRequest& request, const PressureStage& stage, int side,
+                        double elev, bool active);
 
 /// The symbols of a piece's equilibrium; `sign` is +1 active, -1 passive.
 struct PieceSymbols {
@@ -48,7 +48,7 @@ struct PieceSymbols {
 struct WallForce {
     Expr A, B, D, P, horizontal;
 };
-WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallTerms& wall);
+WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallStrengths& wall);
 
 /// Forces on the wedge at the wall, LB, x away from the wall and y up.
 struct ForceVector {
@@ -58,7 +58,7 @@ struct ForceVector {
 /// Weight, adhesion, cohesion, push of the outer pieces, reaction of the plane, force of the wall;
 /// those that are zero left out. The reaction closes the polygon.
 std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerForce,
-                                      const WallTerms& wall, double wallForce);
+                                      const WallStrengths& wall, double wallForce);
 
 /// The tangent of the angle between the reaction and the plane's normal: the developed friction
 /// where the forces are in equilibrium.

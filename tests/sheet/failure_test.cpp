@@ -9,7 +9,7 @@ TEST(SheetOfFailingWalls, TellsWhatWasBeingDoneAndWhatIsKnown) {
     for (const FailingWall& wall : failingWalls()) {
         const SheetBench bench(wall.problem);
         ASSERT_TRUE(bench.solved.failure) << wall.name;
-        const Sheet sheet = bench.sheet();
+        const CalculationSheet sheet = bench.sheet();
         EXPECT_NE(sheet.html.find("ended without results"), std::string::npos) << wall.name;
         EXPECT_NE(sheet.html.find(stageText(bench.solved.failure.stage, wall.problem.WallType)),
                   std::string::npos)

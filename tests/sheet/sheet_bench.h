@@ -57,7 +57,7 @@ class SheetBench {
         notes = notesOnSolution({.problem = problem}, solved, options, second);
     }
 
-    Sheet sheet(UnitSystem units = UnitSystem::US) const {
+    CalculationSheet sheet(UnitSystem units = UnitSystem::US) const {
         return calculationSheet({.problem = problem,
                                  .sections = sections,
                                  .solved = solved,
@@ -82,7 +82,7 @@ class SheetBench {
 };
 
 /// The checks that fail, a line each.
-inline std::string failedChecks(const Sheet& sheet) {
+inline std::string failedChecks(const CalculationSheet& sheet) {
     std::string lines;
     for (const Check& check : sheet.checks) {
         if (!check.pass) {

@@ -12,7 +12,7 @@ TEST(SheetOfExamples, AllChecksPass) {
     for (const std::string& file : exampleFiles()) {
         for (const WedgeMethod wedge : {WedgeMethod::Sweep, WedgeMethod::FixedSurface}) {
             const SheetBench bench(readWall(file), wedge);
-            const Sheet sheet = bench.sheet();
+            const CalculationSheet sheet = bench.sheet();
             EXPECT_EQ(failedChecks(sheet), "") << file;
             EXPECT_GE(sheet.checks.size(), 12U) << file;
             if (const char* out = std::getenv("SHEETS")) {
@@ -32,7 +32,7 @@ TEST(SheetOfRandomWalls, AllChecksPass) {
     for (int wall = 0; solvedWalls < walls && wall < 4 * walls; ++wall) {
         const SheetBench bench(problems.next(),
                                wall % 2 == 0 ? WedgeMethod::Sweep : WedgeMethod::FixedSurface);
-        const Sheet sheet = bench.sheet(wall % 3 == 0 ? UnitSystem::SI : UnitSystem::US);
+        const CalculationSheet sheet = bench.sheet(wall % 3 == 0 ? UnitSystem::SI : UnitSystem::US);
         EXPECT_EQ(failedChecks(sheet), "") << wall;
         if (bench.isSolved()) {
             ++solvedWalls;
