@@ -46,8 +46,12 @@ struct Expr::Node {
 
 namespace {
 
+/// Markup as the one child that an element wants; a single number is one already.
 std::string row(const std::string& markup) {
-    return "<mrow>" + markup + "</mrow>";
+    constexpr std::string_view open = "<mn>";
+    constexpr std::string_view end = "</mn>";
+    const bool single = markup.starts_with(open) && markup.find(end) + end.size() == markup.size();
+    return single ? markup : "<mrow>" + markup + "</mrow>";
 }
 
 std::string parenthesized(const std::string& markup) {
@@ -87,7 +91,7 @@ class Printer {
         case Form::Root:
             return "<msqrt>" + print(node.parts[0].node()) + "</msqrt>";
         case Form::Function:
-            return "<mi>" + node.symbol.letter + "</mi><mo>\u2061</mo>" + argument(node);
+            return argument(node);
         }
         return {};
     }
@@ -155,7 +159,8 @@ class Printer {
     /// A letter or number stands behind a thin blank, all else in parentheses.
     std::string argument(const Expr::Node& node) const {
         const std::string markup = part(node, 0, AtomBinding, false);
-        return markup.starts_with("<mrow><mo>(") ? markup : "<mspace width=\".17em\"/>" + markup;
+        const bool enclosed = markup.starts_with("<mrow><mo>(");
+        return "<mi>" + node.symbol.letter + (enclosed ? "" : "\u2009") + "</mi>" + markup;
     }
 
     std::string number(const Expr::Node& node) const {

@@ -2,6 +2,8 @@
 #include "sheet/sections.h"
 #include "sheet/soil_work.h"
 
+#include <algorithm>
+
 namespace korvane {
 
 namespace {
@@ -94,20 +96,16 @@ void writeCurved(SheetWriter& writer, const LayerWork& work) {
     const CurvedCoefficient curved =
         curvedCoefficient(work.frictionPassive, work.wallFrictionPassive);
     const CurvedSteps steps = curvedSteps(curved, work.frictionPassive, work.wallFrictionPassive);
-    writer.paragraph("Passive, by the table for curved failure surfaces, as the developed wall "
-                     "friction is above half the developed friction of the soil: the coefficient "
-                     "for full wall friction between the rows of the table, then the reduction for "
-                     "less wall friction between its rows (ratio) and columns (angle).");
-    writer.formula({"K", "0"}, steps.full);
+    writer.paragraph("Passive by the table for curved failure surfaces:");
+    writer.numbers({"K", "0"}, steps.full);
     if (curved.angle1 > 0) {
-        writer.formula({"R", "A"}, steps.reduction1);
+        writer.numbers({"R", "A"}, steps.reduction1);
     } else {
-        writer.paragraph("Below 10° the reduction runs to 1 at no friction.");
-        writer.definition({"R", "A"}, steps.reduction1);
+        writer.definition({"R", "A"}, steps.reduction1, "Below 10° the reduction runs to");
     }
-    writer.formula({"R", "B"}, steps.reduction2);
-    writer.formula({"R", ""}, steps.reduction);
-    writer.formula({"K", "p"}, steps.Kp);
+    writer.numbers({"R", "B"}, steps.reduction2);
+    writer.numbers({"R", ""}, steps.reduction);
+    writer.numbers({"K", "p"}, steps.Kp);
 }
 
 void writeCoefficients(SheetWriter& writer, int layer, const LayerWork& work) {
@@ -127,6 +125,12 @@ void writeCoefficients(SheetWriter& writer, int layer, const LayerWork& work) {
         writer.paragraph("The developed friction is beyond the table for curved failure surfaces: "
                          "there is no passive coefficient.");
     }
+}
+
+bool sameCoefficients(const LayerWork& a, const LayerWork& b) {
+    return a.frictionActive == b.frictionActive && a.frictionPassive == b.frictionPassive &&
+           a.wallFrictionActive == b.wallFrictionActive &&
+           a.wallFrictionPassive == b.wallFrictionPassive;
 }
 
 void writeGiven(SheetWriter& writer, const std::vector<LayerWork>& layers) {
@@ -170,47 +174,55 @@ void writeDefinitions(SheetWriter& writer) {
     coulomb("p", -1);
     writer.paragraph("Where the developed wall friction is above half the developed friction of "
                      "the soil, the passive coefficient comes from the table for curved failure "
-                     "surfaces (log-spirals; Caquot and Kerisel, 1948).");
+                     "surfaces (log-spirals; Caquot and Kerisel, 1948): K0 for full wall friction "
+                     "between the table's rows 1 and 2, then the reduction R for less wall "
+                     "friction between its columns A and B (angles) and in each between its rows "
+                     "1 and 2 (ratios ρ of wall to soil friction):");
+    constexpr double friction = 27; // any angle within the table: the letters alone are shown
+    const CurvedSteps steps =
+        curvedSteps(curvedCoefficient(friction, friction), friction, friction);
+    writer.definition({"K", "0"}, steps.full);
+    writer.definition({"R", "A"}, steps.reduction1, "and likewise B:");
+    writer.definition({"R", ""}, steps.reduction);
+    writer.definition({"K", "p"}, steps.Kp);
 }
 
-void checkLayer(SheetWriter& writer, const PressureStage& stage, int side, int layer,
-                const LayerWork& work) {
-    const DevelopedLayer& engine = stage.layers(side, layer);
-    const std::string place =
-        stage.prefix + sideName(side) + " side, layer " + std::to_string(layer);
-    const auto check = [&](const char* what, Quantity quantity, double sheet, double value) {
-        writer.check(std::string(what) + ", " + place, quantity, sheet, value);
-    };
-    if (engine.KaSource != CoefficientSource::None) {
-        check("Ka", Quantity::Number, work.Ka, engine.Ka);
-        check("Kp", Quantity::Number, work.Kp, engine.Kp);
+/// Coefficients layer by layer, what they rest on by side.
+void checkSide(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
+               int side) {
+    const std::string place = stage.prefix + sideName(side) + " side";
+    WorstCheck factors("Factors of safety, " + place, Quantity::Number);
+    WorstCheck friction("Developed friction, " + place, Quantity::Angle);
+    WorstCheck wallFriction("Developed wall friction, " + place, Quantity::Angle);
+    WorstCheck cohesion("Developed cohesion, " + place, Quantity::Stress);
+    WorstCheck adhesion("Developed adhesion, " + place, Quantity::Stress);
+    const double searched = searchedFactor(request, stage.level);
+    for (int layer = 1; layer <= request.problem.SoilLayerCount(side); ++layer) {
+        const DevelopedLayer& engine = stage.layers(side, layer);
+        const LayerWork work = layerWork(request.problem, side, layer, searched);
+        const std::string at = "layer " + std::to_string(layer);
+        if (engine.KaSource != CoefficientSource::None) {
+            writer.check("Ka, " + place + ", " + at, Quantity::Number, work.Ka, engine.Ka);
+            writer.check("Kp, " + place + ", " + at, Quantity::Number, work.Kp, engine.Kp);
+        }
+        if (work.given) {
+            continue;
+        }
+        const std::string active = at + ", active";
+        const std::string passive = at + ", passive";
+        factors.add(work.active.value, engine.fsActive, active);
+        factors.add(work.passive.value, engine.fsPassive, passive);
+        friction.add(work.frictionActive, engine.frictionActive, active);
+        friction.add(work.frictionPassive, engine.frictionPassive, passive);
+        wallFriction.add(work.wallFrictionActive, engine.wallFrictionActive, active);
+        wallFriction.add(work.wallFrictionPassive, engine.wallFrictionPassive, passive);
+        cohesion.add(work.cohesionActive, engine.cohesionActive, active);
+        cohesion.add(work.cohesionPassive, engine.cohesionPassive, passive);
+        adhesion.add(work.adhesionActive, engine.adhesionActive, active);
+        adhesion.add(work.adhesionPassive, engine.adhesionPassive, passive);
     }
-    if (work.given) {
-        return;
-    }
-    check("Active factor", Quantity::Number, work.active.value, engine.fsActive);
-    check("Passive factor", Quantity::Number, work.passive.value, engine.fsPassive);
-    check("Developed friction, active", Quantity::Angle, work.frictionActive,
-          engine.frictionActive);
-    check("Developed friction, passive", Quantity::Angle, work.frictionPassive,
-          engine.frictionPassive);
-    if (work.wallFrictionActive != 0) {
-        check("Developed wall friction, active", Quantity::Angle, work.wallFrictionActive,
-              engine.wallFrictionActive);
-        check("Developed wall friction, passive", Quantity::Angle, work.wallFrictionPassive,
-              engine.wallFrictionPassive);
-    }
-    if (work.cohesionActive != 0) {
-        check("Developed cohesion, active", Quantity::Stress, work.cohesionActive,
-              engine.cohesionActive);
-        check("Developed cohesion, passive", Quantity::Stress, work.cohesionPassive,
-              engine.cohesionPassive);
-    }
-    if (work.adhesionActive != 0) {
-        check("Developed adhesion, active", Quantity::Stress, work.adhesionActive,
-              engine.adhesionActive);
-        check("Developed adhesion, passive", Quantity::Stress, work.adhesionPassive,
-              engine.adhesionPassive);
+    for (const WorstCheck* check : {&factors, &friction, &wallFriction, &cohesion, &adhesion}) {
+        check->tell(writer);
     }
 }
 
@@ -236,9 +248,18 @@ void writeSide(SheetWriter& writer, const SheetRequest& request, int side, doubl
     if (sideMethods(request)(side) != PressureMethod::Coefficients) {
         return;
     }
-    int layer = 0;
-    for (const LayerWork& work : layers) {
-        writeCoefficients(writer, ++layer, work);
+    for (std::size_t n = 0; n < layers.size(); ++n) {
+        const auto first = std::find_if(layers.begin(), layers.end(), [&](const LayerWork& other) {
+            return sameCoefficients(other, layers[n]);
+        });
+        const auto before = static_cast<std::size_t>(first - layers.begin());
+        if (before < n) {
+            writer.paragraph("Layer " + std::to_string(n + 1) +
+                             ": angles and coefficients of layer " + std::to_string(before + 1) +
+                             ".");
+        } else {
+            writeCoefficients(writer, static_cast<int>(n) + 1, layers[n]);
+        }
     }
 }
 
@@ -258,16 +279,19 @@ void writeMethod(SheetWriter& writer, const SheetRequest& request) {
             writeSide(writer, request, side, 0);
         }
     }
+    bool shown = false;
     for (const PressureStage& stage : stages) {
-        writer.mute(!stage.shown);
-        if (!stage.title.empty() && !stage.review) {
+        // The levels of a design have the same factors.
+        writer.mute(shown && (!stage.shown || problem.ProgramMode == Mode::Design));
+        shown = true;
+        if (problem.ProgramMode == Mode::Analysis && !stage.title.empty()) {
             writer.paragraph("For the " + stage.title + ":");
         }
         const double searched = searchedFactor(request, stage.level);
         for (const int side : {Right, Left}) {
             writeSide(writer, request, side, searched);
-            for (int layer = 1; !stage.review && layer <= problem.SoilLayerCount(side); ++layer) {
-                checkLayer(writer, stage, side, layer, layerWork(problem, side, layer, searched));
+            if (!stage.review) {
+                checkSide(writer, request, stage, side);
             }
         }
         writer.mute(false);

@@ -45,6 +45,7 @@ td.w { text-align: left; white-space: normal; }
 table.wide { font-size: .78rem; }
 table.wide th, table.wide td { padding: .06rem .4rem; }
 tr.fail td { background: var(--badband); color: var(--bad); font-weight: bold; }
+#checks td:first-child { text-align: left; white-space: normal; }
 tr.pass td:last-child { color: var(--good); }
 table.block { width: 100%; border: 1px solid var(--line); margin: 0 0 1rem; }
 table.block th { text-align: left; width: 8rem; vertical-align: top; }

@@ -138,9 +138,9 @@ void SheetWriter::equation(const Symbol& symbol, const std::vector<std::string>&
     if (!label.empty()) {
         html_ += "<span>" + escaped(label) + "</span> ";
     }
-    html_ += math(mathSymbol(symbol));
-    for (const std::string& part : parts) {
-        html_ += "\n" + math(part);
+    html_ += math(mathSymbol(symbol) + parts.front());
+    for (std::size_t n = 1; n < parts.size(); ++n) {
+        html_ += "\n" + math(parts[n]);
     }
     if (hasResult) {
         const std::string number = mathNumber(inUnits(quantity, result, units_));

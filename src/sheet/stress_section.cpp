@@ -96,23 +96,59 @@ std::string intervalText(const Interval& interval, double bottom, UnitSystem uni
     return text + (interval.water.seeps ? ", water seeps" : "");
 }
 
+/// Without its top where the interval above is of the same layer: nothing jumps there.
 void writeInterval(SheetWriter& writer, const Interval& interval, const LayerSymbols& layer,
-                   double lowest) {
+                   double lowest, bool withTop) {
     const UnitSystem units = writer.units();
     const double bottom = std::max(interval.bottom, lowest);
     writer.subheading(intervalText(interval, bottom, units));
     if (interval.water.wet) {
         writer.numbers({"w", ""}, interval.water.weight, Quantity::UnitWeight, "Water bears");
     }
-    const Expr top = term("σ", "", interval.stressTop, Quantity::Stress);
-    const std::string atTop = "Top:";
-    writer.numbers({"p", "a"}, layer.active(top), Quantity::Stress, atTop);
-    writer.numbers({"p", "p"}, layer.passive(top), Quantity::Stress, atTop);
+    if (withTop) {
+        const Expr top = term("σ", "", interval.stressTop, Quantity::Stress);
+        writer.numbers({"p", "a"}, layer.active(top), Quantity::Stress, "Top:");
+        writer.numbers({"p", "p"}, layer.passive(top), Quantity::Stress, "Top:");
+    }
     const double stress =
         writer.numbers({"σ", ""}, interval.effectiveAt(bottom), Quantity::Stress, "Bottom:");
     const Expr below = term("σ", "", stress, Quantity::Stress);
     writer.numbers({"p", "a"}, layer.active(below), Quantity::Stress, "Bottom:");
     writer.numbers({"p", "p"}, layer.passive(below), Quantity::Stress, "Bottom:");
+}
+
+/// Values alone, where the first solution has shown the numbers set in.
+void writeIntervalTable(SheetWriter& writer, const std::vector<Interval>& intervals,
+                        const std::vector<LayerWork>& layers, double lowest) {
+    Table table;
+    table.caption = "By the same formulas";
+    const auto head = [](const char* letter, const char* index = "") {
+        return "<math>" + mathSymbol({letter, index}) + "</math>";
+    };
+    table.columns = {{"Layer"},
+                     {"EL", Quantity::Length},
+                     {"", Quantity::UnitWeight, head("γ")},
+                     {"", Quantity::UnitWeight, head("w")},
+                     {"", Quantity::Stress, head("σ")},
+                     {"", Quantity::Stress, head("p", "a")},
+                     {"", Quantity::Stress, head("p", "p")}};
+    for (const Interval& interval : intervals) {
+        if (interval.top <= lowest + Near) {
+            break;
+        }
+        const LayerSymbols layer(layers.at(static_cast<std::size_t>(interval.layer - 1)));
+        for (const double elev : {interval.top, std::max(interval.bottom, lowest)}) {
+            const double stress = interval.effectiveAt(elev).value();
+            table.rows.push_back(
+                {writer.text(std::to_string(interval.layer)), writer.value(Quantity::Length, elev),
+                 writer.precise(Quantity::UnitWeight, interval.weight),
+                 writer.precise(Quantity::UnitWeight, interval.water.weight.value()),
+                 writer.precise(Quantity::Stress, stress),
+                 writer.precise(Quantity::Stress, layer.active(stress).value()),
+                 writer.precise(Quantity::Stress, layer.passive(stress).value())});
+        }
+    }
+    writer.table(table);
 }
 
 void checkIntervals(SheetWriter& writer, const PressureStage& stage, int side,
@@ -292,6 +328,15 @@ void writeStresses(SheetWriter& writer, const SheetRequest& request, const Press
     if (intervals.empty()) {
         return;
     }
+    const double lowest = lowestElev(stage);
+    // The levels of a design differ by their seepage alone.
+    if (stage.level > 1 && request.problem.ProgramMode == Mode::Design) {
+        writeIntervalTable(writer, intervals, layers, lowest);
+        checkIntervals(writer, stage, side, intervals, layers);
+        checkRows(writer, request, stage, side,
+                  RowPressures(request, stage, side, intervals, layers));
+        return;
+    }
     if (first) {
         writeStressDefinitions(writer);
     }
@@ -299,13 +344,14 @@ void writeStresses(SheetWriter& writer, const SheetRequest& request, const Press
     if (load != 0) {
         writer.paragraph("Uniform load: " + writer.withUnit(Quantity::Stress, load) + ".");
     }
-    const double lowest = lowestElev(stage);
+    int layerAbove = 0;
     for (const Interval& interval : intervals) {
         if (interval.top > lowest + Near) {
             writeInterval(writer, interval,
                           LayerSymbols(layers.at(static_cast<std::size_t>(interval.layer - 1))),
-                          lowest);
+                          lowest, interval.layer != layerAbove);
         }
+        layerAbove = interval.layer;
     }
     checkIntervals(writer, stage, side, intervals, layers);
     checkRows(writer, request, stage, side, RowPressures(request, stage, side, intervals, layers));

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace korvane {
 
@@ -165,15 +166,43 @@ std::vector<Step> stepsOf(const LoadPart& part, double depth) {
     return {};
 }
 
-double pressureOf(const LoadPart& part, double depth) {
-    const double pressure = stepsOf(part, depth).back().expression.value();
-    return part.form == LoadPart::Form::Straight ? std::max(0.0, pressure) : pressure;
+double square(double a) {
+    return a * a;
 }
 
-double pressureOf(const std::vector<LoadPart>& parts, double depth) {
+/// The same as the last step, for the many rows that are not printed.
+double pressureOf(const LoadPart& part, double z) {
+    constexpr double pi = std::numbers::pi;
+    const double x = part.x1;
+    switch (part.form) {
+    case LoadPart::Form::NearLine: {
+        const double n = z / part.height;
+        return 0.203 * part.load / part.height * n / square(n * n + 0.16);
+    }
+    case LoadPart::Form::FarLine:
+        return 4 * part.load / pi * x * x * z / square(x * x + z * z);
+    case LoadPart::Form::Endless: {
+        const double b = std::atan(x / z);
+        return part.load / (2 * pi) * (pi - 2 * b + std::sin(2 * b));
+    }
+    case LoadPart::Form::Straight:
+        break;
+    }
+    const double b1 = std::atan(part.x1 / z);
+    const double b2 = std::atan(part.x2 / z);
+    const double width = pi * (part.x2 - part.x1);
+    const double A = (part.x2 * part.p1 - part.x1 * part.p2) / width;
+    const double B = (part.p2 - part.p1) / width;
+    const double even = b2 - b1 + (std::sin(2 * b1) - std::sin(2 * b2)) / 2;
+    const double rising =
+        square(std::sin(b1)) - square(std::sin(b2)) + 2 * std::log(std::cos(b1) / std::cos(b2));
+    return std::max(0.0, A * even + B * z * rising);
+}
+
+double pressureOf(const std::vector<LoadPart>& parts, double z) {
     double sum = 0;
     for (const LoadPart& part : parts) {
-        sum += pressureOf(part, depth);
+        sum += pressureOf(part, z);
     }
     return sum;
 }
@@ -194,80 +223,179 @@ std::string loadName(SurchargeKind kind, int i) {
     return "";
 }
 
-std::string partText(const SheetWriter& writer, const LoadPart& part) {
-    const auto length = [&](double x) { return writer.withUnit(Quantity::Length, x); };
-    const auto stress = [&](double p) { return writer.withUnit(Quantity::Stress, p); };
-    switch (part.form) {
-    case LoadPart::Form::NearLine:
-        return writer.withUnit(Quantity::LineLoad, part.load) + " at " + length(part.x1) +
-               ", no farther than 0.4 of the exposed height of " + length(part.height) +
-               " (empirical form of Boussinesq's formula, Terzaghi 1954):";
-    case LoadPart::Form::FarLine:
-        return writer.withUnit(Quantity::LineLoad, part.load) + " at " + length(part.x1) +
-               " (Boussinesq, doubled for a rigid wall):";
-    case LoadPart::Form::Endless:
-        return stress(part.load) + " from " + length(part.x1) + " on without end:";
-    case LoadPart::Form::Straight:
-        return stress(part.p1) + " at " + length(part.x1) + " to " + stress(part.p2) + " at " +
-               length(part.x2) + " (Boussinesq, angles in radians):";
+/// A load at the row where it presses most.
+struct LargestRow {
+    std::string name;
+    double elev = 0, depth = 0; ///< FT
+    std::vector<LoadPart> parts;
+};
+
+/// Checks a load in all rows; gives the one of the largest pressure down to the wall's bottom.
+LargestRow checkLoad(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
+                     int side, const SurchargeShare& share, const SurchargeShares& shares) {
+    LargestRow row;
+    row.name = loadName(share.kind, share.index);
+    row.parts = partsOf(request.problem, side, share.kind, share.index);
+    WorstCheck check(row.name + ", " + stage.prefix + sideName(side) + " side, rows",
+                     Quantity::Stress);
+    const double lowest = lowestElev(stage);
+    double largest = -1;
+    for (std::size_t r = 0; r < shares.elev.size(); ++r) {
+        const double elev = shares.elev[r];
+        const double pressure = pressureOf(row.parts, shares.surface - elev);
+        check.add(pressure, share.pressure.at(r), "at " + elevationText(elev, request.units));
+        if (largest < 0 || (pressure > largest && elev >= lowest)) {
+            row.elev = elev;
+            row.depth = shares.surface - elev;
+            largest = pressure;
+        }
     }
-    return "";
+    check.tell(writer);
+    return row;
 }
 
-/// The part that presses most at a depth: of many one is shown with all its numbers.
-void writeParts(SheetWriter& writer, const std::vector<LoadPart>& parts, double depth) {
-    constexpr std::size_t mostShown = 2;
-    std::size_t largest = 0;
-    for (std::size_t n = 1; n < parts.size(); ++n) {
-        largest = pressureOf(parts[n], depth) > pressureOf(parts[largest], depth) ? n : largest;
+Expr stepOf(const std::vector<Step>& steps, const char* letter, const char* index) {
+    for (const Step& step : steps) {
+        if (step.symbol.letter == letter && step.symbol.subscript == index) {
+            return step.expression;
+        }
     }
-    double sum = 0;
-    std::string others;
-    for (std::size_t n = 0; n < parts.size(); ++n) {
-        const double pressure = pressureOf(parts[n], depth);
-        sum += pressure;
-        if (parts.size() > mostShown && n != largest) {
-            others += (others.empty() ? "" : ", ") + writer.withUnit(Quantity::Stress, pressure);
+    return 0.0;
+}
+
+bool isLine(const LoadPart& part) {
+    return part.form == LoadPart::Form::NearLine || part.form == LoadPart::Form::FarLine;
+}
+
+std::string mathHead(const char* letter, const char* index = "") {
+    return "<math>" + mathSymbol({letter, index}) + "</math>";
+}
+
+void writeLineTable(SheetWriter& writer, const std::vector<LargestRow>& rows) {
+    Table table;
+    table.wide = true;
+    table.caption = "Line loads at their largest rows";
+    table.columns = {{"Load"},
+                     {"EL", Quantity::Length},
+                     {"", Quantity::Length, mathHead("z")},
+                     {"", Quantity::Length, mathHead("x")},
+                     {"", Quantity::LineLoad, mathHead("Q")},
+                     {"", Quantity::Number, mathHead("n")},
+                     {"", Quantity::Stress, mathHead("p")}};
+    for (const LargestRow& row : rows) {
+        if (row.parts.empty() || !isLine(row.parts.front())) {
             continue;
         }
-        writer.paragraph(partText(writer, parts[n]));
-        for (const Step& step : stepsOf(parts[n], depth)) {
-            writer.formula(step.symbol, step.expression, step.quantity);
-        }
-        if (pressure == 0) {
-            writer.paragraph("A negative pressure counts as none.");
-        }
+        const LoadPart& part = row.parts.front();
+        const bool near = part.form == LoadPart::Form::NearLine;
+        table.rows.push_back(
+            {writer.text(row.name), writer.value(Quantity::Length, row.elev),
+             writer.precise(Quantity::Length, row.depth), writer.precise(Quantity::Length, part.x1),
+             writer.precise(Quantity::LineLoad, part.load),
+             near ? writer.precise(Quantity::Number, row.depth / part.height) : writer.text(""),
+             writer.precise(Quantity::Stress, pressureOf(part, row.depth))});
     }
-    if (!others.empty()) {
-        writer.paragraph("The other pieces by the same formula: " + others + ".");
-    }
-    if (parts.size() > 1) {
-        writer.paragraph("Together " + writer.withUnit(Quantity::Stress, sum) + ".");
+    if (!table.rows.empty()) {
+        writer.table(table);
     }
 }
 
-void writeLoad(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
-               int side, const SurchargeShare& share, const SurchargeShares& shares) {
-    const std::vector<LoadPart> parts = partsOf(request.problem, side, share.kind, share.index);
-    const std::string name = loadName(share.kind, share.index);
-    WorstCheck check(name + ", " + stage.prefix + sideName(side) + " side, rows", Quantity::Stress);
-    const double lowest = lowestElev(stage);
-    std::size_t largest = 0;
-    double largestPressure = -1;
-    for (std::size_t r = 0; r < shares.elev.size(); ++r) {
-        const double pressure = pressureOf(parts, shares.surface - shares.elev[r]);
-        check.add(pressure, share.pressure.at(r),
-                  "at " + elevationText(shares.elev[r], request.units));
-        if (pressure > largestPressure && shares.elev[r] >= lowest) {
-            largest = r;
-            largestPressure = pressure;
+void writeAreaTable(SheetWriter& writer, const std::vector<LargestRow>& rows) {
+    Table table;
+    table.wide = true;
+    table.caption = "Other loads, their pieces at their largest rows";
+    table.columns = {{"Load"},
+                     {"EL", Quantity::Length},
+                     {"", Quantity::Length, mathHead("z")},
+                     {"", Quantity::Length, mathHead("x", "1")},
+                     {"", Quantity::Length, mathHead("x", "2")},
+                     {"", Quantity::Stress, mathHead("p", "1")},
+                     {"", Quantity::Stress, mathHead("p", "2")},
+                     {"", Quantity::Number, mathHead("β", "1")},
+                     {"", Quantity::Number, mathHead("β", "2")},
+                     {"", Quantity::Stress, mathHead("A")},
+                     {"", Quantity::UnitWeight, mathHead("B")},
+                     {"", Quantity::Stress, mathHead("p")}};
+    for (const LargestRow& row : rows) {
+        for (const LoadPart& part : row.parts) {
+            if (isLine(part)) {
+                continue;
+            }
+            const bool endless = part.form == LoadPart::Form::Endless;
+            const std::vector<Step> steps = stepsOf(part, row.depth);
+            const auto step = [&](Quantity quantity, const char* letter, const char* index) {
+                return endless ? writer.text("")
+                               : writer.precise(quantity, stepOf(steps, letter, index).value());
+            };
+            const auto stress = [&](double value) {
+                return writer.precise(Quantity::Stress, value);
+            };
+            table.rows.push_back(
+                {writer.text(row.name), writer.value(Quantity::Length, row.elev),
+                 writer.precise(Quantity::Length, row.depth),
+                 writer.precise(Quantity::Length, part.x1),
+                 endless ? writer.text("∞") : writer.precise(Quantity::Length, part.x2),
+                 stress(endless ? part.load : part.p1), stress(endless ? part.load : part.p2),
+                 endless ? writer.precise(Quantity::Number, stepOf(steps, "β", "").value())
+                         : step(Quantity::Number, "β", "1"),
+                 step(Quantity::Number, "β", "2"), step(Quantity::Stress, "A", ""),
+                 step(Quantity::UnitWeight, "B", ""), stress(pressureOf(part, row.depth))});
         }
     }
-    writer.subheading(
-        name + ", largest at " + elevationText(shares.elev[largest], request.units) +
-        ", z = " + writer.withUnit(Quantity::Length, shares.surface - shares.elev[largest]));
-    writeParts(writer, parts, shares.surface - shares.elev[largest]);
-    check.tell(writer);
+    if (!table.rows.empty()) {
+        writer.table(table);
+    }
+}
+
+/// Numbers set in, for the piece that presses most.
+void writeLargest(SheetWriter& writer, const LargestRow& row) {
+    if (row.parts.empty()) {
+        return;
+    }
+    const auto largest = std::max_element(
+        row.parts.begin(), row.parts.end(), [&](const LoadPart& a, const LoadPart& b) {
+            return pressureOf(a, row.depth) < pressureOf(b, row.depth);
+        });
+    const std::string piece = row.parts.size() > 1 ? ", largest piece" : "";
+    writer.numbers({"p", ""}, stepsOf(*largest, row.depth).back().expression, Quantity::Stress,
+                   row.name + piece + ", " + elevationText(row.elev, writer.units()) + ":");
+    if (row.parts.size() > 1) {
+        writer.paragraph("All its pieces together: " +
+                         writer.withUnit(Quantity::Stress, pressureOf(row.parts, row.depth)) + ".");
+    }
+}
+
+/// The formulas of the forms of load that a side has, once.
+void writeLoadFormulas(SheetWriter& writer, const Problem& problem, int side,
+                       const SurchargeShares& shares) {
+    using Form = LoadPart::Form;
+    std::vector<LoadPart> all;
+    for (const SurchargeShare& share : shares.loads) {
+        for (const LoadPart& part : partsOf(problem, side, share.kind, share.index)) {
+            all.push_back(part);
+        }
+    }
+    const auto writeForm = [&](Form form, const char* text) {
+        const auto isForm = [&](const LoadPart& part) { return part.form == form; };
+        const auto isRising = [&](const LoadPart& part) {
+            return isForm(part) && part.p1 != part.p2;
+        };
+        auto part = std::find_if(all.begin(), all.end(), isRising);
+        part = part == all.end() ? std::find_if(all.begin(), all.end(), isForm) : part;
+        if (part != all.end()) {
+            writer.paragraph(text);
+            for (const Step& step : stepsOf(*part, 1)) {
+                writer.definition(step.symbol, step.expression);
+            }
+        }
+    };
+    writeForm(Form::NearLine, "A line load no farther than 0.4 of the exposed height H (empirical "
+                              "form of Boussinesq's formula, Terzaghi 1954):");
+    writeForm(Form::FarLine, "A line load (Boussinesq 1885, doubled for a rigid wall):");
+    writeForm(Form::Endless, "A load q from x on without end:");
+    writeForm(Form::Straight, "A load that varies straight from p1 at x1 to p2 at x2 (Boussinesq, "
+                              "not doubled; angles in radians; a negative pressure counts as "
+                              "none):");
 }
 
 void checkSums(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
@@ -312,12 +440,26 @@ void writeSurcharges(SheetWriter& writer, const SheetRequest& request, const Pre
     if (shares.loads.empty() || shares.elev.empty()) {
         return;
     }
+    // Loads act alike at all levels.
+    const bool again = stage.level > 1;
+    writer.mute(again || !stage.shown);
     writer.paragraph("Loads on the ground reach the wall by the theory of elasticity, z below the "
                      "surface; they are added to the soil's pressures, active and passive.");
+    writeLoadFormulas(writer, request.problem, side, shares);
+    std::vector<LargestRow> rows;
     for (const SurchargeShare& share : shares.loads) {
-        writeLoad(writer, request, stage, side, share, shares);
+        rows.push_back(checkLoad(writer, request, stage, side, share, shares));
+    }
+    writeLineTable(writer, rows);
+    writeAreaTable(writer, rows);
+    for (const LargestRow& row : rows) {
+        writeLargest(writer, row);
     }
     checkSums(writer, request, stage, side, shares);
+    writer.mute(!stage.shown);
+    if (again) {
+        writer.paragraph("Loads on the ground press as with the first solution.");
+    }
 }
 
 } // namespace korvane

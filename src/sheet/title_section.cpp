@@ -219,11 +219,10 @@ void writeChecks(SheetWriter& writer) {
             }
             return "<td>" + text + "</td>";
         };
-        rows += std::string("<tr class=\"") + (check.pass ? "pass" : "fail") +
-                "\"><td class=\"w\">" + escaped(check.what) + "</td>" + cell(check.sheet) +
-                cell(check.engine) + cell(check.tolerance) + "<td class=\"w\">" +
-                unitMarkup(check.quantity, writer.units()) + "</td><td>" +
-                (check.pass ? "agrees" : "differs") + "</td></tr>\n";
+        rows += std::string("<tr class=\"") + (check.pass ? "pass" : "fail") + "\"><td>" +
+                escaped(check.what) + "</td>" + cell(check.sheet) + cell(check.engine) +
+                cell(check.tolerance) + "<td>" + unitMarkup(check.quantity, writer.units()) +
+                "</td><td>" + (check.pass ? "agrees" : "differs") + "</td></tr>\n";
     }
     writer.markup("<div class=\"t\"><table id=\"checks\">\n<thead><tr><th>Value</th><th>Sheet</th>"
                   "<th>Solution</th><th>Tolerance</th><th>Unit</th><th>Result</th></tr></thead>\n"

@@ -176,12 +176,16 @@ void writePlane(const WedgeRun& run, const WedgeRow& row, bool active) {
     }
 }
 
-/// The rows nearest to a third, two thirds and all of the depth in the soil.
+/// The rows nearest to a third, two thirds and all of the depth in the soil; of a second solution
+/// the last of them.
 std::vector<const WedgeRow*> shownRows(const WedgeRun& run) {
     const double surface = run.problem().SurfaceElev(run.side, 1);
     const double lowest = lowestElev(run.stage);
     std::vector<const WedgeRow*> rows;
-    for (const double share : {1 / 3.0, 2 / 3.0, 1.0}) {
+    const std::vector<double> shares = run.stage.level == 1
+                                           ? std::vector<double>{1 / 3.0, 2 / 3.0, 1.0}
+                                           : std::vector<double>{1.0};
+    for (const double share : shares) {
         const double wanted = surface - share * (surface - lowest);
         const WedgeRow* nearest = nullptr;
         for (const WedgeRow& row : run.wedge.rows) {

@@ -1,0 +1,123 @@
+// Checks that can fail: results that are changed by a thousandth before the sheet is made.
+#include "sheet_bench.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace korvane::test {
+namespace {
+
+constexpr double Thousandth = 1.001;
+
+/// True where the change makes a check fail whose name begins as told.
+bool isFound(const SheetBench& bench, const std::string& what) {
+    const std::vector<Check> checks = bench.sheet().checks;
+    return std::any_of(checks.begin(), checks.end(), [&](const Check& check) {
+        return !check.pass && check.what.starts_with(what);
+    });
+}
+
+/// Changes a value, looks, and puts the value back.
+bool isFoundAfter(SheetBench& bench, double& value, const std::string& what) {
+    const double kept = value;
+    value *= Thousandth;
+    const bool found = isFound(bench, what);
+    value = kept;
+    return found;
+}
+
+SheetBench example(const std::string& name) {
+    return SheetBench(readWall(examplePath(name)));
+}
+
+TEST(ChangedResults, ACoefficientIsFoundOnEachSideAndLevel) {
+    SheetBench bench = example("anchored-layered-water");
+    for (int level = 1; level <= bench.results->levelCount; ++level) {
+        for (const int side : {Right, Left}) {
+            for (int layer = 1; layer <= bench.problem.SoilLayerCount(side); ++layer) {
+                DevelopedLayer& developed = bench.results->levels(level).layers(side, layer);
+                EXPECT_TRUE(isFoundAfter(bench, developed.Ka, "Ka, "));
+                EXPECT_TRUE(isFoundAfter(bench, developed.Kp, "Kp, "));
+                EXPECT_TRUE(isFoundAfter(bench, developed.frictionPassive, "Developed friction"));
+            }
+            for (StressInterval& interval :
+                 bench.results->levels(level).details.sides(side).stresses) {
+                EXPECT_TRUE(isFoundAfter(bench, interval.Ka, "Ka of the pressures"));
+                EXPECT_TRUE(isFoundAfter(bench, interval.Kp, "Kp of the pressures"));
+            }
+        }
+    }
+    EXPECT_EQ(failedChecks(bench.sheet()), "");
+}
+
+TEST(ChangedResults, AGivenCoefficientIsFound) {
+    SheetBench bench = example("cantilever-coefficients");
+    DevelopedLayer& layer = bench.results->levels(1).layers(Right, 1);
+    EXPECT_TRUE(isFoundAfter(bench, layer.Ka, "Ka, "));
+    EXPECT_TRUE(isFoundAfter(bench, layer.Kp, "Kp, "));
+}
+
+TEST(ChangedResults, AWaterPressureIsFoundInEachRow) {
+    for (const char* name : {"anchored-layered-water", "cantilever-water-seepage"}) {
+        SheetBench bench = example(name);
+        for (int level = 1; level <= bench.results->levelCount; ++level) {
+            LevelResult& result = bench.results->levels(level);
+            for (int i = 2; i < result.bottomIndex - 2; i += 3) {
+                double& pressure = result.solved.pressures.WaterPressures(i, 1);
+                if (pressure != 0 && result.solved.grid.ElevGrid(i) > result.transitionElev) {
+                    EXPECT_TRUE(isFoundAfter(bench, pressure, "Water pressure"))
+                        << name << " row " << i;
+                }
+            }
+        }
+    }
+}
+
+TEST(ChangedResults, ASurchargeIsFound) {
+    SheetBench bench = example("anchored-all-loads");
+    for (int level = 1; level <= bench.results->levelCount; ++level) {
+        SurchargeShares& shares = bench.results->levels(level).details.sides(Right).surcharges;
+        ASSERT_GE(shares.loads.size(), 5U);
+        for (SurchargeShare& share : shares.loads) {
+            const auto largest = std::max_element(share.pressure.begin(), share.pressure.end());
+            EXPECT_TRUE(isFoundAfter(bench, *largest, ""));
+            EXPECT_TRUE(isFoundAfter(bench, share.pressure.at(6), ""));
+        }
+        EXPECT_TRUE(isFoundAfter(bench, shares.sum.at(10), "Sum of surcharges"));
+        double& inDiagram = bench.results->levels(level).solved.pressures.SurchargePressures(
+            Right, shares.firstRow + 5);
+        EXPECT_TRUE(isFoundAfter(bench, inDiagram, "Surcharge diagram"));
+    }
+}
+
+TEST(ChangedResults, APressureInForceIsFound) {
+    SheetBench bench = example("anchored-sand");
+    Pressures& pressures = bench.results->levels(1).solved.pressures;
+    EXPECT_TRUE(isFoundAfter(bench, pressures.ActivePressures(Right, 8, 1), "Active pressure"));
+    EXPECT_TRUE(isFoundAfter(bench, pressures.PassivePressures(Right, 8, 1), "Passive pressure"));
+    EXPECT_TRUE(isFoundAfter(bench, bench.results->levels(1).solved.NetActive(8, 1),
+                             "Net active pressure"));
+}
+
+TEST(ChangedResults, WedgeForcesWeightsAndPressuresAreFound) {
+    for (const char* name : {"sloping-backfill-sweep", "anchored-adhesion"}) {
+        SheetBench bench = example(name);
+        const int side =
+            bench.review->SideMethod(Right) == PressureMethod::Coefficients ? Left : Right;
+        WedgeDetails& wedge = bench.results->levels(1).details.sides(side).wedge;
+        WedgeRow& row = wedge.rows.at(4);
+        ASSERT_TRUE(row.active.found && row.passive.found);
+        EXPECT_TRUE(isFoundAfter(bench, row.active.force, "Active force")) << name;
+        EXPECT_TRUE(isFoundAfter(bench, row.passive.force, "Passive force")) << name;
+        WedgePiece& piece = wedge.pieces.at(static_cast<std::size_t>(row.active.firstPiece));
+        EXPECT_TRUE(isFoundAfter(bench, piece.soil, "Weight of the soil")) << name;
+        EXPECT_TRUE(isFoundAfter(bench, wedge.pressures.at(4).passiveBefore(1),
+                                 "Passive pressure from forces"))
+            << name;
+        EXPECT_TRUE(isFoundAfter(bench, wedge.pressures.at(4).effective, "Effective stress"))
+            << name;
+    }
+}
+
+} // namespace
+} // namespace korvane::test

@@ -1,0 +1,154 @@
+// The file that a sheet is: well-formed, by itself, small, the same twice, with all text escaped.
+#include "markup.h"
+#include "sheet_bench.h"
+#include "support/random_problem.h"
+
+#include <cstdlib>
+#include <fstream>
+
+namespace korvane::test {
+namespace {
+
+constexpr std::size_t Kilobyte = 1000;
+
+std::string page(const std::string& body) {
+    return "<!DOCTYPE html>\n<html><body>" + body + "</body></html>";
+}
+
+TEST(MarkupParser, FindsWhatIsWrong) {
+    EXPECT_EQ(markupFault(page("<p>a &lt; b</p>")), "");
+    for (const char* body :
+         {"<p>a", "<p>a</div>", "<p>a & b</p>", "<p><table></table></p>", "<blink>a</blink>",
+          "<p id=\"a\"></p><p id=\"a\"></p>", "<tr></tr>", "<p class=a></p>", "<p>&nbsp;</p>",
+          "<script></script>", "<p style=\"background: url(a.png)\"></p>",
+          "<svg><use "
+          "href=\"http://a\"/></svg>"}) {
+        EXPECT_NE(markupFault(page(body)), "") << body;
+    }
+}
+
+TEST(SheetFile, IsWellFormedAndSmallForAllExamples) {
+    for (const std::string& file : exampleFiles()) {
+        const SheetBench bench(readWall(file));
+        for (const UnitSystem units : {UnitSystem::US, UnitSystem::SI}) {
+            const std::string html = bench.sheet(units).html;
+            EXPECT_EQ(markupFault(html), "") << file;
+            EXPECT_LT(html.size(), 200 * Kilobyte) << file;
+        }
+    }
+}
+
+TEST(SheetFile, IsWellFormedAndSmallForRandomWalls) {
+    RandomProblems problems(7);
+    for (int wall = 0; wall < 40; ++wall) {
+        const SheetBench bench(problems.next(),
+                               wall % 2 == 0 ? WedgeMethod::Sweep : WedgeMethod::FixedSurface);
+        const std::string html = bench.sheet().html;
+        EXPECT_EQ(markupFault(html), "") << wall;
+        EXPECT_LT(html.size(), 200 * Kilobyte) << wall;
+    }
+}
+
+/// As many layers and loads as a problem can hold.
+Problem fullWall(int layers) {
+    Problem problem = plainCantilever();
+    problem.WallType = WallKind::Anchored;
+    problem.AnchorElev = -2;
+    problem.SurfaceElev(Left, 1) = -14;
+    for (const int side : {Right, Left}) {
+        problem.SoilLayerCount(side) = layers;
+        for (int layer = 1; layer <= layers; ++layer) {
+            problem.SoilSatWeight(side, layer) = 125;
+            problem.SoilMoistWeight(side, layer) = 110;
+            problem.SoilFriction(side, layer) = 30 + layer % 4;
+            problem.SoilWallFriction(side, layer) = 20;
+            problem.SoilCohesion(side, layer) = 10 * layer;
+            problem.SoilBottomElev(side, layer) =
+                layer == layers ? NoLayerBottom : problem.SurfaceElev(side, 1) - 3 * layer;
+        }
+        problem.VLineCount(side) = problem.VStripCount(side) = problem.VTriCount(side) = 5;
+        for (int i = 1; i <= 5; ++i) {
+            problem.VLineDist(side, i) = 4 * i;
+            problem.VLineLoad(side, i) = 300;
+            problem.VStripStart(side, i) = 5 * i;
+            problem.VStripEnd(side, i) = 5 * i + 3;
+            problem.VStripLoad(side, i) = 50;
+            problem.VTriStart(side, i) = 6 * i;
+            problem.VTriPeak(side, i) = 6 * i + 2;
+            problem.VTriEnd(side, i) = 6 * i + 5;
+            problem.VTriLoad(side, i) = 60;
+        }
+        problem.VUniformCount(side) = problem.VRampCount(side) = 1;
+        problem.VUniformLoad(side) = 100;
+        problem.VRampStart(side) = 10;
+        problem.VRampEnd(side) = 20;
+        problem.VRampLoad(side) = 80;
+        problem.VVarCount(side) = 11;
+        for (int i = 1; i <= 11; ++i) {
+            problem.VVarDist(side, i) = 3 * i;
+            problem.VVarLoad(side, i) = 20 + 10 * (i % 3);
+        }
+    }
+    problem.WaterDataKind = WaterData::Elevations;
+    problem.WaterUnitWeight = 62.4;
+    problem.WaterElev(Right) = -4;
+    problem.WaterElev(Left) = -10;
+    problem.SeepageKind = Seepage::Automatic;
+    problem.SeepageElev = -5;
+    return problem;
+}
+
+TEST(SheetFile, StaysBelowItsLimitsWithAllThatAProblemCanHold) {
+    for (const int layers : {6, 11}) {
+        for (const bool sloping : {false, true}) {
+            Problem problem = fullWall(layers);
+            if (sloping) {
+                problem.SurfacePointCount(Right) = 2;
+                problem.SurfaceDist(Right, 2) = 30;
+                problem.SurfaceElev(Right, 2) = 5;
+            }
+            const SheetBench bench(problem);
+            ASSERT_TRUE(bench.isSolved()) << layers << sloping;
+            const CalculationSheet sheet = bench.sheet();
+            if (const char* out = std::getenv("SHEETS")) {
+                std::ofstream(std::string(out) + "/full" + std::to_string(layers) +
+                              (sloping ? "s" : "") + ".html")
+                    << sheet.html;
+            }
+            EXPECT_EQ(failedChecks(sheet), "") << layers << sloping;
+            EXPECT_EQ(markupFault(sheet.html), "") << layers << sloping;
+            EXPECT_LT(sheet.html.size(), (layers == 6 ? 200 : 1000) * Kilobyte)
+                << layers << sloping;
+        }
+    }
+}
+
+TEST(SheetFile, IsTheSameTwice) {
+    const SheetBench bench(readWall(examplePath("anchored-all-loads")));
+    const SheetBench again(readWall(examplePath("anchored-all-loads")));
+    EXPECT_TRUE(bench.sheet().html == again.sheet().html);
+}
+
+TEST(SheetFile, EscapesWhatStandsInTheHeading) {
+    Problem problem = plainCantilever();
+    problem.NumHeadingLines = 2;
+    problem.HeadingLines(1) = "'WALL <script>\"A&B\"</style> \\";
+    problem.HeadingLines(2) = "'K\xE4hlig \x01";
+    const SheetBench bench(problem);
+    const std::string html = bench.sheet().html;
+    EXPECT_EQ(markupFault(html), "");
+    EXPECT_NE(html.find("WALL &lt;script&gt;&quot;A&amp;B&quot;&lt;/style&gt;"), std::string::npos);
+    EXPECT_NE(html.find("K\xC3\xA4hlig"), std::string::npos);
+    EXPECT_EQ(html.find("</style>"), html.rfind("</style>"));
+}
+
+TEST(SheetFile, NamesItsMaker) {
+    const SheetBench bench(plainCantilever());
+    const std::string html = bench.sheet().html;
+    EXPECT_TRUE(isSheetFile(html.substr(0, SheetHeadBytes)));
+    EXPECT_FALSE(isSheetFile("<!DOCTYPE html>\n<html><head>\n"
+                             "<meta name=\"generator\" content=\"other\"/>"));
+}
+
+} // namespace
+} // namespace korvane::test
