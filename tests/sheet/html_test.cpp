@@ -1,5 +1,5 @@
 // The file that a sheet is: well-formed, by itself, small, the same twice, with all text escaped.
-#include "markup.h"
+#include "html_parser.h"
 #include "sheet_bench.h"
 #include "support/random_problem.h"
 

@@ -1,4 +1,4 @@
-#include "markup.h"
+#include "html_parser.h"
 
 #include <algorithm>
 #include <cctype>
