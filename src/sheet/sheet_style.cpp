@@ -1,6 +1,7 @@
 #include "sheet/sheet_style.h"
 
 #include "runtime/utf8_text.h"
+#include "sheet/figure_style.h"
 
 namespace korvane {
 
@@ -95,6 +96,7 @@ std::string cssString(std::string_view bytes) {
 
 std::string sheetStyle(std::string_view title, std::string_view running) {
     std::string style(Style);
+    style += figureStyle();
     style += "@page { margin: 16mm 14mm 17mm;\n";
     style += " @top-left { content: " + cssString(title) + "; font: 8pt sans-serif; }\n";
     style += " @bottom-left { content: " + cssString(running) + "; font: 8pt sans-serif; }\n";

@@ -1,0 +1,125 @@
+#include "sheet/svg.h"
+
+#include "runtime/number_format.h"
+#include "sheet/sheet_writer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+
+namespace {
+
+constexpr double HeadLength = 5;
+constexpr double HeadHalfWidth = 2.2;
+
+/// Browsers keep coordinates in single precision; nothing that is seen stands farther out.
+constexpr double Farthest = 1e5;
+
+std::string attribute(std::string_view name, std::string_view value) {
+    return value.empty() ? std::string()
+                         : " " + std::string(name) + "=\"" + std::string(value) + "\"";
+}
+
+std::string number(std::string_view name, double value) {
+    return attribute(name, svgNumber(value));
+}
+
+std::string pointList(const std::vector<SvgPoint>& points) {
+    std::string list;
+    for (const SvgPoint& point : points) {
+        list += (list.empty() ? "" : " ") + svgNumber(point.x) + "," + svgNumber(point.y);
+    }
+    return list;
+}
+
+} // namespace
+
+std::string svgNumber(double value) {
+    const double held = std::isfinite(value) ? std::clamp(value, -Farthest, Farthest) : 0;
+    std::string text;
+    appendShortest(text, std::round(held * 100) / 100 + 0.0);
+    return text == "-0" ? "0" : text;
+}
+
+void Svg::line(SvgPoint from, SvgPoint to, std::string_view cssClass) {
+    body_ += "<line" + number("x1", from.x) + number("y1", from.y) + number("x2", to.x) +
+             number("y2", to.y) + attribute("class", cssClass) + "/>\n";
+}
+
+void Svg::polyline(const std::vector<SvgPoint>& points, std::string_view cssClass) {
+    body_ += "<polyline" + attribute("points", pointList(points)) + attribute("class", cssClass) +
+             "/>\n";
+}
+
+void Svg::polygon(const std::vector<SvgPoint>& points, std::string_view cssClass,
+                  std::string_view fill) {
+    body_ += "<polygon" + attribute("points", pointList(points)) + attribute("class", cssClass) +
+             attribute("fill", fill) + "/>\n";
+}
+
+void Svg::circle(SvgPoint middle, double radius, std::string_view cssClass) {
+    body_ += "<circle" + number("cx", middle.x) + number("cy", middle.y) + number("r", radius) +
+             attribute("class", cssClass) + "/>\n";
+}
+
+void Svg::arrow(SvgPoint from, SvgPoint to, std::string_view cssClass) {
+    const double length = std::hypot(to.x - from.x, to.y - from.y);
+    if (length == 0) {
+        return;
+    }
+    const double dx = (to.x - from.x) / length;
+    const double dy = (to.y - from.y) / length;
+    const double head = std::min(HeadLength, length);
+    const SvgPoint neck{to.x - dx * head, to.y - dy * head};
+    line(from, neck, cssClass);
+    const double half = HeadHalfWidth * head / HeadLength;
+    polygon({to,
+             {neck.x - dy * half, neck.y + dx * half},
+             {neck.x + dy * half, neck.y - dx * half}},
+            std::string(cssClass) + " head");
+}
+
+void Svg::text(SvgPoint at, TextAnchor anchor, std::string_view text, std::string_view cssClass) {
+    const char* name = anchor == TextAnchor::Middle ? "middle"
+                       : anchor == TextAnchor::End  ? "end"
+                                                    : "";
+    body_ += "<text" + number("x", at.x) + number("y", at.y) + attribute("text-anchor", name) +
+             attribute("class", cssClass) + ">" + escaped(text) + "</text>\n";
+}
+
+void Svg::group(std::string_view cssClass, std::string_view clipId) {
+    const std::string clip = clipId.empty() ? "" : "url(#" + std::string(clipId) + ")";
+    body_ += "<g" + attribute("class", cssClass) + attribute("clip-path", clip) + ">\n";
+}
+
+std::string Svg::finish(const LabelBox& view, std::string_view cssClass,
+                        std::string_view title) const {
+    const std::string box = svgNumber(view.left) + " " + svgNumber(view.top) + " " +
+                            svgNumber(view.width) + " " + svgNumber(view.height);
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\"" + attribute("viewBox", box) +
+           number("width", view.width) + number("height", view.height) +
+           attribute("class", cssClass) + ">\n<title>" + escaped(title) + "</title>\n" + body_ +
+           "</svg>\n";
+}
+
+std::vector<double> roundTicks(double low, double high, int most) {
+    std::vector<double> ticks;
+    if (!(high > low) || most < 1) {
+        return ticks;
+    }
+    const double least = (high - low) / most;
+    double step = std::pow(10, std::floor(std::log10(least)));
+    for (const double factor : {2.0, 2.5, 2.0}) { // 1, 2, 5, 10
+        if (step >= least) {
+            break;
+        }
+        step *= factor;
+    }
+    for (double n = std::ceil(low / step - 1e-9); n * step <= high + 1e-9 * step; ++n) {
+        ticks.push_back(n * step + 0.0);
+    }
+    return ticks;
+}
+
+} // namespace korvane
