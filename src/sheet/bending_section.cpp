@@ -1,8 +1,230 @@
-// Shear, moment and deflection, and the sections of the table.
+// Shear, moment and deflection.
+#include "sheet/bending_figure.h"
+#include "sheet/pile_table.h"
 #include "sheet/sections.h"
+#include "sheet/stages.h"
+#include "sheet/statics.h"
+#include "state/tolerances.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace korvane {
 
-void writeBending(SheetWriter& /*writer*/, const SheetRequest& /*request*/) {}
+namespace {
+
+constexpr int BendingNumber = 6;
+
+/// Deflections are fourfold integrals: they lose more digits than sums of forces.
+constexpr double IntegralRounding = 1e-7;
+
+/// One level on its way through the section.
+struct Bending {
+    SheetWriter& writer;
+    const Problem& problem;
+    const LevelResult& level;
+    std::string prefix;  ///< of checks: the method, where there are two
+    WallLoading loading; ///< with the anchor
+    LoadSums sizes;      ///< about the bottom
+
+    std::string what(std::string_view text) const { return prefix + std::string(text); }
+    Quantity deflection() const {
+        return problem.ProgramMode == Mode::Analysis ? Quantity::Deflection
+                                                     : Quantity::ScaledDeflection;
+    }
+};
+
+// ---- largest moment
+// ------------------------------------------------------------------------------
+
+/// The loads above an elevation.
+WallLoading loadsAbove(const WallLoading& loading, double elev) {
+    WallLoading above;
+    above.top = loading.top;
+    above.bottom = elev;
+    for (const LoadPiece& piece : loading.pieces) {
+        if (piece.bottom >= elev) {
+            above.pieces.push_back(piece);
+        } else if (piece.top > elev) {
+            above.pieces.push_back(piece.above(elev));
+        }
+    }
+    for (const PointForce& line : loading.lines) {
+        if (line.elev > elev) {
+            above.lines.push_back(line);
+        }
+    }
+    return above;
+}
+
+/// Where the shear itself vanishes, if that is elsewhere: the solution looks between its rows only
+/// where the pressure makes no step at the row of the largest moment.
+void writeExactExtreme(const Bending& bending) {
+    const auto& [writer, problem, level, prefix, loading, sizes] = bending;
+    const Extreme exact = largestMoment(loading);
+    const double told = level.diagrams.MaxMoment.value;
+    constexpr double worthTelling = 1e-4; // share of the moment
+    if (std::fabs(exact.value) <= (1 + worthTelling) * std::fabs(told)) {
+        writer.paragraph("No other moment of the wall is larger.");
+        return;
+    }
+    const double percent = 100 * (std::fabs(exact.value / told) - 1);
+    writer.paragraph(
+        "By areas the moment is largest where the shear vanishes between two rows, at " +
+        elevationText(exact.elev, writer.units()) + ": " +
+        writer.withUnit(Quantity::Moment, exact.value) + ", " +
+        writer.precise(Quantity::Number, percent).markup +
+        " % more. The solution takes the moment of the row, as the net pressure makes "
+        "a step there.");
+}
+
+/// The statical moment of the areas above the largest moment; gives their sum.
+double writeMomentByAreas(const Bending& bending) {
+    const auto& [writer, problem, level, prefix, loading, sizes] = bending;
+    const double elev = level.diagrams.MaxMoment.elev;
+    const WallLoading above = loadsAbove(loading, elev);
+    Table table;
+    table.caption = "Statical moment of the forces above " + elevationText(elev, writer.units());
+    table.columns = {{.title = "Force"},
+                     {.title = "Size", .quantity = Quantity::Force},
+                     {.title = "Arm", .quantity = Quantity::Length},
+                     {.title = "Moment", .quantity = Quantity::Moment}};
+    double force = 0;
+    double moment = 0;
+    const auto add = [&, &out = writer](const std::string& name, double size, double at) {
+        force += size;
+        moment += size * (at - elev);
+        table.rows.push_back({out.text(name), out.precise(Quantity::Force, size),
+                              out.precise(Quantity::Length, at - elev),
+                              out.precise(Quantity::Moment, size * (at - elev))});
+    };
+    for (const PressureArea& area : areasBetweenZeros(above)) {
+        add("Net pressure from " + quantityText(Quantity::Length, area.top, writer.units()) +
+                " to " + quantityText(Quantity::Length, area.bottom, writer.units()),
+            area.force, area.centre);
+    }
+    for (const PointForce& line : above.lines) {
+        const bool anchor = problem.WallType == WallKind::Anchored &&
+                            &line == &above.lines.back() && line.elev == problem.AnchorElev;
+        add(anchor ? "Anchor" : "Horizontal line load", line.force, line.elev);
+    }
+    table.rows.push_back({writer.text("Sum"), writer.precise(Quantity::Force, force), Cell{},
+                          writer.precise(Quantity::Moment, moment)});
+    writer.table(table);
+    writer.paragraph("The solution has " +
+                     writer.withUnit(Quantity::Moment, level.diagrams.MaxMoment.value) + " there.");
+    writeExactExtreme(bending);
+    return moment;
+}
+
+// ---- checks
+// --------------------------------------------------------------------------------------
+
+/// Every row of the diagrams. The last one is left out: the solution shows no moment there, and of
+/// a free bottom no shear, whatever its search has left of them.
+void checkRows(const Bending& bending) {
+    const auto& [writer, problem, level, prefix, loading, sizes] = bending;
+    const ResultDiagrams& rows = level.diagrams;
+    const MomentAreas areas(loading);
+    const double scale = deflectionScale(problem);
+    WorstCheck moments(bending.what("moments by areas"), Quantity::Moment);
+    WorstCheck shears(bending.what("shears by areas"), Quantity::Force);
+    WorstCheck deflections(bending.what("deflections by moment areas"), bending.deflection());
+    for (int r = 1; r < rows.RowCount; ++r) {
+        const double elev = rows.ResultElev(r);
+        const std::string place = "at " + elevationText(elev, writer.units());
+        moments.add(momentAt(loading, elev), rows.ResultMoment(r), place);
+        // Of two rows at one elevation the first stands above it.
+        const double above = shearAbove(loading, elev);
+        const double below = shearBelow(loading, elev);
+        const bool isUpper =
+            std::fabs(above - rows.ResultShear(r)) <= std::fabs(below - rows.ResultShear(r));
+        shears.add(isUpper ? above : below, rows.ResultShear(r), place);
+        deflections.add(scale * deflectionAt(level.method, areas, elev, problem.AnchorElev),
+                        rows.ResultDeflection(r), place);
+    }
+    moments.tell(writer, SumRounding, sizes.momentSizes);
+    shears.tell(writer, SumRounding, sizes.forceSizes);
+    deflections.tell(writer, IntegralRounding);
+}
+
+void checkExtremes(const Bending& bending, double momentByAreas) {
+    const auto& [writer, problem, level, prefix, loading, sizes] = bending;
+    const ResultDiagrams& rows = level.diagrams;
+    writer.check(bending.what("largest moment, statical moment of the areas"), Quantity::Moment,
+                 momentByAreas, rows.MaxMoment.value, SumRounding, sizes.momentSizes);
+    const double above = shearAbove(loading, level.maxShear.elev);
+    const double below = shearBelow(loading, level.maxShear.elev);
+    writer.check(bending.what("largest shear, sum of the forces above"), Quantity::Force,
+                 std::fabs(above) >= std::fabs(below) ? above : below, level.maxShear.value,
+                 SumRounding, sizes.forceSizes);
+    const double deflection =
+        deflectionScale(problem) * deflectionAt(level.method, MomentAreas(loading),
+                                                rows.MaxDeflection.elev, problem.AnchorElev);
+    writer.check(bending.what("largest deflection, by moment areas"), bending.deflection(),
+                 deflection, rows.MaxDeflection.value, IntegralRounding);
+}
+
+// ---- a level
+// -------------------------------------------------------------------------------------
+
+void writeExtremes(const Bending& bending) {
+    const auto& [writer, problem, level, prefix, loading, sizes] = bending;
+    Table table;
+    table.columns = {{.title = "Largest"}, {.title = "Value"}, {.title = "at elevation"}};
+    const auto add = [&, &out = writer](std::string_view name, Quantity quantity,
+                                        const Extreme& extreme) {
+        table.rows.push_back({out.text(name), out.text(out.withUnit(quantity, extreme.value)),
+                              out.text(out.withUnit(Quantity::Length, extreme.elev))});
+    };
+    add("Moment", Quantity::Moment, level.diagrams.MaxMoment);
+    add("Shear", Quantity::Force, level.maxShear);
+    add(problem.ProgramMode == Mode::Analysis ? "Deflection"
+                                              : "Deflection times modulus and inertia",
+        bending.deflection(), level.diagrams.MaxDeflection);
+    writer.table(table);
+}
+
+void writeLevel(SheetWriter& writer, const SheetRequest& request, int number) {
+    const Results& results = *request.solved.results;
+    const LevelResult& level = results.levels(number);
+    const std::string name = solutionMethodName(level.method);
+    const bool several = results.levelCount > 1;
+    WallLoading loading = heldLoading(request.problem, level);
+    const LoadSums sizes = sumsAbout(loading, level.bottomElev);
+    const Bending bending{
+        writer, request.problem, level, several ? name + ": " : std::string(), std::move(loading),
+        sizes};
+    if (several) {
+        writer.heading(std::string(1, static_cast<char>(name[0] - 'a' + 'A')) + name.substr(1) +
+                       " support");
+    }
+    writer.markup("<figure>\n" + bendingFigure(request, level).svg + "</figure>\n");
+    writeExtremes(bending);
+    checkExtremes(bending, writeMomentByAreas(bending));
+    checkRows(bending);
+    writePileTable(writer, request, number);
+}
+
+} // namespace
+
+void writeBending(SheetWriter& writer, const SheetRequest& request) {
+    if (request.solved.results == nullptr) {
+        return;
+    }
+    writer.section(BendingNumber, "Shear, moment and deflection");
+    writer.paragraph("Shears are the sums of the forces toward the left above an elevation, "
+                     "moments their statical moments about it. Deflections are toward the left: "
+                     "by the second moment-area theorem the statical moment of the moment diagram "
+                     "between bottom and elevation" +
+                     std::string(request.problem.WallType == WallKind::Anchored
+                                     ? "; with free earth support the wall is turned about its "
+                                       "bottom until the anchor is in its place."
+                                     : "."));
+    for (int number = 1; number <= request.solved.results->levelCount; ++number) {
+        writeLevel(writer, request, number);
+    }
+}
 
 } // namespace korvane

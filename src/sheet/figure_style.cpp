@@ -36,6 +36,7 @@ svg .leader { fill: none; stroke: var(--soft); stroke-width: .6; }
 svg .axis { stroke: var(--ink); stroke-width: 1; }
 svg .grid { stroke: var(--line); stroke-width: .6; }
 svg .level { stroke: var(--soft); stroke-width: .7; stroke-dasharray: 4 3; }
+svg .panel { fill: none; stroke: var(--line); stroke-width: 1; }
 svg .curve { fill: none; stroke: var(--accent); stroke-width: 1.5; }
 svg .area { fill: var(--accent); fill-opacity: .13; stroke: none; }
 svg circle.extreme { fill: var(--paper); stroke: var(--bad); stroke-width: 1.5; }

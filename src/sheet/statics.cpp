@@ -1,11 +1,13 @@
 #include "sheet/statics.h"
 
 #include "solution/wall_diagrams.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 
 namespace korvane {
 
@@ -24,6 +26,20 @@ LoadPiece LoadPiece::above(double elev) const {
     return {top, elev, atTop, pressureAt(elev)};
 }
 
+namespace {
+
+/// The elevation of the row that stands at an elevation, or that itself.
+double rowElevation(const std::vector<LoadPiece>& pieces, double elev) {
+    for (const LoadPiece& piece : pieces) {
+        if (std::fabs(piece.top - elev) < SameElevation) {
+            return piece.top;
+        }
+    }
+    return elev;
+}
+
+} // namespace
+
 WallLoading wallLoading(const Problem& problem, const LevelResult& level) {
     const PressureDiagrams wall = wallDiagrams(level);
     const auto& ElevGrid = wall.grid.ElevGrid;
@@ -36,7 +52,8 @@ WallLoading wallLoading(const Problem& problem, const LevelResult& level) {
     loading.bottom = level.bottomElev;
     for (int j = 1; j <= problem.HLineCount; ++j) {
         if (problem.HLineElev(j) > level.bottomElev) {
-            loading.lines.push_back({problem.HLineElev(j), problem.HLineLoad(j)});
+            loading.lines.push_back(
+                {rowElevation(loading.pieces, problem.HLineElev(j)), problem.HLineLoad(j)});
         }
     }
     return loading;
@@ -163,6 +180,48 @@ double momentAt(const WallLoading& loading, double elev) {
 
 namespace {
 
+/// Where the shear vanishes between two elevations at which its sign differs.
+double zeroOfShear(const WallLoading& loading, double top, double bottom) {
+    const bool topPositive = shearBelow(loading, top) > 0;
+    constexpr int halvings = 60;
+    for (int i = 0; i < halvings; ++i) {
+        const double middle = (top + bottom) / 2;
+        ((shearBelow(loading, middle) > 0) == topPositive ? top : bottom) = middle;
+    }
+    return (top + bottom) / 2;
+}
+
+} // namespace
+
+Extreme largestMoment(const WallLoading& loading) {
+    // Between these the pressure keeps its sign and the shear grows or falls throughout.
+    std::vector<double> breaks;
+    for (const LoadPiece& piece : cutAtZeros(loading.pieces)) {
+        breaks.push_back(piece.top);
+    }
+    for (const PointForce& line : loading.lines) {
+        breaks.push_back(line.elev);
+    }
+    breaks.push_back(loading.bottom);
+    std::sort(breaks.rbegin(), breaks.rend());
+    Extreme largest;
+    const auto take = [&](double elev) {
+        const double moment = momentAt(loading, elev);
+        if (std::fabs(moment) > std::fabs(largest.value)) {
+            largest = {moment, elev};
+        }
+    };
+    for (std::size_t i = 1; i < breaks.size(); ++i) {
+        take(breaks[i]);
+        if (shearBelow(loading, breaks[i - 1]) * shearAbove(loading, breaks[i]) < 0) {
+            take(zeroOfShear(loading, breaks[i - 1], breaks[i]));
+        }
+    }
+    return largest;
+}
+
+namespace {
+
 /// Gauss's rule of three points on a stretch of length 1, exact up to the fifth degree.
 struct GaussPoint {
     double place;
@@ -227,6 +286,40 @@ double MomentAreas::hinged(double elev, double heldAt) const {
 double supportForce(const WallLoading& loading, double elev) {
     const double height = elev - loading.bottom;
     return 3 * MomentAreas(loading).builtIn(elev) / (height * height * height);
+}
+
+double anchorByStatics(const Problem& problem, const LevelResult& level) {
+    const WallLoading loading = wallLoading(problem, level);
+    switch (level.method) {
+    case SolutionMethod::FreeEarth:
+        return sumsAbout(loading, level.bottomElev).moment /
+               (problem.AnchorElev - level.bottomElev);
+    case SolutionMethod::FixedEarth:
+        return supportForce(loading, problem.AnchorElev);
+    case SolutionMethod::Cantilever:
+        break;
+    }
+    return 0;
+}
+
+WallLoading heldLoading(const Problem& problem, const LevelResult& level) {
+    WallLoading loading = wallLoading(problem, level);
+    if (level.method == SolutionMethod::Cantilever) {
+        return loading;
+    }
+    const double elev = rowElevation(loading.pieces, problem.AnchorElev);
+    return withForce(std::move(loading), {elev, -anchorByStatics(problem, level)});
+}
+
+double deflectionAt(SolutionMethod method, const MomentAreas& areas, double elev, double anchor) {
+    return method == SolutionMethod::FreeEarth ? areas.hinged(elev, anchor) : areas.builtIn(elev);
+}
+
+double deflectionScale(const Problem& problem) {
+    constexpr double inchesCubed = 1728; // of a cubic foot
+    return problem.ProgramMode == Mode::Analysis
+               ? inchesCubed / (problem.WallModulus * problem.WallInertia)
+               : inchesCubed;
 }
 
 } // namespace korvane

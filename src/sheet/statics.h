@@ -37,7 +37,8 @@ struct WallLoading {
     double bottom = 0;             ///< FT
 };
 
-/// The loads of a level: the net pressures of its balance, and the line loads.
+/// The loads of a level: the net pressures of its balance, and the line loads. A load within
+/// 0.0001 FT of a row of the diagrams stands at that row.
 WallLoading wallLoading(const Problem& problem, const LevelResult& level);
 
 /// The same with one more force.
@@ -69,6 +70,10 @@ double shearBelow(const WallLoading& loading, double elev);
 double shearAbove(const WallLoading& loading, double elev);
 double momentAt(const WallLoading& loading, double elev);
 
+/// The moment of the largest size and its elevation: at a zero of the shear, or where a force makes
+/// it change its sign.
+Extreme largestMoment(const WallLoading& loading);
+
 /// EI times the deflection (LB-FT^3 per foot, positive toward the left) of a wall under all its
 /// forces, by the second moment-area theorem: the static moment of the moment diagram between the
 /// bottom and an elevation about that elevation. Integrated by Gauss's rule of three points between
@@ -98,5 +103,26 @@ class MomentAreas {
 /// The force (LB per foot, toward the right) of a support that keeps a wall with a built-in bottom
 /// from moving at an elevation.
 double supportForce(const WallLoading& loading, double elev);
+
+/// The anchor force (LB per foot, toward the right) of a level by statics alone: free earth support
+/// from moments about the bottom, fixed earth support from zero deflection at the anchor.
+double anchorByStatics(const Problem& problem, const LevelResult& level);
+
+/// The loads of a level and its anchor force by statics.
+WallLoading heldLoading(const Problem& problem, const LevelResult& level);
+
+/// EI times the deflection (LB-FT^3 per foot) of a level's wall: built in at its bottom, or with
+/// free earth support held at the anchor and free to turn.
+double deflectionAt(SolutionMethod method, const MomentAreas& areas, double elev, double anchor);
+
+/// From LB-FT^3 to what results tell: LB-IN^3 in a design, IN of the given wall in an analysis.
+double deflectionScale(const Problem& problem);
+
+/// Moments of the searches end within this of zero, LB-FT per foot.
+inline constexpr double MomentResidual = 1.0;
+/// Forces of the search for a cantilever's bottom end within this of zero, LB per foot.
+inline constexpr double ForceResidual = 0.1;
+/// Sums of hundreds of pieces in another order differ by no more than this share of the sizes.
+inline constexpr double SumRounding = 1e-9;
 
 } // namespace korvane

@@ -15,10 +15,6 @@ namespace korvane {
 namespace {
 
 // Pixels
-constexpr double TypeSize = 11;
-constexpr double LineHeight = 13;
-constexpr double LabelGap = 5;    // between labels, half above and half below
-constexpr double Slant = 15;      // of a leader beside the drawing
 constexpr double TextGap = 4;     // between leader and text
 constexpr double TrackHeight = 24;
 constexpr double ShapeHeight = 17; // of the largest distributed load
@@ -355,7 +351,7 @@ std::vector<Flag> flagsOf(const Scene& scene, int side, double largest) {
         const double start = outwards(side) * flag.tip.x;
         row = start > reached ? 0 : row + 1;
         flag.row = row;
-        reached = std::max(reached, start + 2 * TextGap + textWidth(flag.text, TypeSize));
+        reached = std::max(reached, start + 2 * TextGap + textWidth(flag.text, FigureType));
     }
     return flags;
 }
@@ -367,58 +363,13 @@ void placeFlags(Scene& scene, int side, double largest) {
         rows = std::max(rows, flag.row + 1);
     }
     for (const Flag& flag : flags) {
-        const double width = textWidth(flag.text, TypeSize);
-        const double top = scene.zoneBottom - (rows - flag.row) * (LineHeight + 2);
-        const double inner = flag.tip.x + outwards(side) * TextGap;
-        scene.labels.push_back({{side == Right ? inner : inner - width, top, width, LineHeight},
+        const double top = scene.zoneBottom - (rows - flag.row) * (FigureLine + 2);
+        const TextAnchor anchor = side == Right ? TextAnchor::Start : TextAnchor::End;
+        const SvgPoint inner{flag.tip.x + outwards(side) * TextGap, top};
+        scene.labels.push_back({labelBox({flag.text}, inner, anchor),
                                 {flag.text},
-                                side == Right ? TextAnchor::Start : TextAnchor::End,
+                                anchor,
                                 {flag.tip, {flag.tip.x, top + 1}}});
-    }
-}
-
-// ---- labels beside the drawing
-// -------------------------------------------------------------------
-
-/// y of the lowest point of a column of labels.
-void placeColumn(Scene& scene, int side) {
-    std::vector<SideLabel> wanted = sideLabels(scene.request, scene.view, side);
-    std::stable_sort(wanted.begin(), wanted.end(), [](const SideLabel& a, const SideLabel& b) {
-        return a.tip.y < b.tip.y;
-    });
-    std::vector<LabelSlot> slots;
-    double room = 0;
-    for (const SideLabel& label : wanted) {
-        const double height = static_cast<double>(label.lines.size()) * LineHeight + LabelGap;
-        slots.push_back({label.tip.y, height});
-        room += height;
-    }
-    const double low = scene.zoneBottom + LabelGap;
-    const auto middles = spreadSlots(slots, low, std::max(scene.view.height(), low + room));
-    const double edge = scene.view.edge(side);
-    const double bend = edge + outwards(side) * Slant;
-    for (std::size_t i = 0; i < wanted.size(); ++i) {
-        double width = 0;
-        for (const std::string& line : wanted[i].lines) {
-            width = std::max(width, textWidth(line, TypeSize));
-        }
-        const double inner = bend + outwards(side) * TextGap;
-        const double height = slots[i].size - LabelGap;
-        scene.labels.push_back(
-            {{side == Right ? inner : inner - width, middles[i] - height / 2, width, height},
-             wanted[i].lines,
-             side == Right ? TextAnchor::Start : TextAnchor::End,
-             {wanted[i].tip, {edge, wanted[i].tip.y}, {bend, middles[i]}}});
-    }
-}
-
-void drawLabel(Svg& svg, const FigureLabel& label) {
-    svg.polyline(label.leader, "leader");
-    const double x = label.anchor == TextAnchor::Start ? label.box.left : label.box.right();
-    constexpr double baseline = 10;
-    for (std::size_t i = 0; i < label.lines.size(); ++i) {
-        svg.text({x, label.box.top + baseline + static_cast<double>(i) * LineHeight}, label.anchor,
-                 label.lines[i], label.lines.size() > 1 && i == 0 ? "name" : "");
     }
 }
 
@@ -452,20 +403,6 @@ double zoneBottomOf(const Scene& scene) {
     return bottom - 2 * Margin;
 }
 
-LabelBox boundsOf(const Scene& scene) {
-    double left = 0;
-    double top = 0;
-    double right = scene.view.width();
-    double bottom = scene.view.height();
-    for (const FigureLabel& label : scene.labels) {
-        left = std::min(left, label.box.left);
-        top = std::min(top, label.box.top);
-        right = std::max(right, label.box.right());
-        bottom = std::max(bottom, label.box.bottom());
-    }
-    return {left - Margin, top - Margin, right - left + 2 * Margin, bottom - top + 2 * Margin};
-}
-
 void drawScene(Scene& scene) {
     scene.svg.markup(definitions(scene.view));
     scene.svg.group({}, "wallview");
@@ -495,7 +432,7 @@ void drawScene(Scene& scene) {
 
 } // namespace
 
-WallFigure wallFigure(const SheetRequest& request) {
+Figure wallFigure(const SheetRequest& request) {
     Scene scene{.request = request, .problem = request.problem, .view = wallView(request),
                 .loads = {},
                 .patterns = soilPatterns(request.problem), .svg = {}, .labels = {}};
@@ -506,11 +443,14 @@ WallFigure wallFigure(const SheetRequest& request) {
     scene.zoneBottom = zoneBottomOf(scene);
     for (const int side : {Right, Left}) {
         placeFlags(scene, side, largestLoad(scene));
-        placeColumn(scene, side);
+        const auto column = placeColumn(sideLabels(request, scene.view, side),
+                                        {scene.view.edge(side), side == Right,
+                                         scene.zoneBottom + Margin, scene.view.height()});
+        scene.labels.insert(scene.labels.end(), column.begin(), column.end());
     }
     drawScene(scene);
-    WallFigure figure;
-    figure.view = boundsOf(scene);
+    Figure figure;
+    figure.view = viewOf(scene.view.width(), scene.view.height(), scene.labels);
     figure.labels = std::move(scene.labels);
     figure.svg = scene.svg.finish(figure.view, "wallfigure", "The wall, drawn to scale");
     return figure;

@@ -48,7 +48,7 @@ class SideLabels {
     void loadsOnWall();
     void pressureTable();
 
-    std::vector<SideLabel> taken() { return std::move(labels_); }
+    std::vector<ColumnLabel> taken() { return std::move(labels_); }
 
   private:
     std::string text(Quantity quantity, double value) const {
@@ -76,7 +76,7 @@ class SideLabels {
     const Problem& problem_;
     const WallView& view_;
     int side_;
-    std::vector<SideLabel> labels_;
+    std::vector<ColumnLabel> labels_;
 };
 
 void SideLabels::wall() {
@@ -99,7 +99,7 @@ void SideLabels::levelValues(std::vector<std::string>& lines, Quantity quantity,
     const Results& results = *request_.solved.results;
     for (int level = 1; level <= results.levelCount; ++level) {
         const LevelResult& result = results.levels(level);
-        lines.push_back((results.levelCount > 1 ? methodName(result.method) + std::string(" ") : "") +
+        lines.push_back((results.levelCount > 1 ? solutionMethodName(result.method) + std::string(" ") : "") +
                         text(quantity, result.*value));
     }
 }
@@ -239,7 +239,7 @@ void SideLabels::pressureTable() {
 
 } // namespace
 
-std::vector<SideLabel> sideLabels(const SheetRequest& request, const WallView& view, int side) {
+std::vector<ColumnLabel> sideLabels(const SheetRequest& request, const WallView& view, int side) {
     SideLabels labels(request, view, side);
     labels.wall();
     labels.anchor();

@@ -1,6 +1,7 @@
 // What the labels beside the figure of a wall say and point to.
 #pragma once
 
+#include "sheet/figure.h"
 #include "sheet/wall_view.h"
 
 #include <string>
@@ -8,15 +9,9 @@
 
 namespace korvane {
 
-/// A label in the column beside the drawing on a side.
-struct SideLabel {
-    SvgPoint tip; ///< of its leader, in the drawing
-    std::vector<std::string> lines;
-};
-
 /// All labels of a side, in no order: wall, anchor, ground, water, seepage, layers, and the loads
 /// on the wall.
-std::vector<SideLabel> sideLabels(const SheetRequest& request, const WallView& view, int side);
+std::vector<ColumnLabel> sideLabels(const SheetRequest& request, const WallView& view, int side);
 
 /// Where the force of a load on the wall is drawn: its tail, from the wall's axis, in pixels.
 inline constexpr double WallArrow = 34;

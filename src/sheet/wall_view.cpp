@@ -54,18 +54,6 @@ double highestOf(const Problem& problem, const WallView& view) {
 
 } // namespace
 
-const char* methodName(SolutionMethod method) {
-    switch (method) {
-    case SolutionMethod::FreeEarth:
-        return "free earth";
-    case SolutionMethod::FixedEarth:
-        return "fixed earth";
-    case SolutionMethod::Cantilever:
-        break;
-    }
-    return "cantilever";
-}
-
 std::vector<WallBottom> wallBottoms(const SheetRequest& request) {
     std::vector<WallBottom> bottoms;
     if (request.problem.ProgramMode == Mode::Analysis) {
@@ -78,7 +66,7 @@ std::vector<WallBottom> wallBottoms(const SheetRequest& request) {
     for (int level = 1; level <= results.levelCount; ++level) {
         const LevelResult& result = results.levels(level);
         bottoms.push_back(
-            {results.levelCount > 1 ? methodName(result.method) : "", result.bottomElev});
+            {results.levelCount > 1 ? solutionMethodName(result.method) : "", result.bottomElev});
     }
     return bottoms;
 }

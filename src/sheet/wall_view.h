@@ -18,9 +18,6 @@ struct WallBottom {
 /// The bottoms of the solved levels, or that of an analysis; empty where none is known.
 std::vector<WallBottom> wallBottoms(const SheetRequest& request);
 
-/// Name of a method in words: "free earth".
-const char* methodName(SolutionMethod method);
-
 /// The drawing: a rectangle from (0, 0), with the same scale across and down.
 struct WallView {
     double scale = 1;      ///< pixels per FT

@@ -1,0 +1,86 @@
+#include "sheet/figure.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace korvane {
+
+namespace {
+
+// Pixels
+constexpr double LabelGap = 5; // between labels of a column, half above and half below
+constexpr double Slant = 15;   // of a leader beside the drawing
+constexpr double TextGap = 4;  // between leader and text
+constexpr double Baseline = 10;
+constexpr double Margin = 6;
+
+} // namespace
+
+LabelBox labelBox(const std::vector<std::string>& lines, SvgPoint innerTop, TextAnchor anchor) {
+    double width = 0;
+    for (const std::string& line : lines) {
+        width = std::max(width, textWidth(line, FigureType));
+    }
+    const double left = anchor == TextAnchor::Start ? innerTop.x
+                        : anchor == TextAnchor::End ? innerTop.x - width
+                                                    : innerTop.x - width / 2;
+    return {left, innerTop.y, width, static_cast<double>(lines.size()) * FigureLine};
+}
+
+void drawLabel(Svg& svg, const FigureLabel& label) {
+    if (!label.leader.empty()) {
+        svg.polyline(label.leader, "leader");
+    }
+    const double x = label.anchor == TextAnchor::Start ? label.box.left
+                     : label.anchor == TextAnchor::End ? label.box.right()
+                                                       : label.box.left + label.box.width / 2;
+    for (std::size_t i = 0; i < label.lines.size(); ++i) {
+        const std::string name = label.lines.size() > 1 && i == 0 ? "name" : "";
+        const std::string own = label.cssClass;
+        svg.text({x, label.box.top + Baseline + static_cast<double>(i) * FigureLine}, label.anchor,
+                 label.lines[i], own.empty() || name.empty() ? own + name : own + " " + name);
+    }
+}
+
+std::vector<FigureLabel> placeColumn(std::vector<ColumnLabel> labels, const LabelColumn& column) {
+    std::stable_sort(labels.begin(), labels.end(), [](const ColumnLabel& a, const ColumnLabel& b) {
+        return a.tip.y < b.tip.y;
+    });
+    std::vector<LabelSlot> slots;
+    double room = 0;
+    for (const ColumnLabel& label : labels) {
+        const double height = static_cast<double>(label.lines.size()) * FigureLine + LabelGap;
+        slots.push_back({label.tip.y, height});
+        room += height;
+    }
+    const auto middles = spreadSlots(slots, column.low, std::max(column.high, column.low + room));
+    const double outward = column.toRight ? 1 : -1;
+    const double bend = column.edge + outward * Slant;
+    const TextAnchor anchor = column.toRight ? TextAnchor::Start : TextAnchor::End;
+    std::vector<FigureLabel> placed;
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        const double top = middles[i] - (slots[i].size - LabelGap) / 2;
+        const SvgPoint tip = labels[i].tip;
+        placed.push_back({labelBox(labels[i].lines, {bend + outward * TextGap, top}, anchor),
+                          labels[i].lines,
+                          anchor,
+                          {tip, {column.edge, tip.y}, {bend, middles[i]}}});
+    }
+    return placed;
+}
+
+LabelBox viewOf(double width, double height, const std::vector<FigureLabel>& labels) {
+    double left = 0;
+    double top = 0;
+    double right = width;
+    double bottom = height;
+    for (const FigureLabel& label : labels) {
+        left = std::min(left, label.box.left);
+        top = std::min(top, label.box.top);
+        right = std::max(right, label.box.right());
+        bottom = std::max(bottom, label.box.bottom());
+    }
+    return {left - Margin, top - Margin, right - left + 2 * Margin, bottom - top + 2 * Margin};
+}
+
+} // namespace korvane

@@ -1,0 +1,272 @@
+#include "sheet/pile_table.h"
+
+#include "reports/reduction_report.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace korvane {
+
+namespace {
+
+constexpr double InchesPerFoot = 12;
+constexpr double Rounding = 1e-9;
+
+/// A section under the largest moment of a level.
+struct PileWork {
+    double modulus = 0;   ///< IN^3 per foot of wall
+    double inertia = 0;   ///< IN^4 per foot of wall
+    double allowable = 0; ///< PSI
+    double elastic = 0;   ///< PSI
+    double stress = 0;    ///< PSI
+    double ratio = 0;     ///< allowable over present stress
+    double deflection = 0; ///< IN
+};
+
+struct PileJob {
+    SheetWriter& writer;
+    const SheetRequest& request;
+    const LevelResult& level;
+    double moment = 0; ///< LB-FT, the largest one's size
+
+    int count() const { return request.sections.PileSectionCount; }
+    /// Rowe's reduction where it has a report for this level.
+    const MomentReduction* reduction() const {
+        const MomentReduction* rowe = request.solved.reduction;
+        const bool reduces = level.method == SolutionMethod::FreeEarth && rowe != nullptr &&
+                             rowe->soil != RoweSoil::None;
+        return reduces ? rowe : nullptr;
+    }
+};
+
+PileWork workOf(const PileJob& job, int p) {
+    const PileSections& sections = job.request.sections;
+    const Problem& problem = job.request.problem;
+    PileWork work;
+    work.modulus = sections.PileSectionData(p, 1);
+    work.inertia = sections.PileSectionData(p, 2);
+    work.allowable = sections.PileAllowStress(p);
+    work.elastic = sections.PileModulus(p);
+    work.stress = InchesPerFoot * job.moment / work.modulus;
+    work.ratio = work.allowable / work.stress;
+    // An analysis tells the deflection of the wall that was given.
+    const double own = problem.ProgramMode == Mode::Analysis
+                           ? problem.WallModulus * problem.WallInertia
+                           : 1;
+    work.deflection =
+        job.level.diagrams.MaxDeflection.value * own / (work.elastic * work.inertia);
+    return work;
+}
+
+const char* passText(double ratio) {
+    return ratio >= 1 ? "passes" : "fails";
+}
+
+// ---- stresses
+// ------------------------------------------------------------------------------------
+
+void writeStresses(const PileJob& job) {
+    SheetWriter& writer = job.writer;
+    Table table;
+    table.caption = "Sections under the largest moment, " +
+                    writer.withUnit(Quantity::Moment, job.moment);
+    table.columns = {{.title = "Section"},
+                     {.title = "Section modulus", .quantity = Quantity::SectionModulus},
+                     {.title = "Inertia", .quantity = Quantity::Inertia},
+                     {.title = "Allowable stress", .quantity = Quantity::Modulus},
+                     {.title = "Stress", .quantity = Quantity::Modulus},
+                     {.title = "Allowable / stress"},
+                     {.title = "Largest deflection", .quantity = Quantity::Deflection},
+                     {.title = "Stress"}};
+    for (int p = 1; p <= job.count(); ++p) {
+        const PileWork work = workOf(job, p);
+        table.rows.push_back({writer.text(job.request.sections.PileName(p)),
+                              writer.value(Quantity::SectionModulus, work.modulus),
+                              writer.value(Quantity::Inertia, work.inertia),
+                              writer.value(Quantity::Modulus, work.allowable),
+                              writer.value(Quantity::Modulus, work.stress),
+                              writer.precise(Quantity::Number, work.ratio),
+                              writer.value(Quantity::Deflection, work.deflection),
+                              writer.text(passText(work.ratio))});
+    }
+    writer.table(table);
+}
+
+/// One row for each allowable stress of the table.
+void writeRequiredModulus(const PileJob& job) {
+    SheetWriter& writer = job.writer;
+    writer.definition({"S", "req"},
+                      term("M", "max", job.moment, Quantity::Moment) /
+                          term("σ", "all", job.request.sections.PileAllowStress(1),
+                               Quantity::Modulus),
+                      "section modulus required:");
+    Table table;
+    table.columns = {{.title = "Allowable stress", .quantity = Quantity::Modulus},
+                     {.title = "Section modulus required", .quantity = Quantity::SectionModulus}};
+    std::set<double> stresses;
+    for (int p = 1; p <= job.count(); ++p) {
+        stresses.insert(job.request.sections.PileAllowStress(p));
+    }
+    for (const double stress : stresses) {
+        table.rows.push_back({writer.value(Quantity::Modulus, stress),
+                              writer.precise(Quantity::SectionModulus,
+                                             InchesPerFoot * job.moment / stress)});
+    }
+    writer.table(table);
+}
+
+// ---- moment reduction
+// ----------------------------------------------------------------------------
+
+/// The points of Rowe's curves for sand.
+constexpr std::array<double, 5> CurvePlaces{-3.5, -3.0, -2.5, -2.0, -1.5};
+/// The curve of loose sand runs flat from here.
+constexpr double FlatFrom = -2.0;
+
+/// The polynomial through the first points of a curve, by Neville's rule.
+double throughPoints(const MomentReduction& rowe, int density, int points, double x) {
+    std::array<double, 5> value{};
+    for (int i = 0; i < points; ++i) {
+        value[static_cast<std::size_t>(i)] = rowe.RoweSandCurve(density, i + 1);
+    }
+    for (int span = 1; span < points; ++span) {
+        for (int i = 0; i + span < points; ++i) {
+            const auto from = static_cast<std::size_t>(i);
+            const auto to = static_cast<std::size_t>(i + span);
+            value[from] = ((x - CurvePlaces[to]) * value[from] -
+                           (x - CurvePlaces[from]) * value[from + 1]) /
+                          (CurvePlaces[from] - CurvePlaces[to]);
+        }
+    }
+    return value[0];
+}
+
+/// Log of H^4 over EI with FT, IN^4 and PSI, as Rowe's curves have it.
+double flexibility(double height, const PileWork& work) {
+    return 4 * std::log10(height) - std::log10(work.elastic) - std::log10(work.inertia);
+}
+
+void writeReductionTable(const PileJob& job, const MomentReduction& rowe) {
+    SheetWriter& writer = job.writer;
+    const bool sand = rowe.soil == RoweSoil::Sand;
+    const std::vector<const char*> soils =
+        sand ? std::vector<const char*>{"loose sand", "dense sand"}
+             : std::vector<const char*>{"clay"};
+    Table table;
+    table.caption = "Rowe's moment reduction";
+    table.columns = {{.title = "Section"}, {.title = "log(H⁴/EI)"}};
+    for (const char* soil : soils) {
+        table.columns.push_back({.title = std::string("Coefficient, ") + soil});
+        table.columns.push_back({.title = "Reduced moment", .quantity = Quantity::Moment});
+        table.columns.push_back({.title = "Allowable / reduced"});
+        table.columns.push_back({.title = "Stress"});
+    }
+    for (int p = 1; p <= job.count(); ++p) {
+        std::vector<Cell> row{writer.text(job.request.sections.PileName(p)),
+                              writer.precise(Quantity::Number, rowe.PileLogRigidity(p))};
+        for (int k = 1; k <= static_cast<int>(soils.size()); ++k) {
+            const double coefficient = rowe.inRange(p) ? rowe.coefficient(p, k) : 1;
+            row.push_back(rowe.inRange(p) ? writer.precise(Quantity::Number, coefficient)
+                                          : Cell{"1 *", true});
+            row.push_back(writer.value(Quantity::Moment, coefficient * job.moment));
+            row.push_back(writer.precise(Quantity::Number, rowe.reducedRatio(p, k)));
+            row.push_back(writer.text(passText(rowe.reducedRatio(p, k))));
+        }
+        table.rows.push_back(std::move(row));
+    }
+    writer.table(table);
+    writer.paragraph("* outside the range of the curves: the moment stays as it is.");
+}
+
+Expr length(std::string letter, std::string subscript, double value) {
+    return term(std::move(letter), std::move(subscript), value, Quantity::Length);
+}
+
+void writeRatios(const PileJob& job, const MomentReduction& rowe) {
+    SheetWriter& writer = job.writer;
+    const Problem& problem = job.request.problem;
+    const Expr top = length("z", "T", problem.WallTopElev);
+    const Expr height = length("H", "", rowe.RoweHeight);
+    const double H = writer.formula({"H"}, top - length("z", "B", job.level.bottomElev),
+                                    Quantity::Length, "height of the wall:");
+    const double alpha =
+        writer.formula({"α"}, (top - length("z", "L", problem.SurfaceElev(Left, 1))) / height,
+                       Quantity::Number, "wall height ratio:");
+    const double beta =
+        writer.formula({"β"}, (top - length("z", "A", problem.AnchorElev)) / height,
+                       Quantity::Number, "anchor height ratio:");
+    writer.check("moment reduction, height", Quantity::Length, H, rowe.RoweHeight, Rounding);
+    writer.check("moment reduction, wall height ratio", Quantity::Number, alpha, rowe.RoweAlpha,
+                 Rounding);
+    writer.check("moment reduction, anchor height ratio", Quantity::Number, beta, rowe.RoweBeta,
+                 Rounding);
+    if (rowe.soil == RoweSoil::Clay) {
+        writer.paragraph("Stability number of the clay in front: " +
+                         writer.precise(Quantity::Number, rowe.RoweStability).markup + ".");
+    }
+}
+
+void checkReduction(const PileJob& job, const MomentReduction& rowe) {
+    SheetWriter& writer = job.writer;
+    WorstCheck logs("moment reduction, log(H⁴/EI)", Quantity::Number);
+    WorstCheck ratios("moment reduction, allowable over present moment", Quantity::Number);
+    WorstCheck coefficients("moment reduction, coefficient on the curve", Quantity::Number);
+    WorstCheck reduced("moment reduction, allowable over reduced moment", Quantity::Number);
+    const int columns = rowe.soil == RoweSoil::Sand ? 2 : 1;
+    for (int p = 1; p <= job.count(); ++p) {
+        const PileWork work = workOf(job, p);
+        const std::string& name = job.request.sections.PileName(p);
+        const double x = flexibility(rowe.RoweHeight, work);
+        logs.add(x, rowe.PileLogRigidity(p), name);
+        ratios.add(work.ratio, rowe.PileMomentRatio(p), name);
+        for (int k = 1; k <= columns; ++k) {
+            const double coefficient = rowe.inRange(p) ? rowe.coefficient(p, k) : 1;
+            reduced.add(work.ratio / coefficient, rowe.reducedRatio(p, k), name);
+            if (rowe.inRange(p) && columns == 2) {
+                const double own = k == 1 ? throughPoints(rowe, 1, 4, std::min(x, FlatFrom))
+                                          : throughPoints(rowe, 2, 5, x);
+                coefficients.add(own, coefficient, name);
+            }
+        }
+    }
+    logs.tell(writer, Rounding);
+    ratios.tell(writer, Rounding);
+    coefficients.tell(writer, Rounding);
+    reduced.tell(writer, Rounding);
+}
+
+void writeReduction(const PileJob& job, const MomentReduction& rowe) {
+    writeRatios(job, rowe);
+    for (const std::string& note : reductionNotes(rowe)) {
+        job.writer.paragraph(note);
+    }
+    if (rowe.applicable) {
+        writeReductionTable(job, rowe);
+    }
+    checkReduction(job, rowe);
+}
+
+} // namespace
+
+void writePileTable(SheetWriter& writer, const SheetRequest& request, int level) {
+    const LevelResult& result = request.solved.results->levels(level);
+    const PileJob job{writer, request, result, std::fabs(result.diagrams.MaxMoment.value)};
+    if (job.count() < 1 || job.moment == 0) {
+        return;
+    }
+    writer.subheading("Sheet pile sections");
+    writeStresses(job);
+    writeRequiredModulus(job);
+    if (const MomentReduction* rowe = job.reduction(); rowe != nullptr) {
+        writer.subheading("Moment reduction");
+        writeReduction(job, *rowe);
+    }
+}
+
+} // namespace korvane
