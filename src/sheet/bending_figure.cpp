@@ -158,36 +158,47 @@ std::string tickText(double value) {
     return text + "e" + std::to_string(static_cast<int>(exponent));
 }
 
-/// Ticks as many as have room for their numbers.
-void drawTicks(Frame& frame, const ValueScale& scale) {
-    std::vector<double> ticks;
-    for (int most = 5; most >= 1; --most) {
-        ticks = roundTicks(scale.low, scale.high, most);
-        bool fits = true;
-        for (std::size_t i = 1; i < ticks.size(); ++i) {
-            const double room = scale.x(ticks[i]) - scale.x(ticks[i - 1]);
-            const double both = textWidth(tickText(ticks[i]), FigureType) +
-                                textWidth(tickText(ticks[i - 1]), FigureType);
-            fits = fits && room >= both / 2 + LabelOffset;
-        }
-        if (fits) {
-            break;
+/// The numbers of ticks; those of the outermost stay within the panel.
+std::vector<FigureLabel> tickLabels(const ValueScale& scale, const std::vector<double>& ticks) {
+    std::vector<FigureLabel> labels;
+    for (const double tick : ticks) {
+        const std::string text = tickText(tick);
+        const double half = textWidth(text, FigureType) / 2;
+        const double middle =
+            std::clamp(scale.x(tick), scale.left + half, scale.left + PanelWidth - half);
+        labels.push_back({labelBox({text}, {middle, PanelHeight + TickLength}, TextAnchor::Middle),
+                          {text},
+                          TextAnchor::Middle,
+                          {},
+                          "axisname"});
+    }
+    return labels;
+}
+
+bool haveRoom(const std::vector<FigureLabel>& labels) {
+    for (std::size_t i = 1; i < labels.size(); ++i) {
+        if (labels[i].box.left < labels[i - 1].box.right()) {
+            return false;
         }
     }
+    return true;
+}
+
+/// Ticks as many as have room for their numbers.
+void drawTicks(Frame& frame, const ValueScale& scale) {
+    constexpr int mostTicks = 5;
+    std::vector<double> ticks;
+    std::vector<FigureLabel> labels;
+    int most = mostTicks;
+    do {
+        ticks = roundTicks(scale.low, scale.high, most);
+        labels = tickLabels(scale, ticks);
+    } while (!haveRoom(labels) && --most > 0);
     for (const double tick : ticks) {
         const double x = scale.x(tick);
         frame.svg.line({x, 0}, {x, PanelHeight}, tick == 0 ? "axis" : "grid");
-        const std::string text = tickText(tick);
-        // Numbers of the outermost ticks stay within the panel.
-        const double half = textWidth(text, FigureType) / 2;
-        const double middle = std::clamp(x, scale.left + half, scale.left + PanelWidth - half);
-        frame.labels.push_back(
-            {labelBox({text}, {middle, PanelHeight + TickLength}, TextAnchor::Middle),
-             {text},
-             TextAnchor::Middle,
-             {},
-             "axisname"});
     }
+    frame.labels.insert(frame.labels.end(), labels.begin(), labels.end());
 }
 
 void drawCurve(Frame& frame, const Panel& panel, const ValueScale& scale) {

@@ -109,8 +109,9 @@ double writeMomentByAreas(const Bending& bending) {
                             &line == &above.lines.back() && line.elev == problem.AnchorElev;
         add(anchor ? "Anchor" : "Horizontal line load", line.force, line.elev);
     }
-    table.rows.push_back({writer.text("Sum"), writer.precise(Quantity::Force, force), Cell{},
-                          writer.precise(Quantity::Moment, moment)});
+    table.rows.push_back({writer.text("Sum"),
+                          writer.precise(Quantity::Force, withoutRounding(force, sizes.forceSizes)),
+                          Cell{}, writer.precise(Quantity::Moment, moment)});
     writer.table(table);
     writer.paragraph("The solution has " +
                      writer.withUnit(Quantity::Moment, level.diagrams.MaxMoment.value) + " there.");
@@ -173,10 +174,11 @@ void writeExtremes(const Bending& bending) {
     const auto& [writer, problem, level, prefix, loading, sizes] = bending;
     Table table;
     table.columns = {{.title = "Largest"}, {.title = "Value"}, {.title = "at elevation"}};
-    const auto add = [&, &out = writer](std::string_view name, Quantity quantity,
-                                        const Extreme& extreme) {
+    const auto add = [&, &out = writer, &wall = level](std::string_view name, Quantity quantity,
+                                                       const Extreme& extreme) {
+        const double elev = std::max(extreme.elev, wall.bottomElev);
         table.rows.push_back({out.text(name), out.text(out.withUnit(quantity, extreme.value)),
-                              out.text(out.withUnit(Quantity::Length, extreme.elev))});
+                              out.text(out.withUnit(Quantity::Length, elev))});
     };
     add("Moment", Quantity::Moment, level.diagrams.MaxMoment);
     add("Shear", Quantity::Force, level.maxShear);
@@ -184,6 +186,10 @@ void writeExtremes(const Bending& bending) {
                                               : "Deflection times modulus and inertia",
         bending.deflection(), level.diagrams.MaxDeflection);
     writer.table(table);
+    if (level.maxShear.elev < level.bottomElev) {
+        writer.paragraph("The shear stands at the bottom; the report tells it at the row below, " +
+                         elevationText(level.maxShear.elev, writer.units()) + ".");
+    }
 }
 
 void writeLevel(SheetWriter& writer, const SheetRequest& request, int number) {

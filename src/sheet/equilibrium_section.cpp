@@ -143,11 +143,6 @@ struct Totals {
     double moment = 0;
 };
 
-/// What is left of large numbers that cancel, without the noise of their rounding.
-double withoutRounding(double sum, double sizes) {
-    return std::fabs(sum) <= SumRounding * sizes ? 0 : sum;
-}
-
 Totals writeForces(const Balance& balance) {
     const SheetWriter& writer = balance.writer;
     Table table;

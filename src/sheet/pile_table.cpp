@@ -83,7 +83,7 @@ void writeStresses(const PileJob& job) {
                      {.title = "Stress", .quantity = Quantity::Modulus},
                      {.title = "Allowable / stress"},
                      {.title = "Largest deflection", .quantity = Quantity::Deflection},
-                     {.title = "Stress"}};
+                     {.title = "Result"}};
     for (int p = 1; p <= job.count(); ++p) {
         const PileWork work = workOf(job, p);
         table.rows.push_back({writer.text(job.request.sections.PileName(p)),
@@ -165,7 +165,7 @@ void writeReductionTable(const PileJob& job, const MomentReduction& rowe) {
         table.columns.push_back({.title = std::string("Coefficient, ") + soil});
         table.columns.push_back({.title = "Reduced moment", .quantity = Quantity::Moment});
         table.columns.push_back({.title = "Allowable / reduced"});
-        table.columns.push_back({.title = "Stress"});
+        table.columns.push_back({.title = "Result"});
     }
     for (int p = 1; p <= job.count(); ++p) {
         std::vector<Cell> row{writer.text(job.request.sections.PileName(p)),
@@ -243,11 +243,12 @@ void checkReduction(const PileJob& job, const MomentReduction& rowe) {
 
 void writeReduction(const PileJob& job, const MomentReduction& rowe) {
     writeRatios(job, rowe);
-    for (const std::string& note : reductionNotes(rowe)) {
-        job.writer.paragraph(note);
-    }
     if (rowe.applicable) {
         writeReductionTable(job, rowe);
+    } else {
+        for (const std::string& note : reductionNotes(rowe)) {
+            job.writer.paragraph(note);
+        }
     }
     checkReduction(job, rowe);
 }

@@ -322,4 +322,8 @@ double deflectionScale(const Problem& problem) {
                : inchesCubed;
 }
 
+double withoutRounding(double sum, double sizes) {
+    return std::fabs(sum) <= SumRounding * sizes ? 0 : sum;
+}
+
 } // namespace korvane

@@ -125,4 +125,7 @@ inline constexpr double ForceResidual = 0.1;
 /// Sums of hundreds of pieces in another order differ by no more than this share of the sizes.
 inline constexpr double SumRounding = 1e-9;
 
+/// What is left of large numbers that cancel, without the noise of their rounding.
+double withoutRounding(double sum, double sizes);
+
 } // namespace korvane
