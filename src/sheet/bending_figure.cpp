@@ -17,8 +17,8 @@ namespace {
 constexpr double PanelWidth = 172;
 constexpr double PanelGap = 14;
 constexpr double PanelHeight = 330;
-constexpr double Inset = 8;      // between a panel's edge and the largest value
-constexpr double CurveStep = 6;  // between points of a curve, at most
+constexpr double Inset = 8;     // between a panel's edge and the largest value
+constexpr double CurveStep = 6; // between points of a curve, at most
 constexpr double TickLength = 4;
 constexpr double Radius = 3;
 constexpr double LabelOffset = 8; // from a marked point to its label
@@ -76,8 +76,7 @@ std::vector<double> curveElevations(const Frame& frame, const WallLoading& loadi
             const double length = frame.y(breaks[i]) - frame.y(breaks[i - 1]);
             const int steps = static_cast<int>(std::ceil(length / CurveStep));
             for (int step = 1; step < steps; ++step) {
-                elevations.push_back(breaks[i - 1] +
-                                     (breaks[i] - breaks[i - 1]) * step / steps);
+                elevations.push_back(breaks[i - 1] + (breaks[i] - breaks[i - 1]) * step / steps);
             }
         }
         elevations.push_back(breaks[i]);
@@ -93,13 +92,12 @@ std::vector<Panel> panelsOf(const Frame& frame) {
     const MomentAreas areas(loading);
     const double scale = deflectionScale(problem);
     const bool scaled = problem.ProgramMode != Mode::Analysis;
-    std::vector<Panel> panels{
-        {"Shear", Quantity::Force, {}, level.maxShear},
-        {"Moment", Quantity::Moment, {}, level.diagrams.MaxMoment},
-        {scaled ? "Deflection times EI" : "Deflection",
-         scaled ? Quantity::ScaledDeflection : Quantity::Deflection,
-         {},
-         level.diagrams.MaxDeflection}};
+    std::vector<Panel> panels{{"Shear", Quantity::Force, {}, level.maxShear},
+                              {"Moment", Quantity::Moment, {}, level.diagrams.MaxMoment},
+                              {scaled ? "Deflection times EI" : "Deflection",
+                               scaled ? Quantity::ScaledDeflection : Quantity::Deflection,
+                               {},
+                               level.diagrams.MaxDeflection}};
     for (Panel& panel : panels) { // fixed earth support tells its last row where the grid has it
         panel.largest.elev = std::max(panel.largest.elev, level.bottomElev);
     }
@@ -107,8 +105,8 @@ std::vector<Panel> panelsOf(const Frame& frame) {
         panels[0].curve.push_back({elev, shearAbove(loading, elev)});
         panels[0].curve.push_back({elev, shearBelow(loading, elev)});
         panels[1].curve.push_back({elev, momentAt(loading, elev)});
-        panels[2].curve.push_back({elev, scale * deflectionAt(level.method, areas, elev,
-                                                              problem.AnchorElev)});
+        panels[2].curve.push_back(
+            {elev, scale * deflectionAt(level.method, areas, elev, problem.AnchorElev)});
     }
     return panels;
 }
@@ -256,11 +254,9 @@ void markExtremes(Frame& frame, const Panel& panel, const ValueScale& scale) {
 void drawPanel(Frame& frame, const Panel& panel, int number) {
     const double left = Frame::left(number);
     const ValueScale scale = scaleOf(frame, panel, left);
-    frame.svg.polygon({{left, 0},
-                       {left + PanelWidth, 0},
-                       {left + PanelWidth, PanelHeight},
-                       {left, PanelHeight}},
-                      "panel");
+    frame.svg.polygon(
+        {{left, 0}, {left + PanelWidth, 0}, {left + PanelWidth, PanelHeight}, {left, PanelHeight}},
+        "panel");
     drawTicks(frame, scale);
     drawCurve(frame, panel, scale);
     frame.svg.line({scale.x(0), 0}, {scale.x(0), PanelHeight}, "axis");
@@ -286,12 +282,12 @@ void drawElevations(Frame& frame) {
         }
         frame.svg.line({-TickLength, y}, {0, y}, "axis");
         const std::vector<std::string> lines{tickText(tick)};
-        frame.labels.push_back({labelBox(lines, {-2 * TickLength, y - FigureLine / 2},
-                                         TextAnchor::End),
-                                lines,
-                                TextAnchor::End,
-                                {},
-                                "axisname"});
+        frame.labels.push_back(
+            {labelBox(lines, {-2 * TickLength, y - FigureLine / 2}, TextAnchor::End),
+             lines,
+             TextAnchor::End,
+             {},
+             "axisname"});
     }
 }
 

@@ -54,9 +54,75 @@ std::string row(const std::string& markup) {
     return single ? markup : "<mrow>" + markup + "</mrow>";
 }
 
+/// Plain numbers need no element of their own for the parentheses to fit.
 std::string parenthesized(const std::string& markup) {
-    return "<mrow><mo>(</mo>" + markup + "<mo>)</mo></mrow>";
+    const bool plain = markup.find("<mfrac>") == std::string::npos &&
+                       markup.find("<ms") == std::string::npos &&
+                       markup.find("<mi>") == std::string::npos;
+    const std::string enclosed = "<mo>(</mo>" + markup + "<mo>)</mo>";
+    return plain ? enclosed : "<mrow>" + enclosed + "</mrow>";
 }
+
+/// Markup with neighbouring numbers and signs put together to one text: a third of the bytes.
+class Condenser {
+  public:
+    explicit Condenser(std::string_view markup) : rest_(markup) {}
+
+    std::string run() {
+        while (!rest_.empty()) {
+            if (!takeToken()) {
+                flush();
+                const std::size_t end = rest_.find('>') + 1;
+                operand_ = rest_.starts_with("</");
+                out_ += rest_.substr(0, end);
+                rest_.remove_prefix(end);
+            }
+        }
+        flush();
+        return out_;
+    }
+
+  private:
+    bool takeToken() {
+        for (const std::string_view open : {"<mn>", "<mo>", "<mi>", "<mo form=\"infix\">"}) {
+            if (!rest_.starts_with(open)) {
+                continue;
+            }
+            const std::size_t close = rest_.find("</", open.size());
+            const std::string_view content = rest_.substr(open.size(), close - open.size());
+            const std::size_t end = rest_.find('>', close) + 1;
+            add(content, open == "<mo>" || open.size() > std::string_view("<mo>").size());
+            single_ = rest_.substr(0, end);
+            ++tokens_;
+            rest_.remove_prefix(end);
+            return true;
+        }
+        return false;
+    }
+
+    void add(std::string_view content, bool isSign) {
+        const bool spaced = isSign && operand_ && (content == "+" || content == "−");
+        text_ += spaced ? "\u00a0" + std::string(content) + "\u00a0" : std::string(content);
+        operand_ = !isSign || content == ")";
+    }
+
+    void flush() {
+        if (tokens_ > 1) {
+            out_ += "<mtext>" + text_ + "</mtext>";
+        } else if (tokens_ == 1) {
+            out_ += single_;
+        }
+        text_.clear();
+        tokens_ = 0;
+    }
+
+    std::string_view rest_;
+    std::string out_;
+    std::string text_;
+    std::string single_;
+    int tokens_ = 0;
+    bool operand_ = false; ///< a sign next is one between two numbers
+};
 
 /// Prints an expression in letters, or with numbers in their place.
 class Printer {
@@ -159,7 +225,7 @@ class Printer {
     /// A letter or number stands behind a thin blank, all else in parentheses.
     std::string argument(const Expr::Node& node) const {
         const std::string markup = part(node, 0, AtomBinding, false);
-        const bool enclosed = markup.starts_with("<mrow><mo>(");
+        const bool enclosed = markup.starts_with("<mrow><mo>(") || markup.starts_with("<mo>(");
         return "<mi>" + node.symbol.letter + (enclosed ? "" : "\u2009") + "</mi>" + markup;
     }
 
@@ -230,7 +296,7 @@ std::string Expr::symbols() const {
 }
 
 std::string Expr::numbers(UnitSystem units) const {
-    return Printer(&units).print(*node_);
+    return Condenser(Printer(&units).print(*node_)).run();
 }
 
 std::vector<std::string> Expr::numberPieces(UnitSystem units) const {
@@ -246,6 +312,13 @@ std::vector<std::string> Expr::numberPieces(UnitSystem units) const {
         }
         pieces.back() += next;
         length += more;
+    }
+    for (std::string& piece : pieces) {
+        const bool isSum = piece.starts_with("<mo form");
+        piece = Condenser(piece).run();
+        if (isSum && piece.starts_with("<mtext>")) {
+            piece.insert(std::string_view("<mtext>").size(), "\u00a0");
+        }
     }
     return pieces;
 }

@@ -43,9 +43,8 @@ void drawLabel(Svg& svg, const FigureLabel& label) {
 }
 
 std::vector<FigureLabel> placeColumn(std::vector<ColumnLabel> labels, const LabelColumn& column) {
-    std::stable_sort(labels.begin(), labels.end(), [](const ColumnLabel& a, const ColumnLabel& b) {
-        return a.tip.y < b.tip.y;
-    });
+    std::stable_sort(labels.begin(), labels.end(),
+                     [](const ColumnLabel& a, const ColumnLabel& b) { return a.tip.y < b.tip.y; });
     std::vector<LabelSlot> slots;
     double room = 0;
     for (const ColumnLabel& label : labels) {

@@ -181,9 +181,13 @@ void writeRows(SheetWriter& writer, const Problem& problem, int side, const RowT
 
 void writeGroundAndSoil(SheetWriter& writer, const Problem& problem, int side) {
     writeRows(writer, problem, side,
-              {sided("Ground", side), "Point", {SurfaceDist, SurfaceElev},
+              {sided("Ground", side),
+               "Point",
+               {SurfaceDist, SurfaceElev},
                problem.SurfacePointCount(side)});
-    RowTable soil{sided("Soil", side), "Layer", {SoilBottomElev, SoilMoistWeight, SoilSatWeight},
+    RowTable soil{sided("Soil", side),
+                  "Layer",
+                  {SoilBottomElev, SoilMoistWeight, SoilSatWeight},
                   problem.SoilLayerCount(side)};
     if (problem.SoilDataKind(side) == SoilData::Coefficients) {
         soil.fields.insert(soil.fields.end(), {SoilCoefActive, SoilCoefPassive});
@@ -202,8 +206,10 @@ void writeWater(SheetWriter& writer, const Problem& problem) {
     }
     if (problem.WaterDataKind == WaterData::Pressures) {
         writeRows(writer, problem, Right,
-                  {"Net water pressures, positive toward the left", "Point",
-                   {WaterPressElev, WaterPressure}, problem.WaterPressCount});
+                  {"Net water pressures, positive toward the left",
+                   "Point",
+                   {WaterPressElev, WaterPressure},
+                   problem.WaterPressCount});
         return;
     }
     ValueLines lines(writer);
@@ -224,14 +230,9 @@ void writeWater(SheetWriter& writer, const Problem& problem) {
 }
 
 constexpr const char* LoadCaptions[] = {
-    "Vertical line loads",
-    "Vertical uniform load",
-    "Vertical strip loads",
-    "Vertical ramp load",
-    "Vertical triangular loads",
-    "Vertical varying load",
-    "Horizontal line loads",
-    "Horizontal distributed load",
+    "Vertical line loads",   "Vertical uniform load",       "Vertical strip loads",
+    "Vertical ramp load",    "Vertical triangular loads",   "Vertical varying load",
+    "Horizontal line loads", "Horizontal distributed load",
 };
 static_assert(std::size(LoadCaptions) == std::size(LoadTable));
 
@@ -246,9 +247,9 @@ void writeLoads(SheetWriter& writer, const Problem& problem) {
         for (int side = Right; side <= load.sides(); ++side) {
             if (const int rows = load.rows(problem, side); rows > 0) {
                 any = true;
-                writeRows(writer, problem, side,
-                          {load.sides() == 2 ? sided(caption, side) : caption, "No.", fields,
-                           rows});
+                writeRows(
+                    writer, problem, side,
+                    {load.sides() == 2 ? sided(caption, side) : caption, "No.", fields, rows});
             }
         }
     }

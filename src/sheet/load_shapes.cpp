@@ -33,9 +33,7 @@ struct Texts {
 
     std::string stress(double value) const { return figureText(Quantity::Stress, value, units); }
     std::string length(double value) const { return figureText(Quantity::Length, value, units); }
-    std::string plain(double value) const {
-        return quantityText(Quantity::Length, value, units);
-    }
+    std::string plain(double value) const { return quantityText(Quantity::Length, value, units); }
     std::string between(double from, double to) const { return plain(from) + " to " + length(to); }
 };
 
@@ -71,9 +69,9 @@ void addStrips(const Problem& problem, int side, double, const Texts& texts,
         const double from = problem.VStripStart(side, i);
         const double to = problem.VStripEnd(side, i);
         const double load = problem.VStripLoad(side, i);
-        loads.push_back({.profile = {{from, load}, {to, load}},
-                         .labels = {{(from + to) / 2,
-                                     texts.stress(load) + ", " + texts.between(from, to)}}});
+        loads.push_back(
+            {.profile = {{from, load}, {to, load}},
+             .labels = {{(from + to) / 2, texts.stress(load) + ", " + texts.between(from, to)}}});
     }
 }
 
@@ -96,10 +94,10 @@ void addTriangles(const Problem& problem, int side, double, const Texts& texts,
         const double peak = problem.VTriPeak(side, i);
         const double to = problem.VTriEnd(side, i);
         const double load = problem.VTriLoad(side, i);
-        loads.push_back({.profile = {{from, 0}, {peak, load}, {to, 0}},
-                         .labels = {{peak, texts.stress(load) + " at " + texts.plain(peak) +
-                                               ", 0 at " + texts.plain(from) + " and " +
-                                               texts.length(to)}}});
+        loads.push_back(
+            {.profile = {{from, 0}, {peak, load}, {to, 0}},
+             .labels = {{peak, texts.stress(load) + " at " + texts.plain(peak) + ", 0 at " +
+                                   texts.plain(from) + " and " + texts.length(to)}}});
     }
 }
 

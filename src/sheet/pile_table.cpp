@@ -20,12 +20,12 @@ constexpr double Rounding = 1e-9;
 
 /// A section under the largest moment of a level.
 struct PileWork {
-    double modulus = 0;   ///< IN^3 per foot of wall
-    double inertia = 0;   ///< IN^4 per foot of wall
-    double allowable = 0; ///< PSI
-    double elastic = 0;   ///< PSI
-    double stress = 0;    ///< PSI
-    double ratio = 0;     ///< allowable over present stress
+    double modulus = 0;    ///< IN^3 per foot of wall
+    double inertia = 0;    ///< IN^4 per foot of wall
+    double allowable = 0;  ///< PSI
+    double elastic = 0;    ///< PSI
+    double stress = 0;     ///< PSI
+    double ratio = 0;      ///< allowable over present stress
     double deflection = 0; ///< IN
 };
 
@@ -56,11 +56,9 @@ PileWork workOf(const PileJob& job, int p) {
     work.stress = InchesPerFoot * job.moment / work.modulus;
     work.ratio = work.allowable / work.stress;
     // An analysis tells the deflection of the wall that was given.
-    const double own = problem.ProgramMode == Mode::Analysis
-                           ? problem.WallModulus * problem.WallInertia
-                           : 1;
-    work.deflection =
-        job.level.diagrams.MaxDeflection.value * own / (work.elastic * work.inertia);
+    const double own =
+        problem.ProgramMode == Mode::Analysis ? problem.WallModulus * problem.WallInertia : 1;
+    work.deflection = job.level.diagrams.MaxDeflection.value * own / (work.elastic * work.inertia);
     return work;
 }
 
@@ -74,8 +72,8 @@ const char* passText(double ratio) {
 void writeStresses(const PileJob& job) {
     SheetWriter& writer = job.writer;
     Table table;
-    table.caption = "Sections under the largest moment, " +
-                    writer.withUnit(Quantity::Moment, job.moment);
+    table.caption =
+        "Sections under the largest moment, " + writer.withUnit(Quantity::Moment, job.moment);
     table.columns = {{.title = "Section"},
                      {.title = "Section modulus", .quantity = Quantity::SectionModulus},
                      {.title = "Inertia", .quantity = Quantity::Inertia},
@@ -101,11 +99,11 @@ void writeStresses(const PileJob& job) {
 /// One row for each allowable stress of the table.
 void writeRequiredModulus(const PileJob& job) {
     SheetWriter& writer = job.writer;
-    writer.definition({"S", "req"},
-                      term("M", "max", job.moment, Quantity::Moment) /
-                          term("σ", "all", job.request.sections.PileAllowStress(1),
-                               Quantity::Modulus),
-                      "section modulus required:");
+    writer.definition(
+        {"S", "req"},
+        term("M", "max", job.moment, Quantity::Moment) /
+            term("σ", "all", job.request.sections.PileAllowStress(1), Quantity::Modulus),
+        "section modulus required:");
     Table table;
     table.columns = {{.title = "Allowable stress", .quantity = Quantity::Modulus},
                      {.title = "Section modulus required", .quantity = Quantity::SectionModulus}};
@@ -114,9 +112,9 @@ void writeRequiredModulus(const PileJob& job) {
         stresses.insert(job.request.sections.PileAllowStress(p));
     }
     for (const double stress : stresses) {
-        table.rows.push_back({writer.value(Quantity::Modulus, stress),
-                              writer.precise(Quantity::SectionModulus,
-                                             InchesPerFoot * job.moment / stress)});
+        table.rows.push_back(
+            {writer.value(Quantity::Modulus, stress),
+             writer.precise(Quantity::SectionModulus, InchesPerFoot * job.moment / stress)});
     }
     writer.table(table);
 }
@@ -139,9 +137,9 @@ double throughPoints(const MomentReduction& rowe, int density, int points, doubl
         for (int i = 0; i + span < points; ++i) {
             const auto from = static_cast<std::size_t>(i);
             const auto to = static_cast<std::size_t>(i + span);
-            value[from] = ((x - CurvePlaces[to]) * value[from] -
-                           (x - CurvePlaces[from]) * value[from + 1]) /
-                          (CurvePlaces[from] - CurvePlaces[to]);
+            value[from] =
+                ((x - CurvePlaces[to]) * value[from] - (x - CurvePlaces[from]) * value[from + 1]) /
+                (CurvePlaces[from] - CurvePlaces[to]);
         }
     }
     return value[0];
@@ -198,9 +196,8 @@ void writeRatios(const PileJob& job, const MomentReduction& rowe) {
     const double alpha =
         writer.formula({"α"}, (top - length("z", "L", problem.SurfaceElev(Left, 1))) / height,
                        Quantity::Number, "wall height ratio:");
-    const double beta =
-        writer.formula({"β"}, (top - length("z", "A", problem.AnchorElev)) / height,
-                       Quantity::Number, "anchor height ratio:");
+    const double beta = writer.formula({"β"}, (top - length("z", "A", problem.AnchorElev)) / height,
+                                       Quantity::Number, "anchor height ratio:");
     writer.check("moment reduction, height", Quantity::Length, H, rowe.RoweHeight, Rounding);
     writer.check("moment reduction, wall height ratio", Quantity::Number, alpha, rowe.RoweAlpha,
                  Rounding);

@@ -170,8 +170,7 @@ double shearAbove(const WallLoading& loading, double elev) {
 
 double momentAt(const WallLoading& loading, double elev) {
     double moment = 0;
-    piecesAbove(loading, elev,
-                [&](const LoadPiece& piece) { moment += piece.momentAbout(elev); });
+    piecesAbove(loading, elev, [&](const LoadPiece& piece) { moment += piece.momentAbout(elev); });
     for (const PointForce& line : loading.lines) {
         moment += line.elev > elev ? line.force * (line.elev - elev) : 0;
     }
@@ -248,9 +247,8 @@ MomentAreas::MomentAreas(const WallLoading& loading) : loading_(loading) {
         const double length = breaks_[i - 1] - breaks_[i];
         for (const GaussPoint& gauss : GaussRule) {
             const double elev = breaks_[i] + gauss.place * length;
-            points_.push_back({elev, length == 0
-                                         ? 0
-                                         : gauss.weight * length * momentAt(loading_, elev)});
+            points_.push_back(
+                {elev, length == 0 ? 0 : gauss.weight * length * momentAt(loading_, elev)});
         }
     }
 }

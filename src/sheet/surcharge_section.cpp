@@ -207,50 +207,56 @@ double pressureOf(const std::vector<LoadPart>& parts, double z) {
     return sum;
 }
 
-std::string loadName(SurchargeKind kind, int i) {
+const char* kindName(SurchargeKind kind) {
     switch (kind) {
     case SurchargeKind::Line:
-        return "Line load " + std::to_string(i);
+        return "Line load";
     case SurchargeKind::Strip:
-        return "Strip load " + std::to_string(i);
+        return "Strip load";
     case SurchargeKind::Ramp:
         return "Ramp load";
     case SurchargeKind::Triangle:
-        return "Triangular load " + std::to_string(i);
+        return "Triangular load";
     case SurchargeKind::Variable:
         return "Variable load";
     }
     return "";
 }
 
+std::string loadName(SurchargeKind kind, int i) {
+    const bool single = kind == SurchargeKind::Ramp || kind == SurchargeKind::Variable;
+    return kindName(kind) + (single ? std::string() : " " + std::to_string(i));
+}
+
 /// A load at the row where it presses most.
 struct LargestRow {
+    SurchargeKind kind = SurchargeKind::Line;
     std::string name;
     double elev = 0, depth = 0; ///< FT
     std::vector<LoadPart> parts;
 };
 
-/// Checks a load in all rows; gives the one of the largest pressure down to the wall's bottom.
-LargestRow checkLoad(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
+/// Adds a load in all rows to a check; gives the row of its largest pressure down to the wall's
+/// bottom.
+LargestRow checkLoad(WorstCheck& check, const SheetRequest& request, const PressureStage& stage,
                      int side, const SurchargeShare& share, const SurchargeShares& shares) {
     LargestRow row;
+    row.kind = share.kind;
     row.name = loadName(share.kind, share.index);
     row.parts = partsOf(request.problem, side, share.kind, share.index);
-    WorstCheck check(row.name + ", " + stage.prefix + sideName(side) + " side, rows",
-                     Quantity::Stress);
     const double lowest = lowestElev(stage);
     double largest = -1;
     for (std::size_t r = 0; r < shares.elev.size(); ++r) {
         const double elev = shares.elev[r];
         const double pressure = pressureOf(row.parts, shares.surface - elev);
-        check.add(pressure, share.pressure.at(r), "at " + elevationText(elev, request.units));
+        check.add(pressure, share.pressure.at(r),
+                  row.name + " at " + elevationText(elev, request.units));
         if (largest < 0 || (pressure > largest && elev >= lowest)) {
             row.elev = elev;
             row.depth = shares.surface - elev;
             largest = pressure;
         }
     }
-    check.tell(writer);
     return row;
 }
 
@@ -345,6 +351,16 @@ void writeAreaTable(SheetWriter& writer, const std::vector<LargestRow>& rows) {
     if (!table.rows.empty()) {
         writer.table(table);
     }
+}
+
+/// More loads on a side are shown by the largest of each kind, for the sheet to stay readable.
+constexpr std::size_t MostShown = 8;
+
+bool isLargestOfKind(const LargestRow& row, const std::vector<LargestRow>& rows) {
+    return std::none_of(rows.begin(), rows.end(), [&](const LargestRow& other) {
+        return other.kind == row.kind &&
+               pressureOf(other.parts, other.depth) > pressureOf(row.parts, row.depth);
+    });
 }
 
 /// Numbers set in, for the piece that presses most.
@@ -447,13 +463,29 @@ void writeSurcharges(SheetWriter& writer, const SheetRequest& request, const Pre
                      "surface; they are added to the soil's pressures, active and passive.");
     writeLoadFormulas(writer, request.problem, side, shares);
     std::vector<LargestRow> rows;
-    for (const SurchargeShare& share : shares.loads) {
-        rows.push_back(checkLoad(writer, request, stage, side, share, shares));
+    for (std::size_t n = 0; n < shares.loads.size(); ++n) {
+        // A check for each kind of load.
+        const SurchargeKind kind = shares.loads[n].kind;
+        WorstCheck check(std::string(kindName(kind)) + "s, " + stage.prefix + sideName(side) +
+                             " side, rows",
+                         Quantity::Stress);
+        for (; n < shares.loads.size() && shares.loads[n].kind == kind; ++n) {
+            rows.push_back(checkLoad(check, request, stage, side, shares.loads[n], shares));
+        }
+        --n;
+        check.tell(writer, 1e-9);
     }
     writeLineTable(writer, rows);
     writeAreaTable(writer, rows);
+    if (rows.size() > MostShown) {
+        writer.paragraph(
+            "With the numbers set in, the largest load of each kind; the others go the "
+            "same way with the numbers of the tables.");
+    }
     for (const LargestRow& row : rows) {
-        writeLargest(writer, row);
+        if (rows.size() <= MostShown || isLargestOfKind(row, rows)) {
+            writeLargest(writer, row);
+        }
     }
     checkSums(writer, request, stage, side, shares);
     writer.mute(!stage.shown);

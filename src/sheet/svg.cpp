@@ -74,10 +74,9 @@ void Svg::arrow(SvgPoint from, SvgPoint to, std::string_view cssClass) {
     const SvgPoint neck{to.x - dx * head, to.y - dy * head};
     line(from, neck, cssClass);
     const double half = HeadHalfWidth * head / HeadLength;
-    polygon({to,
-             {neck.x - dy * half, neck.y + dx * half},
-             {neck.x + dy * half, neck.y - dx * half}},
-            std::string(cssClass) + " head");
+    polygon(
+        {to, {neck.x - dy * half, neck.y + dx * half}, {neck.x + dy * half, neck.y - dx * half}},
+        std::string(cssClass) + " head");
 }
 
 void Svg::text(SvgPoint at, TextAnchor anchor, std::string_view text, std::string_view cssClass) {

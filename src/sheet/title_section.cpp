@@ -209,8 +209,7 @@ void writeChecks(SheetWriter& writer) {
                      (failed == 0 ? "all agree." : std::to_string(failed) + " do not agree."));
     std::string rows;
     for (const Check& check : checks) {
-        const auto cell = [&](double value) {
-            constexpr int digits = 9;
+        const auto cell = [&](double value, int digits = 9) {
             std::string text = "–";
             if (std::isfinite(value)) {
                 text.clear();
@@ -221,7 +220,7 @@ void writeChecks(SheetWriter& writer) {
         };
         rows += std::string("<tr class=\"") + (check.pass ? "pass" : "fail") + "\"><td>" +
                 escaped(check.what) + "</td>" + cell(check.sheet) + cell(check.engine) +
-                cell(check.tolerance) + "<td>" + unitMarkup(check.quantity, writer.units()) +
+                cell(check.tolerance, 3) + "<td>" + unitMarkup(check.quantity, writer.units()) +
                 "</td><td>" + (check.pass ? "agrees" : "differs") + "</td></tr>\n";
     }
     writer.markup("<div class=\"t\"><table id=\"checks\">\n<thead><tr><th>Value</th><th>Sheet</th>"

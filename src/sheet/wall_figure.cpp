@@ -15,7 +15,7 @@ namespace korvane {
 namespace {
 
 // Pixels
-constexpr double TextGap = 4;     // between leader and text
+constexpr double TextGap = 4; // between leader and text
 constexpr double TrackHeight = 24;
 constexpr double ShapeHeight = 17; // of the largest distributed load
 constexpr double LeastShape = 5;
@@ -34,7 +34,7 @@ struct Scene {
     WallView view;
     Array<std::vector<GroundLoad>, 2> loads;
     Array<std::string, 2, 11> patterns; ///< (side, layer)
-    double zoneBottom = 0; ///< y; the labels of ground loads stand above it
+    double zoneBottom = 0;              ///< y; the labels of ground loads stand above it
     Svg svg;
     std::vector<FigureLabel> labels;
 };
@@ -45,8 +45,7 @@ int outwards(int side) {
 
 /// y of a track's base line: clear of the highest ground in view and of the wall's top.
 double trackBase(const Scene& scene, int side, int track) {
-    const double ground =
-        highestGround(scene.problem, side, scene.view.reach(side));
+    const double ground = highestGround(scene.problem, side, scene.view.reach(side));
     return scene.view.y(ground) - AboveGround - track * TrackHeight;
 }
 
@@ -81,9 +80,11 @@ constexpr PatternRow Patterns[PatternFamilies][PatternsOfFamily] = {
      {"9", R"(<path d="M0 3h5M4 7.5h5"/>)"},
      {"8", R"(<path d="M-1-1L9 9"/>)"},
      {"10", R"(<path d="M0 6q2.5-4 5 0t5 0" fill="none"/>)"}},
-    {{"12", R"(<path d="M-1 13L13-1"/><circle cx="3" cy="3" r=".9"/><circle cx="9" cy="9" r=".9"/>)"},
+    {{"12",
+      R"(<path d="M-1 13L13-1"/><circle cx="3" cy="3" r=".9"/><circle cx="9" cy="9" r=".9"/>)"},
      {"12", R"(<path d="M1 3h6"/><circle cx="9" cy="9" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
-     {"12", R"(<path d="M-1-1L13 13"/><circle cx="9" cy="3" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
+     {"12",
+      R"(<path d="M-1-1L13 13"/><circle cx="9" cy="3" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
      {"9", R"(<path d="M0 0L9 9M0 9L9 0"/>)"}},
 };
 
@@ -150,8 +151,7 @@ void drawSoil(Scene& scene, int side) {
         auto outline = points(shape.upper);
         const auto lower = points(shape.lower);
         outline.insert(outline.end(), lower.rbegin(), lower.rend());
-        scene.svg.polygon(outline, "soil",
-                          "url(#" + scene.patterns(side, shape.layer) + ")");
+        scene.svg.polygon(outline, "soil", "url(#" + scene.patterns(side, shape.layer) + ")");
         scene.svg.polyline(points(shape.upper), shape.layer == 1 ? "ground" : "layer");
     }
 }
@@ -166,11 +166,9 @@ void drawWater(Scene& scene, int side) {
     const double wall = scene.view.wallX();
     const double edge = scene.view.edge(side);
     const double x = wall + 0.55 * (edge - wall);
-    scene.svg.polygon({{wall, y},
-                       {edge, y},
-                       {edge, scene.view.height() + 1},
-                       {wall, scene.view.height() + 1}},
-                      "wet");
+    scene.svg.polygon(
+        {{wall, y}, {edge, y}, {edge, scene.view.height() + 1}, {wall, scene.view.height() + 1}},
+        "wet");
     scene.svg.line({wall, y}, {edge, y}, "water");
     scene.svg.polygon({{x, y}, {x - 5, y - 8}, {x + 5, y - 8}}, "water head");
     scene.svg.line({x - 5, y + 3}, {x + 5, y + 3}, "water");
@@ -232,8 +230,8 @@ void drawAnchor(Scene& scene) {
     if (scene.problem.WallType != WallKind::Anchored) {
         return;
     }
-    const SvgPoint block = scene.view.at(
-        Right, AnchorBlock * scene.view.reach(Right), scene.problem.AnchorElev);
+    const SvgPoint block =
+        scene.view.at(Right, AnchorBlock * scene.view.reach(Right), scene.problem.AnchorElev);
     const SvgPoint head{scene.view.wallX(), block.y};
     scene.svg.line({head.x + WallHalf, head.y}, block, "anchor");
     scene.svg.polygon({{block.x, block.y - 7},
@@ -335,10 +333,10 @@ std::vector<Flag> flagsOf(const Scene& scene, int side, double largest) {
     std::vector<Flag> flags;
     for (const GroundLoad& load : scene.loads(side)) {
         for (const LoadLabel& label : load.labels) {
-            const double top =
-                load.profile.empty()
-                    ? scene.zoneBottom + TextGap
-                    : trackBase(scene, side, load.track) - shapeHeight(load, label.distance, largest);
+            const double top = load.profile.empty()
+                                   ? scene.zoneBottom + TextGap
+                                   : trackBase(scene, side, load.track) -
+                                         shapeHeight(load, label.distance, largest);
             flags.push_back({{scene.view.x(side, label.distance), top}, label.text});
         }
     }
@@ -433,9 +431,13 @@ void drawScene(Scene& scene) {
 } // namespace
 
 Figure wallFigure(const SheetRequest& request) {
-    Scene scene{.request = request, .problem = request.problem, .view = wallView(request),
+    Scene scene{.request = request,
+                .problem = request.problem,
+                .view = wallView(request),
                 .loads = {},
-                .patterns = soilPatterns(request.problem), .svg = {}, .labels = {}};
+                .patterns = soilPatterns(request.problem),
+                .svg = {},
+                .labels = {}};
     for (const int side : {Right, Left}) {
         scene.loads(side) =
             groundLoads(request.problem, side, scene.view.reach(side), request.units);
@@ -443,9 +445,9 @@ Figure wallFigure(const SheetRequest& request) {
     scene.zoneBottom = zoneBottomOf(scene);
     for (const int side : {Right, Left}) {
         placeFlags(scene, side, largestLoad(scene));
-        const auto column = placeColumn(sideLabels(request, scene.view, side),
-                                        {scene.view.edge(side), side == Right,
-                                         scene.zoneBottom + Margin, scene.view.height()});
+        const auto column = placeColumn(
+            sideLabels(request, scene.view, side),
+            {scene.view.edge(side), side == Right, scene.zoneBottom + Margin, scene.view.height()});
         scene.labels.insert(scene.labels.end(), column.begin(), column.end());
     }
     drawScene(scene);

@@ -58,9 +58,7 @@ class SideLabels {
         return quantityText(quantity, value, request_.units);
     }
     std::string elev(double value) const { return text(Quantity::Length, value); }
-    bool shows(double elevation) const {
-        return elevation <= view_.high && elevation >= view_.low;
-    }
+    bool shows(double elevation) const { return elevation <= view_.high && elevation >= view_.low; }
     /// A point of the drawing; beyond its edges the nearest one.
     SvgPoint within(SvgPoint point) const {
         return {std::clamp(point.x, 0.0, view_.width()), std::clamp(point.y, 0.0, view_.height())};
@@ -83,7 +81,8 @@ void SideLabels::wall() {
     if (side_ != Left) {
         return;
     }
-    add({view_.wallX(), view_.y(problem_.WallTopElev)}, {"Top of wall", elev(problem_.WallTopElev)});
+    add({view_.wallX(), view_.y(problem_.WallTopElev)},
+        {"Top of wall", elev(problem_.WallTopElev)});
     for (const WallBottom& bottom : wallBottoms(request_)) {
         add({view_.wallX(), view_.y(bottom.elev)},
             {"Bottom" + (bottom.name.empty() ? "" : ", " + bottom.name), elev(bottom.elev)});
@@ -99,8 +98,9 @@ void SideLabels::levelValues(std::vector<std::string>& lines, Quantity quantity,
     const Results& results = *request_.solved.results;
     for (int level = 1; level <= results.levelCount; ++level) {
         const LevelResult& result = results.levels(level);
-        lines.push_back((results.levelCount > 1 ? solutionMethodName(result.method) + std::string(" ") : "") +
-                        text(quantity, result.*value));
+        lines.push_back(
+            (results.levelCount > 1 ? solutionMethodName(result.method) + std::string(" ") : "") +
+            text(quantity, result.*value));
     }
 }
 
@@ -123,7 +123,9 @@ void SideLabels::ground() {
             continue;
         }
         const std::string where =
-            problem_.SurfaceDist(side_, i) == 0 || points == 1 ? "" : " at " + text(Quantity::Length, problem_.SurfaceDist(side_, i));
+            problem_.SurfaceDist(side_, i) == 0 || points == 1
+                ? ""
+                : " at " + text(Quantity::Length, problem_.SurfaceDist(side_, i));
         add(view_.at(side_, distance, elevation), {"Ground " + elev(elevation) + where});
     }
 }

@@ -115,7 +115,7 @@ void checkWater(SheetWriter& writer, const SheetRequest& request, const Pressure
         }
         check.add(i > 1 && elev < tableTop ? own : 0, water(i, 2), place);
     }
-    check.tell(writer);
+    check.tell(writer, 1e-9);
 }
 
 void writeGradient(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {

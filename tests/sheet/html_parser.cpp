@@ -189,7 +189,7 @@ class Parser {
 
 } // namespace
 
-std::string markupFault(std::string_view html) {
+std::string htmlFault(std::string_view html) {
     for (const char* word : {"<script", "<link", "<iframe", "<img", "@import", "javascript:"}) {
         if (html.find(word) != std::string_view::npos) {
             return word;

@@ -9,6 +9,6 @@ namespace korvane::test {
 /// What is wrong with a document: a tag that is not closed, an unknown element or reference, a
 /// block in a paragraph, an identifier that comes twice, a script, anything from outside. "" where
 /// nothing is.
-std::string markupFault(std::string_view html);
+std::string htmlFault(std::string_view html);
 
 } // namespace korvane::test
