@@ -9,6 +9,9 @@
 #include <cmath>
 #include <cstddef>
 #include <map>
+#include <set>
+#include <string>
+#include <utility>
 
 namespace korvane {
 
@@ -26,40 +29,6 @@ constexpr double Margin = 6;
 constexpr double WallHalf = 2.5;
 constexpr int PatternFamilies = 3;
 constexpr int PatternsOfFamily = 4;
-
-/// What is drawn on, and what everybody must know of it.
-struct Scene {
-    const SheetRequest& request;
-    const Problem& problem;
-    WallView view;
-    Array<std::vector<GroundLoad>, 2> loads;
-    Array<std::string, 2, 11> patterns; ///< (side, layer)
-    double zoneBottom = 0;              ///< y; the labels of ground loads stand above it
-    Svg svg;
-    std::vector<FigureLabel> labels;
-};
-
-int outwards(int side) {
-    return side == Right ? 1 : -1;
-}
-
-/// y of a track's base line: clear of the highest ground in view and of the wall's top.
-double trackBase(const Scene& scene, int side, int track) {
-    const double ground = highestGround(scene.problem, side, scene.view.reach(side));
-    return scene.view.y(ground) - AboveGround - track * TrackHeight;
-}
-
-double shapeHeight(const GroundLoad& load, double distance, double largest) {
-    if (load.isLine) {
-        return LineArrow;
-    }
-    const double share = largest > 0 ? load.intensityAt(distance) / largest : 0;
-    return share <= 0 ? 0 : std::max(LeastShape, share * ShapeHeight);
-}
-
-double largestLoad(const Scene& scene) {
-    return std::max(largestIntensity(scene.loads(Right)), largestIntensity(scene.loads(Left)));
-}
 
 // ---- hatches
 // -------------------------------------------------------------------------------------
@@ -80,16 +49,34 @@ constexpr PatternRow Patterns[PatternFamilies][PatternsOfFamily] = {
      {"9", R"(<path d="M0 3h5M4 7.5h5"/>)"},
      {"8", R"(<path d="M-1-1L9 9"/>)"},
      {"10", R"(<path d="M0 6q2.5-4 5 0t5 0" fill="none"/>)"}},
-    {{"12",
-      R"(<path d="M-1 13L13-1"/><circle cx="3" cy="3" r=".9"/><circle cx="9" cy="9" r=".9"/>)"},
+    {{"12", R"(<path d="M-1 13L13-1"/><circle cx="3" cy="3" r=".9"/><circle cx="9" cy="9" r=".9"/>)"},
      {"12", R"(<path d="M1 3h6"/><circle cx="9" cy="9" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
-     {"12",
-      R"(<path d="M-1-1L13 13"/><circle cx="9" cy="3" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
+     {"12", R"(<path d="M-1-1L13 13"/><circle cx="9" cy="3" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
      {"9", R"(<path d="M0 0L9 9M0 9L9 0"/>)"}},
 };
 
-std::string patternName(int family, int number) {
-    return "soil" + std::to_string(family * PatternsOfFamily + number + 1);
+/// A hatch in use. Soils beyond the patterns of their family take them again, turned and larger.
+struct Hatch {
+    int family = 0;
+    int number = 0; ///< from 0 within the family
+
+    std::string name() const {
+        return "soil" + std::to_string(family + 1) + "-" + std::to_string(number + 1);
+    }
+    std::string markup() const;
+};
+
+std::string Hatch::markup() const {
+    const auto& [size, marks] = Patterns[family][number % PatternsOfFamily];
+    const int turn = number / PatternsOfFamily;
+    constexpr int degrees = 30;
+    constexpr double growth = 0.35;
+    const std::string transform =
+        turn == 0 ? ""
+                  : " patternTransform=\"rotate(" + std::to_string(turn * degrees) + ") scale(" +
+                        svgNumber(1 + turn * growth) + ")\"";
+    return "<pattern id=\"" + name() + "\" patternUnits=\"userSpaceOnUse\" class=\"hatch\" width=\"" +
+           size + "\" height=\"" + size + "\"" + transform + ">" + marks + "</pattern>\n";
 }
 
 /// What tells a soil from another one.
@@ -116,24 +103,59 @@ int familyOf(const std::array<double, 8>& soil) {
     return cohesion == 0 ? 0 : friction == 0 ? 1 : 2;
 }
 
-/// A pattern for each soil; layers of the same data share one.
-Array<std::string, 2, 11> soilPatterns(const Problem& problem) {
-    Array<std::string, 2, 11> patterns;
-    std::map<std::array<double, 8>, std::string> known;
+/// A hatch for each soil; layers of the same data share one.
+Array<Hatch, 2, 11> soilHatches(const Problem& problem) {
+    Array<Hatch, 2, 11> hatches;
+    std::map<std::array<double, 8>, Hatch> known;
     std::array<int, PatternFamilies> used{};
     for (const int side : {Right, Left}) {
         for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
             const auto soil = soilData(problem, side, layer);
-            std::string& name = known[soil];
-            if (name.empty()) {
-                const int family = familyOf(soil);
-                name = patternName(family,
-                                   used[static_cast<std::size_t>(family)]++ % PatternsOfFamily);
-            }
-            patterns(side, layer) = name;
+            const int family = familyOf(soil);
+            const auto [place, isNew] = known.try_emplace(
+                soil, Hatch{family, used[static_cast<std::size_t>(family)]});
+            used[static_cast<std::size_t>(family)] += isNew ? 1 : 0;
+            hatches(side, layer) = place->second;
         }
     }
-    return patterns;
+    return hatches;
+}
+
+// ---- the scene
+// -------------------------------------------------------------------------------------
+
+/// What is drawn on, and what everybody must know of it.
+struct Scene {
+    const SheetRequest& request;
+    const Problem& problem;
+    WallView view;
+    Array<std::vector<GroundLoad>, 2> loads;
+    Array<Hatch, 2, 11> hatches; ///< (side, layer)
+    double zoneBottom = 0; ///< y; the labels of ground loads stand above it
+    Svg svg;
+    std::vector<FigureLabel> labels;
+};
+
+int outwards(int side) {
+    return side == Right ? 1 : -1;
+}
+
+/// y of a track's base line: clear of the highest ground in view and of the wall's top.
+double trackBase(const Scene& scene, int side, int track) {
+    const double ground = highestGround(scene.problem, side, scene.view.reach(side));
+    return scene.view.y(ground) - AboveGround - track * TrackHeight;
+}
+
+double shapeHeight(const GroundLoad& load, double distance, double largest) {
+    if (load.isLine) {
+        return LineArrow;
+    }
+    const double share = largest > 0 ? load.intensityAt(distance) / largest : 0;
+    return share <= 0 ? 0 : std::max(LeastShape, share * ShapeHeight);
+}
+
+double largestLoad(const Scene& scene) {
+    return std::max(largestIntensity(scene.loads(Right)), largestIntensity(scene.loads(Left)));
 }
 
 // ---- soil and water
@@ -151,7 +173,8 @@ void drawSoil(Scene& scene, int side) {
         auto outline = points(shape.upper);
         const auto lower = points(shape.lower);
         outline.insert(outline.end(), lower.rbegin(), lower.rend());
-        scene.svg.polygon(outline, "soil", "url(#" + scene.patterns(side, shape.layer) + ")");
+        scene.svg.polygon(outline, "soil",
+                          "url(#" + scene.hatches(side, shape.layer).name() + ")");
         scene.svg.polyline(points(shape.upper), shape.layer == 1 ? "ground" : "layer");
     }
 }
@@ -374,15 +397,17 @@ void placeFlags(Scene& scene, int side, double largest) {
 // ---- the whole
 // -----------------------------------------------------------------------------------
 
-std::string definitions(const WallView& view) {
-    std::string text = "<defs>\n";
-    for (int family = 0; family < PatternFamilies; ++family) {
-        for (int i = 0; i < PatternsOfFamily; ++i) {
-            const std::string size = Patterns[family][i].size;
-            text += "<pattern id=\"" + patternName(family, i) +
-                    "\" patternUnits=\"userSpaceOnUse\" class=\"hatch\" width=\"" + size +
-                    "\" height=\"" + size + "\">" + Patterns[family][i].marks + "</pattern>\n";
+std::string definitions(const Scene& scene) {
+    const WallView& view = scene.view;
+    std::set<std::string> patterns;
+    for (const int side : {Right, Left}) {
+        for (int layer = 1; layer <= scene.problem.SoilLayerCount(side); ++layer) {
+            patterns.insert(scene.hatches(side, layer).markup());
         }
+    }
+    std::string text = "<defs>\n";
+    for (const std::string& pattern : patterns) {
+        text += pattern;
     }
     text += "<clipPath id=\"wallview\"><rect x=\"0\" y=\"-1000\" width=\"" +
             svgNumber(view.width()) + "\" height=\"" + svgNumber(view.height() + 1000) +
@@ -402,7 +427,7 @@ double zoneBottomOf(const Scene& scene) {
 }
 
 void drawScene(Scene& scene) {
-    scene.svg.markup(definitions(scene.view));
+    scene.svg.markup(definitions(scene));
     scene.svg.group({}, "wallview");
     for (const int side : {Right, Left}) {
         drawWater(scene, side);
@@ -435,9 +460,7 @@ Figure wallFigure(const SheetRequest& request) {
                 .problem = request.problem,
                 .view = wallView(request),
                 .loads = {},
-                .patterns = soilPatterns(request.problem),
-                .svg = {},
-                .labels = {}};
+                .hatches = soilHatches(request.problem), .svg = {}, .labels = {}};
     for (const int side : {Right, Left}) {
         scene.loads(side) =
             groundLoads(request.problem, side, scene.view.reach(side), request.units);
