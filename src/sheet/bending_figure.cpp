@@ -199,16 +199,15 @@ void drawTicks(Frame& frame, const ValueScale& scale) {
     frame.labels.insert(frame.labels.end(), labels.begin(), labels.end());
 }
 
+/// The diagram down from the axis and back to it.
 void drawCurve(Frame& frame, const Panel& panel, const ValueScale& scale) {
-    std::vector<SvgPoint> line;
+    constexpr double unseen = 0.05; // pixels
+    std::vector<SvgPoint> outline{{scale.x(0), frame.y(panel.curve.front().elev)}};
     for (const CurvePoint& point : panel.curve) {
-        line.push_back({scale.x(frame.told(panel.quantity, point.value)), frame.y(point.elev)});
+        outline.push_back({scale.x(frame.told(panel.quantity, point.value)), frame.y(point.elev)});
     }
-    std::vector<SvgPoint> area = line;
-    area.push_back({scale.x(0), line.back().y});
-    area.insert(area.begin(), {scale.x(0), line.front().y});
-    frame.svg.polygon(area, "area");
-    frame.svg.polyline(line, "curve");
+    outline.push_back({scale.x(0), outline.back().y});
+    frame.svg.polygon(withoutStraightOnes(outline, unseen), "curve");
 }
 
 /// The largest value, and that of the other sign.

@@ -177,8 +177,9 @@ void writeExtremes(const Bending& bending) {
     const auto add = [&, &out = writer, &wall = level](std::string_view name, Quantity quantity,
                                                        const Extreme& extreme) {
         const double elev = std::max(extreme.elev, wall.bottomElev);
-        table.rows.push_back({out.text(name), out.text(out.withUnit(quantity, extreme.value)),
-                              out.text(out.withUnit(Quantity::Length, elev))});
+        table.rows.push_back({out.text(name),
+                              {out.withUnit(quantity, extreme.value), true},
+                              {out.withUnit(Quantity::Length, elev), true}});
     };
     add("Moment", Quantity::Moment, level.diagrams.MaxMoment);
     add("Shear", Quantity::Force, level.maxShear);

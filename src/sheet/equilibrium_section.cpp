@@ -71,8 +71,8 @@ void writeUnknowns(const Balance& balance) {
     Table table;
     table.columns = {{.title = "Found"}, {.title = "Value"}};
     const auto add = [&](std::string_view name, Quantity quantity, double value) {
-        table.rows.push_back({balance.writer.text(name),
-                              balance.writer.text(balance.writer.withUnit(quantity, value))});
+        table.rows.push_back(
+            {balance.writer.text(name), {balance.writer.withUnit(quantity, value), true}});
     };
     if (problem.ProgramMode == Mode::Analysis) {
         add("Factor of safety", Quantity::Number, level.factorOfSafety);
@@ -278,11 +278,11 @@ void writeSums(const Balance& balance, const Totals& totals) {
     } else if (balance.anchored()) {
         const double height = problem.AnchorElev - level.bottomElev;
         const double area = MomentAreas(loading).builtIn(problem.AnchorElev);
-        writer.paragraph(
-            "Built in at its bottom and without its anchor, the wall would move at "
-            "the anchor by D/EI, where D is the static moment of its moment diagram "
-            "about the anchor. The anchor force T brings it back: D is T times the "
-            "cube of the height over 3. Below stands D over the square of the height.");
+        writer.paragraph("Built in at its bottom and without its anchor, the wall would move at "
+                         "the anchor by D/EI, where D is the static moment of its moment diagram "
+                         "about the anchor. The anchor force T brings it back: D is T times the "
+                         "cube of the height over 3. M with the subscript D is D over the square "
+                         "of the height.");
         writer.formula({"T"},
                        Expr(3) * term("M", "D", area / (height * height), Quantity::Moment) / lever,
                        Quantity::Force, "anchor force by no deflection at the anchor:");

@@ -1,4 +1,4 @@
-// The look of the sheet's figures of the wall and of its bending.
+// The look of the sheet's figures, and of tables that stand side by side.
 #pragma once
 
 #include <string_view>

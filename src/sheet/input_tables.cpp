@@ -91,7 +91,7 @@ class ValueLines {
         table_.columns = {{.title = "Quantity"}, {.title = "Value"}};
     }
     void word(std::string title, std::string_view value) {
-        table_.rows.push_back({writer_.text(title), writer_.text(value)});
+        table_.rows.push_back({writer_.text(title), {escaped(value), true}});
     }
     void field(const Problem& problem, ProblemField field, int side = 0) {
         const FieldRules& rules = rulesOf(field);
@@ -265,14 +265,16 @@ const char* fieldTitle(ProblemField field) {
 }
 
 void writeInputTables(SheetWriter& writer, const Problem& problem) {
+    writer.markup("<div class=\"tables\">\n");
     writeControl(writer, problem);
     for (const int side : {Right, Left}) {
         writeGroundAndSoil(writer, problem, side);
     }
-    writer.paragraph("Distances are measured from the wall. A factor of a layer comes before that "
-                     "of its side, that before that of the wall; – stands for none.");
     writeWater(writer, problem);
     writeLoads(writer, problem);
+    writer.markup("</div>\n");
+    writer.paragraph("Distances are measured from the wall. A factor of a layer comes before that "
+                     "of its side, that before that of the wall; – stands for none.");
 }
 
 } // namespace korvane

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace korvane {
 
@@ -38,7 +39,7 @@ std::string pointList(const std::vector<SvgPoint>& points) {
 std::string svgNumber(double value) {
     const double held = std::isfinite(value) ? std::clamp(value, -Farthest, Farthest) : 0;
     std::string text;
-    appendShortest(text, std::round(held * 100) / 100 + 0.0);
+    appendShortest(text, std::round(held * 10) / 10 + 0.0);
     return text == "-0" ? "0" : text;
 }
 
@@ -63,20 +64,28 @@ void Svg::circle(SvgPoint middle, double radius, std::string_view cssClass) {
              attribute("class", cssClass) + "/>\n";
 }
 
-void Svg::arrow(SvgPoint from, SvgPoint to, std::string_view cssClass) {
-    const double length = std::hypot(to.x - from.x, to.y - from.y);
-    if (length == 0) {
-        return;
+void Svg::arrows(const std::vector<std::pair<SvgPoint, SvgPoint>>& ends,
+                 std::string_view cssClass) {
+    const auto at = [](double x, double y) { return svgNumber(x) + " " + svgNumber(y); };
+    std::string path;
+    for (const auto& [from, to] : ends) {
+        const double length = std::hypot(to.x - from.x, to.y - from.y);
+        if (length == 0) {
+            continue;
+        }
+        const double dx = (to.x - from.x) / length;
+        const double dy = (to.y - from.y) / length;
+        const double head = std::min(HeadLength, length);
+        const SvgPoint neck{to.x - dx * head, to.y - dy * head};
+        const double half = HeadHalfWidth * head / HeadLength;
+        path += "M" + at(from.x, from.y) + "L" + at(neck.x, neck.y) + "M" + at(to.x, to.y) + "L" +
+                at(neck.x - dy * half, neck.y + dx * half) + "L" +
+                at(neck.x + dy * half, neck.y - dx * half) + "z";
     }
-    const double dx = (to.x - from.x) / length;
-    const double dy = (to.y - from.y) / length;
-    const double head = std::min(HeadLength, length);
-    const SvgPoint neck{to.x - dx * head, to.y - dy * head};
-    line(from, neck, cssClass);
-    const double half = HeadHalfWidth * head / HeadLength;
-    polygon(
-        {to, {neck.x - dy * half, neck.y + dx * half}, {neck.x + dy * half, neck.y - dx * half}},
-        std::string(cssClass) + " head");
+    if (!path.empty()) {
+        body_ += "<path" + attribute("d", path) +
+                 attribute("class", std::string(cssClass) + " arrow") + "/>\n";
+    }
 }
 
 void Svg::text(SvgPoint at, TextAnchor anchor, std::string_view text, std::string_view cssClass) {
@@ -100,6 +109,26 @@ std::string Svg::finish(const LabelBox& view, std::string_view cssClass,
            number("width", view.width) + number("height", view.height) +
            attribute("class", cssClass) + ">\n<title>" + escaped(title) + "</title>\n" + body_ +
            "</svg>\n";
+}
+
+std::vector<SvgPoint> withoutStraightOnes(const std::vector<SvgPoint>& points, double noise) {
+    std::vector<SvgPoint> kept;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        if (i > 0 && i + 1 < points.size()) {
+            const SvgPoint& a = kept.back();
+            const SvgPoint& b = points[i + 1];
+            const double dx = b.x - a.x;
+            const double dy = b.y - a.y;
+            const double across = (points[i].x - a.x) * dy - (points[i].y - a.y) * dx;
+            const double along = (points[i].x - a.x) * dx + (points[i].y - a.y) * dy;
+            if (std::fabs(across) <= noise * std::hypot(dx, dy) && along >= 0 &&
+                along <= dx * dx + dy * dy) {
+                continue;
+            }
+        }
+        kept.push_back(points[i]);
+    }
+    return kept;
 }
 
 std::vector<double> roundTicks(double low, double high, int most) {

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace korvane {
@@ -24,8 +25,11 @@ class Svg {
     void polygon(const std::vector<SvgPoint>& points, std::string_view cssClass,
                  std::string_view fill = {});
     void circle(SvgPoint middle, double radius, std::string_view cssClass);
-    /// A line with a filled head at its end.
-    void arrow(SvgPoint from, SvgPoint to, std::string_view cssClass);
+    /// A line with a filled head at its end; several of them as one element.
+    void arrow(SvgPoint from, SvgPoint to, std::string_view cssClass) {
+        arrows({{from, to}}, cssClass);
+    }
+    void arrows(const std::vector<std::pair<SvgPoint, SvgPoint>>& ends, std::string_view cssClass);
     /// A line of text that stands on its point's y. Any bytes.
     void text(SvgPoint at, TextAnchor anchor, std::string_view text,
               std::string_view cssClass = {});
@@ -42,8 +46,11 @@ class Svg {
     std::string body_;
 };
 
-/// A number of a figure: two places behind the point at most.
+/// A number of a figure: one place behind the point at most.
 std::string svgNumber(double value);
+
+/// The points of a line but those within `noise` of the line between their neighbours.
+std::vector<SvgPoint> withoutStraightOnes(const std::vector<SvgPoint>& points, double noise);
 
 /// Evenly spaced round numbers within two limits, `most` of them at the most.
 std::vector<double> roundTicks(double low, double high, int most);

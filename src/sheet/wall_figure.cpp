@@ -328,13 +328,15 @@ void drawGroundLoad(Scene& scene, int side, const GroundLoad& load, double large
     scene.svg.polygon(outline, "load shape");
     const double length = (load.to() - load.from()) * scene.view.scale;
     const int arrows = std::max(1, static_cast<int>(length / ArrowSpacing));
+    std::vector<std::pair<SvgPoint, SvgPoint>> ends;
     for (int i = 0; i < arrows; ++i) {
         const double distance = load.from() + (i + 0.5) / arrows * (load.to() - load.from());
         const double height = shapeHeight(load, distance, largest);
         if (height >= LeastShape) {
-            scene.svg.arrow({x(distance), base - height}, {x(distance), base}, "load");
+            ends.push_back({{x(distance), base - height}, {x(distance), base}});
         }
     }
+    scene.svg.arrows(ends, "load");
     for (const double end : {load.from(), load.to()}) { // where it stands on falling ground
         const double foot = scene.view.y(groundElev(scene.problem, side, end));
         if (foot > base + TrackHeight / 2) {

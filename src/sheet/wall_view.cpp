@@ -173,23 +173,6 @@ std::vector<double> turningDistances(const Problem& problem, int side, double re
     return turns;
 }
 
-/// Leaves out points on the line between their neighbours.
-std::vector<SvgPoint> withoutStraightOnes(const std::vector<SvgPoint>& points, double noise) {
-    std::vector<SvgPoint> kept;
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        if (i > 0 && i + 1 < points.size()) {
-            const SvgPoint& a = kept.back();
-            const SvgPoint& b = points[i + 1];
-            const double share = (points[i].x - a.x) / (b.x - a.x);
-            if (std::fabs(a.y + share * (b.y - a.y) - points[i].y) <= noise) {
-                continue;
-            }
-        }
-        kept.push_back(points[i]);
-    }
-    return kept;
-}
-
 /// Middle of the layer at its outermost place, or at the wall, where it shows; false where it does
 /// not.
 bool markShape(SoilShape& shape, const WallView& view) {

@@ -1,5 +1,5 @@
 // The figures of the sheet: whole, and no label over another one.
-#include "markup.h"
+#include "html_parser.h"
 #include "sheet/bending_figure.h"
 #include "sheet/wall_figure.h"
 #include "sheet/wall_view.h"
@@ -14,6 +14,10 @@
 
 namespace korvane::test {
 namespace {
+
+std::string page(const std::string& body) {
+    return "<!DOCTYPE html>\n<html><body>" + body + "</body></html>";
+}
 
 bool holds(const LabelBox& outer, const LabelBox& inner) {
     return inner.left >= outer.left && inner.top >= outer.top && inner.right() <= outer.right() &&
@@ -44,7 +48,7 @@ bool leads(const FigureLabel& label, const LabelBox& box) {
 }
 
 void expectClear(const Figure& figure, const std::string& name) {
-    EXPECT_EQ(markupFault(figure.svg), "") << name;
+    EXPECT_EQ(markupFault(page(figure.svg)), "") << name;
     EXPECT_EQ(figure.svg.find("nan"), std::string::npos) << name;
     EXPECT_FALSE(figure.labels.empty()) << name;
     for (std::size_t i = 0; i < figure.labels.size(); ++i) {

@@ -1,5 +1,5 @@
 // The input as tables: nothing that is in use is left out.
-#include "markup.h"
+#include "html_parser.h"
 #include "sheet/input_tables.h"
 #include "sheet/sections.h"
 #include "sheet_bench.h"
@@ -9,6 +9,10 @@
 
 namespace korvane::test {
 namespace {
+
+std::string page(const std::string& body) {
+    return "<!DOCTYPE html>\n<html><body>" + body + "</body></html>";
+}
 
 std::string tablesOf(const Problem& problem, UnitSystem units) {
     SheetWriter writer(units);
@@ -33,7 +37,7 @@ TEST(InputTables, HoldEveryNumberInUse) {
         }
         const UnitSystem units = number % 2 == 0 ? UnitSystem::US : UnitSystem::SI;
         const std::string html = tablesOf(problem, units);
-        EXPECT_EQ(markupFault("<div>" + html + "</div>"), "") << number;
+        EXPECT_EQ(markupFault(page(html)), "") << number;
         for (const FieldGroup& group : fieldGroups()) {
             for (int side = 1; side <= group.sides; ++side) {
                 if (!group.inUse(problem, side)) {
@@ -86,7 +90,7 @@ TEST(WallSection, HasFigureAndTables) {
     SheetWriter writer(UnitSystem::US);
     writeWall(writer, {bench.problem, bench.sections, bench.solved, bench.options, bench.notes});
     const std::string html = writer.finish();
-    EXPECT_EQ(markupFault(html), "");
+    EXPECT_EQ(markupFault(page(html)), "");
     for (const char* words : {"class=\"wallfigure\"", "Vertical line loads, right side",
                               "Horizontal distributed load", "Soil, left side", "PSF"}) {
         EXPECT_NE(html.find(words), std::string::npos) << words;

@@ -62,10 +62,20 @@ TEST(Ticks, AreRoundAndWithinTheirLimits) {
     EXPECT_TRUE(roundTicks(3, 3, 5).empty());
 }
 
-TEST(SvgNumbers, HaveTwoPlacesAndNoMinusBeforeZero) {
-    EXPECT_EQ(svgNumber(12.3456), "12.35");
-    EXPECT_EQ(svgNumber(-0.001), "0");
+TEST(SvgNumbers, HaveOnePlaceAndNoMinusBeforeZero) {
+    EXPECT_EQ(svgNumber(12.3456), "12.3");
+    EXPECT_EQ(svgNumber(-0.01), "0");
     EXPECT_EQ(svgNumber(1e300), "100000");
+}
+
+TEST(SvgLines, LoseThePointsThatNobodySees) {
+    const std::vector<SvgPoint> line{{0, 0}, {1, 1.01}, {2, 2}, {2, 5}, {2, 3}, {4, 3}};
+    const auto kept = withoutStraightOnes(line, 0.05);
+    // The turn back at (2, 5) stays, the points before it on a straight line go.
+    ASSERT_EQ(kept.size(), 5U);
+    EXPECT_EQ(kept[1].x, 2);
+    EXPECT_EQ(kept[2].y, 5);
+    EXPECT_EQ(kept[3].y, 3);
 }
 
 } // namespace
