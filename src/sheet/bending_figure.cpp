@@ -273,13 +273,15 @@ void drawPanel(Frame& frame, const Panel& panel, int number) {
 void drawElevations(Frame& frame) {
     const UnitSystem units = frame.request.units;
     const double oneUnit = inUnits(Quantity::Length, 1, units);
+    std::vector<std::vector<SvgPoint>> grid;
+    std::vector<std::vector<SvgPoint>> marks;
     for (const double tick :
          roundTicks(frame.bottom * oneUnit, frame.top * oneUnit, ElevationTicks)) {
         const double y = frame.y(tick / oneUnit);
         for (int panel = 0; panel < 3; ++panel) {
-            frame.svg.line({Frame::left(panel), y}, {Frame::left(panel) + PanelWidth, y}, "grid");
+            grid.push_back({{Frame::left(panel), y}, {Frame::left(panel) + PanelWidth, y}});
         }
-        frame.svg.line({-TickLength, y}, {0, y}, "axis");
+        marks.push_back({{-TickLength, y}, {0, y}});
         const std::vector<std::string> lines{tickText(tick)};
         frame.labels.push_back(
             {labelBox(lines, {-2 * TickLength, y - FigureLine / 2}, TextAnchor::End),
@@ -288,6 +290,8 @@ void drawElevations(Frame& frame) {
              {},
              "axisname"});
     }
+    frame.svg.lines(grid, "grid");
+    frame.svg.lines(marks, "axis");
 }
 
 /// What stands at named elevations, in the column at the right edge.
@@ -330,9 +334,7 @@ Figure bendingFigure(const SheetRequest& request, const LevelResult& level) {
         drawPanel(frame, panels[i], static_cast<int>(i));
     }
     drawLevels(frame);
-    for (const FigureLabel& label : frame.labels) {
-        drawLabel(frame.svg, label);
-    }
+    drawLabels(frame.svg, frame.labels);
     Figure figure;
     figure.view = viewOf(Frame::width(), PanelHeight, frame.labels);
     figure.labels = std::move(frame.labels);

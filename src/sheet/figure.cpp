@@ -27,10 +27,9 @@ LabelBox labelBox(const std::vector<std::string>& lines, SvgPoint innerTop, Text
     return {left, innerTop.y, width, static_cast<double>(lines.size()) * FigureLine};
 }
 
-void drawLabel(Svg& svg, const FigureLabel& label) {
-    if (!label.leader.empty()) {
-        svg.polyline(label.leader, "leader");
-    }
+namespace {
+
+void drawText(Svg& svg, const FigureLabel& label) {
     const double x = label.anchor == TextAnchor::Start ? label.box.left
                      : label.anchor == TextAnchor::End ? label.box.right()
                                                        : label.box.left + label.box.width / 2;
@@ -39,6 +38,21 @@ void drawLabel(Svg& svg, const FigureLabel& label) {
         const std::string own = label.cssClass;
         svg.text({x, label.box.top + Baseline + static_cast<double>(i) * FigureLine}, label.anchor,
                  label.lines[i], own.empty() || name.empty() ? own + name : own + " " + name);
+    }
+}
+
+} // namespace
+
+void drawLabels(Svg& svg, const std::vector<FigureLabel>& labels) {
+    std::vector<std::vector<SvgPoint>> leaders;
+    for (const FigureLabel& label : labels) {
+        if (!label.leader.empty()) {
+            leaders.push_back(label.leader);
+        }
+    }
+    svg.lines(leaders, "leader");
+    for (const FigureLabel& label : labels) {
+        drawText(svg, label);
     }
 }
 

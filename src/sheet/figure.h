@@ -30,7 +30,7 @@ struct Figure {
 /// What the lines of a label ask for, at a place: its left end, or its right one.
 LabelBox labelBox(const std::vector<std::string>& lines, SvgPoint innerTop, TextAnchor anchor);
 
-void drawLabel(Svg& svg, const FigureLabel& label);
+void drawLabels(Svg& svg, const std::vector<FigureLabel>& labels);
 
 /// Labels in a column beside a drawing.
 struct ColumnLabel {

@@ -26,6 +26,12 @@ std::string number(std::string_view name, double value) {
     return attribute(name, svgNumber(value));
 }
 
+/// Two numbers of a path.
+std::string pair(double x, double y) {
+    const std::string second = svgNumber(y);
+    return svgNumber(x) + (second.starts_with('-') ? "" : " ") + second;
+}
+
 std::string pointList(const std::vector<SvgPoint>& points) {
     std::string list;
     for (const SvgPoint& point : points) {
@@ -48,6 +54,20 @@ void Svg::line(SvgPoint from, SvgPoint to, std::string_view cssClass) {
              number("y2", to.y) + attribute("class", cssClass) + "/>\n";
 }
 
+void Svg::lines(const std::vector<std::vector<SvgPoint>>& lines, std::string_view cssClass) {
+    std::string path;
+    for (const std::vector<SvgPoint>& line : lines) {
+        const char* step = "M";
+        for (const SvgPoint& point : line) {
+            path += step + pair(point.x, point.y);
+            step = "L";
+        }
+    }
+    if (!path.empty()) {
+        body_ += "<path" + attribute("d", path) + attribute("class", cssClass) + "/>\n";
+    }
+}
+
 void Svg::polyline(const std::vector<SvgPoint>& points, std::string_view cssClass) {
     body_ += "<polyline" + attribute("points", pointList(points)) + attribute("class", cssClass) +
              "/>\n";
@@ -66,21 +86,19 @@ void Svg::circle(SvgPoint middle, double radius, std::string_view cssClass) {
 
 void Svg::arrows(const std::vector<std::pair<SvgPoint, SvgPoint>>& ends,
                  std::string_view cssClass) {
-    const auto at = [](double x, double y) { return svgNumber(x) + " " + svgNumber(y); };
     std::string path;
     for (const auto& [from, to] : ends) {
         const double length = std::hypot(to.x - from.x, to.y - from.y);
         if (length == 0) {
             continue;
         }
-        const double dx = (to.x - from.x) / length;
-        const double dy = (to.y - from.y) / length;
         const double head = std::min(HeadLength, length);
-        const SvgPoint neck{to.x - dx * head, to.y - dy * head};
-        const double half = HeadHalfWidth * head / HeadLength;
-        path += "M" + at(from.x, from.y) + "L" + at(neck.x, neck.y) + "M" + at(to.x, to.y) + "L" +
-                at(neck.x - dy * half, neck.y + dx * half) + "L" +
-                at(neck.x + dy * half, neck.y - dx * half) + "z";
+        const double dx = (to.x - from.x) / length * head;
+        const double dy = (to.y - from.y) / length * head;
+        const double half = HeadHalfWidth / HeadLength;
+        path += "M" + pair(from.x, from.y) + "L" + pair(to.x - dx, to.y - dy) + "M" +
+                pair(to.x, to.y) + "l" + pair(-dx - dy * half, -dy + dx * half) + "l" +
+                pair(2 * dy * half, -2 * dx * half) + "z";
     }
     if (!path.empty()) {
         body_ += "<path" + attribute("d", path) +

@@ -21,6 +21,8 @@ enum class TextAnchor { Start, Middle, End };
 class Svg {
   public:
     void line(SvgPoint from, SvgPoint to, std::string_view cssClass);
+    /// Several lines as one element.
+    void lines(const std::vector<std::vector<SvgPoint>>& lines, std::string_view cssClass);
     void polyline(const std::vector<SvgPoint>& points, std::string_view cssClass);
     void polygon(const std::vector<SvgPoint>& points, std::string_view cssClass,
                  std::string_view fill = {});

@@ -23,7 +23,7 @@ constexpr double TrackHeight = 24;
 constexpr double ShapeHeight = 17; // of the largest distributed load
 constexpr double LeastShape = 5;
 constexpr double LineArrow = 20;
-constexpr double ArrowSpacing = 13;
+constexpr double ArrowSpacing = 18;
 constexpr double AboveGround = 3; // between ground and loads
 constexpr double Margin = 6;
 constexpr double WallHalf = 2.5;
@@ -337,12 +337,14 @@ void drawGroundLoad(Scene& scene, int side, const GroundLoad& load, double large
         }
     }
     scene.svg.arrows(ends, "load");
+    std::vector<std::vector<SvgPoint>> dropped;
     for (const double end : {load.from(), load.to()}) { // where it stands on falling ground
         const double foot = scene.view.y(groundElev(scene.problem, side, end));
         if (foot > base + TrackHeight / 2) {
-            scene.svg.line({x(end), base}, {x(end), foot}, "dropped");
+            dropped.push_back({{x(end), base}, {x(end), foot}});
         }
     }
+    scene.svg.lines(dropped, "dropped");
 }
 
 /// A label of a ground load before its row is known.
@@ -450,9 +452,7 @@ void drawScene(Scene& scene) {
         }
     }
     scene.svg.end();
-    for (const FigureLabel& label : scene.labels) {
-        drawLabel(scene.svg, label);
-    }
+    drawLabels(scene.svg, scene.labels);
 }
 
 } // namespace
