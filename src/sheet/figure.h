@@ -41,10 +41,10 @@ struct ColumnLabel {
 /// Where a column stands: leaders run level from their tips to the edge of the drawing, from there
 /// at a slant to the labels.
 struct LabelColumn {
-    double edge = 0;      ///< x of the drawing's edge
-    bool toRight = true;  ///< the column stands right of the edge
-    double low = 0;       ///< y, the labels' upper limit
-    double high = 0;      ///< y, the lower limit where there is room
+    double edge = 0;     ///< x of the drawing's edge
+    bool toRight = true; ///< the column stands right of the edge
+    double low = 0;      ///< y, the labels' upper limit
+    double high = 0;     ///< y, the lower limit where there is room
 };
 
 /// The labels moved apart in the order of their tips.

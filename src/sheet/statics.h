@@ -32,9 +32,10 @@ struct PointForce {
 /// All loads on a wall down to its bottom, from the top down, without its supports.
 struct WallLoading {
     std::vector<LoadPiece> pieces;
-    std::vector<PointForce> lines; ///< horizontal line loads, those at the bottom and below left out
-    double top = 0;                ///< FT
-    double bottom = 0;             ///< FT
+    std::vector<PointForce>
+        lines;         ///< horizontal line loads, those at the bottom and below left out
+    double top = 0;    ///< FT
+    double bottom = 0; ///< FT
 };
 
 /// The loads of a level: the net pressures of its balance, and the line loads. A load within

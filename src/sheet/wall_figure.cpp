@@ -49,9 +49,11 @@ constexpr PatternRow Patterns[PatternFamilies][PatternsOfFamily] = {
      {"9", R"(<path d="M0 3h5M4 7.5h5"/>)"},
      {"8", R"(<path d="M-1-1L9 9"/>)"},
      {"10", R"(<path d="M0 6q2.5-4 5 0t5 0" fill="none"/>)"}},
-    {{"12", R"(<path d="M-1 13L13-1"/><circle cx="3" cy="3" r=".9"/><circle cx="9" cy="9" r=".9"/>)"},
+    {{"12",
+      R"(<path d="M-1 13L13-1"/><circle cx="3" cy="3" r=".9"/><circle cx="9" cy="9" r=".9"/>)"},
      {"12", R"(<path d="M1 3h6"/><circle cx="9" cy="9" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
-     {"12", R"(<path d="M-1-1L13 13"/><circle cx="9" cy="3" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
+     {"12",
+      R"(<path d="M-1-1L13 13"/><circle cx="9" cy="3" r=".9"/><circle cx="3" cy="9" r=".9"/>)"},
      {"9", R"(<path d="M0 0L9 9M0 9L9 0"/>)"}},
 };
 
@@ -71,12 +73,13 @@ std::string Hatch::markup() const {
     const int turn = number / PatternsOfFamily;
     constexpr int degrees = 30;
     constexpr double growth = 0.35;
-    const std::string transform =
-        turn == 0 ? ""
-                  : " patternTransform=\"rotate(" + std::to_string(turn * degrees) + ") scale(" +
-                        svgNumber(1 + turn * growth) + ")\"";
-    return "<pattern id=\"" + name() + "\" patternUnits=\"userSpaceOnUse\" class=\"hatch\" width=\"" +
-           size + "\" height=\"" + size + "\"" + transform + ">" + marks + "</pattern>\n";
+    const std::string transform = turn == 0 ? ""
+                                            : " patternTransform=\"rotate(" +
+                                                  std::to_string(turn * degrees) + ") scale(" +
+                                                  svgNumber(1 + turn * growth) + ")\"";
+    return "<pattern id=\"" + name() +
+           "\" patternUnits=\"userSpaceOnUse\" class=\"hatch\" width=\"" + size + "\" height=\"" +
+           size + "\"" + transform + ">" + marks + "</pattern>\n";
 }
 
 /// What tells a soil from another one.
@@ -112,8 +115,8 @@ Array<Hatch, 2, 11> soilHatches(const Problem& problem) {
         for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
             const auto soil = soilData(problem, side, layer);
             const int family = familyOf(soil);
-            const auto [place, isNew] = known.try_emplace(
-                soil, Hatch{family, used[static_cast<std::size_t>(family)]});
+            const auto [place, isNew] =
+                known.try_emplace(soil, Hatch{family, used[static_cast<std::size_t>(family)]});
             used[static_cast<std::size_t>(family)] += isNew ? 1 : 0;
             hatches(side, layer) = place->second;
         }
@@ -131,7 +134,7 @@ struct Scene {
     WallView view;
     Array<std::vector<GroundLoad>, 2> loads;
     Array<Hatch, 2, 11> hatches; ///< (side, layer)
-    double zoneBottom = 0; ///< y; the labels of ground loads stand above it
+    double zoneBottom = 0;       ///< y; the labels of ground loads stand above it
     Svg svg;
     std::vector<FigureLabel> labels;
 };
@@ -173,8 +176,7 @@ void drawSoil(Scene& scene, int side) {
         auto outline = points(shape.upper);
         const auto lower = points(shape.lower);
         outline.insert(outline.end(), lower.rbegin(), lower.rend());
-        scene.svg.polygon(outline, "soil",
-                          "url(#" + scene.hatches(side, shape.layer).name() + ")");
+        scene.svg.polygon(outline, "soil", "url(#" + scene.hatches(side, shape.layer).name() + ")");
         scene.svg.polyline(points(shape.upper), shape.layer == 1 ? "ground" : "layer");
     }
 }
@@ -462,7 +464,9 @@ Figure wallFigure(const SheetRequest& request) {
                 .problem = request.problem,
                 .view = wallView(request),
                 .loads = {},
-                .hatches = soilHatches(request.problem), .svg = {}, .labels = {}};
+                .hatches = soilHatches(request.problem),
+                .svg = {},
+                .labels = {}};
     for (const int side : {Right, Left}) {
         scene.loads(side) =
             groundLoads(request.problem, side, scene.view.reach(side), request.units);
