@@ -99,13 +99,13 @@ std::vector<WedgePiece> piecesOf(const WedgeRun& run, const WedgePlane& plane) {
     return {first, first + plane.pieceCount};
 }
 
-void writePieces(const WedgeRun& run, const std::vector<WedgePiece>& pieces, bool active) {
+/// The pieces of both planes of a row, from the ground to the wall.
+void writePieces(const WedgeRun& run, const WedgeRow& row) {
     const SheetWriter& writer = run.writer;
     Table table;
     table.wide = true;
-    table.caption = active ? "Pieces of the active plane, from the ground to the wall"
-                           : "Pieces of the passive plane, from the ground to the wall";
-    table.columns = {{"Layer"},
+    table.columns = {{"Plane"},
+                     {"layer"},
                      {"inner end", Quantity::Length},
                      {"EL", Quantity::Length},
                      {"outer end", Quantity::Length},
@@ -115,17 +115,24 @@ void writePieces(const WedgeRun& run, const std::vector<WedgePiece>& pieces, boo
                      {"loads", Quantity::Force},
                      {"C", Quantity::Force},
                      {"t"}};
-    for (const WedgePiece& piece : pieces) {
-        table.rows.push_back(
-            {writer.text(std::to_string(piece.layer)), writer.value(Quantity::Length, piece.x1),
-             writer.value(Quantity::Length, piece.y1), writer.value(Quantity::Length, piece.x2),
-             writer.value(Quantity::Length, piece.y2), writer.value(Quantity::Length, piece.length),
-             writer.precise(Quantity::Force, piece.soil),
-             writer.precise(Quantity::Force, piece.surcharge),
-             writer.precise(Quantity::Force, piece.cohesion),
-             writer.precise(Quantity::Number, piece.friction)});
+    for (const bool active : {true, false}) {
+        for (const WedgePiece& piece : piecesOf(run, active ? row.active : row.passive)) {
+            table.rows.push_back({writer.text(active ? "active" : "passive"),
+                                  {std::to_string(piece.layer), true},
+                                  writer.value(Quantity::Length, piece.x1),
+                                  writer.value(Quantity::Length, piece.y1),
+                                  writer.value(Quantity::Length, piece.x2),
+                                  writer.value(Quantity::Length, piece.y2),
+                                  writer.value(Quantity::Length, piece.length),
+                                  writer.precise(Quantity::Force, piece.soil),
+                                  writer.precise(Quantity::Force, piece.surcharge),
+                                  writer.precise(Quantity::Force, piece.cohesion),
+                                  writer.precise(Quantity::Number, piece.friction)});
+        }
     }
-    run.writer.table(table);
+    if (!table.rows.empty()) {
+        run.writer.table(table);
+    }
 }
 
 void writePolygon(const WedgeRun& run, const std::vector<ForceVector>& polygon, bool active) {
@@ -151,7 +158,6 @@ void writePlane(const WedgeRun& run, const WedgeRow& row, bool active) {
         return;
     }
     const std::vector<WedgePiece> pieces = piecesOf(run, plane);
-    writePieces(run, pieces, active);
     double outer = 0;
     for (std::size_t n = 0; n + 1 < pieces.size(); ++n) {
         const PieceSymbols symbols(pieces[n], active);
@@ -164,7 +170,8 @@ void writePlane(const WedgeRun& run, const WedgeRow& row, bool active) {
     const PieceSymbols symbols(pieces.back(), active);
     const WallStrengths wall = wallTerms(run.request, run.stage, run.side, row.elev, active);
     const WallForce force = wallForce(symbols, outer, wall);
-    writer.numbers({"A", ""}, force.A, Quantity::Number, "At the wall:");
+    writer.numbers({"A", ""}, force.A, Quantity::Number,
+                   active ? "Active, at the wall:" : "Passive, at the wall:");
     writer.numbers({"B", ""}, force.B);
     writer.numbers({"D", ""}, force.D);
     const double P = writer.numbers({"P", ""}, force.P, Quantity::Force);
@@ -429,6 +436,7 @@ void writeWedges(SheetWriter& writer, const SheetRequest& request, const Pressur
             quantityText(Quantity::Angle, row->active.angle, request.units) + "°, passive at " +
             quantityText(Quantity::Angle, row->passive.angle, request.units) +
             "° off the vertical");
+        writePieces(run, *row);
         writePlane(run, *row, true);
         writePlane(run, *row, false);
     }
