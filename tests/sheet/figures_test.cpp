@@ -48,7 +48,7 @@ bool leads(const FigureLabel& label, const LabelBox& box) {
 }
 
 void expectClear(const Figure& figure, const std::string& name) {
-    EXPECT_EQ(markupFault(page(figure.svg)), "") << name;
+    EXPECT_EQ(htmlFault(page(figure.svg)), "") << name;
     EXPECT_EQ(figure.svg.find("nan"), std::string::npos) << name;
     EXPECT_FALSE(figure.labels.empty()) << name;
     for (std::size_t i = 0; i < figure.labels.size(); ++i) {

@@ -37,7 +37,7 @@ TEST(InputTables, HoldEveryNumberInUse) {
         }
         const UnitSystem units = number % 2 == 0 ? UnitSystem::US : UnitSystem::SI;
         const std::string html = tablesOf(problem, units);
-        EXPECT_EQ(markupFault(page(html)), "") << number;
+        EXPECT_EQ(htmlFault(page(html)), "") << number;
         for (const FieldGroup& group : fieldGroups()) {
             for (int side = 1; side <= group.sides; ++side) {
                 if (!group.inUse(problem, side)) {
@@ -90,7 +90,7 @@ TEST(WallSection, HasFigureAndTables) {
     SheetWriter writer(UnitSystem::US);
     writeWall(writer, {bench.problem, bench.sections, bench.solved, bench.options, bench.notes});
     const std::string html = writer.finish();
-    EXPECT_EQ(markupFault(page(html)), "");
+    EXPECT_EQ(htmlFault(page(html)), "");
     for (const char* words : {"class=\"wallfigure\"", "Vertical line loads, right side",
                               "Horizontal distributed load", "Soil, left side", "PSF"}) {
         EXPECT_NE(html.find(words), std::string::npos) << words;
