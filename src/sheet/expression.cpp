@@ -58,7 +58,8 @@ std::string row(const std::string& markup) {
 std::string parenthesized(const std::string& markup) {
     const bool plain = markup.find("<mfrac>") == std::string::npos &&
                        markup.find("<ms") == std::string::npos &&
-                       markup.find("<mi>") == std::string::npos;
+                       (markup.find("<mi>") == std::string::npos ||
+                        markup.find("\u2009</mi>") != std::string::npos);
     const std::string enclosed = "<mo>(</mo>" + markup + "<mo>)</mo>";
     return plain ? enclosed : "<mrow>" + enclosed + "</mrow>";
 }
@@ -91,7 +92,12 @@ class Condenser {
             const std::size_t close = rest_.find("</", open.size());
             const std::string_view content = rest_.substr(open.size(), close - open.size());
             const std::size_t end = rest_.find('>', close) + 1;
-            add(content, open == "<mo>" || open.size() > std::string_view("<mo>").size());
+            if (open == "<mn>" && operand_) {
+                flush(); // a neighbour in a fraction or a power, and no part of one number
+            }
+            const bool infix = open.size() > std::string_view("<mo>").size();
+            add(content, open == "<mo>" || infix, infix);
+            operand_ = open == "<mn>" || content == ")" || content == "π";
             single_ = rest_.substr(0, end);
             ++tokens_;
             rest_.remove_prefix(end);
@@ -100,10 +106,9 @@ class Condenser {
         return false;
     }
 
-    void add(std::string_view content, bool isSign) {
-        const bool spaced = isSign && operand_ && (content == "+" || content == "−");
+    void add(std::string_view content, bool isSign, bool infix) {
+        const bool spaced = isSign && (operand_ || infix) && (content == "+" || content == "−");
         text_ += spaced ? "\u00a0" + std::string(content) + "\u00a0" : std::string(content);
-        operand_ = !isSign || content == ")";
     }
 
     void flush() {
@@ -314,11 +319,7 @@ std::vector<std::string> Expr::numberPieces(UnitSystem units) const {
         length += more;
     }
     for (std::string& piece : pieces) {
-        const bool isSum = piece.starts_with("<mo form");
         piece = Condenser(piece).run();
-        if (isSum && piece.starts_with("<mtext>")) {
-            piece.insert(std::string_view("<mtext>").size(), "\u00a0");
-        }
     }
     return pieces;
 }

@@ -22,6 +22,8 @@ struct WedgeRun {
     const WedgeDetails& wedge;
 
     const Problem& problem() const { return request.problem; }
+    /// The levels of a design differ by their seepage alone.
+    bool isAgain() const { return stage.level > 1 && request.problem.ProgramMode == Mode::Design; }
     std::string place() const { return stage.prefix + sideName(side) + " side"; }
     std::string at(double elev) const { return "at " + elevationText(elev, request.units); }
 };
@@ -40,6 +42,7 @@ void writeSurface(const WedgeRun& run) {
         return;
     }
     SheetWriter& writer = run.writer;
+    writer.mute(run.isAgain() || !run.stage.shown);
     const LayerWork work =
         layerWork(run.problem(), run.side, 1, searchedFactor(run.request, run.stage.level));
     const std::vector<GroundPoint> ground = groundLine(run.problem(), run.side);
@@ -92,6 +95,7 @@ void writeSurface(const WedgeRun& run) {
                  std::max(0.0, pa), first.activeBefore(1), 1e-6, 1);
     writer.check("Passive pressure at the surface, " + run.place(), Quantity::Stress, pp,
                  first.passiveBefore(1));
+    writer.mute(!run.stage.shown);
 }
 
 std::vector<WedgePiece> piecesOf(const WedgeRun& run, const WedgePlane& plane) {
@@ -189,9 +193,8 @@ std::vector<const WedgeRow*> shownRows(const WedgeRun& run) {
     const double surface = run.problem().SurfaceElev(run.side, 1);
     const double lowest = lowestElev(run.stage);
     std::vector<const WedgeRow*> rows;
-    const std::vector<double> shares = run.stage.level == 1
-                                           ? std::vector<double>{1 / 3.0, 2 / 3.0, 1.0}
-                                           : std::vector<double>{1.0};
+    const std::vector<double> shares =
+        run.isAgain() ? std::vector<double>{1.0} : std::vector<double>{1 / 3.0, 2 / 3.0, 1.0};
     for (const double share : shares) {
         const double wanted = surface - share * (surface - lowest);
         const WedgeRow* nearest = nullptr;
@@ -437,8 +440,14 @@ void writeWedges(SheetWriter& writer, const SheetRequest& request, const Pressur
             quantityText(Quantity::Angle, row->passive.angle, request.units) +
             "° off the vertical");
         writePieces(run, *row);
-        writePlane(run, *row, true);
-        writePlane(run, *row, false);
+        if (run.isAgain()) {
+            writer.paragraph("By the same formulas the forces on the wall are " +
+                             writer.withUnit(Quantity::Force, row->active.force) + " active and " +
+                             writer.withUnit(Quantity::Force, row->passive.force) + " passive.");
+        } else {
+            writePlane(run, *row, true);
+            writePlane(run, *row, false);
+        }
     }
     checkPlanes(run);
     writeSlopes(run);

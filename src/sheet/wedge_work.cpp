@@ -333,15 +333,15 @@ std::string arrow(double x1, double y1, double x2, double y2, const ForceVector&
     const double backX = x2 - head * ux;
     const double backY = y2 - head * uy;
     const double half = head * 0.4;
-    std::string text = "<g stroke=\"" + std::string(colour) + "\" fill=\"" + colour + "\">";
-    text += "<path d=\"M" + number(x1) + " " + number(y1) + "L" + number(x2) + " " + number(y2) +
-            "\" stroke-width=\"1.6\"/>";
+    std::string text = "<path stroke=\"" + std::string(colour) + "\" fill=\"" + colour +
+                       "\" d=\"M" + number(x1) + " " + number(y1) + "L" + number(x2) + " " +
+                       number(y2);
     if (length > head) {
-        text += "<path d=\"M" + number(x2) + " " + number(y2) + "L" + number(backX - half * uy) +
-                " " + number(backY + half * ux) + "L" + number(backX + half * uy) + " " +
-                number(backY - half * ux) + "z\"/>";
+        text += "L" + number(backX - half * uy) + " " + number(backY + half * ux) + "L" +
+                number(backX + half * uy) + " " + number(backY - half * ux) + "L" + number(x2) +
+                " " + number(y2);
     }
-    return text + "</g><text x=\"" + number((x1 + x2) / 2 + away * uy) + "\" y=\"" +
+    return text + "\"/><text x=\"" + number((x1 + x2) / 2 + away * uy) + "\" y=\"" +
            number((y1 + y2) / 2 - away * ux + 4) + "\">" + force.name + "</text>\n";
 }
 
@@ -363,10 +363,11 @@ std::string polygonDrawing(const std::vector<ForceVector>& polygon, std::string_
     const auto atX = [&](double value) { return shift + scale * (value - left); };
     const auto atY = [&](double value) { return Margin + scale * (high - value); };
     const double height = 2 * Margin + scale * (high - low);
-    std::string text = "<svg width=\"" + number(Width) + "\" height=\"" + number(height) +
-                       "\" viewBox=\"0 0 " + number(Width) + " " + number(height) +
-                       "\" font-size=\"12\" text-anchor=\"middle\" role=\"img\"><title>" +
-                       std::string(title) + "</title>\n";
+    std::string text =
+        "<svg width=\"" + number(Width) + "\" height=\"" + number(height) + "\" viewBox=\"0 0 " +
+        number(Width) + " " + number(height) +
+        "\" font-size=\"12\" text-anchor=\"middle\" stroke-width=\"1.6\" role=\"img\"><title>" +
+        std::string(title) + "</title>\n";
     x = y = 0;
     for (const ForceVector& force : polygon) {
         const double nextX = x + force.x;

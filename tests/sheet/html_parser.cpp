@@ -100,12 +100,24 @@ class Parser {
         at_ = end + 1;
     }
 
+    /// A fraction, a power and a subscript have two parts.
+    void countPart() {
+        if (!parts_.empty()) {
+            ++parts_.back();
+        }
+    }
+
     void close(std::string_view name) {
         if (open_.empty() || open_.back() != name) {
             fail("closes " + std::string(name));
             return;
         }
+        const bool pair = name == "mfrac" || name == "msup" || name == "msub";
+        if (pair && parts_.back() != 2) {
+            fail(std::to_string(parts_.back()) + " parts of " + std::string(name));
+        }
         open_.pop_back();
+        parts_.pop_back();
     }
 
     void start(std::string_view inner, bool empty) {
@@ -127,8 +139,10 @@ class Parser {
             fail("empty or not: " + name);
         }
         attributes(inner.substr(name.size()));
+        countPart();
         if (!empty) {
             open_.push_back(name);
+            parts_.push_back(0);
         }
     }
 
@@ -184,6 +198,7 @@ class Parser {
     std::size_t at_ = 0;
     std::string fault_;
     std::vector<std::string> open_;
+    std::vector<int> parts_; ///< elements so far, of each open one
     std::set<std::string, std::less<>> ids_;
 };
 
