@@ -231,6 +231,7 @@ void markExtremes(Frame& frame, const Panel& panel, const ValueScale& scale) {
     std::sort(extremes.begin(), extremes.end(),
               [](const CurvePoint& a, const CurvePoint& b) { return a.elev > b.elev; });
     std::vector<LabelSlot> slots;
+    slots.reserve(extremes.size());
     for (const CurvePoint& point : extremes) {
         slots.push_back({frame.y(point.elev), 2 * FigureLine + 2});
     }

@@ -34,10 +34,12 @@ void drawText(Svg& svg, const FigureLabel& label) {
                      : label.anchor == TextAnchor::End ? label.box.right()
                                                        : label.box.left + label.box.width / 2;
     for (std::size_t i = 0; i < label.lines.size(); ++i) {
-        const std::string name = label.lines.size() > 1 && i == 0 ? "name" : "";
-        const std::string own = label.cssClass;
+        std::string classes = label.cssClass;
+        if (label.lines.size() > 1 && i == 0) {
+            classes += classes.empty() ? "name" : " name";
+        }
         svg.text({x, label.box.top + Baseline + static_cast<double>(i) * FigureLine}, label.anchor,
-                 label.lines[i], own.empty() || name.empty() ? own + name : own + " " + name);
+                 label.lines[i], classes);
     }
 }
 

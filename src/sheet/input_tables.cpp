@@ -80,7 +80,7 @@ constexpr bool inOrder() {
 }
 static_assert(inOrder());
 
-std::string sided(std::string text, int side) {
+std::string sided(const std::string& text, int side) {
     return text + ", " + sideName(side) + " side";
 }
 
@@ -90,7 +90,7 @@ class ValueLines {
     explicit ValueLines(SheetWriter& writer) : writer_(writer) {
         table_.columns = {{.title = "Quantity"}, {.title = "Value"}};
     }
-    void word(std::string title, std::string_view value) {
+    void word(std::string_view title, std::string_view value) {
         table_.rows.push_back({writer_.text(title), {escaped(value), true}});
     }
     void field(const Problem& problem, ProblemField field, int side = 0) {
@@ -240,6 +240,7 @@ void writeLoads(SheetWriter& writer, const Problem& problem) {
     bool any = false;
     for (const LoadRules& load : LoadTable) {
         std::vector<ProblemField> fields;
+        fields.reserve(static_cast<std::size_t>(load.width()));
         for (int column = 0; column < load.width(); ++column) {
             fields.push_back(load.field(column));
         }

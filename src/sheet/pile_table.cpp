@@ -133,10 +133,10 @@ double throughPoints(const MomentReduction& rowe, int density, int points, doubl
     for (int i = 0; i < points; ++i) {
         value[static_cast<std::size_t>(i)] = rowe.RoweSandCurve(density, i + 1);
     }
-    for (int span = 1; span < points; ++span) {
-        for (int i = 0; i + span < points; ++i) {
-            const auto from = static_cast<std::size_t>(i);
-            const auto to = static_cast<std::size_t>(i + span);
+    const auto count = static_cast<std::size_t>(points);
+    for (std::size_t span = 1; span < count; ++span) {
+        for (std::size_t from = 0; from + span < count; ++from) {
+            const std::size_t to = from + span;
             value[from] =
                 ((x - CurvePlaces[to]) * value[from] - (x - CurvePlaces[from]) * value[from + 1]) /
                 (CurvePlaces[from] - CurvePlaces[to]);

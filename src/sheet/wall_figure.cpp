@@ -167,6 +167,7 @@ double largestLoad(const Scene& scene) {
 void drawSoil(Scene& scene, int side) {
     const auto points = [&](const std::vector<SvgPoint>& places) {
         std::vector<SvgPoint> list;
+        list.reserve(places.size());
         for (const SvgPoint& place : places) {
             list.push_back(scene.view.at(side, place.x, place.y));
         }
@@ -320,8 +321,7 @@ void drawGroundLoad(Scene& scene, int side, const GroundLoad& load, double large
         return;
     }
     std::vector<SvgPoint> outline{{x(load.from()), base}};
-    for (std::size_t i = 0; i < load.profile.size(); ++i) {
-        const SvgPoint& point = load.profile[i];
+    for (const SvgPoint& point : load.profile) {
         const double share = largest > 0 ? point.y / largest : 0;
         const double height = share <= 0 ? 0 : std::max(LeastShape, share * ShapeHeight);
         outline.push_back({x(point.x), base - height});

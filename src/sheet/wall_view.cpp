@@ -194,6 +194,7 @@ std::vector<SoilShape> soilShapes(const Problem& problem, int side, const WallVi
     const auto lines = layerBottoms(problem, side);
     const auto turns = turningDistances(problem, side, view.reach(side), lines);
     std::vector<double> boundary;
+    boundary.reserve(turns.size());
     for (const double distance : turns) {
         boundary.push_back(groundElev(problem, side, distance));
     }
