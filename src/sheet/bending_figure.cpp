@@ -9,7 +9,7 @@
 #include <cmath>
 #include <cstddef>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -343,4 +343,4 @@ Figure bendingFigure(const SheetRequest& request, const LevelResult& level) {
     return figure;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -4,10 +4,10 @@
 #include "sheet/figure.h"
 #include "sheet/sheet.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// The figure of a solved level; curves from the sheet's own statics, extremes as the solution has
 /// them.
 Figure bendingFigure(const SheetRequest& request, const LevelResult& level);
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <utility>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -234,4 +234,4 @@ void writeBending(SheetWriter& writer, const SheetRequest& request) {
     }
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -10,7 +10,7 @@
 #include <cmath>
 #include <utility>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -324,4 +324,4 @@ void writeEquilibrium(SheetWriter& writer, const SheetRequest& request) {
     }
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

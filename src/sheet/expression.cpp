@@ -7,7 +7,7 @@
 #include <numbers>
 #include <utility>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -428,4 +428,4 @@ std::string mathSymbol(const Symbol& symbol) {
                : "<msub>" + letter + "<mtext>" + symbol.subscript + "</mtext></msub>";
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

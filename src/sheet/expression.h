@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// A symbol of a formula: a letter and a subscript, which may be empty. UTF-8.
 struct Symbol {
@@ -76,4 +76,4 @@ std::string mathNumber(double value);
 /// A symbol as MathML.
 std::string mathSymbol(const Symbol& symbol);
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -98,4 +98,4 @@ LabelBox viewOf(double width, double height, const std::vector<FigureLabel>& lab
     return {left - Margin, top - Margin, right - left + 2 * Margin, bottom - top + 2 * Margin};
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

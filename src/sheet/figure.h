@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 // Type of all figures, pixels
 inline constexpr double FigureType = 11;
@@ -53,4 +53,4 @@ std::vector<FigureLabel> placeColumn(std::vector<ColumnLabel> labels, const Labe
 /// The drawing and all labels with a margin.
 LabelBox viewOf(double width, double height, const std::vector<FigureLabel>& labels);
 
-} // namespace korvane
+} // namespace korvane::sheet

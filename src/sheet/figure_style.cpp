@@ -1,6 +1,6 @@
 #include "sheet/figure_style.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -53,4 +53,4 @@ std::string_view figureStyle() {
     return Style;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

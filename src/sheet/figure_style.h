@@ -3,9 +3,9 @@
 
 #include <string_view>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// CSS rules on the colours of the sheet's own style.
 std::string_view figureStyle();
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -278,4 +278,4 @@ void writeInputTables(SheetWriter& writer, const Problem& problem) {
                      "of its side, that before that of the wall; – stands for none.");
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -4,7 +4,7 @@
 #include "problem/fields.h"
 #include "sheet/sheet_writer.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// What a field is called in a table's head or line.
 const char* fieldTitle(ProblemField field);
@@ -12,4 +12,4 @@ const char* fieldTitle(ProblemField field);
 /// Everything that the problem's counts and choices put in use, with units.
 void writeInputTables(SheetWriter& writer, const Problem& problem);
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -81,4 +81,4 @@ std::vector<double> spreadSlots(const std::vector<LabelSlot>& slots, double low,
     return middles;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// A rectangle of a figure, in its user units (pixels on a screen), y downward.
 struct LabelBox {
@@ -35,4 +35,4 @@ struct LabelSlot {
 /// the given order. With `high` above `low` none goes beyond it as long as all have room.
 std::vector<double> spreadSlots(const std::vector<LabelSlot>& slots, double low, double high);
 
-} // namespace korvane
+} // namespace korvane::sheet

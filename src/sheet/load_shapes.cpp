@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace korvane {
+namespace korvane::sheet {
 
 std::string figureText(Quantity quantity, double value, UnitSystem units) {
     const std::string unit = unitMarkup(quantity, units);
@@ -189,4 +189,4 @@ double largestIntensity(const std::vector<GroundLoad>& loads) {
     return largest;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

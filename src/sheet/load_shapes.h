@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// A value with its unit as a figure tells it: "1200.0 LB/FT", "19.000 kN/m³".
 std::string figureText(Quantity quantity, double value, UnitSystem units);
@@ -44,4 +44,4 @@ int trackCount(const std::vector<GroundLoad>& loads);
 /// PSF, the largest distributed load of all.
 double largestIntensity(const std::vector<GroundLoad>& loads);
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -298,4 +298,4 @@ void writeMethod(SheetWriter& writer, const SheetRequest& request) {
     }
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

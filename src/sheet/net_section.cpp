@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -284,4 +284,4 @@ void writeNetPressures(SheetWriter& writer, const SheetRequest& request) {
     }
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -1,7 +1,7 @@
 // The notes, as an experienced colleague would say them.
 #include "sheet/sections.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -49,4 +49,4 @@ void writeNotes(SheetWriter& writer, const SheetRequest& request) {
     }
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

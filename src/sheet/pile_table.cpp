@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -267,4 +267,4 @@ void writePileTable(SheetWriter& writer, const SheetRequest& request, int level)
     }
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

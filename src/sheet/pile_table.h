@@ -3,11 +3,11 @@
 
 #include "sheet/sheet_writer.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// Stress, ratio to the allowable, deflection and, where it applies, the reduced moment of every
 /// section; the section modulus required; checks against the moment reduction. Nothing where the
 /// table is empty.
 void writePileTable(SheetWriter& writer, const SheetRequest& request, int level);
 
-} // namespace korvane
+} // namespace korvane::sheet

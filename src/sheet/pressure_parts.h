@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// Seepage: gradient, end, and what they do; then the net water pressures.
 void writeWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage);
@@ -59,4 +59,4 @@ class ElevationRanges {
     bool open_ = false;
 };
 
-} // namespace korvane
+} // namespace korvane::sheet

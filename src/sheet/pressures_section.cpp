@@ -2,7 +2,7 @@
 #include "sheet/pressure_parts.h"
 #include "sheet/sections.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -115,4 +115,4 @@ void writePressures(SheetWriter& writer, const SheetRequest& request) {
     }
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

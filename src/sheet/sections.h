@@ -3,7 +3,7 @@
 
 #include "sheet/sheet_writer.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// 0: heading, file, date, program; and what became of the solution.
 void writeTitleBlock(SheetWriter& writer, const SheetRequest& request);
@@ -24,4 +24,4 @@ void writeNotes(SheetWriter& writer, const SheetRequest& request);
 /// The table of all checks, at the end.
 void writeChecks(SheetWriter& writer);
 
-} // namespace korvane
+} // namespace korvane::sheet

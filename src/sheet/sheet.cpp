@@ -8,6 +8,8 @@
 
 namespace korvane {
 
+using namespace sheet;
+
 namespace {
 
 constexpr std::string_view Head = "<!DOCTYPE html>\n"

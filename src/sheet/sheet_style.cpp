@@ -3,7 +3,7 @@
 #include "runtime/utf8_text.h"
 #include "sheet/figure_style.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -105,4 +105,4 @@ std::string sheetStyle(std::string_view title, std::string_view running) {
     return style;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// The style sheet. `running` stands at the foot of each printed page, beside its number; `title`
 /// at its head.
 std::string sheetStyle(std::string_view title, std::string_view running);
 
-} // namespace korvane
+} // namespace korvane::sheet

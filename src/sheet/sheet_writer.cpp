@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -248,4 +248,4 @@ void WorstCheck::tell(SheetWriter& writer, double relative, double scale) const 
                  std::max(largest_, scale));
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// Text for between tags: UTF-8 with what would be a tag or a reference escaped.
 std::string escaped(std::string_view bytes);
@@ -116,4 +116,4 @@ class WorstCheck {
     std::string place_;
 };
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -181,4 +181,4 @@ double searchedFactor(const SheetRequest& request, int level) {
                : 0;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

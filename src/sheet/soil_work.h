@@ -4,7 +4,7 @@
 #include "sheet/expression.h"
 #include "sheet/stages.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// The factor of one kind of pressure, and where it comes from.
 struct LayerFactor {
@@ -65,4 +65,4 @@ CurvedSteps curvedSteps(const CurvedCoefficient& curved, double friction, double
 /// The factor that an analysis has found for the stage's level; 0 elsewhere.
 double searchedFactor(const SheetRequest& request, int level);
 
-} // namespace korvane
+} // namespace korvane::sheet

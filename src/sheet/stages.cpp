@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -120,4 +120,4 @@ std::string elevationText(double elev, UnitSystem units) {
     return "EL " + quantityWithUnit(Quantity::Length, elev, units);
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// Pressures at one stage of a solution, and what they rest on.
 struct PressureStage {
@@ -39,4 +39,4 @@ const char* sideName(int side);
 /// "EL -12.00 FT".
 std::string elevationText(double elev, UnitSystem units);
 
-} // namespace korvane
+} // namespace korvane::sheet

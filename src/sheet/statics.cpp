@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace korvane {
+namespace korvane::sheet {
 
 double LoadPiece::pressureAt(double elev) const {
     return top == bottom ? atBottom : atTop + (atBottom - atTop) * (top - elev) / (top - bottom);
@@ -324,4 +324,4 @@ double withoutRounding(double sum, double sizes) {
     return std::fabs(sum) <= SumRounding * sizes ? 0 : sum;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// A straight piece of the net pressure on the wall, positive toward the left.
 struct LoadPiece {
@@ -129,4 +129,4 @@ inline constexpr double SumRounding = 1e-9;
 /// What is left of large numbers that cancel, without the noise of their rounding.
 double withoutRounding(double sum, double sizes);
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -357,4 +357,4 @@ void writeStresses(SheetWriter& writer, const SheetRequest& request, const Press
     checkRows(writer, request, stage, side, RowPressures(request, stage, side, intervals, layers));
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -494,4 +494,4 @@ void writeSurcharges(SheetWriter& writer, const SheetRequest& request, const Pre
     }
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <cstddef>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -168,4 +168,4 @@ std::vector<double> roundTicks(double low, double high, int most) {
     return ticks;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 struct SvgPoint {
     double x = 0;
@@ -57,4 +57,4 @@ std::vector<SvgPoint> withoutStraightOnes(const std::vector<SvgPoint>& points, d
 /// Evenly spaced round numbers within two limits, `most` of them at the most.
 std::vector<double> roundTicks(double low, double high, int most);
 
-} // namespace korvane
+} // namespace korvane::sheet

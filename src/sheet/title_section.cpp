@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -229,4 +229,4 @@ void writeChecks(SheetWriter& writer) {
                   rows + "</tbody></table></div>\n");
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -13,7 +13,7 @@
 #include <string>
 #include <utility>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -487,4 +487,4 @@ Figure wallFigure(const SheetRequest& request) {
     return figure;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

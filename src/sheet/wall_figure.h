@@ -5,9 +5,9 @@
 #include "sheet/figure.h"
 #include "sheet/sheet.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// The figure of a problem as far as it has been solved. It needs ground on both sides.
 Figure wallFigure(const SheetRequest& request);
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace korvane {
+namespace korvane::sheet {
 
 bool hasSeepage(const Problem& problem) {
     return problem.WaterDataKind == WaterData::Elevations && problem.SeepageKind != Seepage::None &&
@@ -254,4 +254,4 @@ std::vector<ColumnLabel> sideLabels(const SheetRequest& request, const WallView&
     return labels.taken();
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// All labels of a side, in no order: wall, anchor, ground, water, seepage, layers, and the loads
 /// on the wall.
@@ -32,4 +32,4 @@ bool hasSeepage(const Problem& problem);
 std::vector<SvgPoint> wallPressureTable(const Problem& problem);
 std::vector<SvgPoint> wallLoadTable(const Problem& problem);
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -3,7 +3,7 @@
 #include "sheet/sections.h"
 #include "sheet/wall_figure.h"
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -32,4 +32,4 @@ void writeWall(SheetWriter& writer, const SheetRequest& request) {
     writeInputTables(writer, request.problem);
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstddef>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -221,4 +221,4 @@ std::vector<SoilShape> soilShapes(const Problem& problem, int side, const WallVi
     return shapes;
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

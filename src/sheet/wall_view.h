@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// A bottom of the wall that has been found or is given.
 struct WallBottom {
@@ -61,4 +61,4 @@ struct SoilShape {
 /// The layers of a side that show in the view, from the top down.
 std::vector<SoilShape> soilShapes(const Problem& problem, int side, const WallView& view);
 
-} // namespace korvane
+} // namespace korvane::sheet

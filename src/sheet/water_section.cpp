@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -273,4 +273,4 @@ void writeWater(SheetWriter& writer, const SheetRequest& request, const Pressure
     checkWater(writer, request, stage);
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -7,7 +7,7 @@
 #include <array>
 #include <cmath>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -454,4 +454,4 @@ void writeWedges(SheetWriter& writer, const SheetRequest& request, const Pressur
     writeRules(run);
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-namespace korvane {
+namespace korvane::sheet {
 
 namespace {
 
@@ -379,4 +379,4 @@ std::string polygonDrawing(const std::vector<ForceVector>& polygon, std::string_
     return text + "</svg>";
 }
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace korvane {
+namespace korvane::sheet {
 
 /// A point of the ground, FT from the wall and FT elevation.
 struct GroundPoint {
@@ -67,4 +67,4 @@ double reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbo
 /// The polygon as a drawing, tail to head.
 std::string polygonDrawing(const std::vector<ForceVector>& polygon, std::string_view title);
 
-} // namespace korvane
+} // namespace korvane::sheet

@@ -7,6 +7,8 @@
 #include <vector>
 
 namespace korvane::test {
+
+using namespace sheet;
 namespace {
 
 SheetRequest requestOf(const SheetBench& bench) {

@@ -6,6 +6,8 @@
 #include <cmath>
 
 namespace korvane::test {
+
+using namespace sheet;
 namespace {
 
 constexpr UnitSystem US = UnitSystem::US;

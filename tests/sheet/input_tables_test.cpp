@@ -8,6 +8,8 @@
 #include <set>
 
 namespace korvane::test {
+
+using namespace sheet;
 namespace {
 
 std::string page(const std::string& body) {

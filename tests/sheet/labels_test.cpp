@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 namespace korvane::test {
+
+using namespace sheet;
 namespace {
 
 TEST(Labels, StayWhereTheyWantToBeWhereTheyCan) {

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 namespace korvane::test {
+
+using namespace sheet;
 namespace {
 
 constexpr double Tight = 1e-9;
