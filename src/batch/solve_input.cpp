@@ -282,13 +282,15 @@ std::string json(const Run& run) {
 /// Of what the solution has come to; nothing of a refused input.
 void prepareSheet(Run& run, Outputs& outputs) {
     const korvane::Options options = roadOptions(run);
-    CalculationSheet sheet = calculationSheet({.problem = run.problem,
-                                               .sections = run.sections,
-                                               .solved = run.solved,
-                                               .options = options,
-                                               .notes = run.notes,
-                                               .units = run.units(),
-                                               .inputName = run.job.inputPath.filename().string()});
+    CalculationSheet sheet =
+        calculationSheet({.problem = run.problem,
+                          .sections = run.sections,
+                          .solved = run.solved,
+                          .options = options,
+                          .notes = run.notes,
+                          .units = run.units(),
+                          .inputName = run.job.inputPath.filename().string(),
+                          .comparison = run.options.compare ? &run.comparison : nullptr});
     run.checks = std::move(sheet.checks);
     outputs.sheet.emplace(run.job.sheetPath, sheet.html, Flush::None);
 }

@@ -21,6 +21,8 @@ void writeEquilibrium(SheetWriter& writer, const SheetRequest& request);
 void writeBending(SheetWriter& writer, const SheetRequest& request);
 /// 7: notes.
 void writeNotes(SheetWriter& writer, const SheetRequest& request);
+/// 8: comparison, where one is handed in.
+void writeComparison(SheetWriter& writer, const SheetRequest& request);
 /// The table of all checks, at the end.
 void writeChecks(SheetWriter& writer);
 

@@ -50,6 +50,7 @@ CalculationSheet calculationSheet(const SheetRequest& request) {
     writeEquilibrium(writer, request);
     writeBending(writer, request);
     writeNotes(writer, request);
+    writeComparison(writer, request);
     writeChecks(writer);
     std::vector<Check> checks = writer.checks();
     return {writer.finish() + "</body>\n</html>\n", std::move(checks)};

@@ -6,6 +6,7 @@
 //                                           .notes = notes, .inputName = "wall.dat"});
 #pragma once
 
+#include "comparison/comparison.h"
 #include "notes/notes.h"
 #include "runtime/dates.h"
 #include "solution/solution.h"
@@ -35,8 +36,9 @@ struct SheetRequest {
     const Options& options;
     const std::vector<Note>& notes;
     UnitSystem units = UnitSystem::US;
-    std::string inputName = {};       ///< of the title block, any bytes
-    MomentText moment = momentText(); ///< of the title block
+    std::string inputName = {};             ///< of the title block, any bytes
+    MomentText moment = momentText();       ///< of the title block
+    const Comparison* comparison = nullptr; ///< a section of its own where there is one
 };
 
 struct CalculationSheet {

@@ -141,6 +141,7 @@ void keepLevel(const State& state, int level, Results& results) {
     result.seepageGradient = state.preparation.SeepageGradient(level);
     result.seepageEndElev = state.preparation.SeepageEndElev(level);
     result.transitionElev = anchored ? 0 : solution.TransitionElev;
+    result.seepagePasses = solution.SeepagePasses;
     result.bottomIndex = solution.BottomIndex(level);
     result.transitionRow = anchored ? 0 : solution.TransitionRow;
     result.bottomRowElev =

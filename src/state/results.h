@@ -47,6 +47,7 @@ struct LevelResult {
     double transitionElev = 0;  ///< FT; cantilever: the net diagram runs straight to the bottom
     /// LB; fixed earth: the force on the wall at its theoretical bottom, positive toward the left.
     double toeReaction = 0;
+    int seepagePasses = 0;    ///< of the bottom search
     int bottomIndex = 0;      ///< grid index of the bottom
     int transitionRow = 0;    ///< grid index; 0 where the transition needed no row of its own
     double bottomRowElev = 0; ///< FT, of the row at bottomIndex before it became the bottom

@@ -55,6 +55,17 @@ TEST(BatchSheet, HasAllNotesWithQuietToo) {
     EXPECT_NE(office.read("a.html").find("<div class=\"note remark\">"), std::string::npos);
 }
 
+TEST(BatchSheet, HasTheComparisonThatIsAskedFor) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    ASSERT_EQ(office.run({"--sheet", input}).status, 0);
+    EXPECT_EQ(office.read("a.html").find("8 Comparison"), std::string::npos);
+    ASSERT_EQ(office.run({"--sheet", "--compare", input}).status, 0);
+    const std::string sheet = office.read("a.html");
+    EXPECT_NE(sheet.find("8 Comparison"), std::string::npos);
+    EXPECT_NE(sheet.find("passive factor 1.5"), std::string::npos);
+}
+
 TEST(BatchSheet, GoesWithTheStaleOutputsOnlyWhereItIsOurs) {
     const BatchOffice office;
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");

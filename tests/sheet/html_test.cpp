@@ -142,6 +142,29 @@ TEST(SheetFile, EscapesWhatStandsInTheHeading) {
     EXPECT_EQ(html.find("</style>"), html.rfind("</style>"));
 }
 
+TEST(SheetFile, TellsAComparisonWithItsReasons) {
+    const SheetBench bench(plainCantilever());
+    Comparison comparison;
+    comparison.rows.resize(2);
+    comparison.rows[0].title = "as given";
+    comparison.rows[0].levels.resize(1);
+    comparison.rows[0].levels[0].values[0] = 12.5;
+    comparison.rows[1].title = "Kp < 2";
+    comparison.rows[1].code = "not-applicable";
+    comparison.rows[1].reason = "the soil has cohesion & more";
+    const std::string html = calculationSheet({.problem = bench.problem,
+                                               .sections = bench.sections,
+                                               .solved = bench.solved,
+                                               .options = bench.options,
+                                               .notes = bench.notes,
+                                               .comparison = &comparison})
+                                 .html;
+    EXPECT_EQ(htmlFault(html), "");
+    EXPECT_NE(html.find("<td>12.50</td>"), std::string::npos);
+    EXPECT_NE(html.find("Kp &lt; 2"), std::string::npos);
+    EXPECT_NE(html.find("the soil has cohesion &amp; more"), std::string::npos);
+}
+
 TEST(SheetFile, NamesItsMaker) {
     const SheetBench bench(plainCantilever());
     const std::string html = bench.sheet().html;
