@@ -9,6 +9,7 @@ constexpr std::string_view Style = R"(
 .tables { display: flex; flex-wrap: wrap; gap: 0 2.2rem; align-items: flex-start; }
 .tables > p { flex-basis: 100%; }
 .tables caption { white-space: nowrap; }
+@media print { .tables .t { break-inside: avoid; } }
 svg.wallfigure, svg.bending { display: block; margin: 0 auto; }
 svg.wallfigure text, svg.bending text { font-size: 11px; }
 svg text.name { font-weight: bold; }
