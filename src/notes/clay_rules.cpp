@@ -81,7 +81,7 @@ void lookAtClayInFront(const Wall& wall, NoteSink& notes) {
                       wall.say(Quantity::Stress, clay->cohesion) + " - " +
                       wall.say(Quantity::Stress, clay->load) + " = " +
                       wall.say(Quantity::Stress, clay->net())};
-    if (clay->net() <= 0) {
+    if (clay->net() <= 0 && wall.solved->results == nullptr) {
         note.text += ": no depth holds the wall.";
     } else {
         note.second = solveAgain(wall, withLessCohesion(wall.problem));

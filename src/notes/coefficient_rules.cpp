@@ -100,14 +100,21 @@ std::optional<SmallFactor> givenBelowOne(const Problem& problem, bool passiveToo
             small = {value, side, layer};
         }
     };
-    see(problem.FSActive, 0, 0);
-    see(passiveToo ? problem.FSPassive : 0, 0, 0);
+    // No factor acts on given coefficients.
+    const auto hasStrengths = [&problem](int side) {
+        return problem.SoilDataKind(side) == SoilData::Strengths;
+    };
+    if (hasStrengths(Right) || hasStrengths(Left)) {
+        see(problem.FSActive, 0, 0);
+        see(passiveToo ? problem.FSPassive : 0, 0, 0);
+    }
     for (const int side : {Right, Left}) {
+        if (!hasStrengths(side)) {
+            continue;
+        }
         see(problem.Level2FSActive(side), side, 0);
         see(passiveToo ? problem.Level2FSPassive(side) : 0, side, 0);
-        for (int layer = 1; layer <= problem.SoilLayerCount(side) &&
-                            problem.SoilDataKind(side) == SoilData::Strengths;
-             ++layer) {
+        for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
             see(problem.SoilFSActive(side, layer), side, layer);
             see(passiveToo ? problem.SoilFSPassive(side, layer) : 0, side, layer);
         }

@@ -31,7 +31,7 @@ Found find(const Wall& wall, ReadRemark::Kind kind) {
 /// The line of a remark as it may be shown, and how many more there are.
 std::string lineText(const Found& found) {
     constexpr std::size_t longest = 60;
-    std::string line = utf8Text(std::string(trimmed(found.first->line)).substr(0, longest));
+    std::string line = messageText(std::string(trimmed(found.first->line)).substr(0, longest));
     line = "\"" + line + "\"";
     return found.count > 1 ? line + " and " + std::to_string(found.count - 1) + " more" : line;
 }

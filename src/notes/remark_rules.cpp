@@ -1,6 +1,7 @@
 // Remarks: what the results rest on, and what they leave out.
 #include "notes/second_opinion.h"
 #include "runtime/arithmetic.h"
+#include "solution/wall_diagrams.h"
 
 #include <algorithm>
 #include <cmath>
@@ -74,28 +75,20 @@ void lookAtFixedEarth(const Wall& wall, NoteSink& notes) {
 /// LB per foot of wall: the friction of one side's active or passive pressures along the wall.
 double wallFrictionForce(const Wall& wall, int side, bool active) {
     const LevelResult& level = wall.results().levels(1);
-    const PressureDiagrams& diagrams = level.solved;
+    const PressureDiagrams diagrams = wallDiagrams(level);
     const auto& pressures =
         active ? diagrams.pressures.ActivePressures : diagrams.pressures.PassivePressures;
     double sum = 0;
-    double rate = 0; // PSF/FT
     for (int i = 1; i < diagrams.grid.NumElevs; ++i) {
         const double top = diagrams.grid.ElevGrid(i);
         const double height = top - diagrams.grid.ElevGrid(i + 1);
-        if (top - height < level.bottomElev - ElevationNoise) {
-            break;
-        }
         if (top > wall.problem.SurfaceElev(side, 1)) {
             continue;
         }
         const DevelopedLayer& layer = level.layers(side, layerBelow(wall.problem, side, top));
         const double angle = active ? layer.wallFrictionActive : layer.wallFrictionPassive;
-        const double above = pressures(side, i, 1);
-        // The bottom took the place of a lower row, whose pressure stands there still.
-        const bool last = top - height <= level.bottomElev + ElevationNoise;
-        const double below = last ? above + rate * height : pressures(side, i + 1, 2);
-        rate = divide(below - above, height);
-        sum += (above + below) / 2 * height * std::tan(angle * DegreesToRadians);
+        sum += (pressures(side, i, 1) + pressures(side, i + 1, 2)) / 2 * height *
+               std::tan(angle * DegreesToRadians);
     }
     return sum;
 }

@@ -61,6 +61,15 @@ Difference compare(const Wall& wall, const SecondOpinion& second) {
     const bool secondFails = second.levelCount == 0;
     if (toldFails || secondFails) {
         difference.bothFail = toldFails && secondFails;
+        // A search that stopped at its limit has found a factor above it: more than the other's.
+        if (!toldFails && second.failure.code == FailureCode::FactorDeclined) {
+            difference.shallowest = -1;
+            return difference;
+        }
+        if (!secondFails && wall.solved->failure.code == FailureCode::FactorDeclined) {
+            difference.deepest = 1;
+            return difference;
+        }
         difference.deepest = secondFails && !toldFails ? 1 : 0;
         difference.shallowest = toldFails && !secondFails ? -1 : 0;
         return difference;

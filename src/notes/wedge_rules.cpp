@@ -1,6 +1,7 @@
 // Rules on the planes of the wedge methods: doubtful formulas, each with a second solve.
 #include "notes/second_opinion.h"
 #include "pressures/coefficient_pressures.h"
+#include "pressures/elevation_grid.h"
 #include "wall/preparation.h"
 
 #include <algorithm>
@@ -146,34 +147,45 @@ void lookAtSweep(const Wall& wall, NoteSink& notes) {
     }
 }
 
-/// Marks of one set of diagrams, and the highest row that has one.
+/// Marked rows of one set of diagrams, and the highest of them.
 struct Marks {
     int count = 0;
     int side = 0;
     double elev = 0; ///< FT
+};
 
-    void see(const PressureDiagrams& diagrams) {
-        for (const int markedSide : {Right, Left}) {
-            for (int i = 1; i <= diagrams.grid.NumElevs; ++i) {
-                if (diagrams.pressures.ActiveMark(markedSide, i) ||
-                    diagrams.pressures.PassiveMark(markedSide, i)) {
-                    const double y = diagrams.grid.ElevGrid(i);
-                    elev = count == 0 ? y : std::max(elev, y);
-                    side = count == 0 ? markedSide : side;
-                    ++count;
-                }
+/// Marks down to the row at or below `lowest`. The two rows far below the regular grid stand in no
+/// report.
+Marks marksIn(const PressureDiagrams& diagrams, double lowest) {
+    Marks marks;
+    const ElevationGrid& grid = diagrams.grid;
+    for (const int side : {Right, Left}) {
+        for (int i = 1; i <= grid.NumElevs && !isFarRow(grid, i); ++i) {
+            if (i > 1 && grid.ElevGrid(i - 1) <= lowest) {
+                break;
+            }
+            if (diagrams.pressures.ActiveMark(side, i) || diagrams.pressures.PassiveMark(side, i)) {
+                const double y = grid.ElevGrid(i);
+                marks.elev = marks.count == 0 ? y : std::max(marks.elev, y);
+                marks.side = marks.count == 0 ? side : marks.side;
+                ++marks.count;
             }
         }
     }
-};
+    return marks;
+}
 
+/// Those of the level that has the most, else of the review.
 Marks marksOf(const Wall& wall) {
     Marks marks;
     for (int level = 1; level <= wall.results().levelCount; ++level) {
-        marks.see(wall.results().levels(level).solved);
+        const LevelResult& result = wall.results().levels(level);
+        const Marks found = marksIn(result.solved, result.bottomElev);
+        marks = found.count > marks.count ? found : marks;
     }
     if (marks.count == 0 && wall.review().hasPressures) {
-        marks.see(wall.review().diagrams);
+        const ElevationGrid& grid = wall.review().diagrams.grid;
+        marks = marksIn(wall.review().diagrams, grid.ElevGrid(grid.NumElevs));
     }
     return marks;
 }
@@ -198,8 +210,9 @@ void lookAtMarks(const Wall& wall, NoteSink& notes) {
                    .elev = marks.elev,
                    .value = marks.count,
                    .limit = 0,
-                   .text = std::to_string(marks.count) + " pressures are marked * from elevation " +
-                           wall.say(Quantity::Length, marks.elev) +
+                   .text = std::to_string(marks.count) +
+                           (marks.count == 1 ? " row is" : " rows are") +
+                           " marked * from elevation " + wall.say(Quantity::Length, marks.elev) +
                            " down: the steepest or flattest plane governs there, the true extreme "
                            "lies beyond it."});
     }
@@ -208,8 +221,8 @@ void lookAtMarks(const Wall& wall, NoteSink& notes) {
 void lookAtWarning(const Wall& wall, NoteSink& notes) {
     if (wall.results().wedgeWarning && marksOf(wall).count == 0) {
         notes.add({.text = "The report warns of pressures without a standard solution, yet no row "
-                           "is marked: they belong to an earlier pass of the search, and the "
-                           "pressures shown are sound."});
+                           "is marked: they belong to an earlier pass of the search or lie far "
+                           "below the wall, and the pressures shown are sound."});
     }
 }
 

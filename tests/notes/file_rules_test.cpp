@@ -36,6 +36,11 @@ TEST(FileNotes, EachKindHasItsNote) {
     }
 }
 
+TEST(FileNotes, ALineShowsNoControlCharacters) {
+    const auto notes = notesOnFile({{Kind::WordsIgnored, 0, 0, "WALL 12 \x1b[31mZZ"}});
+    EXPECT_NE(textOf(notes, "words-ignored").find("\"WALL 12 \\x1B[31mZZ\""), std::string::npos);
+}
+
 TEST(FileNotes, SeveralLinesAreOneNote) {
     const auto notes = notesOnFile({{Kind::WordsIgnored, 0, 0, "WALL 10 FT "},
                                     {Kind::WordsIgnored, 0, 0, "SURFACE R 1 0 10 FT "}});

@@ -85,6 +85,16 @@ TEST(InputNotes, GivenFactorsAreAtLeastOne) {
     EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
 }
 
+TEST(InputNotes, FactorsDoNotActOnGivenCoefficients) {
+    Problem problem = plainCantilever();
+    problem.FSActive = 0.9;
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
+    EXPECT_TRUE(saysOfInput(problem, "factor-below-one"));
+    problem.SoilDataKind(Left) = SoilData::Coefficients;
+    problem.Level2FSActive(Left) = 0.9;
+    EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
+}
+
 TEST(InputNotes, WallFrictionIsAtMostTwoThirdsOfTheSoils) {
     Problem problem = plainCantilever(); // 30 degrees
     problem.SoilWallFriction(Right, 1) = 20.04;

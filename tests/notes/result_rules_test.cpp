@@ -1,4 +1,5 @@
 // Notes on solved walls by coefficients: clay, seepage, loads, anchor, reduction, remarks.
+#include "notes/second_opinion.h"
 #include "told_wall.h"
 
 #include <cmath>
@@ -80,6 +81,23 @@ TEST(ResultNotes, AFailedWallInClayTellsTheNumberThatShowsIt) {
     ASSERT_TRUE(note);
     EXPECT_NEAR(*note->value, 0, 1e-9);
     EXPECT_NE(note->text.find("no depth holds the wall"), std::string::npos);
+}
+
+TEST(ResultNotes, ClayOverSandThatHoldsTheWallIsNotSaidToFail) {
+    Problem problem = clayWall(450, 15); // 4 x 450 - 120 x 15 = 0 in the clay
+    for (const int side : {Right, Left}) {
+        problem.SoilLayerCount(side) = 2;
+        problem.SoilSatWeight(side, 2) = problem.SoilMoistWeight(side, 2) = 120;
+        problem.SoilFriction(side, 2) = 34;
+        problem.SoilBottomElev(side, 1) = problem.SurfaceElev(Left, 1) - 3;
+        problem.SoilBottomElev(side, 2) = NoLayerBottom;
+    }
+    ToldWall wall(problem);
+    ASSERT_TRUE(wall.isSolved());
+    const auto note = wall.note("clay-in-front");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->text.find("no depth"), std::string::npos);
+    EXPECT_TRUE(note->second);
 }
 
 TEST(ResultNotes, CohesionLeavesAHeightWithoutPressure) {
@@ -279,6 +297,23 @@ TEST(ResultNotes, WallFrictionInFrontMustBeHeldDown) {
                 1e-3 * *note->value);
 }
 
+TEST(ResultNotes, TheWallFrictionOfAnAnchoredWallCountsDownToItsBottom) {
+    Problem problem = plainAnchoredWall();
+    problem.SoilWallFriction(Left, 1) = 5;
+    ToldWall wall(problem);
+    ASSERT_TRUE(wall.isSolved());
+    const auto note = wall.note("vertical-balance");
+    ASSERT_TRUE(note);
+    // Half of the passive pressure at the bottom times the depth times tan 5, as above.
+    const double r =
+        std::sqrt(std::sin(35 * DegreesToRadians) * 0.5 / std::cos(5 * DegreesToRadians));
+    const double KpCos = std::pow(std::cos(30 * DegreesToRadians) / (1 - r), 2);
+    const double depth = wall.level().penetration;
+    EXPECT_NE(depth, std::floor(depth)); // the bottom lies between two rows
+    EXPECT_NEAR(*note->value, 60 * KpCos * depth * depth * std::tan(5 * DegreesToRadians),
+                1e-3 * *note->value);
+}
+
 TEST(ResultNotes, OverExcavationIsSolved) {
     ToldWall wall(plainCantilever()); // 10 % of 10 FT
     const auto note = wall.note("over-excavation");
@@ -314,6 +349,24 @@ TEST(ResultNotes, TheStopForReviewHasTheNotesOnTheInput) {
     for (const Note& note : notes) {
         EXPECT_FALSE(note.second) << note.code;
     }
+}
+
+TEST(ResultNotes, ASearchThatStoppedAtItsLimitHasTheLargerFactor) {
+    ToldWall told(analysisOfPlain(-20));
+    ASSERT_TRUE(told.isSolved());
+    const NoteRequest request{.problem = told.problem};
+    const Wall wall{request, told.problem, &told.solved, &told.options, &told.second};
+    SecondOpinion second;
+    second.failure.code = FailureCode::FactorDeclined;
+    EXPECT_TRUE(compare(wall, second).speaks());
+    EXPECT_EQ(compare(wall, second).severity(), Severity::Caution);
+    second.failure.code = FailureCode::NoSignChange;
+    EXPECT_EQ(compare(wall, second).severity(), Severity::Unsafe);
+    second.failure.code = FailureCode::None;
+    second.levelCount = 1;
+    told.solved.results = nullptr;
+    told.solved.failure.code = FailureCode::FactorDeclined;
+    EXPECT_EQ(compare(wall, second).severity(), Severity::Unsafe);
 }
 
 TEST(ResultNotes, ASearchThatAPersonStoppedIsNotGoneOnWith) {

@@ -209,12 +209,22 @@ TEST(WedgeNotes, AWallThatOnlyTheSecondOpinionSolvesIsACaution) {
 TEST(WedgeNotes, MarkedRows) {
     ToldWall plain(withGround(plainCantilever(), Left, 50, 0));
     EXPECT_FALSE(plain.says("marked-rows"));
-    plain.level().solved.pressures.PassiveMark(Left, 20) = true;
+    plain.level().solved.pressures.PassiveMark(Left, 12) = true;
     const auto note = plain.note("marked-rows");
     ASSERT_TRUE(note);
     EXPECT_EQ(note->value, 1);
-    EXPECT_EQ(note->elev, plain.level().solved.grid.ElevGrid(20));
+    EXPECT_EQ(note->elev, plain.level().solved.grid.ElevGrid(12));
     EXPECT_EQ(note->severity, Severity::Caution);
+}
+
+TEST(WedgeNotes, RowsBelowTheWallAreNotMarked) {
+    ToldWall wall(withGround(plainCantilever(), Left, 50, 0));
+    PressureDiagrams& diagrams = wall.level().solved;
+    diagrams.pressures.PassiveMark(Left, diagrams.grid.NumElevs) = true; // 50,000 FT down
+    diagrams.pressures.PassiveMark(Left, diagrams.grid.NumElevs - 2) = true;
+    ASSERT_LT(diagrams.grid.ElevGrid(diagrams.grid.NumElevs - 3), wall.level().bottomElev);
+    EXPECT_FALSE(wall.says("marked-rows"));
+    EXPECT_FALSE(wall.says("method-fixed"));
 }
 
 TEST(WedgeNotes, TheFixedSurfaceIsTheSecondOpinionOnMarkedRows) {
@@ -222,7 +232,7 @@ TEST(WedgeNotes, TheFixedSurfaceIsTheSecondOpinionOnMarkedRows) {
     setBothSides(problem.SoilWallFriction, 10); // 4.30 by the fixed surface, 4.08 by the sweep
     ToldWall wall(problem);
     EXPECT_FALSE(wall.says("method-fixed"));
-    wall.level().solved.pressures.PassiveMark(Left, 20) = true;
+    wall.level().solved.pressures.PassiveMark(Left, 12) = true;
     EXPECT_TRUE(wall.says("method-fixed"));
 }
 
@@ -231,7 +241,7 @@ TEST(WedgeNotes, TheWarningWithoutAMark) {
     EXPECT_FALSE(wall.says("warning-without-mark"));
     wall.results->wedgeWarning = true;
     EXPECT_TRUE(wall.says("warning-without-mark"));
-    wall.level().solved.pressures.ActiveMark(Left, 20) = true;
+    wall.level().solved.pressures.ActiveMark(Left, 12) = true;
     EXPECT_FALSE(wall.says("warning-without-mark"));
 }
 

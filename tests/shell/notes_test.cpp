@@ -84,7 +84,7 @@ TEST(Notes, TheLineStandsBelowThePanelsAndTheBoxOverThem) {
     expectFree("panDone");
     keepScreenshot(person.window(), "CKORVANE-done-notes");
     person.push("cmdOK");
-    EXPECT_TRUE(statusLine(person).text().contains("; notes: 4 unsafe, "));
+    EXPECT_TRUE(statusLine(person).text().contains("; notes: 3 unsafe, "));
     keepScreenshot(person.window(), "CKORVANE-rest-notes");
 }
 
