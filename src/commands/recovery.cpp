@@ -1,6 +1,7 @@
 #include "commands/recovery.h"
 
 #include "commands/commands.h"
+#include "commands/problem_name.h"
 #include "commands/told_boxes.h"
 #include "problem/problem_text.h"
 #include "runtime/dates.h"
@@ -102,7 +103,7 @@ MessageBox recoveryQuestion(const Recovered& recovered) {
 }
 
 bool hasUnsavedData(const Session& session) {
-    return session.DataChanged != 0 || session.inputFileStale || session.ProblemFile.empty();
+    return hasUnsavedInput(session) || session.ProblemFile.empty();
 }
 
 } // namespace
@@ -119,7 +120,7 @@ bool keepTypedData(Session& session) noexcept {
     }
     listTemporaryFiles(session);
     const auto fault = runGuarded([&] {
-        if (session.DataChanged != 0) {
+        if (hasUnsavedInput(session)) {
             session.record->keep(copyHead(session),
                                  sectionsText(session.sections) + problemText(session.problem));
         }
@@ -130,7 +131,7 @@ bool keepTypedData(Session& session) noexcept {
 
 bool keepAtRest(Session& session) noexcept {
     const bool kept = keepTypedData(session);
-    if (session.record != nullptr && session.DataChanged == 0) {
+    if (session.record != nullptr && !hasUnsavedInput(session)) {
         session.record->dropCopy();
     }
     return kept;

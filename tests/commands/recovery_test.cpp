@@ -201,6 +201,26 @@ TEST(TypedData, AreKeptFromTheClosedScreenToTheSave) {
     EXPECT_FALSE(fs::exists(copy));
 }
 
+TEST(TypedData, AreKeptThroughAnotherEditThatChangesNothing) {
+    Program program;
+    const fs::path copy = program.folder() / "KORVANE-RECOVERY-0.txt";
+    program.office.desktop.onScreen = [&](Screen screen, Session& session) {
+        if (screen == Screen::KEYIN) {
+            session.problem = plainCantilever();
+            session.DataChanged = 1;
+        }
+    };
+    editData(program.session(), program.office.desktop);
+    keepAtRest(program.session());
+    ASSERT_TRUE(fs::exists(copy));
+    program.office.desktop.onScreen = {};
+    program.office.desktop.answers = {Answer::No, Answer::No};
+    editData(program.session(), program.office.desktop);
+    keepAtRest(program.session());
+    EXPECT_TRUE(hasUnsavedInput(program.session()));
+    EXPECT_TRUE(fs::exists(copy));
+}
+
 /// Data that are typed, in a program that keeps a copy of them.
 void type(Program& program, double top) {
     program.session().problem = plainCantilever();
