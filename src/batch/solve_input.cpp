@@ -255,6 +255,10 @@ struct Outputs {
 
 /// True for a figure, JSON file or sheet that this program has written.
 bool isOurs(const std::filesystem::path& file) {
+    std::error_code unreachable;
+    if (!std::filesystem::is_regular_file(file, unreachable)) {
+        return false; // a pipe, a socket, a link that leads nowhere
+    }
     if (file.extension() == ".html") {
         return isSheetFile(readHead(file, SheetHeadBytes));
     }

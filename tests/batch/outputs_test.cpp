@@ -180,6 +180,17 @@ TEST(BatchOutputs, APipeUnderTheNameOfAnOutputStopsNothing) {
     EXPECT_TRUE(fs::is_fifo(office.file("w.json")));
 }
 
+TEST(BatchOutputs, ALinkThatLeadsNowhereUnderTheNameOfAnOutputStopsNothing) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "w.dat");
+    for (const char* name : {"w.json", "w-shear.svg", "w.html"}) {
+        fs::create_symlink("/nowhere/x", office.file(name));
+    }
+    EXPECT_EQ(office.run({input}).status, 0);
+    EXPECT_TRUE(fs::exists(office.file("w.out")));
+    EXPECT_TRUE(fs::is_symlink(office.file("w.json")));
+}
+
 TEST(BatchOutputs, AFolderInThePlaceOfOneStopsNoOther) {
     const BatchOffice office;
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
