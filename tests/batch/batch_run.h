@@ -21,7 +21,8 @@ struct BatchOffice {
     BatchOffice();
 
     BatchRun run(const std::vector<std::string>& arguments, bool terminal = false) const;
-    /// Copies a file of examples/, cases/ or tests/ (named from the source folder) to the user's folder.
+    /// Copies a file of examples/, cases/ or tests/ (named from the source folder) to the user's
+    /// folder.
     std::string copy(const std::string& source, const std::string& name) const;
     std::string write(const std::string& name, const std::string& text) const;
     std::string file(const std::string& name) const;

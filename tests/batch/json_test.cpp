@@ -363,8 +363,8 @@ TEST(Json, TheProblemHasEveryFieldUnderItsName) {
 TEST(Json, NumbersStandUnderTheNamesThatAddressThem) {
     const BatchOffice office;
     for (const char* example : {"anchored-all-loads.dat", "anchored-layered-water.dat"}) {
-        const Json problem = resultsOf(
-            office, office.copy(std::string("examples/") + example, example))["problem"];
+        const Json problem =
+            resultsOf(office, office.copy(std::string("examples/") + example, example))["problem"];
         Problem read;
         ASSERT_TRUE(readProblem(read, office.read(example), example).complete);
         for (const FieldAddress& address : addressesIn(read)) {
