@@ -339,26 +339,36 @@ void expectExtreme(const FreeBodies& bodies, const WedgeRow& row, int s, double 
     }
 }
 
+/// Calls `expect(bodies, row, s, depth)` for both forces (s = 1 active, -1 passive) of every third
+/// row of both sides of a wall, `depth` FT below its surface.
+template <class Expect>
+void scanWall(RecordedWall& wall, PressureMethod method, int run, Scan& scan, Expect expect) {
+    for (const int side : {Right, Left}) {
+        wall.press(method, side);
+        const FreeBodies bodies(wall, side);
+        const auto& rows = wall.of(side).wedge.rows;
+        for (std::size_t r = 0; r + 2 < rows.size(); r += 3) {
+            SCOPED_TRACE(std::to_string(run) + " " + std::to_string(rows[r].elev));
+            const double depth = wall.problem.SurfaceElev(side, 1) - rows[r].elev;
+            for (const int s : {1, -1}) {
+                expect(bodies, rows[r], s, depth);
+            }
+            ++scan.rows;
+            scan.severalPieces += rows[r].active.pieceCount > 1 ? 1 : 0;
+        }
+    }
+}
+
 void scanSweep(bool slopingLayers, std::uint64_t seed, Scan& scan) {
     Dice dice(seed);
     for (int run = 0; run < 25; ++run) {
         RecordedWall wall;
         drawWedgeProblem(wall, dice, slopingLayers);
         wall.buildGround();
-        for (const int side : {Right, Left}) {
-            wall.press(PressureMethod::Sweep, side);
-            const FreeBodies bodies(wall, side);
-            const auto& rows = wall.of(side).wedge.rows;
-            for (std::size_t r = 0; r + 2 < rows.size(); r += 3) {
-                SCOPED_TRACE(std::to_string(run) + " " + std::to_string(rows[r].elev));
-                const double depth = wall.problem.SurfaceElev(side, 1) - rows[r].elev;
-                for (const int s : {1, -1}) {
-                    expectExtreme(bodies, rows[r], s, 120 * depth * depth);
-                }
-                ++scan.rows;
-                scan.severalPieces += rows[r].active.pieceCount > 1 ? 1 : 0;
-            }
-        }
+        scanWall(wall, PressureMethod::Sweep, run, scan,
+                 [](const FreeBodies& bodies, const WedgeRow& row, int s, double depth) {
+                     expectExtreme(bodies, row, s, 120 * depth * depth);
+                 });
     }
 }
 
@@ -377,23 +387,13 @@ TEST(FixedSurfaceDetails, AreThoseOfFreeBodies) {
         RecordedWall wall;
         drawWedgeProblem(wall, dice, run % 2 == 0);
         wall.buildGround();
-        for (const int side : {Right, Left}) {
-            wall.press(PressureMethod::FixedSurface, side);
-            const FreeBodies bodies(wall, side);
-            const auto& rows = wall.of(side).wedge.rows;
-            for (std::size_t r = 0; r + 2 < rows.size(); r += 3) {
-                SCOPED_TRACE(std::to_string(run) + " " + std::to_string(rows[r].elev));
-                const double depth = wall.problem.SurfaceElev(side, 1) - rows[r].elev;
-                for (const int s : {1, -1}) {
-                    const WedgePlane& plane = s > 0 ? rows[r].active : rows[r].passive;
-                    const double force = bodies.fixed(rows[r].elev, s);
-                    ASSERT_NEAR(plane.force, force,
-                                1e-7 * (120 * depth * depth + 1000 + std::abs(force)));
-                }
-                ++scan.rows;
-                scan.severalPieces += rows[r].active.pieceCount > 1 ? 1 : 0;
-            }
-        }
+        scanWall(wall, PressureMethod::FixedSurface, run, scan,
+                 [](const FreeBodies& bodies, const WedgeRow& row, int s, double depth) {
+                     const WedgePlane& plane = s > 0 ? row.active : row.passive;
+                     const double force = bodies.fixed(row.elev, s);
+                     ASSERT_NEAR(plane.force, force,
+                                 1e-7 * (120 * depth * depth + 1000 + std::abs(force)));
+                 });
     }
     EXPECT_GT(scan.rows, 500);
     EXPECT_GT(scan.severalPieces, scan.rows / 10);
