@@ -156,9 +156,9 @@ void lookAtFoundFactors(const Wall& wall, NoteSink& notes) {
 
 constexpr NoteRule Rules[] = {
     {"factor-below-one", Severity::Unsafe, Needs::Input, lookAtGivenFactors,
-     "USACE, Design of Sheet Pile Walls, 1994"},
+     "ASCE, Design of Sheet Pile Walls, 1996"},
     {"wall-fails", Severity::Unsafe, Needs::Results, lookAtFoundFactors,
-     "USACE, Design of Sheet Pile Walls, 1994"},
+     "ASCE, Design of Sheet Pile Walls, 1996"},
     {"coefficient-step", Severity::Caution, Needs::Results, lookAtStep,
      "Caquot and Kerisel, Tables, 1948"},
     {"wall-friction", Severity::Caution, Needs::Input, lookAtWallFriction,

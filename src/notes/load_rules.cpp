@@ -260,7 +260,7 @@ void lookAtThinLayers(const Wall& wall, NoteSink& notes) {
     }
 }
 
-constexpr const char* SheetPiles = "USACE, Design of Sheet Pile Walls, 1994";
+constexpr const char* SheetPiles = "ASCE, Design of Sheet Pile Walls, 1996";
 
 constexpr NoteRule Rules[] = {
     {"anchor-force", Severity::Unsafe, Needs::Results, lookAtAnchorForce, SheetPiles},

@@ -170,7 +170,7 @@ void nameWhatIsLeftOut(const Wall& wall, NoteSink& notes) {
                            : "Overall stability of the slope is not looked at."});
 }
 
-constexpr const char* SheetPiles = "USACE, Design of Sheet Pile Walls, 1994";
+constexpr const char* SheetPiles = "ASCE, Design of Sheet Pile Walls, 1996";
 
 constexpr NoteRule Rules[] = {
     {"factors-on-strengths", Severity::Remark, Needs::Results, lookAtFactors, SheetPiles},

@@ -8,7 +8,7 @@ namespace korvane {
 
 namespace {
 
-constexpr double LeastWaterWeight = 62; ///< PCF; fresh water weighs 62.4 (USACE 1994)
+constexpr double LeastWaterWeight = 62; ///< PCF; fresh water weighs 62.4
 constexpr double MostWaterWeight = 65;  ///< PCF; sea water weighs 64.0 (likewise)
 constexpr double MetricWeight = 30;     ///< PCF; no soil is lighter, kN/m3 and t/m3 are
 constexpr double LeastSoilWeight = 80;  ///< PCF, light organic soil (NAVFAC DM 7.01, 1986)
@@ -155,7 +155,7 @@ void lookForWater(const Wall& wall, NoteSink& notes) {
 
 constexpr NoteRule Rules[] = {
     {"water-weight", Severity::Unsafe, Needs::Input, lookAtWaterWeight,
-     "USACE, Design of Sheet Pile Walls, 1994"},
+     "ASCE, Design of Sheet Pile Walls, 1996"},
     {"metric-weight", Severity::Unsafe, Needs::Input, lookForMetricWeights,
      "Terzaghi, Peck and Mesri, Soil Mechanics in Engineering Practice, 1996"},
     {"unit-weight", Severity::Caution, Needs::Input, lookAtSoilWeights,
@@ -163,7 +163,7 @@ constexpr NoteRule Rules[] = {
     {"moist-above-saturated", Severity::Caution, Needs::Input, lookForHeavyMoistWeights,
      "phase relations: filling the pores with water adds weight"},
     {"no-water", Severity::Remark, Needs::Input, lookForWater,
-     "USACE, Design of Sheet Pile Walls, 1994"},
+     "ASCE, Design of Sheet Pile Walls, 1996"},
 };
 
 } // namespace
