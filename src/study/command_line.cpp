@@ -1,0 +1,269 @@
+#include "study/command_line.h"
+
+#include "study/run.h"
+
+#include "runtime/number_text.h"
+#include "runtime/run_guarded.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <csignal>
+#include <iomanip>
+#include <optional>
+#include <sstream>
+#include <thread>
+
+namespace korvane::study {
+
+namespace {
+
+volatile std::sig_atomic_t seen = 0;
+
+struct Arguments {
+    std::string study;  ///< run, check
+    std::string folder; ///< all but check
+    int jobs = 1;
+    std::uint64_t part = 1;
+    std::uint64_t parts = 1;
+    bool quiet = false;
+};
+
+/// "K/N" with K from 1 to N.
+std::string readPart(const std::string& text, Arguments& arguments) {
+    std::istringstream words(text);
+    char slash = 0;
+    long long part = 0;
+    long long parts = 0;
+    if (!(words >> part >> slash >> parts) || slash != '/' || !words.eof() || part < 1 ||
+        parts < part) {
+        return "'" + text + "' must be K/N with K from 1 to N";
+    }
+    arguments.part = static_cast<std::uint64_t>(part);
+    arguments.parts = static_cast<std::uint64_t>(parts);
+    return {};
+}
+
+/// 12345678 as "12,345,678".
+std::string grouped(double number) {
+    std::string digits = std::to_string(static_cast<long long>(number));
+    for (auto place = static_cast<int>(digits.size()) - 3; place > 0; place -= 3) {
+        digits.insert(static_cast<std::size_t>(place), ",");
+    }
+    return digits;
+}
+
+std::string duration(double seconds) {
+    std::ostringstream text;
+    text << std::fixed << std::setprecision(0);
+    if (seconds < 120) {
+        text << seconds << " s";
+    } else if (seconds < 7200) {
+        text << seconds / 60 << " min";
+    } else {
+        text << seconds / 3600 << " h";
+    }
+    return text.str();
+}
+
+/// A line in its place on a terminal; elsewhere one every 10 seconds.
+class ProgressLine {
+  public:
+    ProgressLine(std::ostream& errors, bool terminal) : errors_(errors), terminal_(terminal) {}
+    ~ProgressLine() {
+        if (told_ && terminal_) {
+            errors_ << "\n";
+        }
+    }
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+
+    void tell(const Progress& progress) {
+        if (!terminal_ && progress.seconds < last_ + 10) {
+            return;
+        }
+        last_ = progress.seconds;
+        const auto done = static_cast<double>(progress.done);
+        const auto size = static_cast<double>(progress.size);
+        const double rate = static_cast<double>(progress.done - progress.before) /
+                            std::max(progress.seconds, 1e-3);
+        errors_ << (terminal_ ? "\r" : "") << grouped(done) << " of " << grouped(size) << ", "
+                << grouped(rate) << " a second";
+        if (rate > 0) {
+            errors_ << ", " << duration((size - done) / rate) << " left   ";
+        }
+        errors_ << (terminal_ ? "" : "\n") << std::flush;
+        told_ = true;
+    }
+
+  private:
+    std::ostream& errors_;
+    bool terminal_;
+    double last_ = 0;
+    bool told_ = false;
+};
+
+std::optional<Study> studyOf(const Arguments& arguments, std::ostream& errors) {
+    ReadStudy read = readStudy(arguments.study);
+    if (!read.fault.empty()) {
+        errors << read.fault << "\n";
+        return std::nullopt;
+    }
+    return std::move(read.study);
+}
+
+int run(const Arguments& arguments, std::ostream& errors, bool terminal) {
+    const auto study = studyOf(arguments, errors);
+    if (!study) {
+        return StatusUsage;
+    }
+    RunRequest request{.study = *study,
+                       .folder = arguments.folder,
+                       .jobs = arguments.jobs,
+                       .part = arguments.part,
+                       .parts = arguments.parts};
+    request.stop = [] { return signalSeen() != 0; };
+    ProgressLine line(errors, terminal);
+    if (!arguments.quiet) {
+        request.tell = [&line](const Progress& progress) { line.tell(progress); };
+    }
+    return runStudy(request) ? StatusDone : StatusStopped;
+}
+
+std::string valueText(double value, const Variable& variable, UnitSystem units) {
+    std::ostringstream text;
+    text << std::setprecision(6) << value;
+    const char* unit = unitOf(variable.quantity, units).name;
+    return text.str() + (*unit == 0 ? "" : " ") + unit;
+}
+
+void tellVariable(std::ostream& out, const Study& study, const Variable& variable) {
+    out << "  " << variable.name << ": ";
+    if (variable.isRandom()) {
+        const DistributionFigures figures = figuresOf(variable);
+        const auto text = [&](double value) { return valueText(value, variable, study.units); };
+        out << variable.distribution << ", mean " << text(figures.mean) << ", deviation "
+            << text(figures.deviation) << ", 5 % " << text(figures.low) << ", 95 % "
+            << text(figures.high);
+    } else {
+        out << variable.values.size() << (variable.values.size() == 1 ? " value" : " values")
+            << " from " << valueText(variable.values.front(), variable, study.units) << " to "
+            << valueText(variable.values.back(), variable, study.units);
+    }
+    for (const FieldAddress& place : variable.fields) {
+        out << " " << addressName(place);
+    }
+    out << "\n";
+}
+
+/// Seconds that a variant takes on one core: the first ones are tried.
+double secondsOf(const Study& study) {
+    constexpr std::uint64_t Tried = 50;
+    Plan plan(study);
+    Evaluation evaluation(study);
+    Row row;
+    std::vector<double> numbers;
+    const std::uint64_t count = std::min(plan.size(), Tried);
+    const auto start = std::chrono::steady_clock::now();
+    for (std::uint64_t k = 0; k < count; ++k) {
+        plan.numbers(shareOf(plan.size(), k + 1, count).from, numbers);
+        evaluation.fill(numbers, row);
+    }
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    return count == 0 ? 0 : taken.count() / static_cast<double>(count);
+}
+
+int check(const Arguments& arguments, std::ostream& out, std::ostream& errors) {
+    const auto study = studyOf(arguments, errors);
+    if (!study) {
+        return StatusUsage;
+    }
+    const auto size = static_cast<double>(Plan(*study).size());
+    out << study->file << ": " << methodName(study->method) << " of " << study->basePath
+        << " in units " << unitsName(study->units) << "\n";
+    for (const Variable& variable : study->variables) {
+        tellVariable(out, *study, variable);
+    }
+    for (const LimitState& limit : study->limits) {
+        out << "  limit " << limit.name << ": " << limit.text << "\n";
+        if (limit.condition.names("factorOfSafety")) {
+            out << "    an analysis finds its factor of safety to 0.1 FT of the bottom only: ask "
+                   "for the penetration of a design at factor 1\n";
+        }
+    }
+    if (size > 0) {
+        out << "  " << grouped(size) << " variants, about "
+            << duration(std::ceil(size * secondsOf(*study))) << " on one core\n";
+    }
+    return StatusDone;
+}
+
+} // namespace
+
+void watchSignals() {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction present {};
+        if (sigaction(signal, nullptr, &present) == 0 && present.sa_handler != SIG_IGN) {
+            std::signal(signal, [](int number) { seen = number; });
+        }
+    }
+}
+
+int signalSeen() { return seen; }
+
+int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors,
+               bool terminal) {
+    Arguments read;
+    read.jobs = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+    CLI::App app{"Asks one sheet-pile wall many times.", "korvane-study"};
+    app.set_version_flag("--version", "korvane-study " KORVANE_VERSION);
+    app.require_subcommand(1);
+
+    CLI::App* runs = app.add_subcommand("run", "works the variants out and stores them");
+    runs->add_option("STUDY", read.study, "the study file")->required();
+    runs->add_option("--output", read.folder, "the folder of the results, made if missing")
+        ->required();
+    runs->add_option("--jobs", read.jobs, "variants worked out at once")
+        ->check(CLI::Range(1, 1000))
+        ->capture_default_str();
+    std::string part;
+    runs->add_option("--part", part, "K/N: the K-th of N shares, into a file of its own");
+    runs->add_flag("--quiet", read.quiet, "no progress");
+    CLI::App* checks = app.add_subcommand("check", "tells what would run");
+    checks->add_option("STUDY", read.study, "the study file")->required();
+    CLI::App* collects = app.add_subcommand("collect", "merges the parts of a folder");
+    collects->add_option("DIR", read.folder, "the folder of the results")->required();
+
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+    try {
+        app.parse(reversed);
+    } catch (const CLI::ParseError& end) {
+        const int code = app.exit(end, out, errors);
+        return code == 0 ? StatusDone : StatusUsage;
+    }
+    const std::string partFault = part.empty() ? "" : readPart(part, read);
+    if (!partFault.empty()) {
+        errors << "--part: " << partFault << "\n";
+        return StatusUsage;
+    }
+    try {
+        if (checks->parsed()) {
+            return check(read, out, errors);
+        }
+        if (collects->parsed()) {
+            collectParts(read.folder);
+            return StatusDone;
+        }
+        return run(read, errors, terminal);
+    } catch (const OtherStudyFault& fault) {
+        errors << "korvane-study: " << fault.text << "\n";
+        return StatusUsage;
+    } catch (const StoreFault& fault) {
+        errors << "korvane-study: " << fault.text << "\n";
+        return StatusFault;
+    }
+}
+
+} // namespace korvane::study

@@ -1,0 +1,271 @@
+#include "study/draws.h"
+
+#include "runtime/number_text.h"
+#include "study/toml_table.h"
+
+#include <openturns/ArcsineMuSigma.hxx>
+#include <openturns/BetaMuSigma.hxx>
+#include <openturns/DistFunc.hxx>
+#include <openturns/DistributionFactory.hxx>
+#include <openturns/GammaMuSigma.hxx>
+#include <openturns/GumbelMuSigma.hxx>
+#include <openturns/LogNormalMuSigma.hxx>
+#include <openturns/LogNormalMuSigmaOverMu.hxx>
+#include <openturns/NormalCopula.hxx>
+#include <openturns/TruncatedDistribution.hxx>
+#include <openturns/UniformMuSigma.hxx>
+#include <openturns/WeibullMaxMuSigma.hxx>
+#include <openturns/WeibullMinMuSigma.hxx>
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <functional>
+#include <map>
+#include <optional>
+
+namespace korvane::study {
+
+namespace {
+
+/// A distribution by its parameters; throws what OpenTURNS throws.
+using Maker = std::function<OT::Distribution(const OT::Point&)>;
+
+/// Parameters that are left out: only a shift at the end, which is zero then.
+OT::Point completed(OT::Point given, const OT::Point& usual, const OT::Description& names) {
+    while (given.getSize() < usual.getSize() && names[given.getSize()] == "gamma") {
+        given.add(0.0);
+    }
+    if (given.getSize() != usual.getSize()) {
+        std::string text = "has the parameters";
+        for (const OT::String& name : names) {
+            text += " " + name;
+        }
+        throw StudyFault{0, text};
+    }
+    return given;
+}
+
+template <class Parameters>
+OT::Distribution byParameters(const OT::Point& given) {
+    Parameters parameters;
+    parameters.setValues(completed(given, parameters.getValues(), parameters.getDescription()));
+    return parameters.getDistribution();
+}
+
+/// Names and parameters are those of OpenTURNS.
+const std::map<std::string, Maker, std::less<>>& makers() {
+    static const auto all = [] {
+        std::map<std::string, Maker, std::less<>> made{
+            {"ArcsineMuSigma", byParameters<OT::ArcsineMuSigma>},
+            {"BetaMuSigma", byParameters<OT::BetaMuSigma>},
+            {"GammaMuSigma", byParameters<OT::GammaMuSigma>},
+            {"GumbelMuSigma", byParameters<OT::GumbelMuSigma>},
+            {"LogNormalMuSigma", byParameters<OT::LogNormalMuSigma>},
+            {"LogNormalMuSigmaOverMu", byParameters<OT::LogNormalMuSigmaOverMu>},
+            {"UniformMuSigma", byParameters<OT::UniformMuSigma>},
+            {"WeibullMaxMuSigma", byParameters<OT::WeibullMaxMuSigma>},
+            {"WeibullMinMuSigma", byParameters<OT::WeibullMinMuSigma>}};
+        for (const OT::DistributionFactory& factory :
+             OT::DistributionFactory::GetContinuousUniVariateFactories()) {
+            OT::String name = factory.getImplementation()->getClassName();
+            name.resize(name.size() - std::string("Factory").size());
+            made[name] = [factory](const OT::Point& given) {
+                OT::Distribution distribution = factory.build();
+                distribution.setParameter(completed(given, distribution.getParameter(),
+                                                    distribution.getParameterDescription()));
+                return distribution;
+            };
+        }
+        // Estimated from data, not given by a few numbers.
+        made.erase("Histogram");
+        return made;
+    }();
+    return all;
+}
+
+std::string_view trimmedView(std::string_view text) {
+    const auto blank = [](char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; };
+    while (!text.empty() && blank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && blank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+/// "NAME(1, 2)": the parameters.
+OT::Point parametersOf(std::string_view inside) {
+    OT::Point parameters;
+    for (std::size_t end = 0; end != std::string_view::npos;) {
+        end = inside.find(',');
+        const std::string_view word = trimmedView(inside.substr(0, end));
+        if (!isNumeric(word)) {
+            throw StudyFault{0, "must be NAME(NUMBER, ...)"};
+        }
+        parameters.add(numericValue(word));
+        inside.remove_prefix(end == std::string_view::npos ? inside.size() : end + 1);
+    }
+    return parameters;
+}
+
+OT::Distribution unbounded(std::string_view text) {
+    text = trimmedView(text);
+    const std::size_t open = text.find('(');
+    if (open == std::string_view::npos || text.back() != ')') {
+        throw StudyFault{0, "must be NAME(NUMBER, ...)"};
+    }
+    const std::string_view name = trimmedView(text.substr(0, open));
+    const auto maker = makers().find(name);
+    if (maker == makers().end()) {
+        std::vector<std::string_view> known;
+        for (const auto& [other, make] : makers()) {
+            known.emplace_back(other);
+        }
+        throw StudyFault{0, unknownText("distribution", name, known)};
+    }
+    return maker->second(parametersOf(text.substr(open + 1, text.size() - open - 2)));
+}
+
+/// Throws StudyFault or what OpenTURNS throws.
+OT::Distribution distributionOf(const Variable& variable) {
+    const OT::Distribution plain = unbounded(variable.distribution);
+    if (!variable.bounds[0]) {
+        return plain;
+    }
+    const OT::TruncatedDistribution cut(plain, *variable.bounds[0], *variable.bounds[1]);
+    return {cut};
+}
+
+std::vector<std::size_t> randomVariables(const Study& study) {
+    std::vector<std::size_t> all;
+    for (std::size_t n = 0; n < study.variables.size(); ++n) {
+        if (study.variables[n].isRandom()) {
+            all.push_back(n);
+        }
+    }
+    return all;
+}
+
+/// Rank correlations of the random variables.
+OT::CorrelationMatrix rankMatrix(const Study& study) {
+    const std::vector<std::size_t> random = randomVariables(study);
+    OT::CorrelationMatrix ranks(random.size());
+    const auto place = [&](std::size_t variable) {
+        return static_cast<OT::UnsignedInteger>(
+            std::find(random.begin(), random.end(), variable) - random.begin());
+    };
+    for (const Correlation& correlation : study.correlations) {
+        ranks(place(correlation.first), place(correlation.second)) = correlation.rank;
+    }
+    return ranks;
+}
+
+} // namespace
+
+/// What one thread draws with.
+struct Draws::Contents {
+    std::vector<std::size_t> variables; ///< random ones, by their index
+    std::vector<OT::Distribution> marginals;
+    std::vector<std::vector<double>> factor; ///< Cholesky's of the normal correlations, lower
+    bool correlated = false;
+};
+
+std::string distributionFault(const Variable& variable) {
+    try {
+        const OT::Distribution made = distributionOf(variable);
+        const double middle = made.computeQuantile(0.5)[0];
+        return std::isfinite(middle) ? "" : "has no finite numbers";
+    } catch (const StudyFault& fault) {
+        return fault.text;
+    } catch (const std::exception& fault) {
+        return std::string("\"") + variable.distribution + "\" cannot be: " + fault.what();
+    }
+}
+
+std::string correlationFault(const Study& study) {
+    try {
+        const OT::CorrelationMatrix normal =
+            OT::NormalCopula::GetCorrelationFromSpearmanCorrelation(rankMatrix(study));
+        return OT::CorrelationMatrix(normal).isPositiveDefinite()
+                   ? ""
+                   : "cannot be together with the other correlations";
+    } catch (const std::exception&) {
+        return "cannot be together with the other correlations";
+    }
+}
+
+DistributionFigures figuresOf(const Variable& variable) {
+    const OT::Distribution made = distributionOf(variable);
+    return {.mean = made.getMean()[0],
+            .deviation = made.getStandardDeviation()[0],
+            .low = made.computeQuantile(0.05)[0],
+            .high = made.computeQuantile(0.95)[0]};
+}
+
+Draws::Draws(const Study& study) : contents_(std::make_unique<Contents>()) {
+    Contents& contents = *contents_;
+    contents.variables = randomVariables(study);
+    for (const std::size_t n : contents.variables) {
+        contents.marginals.push_back(distributionOf(study.variables[n]));
+    }
+    contents.correlated = !study.correlations.empty();
+    if (contents.correlated) {
+        OT::CorrelationMatrix normal =
+            OT::NormalCopula::GetCorrelationFromSpearmanCorrelation(rankMatrix(study));
+        const OT::TriangularMatrix factor = normal.computeCholesky();
+        for (OT::UnsignedInteger i = 0; i < contents.variables.size(); ++i) {
+            std::vector<double> row;
+            for (OT::UnsignedInteger j = 0; j <= i; ++j) {
+                row.push_back(factor(i, j));
+            }
+            contents.factor.push_back(std::move(row));
+        }
+    }
+}
+
+Draws::~Draws() = default;
+
+/// Distributions keep what they have worked out: each copy has its own.
+Draws::Draws(const Draws& other) : contents_(std::make_unique<Contents>(*other.contents_)) {
+    for (OT::Distribution& marginal : contents_->marginals) {
+        marginal = OT::Distribution(marginal.getImplementation()->clone());
+    }
+}
+
+std::size_t Draws::dimension() const { return contents_->variables.size(); }
+
+std::size_t Draws::variableOf(std::size_t coordinate) const {
+    return contents_->variables[coordinate];
+}
+
+void Draws::fromUniforms(const std::vector<double>& uniforms, std::vector<double>& numbers) const {
+    if (contents_->correlated) {
+        std::vector<double> normals(uniforms.size());
+        std::transform(uniforms.begin(), uniforms.end(), normals.begin(),
+                       [](double u) { return OT::DistFunc::qNormal(u); });
+        fromNormals(normals, numbers);
+        return;
+    }
+    numbers.resize(dimension());
+    for (std::size_t i = 0; i < dimension(); ++i) {
+        numbers[i] = contents_->marginals[i].computeScalarQuantile(uniforms[i]);
+    }
+}
+
+void Draws::fromNormals(const std::vector<double>& normals, std::vector<double>& numbers) const {
+    numbers.resize(dimension());
+    for (std::size_t i = 0; i < dimension(); ++i) {
+        double z = contents_->correlated ? 0 : normals[i];
+        for (std::size_t j = 0; contents_->correlated && j <= i; ++j) {
+            z += contents_->factor[i][j] * normals[j];
+        }
+        // The smaller tail keeps the digits of large numbers.
+        const bool tail = z > 0;
+        numbers[i] = contents_->marginals[i].computeScalarQuantile(
+            OT::DistFunc::pNormal(z, tail), tail);
+    }
+}
+
+} // namespace korvane::study

@@ -1,0 +1,53 @@
+// The variants of a study, each a function of its index.
+#pragma once
+
+#include "study/draws.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace korvane::study {
+
+/// In place of a number: the variable leaves the base as it is.
+double unchanged();
+bool isUnchanged(double number);
+
+/// A share of the indices: `from` to the one before `to`.
+struct Share {
+    std::uint64_t from = 0;
+    std::uint64_t to = 0;
+};
+/// Part k of n, from 1.
+Share shareOf(std::uint64_t size, std::uint64_t part, std::uint64_t parts);
+
+/// Which numbers the variables have in each variant. Copies serve other threads.
+class Plan {
+  public:
+    explicit Plan(const Study& study);
+
+    /// Variants; 0 where each hangs on those before it (target, the first-order method alone).
+    std::uint64_t size() const { return size_; }
+    /// Numbers of all variables of variant `index` (from 0).
+    void numbers(std::uint64_t index, std::vector<double>& numbers);
+
+    /// A sample is drawn around this point of standard normal numbers from now on.
+    void drawAround(std::vector<double> center) { center_ = std::move(center); }
+    /// How much a variant counts in a sample drawn around a point: the ratio of the densities.
+    double weight(std::uint64_t index);
+
+  private:
+    void gridNumbers(std::uint64_t index, std::vector<double>& numbers) const;
+    void oneAtATimeNumbers(std::uint64_t index, std::vector<double>& numbers) const;
+    void drawnNumbers(std::uint64_t point, std::uint64_t block, std::vector<double>& numbers);
+    double coordinate(std::uint64_t point, std::size_t coordinate) const;
+
+    const Study* study_;
+    Draws draws_;
+    std::uint64_t size_ = 0;
+    std::vector<std::array<double, 2>> ends_; ///< of each variable, one at a time
+    std::vector<double> center_;
+    std::vector<double> uniforms_;
+    std::vector<double> drawn_;
+};
+
+} // namespace korvane::study

@@ -1,0 +1,331 @@
+#include "study/run.h"
+
+#include "study/reliability.h"
+#include "study/statistics.h"
+#include "study/target.h"
+
+#include "runtime/run_guarded.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <filesystem>
+#include <map>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace korvane::study {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Variants that a thread takes at once, and blocks that may wait for their turn to be stored.
+constexpr std::uint64_t BlockSize = 256;
+constexpr std::size_t MostWaiting = 64;
+/// Time between two commits and calls of `tell`.
+constexpr std::chrono::milliseconds Interval{500};
+
+using Clock = std::chrono::steady_clock;
+
+/// Hands out blocks of indices and takes their rows back in order.
+class Workshop {
+  public:
+    Workshop(const Study& study, const Plan& plan, Share share)
+        : study_(study), plan_(plan), share_(share), given_(share.from), wanted_(share.from) {}
+
+    /// One thread's work.
+    void work() {
+        Plan plan = plan_;
+        Evaluation evaluation(study_);
+        std::vector<double> numbers;
+        for (Share block; takeBlock(block);) {
+            std::vector<Row> rows(static_cast<std::size_t>(block.to - block.from));
+            for (std::uint64_t id = block.from; id < block.to; ++id) {
+                Row& row = rows[static_cast<std::size_t>(id - block.from)];
+                plan.numbers(id, numbers);
+                evaluation.fill(numbers, row);
+                row.id = id;
+                row.weight = plan.weight(id);
+            }
+            const std::lock_guard lock(mutex_);
+            finished_.emplace(block.from, std::move(rows));
+            changed_.notify_all();
+        }
+    }
+
+    /// The next block in order; empty at the end, and after `patience` without one.
+    std::vector<Row> next(Clock::time_point patience) {
+        std::unique_lock lock(mutex_);
+        changed_.wait_until(lock, patience, [this] {
+            return broken_ || wanted_ == share_.to || finished_.contains(wanted_);
+        });
+        const auto found = finished_.find(wanted_);
+        if (found == finished_.end()) {
+            return {};
+        }
+        std::vector<Row> rows = std::move(found->second);
+        finished_.erase(found);
+        wanted_ += rows.size();
+        changed_.notify_all();
+        return rows;
+    }
+
+    bool isOver() {
+        const std::lock_guard lock(mutex_);
+        return wanted_ == share_.to || broken_;
+    }
+
+    /// No more blocks are handed out.
+    void stop(bool broken) {
+        const std::lock_guard lock(mutex_);
+        stopped_ = true;
+        broken_ = broken_ || broken;
+        changed_.notify_all();
+    }
+
+  private:
+    bool takeBlock(Share& block) {
+        std::unique_lock lock(mutex_);
+        changed_.wait(lock, [this] {
+            return stopped_ || given_ == share_.to ||
+                   given_ < wanted_ + MostWaiting * BlockSize;
+        });
+        if (stopped_ || given_ == share_.to) {
+            return false;
+        }
+        block = {given_, std::min(given_ + BlockSize, share_.to)};
+        given_ = block.to;
+        return true;
+    }
+
+    const Study& study_;
+    const Plan& plan_;
+    Share share_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::uint64_t given_;
+    std::uint64_t wanted_;
+    std::map<std::uint64_t, std::vector<Row>> finished_;
+    bool stopped_ = false;
+    bool broken_ = false; ///< a thread has ended by a fault
+};
+
+/// Threads that end with the object.
+class Crew {
+  public:
+    Crew(Workshop& workshop, int jobs) : workshop_(workshop) {
+        for (int n = 0; n < jobs; ++n) {
+            // Those that can start do the work of the others.
+            const auto fault = runGuarded([&] {
+                threads_.emplace_back([this] {
+                    if (const auto ended = runGuarded([this] { workshop_.work(); })) {
+                        fault_ = ended->what();
+                        workshop_.stop(true);
+                    }
+                });
+            });
+            if (fault && threads_.empty()) {
+                throw StoreFault{std::string("no thread can start: ") + fault->what()};
+            }
+        }
+    }
+    ~Crew() { join(); }
+    Crew(const Crew&) = delete;
+    Crew& operator=(const Crew&) = delete;
+
+    /// After the end of all: why one has ended by a fault.
+    std::string join() {
+        workshop_.stop(false);
+        for (std::thread& thread : threads_) {
+            if (thread.joinable()) {
+                thread.join();
+            }
+        }
+        return fault_;
+    }
+
+  private:
+    Workshop& workshop_;
+    std::vector<std::thread> threads_;
+    std::string fault_;
+};
+
+void makeFolder(const std::string& folder) {
+    std::error_code fault;
+    fs::create_directories(folder, fault);
+    if (!fs::is_directory(folder)) {
+        throw StoreFault{folder + ": " + (fault ? fault.message() : "is no folder")};
+    }
+}
+
+/// A search hangs together: it is gone through anew, and rows that are there stay.
+void storeTarget(const Study& study, Store& store) {
+    const TargetFound found = findTarget(study);
+    store.begin();
+    for (const Row& row : found.rows) {
+        if (row.id >= store.next()) {
+            store.append(study, row);
+        }
+    }
+    std::vector<Statistic> all = statisticsOf(study, store);
+    addTarget(all, study, found);
+    store.writeVariables(study);
+    store.writeStatistics(all);
+    store.setProvenance("complete", "yes");
+    store.commit();
+}
+
+void finish(const Study& study, Store& store, bool whole) {
+    store.begin();
+    store.writeVariables(study);
+    if (whole) {
+        store.writeStatistics(statisticsOf(study, store));
+    }
+    store.setProvenance("complete", "yes");
+    store.commit();
+}
+
+/// "part-3-of-8.sqlite": 8; 0 for any other name.
+std::uint64_t partsOf(const std::string& name) {
+    unsigned long long part = 0;
+    unsigned long long parts = 0;
+    if (std::sscanf(name.c_str(), "part-%llu-of-%llu.sqlite", &part, &parts) != 2 ||
+        name != fileOfPart(part, parts)) {
+        return 0;
+    }
+    return parts;
+}
+
+std::uint64_t partsIn(const std::string& folder) {
+    std::uint64_t parts = 0;
+    std::error_code fault;
+    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
+         entry.increment(fault)) {
+        const std::uint64_t here = partsOf(entry->path().filename().string());
+        if (here != 0 && parts != 0 && here != parts) {
+            throw StoreFault{folder + " holds parts of " + std::to_string(parts) + " and of " +
+                             std::to_string(here)};
+        }
+        parts = here != 0 ? here : parts;
+    }
+    if (parts == 0) {
+        throw StoreFault{folder + " holds no parts of a study"};
+    }
+    return parts;
+}
+
+/// Why a part cannot be taken; empty where it can.
+std::string partFault(const std::string& path) {
+    if (!fs::exists(path)) {
+        return path + " is missing";
+    }
+    try {
+        return Store(path).isComplete() ? "" : path + " is not finished";
+    } catch (const StoreFault& fault) {
+        return fault.text;
+    }
+}
+
+} // namespace
+
+std::string fileOfPart(std::uint64_t part, std::uint64_t parts) {
+    return parts == 1 ? "results.sqlite"
+                      : "part-" + std::to_string(part) + "-of-" + std::to_string(parts) + ".sqlite";
+}
+
+void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& share) {
+    const auto start = Clock::now();
+    Progress progress{.done = store.next() - share.from,
+                      .size = share.to - share.from,
+                      .before = store.next() - share.from};
+    Workshop workshop(request.study, plan, {store.next(), share.to});
+    Crew crew(workshop, request.jobs);
+    while (!workshop.isOver() && !(request.stop && request.stop())) {
+        store.begin();
+        const auto until = Clock::now() + Interval;
+        while (!workshop.isOver() && Clock::now() < until && !(request.stop && request.stop())) {
+            for (const Row& row : workshop.next(until)) {
+                store.append(request.study, row);
+            }
+        }
+        store.commit();
+        progress.done = store.next() - share.from;
+        progress.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+        if (request.tell) {
+            request.tell(progress);
+        }
+    }
+    const std::string fault = crew.join();
+    if (!fault.empty()) {
+        throw StoreFault{fault};
+    }
+}
+
+bool runStudy(const RunRequest& request) {
+    makeFolder(request.folder);
+    Plan plan(request.study);
+    const Share share = shareOf(plan.size(), request.part, request.parts);
+    Store store((fs::path(request.folder) / fileOfPart(request.part, request.parts)).string(),
+                request.study, share.from, share.to);
+    if (store.isComplete()) {
+        return true;
+    }
+    if (request.study.method == Method::Target) {
+        storeTarget(request.study, store);
+        return true;
+    }
+    if (isWeighted(request.study)) {
+        const FirstOrder found = firstOrder(request.study, request.study.limits.front());
+        if (!found.fault.empty()) {
+            throw StoreFault{"no design point: " + found.fault};
+        }
+        plan.drawAround(found.standard);
+    }
+    runShare(request, plan, store, share);
+    if (store.next() < share.to) {
+        return false;
+    }
+    finish(request.study, store, request.parts == 1);
+    return true;
+}
+
+void collectParts(const std::string& folder) {
+    const std::uint64_t parts = partsIn(folder);
+    std::string faults;
+    for (std::uint64_t part = 1; part <= parts; ++part) {
+        const std::string fault = partFault((fs::path(folder) / fileOfPart(part, parts)).string());
+        faults += fault.empty() ? "" : (faults.empty() ? "" : "\n") + fault;
+    }
+    if (!faults.empty()) {
+        throw StoreFault{faults};
+    }
+    const Store first((fs::path(folder) / fileOfPart(1, parts)).string());
+    const ReadStudy read = readStudy(folder, first.provenance("studyText"),
+                                     first.provenance("baseText"));
+    if (!read.fault.empty()) {
+        throw StoreFault{read.fault};
+    }
+    // A collection that was killed is begun anew.
+    const fs::path unfinished = fs::path(folder) / "collecting.sqlite";
+    std::error_code ignored;
+    fs::remove(unfinished, ignored);
+    {
+        Store whole(unfinished.string(), read.study, 0, Plan(read.study).size());
+        for (std::uint64_t part = 1; part <= parts; ++part) {
+            const std::string path = (fs::path(folder) / fileOfPart(part, parts)).string();
+            const Share share = shareOf(Plan(read.study).size(), part, parts);
+            Store(path, read.study, share.from, share.to);
+            whole.take(path);
+        }
+        finish(read.study, whole, true);
+    }
+    std::error_code fault;
+    fs::rename(unfinished, fs::path(folder) / fileOfPart(1, 1), fault);
+    if (fault) {
+        throw StoreFault{folder + ": " + fault.message()};
+    }
+}
+
+} // namespace korvane::study

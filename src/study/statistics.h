@@ -1,0 +1,19 @@
+// What the rows of a study come to.
+#pragma once
+
+#include "study/store.h"
+
+#include <vector>
+
+namespace korvane::study {
+
+/// Of all rows: how many ended in which outcome; of each output count, mean with its interval of
+/// 95 %, deviation, least, largest and quantiles; of each limit state how often it was reached
+/// with its interval of 95 %. Of a fragility the same for each value, of a sensitivity the indices.
+std::vector<Statistic> statisticsOf(const Study& study, const Store& store);
+
+/// The interval of 95 % of a probability that was met `hits` times in `trials` (C. J. Clopper and
+/// E. S. Pearson, 1934). Without a hit it begins at 0, without a miss it ends at 1.
+std::array<double, 2> clopperPearson(double hits, double trials);
+
+} // namespace korvane::study

@@ -1,0 +1,377 @@
+#include "study/store.h"
+
+#include "study/draws.h"
+
+#include <sqlite3.h>
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <utility>
+
+namespace korvane::study {
+
+namespace {
+
+[[noreturn]] void fail(sqlite3* database, const std::string& path) {
+    throw StoreFault{path + ": " +
+                     (database == nullptr ? "out of memory" : sqlite3_errmsg(database))};
+}
+
+/// A prepared statement.
+class Statement {
+  public:
+    Statement() = default;
+    Statement(sqlite3* database, const std::string& path, const std::string& sql)
+        : database_(database), path_(path) {
+        if (sqlite3_prepare_v2(database, sql.c_str(), -1, &statement_, nullptr) != SQLITE_OK) {
+            fail(database, path);
+        }
+    }
+    ~Statement() { sqlite3_finalize(statement_); }
+    Statement(Statement&& other) noexcept
+        : database_(other.database_), path_(other.path_),
+          statement_(std::exchange(other.statement_, nullptr)) {}
+    Statement& operator=(Statement&& other) noexcept {
+        std::swap(database_, other.database_);
+        std::swap(path_, other.path_);
+        std::swap(statement_, other.statement_);
+        return *this;
+    }
+
+    explicit operator bool() const { return statement_ != nullptr; }
+
+    void bind(int place, double number) {
+        check(std::isnan(number) ? sqlite3_bind_null(statement_, place)
+                                 : sqlite3_bind_double(statement_, place, number));
+    }
+    void bind(int place, std::int64_t number) {
+        check(sqlite3_bind_int64(statement_, place, number));
+    }
+    /// The text must outlive the step.
+    void bind(int place, const std::string& text) {
+        check(sqlite3_bind_text(statement_, place, text.data(), static_cast<int>(text.size()),
+                                SQLITE_STATIC));
+    }
+
+    /// True where there is a row.
+    bool step() {
+        const int code = sqlite3_step(statement_);
+        if (code != SQLITE_ROW && code != SQLITE_DONE) {
+            const std::string fault = sqlite3_errmsg(database_);
+            sqlite3_reset(statement_);
+            throw StoreFault{path_ + ": " + fault};
+        }
+        return code == SQLITE_ROW;
+    }
+    void reset() { sqlite3_reset(statement_); }
+    /// Without a row.
+    void run() {
+        step();
+        reset();
+    }
+
+    double number(int column) const {
+        return sqlite3_column_type(statement_, column) == SQLITE_NULL
+                   ? std::numeric_limits<double>::quiet_NaN()
+                   : sqlite3_column_double(statement_, column);
+    }
+    std::int64_t whole(int column) const { return sqlite3_column_int64(statement_, column); }
+    std::string text(int column) const {
+        const auto* bytes = sqlite3_column_text(statement_, column);
+        return bytes == nullptr ? "" : reinterpret_cast<const char*>(bytes);
+    }
+    int columns() const { return sqlite3_column_count(statement_); }
+
+  private:
+    void check(int code) {
+        if (code != SQLITE_OK) {
+            fail(database_, path_);
+        }
+    }
+
+    sqlite3* database_ = nullptr;
+    std::string path_;
+    sqlite3_stmt* statement_ = nullptr;
+};
+
+/// FNV-1a of 64 bits (Fowler, Noll, Vo): tells whether two texts are the same, not who wrote them.
+std::string hashOf(const std::string& text) {
+    std::uint64_t hash = 0xcbf29ce484222325U;
+    for (const char c : text) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3U;
+    }
+    std::array<char, 17> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(hash));
+    return digits.data();
+}
+
+/// The columns of `variants` behind the id, with their types.
+std::string variantColumns(const Study& study) {
+    std::string columns = "id INTEGER PRIMARY KEY";
+    for (const Variable& variable : study.variables) {
+        columns += ", " + quoted(variable.name) + " REAL";
+    }
+    for (const OutputColumn& output : study.outputs) {
+        columns += ", " + quoted(output.name) + " REAL";
+    }
+    for (const LimitState& limit : study.limits) {
+        columns += ", " + quoted(limit.name) + " INTEGER";
+    }
+    return columns + (isWeighted(study) ? ", weight REAL" : "") +
+           ", outcome TEXT NOT NULL, reason TEXT";
+}
+
+} // namespace
+
+std::string quoted(const std::string& name) {
+    std::string text = "\"";
+    for (const char c : name) {
+        text += c == '"' ? "\"\"" : std::string(1, c);
+    }
+    return text + "\"";
+}
+
+std::vector<std::pair<std::string, std::string>> provenanceOf(const Study& study) {
+    return {{"program", "KORVANE " KORVANE_VERSION},
+            {"method", methodName(study.method)},
+            {"units", unitsName(study.units)},
+            {"seed", std::to_string(study.sample.seed)},
+            {"study", hashOf(study.text)},
+            {"base", hashOf(study.baseText)},
+            {"studyText", study.text},
+            {"baseText", study.baseText}};
+}
+
+struct Store::Contents {
+    std::string path;
+    sqlite3* database = nullptr;
+    Statement insert;
+    std::uint64_t next = 0;
+
+    explicit Contents(std::string file) : path(std::move(file)) {}
+    Contents(const Contents&) = delete;
+    Contents& operator=(const Contents&) = delete;
+    ~Contents() {
+        insert = {};
+        sqlite3_close(database);
+    }
+
+    void open(int flags) {
+        if (sqlite3_open_v2(path.c_str(), &database, flags, nullptr) != SQLITE_OK) {
+            fail(database, path);
+        }
+        sqlite3_busy_timeout(database, 0);
+    }
+    Statement prepare(const std::string& sql) const { return {database, path, sql}; }
+    void run(const std::string& sql) const { prepare(sql).run(); }
+    bool hasTables() const {
+        return prepare("SELECT 1 FROM sqlite_master WHERE name = 'provenance'").step();
+    }
+    std::string provenance(const std::string& key) const {
+        Statement get = prepare("SELECT value FROM provenance WHERE key = ?");
+        get.bind(1, key);
+        return get.step() ? get.text(0) : "";
+    }
+    void setProvenance(const std::string& key, const std::string& value) const {
+        Statement set = prepare("INSERT OR REPLACE INTO provenance VALUES (?, ?)");
+        set.bind(1, key);
+        set.bind(2, value);
+        set.run();
+    }
+    void makeTables(const Study& study, std::uint64_t from, std::uint64_t to) const {
+        run("BEGIN");
+        run("CREATE TABLE variants (" + variantColumns(study) + ")");
+        run("CREATE TABLE variables (name TEXT PRIMARY KEY, fields TEXT, change TEXT, unit TEXT, "
+            "distribution TEXT, mean REAL, deviation REAL, low REAL, high REAL)");
+        run("CREATE TABLE statistics (subject TEXT, name TEXT, value REAL, low REAL, high REAL)");
+        run("CREATE TABLE provenance (key TEXT PRIMARY KEY, value TEXT)");
+        for (const auto& [key, value] : provenanceOf(study)) {
+            setProvenance(key, value);
+        }
+        setProvenance("from", std::to_string(from));
+        setProvenance("to", std::to_string(to));
+        setProvenance("complete", "no");
+        run("COMMIT");
+    }
+    void checkSame(const Study& study, std::uint64_t from, std::uint64_t to) const {
+        auto expected = provenanceOf(study);
+        expected.emplace_back("from", std::to_string(from));
+        expected.emplace_back("to", std::to_string(to));
+        for (const auto& [key, value] : expected) {
+            const std::string there = provenance(key);
+            if (there != value) {
+                const bool isText = key.ends_with("Text");
+                throw OtherStudyFault{
+                    {path + " holds rows of another study" +
+                     (isText ? "" : ": " + key + " is " + there + ", not " + value)}};
+            }
+        }
+    }
+    /// The index behind the last row.
+    void findNext() {
+        Statement last = prepare("SELECT max(id) + 1 FROM variants");
+        last.step();
+        next = std::isnan(last.number(0)) ? std::stoull(provenance("from"))
+                                          : static_cast<std::uint64_t>(last.whole(0));
+    }
+};
+
+Store::Store(const std::string& path, const Study& study, std::uint64_t from, std::uint64_t to)
+    : contents_(std::make_unique<Contents>(path)) {
+    contents_->open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    // A writer keeps others out until it ends: two runs on one file would spoil each other.
+    contents_->run("PRAGMA locking_mode = EXCLUSIVE");
+    if (contents_->hasTables()) {
+        contents_->checkSame(study, from, to);
+    } else {
+        contents_->makeTables(study, from, to);
+    }
+    contents_->findNext();
+    std::string places = "?";
+    for (std::size_t n = study.variables.size() + study.outputs.size() + study.limits.size() +
+                         (isWeighted(study) ? 3 : 2);
+         n > 0; --n) {
+        places += ", ?";
+    }
+    contents_->insert = contents_->prepare("INSERT INTO variants VALUES (" + places + ")");
+}
+
+Store::Store(const std::string& path) : contents_(std::make_unique<Contents>(path)) {
+    contents_->open(SQLITE_OPEN_READWRITE);
+    Statement check = contents_->prepare("PRAGMA quick_check");
+    if (!check.step() || check.text(0) != "ok" || !contents_->hasTables()) {
+        throw StoreFault{path + " is damaged"};
+    }
+    contents_->findNext();
+}
+
+Store::~Store() = default;
+Store::Store(Store&&) noexcept = default;
+
+std::uint64_t Store::next() const { return contents_->next; }
+bool Store::isComplete() const { return provenance("complete") == "yes"; }
+std::string Store::provenance(const std::string& key) const { return contents_->provenance(key); }
+void Store::setProvenance(const std::string& key, const std::string& value) {
+    contents_->setProvenance(key, value);
+}
+
+void Store::begin() { contents_->run("BEGIN"); }
+void Store::commit() { contents_->run("COMMIT"); }
+
+void Store::append(const Study& study, const Row& row) {
+    Statement& insert = contents_->insert;
+    int place = 1;
+    insert.bind(place++, static_cast<std::int64_t>(row.id));
+    for (const double number : row.numbers) {
+        insert.bind(place++, number);
+    }
+    for (const double output : row.outputs) {
+        insert.bind(place++, output);
+    }
+    for (const bool limit : row.limits) {
+        insert.bind(place++, std::int64_t{limit ? 1 : 0});
+    }
+    if (isWeighted(study)) {
+        insert.bind(place++, row.weight);
+    }
+    const std::string outcome = outcomeName(row.outcome);
+    insert.bind(place++, outcome);
+    if (row.reason.empty()) {
+        insert.bind(place, std::numeric_limits<double>::quiet_NaN());
+    } else {
+        insert.bind(place, row.reason);
+    }
+    insert.run();
+    contents_->next = row.id + 1;
+}
+
+void Store::take(const std::string& path) {
+    Statement attach = contents_->prepare("ATTACH ? AS part");
+    attach.bind(1, path);
+    attach.run();
+    contents_->run("BEGIN");
+    contents_->run("INSERT INTO variants SELECT * FROM part.variants ORDER BY id");
+    contents_->run("COMMIT");
+    contents_->run("DETACH part");
+    contents_->findNext();
+}
+
+void Store::writeVariables(const Study& study) {
+    contents_->run("DELETE FROM variables");
+    Statement insert =
+        contents_->prepare("INSERT INTO variables VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    const std::array<std::string, 3> changes{"set", "add", "multiply"};
+    for (const Variable& variable : study.variables) {
+        std::string fields;
+        for (const FieldAddress& place : variable.fields) {
+            fields += (fields.empty() ? "" : " ") + addressName(place);
+        }
+        const std::string unit = unitOf(variable.quantity, study.units).name;
+        insert.bind(1, variable.name);
+        insert.bind(2, fields);
+        insert.bind(3, changes[static_cast<std::size_t>(variable.change)]);
+        insert.bind(4, unit);
+        insert.bind(5, variable.distribution);
+        constexpr double none = std::numeric_limits<double>::quiet_NaN();
+        const DistributionFigures figures = variable.isRandom()
+                                                ? figuresOf(variable)
+                                                : DistributionFigures{none, none, none, none};
+        insert.bind(6, figures.mean);
+        insert.bind(7, figures.deviation);
+        insert.bind(8, variable.isRandom() ? figures.low : variable.values.front());
+        insert.bind(9, variable.isRandom() ? figures.high : variable.values.back());
+        insert.run();
+    }
+}
+
+void Store::writeStatistics(const std::vector<Statistic>& statistics) {
+    contents_->run("DELETE FROM statistics");
+    Statement insert = contents_->prepare("INSERT INTO statistics VALUES (?, ?, ?, ?, ?)");
+    for (const Statistic& statistic : statistics) {
+        insert.bind(1, statistic.subject);
+        insert.bind(2, statistic.name);
+        insert.bind(3, statistic.value);
+        insert.bind(4, statistic.low);
+        insert.bind(5, statistic.high);
+        insert.run();
+    }
+}
+
+std::vector<Statistic> Store::statistics() const {
+    std::vector<Statistic> all;
+    Statement get =
+        contents_->prepare("SELECT subject, name, value, low, high FROM statistics ORDER BY rowid");
+    while (get.step()) {
+        all.push_back({get.text(0), get.text(1), get.number(2), get.number(3), get.number(4)});
+    }
+    return all;
+}
+
+void Store::query(const std::string& sql,
+                  const std::function<void(const std::vector<double>&)>& row,
+                  const std::vector<double>& arguments) const {
+    Statement get = contents_->prepare(sql);
+    for (std::size_t n = 0; n < arguments.size(); ++n) {
+        get.bind(static_cast<int>(n) + 1, arguments[n]);
+    }
+    std::vector<double> numbers(static_cast<std::size_t>(get.columns()));
+    while (get.step()) {
+        for (std::size_t n = 0; n < numbers.size(); ++n) {
+            numbers[n] = get.number(static_cast<int>(n));
+        }
+        row(numbers);
+    }
+}
+
+void Store::queryTexts(const std::string& sql,
+                       const std::function<void(const std::string&, double)>& row) const {
+    Statement get = contents_->prepare(sql);
+    while (get.step()) {
+        row(get.text(0), get.number(1));
+    }
+}
+
+} // namespace korvane::study
