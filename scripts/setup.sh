@@ -5,7 +5,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=$(nproc)
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libcli11-dev
-    libtomlplusplus-dev fonts-liberation2)
+    libtomlplusplus-dev libopenturns-dev libsqlite3-dev fonts-liberation2)
 test_packages=(libgtest-dev libgmock-dev nlohmann-json3-dev python3 poppler-utils clang
     libclang-rt-14-dev python3-jsonschema desktop-file-utils shared-mime-info libglib2.0-bin)
 display_packages=(xvfb xauth jwm)

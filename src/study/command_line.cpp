@@ -87,8 +87,8 @@ class ProgressLine {
         last_ = progress.seconds;
         const auto done = static_cast<double>(progress.done);
         const auto size = static_cast<double>(progress.size);
-        const double rate = static_cast<double>(progress.done - progress.before) /
-                            std::max(progress.seconds, 1e-3);
+        const double rate =
+            static_cast<double>(progress.done - progress.before) / std::max(progress.seconds, 1e-3);
         errors_ << (terminal_ ? "\r" : "") << grouped(done) << " of " << grouped(size) << ", "
                 << grouped(rate) << " a second";
         if (rate > 0) {
@@ -211,7 +211,9 @@ void watchSignals() {
     }
 }
 
-int signalSeen() { return seen; }
+int signalSeen() {
+    return seen;
+}
 
 int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors,
                bool terminal) {

@@ -153,8 +153,8 @@ OT::CorrelationMatrix rankMatrix(const Study& study) {
     const std::vector<std::size_t> random = randomVariables(study);
     OT::CorrelationMatrix ranks(random.size());
     const auto place = [&](std::size_t variable) {
-        return static_cast<OT::UnsignedInteger>(
-            std::find(random.begin(), random.end(), variable) - random.begin());
+        return static_cast<OT::UnsignedInteger>(std::find(random.begin(), random.end(), variable) -
+                                                random.begin());
     };
     for (const Correlation& correlation : study.correlations) {
         ranks(place(correlation.first), place(correlation.second)) = correlation.rank;
@@ -234,7 +234,9 @@ Draws::Draws(const Draws& other) : contents_(std::make_unique<Contents>(*other.c
     }
 }
 
-std::size_t Draws::dimension() const { return contents_->variables.size(); }
+std::size_t Draws::dimension() const {
+    return contents_->variables.size();
+}
 
 std::size_t Draws::variableOf(std::size_t coordinate) const {
     return contents_->variables[coordinate];
@@ -263,8 +265,8 @@ void Draws::fromNormals(const std::vector<double>& normals, std::vector<double>&
         }
         // The smaller tail keeps the digits of large numbers.
         const bool tail = z > 0;
-        numbers[i] = contents_->marginals[i].computeScalarQuantile(
-            OT::DistFunc::pNormal(z, tail), tail);
+        numbers[i] =
+            contents_->marginals[i].computeScalarQuantile(OT::DistFunc::pNormal(z, tail), tail);
     }
 }
 

@@ -50,10 +50,10 @@ std::string reasonOf(const Failure& failure) {
 
 /// The number of a variable in a variant that leaves it as it is.
 double baseNumber(const Study& study, const Variable& variable) {
-    return variable.change == Change::Add        ? 0
-           : variable.change == Change::Multiply ? 1
-                                                 : valueAt(study.base, variable.fields.front(),
-                                                           study.units);
+    return variable.change == Change::Add ? 0
+           : variable.change == Change::Multiply
+               ? 1
+               : valueAt(study.base, variable.fields.front(), study.units);
 }
 
 } // namespace

@@ -28,8 +28,8 @@ class Evaluation {
   public:
     explicit Evaluation(const Study& study);
 
-    /// The base with these numbers, solved as far as it goes. What belongs to the result holds until
-    /// the next call.
+    /// The base with these numbers, solved as far as it goes. What belongs to the result holds
+    /// until the next call.
     const Solved& solve(const std::vector<double>& numbers);
     /// The problem that was solved last.
     const Problem& problem() const { return problem_; }

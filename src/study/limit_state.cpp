@@ -41,7 +41,9 @@ using Node = Condition::Node;
 using Kind = Node::Kind;
 using Part = std::shared_ptr<const Node>;
 
-bool isCondition(const Node& node) { return node.kind >= Kind::Greater; }
+bool isCondition(const Node& node) {
+    return node.kind >= Kind::Greater;
+}
 
 double outputOf(const Node& node, const LimitValues& values, int level) {
     const LevelResult& result = values.solved.results->levels(node.level == 0 ? level : node.level);
@@ -121,7 +123,8 @@ class ConditionReader {
         ReadCondition result;
         result.fault = fault_;
         result.condition.root_ = std::move(root);
-        result.condition.levels_ = forEachLevel_ ? static_cast<int>(levelSuffixes(base_).size()) : 1;
+        result.condition.levels_ =
+            forEachLevel_ ? static_cast<int>(levelSuffixes(base_).size()) : 1;
         return result;
     }
 
@@ -163,9 +166,8 @@ class ConditionReader {
     }
 
     Part join(Kind kind, Part first, Part second) {
-        if (fault_.empty() &&
-            (isCondition(*first) != (kind >= Kind::And) ||
-             isCondition(*second) != (kind >= Kind::And))) {
+        if (fault_.empty() && (isCondition(*first) != (kind >= Kind::And) ||
+                               isCondition(*second) != (kind >= Kind::And))) {
             fault_ = kind >= Kind::And ? "\"and\" and \"or\" join comparisons"
                                        : "a comparison has numbers on both sides";
         }
@@ -302,7 +304,9 @@ bool Condition::holds(const LimitValues& values) const {
     return held;
 }
 
-bool Condition::names(std::string_view output) const { return namesOutput(*root_, output); }
+bool Condition::names(std::string_view output) const {
+    return namesOutput(*root_, output);
+}
 
 ReadCondition readCondition(std::string_view text, std::span<const std::string> variables,
                             const Problem& base) {

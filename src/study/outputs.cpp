@@ -1,6 +1,5 @@
 #include "study/outputs.h"
 
-
 #include <algorithm>
 #include <array>
 
@@ -8,12 +7,24 @@ namespace korvane::study {
 
 namespace {
 
-bool always(const Problem& /*base*/) { return true; }
-bool ofAnchored(const Problem& base) { return base.WallType == WallKind::Anchored; }
-bool ofCantilever(const Problem& base) { return base.WallType == WallKind::Cantilever; }
-bool ofAnalysis(const Problem& base) { return base.ProgramMode == Mode::Analysis; }
-bool ofDesign(const Problem& base) { return base.ProgramMode == Mode::Design; }
-bool ofSeepage(const Problem& base) { return base.SeepageKind != Seepage::None; }
+bool always(const Problem& /*base*/) {
+    return true;
+}
+bool ofAnchored(const Problem& base) {
+    return base.WallType == WallKind::Anchored;
+}
+bool ofCantilever(const Problem& base) {
+    return base.WallType == WallKind::Cantilever;
+}
+bool ofAnalysis(const Problem& base) {
+    return base.ProgramMode == Mode::Analysis;
+}
+bool ofDesign(const Problem& base) {
+    return base.ProgramMode == Mode::Design;
+}
+bool ofSeepage(const Problem& base) {
+    return base.SeepageKind != Seepage::None;
+}
 
 using Level = const LevelResult&;
 
@@ -88,7 +99,9 @@ std::vector<LevelSuffix> levelSuffixes(const Problem& base) {
 }
 
 Quantity OutputColumn::quantity() const {
-    return output == nullptr ? Quantity::Number : isElev ? Quantity::Length : output->field.quantity;
+    return output == nullptr ? Quantity::Number
+           : isElev          ? Quantity::Length
+                             : output->field.quantity;
 }
 
 std::optional<double> OutputColumn::value(const Solved& solved, const std::vector<Note>& notes,

@@ -46,15 +46,17 @@ std::uint64_t sizeOf(const Study& study, std::size_t dimension) {
 
 } // namespace
 
-double unchanged() { return std::numeric_limits<double>::quiet_NaN(); }
+double unchanged() {
+    return std::numeric_limits<double>::quiet_NaN();
+}
 
-bool isUnchanged(double number) { return std::isnan(number); }
+bool isUnchanged(double number) {
+    return std::isnan(number);
+}
 
 Share shareOf(std::uint64_t size, std::uint64_t part, std::uint64_t parts) {
     // Without the product of size and part, which could be too large.
-    const auto start = [&](std::uint64_t k) {
-        return size / parts * k + size % parts * k / parts;
-    };
+    const auto start = [&](std::uint64_t k) { return size / parts * k + size % parts * k / parts; };
     return {start(part - 1), start(part)};
 }
 

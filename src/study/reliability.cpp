@@ -46,7 +46,7 @@ class Margin : public OT::EvaluationImplementation {
     OT::UnsignedInteger getInputDimension() const override { return draws_.dimension(); }
     OT::UnsignedInteger getOutputDimension() const override { return 1; }
     OT::Point operator()(const OT::Point& normals) const override {
-        return {1, at(std::vector<double>(normals.begin(), normals.end()))};
+        return OT::Point(1, at(std::vector<double>(normals.begin(), normals.end())));
     }
 
     /// Below 0 in the state.
@@ -107,7 +107,8 @@ FirstOrder firstOrder(const Study& study, const LimitState& limit) {
         const OT::CompositeRandomVector distance(OT::Function(margin.clone()),
                                                  OT::RandomVector(standard));
         const OT::ThresholdEvent event(distance, OT::Less(), 0.0);
-        OT::FORM form(search(namesOutput(study, limit.condition)), event, OT::Point(dimension, 0.1));
+        OT::FORM form(search(namesOutput(study, limit.condition)), event,
+                      OT::Point(dimension, 0.1));
         form.run();
         const OT::FORMResult found = form.getResult();
         const OT::Point point = found.getStandardSpaceDesignPoint();

@@ -89,8 +89,7 @@ class Workshop {
     bool takeBlock(Share& block) {
         std::unique_lock lock(mutex_);
         changed_.wait(lock, [this] {
-            return stopped_ || given_ == share_.to ||
-                   given_ < wanted_ + MostWaiting * BlockSize;
+            return stopped_ || given_ == share_.to || given_ < wanted_ + MostWaiting * BlockSize;
         });
         if (stopped_ || given_ == share_.to) {
             return false;
@@ -302,8 +301,8 @@ void collectParts(const std::string& folder) {
         throw StoreFault{faults};
     }
     const Store first((fs::path(folder) / fileOfPart(1, parts)).string());
-    const ReadStudy read = readStudy(folder, first.provenance("studyText"),
-                                     first.provenance("baseText"));
+    const ReadStudy read =
+        readStudy(folder, first.provenance("studyText"), first.provenance("baseText"));
     if (!read.fault.empty()) {
         throw StoreFault{read.fault};
     }

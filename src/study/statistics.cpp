@@ -25,10 +25,9 @@ void add(std::vector<Statistic>& all, const std::string& subject, const std::str
 }
 
 void addOutcomes(std::vector<Statistic>& all, const Store& store) {
-    store.queryTexts("SELECT outcome, count(*) FROM variants GROUP BY outcome ORDER BY outcome",
-                     [&all](const std::string& outcome, double count) {
-                         add(all, "outcome", outcome, count);
-                     });
+    store.queryTexts(
+        "SELECT outcome, count(*) FROM variants GROUP BY outcome ORDER BY outcome",
+        [&all](const std::string& outcome, double count) { add(all, "outcome", outcome, count); });
 }
 
 /// Quantiles by the ranks of the sorted values, between two of them in proportion.
@@ -38,22 +37,21 @@ void addQuantiles(std::vector<Statistic>& all, const Store& store, const std::st
     std::size_t wanted = 0;
     double rank = 0;
     double before = None;
-    store.query("SELECT " + column + " FROM variants WHERE " + column + " IS NOT NULL ORDER BY " +
-                    column,
-                [&](const std::vector<double>& row) {
-                    while (wanted < Quantiles.size() && Quantiles[wanted] * (count - 1) <= rank) {
-                        const double share = Quantiles[wanted] * (count - 1) - (rank - 1);
-                        const double value =
-                            rank == 0 || share == 1 ? row[0] : before + share * (row[0] - before);
-                        add(all, output,
-                            "quantile " + quantityText(Quantity::Number, Quantiles[wanted],
-                                                       UnitSystem::US),
-                            value);
-                        ++wanted;
-                    }
-                    before = row[0];
-                    rank += 1;
-                });
+    store.query(
+        "SELECT " + column + " FROM variants WHERE " + column + " IS NOT NULL ORDER BY " + column,
+        [&](const std::vector<double>& row) {
+            while (wanted < Quantiles.size() && Quantiles[wanted] * (count - 1) <= rank) {
+                const double share = Quantiles[wanted] * (count - 1) - (rank - 1);
+                const double value =
+                    rank == 0 || share == 1 ? row[0] : before + share * (row[0] - before);
+                add(all, output,
+                    "quantile " + quantityText(Quantity::Number, Quantiles[wanted], UnitSystem::US),
+                    value);
+                ++wanted;
+            }
+            before = row[0];
+            rank += 1;
+        });
 }
 
 void addOutput(std::vector<Statistic>& all, const Store& store, const std::string& output) {
@@ -130,9 +128,9 @@ std::vector<Statistic> statisticsOf(const Study& study, const Store& store) {
     for (const OutputColumn& output : study.outputs) {
         addOutput(all, store, output.name);
     }
-    const bool counts = study.method != Method::Fragility && study.method != Method::Target &&
-                        (study.method != Method::Reliability ||
-                         study.algorithm == Algorithm::MonteCarlo);
+    const bool counts =
+        study.method != Method::Fragility && study.method != Method::Target &&
+        (study.method != Method::Reliability || study.algorithm == Algorithm::MonteCarlo);
     for (const LimitState& limit : study.limits) {
         if (counts) {
             addLimit(all, store, limit.name, "");

@@ -251,15 +251,25 @@ Store::Store(const std::string& path) : contents_(std::make_unique<Contents>(pat
 Store::~Store() = default;
 Store::Store(Store&&) noexcept = default;
 
-std::uint64_t Store::next() const { return contents_->next; }
-bool Store::isComplete() const { return provenance("complete") == "yes"; }
-std::string Store::provenance(const std::string& key) const { return contents_->provenance(key); }
+std::uint64_t Store::next() const {
+    return contents_->next;
+}
+bool Store::isComplete() const {
+    return provenance("complete") == "yes";
+}
+std::string Store::provenance(const std::string& key) const {
+    return contents_->provenance(key);
+}
 void Store::setProvenance(const std::string& key, const std::string& value) {
     contents_->setProvenance(key, value);
 }
 
-void Store::begin() { contents_->run("BEGIN"); }
-void Store::commit() { contents_->run("COMMIT"); }
+void Store::begin() {
+    contents_->run("BEGIN");
+}
+void Store::commit() {
+    contents_->run("COMMIT");
+}
 
 void Store::append(const Study& study, const Row& row) {
     Statement& insert = contents_->insert;
@@ -316,9 +326,8 @@ void Store::writeVariables(const Study& study) {
         insert.bind(4, unit);
         insert.bind(5, variable.distribution);
         constexpr double none = std::numeric_limits<double>::quiet_NaN();
-        const DistributionFigures figures = variable.isRandom()
-                                                ? figuresOf(variable)
-                                                : DistributionFigures{none, none, none, none};
+        const DistributionFigures figures =
+            variable.isRandom() ? figuresOf(variable) : DistributionFigures{none, none, none, none};
         insert.bind(6, figures.mean);
         insert.bind(7, figures.deviation);
         insert.bind(8, variable.isRandom() ? figures.low : variable.values.front());

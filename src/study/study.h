@@ -33,10 +33,10 @@ struct Variable {
     std::vector<FieldAddress> fields; ///< moved together; none: only limit states name it
     Change change = Change::Set;
     Quantity quantity = Quantity::Number;
-    std::vector<double> values;            ///< in their order; empty for distributions
-    std::string distribution = {};         ///< as written: "Normal(32, 2)"
+    std::vector<double> values;                       ///< in their order; empty for distributions
+    std::string distribution = {};                    ///< as written: "Normal(32, 2)"
     std::array<std::optional<double>, 2> bounds = {}; ///< of the distribution
-    int line = 0;                          ///< in the study file
+    int line = 0;                                     ///< in the study file
 
     bool isRandom() const { return !distribution.empty(); }
 };

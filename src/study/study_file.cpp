@@ -33,9 +33,8 @@ std::string lower(std::string text) {
 bool isName(std::string_view name) {
     const auto letter = [](unsigned char c) { return std::isalpha(c) != 0 || c == '_'; };
     return !name.empty() && letter(static_cast<unsigned char>(name.front())) &&
-           std::all_of(name.begin(), name.end(), [&](unsigned char c) {
-               return letter(c) || std::isdigit(c) != 0;
-           });
+           std::all_of(name.begin(), name.end(),
+                       [&](unsigned char c) { return letter(c) || std::isdigit(c) != 0; });
 }
 
 std::vector<std::string_view> split(std::string_view text) {
@@ -192,7 +191,9 @@ class StudyReader {
             entry.fail("name", "must have letters, digits and _ alone: \"" + name + "\"");
         }
         const std::string plain = lower(name);
-        const auto isTaken = [&](std::string_view other) { return lower(std::string(other)) == plain; };
+        const auto isTaken = [&](std::string_view other) {
+            return lower(std::string(other)) == plain;
+        };
         const std::vector<std::string_view> outputs = outputNames(study_.base);
         for (const std::string_view word : {"id", "outcome", "reason", "weight", "and", "or"}) {
             if (isTaken(word)) {
@@ -411,9 +412,9 @@ class StudyReader {
         }
         for (const std::string& name : names) {
             for (OutputColumn& column : outputColumns(head, "outputs", name)) {
-                const bool isThere =
-                    std::any_of(study_.outputs.begin(), study_.outputs.end(),
-                                [&](const OutputColumn& other) { return other.name == column.name; });
+                const bool isThere = std::any_of(
+                    study_.outputs.begin(), study_.outputs.end(),
+                    [&](const OutputColumn& other) { return other.name == column.name; });
                 if (!isThere) {
                     study_.outputs.push_back(std::move(column));
                 }
@@ -457,8 +458,8 @@ class StudyReader {
         }
         const TomlTable entry(*node->as_table(), "[target]", {"output", "value"});
         const std::string name = entry.requiredText("output");
-        study_.target = Target{outputColumns(entry, "output", name).front(),
-                               entry.requiredNumber("value")};
+        study_.target =
+            Target{outputColumns(entry, "output", name).front(), entry.requiredNumber("value")};
         // Its column is there even where it was not asked for.
         const std::string& column = study_.target->output.name;
         if (std::none_of(study_.outputs.begin(), study_.outputs.end(),
@@ -472,8 +473,9 @@ class StudyReader {
         if (study_.variables.empty()) {
             throw StudyFault{0, "a [[variable]] is missing"};
         }
-        const bool draws = study_.method == Method::Sample || study_.method == Method::Sensitivity ||
-                           study_.method == Method::Reliability || study_.method == Method::Fragility;
+        const bool draws =
+            study_.method == Method::Sample || study_.method == Method::Sensitivity ||
+            study_.method == Method::Reliability || study_.method == Method::Fragility;
         for (std::size_t n = 0; n < study_.variables.size(); ++n) {
             const Variable& variable = study_.variables[n];
             const bool along = study_.method == Method::Fragility && n == study_.along;

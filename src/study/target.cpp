@@ -23,9 +23,10 @@ TargetFound findTarget(const Study& study) {
     TargetFound found;
     Evaluation evaluation(study);
     const std::vector<double>& values = study.variables.front().values;
-    const auto column = std::find_if(
-        study.outputs.begin(), study.outputs.end(),
-        [&](const OutputColumn& output) { return output.name == study.target->output.name; });
+    const auto column =
+        std::find_if(study.outputs.begin(), study.outputs.end(), [&](const OutputColumn& output) {
+            return output.name == study.target->output.name;
+        });
     const auto place = static_cast<std::size_t>(column - study.outputs.begin());
     const auto solveAt = [&](double number) {
         Row row;
@@ -33,11 +34,12 @@ TargetFound findTarget(const Study& study) {
         row.id = found.rows.size();
         const End end{number, row.outputs[place]};
         if (std::isnan(end.output)) {
-            found.fault = "no solution at " + quantityWithUnit(study.variables.front().quantity,
-                                                               fromUnits(study.variables.front().quantity,
-                                                                         number, study.units),
-                                                               study.units) +
-                          ": " + row.reason;
+            found.fault =
+                "no solution at " +
+                quantityWithUnit(study.variables.front().quantity,
+                                 fromUnits(study.variables.front().quantity, number, study.units),
+                                 study.units) +
+                ": " + row.reason;
         }
         found.rows.push_back(std::move(row));
         return end;

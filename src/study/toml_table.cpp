@@ -5,7 +5,9 @@
 
 namespace korvane::study {
 
-int lineOf(const toml::node& node) { return static_cast<int>(node.source().begin.line); }
+int lineOf(const toml::node& node) {
+    return static_cast<int>(node.source().begin.line);
+}
 
 std::string unknownText(std::string_view what, std::string_view word,
                         const std::vector<std::string_view>& known) {
@@ -112,8 +114,7 @@ std::vector<double> TomlTable::numbers(std::string_view key) const {
     return all;
 }
 
-std::size_t TomlTable::choice(std::string_view key,
-                              std::initializer_list<std::string_view> choices,
+std::size_t TomlTable::choice(std::string_view key, std::initializer_list<std::string_view> choices,
                               std::size_t usual) const {
     const auto chosen = text(key);
     if (!chosen) {
