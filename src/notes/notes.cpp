@@ -4,6 +4,7 @@
 #include "runtime/run_guarded.h"
 
 #include <algorithm>
+#include <array>
 
 namespace korvane {
 
@@ -65,15 +66,18 @@ bool canLook(const NoteRule& rule, const Wall& wall) {
     return false;
 }
 
+std::array<std::span<const NoteRule>, 9> allRules() {
+    return {weightRules(), wedgeRules(),     coefficientRules(), clayRules(),  seepageRules(),
+            loadRules(),   reductionRules(), fileRules(),        remarkRules()};
+}
+
 std::vector<Note> lookAt(const Wall& wall) {
     std::vector<Note> notes;
     const NoteWork work = wall.request.work;
     if (work == NoteWork::None) {
         return notes;
     }
-    for (const auto& rules :
-         {weightRules(), wedgeRules(), coefficientRules(), clayRules(), seepageRules(), loadRules(),
-          reductionRules(), fileRules(), remarkRules()}) {
+    for (const auto& rules : allRules()) {
         for (const NoteRule& rule : rules) {
             const bool wanted = work == NoteWork::All || rule.worst == Severity::Unsafe;
             if (wanted && canLook(rule, wall)) {
@@ -93,6 +97,16 @@ std::vector<Note> lookAt(const Wall& wall) {
 }
 
 } // namespace
+
+std::vector<std::string_view> noteCodes() {
+    std::vector<std::string_view> codes;
+    for (const auto& rules : allRules()) {
+        for (const NoteRule& rule : rules) {
+            codes.push_back(rule.code);
+        }
+    }
+    return codes;
+}
 
 std::vector<Note> notesOnInput(const NoteRequest& request) {
     return lookAt({.request = request, .problem = request.problem});

@@ -94,6 +94,9 @@ std::vector<Note> notesOnInput(const NoteRequest& request);
 std::vector<Note> notesOnSolution(const NoteRequest& request, const Solved& solved,
                                   const Options& options, NoteWorkspace& second);
 
+/// The codes of all notes that there are, in the order of the rules.
+std::vector<std::string_view> noteCodes();
+
 /// How many notes are of a severity.
 int countOf(const std::vector<Note>& notes, Severity severity);
 
