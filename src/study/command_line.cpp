@@ -1,6 +1,7 @@
 #include "study/command_line.h"
 
 #include "study/run.h"
+#include "study/slurm.h"
 
 #include "runtime/number_text.h"
 #include "runtime/run_guarded.h"
@@ -11,6 +12,7 @@
 #include <chrono>
 #include <cmath>
 #include <csignal>
+#include <filesystem>
 #include <iomanip>
 #include <optional>
 #include <sstream>
@@ -29,6 +31,7 @@ struct Arguments {
     std::uint64_t part = 1;
     std::uint64_t parts = 1;
     bool quiet = false;
+    bool submit = false;
 };
 
 /// "K/N" with K from 1 to N.
@@ -188,14 +191,42 @@ int check(const Arguments& arguments, std::ostream& out, std::ostream& errors) {
     }
     for (const LimitState& limit : study->limits) {
         out << "  limit " << limit.name << ": " << limit.text << "\n";
-        if (limit.condition.names("factorOfSafety")) {
-            out << "    an analysis finds its factor of safety to 0.1 FT of the bottom only: ask "
-                   "for the penetration of a design at factor 1\n";
+        if (limit.condition.asksDesign()) {
+            out << "    the bottom of the design at factor 1 is held against the wall's: an "
+                   "analysis finds its factor of safety to 0.1 FT of the bottom only\n";
+        } else if (limit.condition.names(results::factorOfSafety.name)) {
+            out << "    an analysis finds its factor of safety to 0.1 FT of the bottom only; "
+                   "reliability and fragility use the design depth at factor 1\n";
         }
     }
     if (size > 0) {
         out << "  " << grouped(size) << " variants, about "
             << duration(std::ceil(size * secondsOf(*study))) << " on one core\n";
+    }
+    return StatusDone;
+}
+
+/// The program itself, as other machines find it.
+std::string programPath() {
+    std::error_code fault;
+    const auto path = std::filesystem::read_symlink("/proc/self/exe", fault);
+    return fault ? "korvane-study" : path.string();
+}
+
+int slurm(const Arguments& arguments, std::ostream& out, std::ostream& errors) {
+    const auto study = studyOf(arguments, errors);
+    if (!study) {
+        return StatusUsage;
+    }
+    const std::string script = writeSlurmJobs(*study, {.study = arguments.study,
+                                                       .folder = arguments.folder,
+                                                       .program = programPath(),
+                                                       .parts = arguments.parts,
+                                                       .jobs = arguments.jobs});
+    if (arguments.submit) {
+        submitSlurmJobs(script);
+    } else {
+        out << "Submit it by: bash " << script << "\n";
     }
     return StatusDone;
 }
@@ -237,6 +268,18 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     checks->add_option("STUDY", read.study, "the study file")->required();
     CLI::App* collects = app.add_subcommand("collect", "merges the parts of a folder");
     collects->add_option("DIR", read.folder, "the folder of the results")->required();
+    CLI::App* cluster = app.add_subcommand("slurm", "writes the jobs of a Slurm cluster");
+    cluster->add_option("STUDY", read.study, "the study file")->required();
+    cluster->add_option("--output", read.folder, "the folder of the results, made if missing")
+        ->required();
+    cluster->add_option("--parts", read.parts, "tasks of the array job")
+        ->required()
+        ->check(CLI::Range(1, 1000000));
+    int taskJobs = 1;
+    cluster->add_option("--jobs", taskJobs, "processors of a task")
+        ->check(CLI::Range(1, 1000))
+        ->capture_default_str();
+    cluster->add_flag("--submit", read.submit, "submits them");
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {
@@ -258,8 +301,15 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
             collectParts(read.folder);
             return StatusDone;
         }
+        if (cluster->parsed()) {
+            read.jobs = taskJobs;
+            return slurm(read, out, errors);
+        }
         return run(read, errors, terminal);
     } catch (const OtherStudyFault& fault) {
+        errors << "korvane-study: " << fault.text << "\n";
+        return StatusUsage;
+    } catch (const UsageFault& fault) {
         errors << "korvane-study: " << fault.text << "\n";
         return StatusUsage;
     } catch (const StoreFault& fault) {

@@ -21,6 +21,7 @@
 #include <cctype>
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <map>
 #include <optional>
 
@@ -175,8 +176,12 @@ struct Draws::Contents {
 std::string distributionFault(const Variable& variable) {
     try {
         const OT::Distribution made = distributionOf(variable);
-        const double middle = made.computeQuantile(0.5)[0];
-        return std::isfinite(middle) ? "" : "has no finite numbers";
+        // Not every distribution looks at its parameters itself.
+        const double low = made.computeQuantile(0.05)[0];
+        const double high = made.computeQuantile(0.95)[0];
+        return std::isfinite(low) && std::isfinite(high) && low < high
+                   ? ""
+                   : "\"" + variable.distribution + "\" cannot be: its quantiles do not rise";
     } catch (const StudyFault& fault) {
         return fault.text;
     } catch (const std::exception& fault) {
@@ -184,22 +189,27 @@ std::string distributionFault(const Variable& variable) {
     }
 }
 
-std::string correlationFault(const Study& study) {
+bool canBeTogether(const Study& study) {
     try {
-        const OT::CorrelationMatrix normal =
+        OT::CorrelationMatrix normal =
             OT::NormalCopula::GetCorrelationFromSpearmanCorrelation(rankMatrix(study));
-        return OT::CorrelationMatrix(normal).isPositiveDefinite()
-                   ? ""
-                   : "cannot be together with the other correlations";
+        return normal.isPositiveDefinite();
     } catch (const std::exception&) {
-        return "cannot be together with the other correlations";
+        return false;
     }
 }
 
 DistributionFigures figuresOf(const Variable& variable) {
     const OT::Distribution made = distributionOf(variable);
-    return {.mean = made.getMean()[0],
-            .deviation = made.getStandardDeviation()[0],
+    const auto moment = [](const auto& work) {
+        try {
+            return static_cast<double>(work());
+        } catch (const std::exception&) {
+            return std::numeric_limits<double>::quiet_NaN();
+        }
+    };
+    return {.mean = moment([&] { return made.getMean()[0]; }),
+            .deviation = moment([&] { return made.getStandardDeviation()[0]; }),
             .low = made.computeQuantile(0.05)[0],
             .high = made.computeQuantile(0.95)[0]};
 }

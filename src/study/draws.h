@@ -13,10 +13,10 @@ namespace korvane::study {
 /// parameters, bounds. Empty where nothing is.
 std::string distributionFault(const Variable& variable);
 
-/// What is wrong with the correlations together: empty where they can be.
-std::string correlationFault(const Study& study);
+/// Whether numbers can have all correlations of a study at once.
+bool canBeTogether(const Study& study);
 
-/// Mean, deviation and quantiles of a distribution.
+/// Mean, deviation and quantiles of a distribution; NaN for a mean or deviation that it has not.
 struct DistributionFigures {
     double mean = 0;
     double deviation = 0;

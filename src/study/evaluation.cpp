@@ -2,6 +2,7 @@
 
 #include "rowe/pile_sections.h"
 #include "runtime/run_guarded.h"
+#include "study/design_depth.h"
 #include "study/plan.h"
 
 #include <algorithm>
@@ -62,8 +63,36 @@ const char* outcomeName(FailureCode outcome) {
     return outcome == FailureCode::None ? "solved" : failureName(outcome);
 }
 
-Evaluation::Evaluation(const Study& study) : study_(study), problem_(study.base) {
+Evaluation::Evaluation(const Study& study)
+    : study_(study), asksDesign_(std::any_of(
+                         study.limits.begin(), study.limits.end(),
+                         [](const LimitState& limit) { return limit.condition.asksDesign(); })),
+      problem_(study.base) {
     LoadPileDefaults(sections_);
+    if (asksDesign_) {
+        designWorkspace_.emplace();
+    }
+}
+
+void Evaluation::solveDesign() {
+    designResults_ = nullptr;
+    if (!asksDesign_ || solved_.failure.code == FailureCode::InvalidProblem) {
+        return;
+    }
+    // A fault leaves the design without results: no solution.
+    static_cast<void>(runGuarded([&] {
+        makeDesign(problem_, design_);
+        designResults_ =
+            korvane::solve(design_, study_.options, sections_, *designWorkspace_).results;
+    }));
+}
+
+LimitValues Evaluation::limitValues(const std::vector<double>& numbers) const {
+    return {.variables = numbers,
+            .problem = problem_,
+            .results = solved_.results,
+            .design = designResults_,
+            .units = study_.units};
 }
 
 /// Fields go back to the base first; variables on the same field follow one another.
@@ -103,6 +132,7 @@ const Solved& Evaluation::solve(const std::vector<double>& numbers) {
         solved_.failure.code = FailureCode::RunTimeError;
         solved_.failure.error = fault->number();
     }
+    solveDesign();
     return solved_;
 }
 
@@ -125,7 +155,7 @@ void Evaluation::fill(const std::vector<double>& numbers, Row& row) {
     }
     row.limits.clear();
     for (const LimitState& limit : study_.limits) {
-        row.limits.push_back(limit.reached(row.numbers, solved, study_.units));
+        row.limits.push_back(limit.reached(limitValues(row.numbers)));
     }
     row.outcome = solved.failure.code;
     row.reason = solved.failure ? reasonOf(solved.failure) : std::string();

@@ -4,6 +4,7 @@
 #include "notes/notes.h"
 #include "study/study.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,19 +34,26 @@ class Evaluation {
     const Solved& solve(const std::vector<double>& numbers);
     /// The problem that was solved last.
     const Problem& problem() const { return problem_; }
+    /// What limit states are held against after a solution with these numbers.
+    LimitValues limitValues(const std::vector<double>& numbers) const;
 
     /// Solves and fills all but the id.
     void fill(const std::vector<double>& numbers, Row& row);
 
   private:
     void change(const std::vector<double>& numbers);
+    void solveDesign();
 
     const Study& study_;
+    bool asksDesign_; ///< by a limit state
     Problem problem_;
     PileSections sections_;
     Workspace workspace_;
     NoteWorkspace second_;
     Solved solved_;
+    Problem design_;
+    std::optional<Workspace> designWorkspace_;
+    const Results* designResults_ = nullptr;
 };
 
 } // namespace korvane::study

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <optional>
 
 namespace korvane::study {
@@ -16,7 +17,10 @@ struct Condition::Node {
         Number,
         Variable,
         Output,
+        DesignBottom, ///< of the wall as a design at factor 1
+        WallBottom,
         Negative,
+        Absolute,
         Sum,
         Difference,
         Product,
@@ -46,7 +50,7 @@ bool isCondition(const Node& node) {
 }
 
 double outputOf(const Node& node, const LimitValues& values, int level) {
-    const LevelResult& result = values.solved.results->levels(node.level == 0 ? level : node.level);
+    const LevelResult& result = values.results->levels(node.level == 0 ? level : node.level);
     return inUnits(node.output->field.quantity, node.output->value(result), values.units);
 }
 
@@ -59,8 +63,16 @@ double numberOf(const Node& node, const LimitValues& values, int level) {
         return values.variables[node.variable];
     case Kind::Output:
         return outputOf(node, values, level);
+    case Kind::DesignBottom:
+        return inUnits(Quantity::Length,
+                       values.design->levels(node.level == 0 ? level : node.level).bottomElev,
+                       values.units);
+    case Kind::WallBottom:
+        return inUnits(Quantity::Length, values.problem.WallBottomElev, values.units);
     case Kind::Negative:
         return -part(node.first);
+    case Kind::Absolute:
+        return std::abs(part(node.first));
     case Kind::Sum:
         return part(node.first) + part(node.second);
     case Kind::Difference:
@@ -96,10 +108,38 @@ bool holdsAt(const Node& node, const LimitValues& values, int level) {
     }
 }
 
-bool namesOutput(const Node& node, std::string_view name) {
-    return (node.output != nullptr && node.output->field.name == name) ||
-           (node.first != nullptr && namesOutput(*node.first, name)) ||
-           (node.second != nullptr && namesOutput(*node.second, name));
+bool anyNode(const Node& node, const std::function<bool(const Node&)>& is) {
+    return is(node) || (node.first != nullptr && anyNode(*node.first, is)) ||
+           (node.second != nullptr && anyNode(*node.second, is));
+}
+
+bool isFactor(const Node& node) {
+    return node.output != nullptr &&
+           std::string_view(node.output->field.name) == results::factorOfSafety.name;
+}
+
+bool isOne(const Node& node) {
+    return node.kind == Kind::Number && node.number == 1;
+}
+
+/// A condition with the design's bottom in place of the factor of safety.
+Part askingDesign(const Part& part) {
+    if (part == nullptr) {
+        return part;
+    }
+    Node node = *part;
+    const bool isComparison = node.kind == Kind::Greater || node.kind == Kind::AtLeast;
+    if (isComparison && ((isFactor(*node.first) && isOne(*node.second)) ||
+                         (isOne(*node.first) && isFactor(*node.second)))) {
+        for (Part* side : {&node.first, &node.second}) {
+            const Kind kind = isOne(**side) ? Kind::WallBottom : Kind::DesignBottom;
+            *side = std::make_shared<Node>(Node{.kind = kind, .level = (*side)->level});
+        }
+        return std::make_shared<Node>(node);
+    }
+    node.first = askingDesign(node.first);
+    node.second = askingDesign(node.second);
+    return std::make_shared<Node>(node);
 }
 
 } // namespace
@@ -224,16 +264,37 @@ class ConditionReader {
         return part;
     }
 
+    /// What stands inside of something; brackets and signs go no deeper than a person writes.
+    Part inner(Part (ConditionReader::*readPart)()) {
+        if (++depth_ > Deepest && fault_.empty()) {
+            fault_ = "brackets and signs are nested too deeply";
+        }
+        Part part = fault_.empty() ? (this->*readPart)() : std::make_shared<Node>();
+        --depth_;
+        return part;
+    }
+
+    Part bracket() {
+        Part part = inner(&ConditionReader::either);
+        if (fault_.empty() && !take(")")) {
+            fault_ = "a bracket is not closed";
+        }
+        return part;
+    }
+
     Part operand() {
         if (take("-")) {
-            return join(Kind::Negative, operand(), std::make_shared<Node>());
+            return join(Kind::Negative, inner(&ConditionReader::operand), std::make_shared<Node>());
+        }
+        if (take("abs")) {
+            if (!take("(")) {
+                fault_ = "abs needs brackets: abs(maxMoment)";
+                return std::make_shared<Node>();
+            }
+            return join(Kind::Absolute, bracket(), std::make_shared<Node>());
         }
         if (take("(")) {
-            Part part = either();
-            if (fault_.empty() && !take(")")) {
-                fault_ = "a bracket is not closed";
-            }
-            return part;
+            return bracket();
         }
         Node leaf;
         if (isNumeric(word_)) {
@@ -286,6 +347,8 @@ class ConditionReader {
     std::string word_;
     std::string fault_;
     bool forEachLevel_ = false;
+    int depth_ = 0;
+    static constexpr int Deepest = 100;
 };
 
 double Condition::margin(const LimitValues& values) const {
@@ -305,20 +368,37 @@ bool Condition::holds(const LimitValues& values) const {
 }
 
 bool Condition::names(std::string_view output) const {
-    return namesOutput(*root_, output);
+    return anyNode(*root_, [output](const Node& node) {
+        return node.output != nullptr && node.output->field.name == output;
+    });
+}
+
+void Condition::askDesign() {
+    root_ = askingDesign(root_);
+}
+
+bool Condition::asksDesign() const {
+    return anyNode(*root_, [](const Node& node) { return node.kind == Kind::DesignBottom; });
+}
+
+bool Condition::isKnown(const LimitValues& values) const {
+    const bool asksResults =
+        anyNode(*root_, [](const Node& node) { return node.kind == Kind::Output; });
+    return (values.design != nullptr || !asksDesign()) &&
+           (values.results != nullptr || (asksDesign() && !asksResults));
 }
 
 ReadCondition readCondition(std::string_view text, std::span<const std::string> variables,
                             const Problem& base) {
+    constexpr std::size_t Longest = 10000;
+    if (text.size() > Longest) {
+        return {.condition = {}, .fault = "is longer than 10,000 characters"};
+    }
     return ConditionReader(text, variables, base).read();
 }
 
-bool LimitState::reached(std::span<const double> variables, const Solved& solved,
-                         UnitSystem units) const {
-    if (solved.results == nullptr) {
-        return noSolutionFails;
-    }
-    return condition.holds({.variables = variables, .solved = solved, .units = units});
+bool LimitState::reached(const LimitValues& values) const {
+    return condition.isKnown(values) ? condition.holds(values) : noSolutionFails;
 }
 
 } // namespace korvane::study

@@ -13,15 +13,18 @@
 
 namespace korvane::study {
 
-/// The numbers that a condition is held against, in the units of the study.
+/// What a condition is held against.
 struct LimitValues {
-    std::span<const double> variables;
-    const Solved& solved; ///< with results
+    std::span<const double> variables; ///< in the units of the study
+    const Problem& problem;
+    const Results* results = nullptr; ///< null where the wall has no solution
+    const Results* design = nullptr;  ///< of the wall as a design at factor 1, where it is asked
     UnitSystem units;
 };
 
 /// A condition as it was read. `and` binds before `or`; brackets group conditions; the sides of a
-/// comparison are sums and products of numbers, variables and outputs.
+/// comparison are sums and products of numbers, variables and outputs, and abs(...) of them:
+/// moments and shears have signs.
 class Condition {
   public:
     struct Node;
@@ -35,6 +38,12 @@ class Condition {
     bool holds(const LimitValues& values) const;
     /// Whether it speaks of an output (by its name without suffix).
     bool names(std::string_view output) const;
+    /// Comparisons of the factor of safety with 1 become those of the bottom of the design at
+    /// factor 1 with that of the wall. Others stay as they are.
+    void askDesign();
+    bool asksDesign() const;
+    /// Whether there are the results that it speaks of.
+    bool isKnown(const LimitValues& values) const;
 
   private:
     friend struct ReadCondition;
@@ -60,7 +69,7 @@ struct LimitState {
     bool noSolutionFails = true; ///< a wall without a solution has reached the state
 
     /// Whether a variant has reached it.
-    bool reached(std::span<const double> variables, const Solved& solved, UnitSystem units) const;
+    bool reached(const LimitValues& values) const;
 };
 
 } // namespace korvane::study

@@ -46,8 +46,6 @@ const std::array<LevelOutput, 11> Outputs{{
      [](Level r) { return r.diagrams.MaxDeflection.elev; }, ofDesign},
 }};
 
-constexpr std::string_view NotePrefix = "note.";
-
 /// The suffixed name of an output with one of the two levels of an anchored wall.
 std::optional<LevelSuffix> levelNamed(std::string_view name, const Problem& base) {
     for (const LevelSuffix& level : levelSuffixes(base)) {
@@ -121,8 +119,12 @@ std::optional<double> OutputColumn::value(const Solved& solved, const std::vecto
 std::vector<OutputColumn> columnsOf(std::string_view name, const Problem& base) {
     std::vector<OutputColumn> columns;
     if (name.starts_with(NotePrefix)) {
-        columns.push_back(
-            {.name = std::string(name), .note = std::string(name.substr(NotePrefix.size()))});
+        const std::string_view code = name.substr(NotePrefix.size());
+        const std::vector<std::string_view> known = noteCodes();
+        if (std::find(known.begin(), known.end(), code) == known.end()) {
+            return columns;
+        }
+        columns.push_back({.name = std::string(name), .note = std::string(code)});
         return columns;
     }
     if (const LevelOutput* output = findOutput(name, base)) {

@@ -48,6 +48,9 @@ struct OutputColumn {
                                 UnitSystem units) const;
 };
 
+/// Before the code of a note that is an output.
+inline constexpr std::string_view NotePrefix = "note.";
+
 /// The columns of an output as a study names it: "penetration", "maxMoment_free", "note.CODE".
 /// None where there is no such output.
 std::vector<OutputColumn> columnsOf(std::string_view name, const Problem& base);

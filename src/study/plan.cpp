@@ -125,12 +125,10 @@ void Plan::drawnNumbers(std::uint64_t point, std::uint64_t block, std::vector<do
         const bool second = block == 1 || block == i + 2;
         uniforms_[i] = coordinate(point, second ? i + dimension : i);
     }
-    if (center_.empty()) {
+    if (centers_.empty()) {
         draws_.fromUniforms(uniforms_, drawn_);
     } else {
-        for (std::size_t i = 0; i < dimension; ++i) {
-            uniforms_[i] = center_[i] + OT::DistFunc::qNormal(uniforms_[i]);
-        }
+        moveToCenter(point);
         draws_.fromNormals(uniforms_, drawn_);
     }
     for (std::size_t n = 0; n < numbers.size(); ++n) {
@@ -143,13 +141,21 @@ void Plan::drawnNumbers(std::uint64_t point, std::uint64_t block, std::vector<do
     }
 }
 
-double Plan::weight(std::uint64_t index) {
-    double exponent = 0;
-    for (std::size_t i = 0; i < center_.size(); ++i) {
-        const double z = OT::DistFunc::qNormal(coordinate(index, i));
-        exponent -= center_[i] * (z + center_[i] / 2);
+/// Uniform numbers become normal ones around one of the centers.
+void Plan::moveToCenter(std::uint64_t point) {
+    const std::vector<double>& center = centers_[point % centers_.size()];
+    for (std::size_t i = 0; i < uniforms_.size(); ++i) {
+        uniforms_[i] = center[i] + OT::DistFunc::qNormal(uniforms_[i]);
     }
-    return std::exp(exponent);
+    double density = 0; // of the sample, to that of the distributions
+    for (const std::vector<double>& other : centers_) {
+        double exponent = 0;
+        for (std::size_t i = 0; i < uniforms_.size(); ++i) {
+            exponent += other[i] * (uniforms_[i] - other[i] / 2);
+        }
+        density += std::exp(exponent);
+    }
+    weight_ = static_cast<double>(centers_.size()) / density;
 }
 
 } // namespace korvane::study

@@ -30,22 +30,26 @@ class Plan {
     /// Numbers of all variables of variant `index` (from 0).
     void numbers(std::uint64_t index, std::vector<double>& numbers);
 
-    /// A sample is drawn around this point of standard normal numbers from now on.
-    void drawAround(std::vector<double> center) { center_ = std::move(center); }
-    /// How much a variant counts in a sample drawn around a point: the ratio of the densities.
-    double weight(std::uint64_t index);
+    /// A sample is drawn around these points of standard normal numbers from now on, in turn.
+    void drawAround(std::vector<std::vector<double>> centers) { centers_ = std::move(centers); }
+    /// How much the variant of the last call of `numbers` counts in a sample drawn around points:
+    /// the ratio of the density of the distributions to that of the sample (the mean of those
+    /// around each point, so that every limit state may use every variant).
+    double weight() const { return weight_; }
 
   private:
     void gridNumbers(std::uint64_t index, std::vector<double>& numbers) const;
     void oneAtATimeNumbers(std::uint64_t index, std::vector<double>& numbers) const;
     void drawnNumbers(std::uint64_t point, std::uint64_t block, std::vector<double>& numbers);
     double coordinate(std::uint64_t point, std::size_t coordinate) const;
+    void moveToCenter(std::uint64_t point);
 
     const Study* study_;
     Draws draws_;
     std::uint64_t size_ = 0;
     std::vector<std::array<double, 2>> ends_; ///< of each variable, one at a time
-    std::vector<double> center_;
+    std::vector<std::vector<double>> centers_;
+    double weight_ = 1;
     std::vector<double> uniforms_;
     std::vector<double> drawn_;
 };

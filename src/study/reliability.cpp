@@ -15,15 +15,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace korvane::study {
 
 namespace {
 
 constexpr int MostSolutions = 20000;
-/// A depth has kinks of 0.0001 FT: nearer to the limit than this there is nothing to find.
-constexpr double SolvedNearness = 1e-3;
+/// A depth has kinks of 0.0001 FT: nearer to the limit than this the search finds nothing.
+constexpr double FeetNearness = 1e-3;
+/// The same of any margin, and where no wall is asked, as shares of that of the median.
+constexpr double WallNearness = 1e-4;
 constexpr double PlainNearness = 1e-10;
+/// A point further from the limit state than this share has not met it.
+constexpr double Missed = 0.01;
 
 /// How far a wall is from a limit state, over independent standard normal numbers.
 class Margin : public OT::EvaluationImplementation {
@@ -57,15 +62,17 @@ class Margin : public OT::EvaluationImplementation {
         for (std::size_t i = 0; i < drawn.size(); ++i) {
             numbers[draws_.variableOf(i)] = drawn[i];
         }
-        const Solved& solved = evaluation_->solve(numbers);
+        evaluation_->solve(numbers);
         ++*solutions_;
-        if (solved.results == nullptr) {
+        const LimitValues values = evaluation_->limitValues(numbers);
+        if (!limit_.condition.isKnown(values)) {
             return limit_.noSolutionFails ? -usual_ : usual_;
         }
-        return limit_.condition.margin(
-            {.variables = numbers, .solved = solved, .units = study_.units});
+        return limit_.condition.margin(values);
     }
 
+    /// Of the median; never 0.
+    double usual() const { return usual_; }
     const Draws& draws() const { return draws_; }
     std::uint64_t solutions() const { return *solutions_; }
 
@@ -79,21 +86,62 @@ class Margin : public OT::EvaluationImplementation {
     double usual_ = 1; ///< of the median
 };
 
-bool namesOutput(const Study& study, const Condition& condition) {
+bool asksWall(const Study& study, const Condition& condition) {
     const std::vector<std::string_view> names = outputNames(study.base);
-    return std::any_of(names.begin(), names.end(),
+    return condition.asksDesign() ||
+           std::any_of(names.begin(), names.end(),
                        [&](std::string_view name) { return condition.names(name); });
 }
 
-OT::Cobyla search(bool isSolved) {
+OT::Cobyla search(double nearness) {
     OT::Cobyla cobyla;
     cobyla.setMaximumEvaluationNumber(MostSolutions);
     cobyla.setMaximumIterationNumber(MostSolutions);
     cobyla.setMaximumAbsoluteError(1e-9);
     cobyla.setMaximumRelativeError(1e-9);
     cobyla.setMaximumResidualError(1e-9);
-    cobyla.setMaximumConstraintError(isSolved ? SolvedNearness : PlainNearness);
+    cobyla.setMaximumConstraintError(nearness);
     return cobyla;
+}
+
+/// How near to the limit state the search goes, in the units of the margin.
+double nearnessOf(const Study& study, const LimitState& limit, double usual) {
+    return asksWall(study, limit.condition)
+               ? std::max(inUnits(Quantity::Length, FeetNearness, study.units),
+                          WallNearness * usual)
+               : PlainNearness * usual;
+}
+
+/// The point on the ray through a found one at which the state is reached, where it is within a
+/// hundredth of it: the last digits, which the search for the ray leaves open.
+void sharpen(const Margin& margin, std::vector<double>& point) {
+    const std::vector<double> found = point;
+    const auto at = [&](double scale) {
+        for (std::size_t i = 0; i < point.size(); ++i) {
+            point[i] = scale * found[i];
+        }
+        return margin.at(point);
+    };
+    double low = 0.99;
+    double high = 1.01;
+    const bool lowIsSafe = at(low) > 0;
+    if (lowIsSafe == (at(high) > 0)) {
+        point = found;
+        return;
+    }
+    for (int n = 0; n < 40; ++n) {
+        const double middle = (low + high) / 2;
+        ((at(middle) > 0) == lowIsSafe ? low : high) = middle;
+    }
+    at((low + high) / 2);
+}
+
+double lengthOf(const std::vector<double>& point) {
+    double squares = 0;
+    for (const double u : point) {
+        squares += u * u;
+    }
+    return std::sqrt(squares);
 }
 
 } // namespace
@@ -107,17 +155,21 @@ FirstOrder firstOrder(const Study& study, const LimitState& limit) {
         const OT::CompositeRandomVector distance(OT::Function(margin.clone()),
                                                  OT::RandomVector(standard));
         const OT::ThresholdEvent event(distance, OT::Less(), 0.0);
-        OT::FORM form(search(namesOutput(study, limit.condition)), event,
+        OT::FORM form(search(nearnessOf(study, limit, margin.usual())), event,
                       OT::Point(dimension, 0.1));
         form.run();
-        const OT::FORMResult found = form.getResult();
-        const OT::Point point = found.getStandardSpaceDesignPoint();
+        const OT::Point point = form.getResult().getStandardSpaceDesignPoint();
         result.standard.assign(point.begin(), point.end());
+        sharpen(margin, result.standard);
         margin.draws().fromNormals(result.standard, result.designPoint);
-        result.beta = found.getHasoferReliabilityIndex();
+        const bool isReached = margin.at(std::vector<double>(dimension, 0.0)) < 0;
+        result.beta = lengthOf(result.standard) * (isReached ? -1 : 1);
         result.probability = OT::DistFunc::pNormal(-result.beta);
         for (const double u : result.standard) {
-            result.importance.push_back(u * u / (result.beta * result.beta));
+            result.importance.push_back(result.beta == 0 ? 0 : u * u / (result.beta * result.beta));
+        }
+        if (!(std::abs(margin.at(result.standard)) <= Missed * margin.usual())) {
+            result.fault = "the search has not met the limit state";
         }
     } catch (const std::exception& fault) {
         result.fault = fault.what();
@@ -147,16 +199,23 @@ void addFirstOrder(std::vector<Statistic>& all, const Study& study) {
 }
 
 void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store) {
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    // Fewer hits tell nothing of how far the weights spread.
+    constexpr double LeastHits = 10;
     for (const LimitState& limit : study.limits) {
         const std::string hit = "weight * " + quoted(limit.name);
-        store.query("SELECT count(*), sum(" + hit + "), sum(" + hit + " * weight) FROM variants",
+        store.query("SELECT count(*), sum(" + hit + "), sum(" + hit + " * weight), sum(" +
+                        quoted(limit.name) + ") FROM variants",
                     [&](const std::vector<double>& row) {
                         const double mean = row[1] / row[0];
                         const double variance = row[2] / row[0] - mean * mean;
                         const double half = OT::DistFunc::qNormal(0.025, true) *
                                             std::sqrt(std::max(variance, 0.0) / row[0]);
+                        const bool few = row[3] < LeastHits;
+                        all.push_back({limit.name, "reached", row[3], none, none});
                         all.push_back({limit.name, "probability by importance sampling", mean,
-                                       std::max(0.0, mean - half), mean + half});
+                                       few ? none : std::max(0.0, mean - half),
+                                       few ? none : std::min(1.0, mean + half)});
                     });
     }
 }

@@ -26,7 +26,8 @@ FirstOrder firstOrder(const Study& study, const LimitState& limit);
 /// Rows for the table of statistics.
 void addFirstOrder(std::vector<Statistic>& all, const Study& study);
 
-/// The probability by a sample around the design point, with an interval of 95 %.
+/// The probability by a sample around the design points, with an interval of 95 % from the
+/// deviation of the weights; without one where the state was reached less than 10 times.
 void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store);
 
 } // namespace korvane::study

@@ -47,7 +47,7 @@ class Workshop {
                 plan.numbers(id, numbers);
                 evaluation.fill(numbers, row);
                 row.id = id;
-                row.weight = plan.weight(id);
+                row.weight = plan.weight();
             }
             const std::lock_guard lock(mutex_);
             finished_.emplace(block.from, std::move(rows));
@@ -59,7 +59,7 @@ class Workshop {
     std::vector<Row> next(Clock::time_point patience) {
         std::unique_lock lock(mutex_);
         changed_.wait_until(lock, patience, [this] {
-            return broken_ || wanted_ == share_.to || finished_.contains(wanted_);
+            return !fault_.empty() || wanted_ == share_.to || finished_.contains(wanted_);
         });
         const auto found = finished_.find(wanted_);
         if (found == finished_.end()) {
@@ -74,15 +74,26 @@ class Workshop {
 
     bool isOver() {
         const std::lock_guard lock(mutex_);
-        return wanted_ == share_.to || broken_;
+        return wanted_ == share_.to || !fault_.empty();
     }
 
     /// No more blocks are handed out.
-    void stop(bool broken) {
+    void stop() {
         const std::lock_guard lock(mutex_);
         stopped_ = true;
-        broken_ = broken_ || broken;
         changed_.notify_all();
+    }
+    /// A thread has ended by a fault.
+    void breakOff(const std::string& fault) {
+        const std::lock_guard lock(mutex_);
+        stopped_ = true;
+        fault_ = fault_.empty() ? fault : fault_;
+        changed_.notify_all();
+    }
+    /// Why a thread has ended; empty where none has.
+    std::string fault() {
+        const std::lock_guard lock(mutex_);
+        return fault_;
     }
 
   private:
@@ -108,7 +119,7 @@ class Workshop {
     std::uint64_t wanted_;
     std::map<std::uint64_t, std::vector<Row>> finished_;
     bool stopped_ = false;
-    bool broken_ = false; ///< a thread has ended by a fault
+    std::string fault_;
 };
 
 /// Threads that end with the object.
@@ -120,8 +131,7 @@ class Crew {
             const auto fault = runGuarded([&] {
                 threads_.emplace_back([this] {
                     if (const auto ended = runGuarded([this] { workshop_.work(); })) {
-                        fault_ = ended->what();
-                        workshop_.stop(true);
+                        workshop_.breakOff(ended->what());
                     }
                 });
             });
@@ -136,19 +146,18 @@ class Crew {
 
     /// After the end of all: why one has ended by a fault.
     std::string join() {
-        workshop_.stop(false);
+        workshop_.stop();
         for (std::thread& thread : threads_) {
             if (thread.joinable()) {
                 thread.join();
             }
         }
-        return fault_;
+        return workshop_.fault();
     }
 
   private:
     Workshop& workshop_;
     std::vector<std::thread> threads_;
-    std::string fault_;
 };
 
 void makeFolder(const std::string& folder) {
@@ -174,6 +183,19 @@ void storeTarget(const Study& study, Store& store) {
     store.writeStatistics(all);
     store.setProvenance("complete", "yes");
     store.commit();
+}
+
+/// Those of all limit states.
+std::vector<std::vector<double>> designPoints(const Study& study) {
+    std::vector<std::vector<double>> points;
+    for (const LimitState& limit : study.limits) {
+        const FirstOrder found = firstOrder(study, limit);
+        if (!found.fault.empty()) {
+            throw StoreFault{"no design point of " + limit.name + ": " + found.fault};
+        }
+        points.push_back(found.standard);
+    }
+    return points;
 }
 
 void finish(const Study& study, Store& store, bool whole) {
@@ -213,6 +235,35 @@ std::uint64_t partsIn(const std::string& folder) {
         throw StoreFault{folder + " holds no parts of a study"};
     }
     return parts;
+}
+
+/// The file of a name in a folder, if it is there, must hold the study.
+void checkFile(const fs::path& path, const Study& study) {
+    std::error_code ignored;
+    if (fs::exists(path, ignored)) {
+        Store(path.string(), Store::Look::Briefly).checkSame(study);
+    }
+}
+
+/// Results and parts of another study in the folder are found before anything is written. A file
+/// that another run holds at present tells nothing.
+void checkFolder(const RunRequest& request) {
+    const fs::path folder = request.folder;
+    try {
+        checkFile(folder / fileOfPart(1, 1), request.study);
+        std::error_code fault;
+        for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
+             entry.increment(fault)) {
+            if (partsOf(entry->path().filename().string()) != 0) {
+                checkFile(entry->path(), request.study);
+                return; // those of one study together
+            }
+        }
+    } catch (const OtherStudyFault&) {
+        throw;
+    } catch (const StoreFault&) {
+        return; // damage is told of where the file is used
+    }
 }
 
 /// Why a part cannot be taken; empty where it can.
@@ -263,8 +314,13 @@ void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& 
 }
 
 bool runStudy(const RunRequest& request) {
-    makeFolder(request.folder);
     Plan plan(request.study);
+    if (plan.size() == 0 && request.parts > 1) {
+        throw UsageFault{{std::string("the method ") + methodName(request.study.method) +
+                          " has no variants to share between parts"}};
+    }
+    makeFolder(request.folder);
+    checkFolder(request);
     const Share share = shareOf(plan.size(), request.part, request.parts);
     Store store((fs::path(request.folder) / fileOfPart(request.part, request.parts)).string(),
                 request.study, share.from, share.to);
@@ -276,11 +332,7 @@ bool runStudy(const RunRequest& request) {
         return true;
     }
     if (isWeighted(request.study)) {
-        const FirstOrder found = firstOrder(request.study, request.study.limits.front());
-        if (!found.fault.empty()) {
-            throw StoreFault{"no design point: " + found.fault};
-        }
-        plan.drawAround(found.standard);
+        plan.drawAround(designPoints(request.study));
     }
     runShare(request, plan, store, share);
     if (store.next() < share.to) {
@@ -306,17 +358,24 @@ void collectParts(const std::string& folder) {
     if (!read.fault.empty()) {
         throw StoreFault{read.fault};
     }
-    // A collection that was killed is begun anew.
+    const std::uint64_t size = Plan(read.study).size();
+    if (const fs::path old = fs::path(folder) / fileOfPart(1, 1); fs::exists(old)) {
+        Store(old.string()).checkSame(read.study); // no journal of it may outlive it
+    }
+    for (std::uint64_t part = 1; part <= parts; ++part) {
+        const Share share = shareOf(size, part, parts);
+        Store((fs::path(folder) / fileOfPart(part, parts)).string(), read.study, share.from,
+              share.to);
+    }
+    // A collection that was killed is begun anew, without what its journal remembers.
     const fs::path unfinished = fs::path(folder) / "collecting.sqlite";
     std::error_code ignored;
     fs::remove(unfinished, ignored);
+    fs::remove(unfinished.string() + "-journal", ignored);
     {
-        Store whole(unfinished.string(), read.study, 0, Plan(read.study).size());
+        Store whole(unfinished.string(), read.study, 0, size);
         for (std::uint64_t part = 1; part <= parts; ++part) {
-            const std::string path = (fs::path(folder) / fileOfPart(part, parts)).string();
-            const Share share = shareOf(Plan(read.study).size(), part, parts);
-            Store(path, read.study, share.from, share.to);
-            whole.take(path);
+            whole.take((fs::path(folder) / fileOfPart(part, parts)).string());
         }
         finish(read.study, whole, true);
     }

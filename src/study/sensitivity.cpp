@@ -13,8 +13,8 @@ namespace korvane::study {
 
 namespace {
 
-/// Rows that are held in memory at most.
-constexpr std::size_t MostRows = 2000000;
+/// Rows that are held in memory at most: those of the first points, whose number is told.
+constexpr std::size_t MostRows = 1000000;
 
 std::vector<SobolIndex> withIntervals(const OT::Point& values, const OT::Interval& interval) {
     std::vector<SobolIndex> all;
@@ -77,6 +77,9 @@ void addSensitivity(std::vector<Statistic>& all, const Study& study, const Store
         if (blocks.front().size() < 2 || *least == *largest) {
             continue; // nothing varies
         }
+        all.push_back({output.name, "points", static_cast<double>(blocks.front().size()),
+                       std::numeric_limits<double>::quiet_NaN(),
+                       std::numeric_limits<double>::quiet_NaN()});
         const SobolIndices indices = sobolIndices(blocks);
         for (std::size_t i = 0; i < draws.dimension(); ++i) {
             const std::string& name = study.variables[draws.variableOf(i)].name;

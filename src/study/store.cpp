@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
@@ -16,8 +17,19 @@ namespace korvane::study {
 namespace {
 
 [[noreturn]] void fail(sqlite3* database, const std::string& path) {
-    throw StoreFault{path + ": " +
-                     (database == nullptr ? "out of memory" : sqlite3_errmsg(database))};
+    if (database == nullptr) {
+        throw StoreFault{path + ": out of memory"};
+    }
+    const std::string reason = sqlite3_errmsg(database);
+    switch (sqlite3_errcode(database) & 0xFF) {
+    case SQLITE_BUSY:
+        throw StoreFault{path + " is in use by another run (" + reason + ")"};
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+        throw StoreFault{path + " is damaged (" + reason + ")"};
+    default:
+        throw StoreFault{path + ": " + reason};
+    }
 }
 
 /// A prepared statement.
@@ -60,9 +72,7 @@ class Statement {
     bool step() {
         const int code = sqlite3_step(statement_);
         if (code != SQLITE_ROW && code != SQLITE_DONE) {
-            const std::string fault = sqlite3_errmsg(database_);
-            sqlite3_reset(statement_);
-            throw StoreFault{path_ + ": " + fault};
+            fail(database_, path_);
         }
         return code == SQLITE_ROW;
     }
@@ -81,7 +91,8 @@ class Statement {
     std::int64_t whole(int column) const { return sqlite3_column_int64(statement_, column); }
     std::string text(int column) const {
         const auto* bytes = sqlite3_column_text(statement_, column);
-        return bytes == nullptr ? "" : reinterpret_cast<const char*>(bytes);
+        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
+        return bytes == nullptr ? "" : std::string(reinterpret_cast<const char*>(bytes), size);
     }
     int columns() const { return sqlite3_column_count(statement_); }
 
@@ -163,12 +174,19 @@ struct Store::Contents {
         if (sqlite3_open_v2(path.c_str(), &database, flags, nullptr) != SQLITE_OK) {
             fail(database, path);
         }
-        sqlite3_busy_timeout(database, 0);
+        // Others may look at the file for a moment.
+        sqlite3_busy_timeout(database, 500);
     }
     Statement prepare(const std::string& sql) const { return {database, path, sql}; }
     void run(const std::string& sql) const { prepare(sql).run(); }
-    bool hasTables() const {
-        return prepare("SELECT 1 FROM sqlite_master WHERE name = 'provenance'").step();
+    bool hasTable(const std::string& which = "name = 'provenance'") const {
+        return prepare("SELECT 1 FROM sqlite_master WHERE " + which).step();
+    }
+    void checkWhole() const {
+        Statement check = prepare("PRAGMA quick_check(1)");
+        if (!check.step() || check.text(0) != "ok") {
+            throw StoreFault{path + " is damaged (" + check.text(0) + ")"};
+        }
     }
     std::string provenance(const std::string& key) const {
         Statement get = prepare("SELECT value FROM provenance WHERE key = ?");
@@ -182,7 +200,6 @@ struct Store::Contents {
         set.run();
     }
     void makeTables(const Study& study, std::uint64_t from, std::uint64_t to) const {
-        run("BEGIN");
         run("CREATE TABLE variants (" + variantColumns(study) + ")");
         run("CREATE TABLE variables (name TEXT PRIMARY KEY, fields TEXT, change TEXT, unit TEXT, "
             "distribution TEXT, mean REAL, deviation REAL, low REAL, high REAL)");
@@ -194,12 +211,9 @@ struct Store::Contents {
         setProvenance("from", std::to_string(from));
         setProvenance("to", std::to_string(to));
         setProvenance("complete", "no");
-        run("COMMIT");
     }
-    void checkSame(const Study& study, std::uint64_t from, std::uint64_t to) const {
-        auto expected = provenanceOf(study);
-        expected.emplace_back("from", std::to_string(from));
-        expected.emplace_back("to", std::to_string(to));
+    using Entries = std::vector<std::pair<std::string, std::string>>;
+    void checkSame(const Entries& expected) const {
         for (const auto& [key, value] : expected) {
             const std::string there = provenance(key);
             if (there != value) {
@@ -210,12 +224,34 @@ struct Store::Contents {
             }
         }
     }
+    /// New tables, or those that are there where they are the study's.
+    void takeTables(const Study& study, std::uint64_t from, std::uint64_t to) const {
+        if (!hasTable()) {
+            if (hasTable("1")) {
+                throw OtherStudyFault{{path + " is no file of a study"}};
+            }
+            makeTables(study, from, to);
+            return;
+        }
+        auto expected = provenanceOf(study);
+        expected.emplace_back("from", std::to_string(from));
+        expected.emplace_back("to", std::to_string(to));
+        checkSame(expected);
+        checkWhole();
+    }
     /// The index behind the last row.
     void findNext() {
         Statement last = prepare("SELECT max(id) + 1 FROM variants");
         last.step();
-        next = std::isnan(last.number(0)) ? std::stoull(provenance("from"))
-                                          : static_cast<std::uint64_t>(last.whole(0));
+        if (!std::isnan(last.number(0))) {
+            next = static_cast<std::uint64_t>(last.whole(0));
+            return;
+        }
+        const std::string from = provenance("from");
+        const auto end = std::from_chars(from.data(), from.data() + from.size(), next).ptr;
+        if (from.empty() || end != from.data() + from.size()) {
+            throw StoreFault{path + " is damaged (it does not tell its share)"};
+        }
     }
 };
 
@@ -224,11 +260,9 @@ Store::Store(const std::string& path, const Study& study, std::uint64_t from, st
     contents_->open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     // A writer keeps others out until it ends: two runs on one file would spoil each other.
     contents_->run("PRAGMA locking_mode = EXCLUSIVE");
-    if (contents_->hasTables()) {
-        contents_->checkSame(study, from, to);
-    } else {
-        contents_->makeTables(study, from, to);
-    }
+    contents_->run("BEGIN EXCLUSIVE");
+    contents_->takeTables(study, from, to);
+    contents_->run("COMMIT");
     contents_->findNext();
     std::string places = "?";
     for (std::size_t n = study.variables.size() + study.outputs.size() + study.limits.size() +
@@ -239,13 +273,17 @@ Store::Store(const std::string& path, const Study& study, std::uint64_t from, st
     contents_->insert = contents_->prepare("INSERT INTO variants VALUES (" + places + ")");
 }
 
-Store::Store(const std::string& path) : contents_(std::make_unique<Contents>(path)) {
+Store::Store(const std::string& path, Look look) : contents_(std::make_unique<Contents>(path)) {
     contents_->open(SQLITE_OPEN_READWRITE);
-    Statement check = contents_->prepare("PRAGMA quick_check");
-    if (!check.step() || check.text(0) != "ok" || !contents_->hasTables()) {
-        throw StoreFault{path + " is damaged"};
+    if (look == Look::Whole) {
+        contents_->checkWhole();
     }
-    contents_->findNext();
+    if (!contents_->hasTable()) {
+        throw OtherStudyFault{{path + " is no file of a study"}};
+    }
+    if (look == Look::Whole) {
+        contents_->findNext();
+    }
 }
 
 Store::~Store() = default;
@@ -259,6 +297,9 @@ bool Store::isComplete() const {
 }
 std::string Store::provenance(const std::string& key) const {
     return contents_->provenance(key);
+}
+void Store::checkSame(const Study& study) const {
+    contents_->checkSame(provenanceOf(study));
 }
 void Store::setProvenance(const std::string& key, const std::string& value) {
     contents_->setProvenance(key, value);

@@ -17,6 +17,8 @@ struct StoreFault {
 };
 /// The file holds rows of another study, share or version.
 struct OtherStudyFault : StoreFault {};
+/// What cannot be asked of a study.
+struct UsageFault : StoreFault {};
 
 /// A number of the table `statistics`; low and high end its interval, NaN where it has none.
 struct Statistic {
@@ -34,8 +36,11 @@ class Store {
     /// Opens or makes the file for a study and its share of the indices. A file of another study,
     /// of another share or another version is refused by OtherStudyFault and stays as it is.
     Store(const std::string& path, const Study& study, std::uint64_t from, std::uint64_t to);
-    /// Opens a file that is there, to read or to finish it.
-    explicit Store(const std::string& path);
+    /// How closely a file is looked at when it is opened.
+    enum class Look { Whole, Briefly };
+    /// Opens a file that is there, to read or to finish it; briefly where only its provenance is
+    /// read.
+    explicit Store(const std::string& path, Look look = Look::Whole);
     ~Store();
     Store(Store&&) noexcept;
 
@@ -43,6 +48,8 @@ class Store {
     std::uint64_t next() const;
     bool isComplete() const;
     std::string provenance(const std::string& key) const;
+    /// OtherStudyFault where the file holds rows of another study or version.
+    void checkSame(const Study& study) const;
 
     void begin();
     void append(const Study& study, const Row& row);

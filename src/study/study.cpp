@@ -1,6 +1,7 @@
-#include "study/draws.h"
 #include "study/study.h"
+#include "study/draws.h"
 #include "study/toml_table.h"
+#include "study/variable_values.h"
 
 #include "problem/input_reader.h"
 #include "runtime/file_text.h"
@@ -18,10 +19,11 @@ namespace {
 const std::initializer_list<std::string_view> MethodNames = {
     "grid", "one-at-a-time", "sample", "sensitivity", "reliability", "target", "fragility"};
 
-/// Most values that a range may have.
-constexpr double MostValues = 1e6;
-/// Digits to which the values of a range are taken.
-constexpr int RangeDigits = 12;
+/// Variants that are counted without loss in any number here.
+constexpr double MostVariants = 1e15;
+
+/// Columns of the table of variants that are there besides.
+constexpr std::array<std::string_view, 4> OwnColumns{"id", "outcome", "reason", "weight"};
 
 std::string lower(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(),
@@ -70,6 +72,7 @@ class StudyReader {
         if (head == nullptr) {
             throw StudyFault{1, "a table [study] is missing"};
         }
+        headLine_ = lineOf(*head);
         readHead(*head);
         forEach(file, "variable", [this](const toml::table& table) { readVariable(table); });
         forEach(file, "correlation", [this](const toml::table& table) { readCorrelation(table); });
@@ -79,6 +82,9 @@ class StudyReader {
         readAlong(*head);
         readTarget(file);
         checkMethod(*head);
+        if (!study_.correlations.empty() && !canBeTogether(study_)) {
+            throw StudyFault{correlationLine_, "the correlations cannot be together"};
+        }
     }
 
   private:
@@ -124,6 +130,9 @@ class StudyReader {
         study_.options.wedge =
             study_.wedge == "sweep" ? WedgeMethod::Sweep : WedgeMethod::FixedSurface;
         study_.options.factorLimit.largest = head.number("maxFs").value_or(20);
+        if (!(study_.options.factorLimit.largest > 0)) {
+            head.fail("maxFs", "must be above 0");
+        }
         study_.amendments = head.texts("amendments");
         for (const std::string& name : study_.amendments) {
             if (!amend(study_.options.amendments, name)) {
@@ -143,8 +152,11 @@ class StudyReader {
     static std::uint64_t wholeFrom(const TomlTable& table, std::string_view key, long long least,
                                    long long usual) {
         const long long number = table.whole(key).value_or(usual);
-        if (table.has(key) && number < least) {
+        if (number < least && table.has(key)) {
             table.fail(key, "must be at least " + std::to_string(least));
+        }
+        if (key == "size" && static_cast<double>(number) > MostVariants) {
+            table.fail(key, "must be at most 1E15");
         }
         return static_cast<std::uint64_t>(number);
     }
@@ -194,14 +206,11 @@ class StudyReader {
         const auto isTaken = [&](std::string_view other) {
             return lower(std::string(other)) == plain;
         };
-        const std::vector<std::string_view> outputs = outputNames(study_.base);
-        for (const std::string_view word : {"id", "outcome", "reason", "weight", "and", "or"}) {
-            if (isTaken(word)) {
-                entry.fail("name", "\"" + name + "\" has a meaning of its own");
-            }
+        if (std::any_of(OwnColumns.begin(), OwnColumns.end(), isTaken) || plain == "and" ||
+            plain == "or" || plain == "abs") {
+            entry.fail("name", "\"" + name + "\" has a meaning of its own");
         }
-        if (!columnsOf(name, study_.base).empty() ||
-            std::any_of(outputs.begin(), outputs.end(), isTaken)) {
+        if (isOutput(plain)) {
             entry.fail("name", "\"" + name + "\" is the name of an output");
         }
         if (std::any_of(names_.begin(), names_.end(), isTaken)) {
@@ -210,10 +219,29 @@ class StudyReader {
         names_.push_back(name);
     }
 
+    /// Whether a name in small letters is that of an output's column: SQL knows no case.
+    bool isOutput(const std::string& plain) const {
+        for (const std::string_view output : outputNames(study_.base)) {
+            for (const LevelSuffix& level : levelSuffixes(study_.base)) {
+                const std::string name = lower(std::string(output));
+                for (const std::string& column :
+                     {name, name + level.suffix, name + "elev" + level.suffix, name + "elev"}) {
+                    if (column == plain) {
+                        return true;
+                    }
+                }
+            }
+        }
+        return plain == "bottom";
+    }
+
     void readFields(const TomlTable& entry, Variable& variable) {
         const std::size_t layers = entry.choice("layers", {"sand", "clay"}, 2);
         for (const std::string& text : entry.texts("fields")) {
             if (text.find('*') == std::string::npos) {
+                if (layers != 2) {
+                    entry.fail("layers", "needs fields with *, not \"" + text + "\"");
+                }
                 variable.fields.push_back(address(entry, "fields", text));
                 continue;
             }
@@ -262,65 +290,6 @@ class StudyReader {
         return read.address;
     }
 
-    static void readValues(const TomlTable& entry, Variable& variable) {
-        const bool pair = entry.has("low") || entry.has("high");
-        const int ways = (entry.has("values") ? 1 : 0) + (entry.has("range") ? 1 : 0) +
-                         (entry.has("distribution") ? 1 : 0) + (pair ? 1 : 0);
-        if (ways != 1) {
-            throw StudyFault{entry.line(), "[[variable]] " + variable.name +
-                                               " needs one of values, range, low and high, "
-                                               "distribution"};
-        }
-        if (pair) {
-            variable.values = {entry.requiredNumber("low"), entry.requiredNumber("high")};
-        } else if (entry.has("values")) {
-            variable.values = entry.numbers("values");
-            if (variable.values.empty()) {
-                entry.fail("values", "is empty");
-            }
-        } else if (entry.has("range")) {
-            readRange(entry, variable);
-        } else {
-            readDistribution(entry, variable);
-        }
-        if (entry.has("bounds") && !variable.isRandom()) {
-            entry.fail("bounds", "belongs to a distribution");
-        }
-    }
-
-    static void readRange(const TomlTable& entry, Variable& variable) {
-        const std::vector<double> range = entry.numbers("range");
-        if (range.size() != 3) {
-            entry.fail("range", "must be [from, to, step]");
-        }
-        const double steps = (range[1] - range[0]) / range[2];
-        if (range[2] == 0 || !(steps >= 0)) {
-            entry.fail("range", "is empty");
-        }
-        if (steps >= MostValues) {
-            entry.fail("range", "has more than 1000000 values");
-        }
-        const int last = static_cast<int>(std::floor(steps + 1e-9));
-        for (int k = 0; k <= last; ++k) {
-            variable.values.push_back(roundedTo(range[0] + k * range[2], RangeDigits));
-        }
-    }
-
-    static void readDistribution(const TomlTable& entry, Variable& variable) {
-        variable.distribution = entry.requiredText("distribution");
-        if (entry.has("bounds")) {
-            const std::vector<double> bounds = entry.numbers("bounds");
-            if (bounds.size() != 2 || !(bounds[0] < bounds[1])) {
-                entry.fail("bounds", "must be [least, largest]");
-            }
-            variable.bounds = {bounds[0], bounds[1]};
-        }
-        const std::string fault = distributionFault(variable);
-        if (!fault.empty()) {
-            entry.fail("distribution", fault);
-        }
-    }
-
     std::size_t variableNamed(const TomlTable& entry, std::string_view key,
                               const std::string& name) const {
         std::vector<std::string_view> known;
@@ -347,14 +316,18 @@ class StudyReader {
                 entry.fail("between", study_.variables[index].name + " has no distribution");
             }
         }
+        for (const Correlation& other : study_.correlations) {
+            if (std::minmax(other.first, other.second) ==
+                std::minmax(correlation.first, correlation.second)) {
+                throw StudyFault{entry.line("between"), "between " + names[0] + " and " + names[1] +
+                                                            " there is a correlation already"};
+            }
+        }
         if (!(std::abs(correlation.rank) < 1)) {
             entry.fail("rank", "must be above -1 and below 1");
         }
         study_.correlations.push_back(correlation);
-        const std::string fault = correlationFault(study_);
-        if (!fault.empty()) {
-            entry.fail("rank", fault);
-        }
+        correlationLine_ = entry.line();
     }
 
     void readTie(const toml::table& table) {
@@ -373,9 +346,11 @@ class StudyReader {
         LimitState limit;
         limit.name = entry.requiredText("name");
         const std::string plain = lower(limit.name);
-        if (plain.empty() || plain == "id" || plain == "outcome" || plain == "reason" ||
-            std::any_of(names_.begin(), names_.end(),
-                        [&](const std::string& other) { return lower(other) == plain; })) {
+        const auto isPlain = [&](std::string_view other) {
+            return lower(std::string(other)) == plain;
+        };
+        if (plain.empty() || std::any_of(names_.begin(), names_.end(), isPlain) ||
+            std::any_of(OwnColumns.begin(), OwnColumns.end(), isPlain) || isOutput(plain)) {
             entry.fail("name", "\"" + limit.name + "\" is taken");
         }
         names_.push_back(limit.name);
@@ -390,6 +365,13 @@ class StudyReader {
             entry.fail("state", read.fault);
         }
         limit.condition = std::move(read.condition);
+        if (study_.method == Method::Reliability || study_.method == Method::Fragility) {
+            limit.condition.askDesign();
+            if (limit.condition.names(results::factorOfSafety.name)) {
+                entry.fail("state", "may compare factorOfSafety with 1 alone: probabilities are "
+                                    "worked out by the design depth at factor 1");
+            }
+        }
         study_.limits.push_back(std::move(limit));
     }
 
@@ -397,9 +379,11 @@ class StudyReader {
                                             const std::string& name) const {
         std::vector<OutputColumn> columns = columnsOf(name, study_.base);
         if (columns.empty()) {
-            throw StudyFault{entry.line(key),
-                             unknownText("output", name, outputNames(study_.base)) +
-                                 " and note.CODE"};
+            const bool isNote = name.starts_with(NotePrefix);
+            throw StudyFault{
+                entry.line(key),
+                isNote ? unknownText("note", name.substr(NotePrefix.size()), noteCodes())
+                       : unknownText("output", name, outputNames(study_.base)) + ", note.CODE"};
         }
         return columns;
     }
@@ -446,7 +430,7 @@ class StudyReader {
     void readTarget(const toml::table& file) {
         const toml::node* node = file.get("target");
         if ((node != nullptr) != (study_.method == Method::Target)) {
-            throw StudyFault{node == nullptr ? 0 : lineOf(*node),
+            throw StudyFault{node == nullptr ? headLine_ : lineOf(*node),
                              node == nullptr ? "the method target needs a table [target]"
                                              : "[target] belongs to the method target"};
         }
@@ -458,8 +442,11 @@ class StudyReader {
         }
         const TomlTable entry(*node->as_table(), "[target]", {"output", "value"});
         const std::string name = entry.requiredText("output");
-        study_.target =
-            Target{outputColumns(entry, "output", name).front(), entry.requiredNumber("value")};
+        const std::vector<OutputColumn> columns = outputColumns(entry, "output", name);
+        if (columns.front().level != columns.back().level) {
+            entry.fail("output", "must be one of " + name + "_free, " + name + "_fixed");
+        }
+        study_.target = Target{columns.front(), entry.requiredNumber("value")};
         // Its column is there even where it was not asked for.
         const std::string& column = study_.target->output.name;
         if (std::none_of(study_.outputs.begin(), study_.outputs.end(),
@@ -471,7 +458,7 @@ class StudyReader {
     void checkMethod(const toml::table& table) {
         const TomlTable head = plainTable(table);
         if (study_.variables.empty()) {
-            throw StudyFault{0, "a [[variable]] is missing"};
+            throw StudyFault{headLine_, "a [[variable]] is missing"};
         }
         const bool draws =
             study_.method == Method::Sample || study_.method == Method::Sensitivity ||
@@ -490,14 +477,32 @@ class StudyReader {
             }
         }
         checkSize(head, draws);
+        checkCount();
         if ((study_.method == Method::Reliability || study_.method == Method::Fragility) &&
             study_.limits.empty()) {
-            throw StudyFault{0, "a [[limit]] is missing"};
+            throw StudyFault{headLine_, "a [[limit]] is missing"};
         }
         if (study_.method == Method::Target &&
             (study_.variables.size() != 1 || study_.variables[0].values.size() < 2)) {
             throw StudyFault{study_.variables[0].line,
                              "the method target needs one variable with low and high"};
+        }
+    }
+
+    /// A grid can have more variants than can be counted.
+    void checkCount() const {
+        double count = study_.method == Method::Grid ? 1 : static_cast<double>(study_.sample.size);
+        for (std::size_t n = 0; n < study_.variables.size(); ++n) {
+            if (study_.method == Method::Grid ||
+                (study_.method == Method::Fragility && n == study_.along)) {
+                count *= static_cast<double>(study_.variables[n].values.size());
+            }
+        }
+        if (study_.method == Method::Sensitivity) {
+            count *= static_cast<double>(study_.variables.size() + 2);
+        }
+        if (count > MostVariants) {
+            throw StudyFault{headLine_, "these are more than 1E15 variants"};
         }
     }
 
@@ -522,6 +527,8 @@ class StudyReader {
 
     Study& study_;
     bool hasBase_;
+    int headLine_ = 0;
+    int correlationLine_ = 0; ///< of the last
     std::vector<std::string> names_;
 };
 

@@ -17,6 +17,14 @@ struct End {
     double output = 0;
 };
 
+/// How near to the target an output has reached it: 0.01 FT, of what is no length a thousandth.
+double nearness(const Study& study) {
+    constexpr double Feet = 0.01;
+    const Quantity quantity = study.target->output.quantity();
+    return quantity == Quantity::Length ? inUnits(quantity, Feet, study.units)
+                                        : std::abs(study.target->value) / 1000;
+}
+
 } // namespace
 
 TargetFound findTarget(const Study& study) {
@@ -79,6 +87,10 @@ void addTarget(std::vector<Statistic>& all, const Study& study, const TargetFoun
     all.push_back({variable, "target", found.number, none, none});
     all.push_back({study.target->output.name, "at the target", found.output,
                    std::min(found.below, found.above), std::max(found.below, found.above)});
+    if (std::abs(found.output - study.target->value) > nearness(study)) {
+        all.push_back({study.target->output.name, "jumps over the target by",
+                       std::abs(found.above - found.below), none, none});
+    }
 }
 
 } // namespace korvane::study
