@@ -10,6 +10,7 @@ test_packages=(libgtest-dev libgmock-dev nlohmann-json3-dev python3 poppler-util
     libclang-rt-14-dev python3-jsonschema desktop-file-utils shared-mime-info libglib2.0-bin)
 display_packages=(xvfb xauth jwm)
 bench_packages=(libbenchmark-dev)
+slurm_packages=(slurmctld slurmd slurm-client munge)
 lint_packages=(clang-format clang-tidy)
 
 # install_missing PACKAGE...: touches the package lists only where something is missing.
