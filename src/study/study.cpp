@@ -519,9 +519,15 @@ class StudyReader {
         if (draws && random == 0) {
             throw StudyFault{head.line(), "no variable has a distribution"};
         }
-        if (study_.sample.design == Design::Sobol && coordinates > SobolCoordinates) {
+        if (study_.sample.design != Design::Sobol) {
+            return;
+        }
+        if (coordinates > SobolCoordinates) {
             head.fail("design", "sobol has no more than " + std::to_string(SobolCoordinates) +
                                     " coordinates");
+        }
+        if (study_.sample.size > SobolPoints) {
+            head.fail("size", "sobol has no more than 4294967296 points");
         }
     }
 

@@ -20,10 +20,11 @@ std::uint64_t permuted(std::uint64_t key, std::uint64_t size, std::uint64_t inde
 
 /// Coordinates from 0 that `sobolBits` has.
 inline constexpr int SobolCoordinates = 40;
+/// Points repeat after these.
+inline constexpr std::uint64_t SobolPoints = std::uint64_t{1} << 32;
 
 /// 32 bits of point `index` of a Sobol' sequence, coordinate from 0 (direction numbers of S. Joe
 /// and F. Y. Kuo, Constructing Sobol sequences with better two-dimensional projections, 2008).
-/// Points repeat after 2^32.
 std::uint32_t sobolBits(std::uint64_t index, int coordinate);
 
 /// How the points of a sample fill the unit cube.

@@ -227,6 +227,8 @@ TEST(StudyFile, FaultsNameFileLineAndWhatIsKnown) {
         {head("sample") + random, "s.toml:1: [study] needs \"size\"", ""},
         {head("sample", "size = 0") + random, "s.toml:4: [study]: size must be at least 1", ""},
         {head("sample", "size = 9000000000000000000") + random, "s.toml:4: [study]: size", ""},
+        {head("sample", "design = \"sobol\"\nsize = 4294967297") + random,
+         "s.toml:5: [study]: size sobol has no more than", ""},
         {head("sample", "size = 9") + good, "s.toml:5: variable friction needs a distribution", ""},
         {head("grid") + random, "s.toml:5: variable friction needs values", ""},
         {head("sample", "size = 9") + random +
