@@ -5,8 +5,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=$(nproc)
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libcli11-dev
-    libtomlplusplus-dev libopenturns-dev libsqlite3-dev fonts-liberation2)
-test_packages=(libgtest-dev libgmock-dev nlohmann-json3-dev python3 poppler-utils clang
+    libtomlplusplus-dev libopenturns-dev libsqlite3-dev nlohmann-json3-dev fonts-liberation2)
+test_packages=(libgtest-dev libgmock-dev python3 poppler-utils clang
     libclang-rt-14-dev python3-jsonschema desktop-file-utils shared-mime-info libglib2.0-bin)
 display_packages=(xvfb xauth jwm)
 bench_packages=(libbenchmark-dev)

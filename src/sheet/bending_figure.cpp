@@ -1,6 +1,5 @@
 #include "sheet/bending_figure.h"
 
-#include "runtime/number_format.h"
 #include "sheet/load_shapes.h"
 #include "sheet/sheet_writer.h"
 #include "sheet/statics.h"
@@ -140,20 +139,6 @@ ValueScale scaleOf(const Frame& frame, const Panel& panel, double left) {
         scale.high = 1;
     }
     return scale;
-}
-
-/// "2.5", "2000", "2.5e9".
-std::string tickText(double value) {
-    constexpr double longest = 1e6;
-    constexpr int digits = 4;
-    std::string text;
-    if (std::fabs(value) < longest) {
-        appendShortest(text, roundedTo(value, digits));
-        return text;
-    }
-    const double exponent = std::floor(std::log10(std::fabs(value)));
-    appendShortest(text, roundedTo(value / std::pow(10, exponent), digits));
-    return text + "e" + std::to_string(static_cast<int>(exponent));
 }
 
 /// The numbers of ticks; those of the outermost stay within the panel.

@@ -1,6 +1,10 @@
 #include "sheet/figure.h"
 
+#include "problem/quantities.h"
+#include "runtime/number_format.h"
+
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 namespace korvane::sheet {
@@ -15,6 +19,19 @@ constexpr double Baseline = 10;
 constexpr double Margin = 6;
 
 } // namespace
+
+std::string tickText(double value) {
+    constexpr double longest = 1e6;
+    constexpr int digits = 4;
+    std::string text;
+    if (std::fabs(value) < longest) {
+        appendShortest(text, roundedTo(value, digits));
+        return text;
+    }
+    const double exponent = std::floor(std::log10(std::fabs(value)));
+    appendShortest(text, roundedTo(value / std::pow(10, exponent), digits));
+    return text + "e" + std::to_string(static_cast<int>(exponent));
+}
 
 LabelBox labelBox(const std::vector<std::string>& lines, SvgPoint innerTop, TextAnchor anchor) {
     double width = 0;

@@ -27,6 +27,9 @@ struct Figure {
     LabelBox view; ///< all that the figure shows
 };
 
+/// The number of a tick: "2.5", "2000", "2.5e9".
+std::string tickText(double value);
+
 /// What the lines of a label ask for, at a place: its left end, or its right one.
 LabelBox labelBox(const std::vector<std::string>& lines, SvgPoint innerTop, TextAnchor anchor);
 

@@ -36,6 +36,8 @@ class Svg {
     void text(SvgPoint at, TextAnchor anchor, std::string_view text,
               std::string_view cssClass = {});
     void markup(std::string_view elements) { body_ += elements; }
+    /// All elements so far.
+    const std::string& body() const { return body_; }
     /// Opens a group of a class, cut at the clip path of an id if one is named; `end` closes it.
     void group(std::string_view cssClass, std::string_view clipId = {});
     void end() { body_ += "</g>\n"; }

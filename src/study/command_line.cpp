@@ -1,8 +1,11 @@
 #include "study/command_line.h"
 
+#include "study/csv.h"
+#include "study/report.h"
 #include "study/run.h"
 #include "study/slurm.h"
 
+#include "runtime/dates.h"
 #include "runtime/number_text.h"
 #include "runtime/run_guarded.h"
 
@@ -31,6 +34,7 @@ struct Arguments {
     std::uint64_t part = 1;
     std::uint64_t parts = 1;
     bool quiet = false;
+    bool csv = false;
     bool submit = false;
 };
 
@@ -132,7 +136,30 @@ int run(const Arguments& arguments, std::ostream& errors, bool terminal) {
     if (!arguments.quiet) {
         request.tell = [&line](const Progress& progress) { line.tell(progress); };
     }
-    return runStudy(request) ? StatusDone : StatusStopped;
+    if (!runStudy(request)) {
+        return StatusStopped;
+    }
+    if (arguments.csv) {
+        writeCsv(arguments.folder, fileOfPart(request.part, request.parts));
+    }
+    return StatusDone;
+}
+
+int report(const Arguments& arguments, std::ostream& errors) {
+    if (wrongFixedMoment()) {
+        errors << "korvane-study: SOURCE_DATE_EPOCH is no number of seconds.\n";
+        return StatusUsage;
+    }
+    writeReport(arguments.folder);
+    return StatusDone;
+}
+
+int collect(const Arguments& arguments) {
+    collectParts(arguments.folder);
+    if (arguments.csv) {
+        writeCsv(arguments.folder, fileOfPart(1, 1));
+    }
+    return StatusDone;
 }
 
 std::string valueText(double value, const Variable& variable, UnitSystem units) {
@@ -263,11 +290,15 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
         ->capture_default_str();
     std::string part;
     runs->add_option("--part", part, "K/N: the K-th of N shares, into a file of its own");
+    runs->add_flag("--csv", read.csv, "the rows as results.csv besides");
     runs->add_flag("--quiet", read.quiet, "no progress");
     CLI::App* checks = app.add_subcommand("check", "tells what would run");
     checks->add_option("STUDY", read.study, "the study file")->required();
     CLI::App* collects = app.add_subcommand("collect", "merges the parts of a folder");
     collects->add_option("DIR", read.folder, "the folder of the results")->required();
+    collects->add_flag("--csv", read.csv, "the rows as results.csv besides");
+    CLI::App* reports = app.add_subcommand("report", "writes report.html and summary.json");
+    reports->add_option("DIR", read.folder, "the folder of the results")->required();
     CLI::App* cluster = app.add_subcommand("slurm", "writes the jobs of a Slurm cluster");
     cluster->add_option("STUDY", read.study, "the study file")->required();
     cluster->add_option("--output", read.folder, "the folder of the results, made if missing")
@@ -298,8 +329,10 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
             return check(read, out, errors);
         }
         if (collects->parsed()) {
-            collectParts(read.folder);
-            return StatusDone;
+            return collect(read);
+        }
+        if (reports->parsed()) {
+            return report(read, errors);
         }
         if (cluster->parsed()) {
             read.jobs = taskJobs;

@@ -2,6 +2,8 @@
 
 #include "study/draws.h"
 
+#include "runtime/number_format.h"
+
 #include <sqlite3.h>
 
 #include <array>
@@ -94,7 +96,18 @@ class Statement {
         const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
         return bytes == nullptr ? "" : std::string(reinterpret_cast<const char*>(bytes), size);
     }
+    /// As text; numbers by the shortest digits.
+    std::string cell(int column) const {
+        const int type = sqlite3_column_type(statement_, column);
+        if (type != SQLITE_FLOAT) {
+            return text(column);
+        }
+        std::string digits;
+        appendShortest(digits, sqlite3_column_double(statement_, column));
+        return digits;
+    }
     int columns() const { return sqlite3_column_count(statement_); }
+    std::string columnName(int column) const { return sqlite3_column_name(statement_, column); }
 
   private:
     void check(int code) {
@@ -354,7 +367,6 @@ void Store::writeVariables(const Study& study) {
     contents_->run("DELETE FROM variables");
     Statement insert =
         contents_->prepare("INSERT INTO variables VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)");
-    const std::array<std::string, 3> changes{"set", "add", "multiply"};
     for (const Variable& variable : study.variables) {
         std::string fields;
         for (const FieldAddress& place : variable.fields) {
@@ -363,7 +375,8 @@ void Store::writeVariables(const Study& study) {
         const std::string unit = unitOf(variable.quantity, study.units).name;
         insert.bind(1, variable.name);
         insert.bind(2, fields);
-        insert.bind(3, changes[static_cast<std::size_t>(variable.change)]);
+        const std::string change = changeName(variable.change);
+        insert.bind(3, change);
         insert.bind(4, unit);
         insert.bind(5, variable.distribution);
         constexpr double none = std::numeric_limits<double>::quiet_NaN();
@@ -413,6 +426,22 @@ void Store::query(const std::string& sql,
             numbers[n] = get.number(static_cast<int>(n));
         }
         row(numbers);
+    }
+}
+
+void Store::queryCells(const std::string& sql,
+                       const std::function<void(const std::vector<std::string>&)>& row) const {
+    Statement get = contents_->prepare(sql);
+    std::vector<std::string> cells;
+    for (int n = 0; n < get.columns(); ++n) {
+        cells.push_back(get.columnName(n));
+    }
+    row(cells);
+    while (get.step()) {
+        for (int n = 0; n < get.columns(); ++n) {
+            cells[static_cast<std::size_t>(n)] = get.cell(n);
+        }
+        row(cells);
     }
 }
 

@@ -67,6 +67,10 @@ class Store {
     /// Calls `row` with the numbers of each row of a query; NaN for nothing.
     void query(const std::string& sql, const std::function<void(const std::vector<double>&)>& row,
                const std::vector<double>& arguments = {}) const;
+    /// Calls `row` with the cells of each row of a query as text, first with the names of the
+    /// columns. Numbers are the shortest digits that read back to the same; nothing is "".
+    void queryCells(const std::string& sql,
+                    const std::function<void(const std::vector<std::string>&)>& row) const;
     /// Calls with the first column as text and the second as a number.
     void queryTexts(const std::string& sql,
                     const std::function<void(const std::string&, double)>& row) const;

@@ -19,6 +19,8 @@ namespace {
 const std::initializer_list<std::string_view> MethodNames = {
     "grid", "one-at-a-time", "sample", "sensitivity", "reliability", "target", "fragility"};
 
+const std::initializer_list<std::string_view> ChangeNames = {"set", "add", "multiply"};
+
 /// Variants that are counted without loss in any number here.
 constexpr double MostVariants = 1e15;
 
@@ -191,8 +193,7 @@ class StudyReader {
         variable.line = entry.line();
         variable.name = entry.requiredText("name");
         checkName(entry, variable.name);
-        variable.change =
-            static_cast<Change>(entry.choice("change", {"set", "add", "multiply"}, 0));
+        variable.change = static_cast<Change>(entry.choice("change", ChangeNames, 0));
         readFields(entry, variable);
         readValues(entry, variable);
         study_.variables.push_back(std::move(variable));
@@ -542,6 +543,10 @@ class StudyReader {
 
 const char* methodName(Method method) {
     return (MethodNames.begin() + static_cast<int>(method))->data();
+}
+
+const char* changeName(Change change) {
+    return (ChangeNames.begin() + static_cast<int>(change))->data();
 }
 
 bool isWeighted(const Study& study) {

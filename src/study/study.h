@@ -19,6 +19,8 @@ const char* methodName(Method method);
 
 /// How the numbers of a variable change the fields.
 enum class Change { Set, Add, Multiply };
+/// "set", "add", "multiply".
+const char* changeName(Change change);
 
 /// How reliability is worked out.
 enum class Algorithm {

@@ -1,9 +1,9 @@
 // The figures of the sheet: whole, and no label over another one.
-#include "html_parser.h"
 #include "sheet/bending_figure.h"
 #include "sheet/wall_figure.h"
 #include "sheet/wall_view.h"
 #include "sheet_bench.h"
+#include "support/html_parser.h"
 #include "support/nasty_problem.h"
 
 #include <gmock/gmock.h>

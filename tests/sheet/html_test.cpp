@@ -1,6 +1,6 @@
 // The file that a sheet is: well-formed, by itself, small, the same twice, with all text escaped.
-#include "html_parser.h"
 #include "sheet_bench.h"
+#include "support/html_parser.h"
 #include "support/random_problem.h"
 
 namespace korvane::test {

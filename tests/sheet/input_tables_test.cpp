@@ -1,8 +1,8 @@
 // The input as tables: nothing that is in use is left out.
-#include "html_parser.h"
 #include "sheet/input_tables.h"
 #include "sheet/sections.h"
 #include "sheet_bench.h"
+#include "support/html_parser.h"
 #include "support/random_problem.h"
 
 #include <set>

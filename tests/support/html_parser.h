@@ -1,4 +1,4 @@
-// A parser for the markup of calculation sheets: XML that is HTML too, and stands by itself.
+// A parser for the markup of sheets and study reports: XML that is HTML too, and stands by itself.
 #pragma once
 
 #include <string>

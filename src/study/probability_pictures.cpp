@@ -1,0 +1,181 @@
+// Plots of probabilities: how they settle with the number of variants, and fragility curves.
+#include "study/pictures.h"
+
+#include "study/chart.h"
+#include "study/statistics.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace korvane::study {
+
+using namespace sheet;
+
+namespace {
+
+constexpr double None = std::numeric_limits<double>::quiet_NaN();
+constexpr std::uint64_t Stops = 120; ///< points of a curve of convergence
+constexpr double FirstShown = 0.02;  ///< share of the variants before which intervals say little
+constexpr double NormalEnds = 1.959963984540054; ///< of 95 %
+constexpr double LeastHits = 10;                 ///< of weighted rows, for an interval
+
+/// A probability with its interval.
+struct Estimate {
+    double value = 0;
+    double low = None;
+    double high = None;
+};
+
+/// What the first rows of a sample say of a limit state.
+struct Tally {
+    double rows = 0;
+    double hits = 0;
+    double weights = 0; ///< of the hits
+    double squares = 0;
+
+    void add(double hit, double weight) {
+        rows += 1;
+        hits += hit;
+        weights += hit * weight;
+        squares += hit * weight * weight;
+    }
+    Estimate plain() const {
+        const auto interval = clopperPearson(hits, rows);
+        return {hits / rows, interval[0], interval[1]};
+    }
+    Estimate weighted() const {
+        const double mean = weights / rows;
+        const double half =
+            NormalEnds * std::sqrt(std::max(squares / rows - mean * mean, 0.0) / rows);
+        const bool few = hits < LeastHits;
+        return {mean, few ? None : std::max(0.0, mean - half), few ? None : mean + half};
+    }
+};
+
+Picture convergenceOf(const FinishedStudy& finished, const LimitState& limit) {
+    const bool weighted = isWeighted(finished.study);
+    const std::uint64_t every = std::max<std::uint64_t>(1, finished.rows / Stops);
+    Tally tally;
+    std::vector<SvgPoint> values;
+    std::vector<SvgPoint> lows;
+    std::vector<SvgPoint> highs;
+    finished.store.query("SELECT " + quoted(limit.name) + (weighted ? ", weight" : ", 1.0") +
+                             " FROM variants ORDER BY id",
+                         [&](const std::vector<double>& row) {
+                             tally.add(row[0], row[1]);
+                             const auto count = static_cast<std::uint64_t>(tally.rows);
+                             const bool isStop = count % every == 0 || count == finished.rows;
+                             if (!isStop ||
+                                 tally.rows < FirstShown * static_cast<double>(finished.rows)) {
+                                 return;
+                             }
+                             const Estimate estimate = weighted ? tally.weighted() : tally.plain();
+                             values.push_back({tally.rows, estimate.value});
+                             if (std::isfinite(estimate.low)) {
+                                 lows.push_back({tally.rows, estimate.low});
+                                 highs.push_back({tally.rows, estimate.high});
+                             }
+                         });
+    std::vector<double> heights{0};
+    for (const auto* points : {&values, &highs}) {
+        for (const SvgPoint& point : *points) {
+            heights.push_back(point.y);
+        }
+    }
+    Axis up = axisOver("probability of " + limit.name, heights);
+    up.low = 0;
+    Chart chart({"variants", 0, static_cast<double>(finished.rows)}, up, 560, 220);
+    chart.band(lows, highs);
+    chart.curve(values);
+    const double first = finished.value(limit.name, "probability of first order");
+    chart.markY(first, "first order", "mark faint");
+    return {chart.finish("Probability of " + limit.name + " by the number of variants"),
+            "Probability of " + limit.name +
+                " as the variants come in, with its interval of 95 %."};
+}
+
+Picture fragilityOf(const FinishedStudy& finished, const LimitState& limit) {
+    const Study& study = finished.study;
+    const Variable& along = study.variables[study.along];
+    std::vector<SvgPoint> values;
+    std::vector<SvgPoint> lows;
+    std::vector<SvgPoint> highs;
+    std::vector<double> numbers;
+    for (const FragilityPoint& point : finished.fragility(limit.name)) {
+        numbers.push_back(point.value);
+        values.push_back({point.value, point.probability});
+        lows.push_back({point.value, point.low});
+        highs.push_back({point.value, point.high});
+    }
+    Chart chart(axisOver(titleOf(along, study.units), numbers),
+                {"probability of " + limit.name, 0, 1});
+    chart.band(lows, highs);
+    chart.curve(values);
+    for (const SvgPoint& at : values) {
+        chart.circle(at, "point");
+    }
+    return {chart.finish("Fragility curve of " + limit.name),
+            "Probability of " + limit.name + " (" + limit.text + ") along " + along.name +
+                ", with its interval of 95 % at each value."};
+}
+
+} // namespace
+
+void addConvergence(std::vector<PictureGroup>& groups, const FinishedStudy& finished) {
+    PictureGroup group{"Convergence", {}};
+    for (const LimitState& limit : finished.study.limits) {
+        if (finished.rows > 1) {
+            group.pictures.push_back(convergenceOf(finished, limit));
+        }
+    }
+    groups.push_back(std::move(group));
+}
+
+void addFragility(std::vector<PictureGroup>& groups, const FinishedStudy& finished) {
+    PictureGroup group{"Fragility", {}};
+    for (const LimitState& limit : finished.study.limits) {
+        group.pictures.push_back(fragilityOf(finished, limit));
+    }
+    groups.push_back(std::move(group));
+}
+
+std::vector<PictureGroup> picturesOf(const FinishedStudy& finished) {
+    std::vector<PictureGroup> groups;
+    switch (finished.study.method) {
+    case Method::OneAtATime:
+        addTornados(groups, finished);
+        break;
+    case Method::Grid:
+        addGrid(groups, finished);
+        break;
+    case Method::Sample:
+        addDistributions(groups, finished);
+        addImportanceBars(groups, finished);
+        addScatter(groups, finished);
+        addConvergence(groups, finished);
+        break;
+    case Method::Sensitivity:
+        addImportanceBars(groups, finished);
+        addDistributions(groups, finished);
+        break;
+    case Method::Reliability:
+        addImportanceBars(groups, finished);
+        addScatter(groups, finished);
+        addConvergence(groups, finished);
+        if (!isWeighted(finished.study) && finished.rows > 0) {
+            addDistributions(groups, finished);
+        }
+        break;
+    case Method::Target:
+        addSearch(groups, finished);
+        break;
+    case Method::Fragility:
+        addFragility(groups, finished);
+        break;
+    }
+    std::erase_if(groups, [](const PictureGroup& group) { return group.pictures.empty(); });
+    return groups;
+}
+
+} // namespace korvane::study
