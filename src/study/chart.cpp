@@ -19,11 +19,11 @@ constexpr double TextGap = 5;
 constexpr double DotSize = 3;
 constexpr double Radius = 3.5;
 constexpr double Baseline = 4; // from the middle of a line of text to where it stands
-constexpr double FrameInset = 1.5;
 constexpr double RowHeight = 24;
 constexpr double RowBar = 14;
 constexpr double BarWidth = 380;
 
+constexpr double Nothing = 1e-6; // share of the largest bar below which one is told as 0
 constexpr int MostXTicks = 9;
 constexpr int MostYTicks = 6;
 constexpr double AxisMargin = 0.04; // of the numbers' range
@@ -58,6 +58,7 @@ p.study { white-space: pre-wrap; max-width: none; font: .8rem/1.35 "Liberation M
  overflow-wrap: anywhere; }
 .answers p { max-width: none; }
 .words2 th:nth-child(-n+2), .words5 th:nth-child(-n+5) { text-align: left; }
+@media print { svg.chart .grid { stroke: #ccc; } }
 .charts { display: flex; flex-wrap: wrap; gap: .4rem 1.6rem; align-items: flex-start; }
 )";
 
@@ -175,30 +176,24 @@ void Chart::circle(SvgPoint at, std::string_view cssClass) {
     }
 }
 
-std::vector<SvgPoint> Chart::corners(const ChartBox& box, double inset) const {
-    SvgPoint a = place({box.left, box.top});
-    SvgPoint b = place({box.right, box.bottom});
-    a = {a.x + inset, a.y + inset};
-    b = {b.x - inset, b.y - inset};
+std::vector<SvgPoint> Chart::corners(const ChartBox& box) const {
+    const SvgPoint a = place({box.left, box.top});
+    const SvgPoint b = place({box.right, box.bottom});
     return {a, {b.x, a.y}, b, {a.x, b.y}};
 }
 
 void Chart::box(const ChartBox& box, std::string_view cssClass) {
-    inside_.polygon(corners(box, 0), cssClass);
+    inside_.polygon(corners(box), cssClass);
 }
 
 void Chart::shade(const ChartBox& box, double darkness) {
-    const std::vector<SvgPoint> corner = corners(box, 0);
+    const std::vector<SvgPoint> corner = corners(box);
     std::string opacity;
     appendShortest(opacity, std::round(darkness * 100) / 100);
     inside_.markup("<rect x=\"" + svgNumber(corner[0].x) + "\" y=\"" + svgNumber(corner[0].y) +
                    "\" width=\"" + svgNumber(corner[2].x - corner[0].x) + "\" height=\"" +
                    svgNumber(corner[2].y - corner[0].y) + "\" fill-opacity=\"" + opacity +
                    "\" class=\"cell\"/>\n");
-}
-
-void Chart::frame(const ChartBox& box) {
-    over_.polygon(corners(box, FrameInset), "limit");
 }
 
 void Chart::nameCells(std::vector<std::string> x, std::vector<std::string> y) {
@@ -400,7 +395,8 @@ std::string barChart(const std::vector<Bar>& bars, const std::string& title,
                       "whisker");
         }
         std::string number;
-        appendShortest(number, roundedTo(bar.value, 3));
+        appendShortest(number,
+                       std::abs(bar.value) < Nothing * largest ? 0 : roundedTo(bar.value, 3));
         labels.push_back({labelBox({bar.name}, {-TextGap, y - FigureLine / 2}, TextAnchor::End),
                           {bar.name},
                           TextAnchor::End});

@@ -42,8 +42,6 @@ class Chart {
     void box(const ChartBox& box, std::string_view cssClass);
     /// A box of a heat map: the darker, the nearer to 1.
     void shade(const ChartBox& box, double darkness);
-    /// The same boxes' frame, a little within it.
-    void frame(const ChartBox& box);
     /// Boxes from 0 to 1, 1 to 2, ... have these names in place of the numbers of the axes.
     void nameCells(std::vector<std::string> x, std::vector<std::string> y);
 
@@ -62,7 +60,7 @@ class Chart {
   private:
     sheet::SvgPoint place(sheet::SvgPoint at) const;
     std::vector<sheet::SvgPoint> places(const std::vector<sheet::SvgPoint>& points) const;
-    std::vector<sheet::SvgPoint> corners(const ChartBox& box, double inset) const;
+    std::vector<sheet::SvgPoint> corners(const ChartBox& box) const;
     void drawXTicks(sheet::Svg& under);
     void drawYTicks(sheet::Svg& under);
     void placeCellNames();

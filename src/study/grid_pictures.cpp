@@ -196,9 +196,24 @@ void drawCell(Chart& chart, std::size_t column, std::size_t row, const HeatCell&
         const bool isDark = shade > DarkShade;
         chart.text({x + 0.5, y + 0.5}, told(cell.value), isDark ? "on" : "");
     }
-    if (cell.isReached) {
-        chart.frame({x, x + 1, y, y + 1});
+}
+
+/// Ends of the edges between cells that have reached a limit state and cells that have not.
+std::vector<SvgPoint> borderOf(const std::vector<HeatCell>& cells, std::size_t columns) {
+    std::vector<SvgPoint> ends;
+    for (std::size_t n = 0; n < cells.size(); ++n) {
+        const auto x = static_cast<double>(n % columns);
+        const auto y = static_cast<double>(n / columns);
+        const bool hasRight = (n + 1) % columns != 0;
+        if (hasRight && cells[n].isReached != cells[n + 1].isReached) {
+            ends.insert(ends.end(), {{x + 1, y}, {x + 1, y + 1}});
+        }
+        const bool hasUpper = n + columns < cells.size();
+        if (hasUpper && cells[n].isReached != cells[n + columns].isReached) {
+            ends.insert(ends.end(), {{x, y + 1}, {x + 1, y + 1}});
+        }
     }
+    return ends;
 }
 
 /// Names of some of the values along a side of the map.
@@ -239,18 +254,18 @@ Picture heatMapOf(const FinishedStudy& finished, std::size_t output,
                 {titleOf(up, study.units), 0, static_cast<double>(lines.size())}, 560, 320);
     chart.nameCells(cellNames(across, columns), cellNames(up, lines));
     const bool isNumbered = columns.size() <= MostNumbered;
-    bool anyReached = false;
     for (std::size_t n = 0; n < cells.size(); ++n) {
         const double part = largest > least ? (cells[n].value - least) / (largest - least) : 0.5;
         drawCell(chart, n % columns.size(), n / columns.size(), cells[n],
                  LeastShade + part * (MostShade - LeastShade), isNumbered);
-        anyReached = anyReached || cells[n].isReached;
     }
+    const std::vector<SvgPoint> border = borderOf(cells, columns.size());
+    chart.pieces(border, "limit");
     const OutputColumn& told = study.outputs[output];
     return {chart.finish("Heat map of " + told.name),
             told.name + " from " + toldWithUnit(least, told, study.units) + " (light) to " +
                 toldWithUnit(largest, told, study.units) + " (dark); ×: no solution." +
-                (anyReached ? " Red frames: a limit state is reached." : "") +
+                (border.empty() ? "" : " Red line: beyond it a limit state is reached.") +
                 othersText(finished, shown)};
 }
 

@@ -62,8 +62,8 @@ std::string methodText(const Study& study) {
     constexpr std::array<const char*, 3> designs{"Monte Carlo", "Latin hypercube",
                                                  "Sobol' sequence"};
     constexpr std::array<const char*, 3> algorithms{"first-order method",
-                                                    "first-order method and Monte Carlo",
-                                                    "first-order method and importance sampling"};
+                                                    "first-order method and a sample",
+                                                    "first-order method and a sample around the design points"};
     std::string text = methodName(study.method);
     if (study.method == Method::Reliability) {
         text += std::string(", ") + algorithms[static_cast<std::size_t>(study.algorithm)];

@@ -16,7 +16,7 @@ namespace {
 constexpr double None = std::numeric_limits<double>::quiet_NaN();
 constexpr double LeastBins = 5;
 constexpr double MostBins = 40;
-constexpr double Width = 420;
+constexpr double Width = 400;
 constexpr double Height = 200;
 
 /// How often each of some equal steps between least and largest was met.

@@ -20,6 +20,7 @@ constexpr double None = std::numeric_limits<double>::quiet_NaN();
 constexpr std::size_t MostPoints = 2000;
 /// Cells along each side of the plane in which the line of a limit state is looked for.
 constexpr std::size_t Cells = 36;
+constexpr int Halvings = 9;
 /// A plane without a sample is this share wider than between the 5 and 95 % quantiles.
 constexpr double Wider = 0.6;
 
@@ -129,63 +130,66 @@ Axis axisOf(const Plane& plane, std::size_t which) {
     return axisOver(titleOf(plane.variable(which), plane.finished.study.units), numbers);
 }
 
-/// Margins at the corners of all cells; a wall without a solution lies as far beyond or within as
-/// one.
-std::vector<double> marginsOf(const Plane& plane) {
-    Evaluation evaluation(plane.finished.study);
-    std::vector<double> margins;
-    std::vector<double> numbers = plane.others;
-    for (std::size_t row = 0; row <= Cells; ++row) {
-        for (std::size_t column = 0; column <= Cells; ++column) {
-            const auto at = [](const Axis& axis, std::size_t n) {
-                return axis.low + (axis.high - axis.low) * static_cast<double>(n) / double{Cells};
-            };
-            numbers[plane.variables[0]] = at(plane.across, column);
-            numbers[plane.variables[1]] = at(plane.up, row);
-            evaluation.solve(numbers);
-            const LimitValues values = evaluation.limitValues(numbers);
-            const LimitState& limit = *plane.limit;
-            margins.push_back(limit.condition.isKnown(values) ? limit.condition.margin(values)
-                              : limit.noSolutionFails         ? -1
-                                                              : 1);
-        }
-    }
-    return margins;
-}
+/// Whether walls of the plane have reached its limit state.
+class StateInPlane {
+  public:
+    explicit StateInPlane(const Plane& plane)
+        : plane_(plane), evaluation_(plane.finished.study), numbers_(plane.others) {}
 
-/// Ends of the straight pieces of the line at which margins are 0, cell by cell.
-std::vector<SvgPoint> lineOf(const Plane& plane) {
-    const std::vector<double> margins = marginsOf(plane);
-    const auto place = [&](double column, double row) {
+    /// A place by cells from the left and from below.
+    SvgPoint place(SvgPoint cell) const {
         const auto at = [](const Axis& axis, double n) {
             return axis.low + (axis.high - axis.low) * n / double{Cells};
         };
-        return SvgPoint{at(plane.across, column), at(plane.up, row)};
-    };
+        return {at(plane_.across, cell.x), at(plane_.up, cell.y)};
+    }
+    bool isReached(SvgPoint cell) {
+        const SvgPoint at = place(cell);
+        numbers_[plane_.variables[0]] = at.x;
+        numbers_[plane_.variables[1]] = at.y;
+        evaluation_.solve(numbers_);
+        return plane_.limit->reached(evaluation_.limitValues(numbers_));
+    }
+    /// Where it begins between a place that has reached it and one that has not: margins of
+    /// different units are no help, so the way is halved.
+    SvgPoint between(SvgPoint reached, SvgPoint safe) {
+        for (int n = 0; n < Halvings; ++n) {
+            const SvgPoint middle{(reached.x + safe.x) / 2, (reached.y + safe.y) / 2};
+            (isReached(middle) ? reached : safe) = middle;
+        }
+        return place({(reached.x + safe.x) / 2, (reached.y + safe.y) / 2});
+    }
+
+  private:
+    const Plane& plane_;
+    Evaluation evaluation_;
+    std::vector<double> numbers_;
+};
+
+/// Ends of the straight pieces of a limit state's line, cell by cell.
+std::vector<SvgPoint> lineOf(const Plane& plane) {
+    StateInPlane state(plane);
+    std::vector<bool> reached;
+    for (std::size_t n = 0; n < (Cells + 1) * (Cells + 1); ++n) {
+        reached.push_back(state.isReached(
+            {static_cast<double>(n % (Cells + 1)), static_cast<double>(n / (Cells + 1))}));
+    }
     constexpr std::array<std::array<std::size_t, 2>, 5> round{
         {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}}};
     std::vector<SvgPoint> ends;
     for (std::size_t cell = 0; cell < Cells * Cells; ++cell) {
-        const std::size_t column = cell % Cells;
-        const std::size_t row = cell / Cells;
-        const auto margin = [&](std::size_t corner) {
-            return margins[(row + round[corner][1]) * (Cells + 1) + column + round[corner][0]];
-        };
-        std::vector<SvgPoint> crossings;
-        for (std::size_t corner = 0; corner < 4; ++corner) {
-            const double a = margin(corner);
-            const double b = margin(corner + 1);
-            if ((a < 0) != (b < 0)) {
-                const double part = a / (a - b);
-                const auto mix = [&](std::size_t axis, std::size_t first) {
-                    const auto from = static_cast<double>(round[corner][axis]);
-                    const auto to = static_cast<double>(round[corner + 1][axis]);
-                    return static_cast<double>(first) + from + part * (to - from);
-                };
-                crossings.push_back(place(mix(0, column), mix(1, row)));
+        for (std::size_t side = 0; side < 4; ++side) {
+            const std::size_t fromX = cell % Cells + round[side][0];
+            const std::size_t fromY = cell / Cells + round[side][1];
+            const std::size_t toX = cell % Cells + round[side + 1][0];
+            const std::size_t toY = cell / Cells + round[side + 1][1];
+            const bool isReached = reached[fromY * (Cells + 1) + fromX];
+            if (isReached != reached[toY * (Cells + 1) + toX]) {
+                const SvgPoint from{static_cast<double>(fromX), static_cast<double>(fromY)};
+                const SvgPoint to{static_cast<double>(toX), static_cast<double>(toY)};
+                ends.push_back(isReached ? state.between(from, to) : state.between(to, from));
             }
         }
-        ends.insert(ends.end(), crossings.begin(), crossings.end());
     }
     return ends;
 }
