@@ -89,6 +89,7 @@ QWidget* HelpViewer::createReader() {
     browser_ = new QTextBrowser;
     browser_->setObjectName("helpPage");
     browser_->setOpenLinks(false);
+    browser_->setSearchPaths({":/guide"}); // of pictures
     keepSelectionVisible(browser_);
     auto* layout = new QVBoxLayout(reader);
     layout->setContentsMargins(0, 0, 0, 0);
