@@ -78,7 +78,8 @@ CommandLine readCommandLine(const std::vector<std::string>& arguments) {
         ->check(finiteNumber)
         ->capture_default_str();
     app.add_flag("--check", options.check,
-                 "read the input and tell the notes on it; nothing is solved or written");
+                 "read the input, tell what keeps it from being solved and the notes on it; "
+                 "nothing is solved or written");
     app.add_flag("--compare", options.compare,
                  "the wall under other factors and methods, as a table on standard output");
     app.add_option("--compare-with", options.compareWith,

@@ -209,10 +209,31 @@ bool guarded(Run& run, Step step) {
     return !fault;
 }
 
-/// Tells the notes on an input alone; an unsafe one fails it.
+/// Ends a run whose solution met a fault of files or memory.
+bool isBroken(Run& run) {
+    if (!breaksRun(run.solved.failure.error)) {
+        return false;
+    }
+    run.broken = true;
+    run.raise(run.solved.failure.error >= 52 ? StatusFailed : StatusError);
+    return true;
+}
+
+/// Tells what refuses an input before it is solved and the notes on the input alone; a refusal or
+/// an unsafe note fails it.
 void check(Run& run) {
+    run.solved.failure = prepareWall(run.problem, roadOptions(run), run.workspace);
+    if (run.solved.failure) {
+        tellFailure(run.prompts, run.solved.failure);
+    }
+    if (isBroken(run)) {
+        return;
+    }
+    run.status = run.solved.failure ? StatusFailed : StatusSolved;
     run.notes = notesOnInput(noteRequest(run));
-    run.status = countOf(run.notes, Severity::Unsafe) == 0 ? StatusSolved : StatusFailed;
+    if (countOf(run.notes, Severity::Unsafe) > 0) {
+        run.raise(StatusFailed);
+    }
 }
 
 void solve(Run& run) {
@@ -231,9 +252,7 @@ void solve(Run& run) {
         run.fail(FailureCode::RunTimeError, fault->number());
         tellFailure(run.prompts, run.solved.failure);
     }
-    if (breaksRun(run.solved.failure.error)) {
-        run.broken = true;
-        run.raise(run.solved.failure.error >= 52 ? StatusFailed : StatusError);
+    if (isBroken(run)) {
         return;
     }
     guarded(run, [&run] {

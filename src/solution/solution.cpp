@@ -101,10 +101,9 @@ void findFirstPressures(State& state) {
 
 } // namespace
 
-Reached<Review> reviewWall(const Problem& problem, const Options& options, Workspace& workspace) {
+Failure prepareWall(const Problem& problem, const Options& options, Workspace& workspace) {
     Workspace::Contents& contents = workspace.contents();
     State& state = contents.state;
-    Results& results = contents.results;
     state.problem = &problem;
     state.details = options.keepDetails ? &contents.details : nullptr;
     state.amendments = options.amendments;
@@ -113,7 +112,7 @@ Reached<Review> reviewWall(const Problem& problem, const Options& options, Works
     state.preparation.SeepageKind = problem.SeepageKind;
     state.preparation.SeepageGradient = problem.SeepageGradient;
     contents.options = options;
-    results.levelCount = 0;
+    contents.results.levelCount = 0;
     contents.reduction = {};
     runStep(state, [&] {
         refuseInvalid(state);
@@ -123,10 +122,16 @@ Reached<Review> reviewWall(const Problem& problem, const Options& options, Works
         if (!state.failed()) {
             takeWedgeMethod(state, options);
         }
-        if (!state.failed() && problem.ProgramMode == Mode::Design) {
-            findFirstPressures(state);
-        }
     });
+    return state.failure;
+}
+
+Reached<Review> reviewWall(const Problem& problem, const Options& options, Workspace& workspace) {
+    State& state = workspace.contents().state;
+    Results& results = workspace.contents().results;
+    if (!prepareWall(problem, options, workspace) && problem.ProgramMode == Mode::Design) {
+        runStep(state, [&state] { findFirstPressures(state); });
+    }
     if (state.failed()) {
         return state.failure;
     }

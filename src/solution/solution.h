@@ -72,6 +72,10 @@ class Workspace {
     std::unique_ptr<Contents> contents_;
 };
 
+/// The preparation alone: what refuses a problem before any pressure of its soil is worked out;
+/// code None where nothing does. The review does it too.
+Failure prepareWall(const Problem& problem, const Options& options, Workspace& workspace);
+
 /// Preparation and, in a design, the first pressures of both sides. The problem must stay as it is
 /// until the last step.
 Reached<Review> reviewWall(const Problem& problem, const Options& options, Workspace& workspace);

@@ -174,6 +174,30 @@ TEST(BatchCheck, ReadsAndTellsAndWritesNothing) {
     EXPECT_EQ(office.run({"--check", office.write("fatal.dat", fatalInput)}).status, 70);
 }
 
+TEST(BatchCheck, TellsWhatRefusesAWallBeforeItIsSolved) {
+    const BatchOffice office;
+    // The first layer on the left is to end at the ground, or a little below it.
+    const auto wall = [](const char* bottom) {
+        return std::string("'WALL\nCONTROL CANTILEVER DESIGN 1 1.5\nWALL 10\n"
+                           "SURFACE RIGHT 1 0 10\nSURFACE LEFT 1 0 0\n"
+                           "SOIL RIGHT STRENGTHS 1\n 125 115 32 0 0 0\n"
+                           "SOIL LEFT STRENGTHS 2\n 125 115 32 0 0 0 ") +
+               bottom + " 0\n 125 115 32 0 0 0\nFINISHED\n";
+    };
+    const BatchRun refused = office.run({"--check", office.write("a.dat", wall("0"))});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_NE(refused.err.find("a.dat: [INCONSISTENT SOIL LAYER DATA] Bottom of LEFTSIDE soil "
+                               "layer 1 is at or above"),
+              std::string::npos)
+        << refused.err;
+    EXPECT_NE(refused.err.find("a.dat: while preparing the solution"), std::string::npos);
+    EXPECT_TRUE(anyHas(noteLines(refused), "(no-water)"));
+    const BatchRun sound = office.run({"--check", office.write("b.dat", wall("-0.01"))});
+    EXPECT_EQ(sound.status, 0) << sound.err;
+    EXPECT_EQ(sound.err.find("INCONSISTENT"), std::string::npos);
+    EXPECT_EQ(office.files(), (std::set<std::string>{"a.dat", "b.dat"}));
+}
+
 TEST(BatchCheck, TellsWhatTheReaderPassedOver) {
     const BatchOffice office;
     std::string text = wallWithWaterOf("62.4");

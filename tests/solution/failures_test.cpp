@@ -49,6 +49,27 @@ TEST_F(FailingWallTest, TellsCodeStageAndPlace) {
     }
 }
 
+TEST_F(FailingWallTest, ThePreparationAloneTellsItsRefusals) {
+    int refused = 0;
+    for (const FailingWall& wall : failingWalls()) {
+        SCOPED_TRACE(wall.name);
+        const Failure failure = prepareWall(wall.problem, bySweep(), workspace);
+        const bool prepares = wall.expected.stage.doing == Doing::Preparing;
+        EXPECT_STREQ(failureName(failure.code),
+                     failureName(prepares ? wall.expected.code : FailureCode::None));
+        refused += prepares ? 1 : 0;
+    }
+    EXPECT_GE(refused, 4);
+    Options none;
+    none.wedge.reset();
+    for (const FailingWall& wall : failingWalls()) {
+        if (wall.expected.code == FailureCode::LayerBottomsCross) { // known before the method
+            EXPECT_EQ(prepareWall(wall.problem, none, workspace).code,
+                      FailureCode::LayerBottomsCross);
+        }
+    }
+}
+
 // What the road cannot fail with: reading, files, a refused record; what needs other options.
 TEST_F(FailingWallTest, StandsForEveryCodeThatAProblemReaches) {
     std::set<FailureCode> met = {FailureCode::None,           FailureCode::InvalidProblem,
