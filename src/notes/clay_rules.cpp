@@ -1,9 +1,12 @@
 // Rules on cohesion: clay in front of the wall, clay behind it, heave of the bottom.
 #include "notes/second_opinion.h"
+#include "problem/counts.h"
 #include "runtime/arithmetic.h"
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <vector>
 
 namespace korvane {
 
@@ -19,7 +22,9 @@ constexpr double HeaveFactor = 1.5;      ///< customary against heave (NAVFAC DM
 constexpr double NoPressureHeight = 1.0; ///< FT; a shallower crack moves no wall
 constexpr double MinimumFluid = 30;      ///< PCF, least equivalent fluid (BS 8002, 1994: 5 kN/m3)
 constexpr double FreshWater = 62.4;      ///< PCF
-constexpr int LoadPoints = 11;           ///< of a horizontal distributed load
+constexpr std::size_t LoadPoints = mostOf(ProblemCount::HDistCount);
+constexpr double JumpHeight = 0.01; ///< FT, in which a load begins or ends at once
+constexpr double LeastStep = 0.001; ///< FT between points of a load
 
 double waterHead(const Problem& problem, int side, double elev) {
     return problem.WaterDataKind == WaterData::Elevations
@@ -173,20 +178,88 @@ double activeAt(const PressureDiagrams& diagrams, double elev) {
     return 0;
 }
 
+/// A pressure on the wall: straight lines between points of descending elevation, nothing beyond.
+struct LoadPoint {
+    double elev; ///< FT
+    double load; ///< PSF
+};
+using WallLoad = std::vector<LoadPoint>;
+
+double loadAt(const WallLoad& load, double elev) {
+    for (std::size_t i = 1; i < load.size(); ++i) {
+        const LoadPoint& a = load[i - 1];
+        const LoadPoint& b = load[i];
+        if (b.elev <= elev && elev <= a.elev) {
+            return a.load + (b.load - a.load) * divide(a.elev - elev, a.elev - b.elev);
+        }
+    }
+    return 0;
+}
+
+/// How much (LB per FT of wall) a load changes with its point left out, nearly.
+double weightOf(const WallLoad& load, std::size_t point) {
+    WallLoad without{load[point - 1], load[point + 1]};
+    return std::fabs(load[point].load - loadAt(without, load[point].elev)) *
+           (load[point - 1].elev - load[point + 1].elev);
+}
+
+/// Both together, in no more points than a problem holds: those that matter least are left out.
+WallLoad sumOf(const WallLoad& a, const WallLoad& b) {
+    std::vector<double> elevs;
+    for (const WallLoad* load : {&a, &b}) {
+        for (const LoadPoint& point : *load) {
+            elevs.push_back(point.elev);
+        }
+        elevs.push_back(load->front().elev + JumpHeight);
+        elevs.push_back(load->back().elev - JumpHeight);
+    }
+    std::sort(elevs.begin(), elevs.end(), std::greater<>());
+    const double top = MaxOf(a.front().elev, b.front().elev);
+    const double bottom = MinOf(a.back().elev, b.back().elev);
+    WallLoad sum;
+    for (const double elev : elevs) {
+        const bool apart = sum.empty() || sum.back().elev - elev > LeastStep;
+        if (apart && elev <= top && elev >= bottom) {
+            sum.push_back({elev, loadAt(a, elev) + loadAt(b, elev)});
+        }
+    }
+    while (sum.size() > LoadPoints) {
+        std::size_t least = 1;
+        for (std::size_t point = 2; point + 1 < sum.size(); ++point) {
+            least = weightOf(sum, point) < weightOf(sum, least) ? point : least;
+        }
+        sum.erase(sum.begin() + static_cast<std::ptrdiff_t>(least));
+    }
+    return sum;
+}
+
+/// The problem with one more load beside its own horizontal distributed one.
+Problem withLoad(Problem problem, WallLoad load) {
+    if (problem.HDistCount > 0) {
+        WallLoad own;
+        for (int point = 1; point <= problem.HDistCount; ++point) {
+            own.push_back({problem.HDistElev(point), problem.HDistLoad(point)});
+        }
+        load = sumOf(own, load);
+    }
+    problem.HDistCount = static_cast<int>(load.size());
+    for (int point = 1; point <= problem.HDistCount; ++point) {
+        problem.HDistElev(point) = load[static_cast<std::size_t>(point) - 1].elev;
+        problem.HDistLoad(point) = load[static_cast<std::size_t>(point) - 1].load;
+    }
+    return problem;
+}
+
 /// Water that fills the zone like a crack, down to the water level.
 std::optional<Problem> withCrack(const Problem& told, const Zone& zone) {
     const bool levels = told.WaterDataKind == WaterData::Elevations;
     const double bottom = levels ? MaxOf(zone.bottom, told.WaterElev(Right)) : zone.bottom;
-    if (told.HDistCount != 0 || zone.top - bottom < NoPressureHeight) {
+    const double depth = zone.top - bottom;
+    if (depth < NoPressureHeight) {
         return std::nullopt;
     }
-    Problem problem = told;
-    problem.HDistCount = 2;
-    problem.HDistElev(1) = zone.top;
-    problem.HDistElev(2) = bottom;
-    problem.HDistLoad(1) = 0;
-    problem.HDistLoad(2) = (zone.top - bottom) * (levels ? told.WaterUnitWeight : FreshWater);
-    return problem;
+    const double weight = levels ? told.WaterUnitWeight : FreshWater;
+    return withLoad(told, {{zone.top, 0}, {bottom, depth * weight}});
 }
 
 /// What the active pressure lacks of the least equivalent fluid, down to the ground in front.
@@ -195,17 +268,16 @@ std::optional<Problem> withMinimum(const Wall& wall) {
     const PressureDiagrams& diagrams = wall.results().levels(1).solved;
     const double top = told.SurfaceElev(Right, 1);
     const double height = top - dredgeLine(told);
-    if (told.HDistCount != 0 || height <= 0) {
+    if (height <= 0) {
         return std::nullopt;
     }
-    Problem problem = told;
-    problem.HDistCount = LoadPoints;
-    for (int point = 1; point <= LoadPoints; ++point) {
-        const double depth = height * (point - 1) / (LoadPoints - 1);
-        problem.HDistElev(point) = top - depth;
-        problem.HDistLoad(point) = MaxOf(0, MinimumFluid * depth - activeAt(diagrams, top - depth));
+    WallLoad lacking;
+    for (std::size_t point = 0; point < LoadPoints; ++point) {
+        const double depth = height * static_cast<double>(point) / (LoadPoints - 1);
+        lacking.push_back(
+            {top - depth, MaxOf(0, MinimumFluid * depth - activeAt(diagrams, top - depth))});
     }
-    return problem;
+    return withLoad(told, lacking);
 }
 
 void lookBehind(const Wall& wall, NoteSink& notes) {

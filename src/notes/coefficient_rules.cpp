@@ -1,6 +1,7 @@
 // Rules on coefficients, wall friction and factors of safety.
 #include "notes/rules.h"
 #include "pressures/coefficient_pressures.h"
+#include "wall/preparation.h"
 
 #include <cmath>
 
@@ -15,46 +16,62 @@ constexpr double WallShare =
 constexpr double AngleRounding = 0.05; ///< degrees: 2/3 of 32 may be typed as 21.4
 
 /// How the passive coefficient changes from Coulomb's plane to the table at half the soil's
-/// friction; 0 where the table has no column.
-double stepAtHalf(double friction) {
+/// friction (degrees), as a share; nothing where the table has no value.
+std::optional<double> stepAtHalf(double friction) {
     const double phi = friction * DegreesToRadians;
-    if (friction >= 44) {
-        return 0;
+    const double beyond = phi / 2 + 1e-6;
+    if (!hasPassiveCoefficient(phi, beyond)) {
+        return std::nullopt;
     }
-    const auto plane = passiveCoefficient(phi, phi / 2);
-    const auto table = passiveCoefficient(phi, phi / 2 + 1e-6);
-    return plane && table ? *table / *plane - 1 : 0;
+    return passiveCoefficient(phi, beyond).value_or(0) /
+               passiveCoefficient(phi, phi / 2).value_or(1) -
+           1;
+}
+
+/// What the passive coefficient does at half the soil's friction; empty where no wall notices.
+std::string stepText(double friction) {
+    const auto step = stepAtHalf(friction);
+    if (!step) {
+        return "above which the passive coefficient has no value: its table ends at 44.5 degrees";
+    }
+    return std::fabs(*step) < LeastStep
+               ? ""
+               : "where the passive coefficient steps from Coulomb's to the table's by " +
+                     std::to_string(std::lround(100 * *step)) + " percent";
+}
+
+/// True where a layer's passive pressure comes from Coulomb's plane or the table and holds the
+/// wall.
+bool takesPassiveCoefficient(const Wall& wall, int side) {
+    return sideMethod(wall.problem, side) == PressureMethod::Coefficients &&
+           wall.problem.SoilDataKind(side) == SoilData::Strengths &&
+           (side == Left || !wall.anchored());
 }
 
 void lookAtStep(const Wall& wall, NoteSink& notes) {
-    const LevelResult& level = wall.results().levels(1);
     for (const int side : {Left, Right}) {
-        if (wall.review().SideMethod(side) != PressureMethod::Coefficients ||
-            (side == Right && wall.anchored())) {
-            continue;
-        }
-        const int layers = layersDownTo(wall.problem, side, level.bottomElev);
+        const int layers = takesPassiveCoefficient(wall, side) ? layersInUse(wall, side) : 0;
         for (int layer = 1; layer <= layers; ++layer) {
-            const DevelopedLayer& developed = level.layers(side, layer);
-            const double half = developed.frictionPassive / 2;
-            const double onWall = developed.wallFrictionPassive;
-            const double step = stepAtHalf(developed.frictionPassive);
-            if (!(onWall > 0) || std::fabs(onWall - half) > NearHalf ||
-                std::fabs(step) < LeastStep) {
+            const PassiveAngles developed = passiveAngles(wall, side, layer);
+            const double half = developed.friction / 2;
+            const double onWall = developed.wallFriction;
+            const bool hasValue = hasPassiveCoefficient(developed.friction * DegreesToRadians,
+                                                        onWall * DegreesToRadians);
+            const std::string step = stepText(developed.friction);
+            if (!(onWall > 0) || step.empty() ||
+                (hasValue && std::fabs(onWall - half) > NearHalf)) {
                 continue;
             }
-            const int percent = static_cast<int>(std::lround(100 * step));
-            notes.add({.side = side,
-                       .layer = layer,
-                       .quantity = Quantity::Angle,
-                       .value = onWall,
-                       .limit = half,
-                       .text = "Developed wall friction of " + wall.say(Quantity::Angle, onWall) +
-                               " in layer " + std::to_string(layer) + " on the " + sideText(side) +
-                               " is near half the soil's, " + wall.say(Quantity::Angle, half) +
-                               ", where the passive coefficient steps from Coulomb's to the "
-                               "table's by " +
-                               std::to_string(percent) + " percent."});
+            notes.add(
+                {.side = side,
+                 .layer = layer,
+                 .quantity = Quantity::Angle,
+                 .value = onWall,
+                 .limit = half,
+                 .text = "Developed wall friction of " + wall.say(Quantity::Angle, onWall) +
+                         " in layer " + std::to_string(layer) + " on the " + sideText(side) +
+                         (hasValue ? " is near half the soil's, " : " is above half the soil's, ") +
+                         wall.say(Quantity::Angle, half) + ", " + step + "."});
             return;
         }
     }
@@ -159,7 +176,7 @@ constexpr NoteRule Rules[] = {
      "ASCE, Design of Sheet Pile Walls, 1996"},
     {"wall-fails", Severity::Unsafe, Needs::Results, lookAtFoundFactors,
      "ASCE, Design of Sheet Pile Walls, 1996"},
-    {"coefficient-step", Severity::Caution, Needs::Results, lookAtStep,
+    {"coefficient-step", Severity::Caution, Needs::Run, lookAtStep,
      "Caquot and Kerisel, Tables, 1948"},
     {"wall-friction", Severity::Caution, Needs::Input, lookAtWallFriction,
      "Terzaghi 1954; EN 1997-1, 9.5.1, 2004"},

@@ -59,24 +59,20 @@ void lookBelow(const Wall& wall, NoteSink& notes) {
 
 // ---- vertical loads ----------------------------------------------------------------------------
 
-/// FT from the wall at which the farthest load of a side begins.
+/// FT from the wall to which the farthest load of a side reaches; a ramp goes on level from its
+/// end and counts to there.
 double farthestLoad(const Problem& problem, int side) {
-    double start = 0;
-    const auto see = [&start](const auto& starts, int loadSide, int count) {
+    double end = 0;
+    const auto see = [&](const auto& ends, int count) {
         for (int load = 1; load <= count; ++load) {
-            start = std::max(start, starts(loadSide, load));
+            end = std::max(end, ends(side, load));
         }
     };
-    see(problem.VLineDist, side, problem.VLineCount(side));
-    see(problem.VStripStart, side, problem.VStripCount(side));
-    see(problem.VTriStart, side, problem.VTriCount(side));
-    if (problem.VRampCount(side) != 0) {
-        start = std::max(start, problem.VRampStart(side));
-    }
-    if (problem.VVarCount(side) != 0) {
-        start = std::max(start, problem.VVarDist(side, 1));
-    }
-    return start;
+    see(problem.VLineDist, problem.VLineCount(side));
+    see(problem.VStripEnd, problem.VStripCount(side));
+    see(problem.VTriEnd, problem.VTriCount(side));
+    see(problem.VVarDist, problem.VVarCount(side));
+    return problem.VRampCount(side) != 0 ? std::max(end, problem.VRampEnd(side)) : end;
 }
 
 void lookBeyondGround(const Wall& wall, NoteSink& notes) {
@@ -87,14 +83,14 @@ void lookBeyondGround(const Wall& wall, NoteSink& notes) {
             continue;
         }
         const double reach = problem.SurfaceDist(side, points);
-        const double start = farthestLoad(problem, side);
-        if (start > reach) {
+        const double end = farthestLoad(problem, side);
+        if (end > reach) {
             notes.add({.side = side,
                        .quantity = Quantity::Length,
-                       .value = start,
+                       .value = end,
                        .limit = reach,
-                       .text = std::string("A load on the ") + sideText(side) + " begins " +
-                               wall.say(Quantity::Length, start) +
+                       .text = std::string("A load on the ") + sideText(side) + " reaches " +
+                               wall.say(Quantity::Length, end) +
                                " from the wall, beyond the last ground point at " +
                                wall.say(Quantity::Length, reach) +
                                "; the ground is taken as level there."});

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace korvane {
 
@@ -197,6 +198,27 @@ std::optional<LayerFactors> layerFactors(const Wall& wall, int side, int layer) 
         first(problem.SoilFSActive(side, layer), problem.Level2FSActive(side), problem.FSActive),
         first(problem.SoilFSPassive(side, layer), problem.Level2FSPassive(side),
               problem.FSPassive)};
+}
+
+double dividedAngle(double degrees, double factor) {
+    return std::atan(divide(std::tan(degrees * DegreesToRadians), factor)) / DegreesToRadians;
+}
+
+PassiveAngles passiveAngles(const Wall& wall, int side, int layer) {
+    if (wall.solved->results != nullptr) {
+        const DevelopedLayer& developed = wall.results().levels(1).layers(side, layer);
+        return {developed.frictionPassive, developed.wallFrictionPassive, developed.fsPassive};
+    }
+    const auto factors = layerFactors(wall, side, layer);
+    const double factor = factors ? factors->passive : 1;
+    return {dividedAngle(wall.problem.SoilFriction(side, layer), factor),
+            dividedAngle(wall.problem.SoilWallFriction(side, layer), factor), factor};
+}
+
+int layersInUse(const Wall& wall, int side) {
+    return wall.solved->results != nullptr
+               ? layersDownTo(wall.problem, side, wall.results().levels(1).bottomElev)
+               : wall.problem.SoilLayerCount(side);
 }
 
 } // namespace korvane

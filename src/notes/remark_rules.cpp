@@ -20,23 +20,41 @@ bool hasStrengths(const Problem& problem, int side) {
     return problem.SoilDataKind(side) == SoilData::Strengths;
 }
 
-/// True where a layer of strengths that the wall reaches has a factor other than 1.
-bool anyFactor(const Wall& wall) {
+/// The factors of safety that act: on layers that the wall reaches and that have a strength. Those
+/// of an anchored wall act on what drives behind it and holds in front of it alone.
+struct FactorsInUse {
+    double least = 1;
+    double most = 1;
+    bool any() const { return least != 1 || most != 1; }
+};
+
+FactorsInUse factorsInUse(const Wall& wall) {
+    const Problem& problem = wall.problem;
     const LevelResult& level = wall.results().levels(1);
+    FactorsInUse factors;
+    const auto see = [&factors](double factor) {
+        factors.least = std::min(factors.least, factor);
+        factors.most = std::max(factors.most, factor);
+    };
     for (const int side : {Right, Left}) {
-        const int layers = layersDownTo(wall.problem, side, level.bottomElev);
-        for (int layer = 1; layer <= layers && hasStrengths(wall.problem, side); ++layer) {
-            const DevelopedLayer& developed = level.layers(side, layer);
-            if (developed.fsActive != 1 || developed.fsPassive != 1) {
-                return true;
+        const int layers = layersDownTo(problem, side, level.bottomElev);
+        for (int layer = 1; layer <= layers && hasStrengths(problem, side); ++layer) {
+            if (problem.SoilFriction(side, layer) <= 0 && problem.SoilCohesion(side, layer) <= 0) {
+                continue;
+            }
+            if (side == Right || !wall.anchored()) {
+                see(level.layers(side, layer).fsActive);
+            }
+            if (side == Left || !wall.anchored()) {
+                see(level.layers(side, layer).fsPassive);
             }
         }
     }
-    return false;
+    return factors;
 }
 
 void lookAtFactors(const Wall& wall, NoteSink& notes) {
-    if (anyFactor(wall)) {
+    if (factorsInUse(wall).any()) {
         notes.add({.text = "Factors of safety divide the tangents of soil and wall friction, the "
                            "cohesion and the adhesion, each layer's own factor before its side's "
                            "before the wall's; they do not multiply the depth or the anchor "
@@ -45,14 +63,15 @@ void lookAtFactors(const Wall& wall, NoteSink& notes) {
 }
 
 void lookForReserve(const Wall& wall, NoteSink& notes) {
-    if (!wall.design() || anyFactor(wall)) {
+    const FactorsInUse factors = factorsInUse(wall);
+    if (!wall.design() || factors.most > 1) {
         return;
     }
-    notes.add({.value = 1,
+    notes.add({.value = factors.least,
                .limit = 1,
                .text = hasStrengths(wall.problem, Left)
-                           ? "The penetration is that of a factor of 1 and holds no reserve; 20 "
-                             "to 40 percent are customarily added."
+                           ? "No factor of safety above 1 acts: the penetration holds no reserve; "
+                             "20 to 40 percent are customarily added."
                            : "Factors of safety do not act on given coefficients: the "
                              "penetration holds no reserve but that of the coefficients."});
 }

@@ -114,4 +114,21 @@ struct LayerFactors {
 };
 std::optional<LayerFactors> layerFactors(const Wall& wall, int side, int layer);
 
+/// Degrees of an angle (degrees) whose tangent a factor divides.
+double dividedAngle(double degrees, double factor);
+
+/// The passive angles of a layer of strengths. Degrees.
+struct PassiveAngles {
+    double friction;
+    double wallFriction;
+    double factor; ///< that has divided their tangents
+};
+
+/// As the first level used them; of a failed run those that its factors lead to, of an analysis
+/// that found none as they are given.
+PassiveAngles passiveAngles(const Wall& wall, int side, int layer);
+
+/// Layers that the first level reaches; of a failed run all of the side.
+int layersInUse(const Wall& wall, int side);
+
 } // namespace korvane

@@ -75,14 +75,17 @@ Difference compare(const Wall& wall, const SecondOpinion& second) {
         return difference;
     }
     const Results& told = wall.results();
+    int deepest = 1;
+    int shallowest = 1;
     for (int level = 1; level <= std::min(told.levelCount, second.levelCount); ++level) {
         const double change = share(wall, told.levels(level), second.levels(level));
-        if (std::fabs(change) > std::max(difference.deepest, -difference.shallowest)) {
-            difference.level = level;
-        }
+        deepest = change > difference.deepest ? level : deepest;
+        shallowest = change < difference.shallowest ? level : shallowest;
         difference.deepest = std::max(difference.deepest, change);
         difference.shallowest = std::min(difference.shallowest, change);
     }
+    const bool isDeeper = difference.isDeeper() || difference.deepest >= -difference.shallowest;
+    difference.level = isDeeper ? deepest : shallowest;
     return difference;
 }
 

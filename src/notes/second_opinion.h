@@ -16,7 +16,7 @@ struct Difference {
     /// failure alone +1 where the second run fails, -1 where the told one does.
     double deepest = 0;
     double shallowest = 0; ///< likewise, the smallest
-    int level = 1;         ///< at which the larger of the two stands
+    int level = 1;         ///< of the deepest where that speaks, else of the larger of the two
     bool bothFail = false;
 
     /// Below this share the two agree.

@@ -13,6 +13,7 @@ namespace {
 
 constexpr double LevelSight = 88;             ///< degrees: the last plane ends 2 short of the sight
 constexpr double NegligibleCohesion = 0.0001; ///< PSF; below it the surface takes no pressure
+constexpr double AtBound = 1e-6;              ///< degrees; nearer it the fixed surface has no bound
 constexpr double FixedExcess = 0.05; ///< share above the tables; less is within their own error
 
 bool isWedge(const Wall& wall, int side) {
@@ -89,16 +90,13 @@ double steepestFall(const Problem& problem, int side) {
 /// Degrees, the largest developed soil friction of a side plus the largest wall friction.
 double largestFrictions(const Wall& wall, int side) {
     const Problem& problem = wall.problem;
-    const auto developed = [](double degrees, double factor) {
-        return std::atan(std::tan(degrees * DegreesToRadians) / factor) / DegreesToRadians;
-    };
     double soil = 0;
     double onWall = 0;
     for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
         const auto factors = layerFactors(wall, side, layer);
         const double factor = factors ? factors->active : 1;
-        soil = std::max(soil, developed(problem.SoilFriction(side, layer), factor));
-        onWall = std::max(onWall, developed(problem.SoilWallFriction(side, layer), factor));
+        soil = std::max(soil, dividedAngle(problem.SoilFriction(side, layer), factor));
+        onWall = std::max(onWall, dividedAngle(problem.SoilWallFriction(side, layer), factor));
     }
     return soil + onWall;
 }
@@ -175,15 +173,16 @@ Marks marksIn(const PressureDiagrams& diagrams, double lowest) {
     return marks;
 }
 
-/// Those of the level that has the most, else of the review.
+/// Those of the level that has the most, else of the review; a run may have failed before either.
 Marks marksOf(const Wall& wall) {
     Marks marks;
-    for (int level = 1; level <= wall.results().levelCount; ++level) {
+    const int levels = wall.solved->results != nullptr ? wall.results().levelCount : 0;
+    for (int level = 1; level <= levels; ++level) {
         const LevelResult& result = wall.results().levels(level);
         const Marks found = marksIn(result.solved, result.bottomElev);
         marks = found.count > marks.count ? found : marks;
     }
-    if (marks.count == 0 && wall.review().hasPressures) {
+    if (marks.count == 0 && wall.solved->review != nullptr && wall.review().hasPressures) {
         const ElevationGrid& grid = wall.review().diagrams.grid;
         marks = marksIn(wall.review().diagrams, grid.ElevGrid(grid.NumElevs));
     }
@@ -231,17 +230,26 @@ bool holdsWall(const Wall& wall, int side) {
     return side == Left || !wall.anchored();
 }
 
-/// Passive pressure over vertical stress for the fixed surface under level ground, horizontal; 0
-/// beyond the wall friction at which it has no bound, where it falls to the floor. Radians.
-double fixedPassive(double friction, double wallFriction) {
-    const double plane = (90 * DegreesToRadians - friction) / 2; // from the horizontal
-    const double opening = std::cos(plane + friction + wallFriction);
-    return opening > 0
-               ? std::sin(plane + friction) * std::cos(wallFriction) / (opening * std::tan(plane))
-               : 0;
+/// Degrees of developed wall friction at which the passive pressure of the fixed surface has no
+/// bound under level ground: the wall's and the plane's reactions are parallel there.
+double fixedBound(double friction) {
+    return 45 - friction / 2;
 }
 
-/// A layer of a wedge side that holds the wall, as the first level used it.
+/// Passive pressure over vertical stress for the fixed surface under level ground, horizontal; 0
+/// from the wall friction on at which it has no bound, where it falls to the floor. Degrees.
+double fixedPassive(double friction, double wallFriction) {
+    if (wallFriction > fixedBound(friction) - AtBound) {
+        return 0;
+    }
+    const double phi = friction * DegreesToRadians;
+    const double onWall = wallFriction * DegreesToRadians;
+    const double plane = fixedBound(friction) * DegreesToRadians; // from the horizontal
+    return std::sin(plane + phi) * std::cos(onWall) /
+           (std::cos(plane + phi + onWall) * std::tan(plane));
+}
+
+/// A layer of a wedge side that holds the wall.
 template <class Look>
 void forEachPassiveLayer(const Wall& wall, Look look) {
     for (const int side : {Left, Right}) {
@@ -249,10 +257,8 @@ void forEachPassiveLayer(const Wall& wall, Look look) {
             wall.problem.SoilDataKind(side) != SoilData::Strengths) {
             continue;
         }
-        const LevelResult& level = wall.results().levels(1);
-        const int layers = layersDownTo(wall.problem, side, level.bottomElev);
-        for (int layer = 1; layer <= layers; ++layer) {
-            if (look(side, layer, level.layers(side, layer))) {
+        for (int layer = 1; layer <= layersInUse(wall, side); ++layer) {
+            if (look(side, layer, passiveAngles(wall, side, layer))) {
                 return;
             }
         }
@@ -267,9 +273,8 @@ constexpr const char* PlaneTable =
 /// The wall with wall friction that no layer of a wedge side develops above half the soil's.
 Problem withHalfWallFriction(const Wall& wall) {
     Problem problem = wall.problem;
-    forEachPassiveLayer(wall, [&](int side, int layer, const DevelopedLayer& developed) {
-        const double half = developed.frictionPassive / 2 * DegreesToRadians;
-        const double given = std::atan(std::tan(half) * developed.fsPassive) / DegreesToRadians;
+    forEachPassiveLayer(wall, [&](int side, int layer, const PassiveAngles& developed) {
+        const double given = dividedAngle(developed.friction / 2, 1 / developed.factor);
         problem.SoilWallFriction(side, layer) =
             std::min(problem.SoilWallFriction(side, layer), given);
         return false;
@@ -277,10 +282,23 @@ Problem withHalfWallFriction(const Wall& wall) {
     return problem;
 }
 
+/// What is wrong with planes under wall friction above half the soil's (degrees).
+std::string planeFault(const Wall& wall, double soil, double onWall) {
+    const std::string developed = wall.say(Quantity::Angle, onWall);
+    if (byFixedSurface(wall) && fixedPassive(soil, onWall) == 0) {
+        return "The passive pressure of the fixed surface has no bound at a developed wall "
+               "friction of 45 - phi/2, " +
+               wall.say(Quantity::Angle, fixedBound(soil)) +
+               ", and falls to the floor beyond: it is none with " + developed;
+    }
+    return "Planes overestimate passive pressure with wall friction above half the soil's: " +
+           developed + " against " + wall.say(Quantity::Angle, soil / 2);
+}
+
 void lookAtPlaneFriction(const Wall& wall, NoteSink& notes) {
-    forEachPassiveLayer(wall, [&](int side, int layer, const DevelopedLayer& developed) {
-        const double soil = developed.frictionPassive;
-        const double onWall = developed.wallFrictionPassive;
+    forEachPassiveLayer(wall, [&](int side, int layer, const PassiveAngles& developed) {
+        const double soil = developed.friction;
+        const double onWall = developed.wallFriction;
         if (soil <= 0 || isCoulombPassive(soil * DegreesToRadians, onWall * DegreesToRadians)) {
             return false;
         }
@@ -293,10 +311,7 @@ void lookAtPlaneFriction(const Wall& wall, NoteSink& notes) {
         note.second = coefficients ? solveAgain(wall, wall.problem, {.methodCoefficients = true})
                                    : solveAgain(wall, withHalfWallFriction(wall));
         const int level = compare(wall, *note.second).level;
-        note.text = "Planes overestimate passive pressure with wall friction above half the "
-                    "soil's: " +
-                    wall.say(Quantity::Angle, onWall) + " against " +
-                    wall.say(Quantity::Angle, soil / 2) + " in layer " + std::to_string(layer) +
+        note.text = planeFault(wall, soil, onWall) + " in layer " + std::to_string(layer) +
                     " on the " + sideText(side) + ". " +
                     (coefficients ? "By coefficients" : "With half the soil's friction") +
                     " the wall has " + outcomeText(wall, *note.second, level) + "." + PlaneTable;
@@ -309,26 +324,29 @@ void lookAtFixedPassive(const Wall& wall, NoteSink& notes) {
     if (!byFixedSurface(wall)) {
         return;
     }
-    forEachPassiveLayer(wall, [&](int side, int layer, const DevelopedLayer& developed) {
-        const double soil = developed.frictionPassive * DegreesToRadians;
-        const double onWall = developed.wallFrictionPassive * DegreesToRadians;
-        const auto Kp = passiveCoefficient(soil, onWall);
-        const double fixed = fixedPassive(soil, onWall);
-        if (soil <= 0 || !Kp) {
+    forEachPassiveLayer(wall, [&](int side, int layer, const PassiveAngles& developed) {
+        const double soil = developed.friction * DegreesToRadians;
+        const double onWall = developed.wallFriction * DegreesToRadians;
+        if (soil <= 0 || !hasPassiveCoefficient(soil, onWall)) {
             return false;
         }
-        const double table = *Kp * std::cos(onWall);
-        if (fixed <= (1 + FixedExcess) * table) {
+        const double Kp = passiveCoefficient(soil, onWall).value_or(0) * std::cos(onWall);
+        const double fixed = fixedPassive(developed.friction, developed.wallFriction);
+        if (fixed <= (1 + FixedExcess) * Kp) {
             return false;
         }
-        Note note{.side = side, .layer = layer, .value = fixed, .limit = table};
+        Note note{.side = side, .layer = layer, .value = fixed, .limit = Kp};
         note.second = solveAgain(wall, wall.problem, {.methodSweep = true});
         const int level = compare(wall, *note.second).level;
-        note.text = std::string("The fixed surface is no extreme: its passive coefficient is ") +
-                    wall.say(Quantity::Number, fixed) + " where the tables give " +
-                    wall.say(Quantity::Number, table) + " (layer " + std::to_string(layer) +
-                    " on the " + sideText(side) + "). By the sweep search the wall has " +
-                    outcomeText(wall, *note.second, level) + ".";
+        note.text =
+            "The fixed surface is no extreme and has no bound at a developed wall "
+            "friction of 45 - phi/2: under level ground its passive coefficient times "
+            "cosine is " +
+            wall.say(Quantity::Number, fixed) + " where the coefficients give " +
+            wall.say(Quantity::Number, Kp) + " (layer " + std::to_string(layer) + " on the " +
+            sideText(side) + ", " + wall.say(Quantity::Angle, developed.wallFriction) + " of " +
+            wall.say(Quantity::Angle, fixedBound(developed.friction)) +
+            "). By the sweep search the wall has " + outcomeText(wall, *note.second, level) + ".";
         notes.add(std::move(note));
         return true;
     });
@@ -343,12 +361,12 @@ constexpr NoteRule Rules[] = {
     {"surface-slope", Severity::Unsafe, Needs::Run, lookAtSurfaceSlope, CoulombSlope},
     {"planes-past-horizontal", Severity::Unsafe, Needs::Run, lookAtPlanesPastHorizontal,
      TrialWedge},
-    {"plane-wall-friction", Severity::Unsafe, Needs::Results, lookAtPlaneFriction, CurvedPlane},
-    {"fixed-passive", Severity::Unsafe, Needs::Results, lookAtFixedPassive, TrialWedge},
+    {"plane-wall-friction", Severity::Unsafe, Needs::Run, lookAtPlaneFriction, CurvedPlane},
+    {"fixed-passive", Severity::Unsafe, Needs::Run, lookAtFixedPassive, TrialWedge},
     {"method-coefficients", Severity::Unsafe, Needs::Run, lookAtCoefficients, CurvedPlane},
     {"method-sweep", Severity::Unsafe, Needs::Run, lookAtSweep, TrialWedge},
-    {"method-fixed", Severity::Unsafe, Needs::Results, lookAtFixedSurface, TrialWedge},
-    {"marked-rows", Severity::Caution, Needs::Results, lookAtMarks, TrialWedge},
+    {"method-fixed", Severity::Unsafe, Needs::Run, lookAtFixedSurface, TrialWedge},
+    {"marked-rows", Severity::Caution, Needs::Run, lookAtMarks, TrialWedge},
     {"warning-without-mark", Severity::Caution, Needs::Results, lookAtWarning, TrialWedge},
 };
 

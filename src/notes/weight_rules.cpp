@@ -153,6 +153,28 @@ void lookForWater(const Wall& wall, NoteSink& notes) {
     }
 }
 
+void lookForSaturatedWeights(const Wall& wall, NoteSink& notes) {
+    const Problem& problem = wall.problem;
+    for (const int side : {Right, Left}) {
+        for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+            const double saturated = problem.SoilSatWeight(side, layer);
+            const double moist = problem.SoilMoistWeight(side, layer);
+            if (problem.WaterDataKind == WaterData::Pressures && saturated > 0 &&
+                saturated != moist) {
+                notes.add({.side = side,
+                           .layer = layer,
+                           .quantity = Quantity::UnitWeight,
+                           .value = saturated,
+                           .limit = moist,
+                           .text = "Water is given as net pressures: all soil keeps its moist "
+                                   "weight, without buoyancy, and the saturated weights are not "
+                                   "used."});
+                return;
+            }
+        }
+    }
+}
+
 constexpr NoteRule Rules[] = {
     {"water-weight", Severity::Unsafe, Needs::Input, lookAtWaterWeight,
      "ASCE, Design of Sheet Pile Walls, 1996"},
@@ -163,6 +185,8 @@ constexpr NoteRule Rules[] = {
     {"moist-above-saturated", Severity::Caution, Needs::Input, lookForHeavyMoistWeights,
      "phase relations: filling the pores with water adds weight"},
     {"no-water", Severity::Remark, Needs::Input, lookForWater,
+     "ASCE, Design of Sheet Pile Walls, 1996"},
+    {"saturated-weight", Severity::Remark, Needs::Input, lookForSaturatedWeights,
      "ASCE, Design of Sheet Pile Walls, 1996"},
 };
 

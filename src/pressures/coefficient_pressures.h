@@ -38,4 +38,7 @@ bool isCoulombPassive(double friction, double wallFriction);
 /// RuntimeError 9 for one from 44.5 to 45 degrees, for which it has no column.
 std::optional<double> passiveCoefficient(double friction, double wallFriction);
 
+/// True where passiveCoefficient has a value. Radians.
+bool hasPassiveCoefficient(double friction, double wallFriction);
+
 } // namespace korvane

@@ -89,4 +89,10 @@ std::optional<double> passiveCoefficient(double friction, double wallFriction) {
     return frictionReduction(degrees, divide(wallFriction, friction)) * fullFrictionKp(friction);
 }
 
+bool hasPassiveCoefficient(double friction, double wallFriction) {
+    const double degrees = friction / DegreesToRadians;
+    return isCoulombPassive(friction, wallFriction) ||
+           (degrees <= LargestTableAngle && nearestEven(degrees) < LargestTableAngle);
+}
+
 } // namespace korvane

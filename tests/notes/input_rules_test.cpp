@@ -124,16 +124,66 @@ TEST(InputNotes, HorizontalLoadsStandOnTheWall) {
     EXPECT_TRUE(saysOfInput(problem, "load-above-top"));
 }
 
-TEST(InputNotes, LoadsBeginOnTheGroundThatIsGiven) {
-    Problem problem = withGround(plainCantilever(), Right, 20, 4);
-    problem.VStripCount(Right) = 1;
-    problem.VStripStart(Right, 1) = 20;
-    problem.VStripEnd(Right, 1) = 30;
-    EXPECT_FALSE(saysOfInput(problem, "load-beyond-ground"));
-    problem.VStripStart(Right, 1) = 20.1;
-    EXPECT_TRUE(saysOfInput(problem, "load-beyond-ground"));
-    problem.SurfacePointCount(Right) = 1; // level ground without an end
-    EXPECT_FALSE(saysOfInput(problem, "load-beyond-ground"));
+TEST(InputNotes, DistributedLoadsStandOnTheWall) {
+    Problem problem = plainCantilever();
+    problem.HDistCount = 2;
+    problem.HDistElev(1) = 0;
+    problem.HDistElev(2) = -5;
+    EXPECT_FALSE(saysOfInput(problem, "load-above-top"));
+    problem.HDistElev(1) = 0.1;
+    EXPECT_EQ(inputNote(problem, "load-above-top")->value, 0.1);
+}
+
+TEST(InputNotes, LoadsEndOnTheGroundThatIsGiven) {
+    struct Load {
+        const char* name;
+        void (*put)(Problem& problem, double end);
+    };
+    const Load loads[] = {
+        {"line",
+         [](Problem& problem, double end) {
+             problem.VLineCount(Right) = 2;
+             problem.VLineDist(Right, 1) = 3;
+             problem.VLineDist(Right, 2) = end;
+         }},
+        {"strip",
+         [](Problem& problem, double end) {
+             problem.VStripCount(Right) = 1;
+             problem.VStripStart(Right, 1) = 5;
+             problem.VStripEnd(Right, 1) = end;
+         }},
+        {"ramp",
+         [](Problem& problem, double end) {
+             problem.VRampCount(Right) = 1;
+             problem.VRampStart(Right) = 5;
+             problem.VRampEnd(Right) = end;
+         }},
+        {"triangle",
+         [](Problem& problem, double end) {
+             problem.VTriCount(Right) = 1;
+             problem.VTriStart(Right, 1) = 5;
+             problem.VTriPeak(Right, 1) = 8;
+             problem.VTriEnd(Right, 1) = end;
+         }},
+        {"variable",
+         [](Problem& problem, double end) {
+             problem.VVarCount(Right) = 2;
+             problem.VVarDist(Right, 1) = 5;
+             problem.VVarDist(Right, 2) = end;
+         }},
+    };
+    for (const Load& load : loads) {
+        Problem problem = withGround(plainCantilever(), Right, 20, 4);
+        load.put(problem, 20);
+        EXPECT_FALSE(saysOfInput(problem, "load-beyond-ground")) << load.name;
+        load.put(problem, 20.1);
+        const auto note = inputNote(problem, "load-beyond-ground");
+        ASSERT_TRUE(note) << load.name;
+        EXPECT_EQ(note->value, 20.1) << load.name;
+        EXPECT_EQ(note->limit, 20) << load.name;
+        problem.SurfacePointCount(Right) = 1; // level ground without an end
+        EXPECT_FALSE(saysOfInput(problem, "load-beyond-ground")) << load.name;
+    }
 }
 
 TEST(InputNotes, ClayInFrontHeavesUnderTheLoadBehind) {
@@ -148,6 +198,21 @@ TEST(InputNotes, ClayInFrontHeavesUnderTheLoadBehind) {
     EXPECT_NEAR(*note->value, 5.14 * 349 / 1200, 1e-9);
     // Water in front holds the bottom down: 6 FT of it leave 826 PSF.
     EXPECT_FALSE(saysOfInput(withWater(problem, -10, -4), "basal-heave"));
+}
+
+TEST(InputNotes, SaturatedWeightsBesideNetPressuresOfWater) {
+    Problem problem = plainCantilever(); // 120 PCF moist
+    setBothSides(problem.SoilSatWeight, 130);
+    EXPECT_FALSE(saysOfInput(problem, "saturated-weight")); // without water the other remark
+    EXPECT_FALSE(saysOfInput(withWater(problem, -5, -10), "saturated-weight"));
+    problem.WaterDataKind = WaterData::Pressures;
+    const auto note = inputNote(problem, "saturated-weight");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->value, 130);
+    EXPECT_EQ(note->limit, 120);
+    EXPECT_FALSE(saysOfInput(problem, "no-water"));
+    setBothSides(problem.SoilSatWeight, 120); // none that differs
+    EXPECT_FALSE(saysOfInput(problem, "saturated-weight"));
 }
 
 TEST(InputNotes, RemarksTellWhatIsNotGiven) {

@@ -1,5 +1,6 @@
-// Notes on solved walls by coefficients: clay, seepage, loads, anchor, reduction, remarks.
+// Notes on solved walls by coefficients: clay, seepage, loads, anchor, remarks.
 #include "notes/second_opinion.h"
+#include "runtime/number_format.h"
 #include "told_wall.h"
 
 #include <cmath>
@@ -48,6 +49,47 @@ TEST(ResultNotes, PassiveCoefficientsStepAtHalfTheFriction) {
     problem.SoilFriction(Left, 1) = 20; // 3.04 x 0.862 = 2.62 against 2.64: no step to speak of
     problem.SoilWallFriction(Left, 1) = 10;
     EXPECT_FALSE(ToldWall(problem).says("coefficient-step"));
+}
+
+TEST(ResultNotes, TheStepIsNearWithinOneDegreeOnEitherSide) {
+    struct Row {
+        double friction, onWall;
+        bool speaks;
+        const char* words;
+    };
+    const Row rows[] = {
+        {30, 15.9, true, "-3 percent"},
+        {30, 16.1, false, ""},
+        {40, 19.1, true, "-14 percent"},
+        {40, 18.9, false, ""},
+        // Beyond 44.5 degrees the table has no value.
+        {44.4, 22.1, true, "percent"},
+        {44.7, 21.4, true, "its table ends at 44.5 degrees"},
+        {44.7, 21.3, false, ""},
+    };
+    for (const auto& [friction, onWall, speaks, words] : rows) {
+        Problem problem = plainCantilever();
+        problem.SoilFriction(Left, 1) = friction;
+        problem.SoilWallFriction(Left, 1) = onWall;
+        ToldWall wall(problem);
+        ASSERT_TRUE(wall.isSolved()) << friction << '/' << onWall;
+        const auto note = wall.note("coefficient-step");
+        ASSERT_EQ(note.has_value(), speaks) << friction << '/' << onWall;
+        if (note) {
+            EXPECT_NE(note->text.find(words), std::string::npos) << note->text;
+        }
+    }
+}
+
+TEST(ResultNotes, AWallThatAsksTheTableBeyondItsEndIsTold) {
+    for (const double friction : {44.4, 44.6}) {
+        Problem problem = plainCantilever();
+        problem.SoilFriction(Left, 1) = friction;
+        problem.SoilWallFriction(Left, 1) = 30;
+        ToldWall wall(problem);
+        EXPECT_EQ(wall.isSolved(), friction < 44.5);
+        EXPECT_EQ(wall.says("coefficient-step"), friction > 44.5);
+    }
 }
 
 TEST(ResultNotes, AWallThatFailsIsUnsafe) {
@@ -119,6 +161,69 @@ TEST(ResultNotes, CohesionLeavesAHeightWithoutPressure) {
     EXPECT_NE(note->text.find("30.00 PCF"), std::string::npos);
 }
 
+/// The problem with this horizontal distributed load: elevations (FT) and pressures (PSF).
+Problem withPoints(Problem problem, const std::vector<std::pair<double, double>>& points) {
+    problem.HDistCount = 0;
+    for (const auto& [elev, load] : points) {
+        ++problem.HDistCount;
+        problem.HDistElev(problem.HDistCount) = elev;
+        problem.HDistLoad(problem.HDistCount) = load;
+    }
+    return problem;
+}
+
+TEST(ResultNotes, CracksAndLeastPressuresAddToTheLoadOnTheWall) {
+    Problem problem = plainCantilever();
+    problem.SoilCohesion(Right, 1) = 173.2; // 5 FT without pressure
+    problem.HDistCount = 2;
+    problem.HDistElev(1) = -2;
+    problem.HDistElev(2) = -8;
+    problem.HDistLoad(1) = problem.HDistLoad(2) = 100;
+    ToldWall wall(problem);
+    ASSERT_TRUE(wall.isSolved());
+    const auto note = wall.note("no-active-pressure");
+    ASSERT_TRUE(note);
+    EXPECT_NE(note->text.find("crack full of water"), std::string::npos);
+    EXPECT_NE(note->text.find("30.00 PCF"), std::string::npos);
+    // Water in the crack to 5 FT and the load from 2 to 8 FT; what the active pressure, 40 PSF a
+    // foot from 5 FT on, lacks of 30 PSF a foot, and the load: that is the worse.
+    const double depth = *note->value;
+    ToldWall crack(withPoints(problem, {{0, 0},
+                                        {-1.99, 1.99 * 62.4},
+                                        {-2, 100 + 2 * 62.4},
+                                        {-depth, 100 + depth * 62.4},
+                                        {-depth - 0.01, 100},
+                                        {-8, 100}}));
+    ToldWall minimum(withPoints(
+        problem,
+        {{0, 0}, {-1.99, 1.99 * 30}, {-2, 160}, {-5, 250}, {-8, 220}, {-8.01, 119.9}, {-10, 100}}));
+    EXPECT_NE(note->text.find("With a crack full of water there the wall has a penetration of " +
+                              formatNumber(crack.level().penetration, "0.00") + " FT"),
+              std::string::npos)
+        << note->text;
+    ASSERT_TRUE(note->second);
+    EXPECT_NEAR(note->second->levels(1).penetration, minimum.level().penetration, 0.002);
+    EXPECT_GT(minimum.level().penetration, crack.level().penetration);
+}
+
+TEST(ResultNotes, ALoadOfElevenPointsLeavesRoomForACrack) {
+    Problem problem = plainCantilever();
+    problem.SoilCohesion(Right, 1) = 173.2;
+    problem.HDistCount = 11;
+    for (int point = 1; point <= 11; ++point) { // straight: two of them would do
+        problem.HDistElev(point) = -2 - 0.6 * (point - 1);
+        problem.HDistLoad(point) = 100;
+    }
+    Problem two = problem;
+    two.HDistCount = 2;
+    two.HDistElev(2) = -8;
+    const auto eleven = ToldWall(problem).note("no-active-pressure");
+    const auto pair = ToldWall(two).note("no-active-pressure");
+    ASSERT_TRUE(eleven && eleven->second && pair && pair->second);
+    EXPECT_EQ(eleven->second->levelCount, 1);
+    EXPECT_NEAR(eleven->second->levels(1).penetration, pair->second->levels(1).penetration, 0.002);
+}
+
 // ---- seepage -----------------------------------------------------------------------------------
 
 TEST(ResultNotes, TheGradientAtItsLimit) {
@@ -160,9 +265,22 @@ TEST(ResultNotes, HorizontalLoadsBelowTheBottom) {
     EXPECT_TRUE(wall.says("load-below-bottom"));
 }
 
+TEST(ResultNotes, DistributedLoadsBelowTheBottom) {
+    ToldWall wall(plainCantilever());
+    ASSERT_TRUE(wall.isSolved());
+    wall.problem.HDistCount = 2;
+    wall.problem.HDistElev(1) = -5;
+    wall.problem.HDistElev(2) = wall.level().bottomElev;
+    EXPECT_FALSE(wall.says("load-below-bottom"));
+    wall.problem.HDistElev(2) -= 0.1;
+    EXPECT_EQ(wall.note("load-below-bottom")->value, wall.problem.HDistElev(2));
+}
+
 TEST(ResultNotes, AnAnchorMustPull) {
     ToldWall wall(plainAnchoredWall());
     ASSERT_TRUE(wall.isSolved());
+    EXPECT_FALSE(wall.says("anchor-force"));
+    wall.level(2).anchorForce = 0.01;
     EXPECT_FALSE(wall.says("anchor-force"));
     wall.level(2).anchorForce = 0;
     EXPECT_EQ(wall.note("anchor-force")->severity, Severity::Unsafe);
@@ -182,6 +300,9 @@ TEST(ResultNotes, AnAnchorStandsAboveTheZeroOfShear) {
 TEST(ResultNotes, AnAnchorStandsAboveTheGroundInFront) {
     ToldWall wall(plainAnchoredWall());
     ASSERT_TRUE(wall.isSolved());
+    wall.problem.AnchorElev = -9.99;
+    const auto above = wall.note("anchor-place"); // the shear has no zero below it
+    EXPECT_FALSE(above && above->limit);
     wall.problem.AnchorElev = -10;
     const auto note = wall.note("anchor-place");
     ASSERT_TRUE(note);
@@ -215,49 +336,6 @@ TEST(ResultNotes, ThinLayersAtTheBottom) {
     EXPECT_NEAR(*note->value, 0.99, 1e-9);
 }
 
-// ---- moment reduction --------------------------------------------------------------------------
-
-TEST(ResultNotes, MomentReductionOutsideItsRange) {
-    ToldWall wall(plainAnchoredWall());
-    ASSERT_TRUE(wall.isSolved());
-    wall.reduction = {};
-    EXPECT_FALSE(wall.says("reduction-range")); // nothing to report
-    wall.reduction.soil = RoweSoil::Sand;
-    wall.reduction.applicable = true;
-    wall.reduction.inRange(1) = true;
-    wall.reduction.coefficient(1, 1) = wall.reduction.coefficient(1, 2) = 0.5;
-    EXPECT_FALSE(wall.says("reduction-range"));
-    wall.reduction.inRange(1) = false;
-    wall.reduction.PileLogRigidity(1) = -3.6;
-    wall.reduction.PileLogRigidity(2) = -4.2;
-    EXPECT_NE(wall.note("reduction-range")->text.find("-4.2000 to -3.6000"), std::string::npos);
-    wall.reduction.applicable = false;
-    wall.reduction.broken.add(RoweCondition::BetaTooLarge);
-    wall.reduction.broken.add(RoweCondition::RightBelowTop);
-    const auto note = wall.note("reduction-range");
-    ASSERT_TRUE(note);
-    EXPECT_NE(note->text.find("in full: BETA above 0.3, right surface below the top of the wall."),
-              std::string::npos);
-}
-
-TEST(ResultNotes, ReductionCoefficientsWithinTheCurves) {
-    // The curves for clay run from 0.433 to 0.922.
-    ToldWall wall(plainAnchoredWall());
-    ASSERT_TRUE(wall.isSolved());
-    wall.reduction = {};
-    wall.reduction.soil = RoweSoil::Clay;
-    wall.reduction.applicable = true;
-    wall.reduction.inRange(3) = true;
-    wall.reduction.coefficient(3, 1) = 0.922;
-    EXPECT_FALSE(wall.says("reduction-coefficient"));
-    wall.reduction.coefficient(3, 1) = 0.923;
-    EXPECT_TRUE(wall.says("reduction-coefficient"));
-    wall.reduction.coefficient(3, 1) = 0.432;
-    const auto note = wall.note("reduction-coefficient");
-    ASSERT_TRUE(note);
-    EXPECT_EQ(note->limit, 0.433);
-}
-
 // ---- remarks -----------------------------------------------------------------------------------
 
 TEST(ResultNotes, FactorsReachStrengths) {
@@ -267,6 +345,31 @@ TEST(ResultNotes, FactorsReachStrengths) {
     problem.FSPassive = 1.01;
     EXPECT_TRUE(ToldWall(problem).says("factors-on-strengths"));
     EXPECT_FALSE(ToldWall(problem).says("no-reserve"));
+    problem.FSPassive = 0.99; // less than none
+    EXPECT_TRUE(ToldWall(problem).says("factors-on-strengths"));
+    EXPECT_EQ(ToldWall(problem).note("no-reserve")->value, 0.99);
+}
+
+TEST(ResultNotes, FactorsOfWhatNeitherDrivesNorHoldsAreNoReserve) {
+    struct Row {
+        bool anchored;
+        int side;
+        bool passive, acts;
+    };
+    const Row rows[] = {
+        {true, Right, true, false}, {true, Left, false, false}, {true, Right, false, true},
+        {true, Left, true, true},   {false, Right, true, true}, {false, Left, false, true},
+    };
+    for (const auto& [anchored, side, passive, acts] : rows) {
+        Problem problem = anchored ? plainAnchoredWall() : plainCantilever();
+        (passive ? problem.Level2FSPassive : problem.Level2FSActive)(side) = 1.2;
+        ToldWall wall(problem);
+        ASSERT_TRUE(wall.isSolved());
+        EXPECT_EQ(wall.says("factors-on-strengths"), acts) << anchored << side << passive;
+        EXPECT_EQ(wall.says("no-reserve"), !acts) << anchored << side << passive;
+        problem.SoilFSActive(side, 1) = problem.SoilFSPassive(side, 1) = 1; // before the side's
+        EXPECT_TRUE(ToldWall(problem).says("no-reserve")) << anchored << side << passive;
+    }
 }
 
 TEST(ResultNotes, FixedEarthDepthIsTheTheoreticalOne) {
@@ -295,6 +398,34 @@ TEST(ResultNotes, WallFrictionInFrontMustBeHeldDown) {
     EXPECT_NEAR(*note->value,
                 60 * KpCos * level.penetration * level.penetration * std::tan(5 * DegreesToRadians),
                 1e-3 * *note->value);
+}
+
+TEST(ResultNotes, WallFrictionThatHoldsMoreThanItLiftsIsSilent) {
+    const double phi = 30 * DegreesToRadians;
+    const auto root = [phi](double onWall) {
+        return std::sqrt(std::sin(phi + onWall) * std::sin(phi) / std::cos(onWall));
+    };
+    int spoken = 0;
+    int silent = 0;
+    for (double behind = 1; behind <= 29; behind += 0.5) {
+        Problem problem = plainCantilever();
+        problem.SoilWallFriction(Left, 1) = 1;
+        problem.SoilWallFriction(Right, 1) = behind;
+        ToldWall wall(problem);
+        ASSERT_TRUE(wall.isSolved());
+        // Coulomb's horizontal pressures times the tangents, over the depth and the whole length.
+        const double depth = wall.level().penetration;
+        const double front = 1 * DegreesToRadians;
+        const double back = behind * DegreesToRadians;
+        const double up =
+            60 * std::pow(std::cos(phi) / (1 - root(front)), 2) * depth * depth * std::tan(front);
+        const double down = 60 * std::pow(std::cos(phi) / (1 + root(back)), 2) *
+                            std::pow(10 + depth, 2) * std::tan(back);
+        EXPECT_EQ(wall.says("vertical-balance"), up > down) << behind << ' ' << up << ' ' << down;
+        (up > down ? spoken : silent) += 1;
+    }
+    EXPECT_GT(spoken, 0);
+    EXPECT_GT(silent, 0);
 }
 
 TEST(ResultNotes, TheWallFrictionOfAnAnchoredWallCountsDownToItsBottom) {

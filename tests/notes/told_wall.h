@@ -13,8 +13,11 @@ namespace korvane::test {
 
 /// A told run with copies of its results, which a test may change before it asks for notes.
 struct ToldWall {
-    explicit ToldWall(const Problem& told, WedgeMethod wedge = WedgeMethod::Sweep) : problem(told) {
+    explicit ToldWall(const Problem& told, WedgeMethod wedge = WedgeMethod::Sweep,
+                      const Amendments& amendments = {})
+        : problem(told) {
         options.wedge = wedge;
+        options.amendments = amendments;
         LoadPileDefaults(sections);
         solved = solve(problem, options, sections, workspace);
         if (solved.results != nullptr) {

@@ -131,6 +131,19 @@ TEST(PassiveTableTest, FrictionAboveFortyFiveHasNoValue) {
     EXPECT_NE(Kp(45.001, 20), std::nullopt); // Coulomb's formula needs no table
 }
 
+TEST(PassiveTableTest, IsKnownToHaveAValueOrNone) {
+    for (double friction = 43; friction < 46; friction += 0.1) {
+        for (const double share : {0.4, 0.5, 0.51, 1.0}) {
+            bool has = false;
+            errorOf([&] { has = Kp(friction, share * friction).has_value(); });
+            EXPECT_EQ(hasPassiveCoefficient(friction * DegreesToRadians,
+                                            share * friction * DegreesToRadians),
+                      has)
+                << friction << ' ' << share;
+        }
+    }
+}
+
 TEST(PassiveTableTest, CoefficientsRiseWithFrictionAndWithWallFriction) {
     for (double friction = 5; friction <= 44; friction += 0.5) {
         EXPECT_LT(*Kp(friction, friction), *Kp(friction + 0.4, friction + 0.4));
