@@ -126,6 +126,7 @@ ComparedRow compareOwnRow(const OwnRow& own, UnitSystem units, const Variant& to
                           Workspace& workspace) {
     ComparedRow row{.name = own.name, .title = own.name};
     Variant variant = told;
+    variant.options.amendments = own.amendments;
     for (const FieldChange& change : own.changes) {
         if (!applyChange(change, own.units.value_or(units), variant.problem)) {
             return notApplicable(std::move(row), addressName(change.address) + ": " +

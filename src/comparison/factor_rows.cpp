@@ -1,6 +1,7 @@
 // Rows that change factors of safety, strengths, coefficients or the depth.
 #include "comparison/comparison_rows.h"
 #include "comparison/rear_actions.h"
+#include "notes/rules.h"
 #include "pressures/coefficient_pressures.h"
 #include "problem/loads.h"
 #include "wall/preparation.h"
@@ -54,6 +55,18 @@ bool hasCohesion(const Problem& problem, int side) {
     return false;
 }
 
+/// True where coefficients are given, or strengths lead to them at factors of 1.
+bool hasCoefficients(const Problem& problem, int side) {
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        if (problem.SoilDataKind(side) == SoilData::Strengths &&
+            !hasPassiveCoefficient(problem.SoilFriction(side, layer) * DegreesToRadians,
+                                   problem.SoilWallFriction(side, layer) * DegreesToRadians)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 std::string noReducedKp(const Variant& told, double) {
     if (!isDesign(told)) {
         return SearchesFactor;
@@ -65,6 +78,10 @@ std::string noReducedKp(const Variant& told, double) {
         if (told.problem.SoilDataKind(side) == SoilData::Strengths &&
             hasCohesion(told.problem, side)) {
             return "the soil has cohesion";
+        }
+        if (!hasCoefficients(told.problem, side)) {
+            return "at factors 1 the passive coefficient has no value: its table ends at 44.5 "
+                   "degrees";
         }
     }
     return {};
@@ -79,7 +96,7 @@ void giveCoefficients(Problem& problem, int side) {
         const double horizontal = std::cos(wallFriction);
         problem.SoilCoefActive(side, layer) = coulombActive(friction, wallFriction) * horizontal;
         problem.SoilCoefPassive(side, layer) =
-            passiveCoefficient(friction, wallFriction).value_or(0) * horizontal;
+            passiveCoefficient(friction, wallFriction).value() * horizontal;
     }
     problem.SoilDataKind(side) = SoilData::Coefficients;
 }
@@ -117,11 +134,6 @@ std::string noStrengths(const Variant& told, double) {
         }
     }
     return {};
-}
-
-/// Degrees of an angle (degrees) whose tangent a factor divides.
-double dividedAngle(double degrees, double factor) {
-    return std::atan(std::tan(degrees * DegreesToRadians) / factor) / DegreesToRadians;
 }
 
 void divideStrengths(Problem& problem, int side) {
@@ -182,7 +194,7 @@ constexpr ComparisonRow Rows[] = {
     {"depth-30", "factors 1, depth plus 30 %", 1.3, givenDepth, deepen},
     {"depth-40", "factors 1, depth plus 40 %", 1.4, givenDepth, deepen},
     {"partial-factors", "partial factors 1.25, loads 1.3", 1, noStrengths, takePartialFactors},
-    {"rear-1.35", "active and rear water 1.35", 1.35, noRearActions, raiseRear},
+    {"rear-1.35", "factors 1, active and rear water 1.35", 1.35, noRearActions, raiseRear},
 };
 
 } // namespace

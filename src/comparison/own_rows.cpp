@@ -83,6 +83,23 @@ std::string readName(const toml::table& table, const std::vector<OwnRow>& rows) 
     return *name;
 }
 
+void readAmendments(OwnRow& row, const toml::node& node) {
+    const toml::array* names = node.as_array();
+    if (names == nullptr) {
+        refuse(node.source(), "'amendments' must be a list of names: [\"surface-limit\"]");
+    }
+    for (const toml::node& entry : *names) {
+        const std::string name = entry.value<std::string>().value_or("");
+        if (!amend(row.amendments, name)) {
+            std::string known;
+            for (const AmendmentName& amendment : AmendmentNames) {
+                known += (known.empty() ? "" : ", ") + std::string(amendment.name);
+            }
+            refuse(entry.source(), "'" + name + "' is an unknown amendment; known: " + known);
+        }
+    }
+}
+
 OwnRow readRow(const toml::table& table, const std::vector<OwnRow>& rows) {
     OwnRow row{.name = readName(table, rows)};
     for (const auto& [key, value] : table) {
@@ -92,7 +109,9 @@ OwnRow readRow(const toml::table& table, const std::vector<OwnRow>& rows) {
         if (name == "name") {
             continue;
         }
-        if (kind != std::end(KindKeys)) {
+        if (name == "amendments") {
+            readAmendments(row, value);
+        } else if (kind != std::end(KindKeys)) {
             const toml::table* changes = value.as_table();
             if (changes == nullptr) {
                 refuse(value.source(),
@@ -105,7 +124,7 @@ OwnRow readRow(const toml::table& table, const std::vector<OwnRow>& rows) {
             addChange(row, key, std::string(name), value, FieldChange::Kind::Set);
         }
     }
-    if (row.changes.empty()) {
+    if (row.changes.empty() && row.amendments == Amendments{}) {
         refuse(table.source(), "the row '" + row.name + "' changes nothing");
     }
     return row;

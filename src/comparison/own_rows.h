@@ -11,9 +11,14 @@
 //     name = "light soil, more load"
 //     multiply = { SoilMoistWeight.right.1 = 0.95 }
 //     add = { VUniformLoad.right = 5 }
+//
+//     [[row]]
+//     name = "both slopes of the surface"
+//     amendments = ["surface-limit", "surface-slope"]
 #pragma once
 
 #include "problem/field_address.h"
+#include "state/amendments.h"
 
 #include <optional>
 #include <string>
@@ -35,6 +40,7 @@ struct OwnRow {
     std::string name;
     std::optional<UnitSystem> units = {}; ///< without them those of the input
     std::vector<FieldChange> changes = {};
+    Amendments amendments = {};
 };
 
 /// The rows of a file, or its first fault: what is wrong, and what is known instead.

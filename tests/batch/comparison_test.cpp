@@ -127,13 +127,18 @@ TEST(BatchComparison, TakesRowsOfOnesOwn) {
                                                        "SoilFriction.left.1 = 28\n"
                                                        "[[row]]\n"
                                                        "name = \"third layer\"\n"
-                                                       "SoilFriction.left.11 = 28\n");
+                                                       "SoilFriction.left.11 = 28\n"
+                                                       "[[row]]\n"
+                                                       "name = \"by planes\"\n"
+                                                       "amendments = [\"method-sweep\"]\n");
     const BatchRun run = office.run({"--json", "--quiet", "--compare-with", rows, input});
     EXPECT_EQ(run.status, 0) << run.err;
     const json comparison = json::parse(office.read("a.json")).at("comparison");
     EXPECT_EQ(rowOf(comparison, "phi 28").at("levels").size(), 1U);
     EXPECT_EQ(rowOf(comparison, "third layer").at("failure").at("code"), "not-applicable");
     EXPECT_THAT(run.out, HasSubstr("\nphi 28 "));
+    EXPECT_EQ(rowOf(comparison, "by planes").at("levels"),
+              rowOf(comparison, "method-sweep").at("levels"));
     EXPECT_EQ(office.read("rows.toml").find("[[row]]"), 0U);
 }
 
@@ -147,9 +152,15 @@ TEST(BatchComparison, WrongUseIsStatusTwoAndNothingIsSolved) {
         const BatchRun run = office.run(arguments);
         EXPECT_EQ(run.status, 2) << run.err;
         EXPECT_EQ(run.out, "");
-        EXPECT_EQ(office.files(), (std::set<std::string>{"a.dat", "sound.toml", "wrong.toml"}));
+        EXPECT_EQ(office.files(),
+                  (std::set<std::string>{"a.dat", "amended.toml", "sound.toml", "wrong.toml"}));
         return run.err;
     };
+    const std::string amended =
+        office.write("amended.toml", "[[row]]\nname = \"a\"\namendments = [\"surface\"]\n");
+    EXPECT_THAT(refused({"--compare-with", amended, input}),
+                StartsWith("korvane-batch: " + amended +
+                           ":3: 'surface' is an unknown amendment; known: surface-limit, "));
     EXPECT_THAT(
         refused({"--compare-with", wrong, input}),
         StartsWith("korvane-batch: " + wrong +

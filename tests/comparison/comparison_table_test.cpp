@@ -91,7 +91,8 @@ TEST(ComparisonRows, OfTheGuidesFileCanBeRead) {
     const ReadOwnRows read =
         readOwnRows(guide.substr(start, guide.find("\n\nA number of", start) - start));
     EXPECT_EQ(read.fault, "");
-    EXPECT_EQ(read.rows.size(), 2U);
+    ASSERT_EQ(read.rows.size(), 3U);
+    EXPECT_EQ(read.rows[2].amendments, (Amendments{.surfaceLimit = true, .surfaceSlope = true}));
 }
 
 } // namespace korvane::test

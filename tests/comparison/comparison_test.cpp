@@ -228,6 +228,7 @@ TEST(Comparison, PartialFactorsOnCohesionAndLoads) {
 TEST(Comparison, RearActionsMultiplyActivePressureAndWater) {
     const Comparison dry = compared(anchoredByCoefficients(0.3, 3.5));
     expectFreeEarth(rowOf(dry, "rear-1.35"), freeEarth(25, 10, 115, 0.3 * 1.35, 3.5));
+    EXPECT_EQ(rowOf(dry, "rear-1.35").title, "factors 1, active and rear water 1.35");
 
     Problem problem = withWater(anchoredByCoefficients(0.3, 3.5), -5, -10);
     problem.VUniformCount(Right) = problem.VLineCount(Right) = 1;
@@ -377,6 +378,18 @@ TEST(Comparison, ReasonsTellWhyARowDoesNotApply) {
     EXPECT_EQ(reasonOf(given, "passive-1.5"), "given coefficients take no factor of safety");
     EXPECT_EQ(reasonOf(clay, "kp-1.5"), "the soil has cohesion");
     EXPECT_EQ(reasonOf(wedge, "kp-2"), "a side is not by coefficients");
+    for (const double friction : {44.4, 44.7}) {
+        Problem steep = anchoredSand(30);
+        setFactors(steep, 1, 1.5); // with them the table has a value
+        for (const int side : {Right, Left}) {
+            steep.SoilFriction(side, 1) = friction;
+        }
+        EXPECT_NE(SolvedWall(steep).results, nullptr) << friction;
+        EXPECT_EQ(rowOf(compared(steep), "kp-1.5").reason,
+                  friction < 44.5 ? ""
+                                  : "at factors 1 the passive coefficient has no value: its "
+                                    "table ends at 44.5 degrees");
+    }
     EXPECT_EQ(reasonOf(wedge, "method-coefficients"),
               "ground, adhesion or sloping layers need a wedge");
     EXPECT_EQ(reasonOf(given, "partial-factors"),
@@ -457,6 +470,29 @@ TEST(Comparison, ChangesThatNoFileCouldHoldAreRefusedWithTheirRule) {
     EXPECT_EQ(rowOf(comparison, "missing").code, "not-applicable");
     EXPECT_EQ(rowOf(comparison, "missing").reason,
               "SoilFriction.left.2: the wall has 1 entry on its left side");
+}
+
+TEST(Comparison, OwnRowsTakeAmendments) {
+    Problem problem = plainCantilever();
+    problem.SurfacePointCount(Right) = 2;
+    problem.SurfaceDist(Right, 2) = 40;
+    problem.SurfaceElev(Right, 2) = 20;
+    problem.VUniformCount(Right) = 1;
+    problem.VUniformLoad(Right) = 500;
+    const FieldChange load{{ProblemField::VUniformLoad, Right, 1}, FieldChange::Kind::Set, 600};
+    const std::vector<OwnRow> own{
+        {.name = "slope", .amendments = {.surfaceSlope = true}},
+        {.name = "slope and load", .changes = {load}, .amendments = {.surfaceSlope = true}}};
+    Workspace workspace;
+    Options options = bySweep();
+    const Comparison comparison =
+        compareWall({.problem = problem, .options = options, .ownRows = &own}, workspace);
+    options.amendments.surfaceSlope = true;
+    expectSameWall(rowOf(comparison, "slope"), problem, options);
+    problem.VUniformLoad(Right) = 600;
+    expectSameWall(rowOf(comparison, "slope and load"), problem, options);
+    EXPECT_NE(valueOf(rowOf(comparison, "slope"), Penetration),
+              valueOf(rowOf(comparison, "as-given"), Penetration));
 }
 
 TEST(Comparison, OwnRowsTakeTheUnitsOfTheInputUnlessTheyNameOthers) {

@@ -85,6 +85,26 @@ TEST(OwnRows, FaultsNameFileLineAndWhatIsKnown) {
     EXPECT_THAT(faultOf(""), HasSubstr("rows.toml:1: rows are told as [[row]] tables"));
     EXPECT_THAT(faultOf("row = 3\n"), HasSubstr("rows.toml:1: rows are told as [[row]] tables"));
     EXPECT_THAT(faultOf("[[row]]\nname = \"a\n"), HasSubstr("rows.toml:2: "));
+    EXPECT_EQ(faultOf(head + "amendments = [\"surface-limit\",\n\"surface\"]\n"),
+              "rows.toml:5: 'surface' is an unknown amendment; known: surface-limit, "
+              "surface-slope, planes-past-horizontal, method-coefficients, method-sweep, "
+              "method-fixed");
+    EXPECT_THAT(faultOf(head + "amendments = [1]\n"), HasSubstr("rows.toml:4: '' is an unknown"));
+    EXPECT_THAT(faultOf(head + "amendments = \"surface-limit\"\n"),
+                HasSubstr("rows.toml:4: 'amendments' must be a list of names"));
+    EXPECT_EQ(faultOf(head + "amendments = []\n"), "rows.toml:2: the row 'a' changes nothing");
+}
+
+TEST(OwnRows, TakeAmendmentsBesideChanges) {
+    const auto rows = rowsOf("[[row]]\nname = \"a\"\n"
+                             "amendments = [\"surface-slope\", \"method-fixed\"]\n"
+                             "[[row]]\nname = \"b\"\namendments = [\"method-sweep\"]\n"
+                             "AnchorElev = 1\n");
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0].amendments, (Amendments{.surfaceSlope = true, .methodFixed = true}));
+    EXPECT_TRUE(rows[0].changes.empty());
+    EXPECT_EQ(rows[1].amendments, (Amendments{.methodSweep = true}));
+    EXPECT_EQ(rows[1].changes.size(), 1U);
 }
 
 TEST(OwnRows, ChangesSetAddAndMultiplyInTheirUnits) {
