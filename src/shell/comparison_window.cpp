@@ -92,7 +92,8 @@ void ComparisonWindow::showEvent(QShowEvent* event) {
 
 void ComparisonWindow::work() {
     Options options;
-    options.wedge = session().wedge.value_or(WedgeMethod::Sweep);
+    options.wedge = wedge_ = session().wedge.value_or(WedgeMethod::Sweep);
+    options.factorLimit.largest = session().notes.options.factorLimit.largest; // as accepted
     working_ = true;
     const ComparisonProgress progress = [this](int done, int total) {
         bar_->setMaximum(total);
@@ -103,6 +104,7 @@ void ComparisonWindow::work() {
     };
     // A copy: what is typed elsewhere meanwhile is none of it.
     const Problem compared = problem();
+    mode_ = compared.ProgramMode;
     comparison_ = compareWall({.problem = compared, .options = options}, workspace_, progress);
     working_ = false;
     if (closing_) {
@@ -113,14 +115,14 @@ void ComparisonWindow::work() {
 }
 
 void ComparisonWindow::finish() {
-    cells_ = comparisonTable(comparison_, problem().ProgramMode, session().units);
+    cells_ = comparisonTable(comparison_, mode_, session().units);
     fillTable();
-    const bool sweep = session().wedge.value_or(WedgeMethod::Sweep) == WedgeMethod::Sweep;
     QString text = comparison_.cancelled
                        ? QString("Cancelled after %1 rows. ").arg(comparison_.rows.size())
                        : QString();
     text += "Percentages are differences to the wall as given";
-    text += sweep ? "; wedges by the sweep search." : "; wedges by the fixed surface.";
+    text += wedge_ == WedgeMethod::Sweep ? "; wedges by the sweep search."
+                                         : "; wedges by the fixed surface.";
     state_->setText(text);
     bar_->hide();
     cmdCancel_->hide();

@@ -36,6 +36,8 @@ class ComparisonWindow : public ScreenWindow {
 
     Workspace workspace_;
     Comparison comparison_;
+    Mode mode_ = Mode::Design; ///< of the problem that is compared, which may change meanwhile
+    WedgeMethod wedge_ = WedgeMethod::Sweep;
     ComparisonTable cells_;
     QTableWidget* table_ = nullptr;
     QLabel* state_ = nullptr;

@@ -3,6 +3,7 @@
 #include "screenshots.h"
 
 #include "comparison/comparison_table.h"
+#include "runtime/file_text.h"
 #include "shell/comparison_window.h"
 
 #include <QApplication>
@@ -95,7 +96,7 @@ TEST(ComparisonWindow, ShowsTheTableOfTheProblemAndItsReasons) {
             EXPECT_EQ(table.item(0, column)->text().toStdString(),
                       expected.lines[0].cells[static_cast<std::size_t>(column)]);
         }
-        EXPECT_EQ(cellOf(window, "active and rear water 1.35", 1),
+        EXPECT_EQ(cellOf(window, "factors 1, active and rear water 1.35", 1),
                   "Ka of the retained side is not given");
         EXPECT_FALSE(window.findChild<QProgressBar*>("barRows")->isVisible());
         EXPECT_EQ(stateOf(window), "Percentages are differences to the wall as given; wedges by "
@@ -121,6 +122,58 @@ TEST(ComparisonWindow, TakesTheUnitsOfTheMenu) {
         window.close();
     });
     person.choose("mnuToolsItem_2");
+    person.expectNothingLeft();
+}
+
+TEST(ComparisonWindow, KeepsToTheProblemThatItCompares) {
+    Person person;
+    person.open(examplePath("anchored-sand"));
+    const AtWork edits([&person](QDialog&, int done) {
+        if (done == 3) { // from then on deflections would be told as those of an analysis
+            person.session().problem.ProgramMode = Mode::Analysis;
+            person.session().wedge = WedgeMethod::FixedSurface;
+        }
+    });
+    atRows(person, [&](QDialog& window) {
+        const QTableWidget& table = tableOf(window);
+        QStringList headings;
+        for (int column = 0; column < table.columnCount(); ++column) {
+            headings += table.horizontalHeaderItem(column)->text();
+        }
+        EXPECT_TRUE(headings.contains("Max. deflection\nLB-IN3/FT"))
+            << headings.join(';').toStdString();
+        EXPECT_THAT(stateOf(window).toStdString(), testing::EndsWith("by the sweep search."));
+        chooseAction(window, "mnuFinished");
+    });
+    person.choose("mnuToolsItem_2");
+    person.expectNothingLeft();
+}
+
+TEST(ComparisonWindow, SearchesAsFarAsThePersonHasGoneOn) {
+    // Under full active pressure its passive factor lies between 25 and 30.
+    std::string text = readInputFile(examplePath("analysis-cantilever"));
+    const auto put = [&text](std::string_view old, std::string_view now) {
+        ASSERT_NE(text.find(old), std::string::npos);
+        text.replace(text.find(old), old.size(), now);
+    };
+    put("CANTILEVER  ANALYSIS\n", "CANTILEVER  ANALYSIS 1\n");
+    put("10  -18 ", "10  -20.8 ");
+    Person person;
+    saveFile(person.userFile("wall.dat"), text);
+    person.open(person.userFile("wall.dat"));
+    const auto expectGiven = [&](bool solved) {
+        atRows(person, [solved](QDialog& window) {
+            const QString cell = cellOf(window, "as given", 1);
+            EXPECT_EQ(cell == "cantilever", solved) << cell.toStdString();
+            chooseAction(window, "mnuFinished");
+        });
+        person.choose("mnuToolsItem_2");
+    };
+    expectGiven(false); // up to 20 unless told otherwise
+    person.answer("LARGE FACTOR OF SAFETY", "Yes");
+    person.choose("mnuSolveItem_0");
+    person.push("cmdOK");
+    expectGiven(true);
     person.expectNothingLeft();
 }
 
