@@ -1,4 +1,4 @@
-// Rows of a comparison of one's own, from a TOML file:
+// Rows of a comparison of one's own, from a TOML file. Such a file:
 //
 //     units = "si"                     # of the values; default those of the input
 //
