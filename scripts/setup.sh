@@ -12,6 +12,7 @@ display_packages=(xvfb xauth jwm)
 bench_packages=(libbenchmark-dev)
 slurm_packages=(slurmctld slurmd slurm-client munge)
 lint_packages=(clang-format clang-tidy)
+package_packages=(dpkg-dev lintian gzip file)
 
 # install_missing PACKAGE...: touches the package lists only where something is missing.
 install_missing() {
