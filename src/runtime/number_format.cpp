@@ -218,8 +218,9 @@ class Backward {
 
   private:
     void putPair(std::uint64_t pair) {
-        put(digitPairs[2 * pair + 1]);
-        put(digitPairs[2 * pair]);
+        const std::size_t place = 2 * static_cast<std::size_t>(pair);
+        put(digitPairs[place + 1]);
+        put(digitPairs[place]);
     }
 
     char* end_;

@@ -120,6 +120,20 @@ TEST(StartFile, ThatIsNotThereIsToldAndTheProgramStarts) {
     EXPECT_EQ(titles, (std::vector<std::string>{"FILE ERROR"}));
 }
 
+TEST(StartFile, ThatIsNoInputIsToldInTheBoxesOfOpenAndTheProgramStarts) {
+    const TemporaryFolder folder;
+    const EnvironmentVariable temp("temp", folder.path().string());
+    const EnvironmentVariable state("XDG_STATE_HOME", folder.path().string());
+    const std::string poem = (folder.path() / "poem.txt").string();
+    writeFile(poem, "The sea, the sea.\n");
+    const auto titles = runWith(poem, [](ShellWindow& window) {
+        EXPECT_EQ(window.windowTitle(), "KORVANE");
+        EXPECT_TRUE(window.findChild<QAction*>("mnuEditItem_0")->isEnabled());
+        EXPECT_FALSE(window.findChild<QAction*>("mnuSolveItem_0")->isEnabled());
+    });
+    EXPECT_EQ(titles, (std::vector<std::string>{"INCOMPLETE INPUT FILE!", "INPUT DATA ERRORS"}));
+}
+
 // ---- files dropped on the window ----
 
 bool isTaken(QWidget& window, const QMimeData& data) {
