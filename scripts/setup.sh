@@ -7,11 +7,11 @@ jobs=$(nproc)
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libcli11-dev
     libtomlplusplus-dev libopenturns-dev libsqlite3-dev nlohmann-json3-dev fonts-liberation2)
 test_packages=(libgtest-dev libgmock-dev python3 poppler-utils clang
-    libclang-rt-14-dev python3-jsonschema desktop-file-utils shared-mime-info libglib2.0-bin)
+    libclang-rt-14-dev python3-jsonschema jq make desktop-file-utils shared-mime-info libglib2.0-bin)
 display_packages=(xvfb xauth jwm)
 bench_packages=(libbenchmark-dev)
 slurm_packages=(slurmctld slurmd slurm-client munge)
-lint_packages=(clang-format clang-tidy)
+lint_packages=(clang-format clang-tidy codespell)
 package_packages=(dpkg-dev lintian gzip file)
 
 # install_missing PACKAGE...: touches the package lists only where something is missing.

@@ -1,7 +1,11 @@
 #include "widgets/help_pages.h"
 
+#include "widgets/help_markup.h"
+
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -13,8 +17,6 @@ namespace korvane {
 
 namespace {
 
-const QString guideFolder = ":/guide";
-
 /// Takes the document of a page apart; blocks in one row of a table make one piece.
 void takeApart(HelpPage& page) {
     QTextDocument document;
@@ -23,7 +25,7 @@ void takeApart(HelpPage& page) {
     int lastRow = -1;
     QString section;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
-        const QString text = block.text();
+        const QString text = block.text().remove(QChar::ObjectReplacementCharacter);
         const int level = block.blockFormat().headingLevel();
         if (level == 1) {
             page.title = text;
@@ -46,14 +48,20 @@ void takeApart(HelpPage& page) {
     }
 }
 
-HelpPage readPage(const QString& path) {
-    HelpPage page;
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly)) {
-        page.markdown = QString::fromUtf8(file.readAll());
+/// Appends the pages of a folder of the resources.
+void readPages(const QString& folder, const QStringList& filters, bool theory,
+               std::vector<HelpPage>& pages) {
+    const QDir directory(":/" + folder);
+    for (const QString& name : directory.entryList(filters, QDir::Files, QDir::Name)) {
+        QFile file(directory.filePath(name));
+        HelpPage page{name, theory, {}, {}, {}, {}};
+        if (file.open(QIODevice::ReadOnly)) {
+            page.markdown =
+                helpMarkup(QString::fromUtf8(file.readAll()), folder, folder == "theory");
+        }
+        takeApart(page);
+        pages.push_back(std::move(page));
     }
-    takeApart(page);
-    return page;
 }
 
 bool holdsAll(const QString& text, const QStringList& words) {
@@ -66,11 +74,28 @@ bool holdsAll(const QString& text, const QStringList& words) {
 
 std::vector<HelpPage> loadHelpPages() {
     std::vector<HelpPage> pages;
-    const QStringList names = QDir(guideFolder).entryList({"*.md"}, QDir::Files, QDir::Name);
-    for (const QString& name : names) {
-        pages.push_back(readPage(guideFolder + "/" + name));
-    }
+    readPages("guide", {"*.md"}, false, pages);
+    readPages("theory", {"README.md"}, false, pages);
+    readPages("theory", {"[0-9]*.md"}, true, pages);
     return pages;
+}
+
+int linkedPage(const std::vector<HelpPage>& pages, const QString& link) {
+    const QString name = QFileInfo(link.section('#', 0, 0)).fileName();
+    const auto found = std::find_if(pages.begin(), pages.end(),
+                                    [&](const HelpPage& page) { return page.name == name; });
+    return found == pages.end() || link.contains("://") ? -1
+                                                        : static_cast<int>(found - pages.begin());
+}
+
+QString linkedSection(const HelpPage& page, const QString& anchor) {
+    static const QRegularExpression dropped("[^\\w\\- ]");
+    for (const QString& section : page.sections) {
+        if (section.toLower().remove(dropped).replace(' ', '-') == anchor) {
+            return section;
+        }
+    }
+    return {};
 }
 
 std::vector<HelpHit> searchHelp(const std::vector<HelpPage>& pages, const QString& words) {

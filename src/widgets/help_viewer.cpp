@@ -2,6 +2,7 @@
 
 #include "widgets/find_bar.h"
 #include "widgets/geometry.h"
+#include "widgets/help_browser.h"
 #include "widgets/help_sections.h"
 
 #include <QApplication>
@@ -13,10 +14,10 @@
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextBlock>
-#include <QTextBrowser>
 #include <QTextDocument>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QUrl>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -86,10 +87,11 @@ QWidget* HelpViewer::createReader() {
     connect(back_, &QPushButton::clicked, this, &HelpViewer::goBack);
     connect(new QShortcut(QKeySequence::Back, this), &QShortcut::activated, this,
             &HelpViewer::goBack);
-    browser_ = new QTextBrowser;
+    browser_ = new HelpBrowser;
     browser_->setObjectName("helpPage");
     browser_->setOpenLinks(false);
-    browser_->setSearchPaths({":/guide"}); // of pictures
+    connect(browser_, &QTextBrowser::anchorClicked, this,
+            [this](const QUrl& link) { follow(link.toString()); });
     keepSelectionVisible(browser_);
     auto* layout = new QVBoxLayout(reader);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -103,8 +105,11 @@ void HelpViewer::createContents() {
     contents_ = new QTreeWidget;
     contents_->setObjectName("helpContents");
     contents_->setHeaderHidden(true);
+    QTreeWidgetItem* theory = nullptr; // the page before those of the theory heads them
     for (std::size_t place = 0; place < pages_.size(); ++place) {
-        auto* top = new QTreeWidgetItem(contents_, {pages_[place].title});
+        const QStringList title = {pages_[place].title};
+        auto* top = pages_[place].theory ? new QTreeWidgetItem(theory, title)
+                                         : theory = new QTreeWidgetItem(contents_, title);
         top->setData(0, PageRole, static_cast<int>(place));
         for (const QString& section : pages_[place].sections) {
             auto* item = new QTreeWidgetItem(top, {section});
@@ -226,12 +231,31 @@ void HelpViewer::goBack() {
 }
 
 void HelpViewer::showPlace(Place place) {
-    if (place.page != place_.page) {
-        browser_->setMarkdown(pages_[static_cast<std::size_t>(place.page)].markdown);
-    }
+    const bool other = place.page != place_.page;
     place_ = place;
+    if (other) {
+        loadPage();
+    }
     back_->setEnabled(!before_.empty());
     scrollTo(place.position);
+}
+
+void HelpViewer::loadPage() {
+    pictureWidth_ = browser_->pictureWidth();
+    // Filled before it is shown: a document on show lays a table out anew with every row.
+    auto* page = new QTextDocument(browser_);
+    page->setDefaultFont(browser_->font());
+    page->setMarkdown(pages_[static_cast<std::size_t>(place_.page)].markdown);
+    const QPointer<QTextDocument> before = browser_->document();
+    browser_->setDocument(page); // takes away the document that it began with
+    delete before;
+}
+
+void HelpViewer::follow(const QString& link) {
+    const int page = linkedPage(pages_, link);
+    if (page >= 0) {
+        openPage(page, linkedSection(pages_[static_cast<std::size_t>(page)], link.section('#', 1)));
+    }
 }
 
 void HelpViewer::scrollTo(int position) {
@@ -248,8 +272,15 @@ void HelpViewer::scrollTo(int position) {
 void HelpViewer::resizeEvent(QResizeEvent* event) {
     QDialog::resizeEvent(event);
     QTimer::singleShot(0, browser_, [this] { // when the page has its new lines
-        const QTextCursor cursor = browser_->textCursor();
-        scrollTo(cursor.selectionStart());
+        const int anchor = browser_->textCursor().anchor();
+        const int position = browser_->textCursor().position();
+        if (place_.page >= 0 && pictureWidth_ != browser_->pictureWidth()) {
+            loadPage(); // pictures fill the new width
+        }
+        scrollTo(std::min(anchor, position));
+        QTextCursor cursor(browser_->document());
+        cursor.setPosition(anchor);
+        cursor.setPosition(position, QTextCursor::KeepAnchor);
         browser_->setTextCursor(cursor);
     });
 }

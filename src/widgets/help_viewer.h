@@ -11,14 +11,15 @@ class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QTabWidget;
-class QTextBrowser;
 class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace korvane {
 
-/// Shows the guide. Modeless, and a child of the screen that is active, so that it can be read
-/// while a modal screen is open.
+class HelpBrowser;
+
+/// Shows the guide and the theory. Modeless, and a child of the screen that is active, so that it
+/// can be read while a modal screen is open.
 class HelpViewer : public QDialog {
     Q_OBJECT
 
@@ -53,6 +54,8 @@ class HelpViewer : public QDialog {
     void stepHits(int step);
     void goTo(Place place);
     void showPlace(Place place);
+    void loadPage();
+    void follow(const QString& link);
     void scrollTo(int position);
     void goBack();
 
@@ -62,7 +65,8 @@ class HelpViewer : public QDialog {
     QTreeWidget* contents_;
     QLineEdit* words_;
     QListWidget* hits_;
-    QTextBrowser* browser_;
+    HelpBrowser* browser_;
+    qreal pictureWidth_ = 0; ///< of the shown page's pictures
     QPushButton* back_;
     QTabWidget* tabs_;
 };

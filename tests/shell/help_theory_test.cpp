@@ -1,0 +1,213 @@
+// The theory in the help: its formulas and figures.
+#include "person.h"
+#include "screenshots.h"
+
+#include "runtime/file_text.h"
+#include "support/support.h"
+#include "widgets/formula.h"
+#include "widgets/formula_picture.h"
+#include "widgets/help_browser.h"
+#include "widgets/help_markup.h"
+#include "widgets/help_pages.h"
+#include "widgets/help_viewer.h"
+
+#include <QImage>
+#include <QRegularExpression>
+#include <QTextBlock>
+#include <QTextImageFormat>
+#include <QTreeWidget>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+namespace korvane::test {
+namespace {
+
+std::string htmlOf(const char* tex) {
+    return formulaHtml(readFormula(tex)).toStdString();
+}
+
+TEST(Formula, StandsInOneLineAsRichText) {
+    EXPECT_EQ(htmlOf("K_a"), "<i>K</i><sub><i>a</i></sub>");
+    EXPECT_EQ(htmlOf("x^2 - 3"), "<i>x</i><sup>2</sup> − 3");
+    EXPECT_EQ(htmlOf("\\sigma' = -12.5"), "<i>σ</i>′ = −12.5");
+    EXPECT_EQ(htmlOf("\\frac{a + b}{2}"), "(<i>a</i> + <i>b</i>)/2");
+    EXPECT_EQ(htmlOf("\\sqrt{x}\\text{ PSF}"), "√<i>x</i> PSF");
+    EXPECT_EQ(htmlOf("1{,}497.6\\cdot 2"), "1,497.6 · 2");
+    EXPECT_EQ(htmlOf("\\left(\\tfrac12 p_1\\right)^{2}"), "(1/2<i>p</i><sub>1</sub>)<sup>2</sup>");
+    EXPECT_EQ(htmlOf("a < b"), "<i>a</i>&lt;<i>b</i>");
+}
+
+TEST(Formula, TellsACommandThatItDoesNotKnow) {
+    EXPECT_EQ(htmlOf("\\overbrace x"), "\\overbrace<i>x</i>");
+}
+
+TEST(Formula, OfAnyBeginningEndsTheReading) {
+    const QString whole = "\\frac{a_{b}^{c}}{\\sqrt{\\left(x\\right)}} + \\text{ab}";
+    for (qsizetype length = 0; length <= whole.size(); ++length) {
+        (void)formulaHtml(readFormula(whole.left(length)));
+    }
+}
+
+FormulaLook lookOf(qreal width, const QColor& ink = Qt::black) {
+    return {QFont("Liberation Sans", 10), ink, width, 1};
+}
+
+/// The inked part of a picture.
+QRect inked(const QImage& picture) {
+    QRect all;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qAlpha(picture.pixel(x, y)) > 60) {
+                all |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return all;
+}
+
+TEST(FormulaPicture, HasFractionsAboveEachOtherAndBreaksWhereThereIsNoRoom) {
+    const QImage plain = formulaPicture(readFormula("a"), lookOf(400));
+    const QImage fraction = formulaPicture(readFormula("\\frac{a}{b}"), lookOf(400));
+    EXPECT_GT(inked(fraction).height(), 1.8 * inked(plain).height());
+    const Formula sum = readFormula("a = b + c + d + e + f + g + h + i + j + k + l + m + n + o");
+    const QImage wide = formulaPicture(sum, lookOf(1000));
+    const QImage narrow = formulaPicture(sum, lookOf(120));
+    EXPECT_LE(narrow.width(), 120);
+    EXPECT_GT(wide.width(), 120);
+    EXPECT_GT(narrow.height(), 2 * wide.height());
+    for (const QImage& picture : {fraction, wide, narrow}) {
+        EXPECT_TRUE(picture.rect().adjusted(1, 1, -1, -1).contains(inked(picture)))
+            << "nothing is cut off";
+    }
+}
+
+TEST(FormulaPicture, TakesInkAndScale) {
+    FormulaLook look = lookOf(400, Qt::red);
+    const QImage once = formulaPicture(readFormula("\\sqrt{a}"), look);
+    look.scale = 2;
+    const QImage twice = formulaPicture(readFormula("\\sqrt{a}"), look);
+    EXPECT_EQ(twice.size(), once.size() * 2);
+    const QRect place = inked(once);
+    for (int x = place.left(); x <= place.right(); ++x) {
+        const QColor colour = once.pixelColor(x, place.center().y());
+        if (colour.alpha() > 60) {
+            EXPECT_GT(colour.red(), 240);
+            EXPECT_LT(colour.blue(), 15);
+        }
+    }
+}
+
+TEST(HelpFigure, FitsItsWidthAndTheGround) {
+    const std::string text = readFile(KORVANE_SOURCE_DIR "/docs/theory/figures/grid.svg");
+    const QByteArray figure = QByteArray::fromStdString(text);
+    const QImage light = helpFigure(figure, false, 10000, 1);
+    const QImage dark = helpFigure(figure, true, 10000, 1);
+    EXPECT_EQ(light.size(), QSize(660, 420)); // of its view box
+    EXPECT_EQ(helpFigure(figure, false, 330, 1).size(), QSize(330, 210));
+    EXPECT_EQ(helpFigure(figure, false, 330, 2).size(), QSize(660, 420));
+    // The wall, a stroke 5 wide from (220, 40) to (220, 360).
+    EXPECT_LT(light.pixelColor(220, 245).lightness(), 60);
+    EXPECT_GT(dark.pixelColor(220, 245).lightness(), 200);
+    EXPECT_TRUE(helpFigure("no picture", false, 100, 1).isNull());
+}
+
+TEST(Theory, StandsBehindTheGuideWithoutMarks) {
+    int count = 0;
+    for (const HelpPage& page : loadHelpPages()) {
+        EXPECT_FALSE(page.markdown.contains("<!--")) << page.name.toStdString();
+        if (!page.theory) {
+            EXPECT_EQ(count, 0) << "the theory stands last";
+            continue;
+        }
+        ++count;
+        static const QRegularExpression marks("[$\\\\]");
+        EXPECT_FALSE(page.markdown.contains(marks)) << page.name.toStdString();
+        static const QRegularExpression formulas("formula:([\\w-]+)");
+        for (auto all = formulas.globalMatch(page.markdown); all.hasNext();) {
+            const QString tex = formulaOfPicture(all.next().captured(0));
+            EXPECT_FALSE(tex.isEmpty());
+            EXPECT_FALSE(formulaHtml(readFormula(tex)).contains('\\')) << tex.toStdString();
+        }
+    }
+    EXPECT_EQ(count, 12);
+    const auto hits = searchHelp(loadHelpPages(), "moment reduction in clay Rowe 1957");
+    EXPECT_FALSE(hits.empty());
+}
+
+class TheoryInTheViewer : public ::testing::Test {
+  protected:
+    TheoryInTheViewer() : viewer(nullptr) {
+        viewer.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&viewer));
+    }
+    HelpViewer viewer;
+    HelpBrowser* page = viewer.findChild<HelpBrowser*>("helpPage");
+};
+
+TEST_F(TheoryInTheViewer, ShowsEveryPictureOfEveryPage) {
+    const auto pages = loadHelpPages();
+    int pictures = 0;
+    for (std::size_t place = 0; place < pages.size(); ++place) {
+        viewer.openPage(static_cast<int>(place), {});
+        for (QTextBlock block = page->document()->begin(); block.isValid(); block = block.next()) {
+            for (auto part = block.begin(); !part.atEnd(); ++part) {
+                const QTextImageFormat format = part.fragment().charFormat().toImageFormat();
+                if (format.isValid()) {
+                    const auto image =
+                        page->loadResource(QTextDocument::ImageResource, QUrl(format.name()));
+                    EXPECT_FALSE(image.value<QImage>().isNull())
+                        << pages[place].name.toStdString() << format.name().toStdString();
+                    EXPECT_LE(image.value<QImage>().deviceIndependentSize().width(),
+                              page->viewport()->width());
+                    ++pictures;
+                }
+            }
+        }
+        if (pages[place].theory) {
+            keepScreenshot(viewer, "help-" + pages[place].name);
+        }
+    }
+    EXPECT_GT(pictures, 18 + 60); // figures and formulas
+}
+
+TEST_F(TheoryInTheViewer, StandsBelowItsFirstPageAndLinksLeadFromPageToPage) {
+    auto* contents = viewer.findChild<QTreeWidget*>("helpContents");
+    const auto theory = contents->findItems("Theory", Qt::MatchExactly);
+    ASSERT_EQ(theory.size(), 1);
+    EXPECT_EQ(theory.front()->childCount(), 12);
+    contents->setCurrentItem(theory.front()->child(0));
+    const auto heading = [&] { return page->document()->begin().text().toStdString(); };
+    EXPECT_EQ(heading(), "Conventions and the grid");
+    emit page->anchorClicked(QUrl("03-coefficients.md#cohesion-and-tension"));
+    EXPECT_EQ(heading(), "Pressures by coefficients");
+    EXPECT_EQ(page->textCursor().block().text(), "Cohesion and tension");
+    emit page->anchorClicked(QUrl("../guide/04-input-file.md"));
+    EXPECT_EQ(heading(), "The input file");
+    emit page->anchorClicked(QUrl("https://example.org/04-input-file.md"));
+    emit page->anchorClicked(QUrl("no-such-page.md"));
+    EXPECT_EQ(heading(), "The input file");
+}
+
+TEST_F(TheoryInTheViewer, PicturesFillANarrowerWindow) {
+    const auto pages = loadHelpPages();
+    const auto conventions =
+        std::find_if(pages.begin(), pages.end(), [](const HelpPage& each) { return each.theory; });
+    viewer.openPage(static_cast<int>(conventions - pages.begin()), "The grid");
+    const QUrl figure("qrc:/theory/figures/signs.svg");
+    const auto width = [&] {
+        return page->document()
+            ->resource(QTextDocument::ImageResource, figure)
+            .value<QImage>()
+            .width();
+    };
+    const int before = width();
+    ASSERT_GT(before, 0);
+    viewer.resize(viewer.width() - 120, viewer.height());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return width() < before; }));
+    EXPECT_LE(width(), page->viewport()->width());
+    EXPECT_EQ(page->textCursor().block().text().toStdString(), "The grid") << "the place stays";
+}
+
+} // namespace
+} // namespace korvane::test
