@@ -34,7 +34,9 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
         return {};
     }
     const bool dark = palette().color(QPalette::Base).lightness() < 128;
-    return helpFigure(file.readAll(), dark, pictureWidth(), devicePixelRatioF());
+    // Pictures of windows stand in lists of steps, which are set in.
+    const qreal indent = name.path().endsWith(".png") ? document()->indentWidth() : 0;
+    return helpFigure(file.readAll(), dark, pictureWidth() - indent, devicePixelRatioF());
 }
 
 } // namespace korvane

@@ -14,7 +14,8 @@ namespace korvane {
 namespace {
 
 const QString formulaScheme = "formula:";
-constexpr qreal leastShareOfLetters = 0.7; // down to here letters do not shrink with their drawing
+constexpr qreal leastShareOfLetters =
+    1 / 1.3; // down to here letters do not shrink with their drawing
 
 /// Each match replaced by what `make` makes of its first group.
 QString replaced(const QString& text, const QRegularExpression& wanted,
@@ -71,8 +72,11 @@ QString helpMarkup(const QString& markdown, const QString& folder, bool formulas
     static const QRegularExpression displayed("\\$\\$(.*?)\\$\\$",
                                               QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression inText("\\$([^$]+)\\$");
+    // The toolkit gives the room of an empty cell to the one before it.
+    static const QRegularExpression emptyCells("(?<=\\|) +(?=\\|)");
     QString text = markdown;
     text.remove(comments);
+    text.replace(emptyCells, QStringLiteral(u" \u00A0 "));
     text.replace("](figures/", "](qrc:/" + folder + "/figures/");
     if (formulas) {
         text = replaced(text, displayed, pictureOf);
