@@ -61,9 +61,9 @@ std::string blockRow(std::string_view name, std::string_view value) {
 std::string methodText(const Study& study) {
     constexpr std::array<const char*, 3> designs{"Monte Carlo", "Latin hypercube",
                                                  "Sobol' sequence"};
-    constexpr std::array<const char*, 3> algorithms{"first-order method",
-                                                    "first-order method and a sample",
-                                                    "first-order method and a sample around the design points"};
+    constexpr std::array<const char*, 3> algorithms{
+        "first-order method", "first-order method and a sample",
+        "first-order method and a sample around the design points"};
     std::string text = methodName(study.method);
     if (study.method == Method::Reliability) {
         text += std::string(", ") + algorithms[static_cast<std::size_t>(study.algorithm)];

@@ -88,8 +88,7 @@ TEST(ComparisonRows, OfTheGuidesFileCanBeRead) {
     const std::string guide = readInputFile(KORVANE_SOURCE_DIR "/docs/guide/13-comparison.md");
     const std::size_t start = guide.find("units = \"si\"");
     ASSERT_NE(start, std::string::npos);
-    const ReadOwnRows read =
-        readOwnRows(guide.substr(start, guide.find("\n```", start) - start));
+    const ReadOwnRows read = readOwnRows(guide.substr(start, guide.find("\n```", start) - start));
     EXPECT_EQ(read.fault, "");
     ASSERT_EQ(read.rows.size(), 3U);
     EXPECT_EQ(read.rows[2].amendments, (Amendments{.surfaceLimit = true, .surfaceSlope = true}));

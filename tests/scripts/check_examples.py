@@ -5,8 +5,8 @@ A comment before a code block tells what the block is; the blocks of a page run 
 copies of the repository's examples:
 
     <!-- run [: status N] -->      commands of the shell, which end with status N (0)
-    <!-- output -->                what they have printed; "..." stands for any text
-    <!-- file: NAME -->            a file that is written; an input must be read without a fault
+    <!-- output -->                what they have printed; "..." stands for any text, blanks for any blanks
+    <!-- file: NAME -->            a file that is written; an input or a study must be read without a fault
     <!-- part of FILE -->          lines that stand together in a file of the folder
     <!-- usage -->                 words that stand for others: not run
 
@@ -50,6 +50,8 @@ class Folder:
 
     def write(self, name, text):
         (self.path / name).write_text(text, encoding="utf-8")
+        if text.startswith("[study]") and len(PROGRAMS) > 1:
+            return self.run(f"korvane-study check {name}", 0)
         if not name.endswith(".dat"):
             return ""
         run = subprocess.run([PROGRAMS[0], "--check", "--quiet", name], cwd=self.path, capture_output=True, text=True,
@@ -58,9 +60,9 @@ class Folder:
 
 
 def fits(pattern, text):
-    """True where the text is the pattern, "..." standing for anything."""
-    parts = [re.escape(part.strip("\n")) for part in pattern.strip("\n").split("...")]
-    return re.fullmatch(r"\s*" + ".*?".join(parts) + r"\s*", text, re.S) is not None
+    """True where the text is the pattern, "..." standing for anything; columns may be wider or narrower."""
+    parts = [re.escape(" ".join(part.split())) for part in pattern.split("...")]
+    return re.fullmatch(".*?".join(parts), " ".join(text.split())) is not None
 
 
 def check(folder, kind, text):
