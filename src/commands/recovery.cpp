@@ -4,6 +4,7 @@
 #include "commands/problem_name.h"
 #include "commands/told_boxes.h"
 #include "problem/problem_text.h"
+#include "rowe/pile_sections.h"
 #include "runtime/dates.h"
 #include "runtime/run_guarded.h"
 
@@ -90,16 +91,33 @@ std::optional<Recovered> readCopy(std::string_view text) {
     return recovered;
 }
 
+/// The sections alone were typed: there was no problem.
+bool hasNoProblem(const Recovered& recovered) {
+    Problem none;
+    clearProblemData(none);
+    return recovered.problem == none;
+}
+
 MessageBox recoveryQuestion(const Recovered& recovered) {
-    std::string text = "KORVANE ended without saving the input data of\n" + recovered.moment;
+    const char* what = hasNoProblem(recovered) ? "sheet pile sections" : "input data";
+    std::string text =
+        std::string("KORVANE ended without saving the ") + what + " of\n" + recovered.moment;
     if (recovered.problem.NumHeadingLines > 0) {
         text += ":\n" + recovered.problem.HeadingLines(1);
+    }
+    if (!hasNoProblem(recovered) && hasAddedSections(recovered.sections)) {
+        text += "\nSheet pile sections that you added are among them.";
     }
     text += "\n\nDo you want to go on with these data?";
     return {.text = text,
             .title = "RECOVER INPUT DATA?",
             .buttons = Buttons::YesNo,
             .icon = Icon::Question};
+}
+
+/// No file of the user's ever holds the sections.
+bool hasDataForCopy(const Session& session) {
+    return hasUnsavedInput(session) || hasAddedSections(session.sections);
 }
 
 bool hasUnsavedData(const Session& session) {
@@ -120,7 +138,7 @@ bool keepTypedData(Session& session) noexcept {
     }
     listTemporaryFiles(session);
     const auto fault = runGuarded([&] {
-        if (hasUnsavedInput(session)) {
+        if (hasDataForCopy(session)) {
             session.record->keep(copyHead(session),
                                  sectionsText(session.sections) + problemText(session.problem));
         }
@@ -131,7 +149,7 @@ bool keepTypedData(Session& session) noexcept {
 
 bool keepAtRest(Session& session) noexcept {
     const bool kept = keepTypedData(session);
-    if (session.record != nullptr && !hasUnsavedInput(session)) {
+    if (session.record != nullptr && !hasDataForCopy(session)) {
         session.record->dropCopy();
     }
     return kept;
@@ -146,8 +164,10 @@ void offerRecovery(Session& session, Desktop& desktop, const std::vector<DeadRun
         const bool taken = desktop.Ask(recoveryQuestion(*recovered)) == Answer::Yes;
         if (taken) {
             session.sections = recovered->sections;
-            goOnWithEnteredData(session, desktop, recovered->problem, recovered->file,
-                                recovered->fileUnits);
+            if (!hasNoProblem(*recovered)) {
+                goOnWithEnteredData(session, desktop, recovered->problem, recovered->file,
+                                    recovered->fileUnits);
+            }
             if (!keepAtRest(session)) {
                 return; // without a copy of this program's own the old one stays
             }

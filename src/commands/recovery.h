@@ -1,5 +1,5 @@
 // The recovery copy of what was typed: kept while data are unsaved, offered by the next start after
-// a crash.
+// a crash. Sheet pile sections that were added have no file of the user's and stay in it.
 #pragma once
 
 #include "commands/run_record.h"
@@ -14,12 +14,14 @@ void listTemporaryFiles(Session& session) noexcept;
 /// before stays then, and `copyFault` says why.
 bool keepTypedData(Session& session) noexcept;
 
-/// After a command: the copy goes where all is saved. False where unsaved data have none.
+/// After a command: the copy goes where all is saved and no section was added. False where unsaved
+/// data have none.
 bool keepAtRest(Session& session) noexcept;
 
 /// Offers the copies of dead programs, one after the other, until one is taken. No removes a copy;
-/// Yes goes on with its data as after Edit, over Edit's own screen where they are unfinished, and
-/// then removes it. Copies that this program cannot read stay and are not offered.
+/// Yes goes on with its data as after Edit, over Edit's own screen where they are unfinished, with
+/// added sections alone at rest, and then removes it. Copies that this program cannot read stay and
+/// are not offered.
 void offerRecovery(Session& session, Desktop& desktop, const std::vector<DeadRun>& runs);
 
 /// A signal or a fault ends the process without destructors: temporary files go, the copy stays.

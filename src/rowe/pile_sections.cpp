@@ -33,6 +33,10 @@ void LoadPileDefaults(PileSections& sections) {
     acceptDefaults(sections, DefaultAllowStress, DefaultModulus);
 }
 
+bool hasAddedSections(const PileSections& sections) {
+    return !sections.PileName(DefaultSectionCount + 1).empty();
+}
+
 void acceptDefaults(PileSections& sections, double allowStress, double modulus) {
     for (int p = 1; p <= DefaultSectionCount; ++p) {
         sections.PileAllowStress(p) = allowStress;

@@ -14,6 +14,9 @@ inline constexpr int DefaultSectionCount = 8;
 /// Loads the eight default sections and clears places 9 to 13.
 void LoadPileDefaults(PileSections& sections);
 
+/// True where a section stands behind the default ones, in use or offered again.
+bool hasAddedSections(const PileSections& sections);
+
 /// Stress and modulus (PSI) of the eight default sections.
 void acceptDefaults(PileSections& sections, double allowStress, double modulus);
 

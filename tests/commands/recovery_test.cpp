@@ -1,4 +1,6 @@
 // Records of programs that run or died, their sweep, and the offer of what was typed.
+#include "commands/commands.h"
+#include "commands/pile_entry.h"
 #include "commands/problem_name.h"
 #include "commands/recovery.h"
 #include "commands/told_boxes.h"
@@ -221,6 +223,42 @@ TEST(TypedData, AreKeptThroughAnotherEditThatChangesNothing) {
     EXPECT_TRUE(fs::exists(copy));
 }
 
+/// What its screen does where one section is added.
+void addSection(Session& session) {
+    addSections(session.sections, {{{"AZ 26", "48.4", "406.5", "25000", "3E7"}}});
+}
+
+TEST(TypedData, AddedSectionsOfAWallThatIsUnchangedAreKeptWithoutASaveQuestion) {
+    Program program;
+    auto& desktop = program.office.desktop;
+    Session& session = program.session();
+    const fs::path copy = program.folder() / "KORVANE-RECOVERY-0.txt";
+    program.office.open("anchored-sand");
+    desktop.onScreen = [](Screen screen, Session& shown) {
+        if (screen == Screen::ROWEPILE) {
+            addSection(shown);
+            keepTypedData(shown); // as where any screen closes
+        }
+    };
+    solveProblem(session, desktop);
+    keepAtRest(session);
+    EXPECT_FALSE(fs::exists(copy));
+    continueSolution(session, desktop);
+    EXPECT_EQ(desktop.shown(Screen::ROWEPILE), 1);
+    EXPECT_TRUE(readFile(copy).find("AZ 26\n") != std::string::npos);
+    keepAtRest(session);
+    EXPECT_TRUE(fs::exists(copy));
+    EXPECT_EQ(session.DataChanged, 0);
+    EXPECT_FALSE(hasUnsavedInput(session));
+    acceptResults(session);
+    desktop.boxes.clear();
+    desktop.answers = {Answer::No};
+    newProblem(session, desktop);
+    EXPECT_EQ(desktop.titles(), std::vector<std::string>{"SAVE OUTPUT DATA?"});
+    keepAtRest(session);
+    EXPECT_TRUE(fs::exists(copy)); // the next wall is offered them again
+}
+
 /// Data that are typed, in a program that keeps a copy of them.
 void type(Program& program, double top) {
     program.session().problem = plainCantilever();
@@ -388,6 +426,32 @@ TEST(RecoveryOffer, UnfinishedDataComeBackOnTheSelectorOfSections) {
     EXPECT_EQ(desktop.shown(Screen::KEYIN), 1);
     EXPECT_EQ(offer.program.session().DataChanged, 1);
     EXPECT_TRUE(offer.program.session().menus.solve.enabled);
+}
+
+TEST(RecoveryOffer, TellsOfAddedSectionsAndBringsThemBackAloneWhereThereWasNoProblem) {
+    const std::string added = "\nSheet pile sections that you added are among them.\n";
+    Offer whole(plainCantilever());
+    whole.program.office.desktop.answers = {Answer::No};
+    whole.offer();
+    EXPECT_NE(whole.program.office.desktop.boxes[0].text.find(added), std::string::npos);
+
+    Problem none;
+    clearProblemData(none);
+    Offer offer(none);
+    auto& desktop = offer.program.office.desktop;
+    desktop.answers = {Answer::Yes};
+    offer.offer();
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_TRUE(desktop.boxes[0].text.starts_with(
+        "KORVANE ended without saving the sheet pile sections of\n"));
+    EXPECT_EQ(desktop.boxes[0].text.find(added), std::string::npos);
+    EXPECT_EQ(desktop.shown(Screen::KEYIN), 0);
+    Session& session = offer.program.session();
+    EXPECT_EQ(session.sections.PileName(9), "AZ 26");
+    EXPECT_EQ(session.DataChanged, 0);
+    EXPECT_FALSE(hasUnsavedInput(session));
+    EXPECT_FALSE(offer.copyStays());
+    EXPECT_TRUE(fs::exists(offer.program.folder() / "KORVANE-RECOVERY-0.txt")); // its own now
 }
 
 TEST(RecoveryOffer, ACopyThatCannotBeReadStaysAndIsNotOffered) {
