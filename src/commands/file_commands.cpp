@@ -95,7 +95,8 @@ void openProblem(Session& session, Desktop& desktop, const std::string& named) {
         return;
     }
     RememberDialogFolder(session, session.InputFileName);
-    if (readAndEcho(session, desktop, readInputFile(session.InputFileName))) {
+    const std::string text = readInputFile(session.InputFileName, Pipes::Refuse);
+    if (readAndEcho(session, desktop, text)) {
         enableForOpenedFile(session.menus);
         noteRecent(session, session.InputFileName);
     } else {
@@ -106,7 +107,7 @@ void openProblem(Session& session, Desktop& desktop, const std::string& named) {
 
 void printReportLines(Session& session, Desktop& desktop) {
     const Report& report = session.report;
-    std::vector<std::string> lines = splitLines(readFile(report.CurrentOutputName));
+    std::vector<std::string> lines = splitLines(readSessionFile(session, report.CurrentOutputName));
     const auto count = static_cast<std::size_t>(report.OutputLineCount);
     if (lines.size() < count) {
         throw RuntimeError(62, report.CurrentOutputName);

@@ -5,7 +5,6 @@
 #include "commands/recovery.h"
 #include "commands/told_boxes.h"
 #include "problem/input_writer.h"
-#include "runtime/file_text.h"
 #include "runtime/number_text.h"
 
 #include <algorithm>
@@ -40,7 +39,7 @@ bool isSameFile(const std::string& one, const std::string& other) {
 /// Saves a text whole; what holds it already, being the current file itself, is not touched.
 void saveUnlessThere(const std::string& current, const std::string& target,
                      const std::string& text) {
-    if (!isSameFile(current, target) || readFile(target) != text) {
+    if (!isSameFile(current, target) || readPlainFile(target, Links::Follow) != text) {
         saveFile(target, text);
     }
 }
@@ -52,10 +51,15 @@ bool namesTemporaryFile(const Session& session, const std::string& name) {
     return file.parent_path() == folder && file.filename().string().compare(0, 4, "TEMP") == 0;
 }
 
+/// True where this session made the file.
+bool isListed(const Session& session, const std::string& name) {
+    const auto& list = session.files.ScratchFileList;
+    return std::find(list.begin(), list.end(), name) != list.end();
+}
+
 /// Deletes a file if this session made it; any other file stays.
 void deleteListedFile(Session& session, Desktop& desktop, const std::string& name) {
-    const auto& list = session.files.ScratchFileList;
-    if (std::find(list.begin(), list.end(), name) != list.end()) {
+    if (isListed(session, name)) {
         deleteOwnFile(session, name);
         tellFilesLeft(desktop);
     }
@@ -240,6 +244,14 @@ void SaveOutputData(Session& session, Desktop& desktop) {
     }
     CurrentOutputName = SavedOutputName;
     keepSaved(session);
+}
+
+Links linksTo(const Session& session, const std::string& name) {
+    return isListed(session, name) ? Links::Refuse : Links::Follow;
+}
+
+std::string readSessionFile(const Session& session, const std::string& name) {
+    return readPlainFile(name, linksTo(session, name));
 }
 
 void RememberDialogFolder(Session& session, const std::string& name) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "commands/session.h"
+#include "runtime/file_text.h"
 
 #include <string>
 
@@ -47,6 +48,12 @@ void SaveInputData(Session& session, Desktop& desktop);
 
 /// Likewise the whole report; the name stands in SavedOutputName.
 void SaveOutputData(Session& session, Desktop& desktop);
+
+/// Whether a link in a file's place is followed: not where this session has made the file.
+Links linksTo(const Session& session, const std::string& name);
+
+/// The current input or output file, which must be a plain one.
+std::string readSessionFile(const Session& session, const std::string& name);
 
 /// Takes the folder of a chosen file as initial folder of the next dialog.
 void RememberDialogFolder(Session& session, const std::string& name);

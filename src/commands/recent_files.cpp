@@ -48,14 +48,11 @@ std::string recentStore() {
 
 std::vector<std::string> readRecent(const std::string& store) {
     std::vector<std::string> paths;
-    std::error_code ignored;
-    if (fs::is_regular_file(store, ignored)) {
-        runGuarded([&] {
-            for (const std::string& line : splitLines(readFile(store))) {
-                addTo(paths, line);
-            }
-        });
-    }
+    runGuarded([&] {
+        for (const std::string& line : splitLines(readPlainFile(store, Links::Follow))) {
+            addTo(paths, line);
+        }
+    });
     return paths;
 }
 

@@ -1,9 +1,7 @@
 #include "commands/report.h"
 
+#include "commands/files.h"
 #include "reports/input_echo.h"
-#include "runtime/file_text.h"
-
-#include <algorithm>
 
 namespace korvane {
 
@@ -18,9 +16,7 @@ void appendReport(Session& session, const PrintLines& lines) {
         return;
     }
     const std::string& name = session.report.CurrentOutputName;
-    const auto& own = session.files.ScratchFileList;
-    const bool isOwn = std::find(own.begin(), own.end(), name) != own.end();
-    appendFile(name, lines.content(), isOwn ? Links::Refuse : Links::Follow);
+    appendFile(name, lines.content(), linksTo(session, name));
     session.report.text += lines.content();
     session.report.OutputLineCount += lines.lineCount();
 }

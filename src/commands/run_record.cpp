@@ -117,7 +117,7 @@ std::string listingText(const TemporaryFiles& files) {
 
 Listing readListing(const fs::path& record) {
     Listing listing;
-    std::istringstream lines(readFile(record));
+    std::istringstream lines(readPlainFile(record, Links::Refuse));
     std::string line;
     std::getline(lines, line);
     std::istringstream(line) >> listing.process;
@@ -260,8 +260,9 @@ std::vector<DeadRun> claimDeadRuns(const fs::path& temporaryFolder) {
     std::vector<DeadRun> runs;
     for (RunClaim& claimed : claims) {
         std::string text;
-        const bool sound =
-            isOwnFile(claimed.copy()) && !runGuarded([&] { text = readFile(claimed.copy()); });
+        const bool sound = isOwnFile(claimed.copy()) && !runGuarded([&] {
+                               text = readPlainFile(claimed.copy(), Links::Refuse);
+                           });
         if (sound) {
             runs.push_back({std::move(claimed), std::move(text)});
         } else {

@@ -1,7 +1,7 @@
 // The commands of the View menu and the texts that they show.
 #include "commands/command_scope.h"
 #include "commands/commands.h"
-#include "runtime/file_text.h"
+#include "commands/files.h"
 #include "verification/verification.h"
 
 #include <cstddef>
@@ -19,7 +19,7 @@ void viewScreen(Session& session, Desktop& desktop, Screen screen) {
 }
 
 TextView inputFileView(const Session& session) {
-    TextView view{session.CurrentInputName, readFile(session.CurrentInputName)};
+    TextView view{session.CurrentInputName, readSessionFile(session, session.CurrentInputName)};
     if (!view.text.empty()) {
         view.text.pop_back();
     }
@@ -28,7 +28,7 @@ TextView inputFileView(const Session& session) {
 
 TextView outputFileView(const Session& session, Desktop& desktop) {
     const std::string& CurrentOutputName = session.report.CurrentOutputName;
-    TextView view{CurrentOutputName, readFile(CurrentOutputName)};
+    TextView view{CurrentOutputName, readSessionFile(session, CurrentOutputName)};
     if (view.text.size() > longestText) {
         desktop.Ask({.text = "The current output file: " + CurrentOutputName +
                              "\n  is too long to display in its entirety."

@@ -87,6 +87,10 @@ int openNew(const fs::path& path, mode_t mode) {
     return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
 }
 
+int openToRead(const fs::path& path, int flags = 0) {
+    return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags);
+}
+
 /// The file behind a chain of symbolic links, which itself may not exist yet.
 fs::path behindLinks(const fs::path& path) {
     fs::path target = path;
@@ -118,8 +122,7 @@ std::vector<RuntimeError>& filesLeft() {
     return left;
 }
 
-std::string readAtMost(const fs::path& path, std::size_t limit) {
-    const OpenFile file(path, ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+std::string readAtMost(const OpenFile& file, const fs::path& path, std::size_t limit) {
     std::string text;
     std::array<char, 65536> block; // NOLINT(cppcoreguidelines-pro-type-member-init): read into
     for (;;) {
@@ -171,11 +174,22 @@ int fileErrorNumber(int code, const fs::path& path) {
 }
 
 std::string readFile(const fs::path& path) {
-    return readAtMost(path, std::string().max_size());
+    const OpenFile file(path, openToRead(path));
+    return readAtMost(file, path, std::string().max_size());
+}
+
+std::string readPlainFile(const fs::path& path, Links links) {
+    const int noLink = links == Links::Refuse ? O_NOFOLLOW : 0;
+    const OpenFile file(path, openToRead(path, O_NONBLOCK | noLink));
+    struct stat status {};
+    if (::fstat(file.handle(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        throw RuntimeError(75, path.string());
+    }
+    return readAtMost(file, path, std::string().max_size());
 }
 
 std::string readHead(const fs::path& path, std::size_t bytes) {
-    const OpenFile file(path, ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const OpenFile file(path, openToRead(path, O_NONBLOCK));
     struct stat status {};
     std::string text(bytes, '\0');
     std::size_t length = 0;
@@ -193,7 +207,7 @@ std::string readHead(const fs::path& path, std::size_t bytes) {
     return text;
 }
 
-std::string readInputFile(const fs::path& path) {
+std::string readInputFile(const fs::path& path, Pipes pipes) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {
         fail(errno, path);
@@ -207,7 +221,13 @@ std::string readInputFile(const fs::path& path) {
     if (S_ISREG(status.st_mode) && static_cast<std::size_t>(status.st_size) > LargestInput) {
         throw RuntimeError(InputTooLarge, path.string());
     }
-    return readAtMost(path, LargestInput);
+    const bool isPipe = S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode);
+    if (isPipe && pipes == Pipes::Refuse) {
+        throw RuntimeError(PipeAsInput, path.string());
+    }
+    // A pipe that takes the file's place at this moment gives nothing, at once.
+    const OpenFile file(path, openToRead(path, isPipe ? 0 : O_NONBLOCK));
+    return readAtMost(file, path, LargestInput);
 }
 
 std::vector<std::string> splitLines(std::string_view text) {
@@ -233,7 +253,8 @@ void rewriteFile(const fs::path& path, std::string_view text) {
 }
 
 void appendFile(const fs::path& path, std::string_view text, Links links) {
-    const int flags = O_WRONLY | O_APPEND | O_CLOEXEC | (links == Links::Refuse ? O_NOFOLLOW : 0);
+    const int noLink = links == Links::Refuse ? O_NOFOLLOW : 0;
+    const int flags = O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK | noLink;
     OpenFile file(path, ::open(path.c_str(), flags));
     struct stat before {};
     const bool isPlain = ::fstat(file.handle(), &before) == 0 && S_ISREG(before.st_mode);
@@ -296,6 +317,7 @@ PendingFile::PendingFile(const Place& place, std::string_view text, Flush flush)
     : PendingFile(place) { // from here on the destructor cleans up
     if (isDevice_) {
         direct_ = text;
+        waits_ = flush == Flush::None;
         return;
     }
     OpenFile file(target_, openBeside(place.isFile() ? 0600 : 0666));
@@ -361,7 +383,7 @@ void PendingFile::clearPlace() {
 
 void PendingFile::place() {
     if (isDevice_) {
-        writeWith(0, path_, direct_);
+        writeWith(waits_ ? 0 : O_NONBLOCK, path_, direct_);
         return;
     }
     if (::rename(beside_.c_str(), target_.c_str()) != 0) {

@@ -21,13 +21,22 @@ int fileErrorNumber(int code, const std::filesystem::path& path);
 /// The whole file as bytes.
 std::string readFile(const std::filesystem::path& path);
 
+/// Whether a link is followed where a file of our own is expected.
+enum class Links { Follow, Refuse };
+
+/// The same of a plain file alone: at a pipe or device that has taken its place nobody waits.
+std::string readPlainFile(const std::filesystem::path& path, Links links);
+
 /// The first `bytes` of a file, or all of a shorter one; nothing of what is no plain file, at which
 /// it does not wait. RuntimeError where it cannot be read.
 std::string readHead(const std::filesystem::path& path, std::size_t bytes);
 
+/// Whether an input may be a pipe: not where windows would wait for its writer.
+enum class Pipes { Read, Refuse };
+
 /// A file that a user names as input. Folders, devices and files above `LargestInput` bytes are
-/// refused before anything is read; a pipe is read up to that size.
-std::string readInputFile(const std::filesystem::path& path);
+/// refused before anything is read; a pipe likewise, or it is read up to that size.
+std::string readInputFile(const std::filesystem::path& path, Pipes pipes = Pipes::Read);
 inline constexpr std::size_t LargestInput = std::size_t{64} << 20;
 
 /// A text cut at CR, LF or CRLF, without a UTF-8 mark at its start. A last line without a line end
@@ -41,9 +50,6 @@ void writeFile(const std::filesystem::path& path, std::string_view text);
 /// file that is gone is not made again.
 void rewriteFile(const std::filesystem::path& path, std::string_view text);
 
-/// Whether a link is followed where a file of our own is expected.
-enum class Links { Follow, Refuse };
-
 /// Appends to a file that is there, all or nothing: a full disk leaves it as long as it was.
 void appendFile(const std::filesystem::path& path, std::string_view text,
                 Links links = Links::Follow);
@@ -51,7 +57,8 @@ void appendFile(const std::filesystem::path& path, std::string_view text,
 /// Writes over the bytes of an existing file from `position` on.
 void overwriteFile(const std::filesystem::path& path, std::size_t position, std::string_view text);
 
-/// Whether a save waits until the disk has the text: not for what can be made anew.
+/// Whether a save waits until the disk has the text: not for what can be made anew. A save to the
+/// disk does not wait for the reader of a pipe either.
 enum class Flush { ToDisk, None };
 
 /// A finished file beside its place: `place` renames it there, and without that it goes with the
@@ -83,6 +90,7 @@ class PendingFile {
     std::filesystem::path beside_; ///< what is there until it is placed
     std::string direct_;           ///< the text for a device
     bool isDevice_;
+    bool waits_ = false;      ///< for the reader of a pipe
     bool unfinished_ = false; ///< `beside_` may exist
 };
 

@@ -33,6 +33,7 @@ constexpr ErrorText errorTexts[] = {
     {FolderAsInput, "A folder, not an input file"},
     {DeviceAsInput, "A device, not an input file"},
     {InputTooLarge, "Larger than 64 MiB, too large for an input file"},
+    {PipeAsInput, "A pipe or socket, not an input file"},
 };
 
 } // namespace

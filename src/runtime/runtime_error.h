@@ -13,6 +13,7 @@ inline constexpr int DeviceFault = 57;
 inline constexpr int FolderAsInput = 1001;
 inline constexpr int DeviceAsInput = 1002;
 inline constexpr int InputTooLarge = 1003;
+inline constexpr int PipeAsInput = 1004;
 
 /// A fault that ends the procedure it happens in: an invalid argument, an overflow, a subscript
 /// beyond an array, a zero divisor, a file or device that does not answer.

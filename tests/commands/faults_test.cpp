@@ -11,6 +11,8 @@
 #include <new>
 #include <stdexcept>
 
+#include <sys/stat.h>
+
 namespace korvane::test {
 
 namespace fs = std::filesystem;
@@ -101,6 +103,20 @@ TEST(FileFaults, OpeningAMissingFileKeepsTheOldProblem) {
     const std::string missing = office.userFile("missing.dat");
     office.open(missing);
     expectFileError(office, missing, "File not found");
+    expectStill(office, before);
+}
+
+// Nobody writes to the pipe: a window that read it would stand still for ever.
+TEST(FileFaults, OpeningAPipeIsToldWithoutWaitingForItsWriter) {
+    Office office;
+    enterProblem(office);
+    const Standing before(office);
+    const std::string pipe = office.userFile("pipe.dat");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    office.open(pipe);
+    expectFileError(office, pipe, "A pipe or socket, not an input file");
+    openNamedFile(*office.session, office.desktop, pipe); // by argument, drop or recent files
+    expectFileError(office, pipe, "A pipe or socket, not an input file");
     expectStill(office, before);
 }
 
@@ -309,6 +325,36 @@ TEST(FileFaults, AMissingReportIsToldWhenPrintedOrViewed) {
     office.session->CurrentInputName = office.userFile("gone.dat");
     viewScreen(*office.session, office.desktop, Screen::VUINPTFL);
     expectFileError(office, office.userFile("gone.dat"), "File not found");
+}
+
+TEST(FileFaults, ALinkOrPipeInPlaceOfATemporaryFileIsNotRead) {
+    Office office;
+    enterProblem(office);
+    Session& session = *office.session;
+    const std::string secret = office.userFile("secret");
+    writeFile(secret, std::string(1000, '\n'));
+    office.desktop.onScreen = [&](Screen screen, Session& shown) {
+        screen == Screen::VUINPTFL ? inputFileView(shown) : outputFileView(shown, office.desktop);
+    };
+    for (const bool isLink : {true, false}) {
+        office.desktop.boxes.clear();
+        for (const std::string& own : {session.CurrentInputName, office.outputName()}) {
+            fs::remove(own);
+            if (isLink) {
+                fs::create_symlink(secret, own);
+            } else {
+                ASSERT_EQ(::mkfifo(own.c_str(), 0600), 0);
+            }
+        }
+        viewScreen(session, office.desktop, Screen::VUINPTFL);
+        expectFileError(office, session.CurrentInputName, "Path/File access error");
+        viewScreen(session, office.desktop, Screen::VUINECHO);
+        expectFileError(office, office.outputName(), "Path/File access error");
+        printReport(session, office.desktop);
+        EXPECT_EQ(office.desktop.boxes.size(), 3U);
+        expectFileError(office, office.outputName(), "Path/File access error");
+    }
+    EXPECT_TRUE(office.desktop.prints.empty());
 }
 
 TEST(FileFaults, APrinterThatFailsLeavesTheLineCountAlone) {

@@ -168,6 +168,41 @@ TEST(ReadInputFile, RefusesFoldersDevicesAndLargeFilesUnread) {
     EXPECT_EQ(faultOf(path, [&] { readInputFile(path); }), InputTooLarge);
 }
 
+// Nobody writes to the pipe: whoever opened it to read would wait for ever.
+TEST(ReadInputFile, RefusesAPipeOrSocketWhereNobodyIsToWait) {
+    const TemporaryFolder folder;
+    const fs::path pipe = folder.path() / "pipe.dat";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(faultOf(pipe, [&] { readInputFile(pipe, Pipes::Refuse); }), PipeAsInput);
+    const fs::path link = folder.path() / "link.dat";
+    fs::create_symlink(pipe, link);
+    EXPECT_EQ(faultOf(link, [&] { readInputFile(link, Pipes::Refuse); }), PipeAsInput);
+}
+
+TEST(ReadPlainFile, RefusesLinksWhereToldAndWaitsAtNoPipe) {
+    const TemporaryFolder folder;
+    const fs::path file = folder.path() / "a.ooo";
+    const fs::path link = folder.path() / "link.ooo";
+    const fs::path pipe = folder.path() / "pipe.ooo";
+    writeFile(file, "report\n");
+    fs::create_symlink(file, link);
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(readPlainFile(file, Links::Refuse), "report\n");
+    EXPECT_EQ(readPlainFile(link, Links::Follow), "report\n");
+    EXPECT_EQ(faultOf(link, [&] { readPlainFile(link, Links::Refuse); }), 75);
+    EXPECT_EQ(faultOf(pipe, [&] { readPlainFile(pipe, Links::Follow); }), 75);
+    EXPECT_EQ(faultOf(folder.path(), [&] { readPlainFile(folder.path(), Links::Follow); }), 75);
+    EXPECT_EQ(faultOf("/none/a", [] { readPlainFile("/none/a", Links::Follow); }), 76);
+}
+
+TEST(SaveFile, DoesNotWaitForTheReaderOfAPipe) {
+    const TemporaryFolder folder;
+    const fs::path pipe = folder.path() / "pipe.out";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(faultOf(pipe, [&] { saveFile(pipe, "text"); }), 71);
+    EXPECT_EQ(faultOf(pipe, [&] { appendFile(pipe, "text"); }), 71);
+}
+
 TEST(ReadInputFile, TakesAPipe) {
     std::array<int, 2> ends{};
     ASSERT_EQ(::pipe(ends.data()), 0);
