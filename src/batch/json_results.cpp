@@ -359,9 +359,12 @@ const PressureDiagrams* reviewDiagrams(const Solved& solved) {
                                                                    : nullptr;
 }
 
-/// Null unless the wall is solved: where a later step has failed too.
+/// Null unless the wall is solved: where a later step has failed too. A file that could not take
+/// its place says nothing of the wall.
 const Results* solvedResults(const JsonRecord& record) {
-    return record.status == StatusSolved ? record.solved.results : nullptr;
+    const FailureCode code = record.solved.failure.code;
+    const bool solved = code == FailureCode::None || code == FailureCode::FileFault;
+    return solved ? record.solved.results : nullptr;
 }
 
 int levelCount(const Results* results) {

@@ -342,31 +342,41 @@ void prepareOutputs(Run& run, Outputs& outputs) {
     }
 }
 
-/// No old figure, sheet or JSON may stand beside a new report, whatever fails later.
-void removeOldOutputs(const Job& job, Outputs& outputs) {
+/// Takes away what an earlier run has left. What cannot be removed is told and stops nothing; where
+/// a file of this run is to stand in its place, that one tells it. False after any other fault.
+bool removeOldOutputs(Run& run, Outputs& outputs) {
     std::set<std::filesystem::path> kept;
-    for (PendingFile& figure : outputs.figures) {
-        figure.clearPlace();
+    for (const PendingFile& figure : outputs.figures) {
         kept.insert(figure.path());
     }
-    for (const std::filesystem::path& figure : job.oldFigures) {
+    bool goesOn = true;
+    const auto remove = [&](const std::filesystem::path& file) {
+        if (const auto fault = runGuarded([&] { removeFile(file); })) {
+            tellFault(run, *fault);
+            goesOn = goesOn && fault->isFileFault();
+        }
+    };
+    for (PendingFile& figure : outputs.figures) {
+        runGuarded([&] { figure.clearPlace(); });
+    }
+    for (const std::filesystem::path& figure : run.job.oldFigures) {
         if (kept.count(figure) == 0) { // a link to what is written anew stays
-            removeFile(figure);
+            remove(figure);
         }
     }
     for (std::optional<PendingFile>* file : {&outputs.sheet, &outputs.json}) {
         if (*file) {
-            (*file)->clearPlace();
+            runGuarded([&] { (*file)->clearPlace(); });
         }
     }
     for (const std::filesystem::path& file : outputs.stale) {
-        removeFile(file);
+        remove(file);
     }
+    return goesOn;
 }
 
-/// The JSON tells how the others fared.
-void placeOutputs(Run& run, Outputs& outputs) {
-    const std::size_t told = run.prompts.messages.size();
+/// The JSON tells how the others fared: what came up behind the first `told` messages.
+void placeOutputs(Run& run, Outputs& outputs, std::size_t told) {
     if (outputs.report) {
         guarded(run, [&] { outputs.report->place(); });
     }
@@ -388,9 +398,13 @@ void placeOutputs(Run& run, Outputs& outputs) {
 
 void writeOutputs(Run& run) {
     Outputs outputs;
-    if (guarded(run, [&] { prepareOutputs(run, outputs); }) &&
-        guarded(run, [&] { removeOldOutputs(run.job, outputs); })) {
-        placeOutputs(run, outputs);
+    if (!guarded(run, [&] { prepareOutputs(run, outputs); })) {
+        return;
+    }
+    const std::size_t told = run.prompts.messages.size();
+    bool removed = false;
+    if (guarded(run, [&] { removed = removeOldOutputs(run, outputs); }) && removed) {
+        placeOutputs(run, outputs, told);
     }
 }
 

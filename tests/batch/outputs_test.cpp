@@ -136,6 +136,36 @@ TEST(BatchOutputs, AFileThatCouldNotBeRemovedIsTold) {
     EXPECT_TRUE(takeFilesLeft().empty());
 }
 
+// In a folder like /tmp nobody removes a file of another user.
+TEST(BatchOutputs, OneOfAnEarlierRunThatCannotBeRemovedIsToldAndStopsNothing) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "needs files of two users";
+    }
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    ASSERT_EQ(office.run({"--json", "--plots", input}).status, 0);
+    const std::string report = office.read("a.out");
+    fs::remove(office.file("a.out"));
+    fs::remove(office.file("a.json"));
+    const fs::path folder = fs::path(input).parent_path();
+    fs::permissions(folder, fs::perms(01777));
+    fs::permissions(input, fs::perms(0644));
+    const OrdinaryUser user;
+    const BatchRun run = office.run({"--json", input}); // would take the figures away
+    EXPECT_EQ(run.status, 1);
+    for (const char* left : {"a-moment.svg", "a-shear.svg"}) {
+        EXPECT_NE(run.err.find("[FILE ERROR] File: " + office.file(left) + " / Permission denied"),
+                  std::string::npos)
+            << run.err;
+        EXPECT_TRUE(office.files().contains(left));
+    }
+    EXPECT_EQ(office.read("a.out"), report);
+    const auto json = nlohmann::json::parse(office.read("a.json"));
+    EXPECT_EQ(json["failure"]["code"], "file-fault");
+    EXPECT_EQ(json["messages"].back()["title"], "FILE ERROR");
+    EXPECT_FALSE(json["levels"].empty());
+}
+
 TEST(BatchOutputs, PlotsAndJsonOfAnEarlierRunGoWhereThisOneMakesNone) {
     const BatchOffice office;
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
@@ -196,6 +226,8 @@ TEST(BatchOutputs, AFolderInThePlaceOfOneStopsNoOther) {
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
     ASSERT_EQ(office.run({"--json", "--plots", input}).status, 0);
     const auto whole = outputs(office);
+    const auto solved = nlohmann::json::parse(whole.at("a.json"));
+    ASSERT_FALSE(solved["levels"].empty());
     for (const char* blocked : {"a.out", "a-moment.svg", "a.json"}) {
         for (const auto& [name, text] : whole) {
             fs::remove(office.file(name));
@@ -209,7 +241,11 @@ TEST(BatchOutputs, AFolderInThePlaceOfOneStopsNoOther) {
         if (now["a.json"] != "a folder") {
             const auto json = nlohmann::json::parse(now["a.json"]);
             EXPECT_EQ(json["status"], "failed");
+            EXPECT_EQ(json["failure"]["code"], "file-fault");
             EXPECT_EQ(json["messages"].back()["title"], "FILE ERROR");
+            for (const char* result : {"levels", "right", "left", "grid", "rowe", "notes"}) {
+                EXPECT_EQ(json[result], solved[result]) << result; // the wall is solved
+            }
         }
         for (const auto& [name, text] : whole) {
             EXPECT_TRUE(name == blocked || name == "a.json" || now[name] == text) << name;

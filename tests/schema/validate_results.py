@@ -27,10 +27,14 @@ SOIL BOTH STRENGTHS 1
 V
 """
 
+FAILURE = dict.fromkeys(("level", "side", "layer", "elev", "distance", "factorLow", "factorHigh",
+                         "error", "field", "index", "value", "limit", "line", "read", "must"),
+                        None) | {"code": "no-sign-change", "stage": "checking the wall"}
+
 
 def solve(batch, inputs, folder, *options):
     """The results of one run, parsed."""
-    folder.mkdir()
+    folder.mkdir(exist_ok=True)
     command = [batch, "--quiet", "--json", "--output-dir", str(folder), *options, *map(str, inputs)]
     run = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, check=False)
     if run.returncode not in (0, 1, 70):
@@ -50,6 +54,8 @@ def refuses(validator, good):
         ("a text for a number", lambda r: r["levels"][0].update(bottomElev="-10")),
         ("a point with one value", lambda r: r["levels"][0]["grid"][0].update(water=[0.0])),
         ("a failure of a solved wall", lambda r: r.update(failure={})),
+        ("results of a wall that is not solved",
+         lambda r: r.update(status="failed", failure=FAILURE)),
         ("no levels of a solved wall", lambda r: r.update(levels=[])),
         ("a row that tells no difference",
          lambda r: r["comparison"][0]["levels"][0].pop("percent")),
@@ -86,6 +92,10 @@ def main():
         metric = solve(args.batch, sorted(walls.glob("*.dat")), folder / "metric", "--units", "si",
                        "--compare")
         results += metric
+        wall = ROOT / "examples/anchored-sand.dat"
+        (folder / "blocked" / "anchored-sand.out").mkdir(parents=True)
+        blocked = solve(args.batch, [wall], folder / "blocked")
+        results += blocked
     for result in results:
         statuses[result["status"]] += 1
         for error in validator.iter_errors(result):
@@ -93,6 +103,8 @@ def main():
             faults.append("%s: %s: %s" % (result["input"], place, error.message[:200]))
     faults += refuses(
         validator, next(r for r in results if r["status"] == "solved" and "comparison" in r))
+    if blocked[0]["status"] != "failed" or not blocked[0]["levels"]:
+        faults.append("no results of a wall whose report has no place")
     if any(result["units"] != "SI" for result in metric):
         faults.append("other units than those asked for")
     for status in ("solved", "failed", "error"):
