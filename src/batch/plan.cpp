@@ -3,7 +3,9 @@
 #include "plots/figures.h"
 #include "runtime/file_text.h"
 
+#include <algorithm>
 #include <memory>
+#include <string_view>
 #include <system_error>
 #include <unordered_map>
 #include <unordered_set>
@@ -17,29 +19,67 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The names in folders, each read once.
+constexpr std::string_view FigureExtension = ".svg";
+
+bool isFigureName(std::string_view name) {
+    return name.ends_with(FigureExtension);
+}
+
+/// What a folder holds.
+struct Folder {
+    std::unordered_map<std::string, bool> names; ///< whether each may be a link
+    /// Figures by the stem of their report, which may be several: "a-free" has a "-moment", "a" a
+    /// "-free-moment".
+    std::unordered_map<std::string, std::vector<std::string>> figures;
+    bool hasLinkedFigure = false; ///< or may have one
+};
+
+/// Folders, each read once.
 class Listings {
   public:
-    using Names = std::unordered_set<std::string>;
-
-    const Names& in(const fs::path& folder) {
-        const auto [place, isNew] = names_.try_emplace(folder.native());
+    const Folder& in(const fs::path& path) {
+        const auto [place, isNew] = folders_.try_emplace(path.native());
         if (isNew) {
             // The standard's iterator would end the process where memory is short.
             const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(place->first.c_str()),
                                                            ::closedir);
             while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
-                place->second.insert(entry->d_name);
+                const bool mayBeLink = entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN;
+                add(place->second, entry->d_name, mayBeLink);
             }
         }
         return place->second;
     }
     bool has(const fs::path& file) {
-        return in(file.parent_path()).count(file.filename().native()) != 0;
+        return in(file.parent_path()).names.count(file.filename().native()) != 0;
+    }
+    bool mayBeLink(const fs::path& file) {
+        const auto& names = in(file.parent_path()).names;
+        const auto entry = names.find(file.filename().native());
+        return entry != names.end() && entry->second;
     }
 
   private:
-    std::unordered_map<std::string, Names> names_;
+    void add(Folder& folder, const std::string& name, bool mayBeLink) {
+        folder.names.emplace(name, mayBeLink);
+        if (!isFigureName(name)) {
+            return;
+        }
+        const std::string whole = name.substr(0, name.size() - FigureExtension.size());
+        for (std::size_t dash = whole.find('-'); dash != std::string::npos;
+             dash = whole.find('-', dash + 1)) {
+            if (figures_.count(whole.substr(dash + 1)) != 0) {
+                folder.figures[whole.substr(0, dash)].push_back(name);
+                folder.hasLinkedFigure = folder.hasLinkedFigure || mayBeLink;
+            }
+        }
+    }
+
+    std::unordered_map<std::string, Folder> folders_;
+    const std::unordered_set<std::string> figures_ = [] {
+        const std::vector<std::string> names = figureNames();
+        return std::unordered_set<std::string>(names.begin(), names.end());
+    }();
 };
 
 /// The files that paths name once all links are followed, also where they do not exist yet. Each
@@ -51,7 +91,7 @@ class Places {
     fs::path of(const fs::path& path) {
         fs::path target = path;
         std::error_code failure;
-        for (int links = 0; links < MostLinks && listings_.has(target); ++links) {
+        for (int links = 0; links < MostLinks && listings_.mayBeLink(target); ++links) {
             struct stat status {};
             if (::lstat(target.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) {
                 break;
@@ -84,28 +124,28 @@ class Places {
 };
 
 /// The figures of a job that stand in its folder.
-std::vector<fs::path> presentFigures(const Job& job, const std::vector<std::string>& figures,
-                                     Listings& listings) {
+std::vector<fs::path> presentFigures(const Job& job, Listings& listings) {
+    const fs::path path = job.reportPath.parent_path();
+    const Folder& folder = listings.in(path);
     std::vector<fs::path> present;
-    const Listings::Names& names = listings.in(job.reportPath.parent_path());
-    const std::string stem = job.reportPath.stem().string();
-    for (const std::string& figure : figures) {
-        if (names.count(Job::figureName(stem, figure)) != 0) {
-            present.push_back(job.figurePath(figure));
+    const auto found = folder.figures.find(job.reportPath.stem().string());
+    if (found != folder.figures.end()) {
+        for (const std::string& name : found->second) {
+            present.push_back(path / name);
         }
     }
+    std::sort(present.begin(), present.end()); // folders have no order
     return present;
 }
 
 /// What an earlier run may have left beside the report and this one does not ask for.
-std::vector<fs::path> staleOutputs(const Job& job, const std::vector<std::string>& figures,
-                                   Listings& listings) {
+std::vector<fs::path> staleOutputs(const Job& job, Listings& listings) {
     std::vector<fs::path> stale;
     if (job.reportPath.empty()) {
         return stale;
     }
     if (!job.plots) {
-        stale = presentFigures(job, figures, listings);
+        stale = presentFigures(job, listings);
     }
     const auto list = [&](const char* extension) {
         fs::path file = job.reportPath;
@@ -214,55 +254,102 @@ std::unordered_set<std::string> inputFiles(const std::vector<Job>& jobs, Places&
 /// No input is one, whatever its name.
 void findStaleOutputs(std::vector<Job>& jobs, const std::unordered_set<std::string>& inputs,
                       Places& places, Listings& listings) {
-    const std::vector<std::string> figures = figureNames();
     for (Job& job : jobs) {
-        job.stale = staleOutputs(job, figures, listings);
+        job.stale = staleOutputs(job, listings);
         std::erase_if(job.stale, [&](const fs::path& file) {
             return inputs.count(places.of(file).native()) != 0;
         });
         if (job.plots) {
-            job.oldFigures = presentFigures(job, figures, listings);
+            job.oldFigures = presentFigures(job, listings);
         }
     }
 }
 
-/// Tells of each job whose outputs collide with nothing.
-std::string collision(const std::vector<Job>& jobs, const std::unordered_set<std::string>& inputs,
-                      Places& places, Listings& listings, const Planned& planned) {
+/// What a stem may have behind another's so that both have a figure of one name: "-free".
+std::vector<std::string> sharedEndings() {
     const std::vector<std::string> figures = figureNames();
-    std::unordered_set<std::string> outputs;
-    std::string fault;
-    const auto collides = [&](const std::string& file) {
-        if (inputs.count(file) != 0) {
-            fault = ": the output would be written over an input.";
-        } else if (!outputs.insert(file).second) {
-            fault = ": two outputs would go to one file.";
+    std::unordered_set<std::string> endings;
+    for (const std::string& longer : figures) {
+        for (const std::string& shorter : figures) {
+            if (longer.ends_with("-" + shorter)) {
+                endings.insert("-" + longer.substr(0, longer.size() - shorter.size() - 1));
+            }
         }
-        return !fault.empty();
-    };
-    for (std::size_t i = 0; i < jobs.size(); ++i) {
+    }
+    return {endings.begin(), endings.end()};
+}
+
+/// Whether figures of two jobs may have one name.
+bool shareFigureNames(const std::vector<Job>& jobs, Places& places) {
+    std::unordered_set<std::string> stems;
+    for (const Job& job : jobs) {
+        stems.insert(
+            (places.folder(job.reportPath.parent_path()) / job.reportPath.stem()).native());
+    }
+    const std::vector<std::string> endings = sharedEndings();
+    return std::any_of(stems.begin(), stems.end(), [&](const std::string& stem) {
+        return std::any_of(endings.begin(), endings.end(), [&](const std::string& ending) {
+            return stems.count(stem + ending) != 0;
+        });
+    });
+}
+
+/// The files that inputs and outputs have taken.
+class Taken {
+  public:
+    Taken(const std::unordered_set<std::string>& inputs, Places& places)
+        : inputs_(inputs), places_(places),
+          figures_(std::any_of(inputs.begin(), inputs.end(), isFigureName)) {}
+
+    /// What keeps an output from its place; "" nothing, and it has it now.
+    std::string take(const fs::path& output) {
+        const std::string file = places_.of(output).native();
+        figures_ = figures_ || isFigureName(file);
+        if (inputs_.count(file) != 0) {
+            return output.string() + ": the output would be written over an input.";
+        }
+        return outputs_.insert(file).second
+                   ? ""
+                   : output.string() + ": two outputs would go to one file.";
+    }
+    /// True where one of them has the extension of figures.
+    bool hasFigures() const { return figures_; }
+
+  private:
+    const std::unordered_set<std::string>& inputs_;
+    Places& places_;
+    std::unordered_set<std::string> outputs_;
+    bool figures_;
+};
+
+/// Tells of each job whose outputs collide with nothing. Figures, of which there may be hundreds of
+/// thousands, are looked at one by one only where some may collide.
+std::string collision(const std::vector<Job>& jobs, Taken& taken, Places& places,
+                      Listings& listings, const Planned& planned) {
+    std::string fault;
+    bool mayCollide = false;
+    for (std::size_t i = 0; i < jobs.size() && fault.empty(); ++i) {
         const Job& job = jobs[i];
         for (const fs::path& output : {job.reportPath, job.jsonPath, job.sheetPath}) {
-            if (!output.empty() && collides(places.of(output).native())) {
-                return output.string() + fault;
+            if (!output.empty() && fault.empty()) {
+                fault = taken.take(output);
             }
         }
-        if (job.plots) {
-            const fs::path folder = job.reportPath.parent_path();
-            const std::string stem = job.reportPath.stem().string();
-            const Listings::Names& present = listings.in(folder);
-            const std::string resolved = (places.folder(folder) / "").native();
-            for (const std::string& figure : figures) {
-                const std::string name = Job::figureName(stem, figure);
-                const bool isNew = present.count(name) == 0; // what is there may be a link
-                if (collides(isNew ? resolved + name : places.of(folder / name).native())) {
-                    return (folder / name).string() + fault;
-                }
-            }
-        }
+        mayCollide = mayCollide || listings.in(job.reportPath.parent_path()).hasLinkedFigure;
         planned(i + 1);
     }
-    return {};
+    if (!fault.empty() || !jobs.front().plots ||
+        !(mayCollide || taken.hasFigures() || shareFigureNames(jobs, places))) {
+        return fault;
+    }
+    for (const Job& job : jobs) {
+        for (const std::string& figure : figureNames()) {
+            if (fault.empty()) {
+                fault = taken.take(job.figurePath(figure));
+            }
+        }
+    }
+    return fault;
 }
 
 } // namespace
@@ -294,7 +381,8 @@ Plan planJobs(const Options& options, const Planned& planned) {
     if (!options.compareWith.empty()) {
         inputs.insert(places.of(here / options.compareWith).native());
     }
-    plan.fault = collision(plan.jobs, inputs, places, listings, planned);
+    Taken taken(inputs, places);
+    plan.fault = collision(plan.jobs, taken, places, listings, planned);
     if (plan.fault.empty() && !options.convert) {
         findStaleOutputs(plan.jobs, inputs, places, listings);
     }
