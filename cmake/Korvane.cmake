@@ -34,16 +34,6 @@ target_compile_options(korvane_options INTERFACE "$<${korvane_hardened}:${harden
 target_link_options(korvane_options INTERFACE
                     "$<${korvane_hardened}:-pie;LINKER:-z,relro,-z,now,-z,noexecstack>")
 
-# korvane_tell_hardening(<file>): tells a test file of the present folder what programs must have.
-function(korvane_tell_hardening file)
-  set(told $<${korvane_hardened}:KORVANE_HARDENED>
-           KORVANE_COMPILE_COMMANDS="${CMAKE_BINARY_DIR}/compile_commands.json")
-  if(korvane_has_cf_protection AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
-    list(APPEND told KORVANE_MARKED_JUMPS)
-  endif()
-  set_property(SOURCE ${file} APPEND PROPERTY COMPILE_DEFINITIONS ${told})
-endfunction()
-
 # korvane_library(<room> [DEPENDS <room>...]): the library of src/<room>. Its headers are reached
 # as "<room>/header.h" through a link of its own, and only by rooms that depend on it, so that an
 # include against the order of the rooms does not compile.
@@ -80,4 +70,18 @@ function(korvane_tests name)
                                               korvane_test_support GTest::gtest_main)
   target_compile_definitions(${name}_tests PRIVATE KORVANE_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
   gtest_discover_tests(${name}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()
+
+# korvane_tests_at_scales(<name> <tests> <filter> <look>...): some tests of a program once more, each
+# look a scale of the display, "_dark" behind it for a dark theme.
+function(korvane_tests_at_scales name tests filter)
+  foreach(look ${ARGN})
+    string(REGEX MATCH "^[0-9.]+" scale ${look})
+    set(environment QT_SCALE_FACTOR=${scale})
+    if(look MATCHES "_dark$")
+      list(APPEND environment KORVANE_DARK=1)
+    endif()
+    add_test(NAME ${name}_at_scale_${look} COMMAND ${tests} --gtest_filter=${filter})
+    set_tests_properties(${name}_at_scale_${look} PROPERTIES ENVIRONMENT "${environment}")
+  endforeach()
 endfunction()

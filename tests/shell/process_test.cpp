@@ -1,5 +1,4 @@
 // The desktop program as a process: what its environment and its standard streams do to it.
-#include "support/hardening.h"
 #include "support/support.h"
 
 #include <QDir>
@@ -74,12 +73,6 @@ TEST(DesktopProcess, AnswersWithoutTheOtherStreams) {
     EXPECT_EQ(program.exitCode(), 0);
     EXPECT_EQ(program.readAllStandardOutput().left(8), "KORVANE ");
 }
-
-#ifdef KORVANE_HARDENED
-TEST(DesktopProcess, TheProgramIsHardened) {
-    EXPECT_EQ(missingHardening(KORVANE_PROGRAM), std::vector<std::string>());
-}
-#endif
 
 } // namespace
 } // namespace korvane::test
