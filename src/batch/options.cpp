@@ -1,6 +1,7 @@
 #include "batch/options.h"
 
 #include "runtime/number_text.h"
+#include "runtime/utf8_text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -31,7 +32,7 @@ CommandLine ended(const CLI::App& app, const CLI::ParseError& end) {
     const int code = app.exit(end, text, text);
     return {.options = std::nullopt,
             .status = code == 0 ? StatusSolved : StatusUsage,
-            .text = text.str()};
+            .text = code == 0 ? text.str() : messageText(text.str())};
 }
 
 /// Behind all options: those that say what becomes of inputs go not with it.

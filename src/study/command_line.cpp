@@ -8,6 +8,7 @@
 #include "runtime/dates.h"
 #include "runtime/number_text.h"
 #include "runtime/run_guarded.h"
+#include "runtime/utf8_text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -316,7 +317,9 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     try {
         app.parse(reversed);
     } catch (const CLI::ParseError& end) {
-        const int code = app.exit(end, out, errors);
+        std::ostringstream fault;
+        const int code = app.exit(end, out, fault);
+        errors << messageText(fault.str());
         return code == 0 ? StatusDone : StatusUsage;
     }
     const std::string partFault = part.empty() ? "" : readPart(part, read);

@@ -52,6 +52,16 @@ TEST(BatchUsage, FaultsShowNoControlCharacters) {
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.err.find('\x1b'), std::string::npos);
     EXPECT_NE(run.err.find("no\\x1B[31mne.dat: no such file."), std::string::npos) << run.err;
+    const std::string red = "\x1b[31mred\xC2\x9B";
+    const std::vector<std::vector<std::string>> wrong{
+        {"--" + red}, {"--wedge", red, "a.dat"}, {"--jobs", red, "a.dat"}, {"--max-fs=" + red}};
+    for (const auto& arguments : wrong) {
+        const BatchRun fault = office.run(arguments);
+        EXPECT_EQ(fault.status, 2);
+        EXPECT_EQ(fault.err.find('\x1b'), std::string::npos) << arguments.front();
+        EXPECT_EQ(fault.err.find('\x9b'), std::string::npos) << arguments.front();
+        EXPECT_NE(fault.err.find("\\x1B[31mred\\x9B"), std::string::npos) << fault.err;
+    }
 }
 
 TEST(BatchUsage, WrongArgumentsAreStatusTwoAndNothingIsSolved) {
