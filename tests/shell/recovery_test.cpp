@@ -2,12 +2,14 @@
 #include "person.h"
 
 #include "runtime/file_text.h"
+#include "shell/ending_signals.h"
 #include "support/faulty_machine.h"
 
 #include <QProcess>
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 #include <set>
 
@@ -153,6 +155,21 @@ TEST(Recovery, ASignalLeavesTheRescueFileAndTheCopy) {
         EXPECT_NE(readFile(folder.path() / "KORVANE-RESCUE-0.dat").find("'KEEP THIS"),
                   std::string::npos);
     }
+}
+
+TEST(Recovery, ASignalEndsAProgramThatWorksAfterAWhileAndLeavesTheCopy) {
+    const TemporaryFolder folder;
+    RunningProgram working(folder.path(), {"Yes", "work"});
+    EXPECT_EQ(working.line().rfind("KEYIN ", 0), 0U);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(working.endBy(SIGTERM), SIGTERM);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, EndingSignals::LongestWait);
+    EXPECT_EQ(namesIn(folder.path()), (Names{"KORVANE-RUN-0", "KORVANE-RECOVERY-0.txt"}));
+    RunningProgram next(folder.path(), {"No"});
+    EXPECT_TRUE(offersTyped(next.line()));
+    EXPECT_EQ(next.line(), "REST KORVANE");
+    next.endWell();
+    EXPECT_EQ(namesIn(folder.path()), Names());
 }
 
 TEST(Recovery, ASignalAtRestLeavesNothing) {

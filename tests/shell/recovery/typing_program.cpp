@@ -1,8 +1,9 @@
-// The desktop program with somebody at it: typing_program ANSWER [type].
+// The desktop program with somebody at it: typing_program ANSWER [type|work].
 //
-// Accepts, answers the box about recovered data by its button ANSWER, and with "type" enters the
-// heading section. Then it tells on standard output where it stands and waits for its end: a line
-// on standard input ends it well, by Exit without saving.
+// Accepts, answers the box about recovered data by its button ANSWER, and with "type" or "work"
+// enters the heading section. Then it tells on standard output where it stands and waits for its
+// end: a line on standard input ends it well, by Exit without saving. With "work" its event loop
+// stands still from there on, as under a command that takes its time.
 #include "../person.h"
 
 #include "commands/commands.h"
@@ -13,8 +14,10 @@
 #include <QMenu>
 #include <QSocketNotifier>
 
+#include <chrono>
 #include <cstdio>
-#include <cstring>
+#include <string>
+#include <thread>
 
 #include <unistd.h>
 
@@ -30,7 +33,8 @@ void tell(const QString& line) {
 
 class Somebody {
   public:
-    Somebody(QString answer, bool types) : answer_(std::move(answer)), types_(types) {
+    Somebody(QString answer, const std::string& does)
+        : answer_(std::move(answer)), types_(!does.empty()), works_(does == "work") {
         lookAgain();
     }
 
@@ -113,6 +117,9 @@ class Somebody {
         const auto* solve = window.findChild<QMenu*>("mnuSolve");
         tell(QString(place) + " " + window.windowTitle() +
              (solve != nullptr && solve->isEnabled() ? " can solve" : ""));
+        if (works_) {
+            std::this_thread::sleep_for(std::chrono::minutes(5));
+        }
         end_ = std::make_unique<QSocketNotifier>(STDIN_FILENO, QSocketNotifier::Read);
         QObject::connect(end_.get(), &QSocketNotifier::activated, [this, &window] {
             end_->setEnabled(false);
@@ -124,6 +131,7 @@ class Somebody {
 
     QString answer_;
     bool types_;
+    bool works_;
     bool typed_ = false;
     bool waits_ = false;
     int quiet_ = 0; ///< looks at the main window alone
@@ -138,7 +146,7 @@ int main(int argc, char** argv) {
     blockEndingSignals();
     QApplication application(argc, argv);
     prepareApplication();
-    const Somebody somebody(argc > 1 ? argv[1] : "", argc > 2 && std::strcmp(argv[2], "type") == 0);
+    const Somebody somebody(argc > 1 ? argv[1] : "", argc > 2 ? argv[2] : "");
     constexpr int patience = 60000;
     QTimer::singleShot(patience, [] { std::_Exit(3); });
     return runProgram(dataScreens(), 60);
