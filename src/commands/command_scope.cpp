@@ -107,7 +107,7 @@ void CommandScope::keepEnteredData() {
         menus.solve.enabled = false;
         menus.notes.enabled = true;
         menus.compare.enabled = true;
-        disableResultPlots(menus);
+        disableResults(menus);
     }
 }
 

@@ -82,6 +82,10 @@ TextView notesView(Session& session, Desktop& desktop);
 /// The cases that come with the program, run now: what is wrong with cases and the table.
 TextView verificationView();
 
+/// Saves the calculation sheet of the solution, also of one that has failed or was discontinued, in
+/// the units chosen, and opens it.
+void saveSheet(Session& session, Desktop& desktop);
+
 // ---- solution ---------------------------------------------------------------------------------
 
 /// Starts a solution: a design goes on to the stop for review, an analysis to its end.

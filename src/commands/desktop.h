@@ -69,6 +69,9 @@ class Desktop : public Prompts {
     virtual bool PrintDocument(const std::string& documentName,
                                const std::vector<std::string>& lines) = 0;
 
+    /// Shows a file of the user's in the program for its kind; false where none could be started.
+    virtual bool OpenDocument(const std::string& file) = 0;
+
     /// Closes the help window, if there is one.
     virtual void QuitHelp() = 0;
 

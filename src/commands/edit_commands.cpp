@@ -49,7 +49,7 @@ void enableForEditedData(Menus& menus) {
     }
     enableProblemViews(menus, true);
     menus.editData.caption = "Edit Input Data";
-    disableResultPlots(menus);
+    disableResults(menus);
     menus.saveReport.enabled = true;
 }
 

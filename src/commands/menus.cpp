@@ -44,6 +44,7 @@ constexpr MenuRow rows[] = {
     {"mnuToolsItem_0", "mnuUnitsItem_1", &Menus::unitsSI, nullptr, {}, {}, "", UnitSystem::SI},
     {"mnuTools", "mnuToolsItem_1", &Menus::notes, nullptr, Screen::NOTES},
     {"mnuTools", "mnuToolsItem_2", &Menus::compare, nullptr, Screen::COMPARE},
+    {"mnuTools", "mnuToolsItem_3", &Menus::sheet, saveSheet},
     {"mnuTools", "mnuToolsItem_4", &Menus::verify, nullptr, Screen::VERIFY},
 
     {nullptr, "mnuHelp", &Menus::help},
@@ -66,9 +67,9 @@ void enableProblemViews(Menus& menus, bool enabled) {
     }
 }
 
-void disableResultPlots(Menus& menus) {
+void disableResults(Menus& menus) {
     for (MenuItem* item : {&menus.cantileverPlots, &menus.freeEarthPlots, &menus.fixedEarthPlots,
-                           &menus.roweCurves}) {
+                           &menus.roweCurves, &menus.sheet}) {
         item->enabled = false;
     }
 }

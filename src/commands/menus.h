@@ -52,6 +52,7 @@ struct Menus {
     MenuItem unitsSI{"&SI (metres, kilonewtons)"};
     MenuItem notes{"&Notes...", false};
     MenuItem compare{"&Compare...", false};
+    MenuItem sheet{"Calculation &Sheet...", false};
     MenuItem verify{"&Verify..."};
 
     MenuItem help{"&Help"};
@@ -66,8 +67,8 @@ struct Menus {
 /// problem.
 void enableProblemViews(Menus& menus, bool enabled);
 
-/// The plots of a solution.
-void disableResultPlots(Menus& menus);
+/// The plots and the calculation sheet of a solution.
+void disableResults(Menus& menus);
 
 /// What can be read about the program, by the numbers that the menu of help gives its entries; F1
 /// has that of the separator.

@@ -72,6 +72,7 @@ bool reached(Session& session, Desktop& desktop, const Reached<Value>& step) {
 /// the preparation.
 Reached<Review> review(Session& session, Desktop& desktop) {
     Options options;
+    options.keepDetails = true; // for the calculation sheet
     double& largest = session.notes.options.factorLimit.largest;
     options.factorLimit.ask = [&desktop, &largest](double limit) {
         const bool goesOn = desktop.Ask(factorQuestion(limit)) == Answer::Yes;
@@ -141,8 +142,8 @@ void wallStage(Session& session, Desktop& desktop) {
     }
 }
 
-/// The result plots that a finished solution offers.
-void enableResultPlots(Session& session) {
+/// The result plots that a finished solution offers, and the sheet of any.
+void enableResults(Session& session) {
     Menus& menus = session.menus;
     const bool solved = session.SolutionFailed == 0;
     const bool anchored = session.problem.WallType == WallKind::Anchored;
@@ -151,6 +152,8 @@ void enableResultPlots(Session& session) {
     menus.fixedEarthPlots.enabled = solved && anchored;
     menus.roweCurves.enabled =
         solved && anchored && session.workspace.reduction().RoweSoilType != 0;
+    const Solved& reached = session.notes.solved;
+    menus.sheet.enabled = reached.failure || reached.review != nullptr;
 }
 
 /// Back to the menus; a next solution needs an edit first.
@@ -188,12 +191,12 @@ void continueSolution(Session& session, Desktop& desktop) {
 
 void discontinueSolution(Session& session) {
     session.SolutionFailed = 2;
-    enableResultPlots(session);
+    enableResults(session);
     returnToRest(session);
 }
 
 void acceptResults(Session& session) {
-    enableResultPlots(session);
+    enableResults(session);
     returnToRest(session);
 }
 

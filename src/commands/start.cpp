@@ -98,7 +98,7 @@ void ClearProblem(Session& session) {
     menus.editData.caption = "&Enter Input Data";
     menus.view.enabled = false;
     enableProblemViews(menus, false);
-    disableResultPlots(menus);
+    disableResults(menus);
     menus.solve.enabled = false;
 }
 

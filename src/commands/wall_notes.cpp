@@ -78,7 +78,7 @@ std::string notesRemark(const Session& session) {
     return notes.list.empty() ? notesSummary(notes.list) : "notes: " + notesSummary(notes.list);
 }
 
-TextView notesView(Session& session, Desktop& desktop) {
+std::vector<Note> notesInUnits(Session& session, Desktop& desktop) {
     const ProblemNotes& notes = session.notes;
     std::vector<Note> list = notes.list;
     if (!notes.taken || notes.units != session.units) {
@@ -86,9 +86,14 @@ TextView notesView(Session& session, Desktop& desktop) {
             throw RuntimeError(*fault);
         }
     }
+    return list;
+}
+
+TextView notesView(Session& session, Desktop& desktop) {
+    const std::vector<Note> list = notesInUnits(session, desktop);
     const std::string title = documentTitle(session);
-    return {"NOTES", title + "\n" + whatIsNoted(notes.solved) + notesSummary(list) + "\n\n" +
-                         notesText(list)};
+    return {"NOTES", title + "\n" + whatIsNoted(session.notes.solved) + notesSummary(list) +
+                         "\n\n" + notesText(list)};
 }
 
 } // namespace korvane

@@ -5,6 +5,7 @@
 #include "commands/session.h"
 
 #include <string>
+#include <vector>
 
 namespace korvane {
 
@@ -14,6 +15,9 @@ void takeNotes(Session& session, Desktop& desktop);
 
 /// One box for the unsafe notes that none has told of this problem yet.
 void tellUnsafeNotes(Session& session, Desktop& desktop);
+
+/// All notes in the units chosen: those of the last stop, or worked out now.
+std::vector<Note> notesInUnits(Session& session, Desktop& desktop);
 
 /// The problem was entered anew: nothing is solved, and where it has changed the remarks on its
 /// file no longer hold.

@@ -10,6 +10,7 @@
 #include "widgets/shown_text.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileIconProvider>
@@ -99,7 +100,8 @@ QStringList nameFilters(const std::string& filter) {
     return filters;
 }
 
-QtDesktop::QtDesktop(ScreenTable screens) : screens_(std::move(screens)) {
+QtDesktop::QtDesktop(ScreenTable screens)
+    : openUrl(QDesktopServices::openUrl), screens_(std::move(screens)) {
     printServices.choosePdf = [this](QWidget*, const QString& suggestion) {
         return shownText(chooseSaveName(*session_, *this, PdfDialog, bytesOf(suggestion)));
     };
@@ -199,6 +201,10 @@ bool QtDesktop::PrintDocument(const std::string& documentName,
     const PrintedDocument document{shownText(documentTitle(*session_)),
                                    shownText(problemStem(*session_) + ending)};
     return printPages(activeWindow(), printServices, document, textPages(lines));
+}
+
+bool QtDesktop::OpenDocument(const std::string& file) {
+    return openUrl(QUrl::fromLocalFile(shownText(file)));
 }
 
 void QtDesktop::QuitHelp() {

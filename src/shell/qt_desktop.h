@@ -7,6 +7,9 @@
 #include "widgets/screen_table.h"
 
 #include <QPointer>
+#include <QUrl>
+
+#include <functional>
 
 namespace korvane {
 
@@ -30,12 +33,14 @@ class QtDesktop : public Desktop {
     void SetBusy(bool busy) override;
     bool PrintDocument(const std::string& documentName,
                        const std::vector<std::string>& lines) override;
+    bool OpenDocument(const std::string& file) override;
     void QuitHelp() override;
     void EndProgram() override;
     void Mirror(const Session& session) override;
 
     const ScreenTable& screens() const { return screens_; }
     PrintServices printServices = systemPrintServices();
+    std::function<bool(const QUrl&)> openUrl; ///< with the program that the desktop has for it
 
   private:
     QWidget* activeWindow() const;

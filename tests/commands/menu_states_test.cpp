@@ -127,6 +127,7 @@ TEST(MenuRows, StandInTheirMenusWithCaptionsAndShortcuts) {
                          "mnuToolsItem_0 mnuUnitsItem_1 &SI (metres, kilonewtons)",
                          "mnuTools mnuToolsItem_1 &Notes...",
                          "mnuTools mnuToolsItem_2 &Compare...",
+                         "mnuTools mnuToolsItem_3 Calculation &Sheet...",
                          "mnuTools mnuToolsItem_4 &Verify...",
                          "mnuHelp &Help",
                          "mnuHelp mnuHelpItem_0 &Contents",
@@ -160,6 +161,7 @@ TEST(MenuRows, CallTheCommandOfTheirEntry) {
     EXPECT_EQ(rowOf(&Menus::roweCurves).screen, Screen::ROWECURV);
     EXPECT_EQ(rowOf(&Menus::notes).screen, Screen::NOTES);
     EXPECT_EQ(rowOf(&Menus::compare).screen, Screen::COMPARE);
+    EXPECT_EQ(rowOf(&Menus::sheet).command, &saveSheet);
     EXPECT_EQ(rowOf(&Menus::verify).screen, Screen::VERIFY);
     EXPECT_TRUE(rowOf(&Menus::units).isMenu());
     EXPECT_EQ(rowOf(&Menus::unitsUS).units, UnitSystem::US);

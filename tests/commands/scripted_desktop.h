@@ -28,6 +28,10 @@ class ScriptedDesktop : public Desktop {
     void SetBusy(bool on) override { busy = on; }
     bool PrintDocument(const std::string& documentName,
                        const std::vector<std::string>& lines) override;
+    bool OpenDocument(const std::string& file) override {
+        opened.push_back(file);
+        return hasBrowser;
+    }
     void QuitHelp() override { ++helpQuits; }
     void EndProgram() override { ended = true; }
     void Mirror(const Session& session) override { mirrored = session.menus; }
@@ -38,12 +42,14 @@ class ScriptedDesktop : public Desktop {
     std::function<void(const MessageBox&)> onBox;
     std::function<void(Screen, Session&)> onScreen; ///< after the screen's own default
     bool printerAccepts = true;
+    bool hasBrowser = true;
 
     // What happened.
     std::vector<MessageBox> boxes;
     std::vector<FileDialog> dialogs;
     std::vector<Screen> screens;
     std::vector<Printed> prints;
+    std::vector<std::string> opened; ///< documents
     Menus mirrored;
     int helpQuits = 0;
     bool busy = false;

@@ -98,6 +98,7 @@ class Desk : public Desktop {
     bool PrintDocument(const std::string&, const std::vector<std::string>&) override {
         return false;
     }
+    bool OpenDocument(const std::string&) override { return false; }
     void QuitHelp() override {}
     void EndProgram() override {}
     void Mirror(const Session&) override {}
