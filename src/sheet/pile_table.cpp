@@ -1,6 +1,9 @@
 #include "sheet/pile_table.h"
 
 #include "reports/reduction_report.h"
+#include "rowe/reduction_tables.h"
+#include "sheet/clay_work.h"
+#include "sheet/stages.h"
 
 #include <algorithm>
 #include <array>
@@ -145,6 +148,22 @@ double throughPoints(const MomentReduction& rowe, int density, int points, doubl
     return value[0];
 }
 
+/// The points of the curves at ALPHA, on straight lines between the rows of the table.
+void checkSandCurves(SheetWriter& writer, const MomentReduction& rowe) {
+    const std::size_t row = rowe.RoweAlpha <= 0.7 ? 0 : 1;
+    const double share = 10 * rowe.RoweAlpha - 6 - static_cast<double>(row);
+    WorstCheck points("moment reduction, points of the curves at α", Quantity::Number);
+    for (const int density : {1, 2}) {
+        const auto& table = RoweSandTable[density - 1];
+        for (std::size_t i = 0; i < CurvePlaces.size(); ++i) {
+            const double own = (1 - share) * table[row][i] + share * table[row + 1][i];
+            points.add(own, rowe.RoweSandCurve(density, static_cast<int>(i) + 1),
+                       "at " + writer.precise(Quantity::Number, CurvePlaces[i]).markup);
+        }
+    }
+    points.tell(writer, Rounding);
+}
+
 /// Log of H^4 over EI with FT, IN^4 and PSI, as Rowe's curves have it.
 double flexibility(double height, const PileWork& work) {
     return 4 * std::log10(height) - std::log10(work.elastic) - std::log10(work.inertia);
@@ -186,6 +205,52 @@ Expr length(std::string letter, std::string subscript, double value) {
     return term(std::move(letter), std::move(subscript), value, Quantity::Length);
 }
 
+void writeStability(const PileJob& job, const MomentReduction& rowe) {
+    SheetWriter& writer = job.writer;
+    const std::vector<PressureStage> stages = pressureStages(job.request);
+    const ClayStability own = clayStability(job.request, stages.front(), job.level.bottomElev);
+    writer.paragraph("Stability number of clay: p the uniform load and the effective weight of the "
+                     "right side down to the left surface, c and a the cohesion, developed, and "
+                     "the adhesion of the left side, means from its surface to the bottom:");
+    writer.numbers({"p"}, own.overburden, Quantity::Stress);
+    writer.numbers({"c"}, own.cohesion, Quantity::Stress);
+    writer.numbers({"a"}, own.adhesion, Quantity::Stress);
+    const double S = writer.formula({"S"}, own.number);
+    writer.check("moment reduction, stability number", Quantity::Number, S, rowe.RoweStability,
+                 Rounding);
+}
+
+/// The curves at S and ALPHA, and the numbers of the first section that is within them.
+void writeClayCurves(const PileJob& job, const MomentReduction& rowe) {
+    SheetWriter& writer = job.writer;
+    const std::array<ClayCurve, 3> curves = clayCurves(rowe.RoweStability, rowe.RoweAlpha);
+    Table table;
+    table.caption = "Curves for clay at the stability number";
+    table.columns = {{.title = "log(H⁴/EI)"},
+                     {.title = "α 0.8"},
+                     {.title = "α 0.7"},
+                     {.title = "α 0.6"},
+                     {.title = "at α"}};
+    for (const ClayCurve& curve : curves) {
+        std::vector<Cell> row{writer.precise(Quantity::Number, curve.place)};
+        for (const double value :
+             {curve.atAlpha[0], curve.atAlpha[1], curve.atAlpha[2], curve.value}) {
+            row.push_back(writer.precise(Quantity::Number, value));
+        }
+        table.rows.push_back(std::move(row));
+    }
+    writer.table(table);
+    writer.paragraph("Between three points the method adds the one in the middle, where a parabola "
+                     "would take it off: coefficients can lie outside the curves.");
+    for (int p = 1; p <= job.count(); ++p) {
+        if (rowe.inRange(p)) {
+            writer.formula({"r"}, clayCoefficient(curves, rowe.PileLogRigidity(p)),
+                           Quantity::Number, job.request.sections.PileName(p) + ":");
+            return;
+        }
+    }
+}
+
 void writeRatios(const PileJob& job, const MomentReduction& rowe) {
     SheetWriter& writer = job.writer;
     const Problem& problem = job.request.problem;
@@ -203,9 +268,10 @@ void writeRatios(const PileJob& job, const MomentReduction& rowe) {
                  Rounding);
     writer.check("moment reduction, anchor height ratio", Quantity::Number, beta, rowe.RoweBeta,
                  Rounding);
-    if (rowe.soil == RoweSoil::Clay) {
-        writer.paragraph("Stability number of the clay in front: " +
-                         writer.precise(Quantity::Number, rowe.RoweStability).markup + ".");
+    // The number means nothing where the ground in front stands higher.
+    if (rowe.soil == RoweSoil::Clay &&
+        problem.SurfaceElev(Right, 1) > problem.SurfaceElev(Left, 1)) {
+        writeStability(job, rowe);
     }
 }
 
@@ -216,6 +282,7 @@ void checkReduction(const PileJob& job, const MomentReduction& rowe) {
     WorstCheck coefficients("moment reduction, coefficient on the curve", Quantity::Number);
     WorstCheck reduced("moment reduction, allowable over reduced moment", Quantity::Number);
     const int columns = rowe.soil == RoweSoil::Sand ? 2 : 1;
+    const std::array<ClayCurve, 3> curves = clayCurves(rowe.RoweStability, rowe.RoweAlpha);
     for (int p = 1; p <= job.count(); ++p) {
         const PileWork work = workOf(job, p);
         const std::string& name = job.request.sections.PileName(p);
@@ -225,9 +292,10 @@ void checkReduction(const PileJob& job, const MomentReduction& rowe) {
         for (int k = 1; k <= columns; ++k) {
             const double coefficient = rowe.inRange(p) ? rowe.coefficient(p, k) : 1;
             reduced.add(work.ratio / coefficient, rowe.reducedRatio(p, k), name);
-            if (rowe.inRange(p) && columns == 2) {
-                const double own = k == 1 ? throughPoints(rowe, 1, 4, std::min(x, FlatFrom))
-                                          : throughPoints(rowe, 2, 5, x);
+            if (rowe.inRange(p)) {
+                const double own = columns == 1 ? clayCoefficient(curves, x).value()
+                                   : k == 1     ? throughPoints(rowe, 1, 4, std::min(x, FlatFrom))
+                                                : throughPoints(rowe, 2, 5, x);
                 coefficients.add(own, coefficient, name);
             }
         }
@@ -239,12 +307,18 @@ void checkReduction(const PileJob& job, const MomentReduction& rowe) {
 }
 
 void writeReduction(const PileJob& job, const MomentReduction& rowe) {
+    SheetWriter& writer = job.writer;
     writeRatios(job, rowe);
     if (rowe.applicable) {
+        if (rowe.soil == RoweSoil::Clay) {
+            writeClayCurves(job, rowe);
+        } else {
+            checkSandCurves(writer, rowe);
+        }
         writeReductionTable(job, rowe);
     } else {
         for (const std::string& note : reductionNotes(rowe)) {
-            job.writer.paragraph(note);
+            writer.paragraph(note);
         }
     }
     checkReduction(job, rowe);
