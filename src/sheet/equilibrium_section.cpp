@@ -181,18 +181,33 @@ Totals writeForces(const Balance& balance) {
 // ---- checks
 // --------------------------------------------------------------------------------------
 
+/// Of a bottom between two rows: the method starts its line just below the row above, with the
+/// slope that it has from just above it. A jump there counts with the share of the way; it is given
+/// too.
+struct BottomByRows {
+    double pressure = 0; ///< PSF
+    double jump = 0;     ///< PSF of it
+};
+
 /// Net passive pressure of a cantilever, else net active pressure, on the line through the bottom.
-double bottomPressureByRows(const Balance& balance) {
+BottomByRows bottomPressureByRows(const Balance& balance) {
     const LevelResult& level = balance.level;
     const PressureDiagrams wall = wallDiagrams(level);
     const int n = wall.grid.NumElevs;
     if (!balance.anchored()) {
-        return wall.NetPassive(n, 2);
+        const double below =
+            n == level.bottomIndex ? level.bottomRowElev : level.solved.grid.ElevGrid(n);
+        const double above = wall.grid.ElevGrid(n - 1);
+        const double share = (above - level.bottomElev) / (above - below);
+        const double jump = std::abs(below - level.bottomElev) <= SameElevation
+                                ? 0
+                                : share * (wall.NetPassive(n - 1, 1) - wall.NetPassive(n - 1, 2));
+        return {wall.NetPassive(n, 2) + jump, jump};
     }
     const auto& ElevGrid = level.solved.grid.ElevGrid;
     const auto& NetActive = level.solved.NetActive;
     const double share = (ElevGrid(n - 1) - level.bottomElev) / (ElevGrid(n - 1) - ElevGrid(n));
-    return (1 - share) * NetActive(n - 1, 1) + share * NetActive(n, 2);
+    return {(1 - share) * NetActive(n - 1, 1) + share * NetActive(n, 2)};
 }
 
 void checkFreeEarth(const Balance& balance, const Totals& totals) {
@@ -239,8 +254,15 @@ void checkBalance(const Balance& balance, const Totals& totals) {
     writer.check(balance.what("penetration, lower ground less bottom"), Quantity::Length,
                  lower - level.bottomElev, level.penetration, SumRounding,
                  std::fabs(lower) + std::fabs(level.bottomElev));
+    const BottomByRows bottom = bottomPressureByRows(balance);
+    if (std::abs(bottom.jump) > PressureNoise) {
+        writer.paragraph("Approximation: net pressure jumps in the row above the bottom; the line "
+                         "to the bottom begins below the jump with the slope from above it, which "
+                         "changes the pressure at the bottom by " +
+                         writer.withUnit(Quantity::Stress, bottom.jump) + ".");
+    }
     writer.check(balance.what("net pressure at the bottom, on the line of its rows"),
-                 Quantity::Stress, bottomPressureByRows(balance), level.bottomPressure, SumRounding,
+                 Quantity::Stress, bottom.pressure, level.bottomPressure, SumRounding,
                  1 / SumRounding * PressureNoise);
     if (problem.ProgramMode == Mode::Analysis) {
         balance.checkWithin("bottom, as given", Quantity::Length, level.bottomElev,

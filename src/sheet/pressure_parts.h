@@ -24,7 +24,10 @@ void writeSurcharges(SheetWriter& writer, const SheetRequest& request, const Pre
 void writeWedges(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
                  int side, bool first);
 
-/// FT: the lowest row that a person would look at: the wall's bottom, or the last regular row.
+/// The lowest row that a person would look at: the wall's bottom, or the last regular row.
+int lowestRow(const PressureStage& stage);
+
+/// FT: its elevation.
 double lowestElev(const PressureStage& stage);
 
 /// The surcharge pressure (PSF) of all loads of a side `z` FT below its surface, by the sheet's own

@@ -51,7 +51,7 @@ void writeRows(SheetWriter& writer, const SheetRequest& request, const PressureS
                      {"Right active", Quantity::Stress}, {"Right passive", Quantity::Stress},
                      {"Left active", Quantity::Stress},  {"Left passive", Quantity::Stress},
                      {"Net active", Quantity::Stress},   {"Net passive", Quantity::Stress}};
-    const int last = diagrams.grid.NumElevs - (stage.review ? 2 : 0);
+    const int last = lowestRow(stage);
     for (int i = 1; i <= last; ++i) {
         const bool jump =
             i > 1 && i < last && RowValues(diagrams, i, 1) != RowValues(diagrams, i, 2);
@@ -75,7 +75,7 @@ void writeRows(SheetWriter& writer, const SheetRequest& request, const PressureS
 }
 
 void writeSide(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
-               int side) {
+               int side, bool firstStage) {
     writer.heading(std::string(side == Right ? "Right" : "Left") + " side");
     if (stage.details == nullptr) {
         writer.paragraph("How these pressures came about was not kept.");
@@ -84,7 +84,8 @@ void writeSide(SheetWriter& writer, const SheetRequest& request, const PressureS
     const Array<PressureMethod, 2> methods = sideMethods(request);
     const bool byCoefficients = methods(side) == PressureMethod::Coefficients;
     const bool first =
-        side == Right || byCoefficients != (methods(Right) == PressureMethod::Coefficients);
+        firstStage &&
+        (side == Right || byCoefficients != (methods(Right) == PressureMethod::Coefficients));
     if (byCoefficients) {
         writeStresses(writer, request, stage, side, first);
         writeSurcharges(writer, request, stage, side);
@@ -108,7 +109,7 @@ void writePressures(SheetWriter& writer, const SheetRequest& request) {
         }
         writeWater(writer, request, stage);
         for (const int side : {Right, Left}) {
-            writeSide(writer, request, stage, side);
+            writeSide(writer, request, stage, side, &stage == &stages.front());
         }
         writeRows(writer, request, stage);
         writer.mute(false);

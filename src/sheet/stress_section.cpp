@@ -1,6 +1,7 @@
 // Stresses and pressures of a side by coefficients.
 #include "sheet/pressure_parts.h"
 #include "sheet/soil_work.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <cmath>
@@ -187,51 +188,107 @@ void checkIntervals(SheetWriter& writer, const PressureStage& stage, int side,
     }
 }
 
+/// Which interval governs a row: the method goes from an interval to the next where a row stands at
+/// its lower end. Elevations closer together than the grid tells apart share a row, and then an
+/// interval without a row of its own end counts on below it.
+class RowIntervals {
+  public:
+    RowIntervals(const Problem& problem, const ElevationGrid& grid, int side,
+                 const std::vector<Interval>& intervals)
+        : count_(intervals.size()) {
+        const double surface = problem.SurfaceElev(side, 1);
+        int row = 1;
+        while (row < grid.NumElevs && grid.ElevGrid(row + 1) >= surface - SameElevation) {
+            ++row;
+        }
+        rows_.assign(static_cast<std::size_t>(grid.NumElevs) + 1, {None, None});
+        std::size_t n = 0;
+        at(row).below = n;
+        for (++row; row <= grid.NumElevs; ++row) {
+            at(row).above = n;
+            const Interval& interval = intervals[n];
+            const double share =
+                (interval.top - grid.ElevGrid(row)) / (interval.top - interval.bottom);
+            n += std::abs(1 - share) < BreakShare && n + 1 < count_ ? 1 : 0;
+            at(row).below = n;
+        }
+    }
+
+    /// Of the soil just below (k = 1) or just above (k = 2) a row; null where there is none.
+    const Interval* of(int row, int k, const std::vector<Interval>& intervals) const {
+        const Ends& ends = rows_[static_cast<std::size_t>(row)];
+        const std::size_t n = k == 1 ? ends.below : ends.above;
+        return n < count_ ? &intervals[n] : nullptr;
+    }
+
+  private:
+    static constexpr std::size_t None = ~std::size_t{0};
+    struct Ends {
+        std::size_t above, below;
+    };
+    Ends& at(int row) { return rows_[static_cast<std::size_t>(row)]; }
+
+    std::size_t count_;
+    std::vector<Ends> rows_; ///< by row of the grid
+};
+
 /// Own pressures in the rows: soil by straight lines, surcharges by their formulas, no tension.
 class RowPressures {
   public:
     RowPressures(const SheetRequest& request, const PressureStage& stage, int side,
                  const std::vector<Interval>& intervals, const std::vector<LayerWork>& layers)
-        : problem_(request.problem), side_(side), intervals_(intervals), layers_(layers),
-          shares_(stage.details->sides(side).surcharges) {}
+        : problem_(request.problem), grid_(stage.diagrams.grid), side_(side), intervals_(intervals),
+          layers_(layers), shares_(stage.details->sides(side).surcharges),
+          governing_(problem_, grid_, side, intervals) {}
 
     /// False where a later stage put the row in between rows with surcharges, on straight lines.
-    bool knows(double elev) const {
-        return shares_.loads.empty() ||
-               std::find(shares_.elev.begin(), shares_.elev.end(), elev) != shares_.elev.end();
-    }
-
-    /// The interval that governs just below (k = 1) or just above (k = 2) an elevation; null none.
-    const Interval* intervalAt(double elev, int k) const {
-        const Interval* found = nullptr;
-        for (const Interval& interval : intervals_) {
-            const bool reached = k == 1 ? elev <= interval.top + Near : elev < interval.top - Near;
-            found = reached ? &interval : found;
-        }
-        return found;
+    bool knows(int row) const {
+        return shares_.loads.empty() || std::find(shares_.elev.begin(), shares_.elev.end(),
+                                                  grid_.ElevGrid(row)) != shares_.elev.end();
     }
 
     struct Values {
         double active = 0, passive = 0;
     };
-    Values at(double elev, int k) const {
-        const Interval* interval = intervalAt(elev, k);
+    Values at(int row, int k) const {
+        const Interval* interval = governing_.of(row, k, intervals_);
         if (interval == nullptr) {
             return {};
         }
+        const double elev = grid_.ElevGrid(row);
+        // A row that stands nearly at a break has the break's own pressure below it.
+        const bool begins = k == 1 && governing_.of(row, 2, intervals_) != interval;
+        const double at = begins ? interval->top : elev;
         const LayerSymbols layer(layers_.at(static_cast<std::size_t>(interval->layer - 1)));
-        const double stress = interval->effectiveAt(elev).value();
+        const double stress = interval->effectiveAt(at).value();
         const double depth = problem_.SurfaceElev(side_, 1) - elev;
         const double load = depth > Near ? surchargeAt(problem_, side_, depth) : 0;
         return {layer.active(stress).value() + load, layer.passive(stress).value() + load};
     }
 
+    /// The first interval above `lowest` that counts on below its end; null without one.
+    const Interval* overrun(double lowest) const {
+        for (int row = 2; row <= grid_.NumElevs && grid_.ElevGrid(row) >= lowest; ++row) {
+            const Interval* interval = governing_.of(row, 2, intervals_);
+            if (interval == nullptr) {
+                continue;
+            }
+            const double near = SameElevation + BreakShare * (interval->top - interval->bottom);
+            if (interval->bottom - grid_.ElevGrid(row) > near) {
+                return interval;
+            }
+        }
+        return nullptr;
+    }
+
   private:
     const Problem& problem_;
+    const ElevationGrid& grid_;
     int side_;
     const std::vector<Interval>& intervals_;
     const std::vector<LayerWork>& layers_;
     const SurchargeShares& shares_;
+    RowIntervals governing_;
 };
 
 /// Rows in force against soil, surcharges and the tension rule; tells where that rule acts.
@@ -243,18 +300,18 @@ void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureS
     WorstCheck active("Active pressure in force, " + place, Quantity::Stress);
     WorstCheck passive("Passive pressure in force, " + place, Quantity::Stress);
     ElevationRanges cut;
-    for (int i = 1; i <= grid.NumElevs - (stage.review ? 2 : 0); ++i) {
+    for (int i = 1; i <= lowestRow(stage); ++i) {
         const double elev = grid.ElevGrid(i);
         if (elev > request.problem.SurfaceElev(side, 1) + Near) {
             continue;
         }
-        const bool known = rows.knows(elev);
+        const bool known = rows.knows(i);
         bool acts = false;
         for (const int k : {2, 1}) {
             if (k == 1 && i == grid.NumElevs) {
                 continue;
             }
-            const RowPressures::Values own = rows.at(elev, k);
+            const RowPressures::Values own = rows.at(i, k);
             acts = acts || own.active < -Near;
             if (known) {
                 const std::string at = "at " + elevationText(elev, request.units);
@@ -266,6 +323,13 @@ void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureS
     }
     active.tell(writer);
     passive.tell(writer);
+    if (const Interval* over = rows.overrun(lowestElev(stage)); over != nullptr) {
+        writer.paragraph("Approximation: no row of its own stands at " +
+                         elevationText(over->bottom, request.units) +
+                         ", which nearly coincides with another elevation; the straight lines of "
+                         "the soil above it (layer " +
+                         std::to_string(over->layer) + ") run on below it in the rows.");
+    }
     const std::string where = cut.text(request.units);
     if (!where.empty()) {
         writer.paragraph("Soil cannot pull at the wall: the active pressure is set to zero where "
@@ -312,9 +376,18 @@ std::string ElevationRanges::text(UnitSystem units) const {
     return text;
 }
 
-double lowestElev(const PressureStage& stage) {
+int lowestRow(const PressureStage& stage) {
+    constexpr double farBelow = 1000; // FT between neighbours: the end of seepage of a first pass
     const ElevationGrid& grid = stage.diagrams.grid;
-    return grid.ElevGrid(std::max(1, grid.NumElevs - (stage.review ? 2 : 0)));
+    int row = std::max(1, grid.NumElevs - (stage.review ? 2 : 0));
+    while (row > 1 && grid.ElevGrid(row - 1) - grid.ElevGrid(row) > farBelow) {
+        --row;
+    }
+    return row;
+}
+
+double lowestElev(const PressureStage& stage) {
+    return stage.diagrams.grid.ElevGrid(lowestRow(stage));
 }
 
 void writeStresses(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,

@@ -1,5 +1,6 @@
 // Seepage and net water pressures.
 #include "sheet/pressure_parts.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,22 +59,6 @@ Expr waterPressure(const Problem& problem, const PressureStage& stage, double el
     return sum;
 }
 
-double tablePressure(const Problem& problem, double elev) {
-    const int count = problem.WaterPressCount;
-    if (elev > problem.WaterPressElev(1) + Near) {
-        return 0;
-    }
-    for (int j = 2; j <= count; ++j) {
-        const double top = problem.WaterPressElev(j - 1);
-        const double bottom = problem.WaterPressElev(j);
-        if (elev >= bottom) {
-            const double t = (top - elev) / (top - bottom);
-            return (1 - t) * problem.WaterPressure(j - 1) + t * problem.WaterPressure(j);
-        }
-    }
-    return problem.WaterPressure(count);
-}
-
 /// The highest row so near the end of seepage that the head counts as used up below it.
 double lastSeepingElev(const PressureStage& stage) {
     const ElevationGrid& grid = stage.diagrams.grid;
@@ -85,35 +70,138 @@ double lastSeepingElev(const PressureStage& stage) {
     return stage.seepageEnd;
 }
 
-double ownPressure(const Problem& problem, const PressureStage& stage, double elev,
-                   double lastSeeping) {
-    if (problem.WaterDataKind == WaterData::Pressures) {
-        return tablePressure(problem, elev);
+/// PSF just above and just below each row of a grid, by the row's number.
+struct WaterRows {
+    std::vector<double> above, below;
+
+    explicit WaterRows(const ElevationGrid& grid)
+        : above(static_cast<std::size_t>(grid.NumElevs) + 1), below(above) {}
+
+    void add(int row, double pressure) {
+        above[static_cast<std::size_t>(row)] += pressure;
+        addBelow(row, pressure);
     }
-    if (seeps(problem) && elev < lastSeeping - Near) {
-        return 0;
+    void addBelow(int row, double pressure) { below[static_cast<std::size_t>(row)] += pressure; }
+};
+
+/// The highest row at an elevation; 0 without one.
+int rowAt(const ElevationGrid& grid, double elev) {
+    for (int row = 1; row <= grid.NumElevs; ++row) {
+        if (std::abs(grid.ElevGrid(row) - elev) <= SameElevation) {
+            return row;
+        }
     }
-    return waterPressure(problem, stage, elev).value();
+    return 0;
 }
 
-/// All rows: the values just below them, and just above where nothing begins there.
+/// Straight lines between the points of a table, from one that has a row to the next that has one.
+void addTable(const Problem& problem, const ElevationGrid& grid, WaterRows& rows) {
+    const int count = problem.WaterPressCount;
+    int row = rowAt(grid, problem.WaterPressElev(1));
+    if (row == 0) {
+        return;
+    }
+    rows.addBelow(row, problem.WaterPressure(1));
+    for (int j = 2; ++row <= grid.NumElevs;) {
+        const double elev = grid.ElevGrid(row);
+        if (j > count || elev < problem.WaterPressElev(count)) {
+            rows.add(row, problem.WaterPressure(count));
+            j = count + 1;
+            continue;
+        }
+        const double top = problem.WaterPressElev(j - 1);
+        const double t = (top - elev) / (top - problem.WaterPressElev(j));
+        rows.add(row, (1 - t) * problem.WaterPressure(j - 1) + t * problem.WaterPressure(j));
+        j += std::abs(elev - problem.WaterPressElev(j)) <= SameElevation ? 1 : 0;
+    }
+}
+
+void addStillWater(const Problem& problem, const ElevationGrid& grid, int side, WaterRows& rows) {
+    const double level = problem.WaterElev(side);
+    const double weight = (side == Right ? 1 : -1) * problem.WaterUnitWeight;
+    int row = level > problem.WallTopElev ? 1 : rowAt(grid, level);
+    if (row == 0) {
+        return; // the search for the bottom has put another row in its place
+    }
+    rows.addBelow(row, (level - grid.ElevGrid(row)) * weight);
+    while (++row <= grid.NumElevs) {
+        rows.add(row, (level - grid.ElevGrid(row)) * weight);
+    }
+}
+
+/// The head that seepage loses along a face from an elevation down; gives the row that ends it, one
+/// so near the end of seepage. `nearest` is the largest distance that counts as near.
+int addHeadLoss(const ElevationGrid& grid, const PressureStage& stage, double weight, double from,
+                double nearest, WaterRows& rows) {
+    if (from < grid.ElevGrid(grid.NumElevs) - SameElevation) {
+        return grid.NumElevs; // it begins below the wall
+    }
+    int row = rowAt(grid, from) + 1;
+    for (; row <= grid.NumElevs; ++row) {
+        const double loss = (from - grid.ElevGrid(row)) * weight * stage.gradient;
+        const auto place = static_cast<std::size_t>(row);
+        rows.below[place] -= loss;
+        rows.above[place] = rows.below[place];
+        if (std::abs(grid.ElevGrid(row) - stage.seepageEnd) <= nearest) {
+            break;
+        }
+    }
+    return row;
+}
+
+WaterRows waterRows(const Problem& problem, const PressureStage& stage, const ElevationGrid& grid) {
+    WaterRows rows(grid);
+    if (problem.WaterDataKind == WaterData::Pressures) {
+        addTable(problem, grid, rows);
+        return rows;
+    }
+    for (const int side : {Right, Left}) {
+        addStillWater(problem, grid, side, rows);
+    }
+    if (seeps(problem)) {
+        const double weight = problem.WaterUnitWeight;
+        addHeadLoss(grid, stage, weight, problem.SeepageElev, SeepageEndNear, rows);
+        const int last = addHeadLoss(grid, stage, weight, seepageExit(problem),
+                                     std::nextafter(SeepageEndNear, 0), rows);
+        for (int row = last + 1; row <= grid.NumElevs; ++row) {
+            rows.above[static_cast<std::size_t>(row)] = rows.below[static_cast<std::size_t>(row)] =
+                0;
+        }
+    }
+    return rows;
+}
+
+/// The grid on which a stage's water was worked out: an anchored wall's bottom was moved up from a
+/// row below it.
+ElevationGrid waterGrid(const SheetRequest& request, const PressureStage& stage) {
+    ElevationGrid grid = stage.diagrams.grid;
+    if (!stage.review && request.problem.WallType == WallKind::Anchored) {
+        const ElevationGrid& solved = request.solved.results->levels(stage.level).solved.grid;
+        grid.ElevGrid(grid.NumElevs) = solved.ElevGrid(grid.NumElevs);
+    }
+    return grid;
+}
+
+/// All rows, just above and just below them.
 void checkWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
-    const Problem& problem = request.problem;
     const ElevationGrid& grid = stage.diagrams.grid;
     const auto& water = stage.diagrams.pressures.WaterPressures;
-    const double lastSeeping = lastSeepingElev(stage);
-    const double tableTop = problem.WaterDataKind == WaterData::Pressures
-                                ? problem.WaterPressElev(1) - Near
-                                : grid.ElevGrid(1);
+    const ElevationGrid own = waterGrid(request, stage);
+    WaterRows rows = waterRows(request.problem, stage, own);
+    const int last = grid.NumElevs;
+    if (own.ElevGrid(last) != grid.ElevGrid(last)) { // on the straight line between two rows
+        const auto n = static_cast<std::size_t>(last);
+        const double top = grid.ElevGrid(last - 1);
+        const double t = (top - grid.ElevGrid(last)) / (top - own.ElevGrid(last));
+        rows.above[n] = (1 - t) * rows.below[n - 1] + t * rows.above[n];
+    }
     WorstCheck check("Water pressure, " + stage.prefix + "all rows", Quantity::Stress);
-    for (int i = 1; i <= grid.NumElevs - (stage.review ? 2 : 0); ++i) {
-        const double elev = grid.ElevGrid(i);
-        const double own = ownPressure(problem, stage, elev, lastSeeping);
-        const std::string place = "at " + elevationText(elev, request.units);
-        if (i < grid.NumElevs) {
-            check.add(own, water(i, 1), place);
+    for (int i = 1; i <= lowestRow(stage); ++i) {
+        const std::string place = "at " + elevationText(grid.ElevGrid(i), request.units);
+        if (i < last) {
+            check.add(rows.below[static_cast<std::size_t>(i)], water(i, 1), place);
         }
-        check.add(i > 1 && elev < tableTop ? own : 0, water(i, 2), place);
+        check.add(rows.above[static_cast<std::size_t>(i)], water(i, 2), place);
     }
     check.tell(writer, 1e-9);
 }

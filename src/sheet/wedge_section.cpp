@@ -243,6 +243,27 @@ void writeForceDefinitions(SheetWriter& writer) {
     define(false);
 }
 
+/// Ground that falls below a layer's bottom and rises again.
+void writeReach(const WedgeRun& run) {
+    const Problem& problem = run.problem();
+    const std::vector<GroundPoint> ground = groundLine(problem, run.side);
+    for (int layer = 1; layer < problem.SoilLayerCount(run.side); ++layer) {
+        const double reach = layerReach(problem, run.side, layer);
+        const bool rises = std::any_of(ground.begin(), ground.end(), [&](const GroundPoint& point) {
+            return point.x > reach &&
+                   point.y > problem.SoilBottomElev(run.side, layer) +
+                                 problem.SoilBottomSlope(run.side, layer) * point.x + Near;
+        });
+        if (rises) {
+            run.writer.paragraph("Approximation: layer " + std::to_string(layer) + " ends " +
+                                 run.writer.withUnit(Quantity::Length, reach) +
+                                 " from the wall, where the ground first comes down to its bottom; "
+                                 "ground that rises above it farther out counts as the layer "
+                                 "below.");
+        }
+    }
+}
+
 void checkPlanes(const WedgeRun& run) {
     const double lowest = lowestElev(run.stage);
     WorstCheck weight("Weight of the soil on planes, " + run.place(), Quantity::Force);
@@ -433,6 +454,7 @@ void writeWedges(SheetWriter& writer, const SheetRequest& request, const Pressur
     if (first) {
         writeForceDefinitions(writer);
     }
+    writeReach(run);
     for (const WedgeRow* row : shownRows(run)) {
         writer.subheading(
             "Planes from " + elevationText(row->elev, request.units) + ": active at " +

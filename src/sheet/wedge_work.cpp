@@ -44,6 +44,10 @@ std::vector<double> stripEdges(const std::vector<Segment>& segments, double x1, 
     return edges;
 }
 
+double layerBottom(const Problem& problem, int side, int layer, double x) {
+    return problem.SoilBottomElev(side, layer) + problem.SoilBottomSlope(side, layer) * x;
+}
+
 /// The soil of a side above a piece of plane.
 class SoilAbovePiece {
   public:
@@ -52,6 +56,9 @@ class SoilAbovePiece {
         : problem_(problem), side_(side), layer_(piece.layer),
           ground_(groundLine(problem, side)), plane_{piece.x1, piece.y1, piece.x2, piece.y2},
           gradient_(stage.gradient) {
+        for (int layer = 1; layer < layer_; ++layer) {
+            reaches_.push_back(layerReach(problem, side, layer));
+        }
         if (problem.WaterDataKind != WaterData::Elevations) {
             return;
         }
@@ -74,9 +81,7 @@ class SoilAbovePiece {
     }
 
   private:
-    double bottomAt(int layer, double x) const {
-        return problem_.SoilBottomElev(side_, layer) + problem_.SoilBottomSlope(side_, layer) * x;
-    }
+    double bottomAt(int layer, double x) const { return layerBottom(problem_, side_, layer, x); }
     double groundAt(double x) const {
         std::size_t p = 1;
         while (p + 1 < ground_.size() && x > ground_[p].x) {
@@ -120,6 +125,9 @@ class SoilAbovePiece {
         double top = groundAt(x);
         double sum = 0;
         for (int layer = 1; layer < layer_; ++layer) {
+            if (x > reaches_[static_cast<std::size_t>(layer - 1)]) {
+                continue;
+            }
             const double bottom = std::min(top, bottomAt(layer, x));
             sum += weightBetween(layer, bottom, top);
             top = bottom;
@@ -131,6 +139,7 @@ class SoilAbovePiece {
     int side_;
     int layer_;
     std::vector<GroundPoint> ground_;
+    std::vector<double> reaches_; ///< FT, of the layers above the plane's own
     Segment plane_;
     double gradient_;
     double water_ = -Infinite;
@@ -161,6 +170,21 @@ std::vector<GroundPoint> groundLine(const Problem& problem, int side) {
     }
     ground.push_back({problem.SurfaceDist(side, count) + FarOut, ground.back().y});
     return ground;
+}
+
+double layerReach(const Problem& problem, int side, int layer) {
+    const std::vector<GroundPoint> ground = groundLine(problem, side);
+    const auto height = [&](const GroundPoint& point) {
+        return point.y - layerBottom(problem, side, layer, point.x);
+    };
+    for (std::size_t p = 1; p < ground.size(); ++p) {
+        const double here = height(ground[p]);
+        if (here <= 0) {
+            const double before = height(ground[p - 1]);
+            return ground[p - 1].x + before / (before - here) * (ground[p].x - ground[p - 1].x);
+        }
+    }
+    return Infinite;
 }
 
 double soilWeight(const Problem& problem, const PressureStage& stage, int side,

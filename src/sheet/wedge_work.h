@@ -16,6 +16,10 @@ struct GroundPoint {
 /// The ground line of a side, with a level stretch behind its last point.
 std::vector<GroundPoint> groundLine(const Problem& problem, int side);
 
+/// FT from the wall: a layer ends where the ground first comes down to its bottom. What stands
+/// above that bottom farther out counts as soil of the layers below.
+double layerReach(const Problem& problem, int side, int layer);
+
 /// LB: the soil above a piece of plane, cut into vertical strips; water and seepage as the method
 /// takes them.
 double soilWeight(const Problem& problem, const PressureStage& stage, int side,

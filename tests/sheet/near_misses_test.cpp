@@ -1,0 +1,117 @@
+// Walls whose elevations nearly coincide, whose ground comes back over a layer's bottom, whose
+// bottom stands at the end of seepage: what the method makes of them is worked out again too.
+#include "sheet_bench.h"
+#include "support/nasty_problem.h"
+
+#include <gmock/gmock.h>
+
+namespace korvane::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr double Hair = 1e-8; ///< FT, less than the grid tells apart
+
+/// Ka 0.5 and Kp 3 above, 0.4 and 4 below the layer's bottom at EL -12.
+Problem layeredWall() {
+    Problem problem = plainCantilever();
+    for (const int side : {Right, Left}) {
+        problem.SoilDataKind(side) = SoilData::Coefficients;
+        problem.SoilLayerCount(side) = 2;
+        problem.SoilBottomElev(side, 1) = -12;
+        problem.SoilBottomElev(side, 2) = NoLayerBottom;
+        for (const int layer : {1, 2}) {
+            problem.SoilSatWeight(side, layer) = 120;
+            problem.SoilMoistWeight(side, layer) = 110;
+            problem.SoilCoefActive(side, layer) = layer == 1 ? 0.5 : 0.4;
+            problem.SoilCoefPassive(side, layer) = layer == 1 ? 3 : 4;
+        }
+    }
+    return problem;
+}
+
+TEST(NearMisses, ALayerOfAHairIsConfirmed) {
+    Problem problem = layeredWall();
+    problem.SoilLayerCount(Left) = 3;
+    problem.SoilBottomElev(Left, 2) = -12 - Hair;
+    problem.SoilBottomElev(Left, 3) = NoLayerBottom;
+    problem.SoilSatWeight(Left, 3) = 120;
+    problem.SoilMoistWeight(Left, 3) = 110;
+    problem.SoilCoefActive(Left, 3) = 0.3;
+    problem.SoilCoefPassive(Left, 3) = 5;
+    const SheetBench bench(problem);
+    ASSERT_TRUE(bench.isSolved());
+    EXPECT_EQ(failedChecks(bench.sheet()), "");
+}
+
+TEST(NearMisses, WaterAHairBelowTheGroundLeavesTheSoilMoist) {
+    Problem problem = layeredWall();
+    problem.WaterDataKind = WaterData::Elevations;
+    problem.WaterUnitWeight = 62.4;
+    problem.WaterElev(Right) = problem.SurfaceElev(Left, 1) - Hair;
+    problem.WaterElev(Left) = problem.WaterElev(Right);
+    const SheetBench bench(problem);
+    ASSERT_TRUE(bench.isSolved());
+    const CalculationSheet sheet = bench.sheet();
+    EXPECT_EQ(failedChecks(sheet), "");
+    EXPECT_THAT(sheet.html, HasSubstr("Approximation: no row of its own stands at EL -10.00 FT"));
+    const SheetBench plain(layeredWall());
+    EXPECT_THAT(plain.sheet().html, Not(HasSubstr("no row of its own")));
+}
+
+TEST(NearMisses, AStepInATableOfWaterPressuresIsKept) {
+    Problem problem = layeredWall();
+    problem.WaterDataKind = WaterData::Pressures;
+    problem.WaterPressCount = 3;
+    problem.WaterPressElev(1) = -3;
+    problem.WaterPressElev(2) = -3 - Hair;
+    problem.WaterPressElev(3) = -9;
+    problem.WaterPressure(1) = 0;
+    problem.WaterPressure(2) = 75;
+    problem.WaterPressure(3) = 10;
+    const SheetBench bench(problem);
+    ASSERT_TRUE(bench.isSolved());
+    EXPECT_EQ(failedChecks(bench.sheet()), "");
+}
+
+TEST(NearMisses, GroundThatComesBackOverALayersBottomIsTold) {
+    Problem problem = plainCantilever();
+    problem.SoilLayerCount(Right) = 2;
+    problem.SoilBottomElev(Right, 1) = problem.SurfaceElev(Right, 1) - 4;
+    problem.SoilBottomElev(Right, 2) = NoLayerBottom;
+    problem.SoilSatWeight(Right, 2) = 130;
+    problem.SoilMoistWeight(Right, 2) = 125;
+    problem.SoilFriction(Right, 2) = 34;
+    const double top = problem.SurfaceElev(Right, 1);
+    problem.SurfacePointCount(Right) = 4;
+    const double dist[] = {3, 6, 40};
+    const double elev[] = {top - 5, top - 1, top - 1};
+    for (int point = 2; point <= 4; ++point) {
+        problem.SurfaceDist(Right, point) = dist[point - 2];
+        problem.SurfaceElev(Right, point) = elev[point - 2];
+    }
+    for (const WedgeMethod method : {WedgeMethod::Sweep, WedgeMethod::FixedSurface}) {
+        const SheetBench bench(problem, method);
+        const CalculationSheet sheet = bench.sheet();
+        ASSERT_FALSE(bench.review->details.sides(Right).wedge.rows.empty());
+        EXPECT_EQ(failedChecks(sheet), "");
+        // 4 FT down a slope of 5 in 3.
+        EXPECT_THAT(sheet.html, HasSubstr("Approximation: layer 1 ends 2.40 FT from the wall"));
+    }
+}
+
+TEST(NearMisses, NastyWallsAreConfirmed) {
+    NastyProblems nasty(7);
+    int solved = 0;
+    for (int number = 0; number < 110; ++number) {
+        const SheetBench bench(nasty.next().problem,
+                               number % 2 == 0 ? WedgeMethod::Sweep : WedgeMethod::FixedSurface);
+        EXPECT_EQ(failedChecks(bench.sheet()), "") << number;
+        solved += bench.isSolved() ? 1 : 0;
+    }
+    EXPECT_GE(solved, 50);
+}
+
+} // namespace
+} // namespace korvane::test
