@@ -401,11 +401,19 @@ Expr pi() {
     return Expr(made(Form::Pi, std::numbers::pi, {}));
 }
 
-std::string mathNumber(double value) {
+namespace {
+
+/// A value as formulas print it; the power of ten stands apart.
+struct PrintedNumber {
+    std::string digits; ///< with its sign; empty for no number
+    int exponent = 0;
+};
+
+PrintedNumber printed(double value) {
     constexpr double largestPlain = 99999.5;
     constexpr double largestWhole = 1e9;
     if (!std::isfinite(value)) {
-        return "<mo>–</mo>";
+        return {};
     }
     const double size = std::abs(value);
     const bool whole = size >= largestPlain && size < largestWhole;
@@ -414,11 +422,36 @@ std::string mathNumber(double value) {
     const std::string sign = value < 0 && text != "0" ? "−" : "";
     const std::size_t e = text.find('e');
     if (e == std::string::npos) {
-        return "<mn>" + sign + text + "</mn>";
+        return {sign + text};
     }
-    const int exponent = std::stoi(text.substr(e + 1));
-    return "<mrow><mn>" + sign + text.substr(0, e) + "</mn><mo>⋅</mo><msup><mn>10</mn><mn>" +
-           (exponent < 0 ? "−" : "") + std::to_string(std::abs(exponent)) + "</mn></msup></mrow>";
+    return {sign + text.substr(0, e), std::stoi(text.substr(e + 1))};
+}
+
+std::string powerText(int exponent) {
+    return (exponent < 0 ? "−" : "") + std::to_string(std::abs(exponent));
+}
+
+} // namespace
+
+std::string mathNumber(double value) {
+    const PrintedNumber number = printed(value);
+    if (number.digits.empty()) {
+        return "<mo>–</mo>";
+    }
+    return number.exponent == 0
+               ? "<mn>" + number.digits + "</mn>"
+               : "<mrow><mn>" + number.digits + "</mn><mo>⋅</mo><msup><mn>10</mn><mn>" +
+                     powerText(number.exponent) + "</mn></msup></mrow>";
+}
+
+std::string plainNumber(double value) {
+    const PrintedNumber number = printed(value);
+    if (number.digits.empty()) {
+        return "–";
+    }
+    return number.exponent == 0
+               ? number.digits
+               : number.digits + "⋅10<sup>" + powerText(number.exponent) + "</sup>";
 }
 
 std::string mathSymbol(const Symbol& symbol) {

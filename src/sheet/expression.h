@@ -69,6 +69,9 @@ Expr arctangentRad(const Expr& a);
 Expr logarithm(const Expr& a); ///< natural
 Expr pi();
 
+/// A value with 5 significant digits as text: "0.33333", "1234.6", "1.5·10<sup>−7</sup>".
+std::string plainNumber(double value);
+
 /// A value with 5 significant digits, as formulas print it: "0.33333", "1234.6", "123457",
 /// "1.5e-07" as MathML.
 std::string mathNumber(double value);

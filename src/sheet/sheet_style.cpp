@@ -28,11 +28,10 @@ p { margin: .45rem 0; max-width: 48rem; }
 p.f { margin: .3rem 0 .3rem 1.2rem; max-width: none; line-height: 1.9; }
 p.f span { color: var(--soft); margin-right: .4rem; }
 p.f math + math { margin-left: .22em; }
-math { font-family: "STIX Two Math", "Latin Modern Math", "Cambria Math", "Libertinus Math", math,
- "Liberation Serif", serif; font-size: 1.06em; }
+math, p.f b { font-family: "STIX Two Math", "Latin Modern Math", "Cambria Math", "Libertinus Math",
+ "DejaVu Math TeX Gyre", math, "Liberation Serif", serif; font-size: 1.06em; }
 p.f math { math-style: normal; }
-p.f mfrac > * { math-depth: 0; math-style: normal; }
-mrow.r { font-weight: bold; }
+p.f mfrac > * { math-depth: 0; math-style: normal; padding: .06em 0; }
 .soft { color: var(--soft); }
 .t { overflow-x: auto; margin: .6rem 0; }
 table { border-collapse: collapse; font-size: .87rem; font-variant-numeric: tabular-nums; }

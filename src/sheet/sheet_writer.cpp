@@ -143,14 +143,9 @@ void SheetWriter::equation(const Symbol& symbol, const std::vector<std::string>&
         html_ += "\n" + math(parts[n]);
     }
     if (hasResult) {
-        const std::string number = mathNumber(inUnits(quantity, result, units_));
         const std::string unit = unitMarkup(quantity, units_);
-        const bool angle = quantity == Quantity::Angle;
-        html_ += "\n" + math("<mo>=</mo><mrow class=\"r\">" + number +
-                             (unit.empty() ? ""
-                              : angle      ? "<mtext>°</mtext>"
-                                           : "<mtext>\u00a0" + unit + "</mtext>") +
-                             "</mrow>");
+        html_ += " = <b>" + plainNumber(inUnits(quantity, result, units_)) +
+                 (unit.empty() || quantity == Quantity::Angle ? "" : "\u00a0") + unit + "</b>";
     }
     html_ += "</p>\n";
 }

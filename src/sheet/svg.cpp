@@ -32,6 +32,15 @@ std::string pair(double x, double y) {
     return svgNumber(x) + (second.starts_with('-') ? "" : " ") + second;
 }
 
+/// A step of a path to a point, along an axis where the last one is on it.
+std::string stepTo(SvgPoint from, SvgPoint to) {
+    const std::string x = svgNumber(to.x);
+    const std::string y = svgNumber(to.y);
+    return svgNumber(from.y) == y   ? "H" + x
+           : svgNumber(from.x) == x ? "V" + y
+                                    : "L" + pair(to.x, to.y);
+}
+
 std::string pointList(const std::vector<SvgPoint>& points) {
     std::string list;
     for (const SvgPoint& point : points) {
@@ -57,10 +66,8 @@ void Svg::line(SvgPoint from, SvgPoint to, std::string_view cssClass) {
 void Svg::lines(const std::vector<std::vector<SvgPoint>>& lines, std::string_view cssClass) {
     std::string path;
     for (const std::vector<SvgPoint>& line : lines) {
-        const char* step = "M";
-        for (const SvgPoint& point : line) {
-            path += step + pair(point.x, point.y);
-            step = "L";
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            path += i == 0 ? "M" + pair(line[i].x, line[i].y) : stepTo(line[i - 1], line[i]);
         }
     }
     if (!path.empty()) {
@@ -96,7 +103,7 @@ void Svg::arrows(const std::vector<std::pair<SvgPoint, SvgPoint>>& ends,
         const double dx = (to.x - from.x) / length * head;
         const double dy = (to.y - from.y) / length * head;
         const double half = HeadHalfWidth / HeadLength;
-        path += "M" + pair(from.x, from.y) + "L" + pair(to.x - dx, to.y - dy) + "M" +
+        path += "M" + pair(from.x, from.y) + stepTo(from, {to.x - dx, to.y - dy}) + "M" +
                 pair(to.x, to.y) + "l" + pair(-dx - dy * half, -dy + dx * half) + "l" +
                 pair(2 * dy * half, -2 * dx * half) + "z";
     }

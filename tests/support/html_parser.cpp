@@ -15,11 +15,11 @@ const std::set<std::string, std::less<>> blocks{
     "p",          "table", "thead", "tbody",   "tr",  "th", "td", "caption", "figure",
     "figcaption", "title", "style", "meta",    "ul",  "ol", "li"};
 const std::set<std::string, std::less<>> inlines{
-    "span",  "small", "strong",  "em",       "br",     "sub",     "sup",      "math",
-    "mi",    "mn",    "mo",      "mrow",     "mfrac",  "msup",    "msub",     "msubsup",
-    "msqrt", "mover", "mtext",   "mspace",   "mtable", "mtr",     "mtd",      "svg",
-    "g",     "path",  "line",    "rect",     "circle", "polygon", "polyline", "text",
-    "tspan", "defs",  "pattern", "clipPath", "desc",   "use"};
+    "span",    "small", "strong", "b",       "em",       "br",     "sub",     "sup",
+    "math",    "mi",    "mn",     "mo",      "mrow",     "mfrac",  "msup",    "msub",
+    "msubsup", "msqrt", "mover",  "mtext",   "mspace",   "mtable", "mtr",     "mtd",
+    "svg",     "g",     "path",   "line",    "rect",     "circle", "polygon", "polyline",
+    "text",    "tspan", "defs",   "pattern", "clipPath", "desc",   "use"};
 const std::set<std::string, std::less<>> empties{"br",   "meta", "mspace", "path",     "line",
                                                  "rect", "use",  "circle", "polyline", "polygon"};
 /// Elements and the only ones in which they may stand.
