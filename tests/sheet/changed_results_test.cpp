@@ -2,6 +2,7 @@
 #include "sheet_bench.h"
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 
 namespace korvane::test {
@@ -117,6 +118,122 @@ TEST(ChangedResults, WedgeForcesWeightsAndPressuresAreFound) {
         EXPECT_TRUE(isFoundAfter(bench, wedge.pressures.at(4).effective, "Effective stress"))
             << name;
     }
+}
+
+// ---- every example ----
+
+/// A result and what it is.
+struct Changeable {
+    std::string name;
+    double* value;
+};
+using List = std::vector<Changeable>;
+
+/// Calls `listOf` for each level of each example and changes each result that it lists; gives in
+/// how many examples there was one.
+int changeInExamples(const std::function<List(SheetBench&, LevelResult&)>& listOf) {
+    int examples = 0;
+    for (const std::string& file : exampleFiles()) {
+        SheetBench bench(readWall(file));
+        bool any = false;
+        for (int level = 1; level <= bench.results->levelCount; ++level) {
+            for (const auto& [name, value] : listOf(bench, bench.results->levels(level))) {
+                any = true;
+                EXPECT_TRUE(isFoundAfter(bench, *value, ""))
+                    << file << ", level " << level << ": " << name << " " << *value;
+            }
+        }
+        examples += any ? 1 : 0;
+    }
+    return examples;
+}
+
+TEST(ChangedResults, NoCoefficientOfAnyExampleEscapes) {
+    const auto coefficients = [](SheetBench& bench, LevelResult& level) {
+        List list;
+        for (const int side : {Right, Left}) {
+            SideDetails& details = level.details.sides(side);
+            if (bench.review->SideMethod(side) != PressureMethod::Coefficients) {
+                if (details.wedge.surface.used) {
+                    list.push_back({"Ka at the surface", &details.wedge.surface.Ka});
+                    list.push_back({"Kp at the surface", &details.wedge.surface.Kp});
+                }
+                continue;
+            }
+            for (int layer = 1; layer <= bench.problem.SoilLayerCount(side); ++layer) {
+                list.push_back({"Ka", &level.layers(side, layer).Ka});
+                list.push_back({"Kp", &level.layers(side, layer).Kp});
+            }
+            for (StressInterval& interval : details.stresses) {
+                list.push_back({"Ka of an interval", &interval.Ka});
+                list.push_back({"Kp of an interval", &interval.Kp});
+            }
+        }
+        return list;
+    };
+    EXPECT_GE(changeInExamples(coefficients), 12);
+}
+
+TEST(ChangedResults, NoWaterPressureOfAnyExampleEscapes) {
+    const auto pressures = [](SheetBench&, LevelResult& level) {
+        List list;
+        for (int i = 1; i < level.bottomIndex; i += 3) {
+            for (const int k : {1, 2}) {
+                double& pressure = level.solved.pressures.WaterPressures(i, k);
+                if (pressure != 0) {
+                    list.push_back({"row " + std::to_string(i), &pressure});
+                }
+            }
+        }
+        return list;
+    };
+    EXPECT_GE(changeInExamples(pressures), 4);
+}
+
+TEST(ChangedResults, NoSurchargeOfAnyExampleEscapes) {
+    const auto surcharges = [](SheetBench&, LevelResult& level) {
+        List list;
+        for (const int side : {Right, Left}) {
+            SurchargeShares& shares = level.details.sides(side).surcharges;
+            for (SurchargeShare& share : shares.loads) {
+                list.push_back({"share of a load",
+                                &*std::max_element(share.pressure.begin(), share.pressure.end())});
+            }
+            for (std::size_t row = 1; row < shares.sum.size(); row += 5) {
+                const std::string name = "row " + std::to_string(row);
+                double& inDiagram = level.solved.pressures.SurchargePressures(
+                    side, shares.firstRow + static_cast<int>(row));
+                list.push_back({"sum, " + name, &shares.sum[row]});
+                if (shares.firstRow + static_cast<int>(row) < level.bottomIndex) {
+                    list.push_back({"diagram, " + name, &inDiagram});
+                }
+            }
+        }
+        return list;
+    };
+    EXPECT_GE(changeInExamples(surcharges), 1);
+}
+
+TEST(ChangedResults, NoAnchorForceOfAnyExampleEscapes) {
+    const auto forces = [](SheetBench&, LevelResult& level) {
+        return level.anchorForce != 0 ? List{{"anchor force", &level.anchorForce}} : List();
+    };
+    EXPECT_GE(changeInExamples(forces), 6);
+}
+
+TEST(ChangedResults, NoMomentOfAnyExampleEscapes) {
+    const auto moments = [](SheetBench&, LevelResult& level) {
+        ResultDiagrams& rows = level.diagrams;
+        List list{{"largest moment", &rows.MaxMoment.value}};
+        for (int r = 2; r < rows.RowCount; r += 8) {
+            constexpr double tiny = 1e-5; // share of the largest: what is left of zero
+            if (std::fabs(rows.ResultMoment(r)) > tiny * std::fabs(rows.MaxMoment.value)) {
+                list.push_back({"row " + std::to_string(r), &rows.ResultMoment(r)});
+            }
+        }
+        return list;
+    };
+    EXPECT_EQ(changeInExamples(moments), static_cast<int>(exampleFiles().size()));
 }
 
 } // namespace
