@@ -41,7 +41,7 @@ th:first-child { text-align: left; }
 th small { font-weight: normal; color: var(--soft); }
 th, td { border-bottom: 1px solid var(--line); padding: .16rem .5rem; }
 td { text-align: right; white-space: nowrap; }
-td.w { text-align: left; white-space: normal; }
+td.w, .l td:first-child { text-align: left; white-space: normal; }
 table.wide { font-size: .78rem; }
 table.wide th, table.wide td { padding: .06rem .4rem; }
 tr.fail td { background: var(--badband); color: var(--bad); font-weight: bold; }

@@ -3,6 +3,7 @@
 #include "runtime/number_format.h"
 #include "runtime/utf8_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -107,8 +108,12 @@ void SheetWriter::table(const Table& table) {
     if (muted_) {
         return;
     }
+    // Words in the first column are told once, by the table's class.
+    const bool led = std::none_of(table.rows.begin(), table.rows.end(),
+                                  [](const auto& row) { return row.front().isNumber; });
+    const char* cssClass = table.wide && led ? "wide l" : table.wide ? "wide" : led ? "l" : "";
     html_ += "<div class=\"t\"><table";
-    html_ += table.wide ? " class=\"wide\"" : "";
+    html_ += *cssClass == '\0' ? std::string() : std::string(" class=\"") + cssClass + "\"";
     html_ += table.id.empty() ? ">\n" : " id=\"" + table.id + "\">\n";
     if (!table.caption.empty()) {
         html_ += element("caption", escaped(table.caption));
@@ -121,7 +126,8 @@ void SheetWriter::table(const Table& table) {
     for (const std::vector<Cell>& row : table.rows) {
         html_ += "<tr>";
         for (const Cell& cell : row) {
-            html_ += (cell.isNumber ? "<td>" : "<td class=\"w\">") + cell.markup + "</td>";
+            const bool plain = cell.isNumber || (led && &cell == &row.front());
+            html_ += (plain ? "<td>" : "<td class=\"w\">") + cell.markup + "</td>";
         }
         html_ += "</tr>\n";
     }
