@@ -151,8 +151,8 @@ void writeGiven(SheetWriter& writer, const std::vector<LayerWork>& layers) {
         "nor the direction of wall friction acts on them.");
 }
 
-/// How the formulas read, once for the whole sheet.
-void writeDefinitions(SheetWriter& writer) {
+/// How the formulas read, once for the whole sheet, as far as the wall needs them.
+void writeStrengthDefinitions(SheetWriter& writer) {
     const Expr phi = term("φ", "", 0);
     const Expr delta = term("δ", "", 0);
     const Expr factor = term("F", "", 1);
@@ -164,14 +164,21 @@ void writeDefinitions(SheetWriter& writer) {
     writer.definition({"φ", "a"}, arctangent(tangent(phi) / term("F", "a", 1)));
     writer.definition({"δ", "a"}, arctangent(tangent(delta) / term("F", "a", 1)));
     writer.definition({"c", "a"}, term("c", "", 0) / term("F", "a", 1));
-    writer.paragraph("and likewise with p. Coulomb's coefficients (1776) for a vertical wall and "
-                     "level ground, with developed angles:");
+    writer.paragraph("and likewise with p.");
+}
+
+void writeCoulombDefinitions(SheetWriter& writer) {
+    writer.paragraph("Coulomb's coefficients (1776) for a vertical wall and level ground, with "
+                     "developed angles:");
     const auto coulomb = [&](const char* subscript, int sign) {
         writer.definition({"K", subscript}, coulombCoefficient(term("φ", subscript, 0),
                                                                term("δ", subscript, 0), sign));
     };
     coulomb("a", 1);
     coulomb("p", -1);
+}
+
+void writeCurvedDefinitions(SheetWriter& writer) {
     writer.paragraph("Where the developed wall friction is above half the developed friction of "
                      "the soil, the passive coefficient comes from the table for curved failure "
                      "surfaces (log-spirals; Caquot and Kerisel, 1948): K0 for full wall friction "
@@ -185,6 +192,30 @@ void writeDefinitions(SheetWriter& writer) {
     writer.definition({"R", "A"}, steps.reduction1, "and likewise B:");
     writer.definition({"R", ""}, steps.reduction);
     writer.definition({"K", "p"}, steps.Kp);
+}
+
+/// Of the sides that take coefficients from strengths: whether one has a layer of that source in
+/// any of the solutions.
+bool takes(const SheetRequest& request, const std::vector<PressureStage>& stages,
+           CoefficientSource source) {
+    const Problem& problem = request.problem;
+    const Array<PressureMethod, 2> methods = sideMethods(request);
+    const auto takesWith = [&](double searched) {
+        for (const int side : {Right, Left}) {
+            for (int layer = 1; layer <= problem.SoilLayerCount(side) &&
+                                methods(side) == PressureMethod::Coefficients;
+                 ++layer) {
+                if (layerWork(problem, side, layer, searched).KpSource == source) {
+                    return true;
+                }
+            }
+        }
+        return false;
+    };
+    return (stages.empty() && takesWith(0)) ||
+           std::any_of(stages.begin(), stages.end(), [&](const PressureStage& stage) {
+               return takesWith(searchedFactor(request, stage.level));
+           });
 }
 
 /// Coefficients layer by layer, what they rest on by side.
@@ -270,10 +301,17 @@ void writeMethod(SheetWriter& writer, const SheetRequest& request) {
     writer.section(MethodNumber, "Methods, factors and coefficients");
     const bool strengths = problem.SoilDataKind(Right) == SoilData::Strengths ||
                            problem.SoilDataKind(Left) == SoilData::Strengths;
-    if (strengths) {
-        writeDefinitions(writer);
-    }
     const std::vector<PressureStage> stages = pressureStages(request);
+    const bool curved = takes(request, stages, CoefficientSource::CurvedTable);
+    if (strengths) {
+        writeStrengthDefinitions(writer);
+    }
+    if (curved || takes(request, stages, CoefficientSource::Coulomb)) {
+        writeCoulombDefinitions(writer);
+    }
+    if (curved) {
+        writeCurvedDefinitions(writer);
+    }
     if (stages.empty()) {
         for (const int side : {Right, Left}) {
             writeSide(writer, request, side, 0);

@@ -42,5 +42,28 @@ TEST(SheetOfRandomWalls, AllChecksPass) {
     EXPECT_EQ(solvedWalls, walls);
 }
 
+TEST(Sheet, DefinesTheCoefficientsThatTheWallTakesAlone) {
+    const auto html = [](const char* name) {
+        return SheetBench(readWall(examplePath(name))).sheet().html;
+    };
+    const auto defines = [](const std::string& text, const char* words) {
+        return text.find(words) != std::string::npos;
+    };
+    const std::string planes = html("sloping-both-sides-fixed");
+    EXPECT_FALSE(defines(planes, "level ground, with developed angles"));
+    EXPECT_FALSE(defines(planes, "table for curved failure surfaces ("));
+    Problem wall = plainCantilever();
+    for (const int side : {Right, Left}) {
+        wall.SoilDataKind(side) = SoilData::Strengths;
+        wall.SoilWallFriction(side, 1) = 10; // of 30: below half
+        wall.SoilFriction(side, 1) = 30;
+    }
+    const std::string coulomb = SheetBench(wall).sheet().html;
+    EXPECT_TRUE(defines(coulomb, "level ground, with developed angles"));
+    EXPECT_FALSE(defines(coulomb, "table for curved failure"));
+    wall.SoilWallFriction(Left, 1) = 20;
+    EXPECT_TRUE(defines(SheetBench(wall).sheet().html, "table for curved failure"));
+}
+
 } // namespace
 } // namespace korvane::test
