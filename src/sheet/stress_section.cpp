@@ -261,7 +261,9 @@ class RowPressures {
         const double at = begins ? interval->top : elev;
         const LayerSymbols layer(layers_.at(static_cast<std::size_t>(interval->layer - 1)));
         const double stress = interval->effectiveAt(at).value();
-        const double depth = problem_.SurfaceElev(side_, 1) - elev;
+        const double surface = shares_.loads.empty() ? problem_.SurfaceElev(side_, 1)
+                                                     : shares_.surface; // as its row stands
+        const double depth = surface - elev;
         const double load = depth > Near ? surchargeAt(problem_, side_, depth) : 0;
         return {layer.active(stress).value() + load, layer.passive(stress).value() + load};
     }
@@ -321,7 +323,8 @@ void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureS
         }
         cut.add(elev, acts);
     }
-    active.tell(writer);
+    // What is below the noise counts as none.
+    active.tell(writer, 1e-6, PressureNoise / 1e-6);
     passive.tell(writer);
     if (const Interval* over = rows.overrun(lowestElev(stage)); over != nullptr) {
         writer.paragraph("Approximation: no row of its own stands at " +

@@ -203,7 +203,8 @@ void checkWater(SheetWriter& writer, const SheetRequest& request, const Pressure
         }
         check.add(rows.above[static_cast<std::size_t>(i)], water(i, 2), place);
     }
-    check.tell(writer, 1e-9);
+    constexpr double rounding = 1e-6; // PSF, of elevations near a datum of thousands of feet
+    check.tell(writer, 1e-9, rounding / 1e-9);
 }
 
 void writeGradient(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
