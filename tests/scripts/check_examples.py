@@ -23,7 +23,7 @@ import sys
 import tempfile
 
 ROOT = pathlib.Path(sys.argv[1])
-PROGRAMS = [pathlib.Path(path) for path in sys.argv[2:]]
+PROGRAMS = [pathlib.Path(path).absolute() for path in sys.argv[2:]]
 BLOCK = re.compile(r"(?:^<!-- ([^>]*?) -->\n\n?)?^( *)```(\w*)\n(.*?)^ *```$|(?:^<!-- ([^>]*?) -->\n\n?)?((?:^    \S[^\n]*\n)+)",
                    re.S | re.M)
 
