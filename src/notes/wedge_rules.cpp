@@ -289,7 +289,7 @@ std::string planeFault(const Wall& wall, double soil, double onWall) {
         return "The passive pressure of the fixed surface has no bound at a developed wall "
                "friction of 45 - phi/2, " +
                wall.say(Quantity::Angle, fixedBound(soil)) +
-               ", and falls to the floor beyond: it is none with " + developed;
+               ", and falls to the floor beyond; developed is " + developed;
     }
     return "Planes overestimate passive pressure with wall friction above half the soil's: " +
            developed + " against " + wall.say(Quantity::Angle, soil / 2);
