@@ -1,5 +1,7 @@
 #include "shell/command_line.h"
 
+#include "runtime/utf8_text.h"
+
 #include <string_view>
 
 namespace korvane {
@@ -48,7 +50,7 @@ CommandLine readCommandLine(int argc, const char* const* argv) {
         if (options && word == "--") {
             options = false;
         } else if (options && word.size() > 1 && word.front() == '-') {
-            return refusal("unknown option " + word);
+            return refusal("unknown option " + messageText(word));
         } else if (word.empty()) {
             return refusal("the file has no name");
         } else if (!line.file.empty()) {
