@@ -2,6 +2,7 @@
 
 #include "runtime/number_text.h"
 #include "screens/field_table.h"
+#include "widgets/menu_keys.h"
 #include "widgets/shown_text.h"
 
 #include <QApplication>
@@ -39,13 +40,6 @@ void paintField(QLineEdit* field) {
     colours.setColor(QPalette::Disabled, QPalette::Base, QColor(224, 224, 224));
     colours.setColor(QPalette::Disabled, QPalette::Text, QColor(96, 96, 96));
     field->setPalette(colours);
-}
-
-/// A letter with Alt, which is a mnemonic or nothing. Ctrl and Alt together type on some keyboards.
-bool isAltLetter(const QKeyEvent& event) {
-    return event.modifiers().testFlag(Qt::AltModifier) &&
-           !event.modifiers().testFlag(Qt::ControlModifier) && !event.text().isEmpty() &&
-           event.text().at(0).isPrint();
 }
 
 QString keyText(const QKeySequence& key) {

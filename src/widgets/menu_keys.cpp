@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 
 #include <algorithm>
@@ -40,12 +41,22 @@ bool chooseEnabled(QMenu& menu, const QKeySequence& letter) {
 
 } // namespace
 
+bool isAltLetter(const QKeyEvent& event) {
+    return event.modifiers().testFlag(Qt::AltModifier) &&
+           !event.modifiers().testFlag(Qt::ControlModifier) && !event.text().isEmpty() &&
+           event.text().at(0).isPrint();
+}
+
 bool MenuKeys::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const auto& key = static_cast<const QKeyEvent&>(*event);
         auto* menu = qobject_cast<QMenu*>(watched);
         if (menu != nullptr && key.text().size() == 1 && key.text().at(0).isLetterOrNumber()) {
             return chooseEnabled(*menu, QKeySequence(Qt::ALT | key.key()));
+        }
+        if (qobject_cast<QLineEdit*>(watched) != nullptr && isAltLetter(key)) {
+            event->ignore(); // whoever is above may want it
+            return true;
         }
     }
     return QObject::eventFilter(watched, event);

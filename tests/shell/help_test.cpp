@@ -120,6 +120,28 @@ TEST(Help, EnterAndArrowsInTheSearchFieldGoThroughTheHits) {
     EXPECT_EQ(hits->count(), 1);
 }
 
+// A letter with Alt is a mnemonic or nothing.
+TEST(Help, AltWithALetterTypesNothingIntoSearchAndFindBar) {
+    Person person;
+    person.choose("mnuHelpItem_1");
+    HelpViewer* viewer = viewerOf(person);
+    ASSERT_NE(viewer, nullptr);
+    viewer->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(viewer));
+    QTest::keyClick(viewer, Qt::Key_F, Qt::ControlModifier);
+    for (const char* name : {"helpWords", "findWords"}) {
+        auto* words = viewer->findChild<QLineEdit*>(name);
+        QTest::keyClicks(words, "wa");
+        QTest::keyClick(words, Qt::Key_Z, Qt::AltModifier);
+        QTest::keyClick(words, Qt::Key_Q, Qt::AltModifier | Qt::ShiftModifier);
+        EXPECT_EQ(words->text(), "wa") << name;
+        QTest::keyClick(words, Qt::Key_Q, Qt::AltModifier | Qt::ControlModifier);
+        EXPECT_EQ(words->text(), "waq") << name; // as keyboards with a third level send it
+        QTest::keyClicks(words, "ll");
+        EXPECT_EQ(words->text(), "waqll") << name;
+    }
+}
+
 TEST(Help, SearchHitsAreWholeLinesWithinTheList) {
     Person person;
     person.choose("mnuHelpItem_1");
