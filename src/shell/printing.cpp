@@ -12,6 +12,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -132,12 +133,14 @@ void printOnPaper(QPrinter& printer, const PageDrawing& draw) {
 
 } // namespace
 
-PrintServices systemPrintServices() {
+PrintServices systemPrintServices(const std::function<void(QWidget*)>& help) {
     PrintServices services;
     services.hasPrinter = [] { return !QPrinterInfo::availablePrinterNames().isEmpty(); };
-    services.chooseSetup = [](QPrinter& printer, QWidget* parent) {
+    services.chooseSetup = [help](QPrinter& printer, QWidget* parent) {
         QPrintDialog dialog(&printer, parent);
         dialog.setObjectName("printDialog");
+        QObject::connect(new QShortcut(Qt::Key_F1, &dialog), &QShortcut::activated,
+                         [&] { help(&dialog); });
         dialog.setOption(QPrintDialog::PrintPageRange, false); // a report is printed whole
         return dialog.exec() == QDialog::Accepted;
     };

@@ -29,8 +29,9 @@ struct PrintedDocument {
     QString stem; ///< of the name that is suggested for a PDF file
 };
 
-/// The print dialog of the toolkit. The choice of a PDF file is the desktop's, which fills it in.
-PrintServices systemPrintServices();
+/// The print dialog of the toolkit, over which F1 calls `help`. The choice of a PDF file is the
+/// desktop's, which fills it in.
+PrintServices systemPrintServices(const std::function<void(QWidget*)>& help);
 
 /// Draws on a paged device, which is open; RuntimeError 57 where a page cannot be had.
 using PageDrawing = std::function<void(QPagedPaintDevice&)>;

@@ -39,7 +39,8 @@ class QtDesktop : public Desktop {
     void Mirror(const Session& session) override;
 
     const ScreenTable& screens() const { return screens_; }
-    PrintServices printServices = systemPrintServices();
+    PrintServices printServices =
+        systemPrintServices([this](QWidget* over) { showHelp(over, Help::OfWindow); });
     std::function<bool(const QUrl&)> openUrl; ///< with the program that the desktop has for it
 
   private:

@@ -35,6 +35,7 @@ constexpr WindowSection sections[] = {
     {"COMPARE", "Comparisons"},
     {"messageBox", "Messages and what to do"},
     {"CMDialog1", "File"},
+    {"printDialog", "File"},
     {"splash_form", "Help"},
 };
 

@@ -18,6 +18,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace korvane::test {
 namespace {
 
@@ -57,6 +59,8 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow) {
         EXPECT_TRUE(line.refused) << words.front();
         EXPECT_EQ(line.answer.rfind("korvane: ", 0), 0U);
     }
+    EXPECT_EQ(readWords({"--\x1b[31mred"}).answer,
+              "korvane: unknown option --\\x1B[31mred\nTry 'korvane --help'.\n");
 }
 
 // ---- the file of the command line ----
@@ -131,6 +135,19 @@ TEST(StartFile, ThatIsNoInputIsToldInTheBoxesOfOpenAndTheProgramStarts) {
         EXPECT_TRUE(window.findChild<QAction*>("mnuEditItem_0")->isEnabled());
     });
     EXPECT_EQ(titles, (std::vector<std::string>{"INCOMPLETE INPUT FILE!", "INPUT DATA ERRORS"}));
+}
+
+TEST(StartFile, ThatIsAPipeWithoutAWriterIsToldAndTheProgramStarts) {
+    const TemporaryFolder folder;
+    const EnvironmentVariable temp("temp", folder.path().string());
+    const EnvironmentVariable state("XDG_STATE_HOME", folder.path().string());
+    const std::string pipe = (folder.path() / "pipe.dat").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const auto titles = runWith(pipe, [](ShellWindow& window) {
+        EXPECT_EQ(window.windowTitle(), "KORVANE");
+        EXPECT_TRUE(window.findChild<QAction*>("mnuEditItem_0")->isEnabled());
+    });
+    EXPECT_EQ(titles, (std::vector<std::string>{"FILE ERROR"}));
 }
 
 // ---- files dropped on the window ----
@@ -406,6 +423,16 @@ TEST(Shortcuts, F1OpensTheGuideOverFileDialogsAndTheAboutBox) {
     person.choose("mnuHelpItem_3");
     person.expectNothingLeft();
     EXPECT_EQ(guideOver(person.window()), "Help");
+    person.open(examplePath("cantilever-dry-sand"));
+    person.program->desktop.printServices.hasPrinter = [] { return true; };
+    person.expectScreen("printDialog", [&](QDialog& dialog) {
+        pressF1(dialog);
+        EXPECT_EQ(guideOver(dialog), "File");
+        dialog.reject();
+    });
+    person.choose("mnuPrintItem_1");
+    person.expectNothingLeft();
+    EXPECT_EQ(guideOver(person.window()), "File");
 }
 
 TEST(Shortcuts, F1OpensTheGuideAtTheSectionOfTheWindowItsScreensAndBoxes) {
