@@ -1,11 +1,16 @@
-// No text is cut off and no control covers another, at any scale (ctest runs this file at 1, 1.5
-// and 2). With KORVANE_SCREENSHOTS set to a folder each screen is drawn to a picture there.
+// No text is cut off, faint or covered, and no strip stands empty, at any scale in light and dark
+// (ctest runs this file at 1, 1.5 and 2). With KORVANE_SCREENSHOTS set to a folder each screen is
+// drawn to a picture there.
+#include "contrast.h"
 #include "looks.h"
 #include "screenshots.h"
 
 #include <QApplication>
 #include <QFrame>
+#include <QLayout>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <gtest/gtest.h>
 
@@ -83,6 +88,50 @@ void checkLayout(const QWidget* parent) {
 }
 
 } // namespace
+
+namespace {
+
+/// The scroll area, the line for remarks right below it, and nothing else down to the window's
+/// edge; what scrolls reaches from edge to edge of its view.
+void expectNoBlankStrip(Desk& desk) {
+    QApplication::processEvents();
+    const QWidget* remark = desk.find("lblRemark");
+    auto* scroll = desk.top().findChild<QScrollArea*>();
+    const QWidget* view = scroll->viewport();
+    EXPECT_LE(remark->y() - scroll->geometry().bottom() - 1, desk.top().layout()->spacing());
+    EXPECT_EQ(remark->geometry().bottom(), desk.top().rect().bottom());
+    EXPECT_LE(remark->height(), remark->heightForWidth(remark->width()));
+    QScrollBar* bar = scroll->verticalScrollBar();
+    bar->setValue(bar->maximum());
+    const QRect canvas = scroll->widget()->geometry();
+    EXPECT_TRUE(canvas.contains(view->rect()));
+    EXPECT_EQ(canvas.bottom(), view->rect().bottom());
+    const int bars =
+        scroll->horizontalScrollBar()->isVisible() ? scroll->horizontalScrollBar()->height() : 0;
+    EXPECT_EQ(view->height() + bars, scroll->height());
+}
+
+} // namespace
+
+TEST(Layout, NoStripStandsEmptyBelowTheScrollArea) {
+    for (const Look& look : allLooks()) {
+        SCOPED_TRACE(look.name);
+        Desk desk;
+        look.reach(desk);
+        expectNoBlankStrip(desk);
+        desk.top().resize(500, 300);
+        expectNoBlankStrip(desk);
+    }
+}
+
+TEST(Layout, TextsStandOutFromTheirGround) {
+    for (const Look& look : allLooks()) {
+        SCOPED_TRACE(look.name);
+        Desk desk;
+        look.reach(desk);
+        expectReadable(desk.top());
+    }
+}
 
 TEST(Layout, OnASmallWindowTheStagesScrollAndCoverNoHeading) {
     for (const Look& look : allLooks()) {

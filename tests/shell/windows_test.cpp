@@ -1,4 +1,5 @@
 // Title window, About box and message boxes.
+#include "contrast.h"
 #include "person.h"
 #include "screenshots.h"
 
@@ -368,6 +369,53 @@ TEST(MessageBoxes, ABusyPointerIsTakenOffAndPutBack) {
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     QApplication::restoreOverrideCursor();
+}
+
+// ---- in light and dark, which ctest asks for ----
+
+TEST(Readable, AreTheTextsOfTitleDisclaimerAndAbout) {
+    TitleWindow title;
+    QTimer::singleShot(ShortTitle / 2, &title, [&] { expectReadable(title); });
+    atDisclaimer(title, [&] {
+        expectReadable(title);
+        pushButton(title, "okbutton_0");
+    });
+    EXPECT_TRUE(title.runAtStart(ShortTitle));
+    Person person;
+    person.expectScreen("splash_form", [](QDialog& about) {
+        expectReadable(about);
+        about.close();
+    });
+    person.choose("mnuHelpItem_3");
+    person.expectNothingLeft();
+}
+
+TEST(Readable, AreTheTextsOfTheMainWindowItsScreensAndBoxes) {
+    Person person;
+    person.expectFile(examplePath("cantilever-dry-sand"));
+    person.expectScreen("messageBox", [](QDialog& box) {
+        expectReadable(box);
+        box.accept();
+    });
+    person.choose("mnuFileItem_1");
+    const std::vector<std::pair<const char*, const char*>> screens{{"mnuViewItem_0", "VUINPTFL"},
+                                                                   {"mnuViewItem_2", "VUINPLOT"},
+                                                                   {"mnuToolsItem_1", "NOTES"},
+                                                                   {"mnuToolsItem_2", "COMPARE"}};
+    for (const auto& [item, name] : screens) {
+        person.expectScreen(name, [](QDialog& screen) {
+            expectReadable(screen);
+            screen.close();
+        });
+        person.choose(item);
+        person.expectNothingLeft();
+    }
+    person.choose("mnuSolveItem_0");
+    expectReadable(person.window()); // the stop for review
+    person.push("cmdContinue");
+    expectReadable(person.window()); // the end
+    person.push("cmdOK");
+    expectReadable(person.window()); // at rest, with the status line
 }
 
 } // namespace
