@@ -1,6 +1,7 @@
 // Net pressures and their approximations.
 #include "sheet/pressure_parts.h"
 #include "sheet/sections.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,19 +17,26 @@ double lowerGround(const Problem& problem) {
     return std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
 }
 
-/// PSF: the horizontal distributed load just below (k = 1) or just above (k = 2) an elevation.
-double distributedLoad(const Problem& problem, double elev, int k) {
-    for (int j = 1; j < problem.HDistCount; ++j) {
-        const double top = problem.HDistElev(j);
-        const double bottom = problem.HDistElev(j + 1);
-        const bool inside = k == 1 ? elev <= top + Near && elev > bottom + Near
-                                   : elev < top - Near && elev >= bottom - Near;
-        if (inside) {
-            const double t = (top - elev) / (top - bottom);
-            return (1 - t) * problem.HDistLoad(j) + t * problem.HDistLoad(j + 1);
+/// PSF: the horizontal distributed load just below (k = 1) or just above (k = 2) a row. From the
+/// row of the first point on, a stretch of the load ends at the first row at or below its end.
+double distributedLoad(const Problem& problem, const ElevationGrid& grid, int row, int k) {
+    int i = 1;
+    while (i <= grid.NumElevs &&
+           std::abs(grid.ElevGrid(i) - problem.HDistElev(1)) > SameElevation) {
+        ++i;
+    }
+    double sum = 0;
+    for (int j = 1; j < problem.HDistCount && i <= row; ++j) {
+        sum += i == row && k == 1 ? problem.HDistLoad(j) : 0;
+        for (bool within = true; within && ++i <= row;) {
+            const double t = (problem.HDistElev(j) - grid.ElevGrid(i)) /
+                             (problem.HDistElev(j) - problem.HDistElev(j + 1));
+            within = 1 - t >= BreakShare;
+            const bool here = i == row && (k == 2 || within);
+            sum += here ? (1 - t) * problem.HDistLoad(j) + t * problem.HDistLoad(j + 1) : 0;
         }
     }
-    return 0;
+    return sum;
 }
 
 struct NetTerms {
@@ -42,7 +50,7 @@ NetTerms netTerms(const Problem& problem, const PressureDiagrams& diagrams, int 
     };
     const Pressures& pressures = diagrams.pressures;
     const Expr water = pressure("w", pressures.WaterPressures(i, k));
-    const double load = distributedLoad(problem, diagrams.grid.ElevGrid(i), k);
+    const double load = distributedLoad(problem, diagrams.grid, i, k);
     Expr active = pressure("aR", pressures.ActivePressures(Right, i, k)) -
                   pressure("pL", pressures.PassivePressures(Left, i, k)) + water;
     Expr passive = pressure("pR", pressures.PassivePressures(Right, i, k)) -
@@ -64,8 +72,8 @@ NetValues netValues(const Problem& problem, const PressureDiagrams& diagrams, in
     NetValues values{own.active.value(), own.passive.value()};
     if (diagrams.grid.ElevGrid(i) < lowerGround(problem) - Near) {
         const NetTerms other = netTerms(problem, diagrams, i, 3 - k);
-        const double below = distributedLoad(problem, diagrams.grid.ElevGrid(i), k) -
-                             distributedLoad(problem, diagrams.grid.ElevGrid(i), 3 - k);
+        const double below = distributedLoad(problem, diagrams.grid, i, k) -
+                             distributedLoad(problem, diagrams.grid, i, 3 - k);
         // The distributed load is put on behind the mean.
         values.active = (own.active.value() + other.active.value() + below) / 2;
         values.passive = (own.passive.value() + other.passive.value() + below) / 2;

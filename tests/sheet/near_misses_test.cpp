@@ -75,6 +75,22 @@ TEST(NearMisses, AStepInATableOfWaterPressuresIsKept) {
     EXPECT_EQ(failedChecks(bench.sheet()), "");
 }
 
+TEST(NearMisses, ADistributedLoadThatEndsAHairBesideALayersBottomIsConfirmed) {
+    for (const double off : {-40 * Hair, 5e-5}) {
+        Problem problem = layeredWall();
+        problem.HDistCount = 3;
+        problem.HDistElev(1) = -4 + off;
+        problem.HDistElev(2) = -8;
+        problem.HDistElev(3) = -12 - off;
+        problem.HDistLoad(1) = 30;
+        problem.HDistLoad(2) = 50;
+        problem.HDistLoad(3) = 20;
+        const SheetBench bench(problem);
+        ASSERT_TRUE(bench.isSolved());
+        EXPECT_EQ(failedChecks(bench.sheet()), "") << off;
+    }
+}
+
 TEST(NearMisses, GroundThatComesBackOverALayersBottomIsTold) {
     Problem problem = plainCantilever();
     problem.SoilLayerCount(Right) = 2;
