@@ -29,7 +29,9 @@ ANCHORED = CANTILEVER.replace("CANTILEVER", "ANCHORED").replace("WALL  12", "WAL
 SWEEP = """'BENCH
 CONTROL  CANTILEVER  DESIGN  1.00  1.50
 WALL  10
-SURFACE RIGHTSIDE  3  0  10  5  10  25  16
+SURFACE RIGHTSIDE  3  0  10
+  5  10
+  25  16
 SURFACE LEFTSIDE   1  0  0
 SOIL BOTH  STRENGTHS  1
   125  115  32  0  0  0
@@ -57,7 +59,7 @@ distribution = "Uniform(28, 36)"
 
 
 def run(program, folder, base, size, jobs):
-    """Seconds of the clock and KB of memory of a study."""
+    """Seconds of the clock and of CPU, and KB of memory, of a study."""
     folder.mkdir()
     (folder / "wall.dat").write_text(base)
     (folder / "study.toml").write_text(STUDY % size)
@@ -66,14 +68,15 @@ def run(program, folder, base, size, jobs):
                                 "--jobs", str(jobs), "--quiet"])
     _, status, usage = os.wait4(process.pid, 0)
     assert status == 0, "the study has failed"
-    return time.perf_counter() - start, usage.ru_maxrss
+    return time.perf_counter() - start, usage.ru_utime + usage.ru_stime, usage.ru_maxrss
 
 
 def best(program, folder, base, size, jobs):
-    """The fastest of some runs, without the start that a study of one variant has too."""
+    """The least of some runs, without the start that a study of one variant has too."""
     runs = [run(program, folder / f"{size}-{jobs}-{n}", base, size, jobs) for n in range(RUNS)]
-    start = min(run(program, folder / f"1-{jobs}-{n}", base, 1, jobs)[0] for n in range(RUNS))
-    return min(clock for clock, _ in runs) - start, max(memory for _, memory in runs)
+    starts = [run(program, folder / f"1-{jobs}-{n}", base, 1, jobs) for n in range(RUNS)]
+    clock, cpu = (min(one[k] for one in runs) - min(one[k] for one in starts) for k in (0, 1))
+    return clock, cpu, max(memory for _, _, memory in runs)
 
 
 def coefficients(friction):
@@ -158,12 +161,13 @@ def main():
         for number, (name, (base, size)) in enumerate(WALLS.items()):
             place = folder / str(number)
             place.mkdir()
-            one, memory = best(program, place, base, size, 1)
-            two, _ = best(program, place, base, size, 2)
+            one, cpu, memory = best(program, place, base, size, 1)
+            two, _, _ = best(program, place, base, size, 2)
             line = (f"study, {name}, {size:,} variants: {size / one:,.0f} a second by one job, "
-                    f"{size / two:,.0f} by two ({one / two:.2f} times), {memory // 1024} MB")
+                    f"{size / two:,.0f} by two ({one / two:.2f} times), {1e6 * cpu / size:.1f} us of "
+                    f"CPU a variant, {memory // 1024} MB")
             if name in closed:
-                line += f"; {size / one / closed[name]:.1f} times the closed form"
+                line += f"; {size / cpu / closed[name]:.1f} times the closed form by CPU"
             print(line, flush=True)
 
 

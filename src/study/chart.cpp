@@ -23,6 +23,7 @@ constexpr double RowHeight = 24;
 constexpr double RowBar = 14;
 constexpr double BarWidth = 380;
 
+constexpr int BarDigits = 3;
 constexpr double Nothing = 1e-6; // share of the largest bar below which one is told as 0
 constexpr int MostXTicks = 9;
 constexpr int MostYTicks = 6;
@@ -353,66 +354,77 @@ std::string Chart::finish(std::string_view title) {
     return svg.finish(viewOf(width_, height_, labels_), "chart", title);
 }
 
-std::string barChart(const std::vector<Bar>& bars, const std::string& title,
-                     std::string_view description) {
+namespace {
+
+/// A bar chart on its way.
+struct BarDrawing {
     double least = 0;
     double largest = 0;
+    double height = 0;
+    Svg svg = {};
+    std::vector<FigureLabel> labels = {};
+
+    double x(double value) const {
+        return (value - least) / (largest > least ? largest - least : 1) * BarWidth;
+    }
+    void label(const std::string& text, SvgPoint at, TextAnchor anchor, const char* cssClass = "") {
+        labels.push_back({labelBox({text}, at, anchor), {text}, anchor, {}, cssClass});
+    }
+};
+
+/// Zero included.
+void spanBars(BarDrawing& drawing, const std::vector<Bar>& bars) {
     for (const Bar& bar : bars) {
         for (const double end : {bar.value, bar.low, bar.high}) {
             if (std::isfinite(end)) {
-                least = std::min(least, end);
-                largest = std::max(largest, end);
+                drawing.least = std::min(drawing.least, end);
+                drawing.largest = std::max(drawing.largest, end);
             }
         }
     }
-    const double height = static_cast<double>(bars.size()) * RowHeight;
-    const double range = largest > least ? largest - least : 1;
-    const auto x = [&](double value) { return (value - least) / range * BarWidth; };
-    Svg svg;
-    std::vector<FigureLabel> labels;
-    for (const double tick : roundTicks(least, largest, MostYTicks)) {
-        svg.line({x(tick), 0}, {x(tick), height}, tick == 0 ? "axis" : "grid");
-        labels.push_back(
-            {labelBox({tickText(tick)}, {x(tick), height + TickLength}, TextAnchor::Middle),
-             {tickText(tick)},
-             TextAnchor::Middle,
-             {},
-             "axisname"});
+    drawing.height = static_cast<double>(bars.size()) * RowHeight;
+}
+
+void drawBar(BarDrawing& drawing, const Bar& bar, double y) {
+    const double half = RowBar / 2;
+    const double end = drawing.x(bar.value);
+    const double zero = drawing.x(0);
+    drawing.svg.polygon({{zero, y - half}, {end, y - half}, {end, y + half}, {zero, y + half}},
+                        "bar");
+    if (std::isfinite(bar.low) && std::isfinite(bar.high)) {
+        const double low = drawing.x(bar.low);
+        const double high = drawing.x(bar.high);
+        drawing.svg.lines({{{low, y}, {high, y}},
+                           {{low, y - half / 2}, {low, y + half / 2}},
+                           {{high, y - half / 2}, {high, y + half / 2}}},
+                          "whisker");
+    }
+    std::string number;
+    const bool isNothing = std::abs(bar.value) < Nothing * drawing.largest;
+    appendShortest(number, isNothing ? 0 : roundedTo(bar.value, BarDigits));
+    drawing.label(bar.name, {-TextGap, y - FigureLine / 2}, TextAnchor::End);
+    drawing.label(number, {BarWidth + TextGap, y - FigureLine / 2}, TextAnchor::Start);
+}
+
+} // namespace
+
+std::string barChart(const std::vector<Bar>& bars, const std::string& title,
+                     std::string_view description) {
+    BarDrawing drawing;
+    spanBars(drawing, bars);
+    const double below = drawing.height + TickLength;
+    for (const double tick : roundTicks(drawing.least, drawing.largest, MostYTicks)) {
+        const double x = drawing.x(tick);
+        drawing.svg.line({x, 0}, {x, drawing.height}, tick == 0 ? "axis" : "grid");
+        drawing.label(tickText(tick), {x, below}, TextAnchor::Middle, "axisname");
     }
     for (std::size_t n = 0; n < bars.size(); ++n) {
-        const Bar& bar = bars[n];
-        const double y = (static_cast<double>(n) + 0.5) * RowHeight;
-        const double half = RowBar / 2;
-        svg.polygon({{x(0), y - half},
-                     {x(bar.value), y - half},
-                     {x(bar.value), y + half},
-                     {x(0), y + half}},
-                    "bar");
-        if (std::isfinite(bar.low) && std::isfinite(bar.high)) {
-            svg.lines({{{x(bar.low), y}, {x(bar.high), y}},
-                       {{x(bar.low), y - half / 2}, {x(bar.low), y + half / 2}},
-                       {{x(bar.high), y - half / 2}, {x(bar.high), y + half / 2}}},
-                      "whisker");
-        }
-        std::string number;
-        appendShortest(number,
-                       std::abs(bar.value) < Nothing * largest ? 0 : roundedTo(bar.value, 3));
-        labels.push_back({labelBox({bar.name}, {-TextGap, y - FigureLine / 2}, TextAnchor::End),
-                          {bar.name},
-                          TextAnchor::End});
-        labels.push_back(
-            {labelBox({number}, {BarWidth + TextGap, y - FigureLine / 2}, TextAnchor::Start),
-             {number},
-             TextAnchor::Start});
+        drawBar(drawing, bars[n], (static_cast<double>(n) + 0.5) * RowHeight);
     }
-    labels.push_back({labelBox({title}, {BarWidth / 2, height + TickLength + FigureLine + 3},
-                               TextAnchor::Middle),
-                      {title},
-                      TextAnchor::Middle,
-                      {},
-                      "name"});
-    drawLabels(svg, labels);
-    return svg.finish(viewOf(BarWidth, height, labels), "chart", description);
+    drawing.label(title, {BarWidth / 2, below + FigureLine + 3}, TextAnchor::Middle, "name");
+    drawLabels(drawing.svg, drawing.labels);
+    return drawing.svg.finish(viewOf(BarWidth, drawing.height, drawing.labels), "chart",
+                              description);
 }
 
 std::string seriesClass(std::size_t n) {

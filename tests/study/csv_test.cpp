@@ -32,11 +32,9 @@ std::vector<std::vector<std::string>> parsed(const std::string& text) {
             line.back() += text[++i];
         } else if (c == '"') {
             isQuoted = !isQuoted;
-        } else if (isQuoted) {
-            line.back() += c;
-        } else if (c == ',') {
+        } else if (!isQuoted && c == ',') {
             line.emplace_back();
-        } else if (text.compare(i, 2, "\r\n") == 0) {
+        } else if (!isQuoted && text.compare(i, 2, "\r\n") == 0) {
             lines.push_back(std::move(line));
             line.assign(1, "");
             ++i;
