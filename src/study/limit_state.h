@@ -2,7 +2,7 @@
 // "penetration > 20 and maxMoment > capacity".
 #pragma once
 
-#include "study/outputs.h"
+#include "survey/outputs.h"
 
 #include <functional>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "study/outputs.h"
+#include "survey/outputs.h"
 
 #include <algorithm>
 #include <array>
