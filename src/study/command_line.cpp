@@ -36,6 +36,7 @@ struct Arguments {
     std::uint64_t parts = 1;
     bool quiet = false;
     bool csv = false;
+    double interval = 10; ///< seconds between lines of progress without a terminal
     bool submit = false;
 };
 
@@ -76,10 +77,11 @@ std::string duration(double seconds) {
     return text.str();
 }
 
-/// A line in its place on a terminal; elsewhere one every 10 seconds.
+/// A line in its place on a terminal; elsewhere one after each interval (seconds).
 class ProgressLine {
   public:
-    ProgressLine(std::ostream& errors, bool terminal) : errors_(errors), terminal_(terminal) {}
+    ProgressLine(std::ostream& errors, bool terminal, double interval)
+        : errors_(errors), terminal_(terminal), interval_(interval) {}
     ~ProgressLine() {
         if (told_ && terminal_) {
             errors_ << "\n";
@@ -89,7 +91,7 @@ class ProgressLine {
     ProgressLine& operator=(const ProgressLine&) = delete;
 
     void tell(const Progress& progress) {
-        if (!terminal_ && progress.seconds < last_ + 10) {
+        if (!terminal_ && progress.seconds < last_ + interval_) {
             return;
         }
         last_ = progress.seconds;
@@ -109,6 +111,7 @@ class ProgressLine {
   private:
     std::ostream& errors_;
     bool terminal_;
+    double interval_;
     double last_ = 0;
     bool told_ = false;
 };
@@ -133,7 +136,7 @@ int run(const Arguments& arguments, std::ostream& errors, bool terminal) {
                        .part = arguments.part,
                        .parts = arguments.parts};
     request.stop = [] { return signalSeen() != 0; };
-    ProgressLine line(errors, terminal);
+    ProgressLine line(errors, terminal, arguments.interval);
     if (!arguments.quiet) {
         request.tell = [&line](const Progress& progress) { line.tell(progress); };
     }
@@ -293,6 +296,10 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     runs->add_option("--part", part, "K/N: the K-th of N shares, into a file of its own");
     runs->add_flag("--csv", read.csv, "the rows as results.csv besides");
     runs->add_flag("--quiet", read.quiet, "no progress");
+    runs->add_option("--progress", read.interval,
+                     "seconds between lines of progress where there is no terminal")
+        ->check(CLI::Range(0.0, 1e6))
+        ->capture_default_str();
     CLI::App* checks = app.add_subcommand("check", "tells what would run");
     checks->add_option("STUDY", read.study, "the study file")->required();
     CLI::App* collects = app.add_subcommand("collect", "merges the parts of a folder");

@@ -329,6 +329,20 @@ TEST(Run, SignalsEndItAfterTheRowsAtHandAndItGoesOn) {
     }
 }
 
+TEST(Run, TellsItsProgressAsOftenAsAsked) {
+    const StudyDesk desk;
+    desk.write("s.toml", sample(300));
+    const auto run = [&](const std::string& output, const std::vector<std::string>& more) {
+        std::vector<std::string> arguments{"run", desk.file("s.toml"), "--output",
+                                           desk.file(output)};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return StudyDesk::run(arguments);
+    };
+    EXPECT_EQ(run("usual", {}).err, ""); // over before ten seconds are
+    EXPECT_THAT(run("often", {"--progress", "0"}).err, HasSubstr("300 of 300, "));
+    EXPECT_EQ(run("never", {"--progress", "-1"}).status, StatusUsage);
+}
+
 TEST(Run, AFinishedStudyIsNotRunAgain) {
     const StudyDesk desk;
     desk.runStudy(sample(50), "o");
