@@ -7,6 +7,7 @@
 #include "plots/rowe_plot.h"
 #include "runtime/file_text.h"
 #include "runtime/number_text.h"
+#include "shell/figure_file.h"
 #include "shell/plot_picture.h"
 #include "widgets/gate.h"
 #include "widgets/geometry.h"
@@ -30,9 +31,7 @@ namespace korvane {
 
 namespace {
 
-constexpr SaveDialog FigureDialog{
-    "SAVE FIGURE", "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg|PDF document (*.pdf)|*.pdf",
-    nullptr, ".PNG|.SVG|.PDF"};
+constexpr SaveDialog FigureDialog{FigureDialogTitle, FigureFilter, nullptr, FigureExtensions};
 
 QString entryName(const PlotEntry& entry) {
     return entry.index < 0 ? QString(entry.objectName)
