@@ -107,6 +107,7 @@ void CommandScope::keepEnteredData() {
         menus.solve.enabled = false;
         menus.notes.enabled = true;
         menus.compare.enabled = true;
+        menus.study.enabled = true;
         disableResults(menus);
     }
 }

@@ -33,6 +33,7 @@ enum class Screen {
     VUSOLPLT, ///< plots of the initial pressures
     NOTES,    ///< text of the notes
     COMPARE,  ///< the wall under other factors, methods and water
+    STUDY,    ///< a question that needs many solutions of the wall
     VERIFY,   ///< text of the verification
 };
 

@@ -298,6 +298,10 @@ void removeTemporaryFiles(const TemporaryFiles& files) noexcept {
             removeOwnFile(name.c_str());
         }
     }
+    if (!files.StudyFolder.empty()) {
+        std::error_code left; // nobody can be told any more
+        fs::remove_all(files.StudyFolder, left);
+    }
 }
 
 void DeleteTempFiles(Session& session, Desktop& desktop) {

@@ -45,7 +45,8 @@ constexpr MenuRow rows[] = {
     {"mnuTools", "mnuToolsItem_1", &Menus::notes, nullptr, Screen::NOTES},
     {"mnuTools", "mnuToolsItem_2", &Menus::compare, nullptr, Screen::COMPARE},
     {"mnuTools", "mnuToolsItem_3", &Menus::sheet, saveSheet},
-    {"mnuTools", "mnuToolsItem_4", &Menus::verify, nullptr, Screen::VERIFY},
+    {"mnuTools", "mnuToolsItem_4", &Menus::study, nullptr, Screen::STUDY},
+    {"mnuTools", "mnuToolsItem_5", &Menus::verify, nullptr, Screen::VERIFY},
 
     {nullptr, "mnuHelp", &Menus::help},
     {"mnuHelp", "mnuHelpItem_0", &Menus::helpContents, nullptr, {}, Help::Contents},
@@ -61,8 +62,8 @@ std::span<const MenuRow> menuRows() {
 }
 
 void enableProblemViews(Menus& menus, bool enabled) {
-    for (MenuItem* item :
-         {&menus.inputFile, &menus.report, &menus.inputPlots, &menus.notes, &menus.compare}) {
+    for (MenuItem* item : {&menus.inputFile, &menus.report, &menus.inputPlots, &menus.notes,
+                           &menus.compare, &menus.study}) {
         item->enabled = enabled;
     }
 }

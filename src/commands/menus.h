@@ -53,6 +53,7 @@ struct Menus {
     MenuItem notes{"&Notes...", false};
     MenuItem compare{"&Compare...", false};
     MenuItem sheet{"Calculation &Sheet...", false};
+    MenuItem study{"S&tudy...", false};
     MenuItem verify{"&Verify..."};
 
     MenuItem help{"&Help"};
@@ -63,8 +64,8 @@ struct Menus {
     bool operator==(const Menus&) const = default;
 };
 
-/// The two files, the input plots, the notes and the comparison: what can be viewed of every
-/// problem.
+/// The two files, the input plots, the notes, the comparison and studies: what can be viewed of
+/// every problem.
 void enableProblemViews(Menus& menus, bool enabled);
 
 /// The plots and the calculation sheet of a solution.

@@ -59,9 +59,10 @@ struct TemporaryFiles {
     std::string TempFolder;
     int ScratchFileCount = 8; ///< names in the list; the first eight stay empty
     Array<std::string, 100> ScratchFileList;
+    std::string StudyFolder; ///< of the study at hand, with all that is in it; empty for none
 };
 
-/// Removes all that are listed; takes no memory.
+/// Removes all that are listed; takes no memory but for a study's folder.
 void removeTemporaryFiles(const TemporaryFiles& files) noexcept;
 
 /// The report being written.

@@ -8,6 +8,7 @@
 #include "shell/comparison_window.h"
 #include "shell/ending_signals.h"
 #include "shell/plot_window.h"
+#include "shell/study_window.h"
 #include "shell/text_window.h"
 #include "shell/title_window.h"
 #include "shell/wedge_prompt.h"
@@ -29,7 +30,7 @@ ScreenTable shellScreens(const PrintServices& services) {
     const auto plot = [&services](PlotScreenName name) {
         return makes<PlotWindow>(name, &services);
     };
-    return {
+    ScreenTable screens = {
         {Screen::WEDGMETH, makes<WedgePrompt>()},
         {Screen::VUINPTFL, makes<TextWindow>(TextKind::Input)},
         {Screen::VUINECHO, makes<TextWindow>(TextKind::Output)},
@@ -43,6 +44,10 @@ ScreenTable shellScreens(const PrintServices& services) {
         {Screen::VUSOLPLT, plot(PlotScreenName::VUSOLPLT)},
         {Screen::COMPARE, makes<ComparisonWindow>()},
     };
+    if (!studyProgram().isEmpty()) {
+        screens.emplace(Screen::STUDY, makes<StudyWindow>());
+    }
+    return screens;
 }
 
 namespace {

@@ -33,6 +33,7 @@ constexpr WindowSection sections[] = {
     {"VUINPLOT", "Plots"},
     {"ROWECURV", "Plots"},
     {"COMPARE", "Comparisons"},
+    {"STUDY", "The study window"},
     {"messageBox", "Messages and what to do"},
     {"CMDialog1", "File"},
     {"printDialog", "File"},

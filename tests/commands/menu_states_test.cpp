@@ -128,7 +128,8 @@ TEST(MenuRows, StandInTheirMenusWithCaptionsAndShortcuts) {
                          "mnuTools mnuToolsItem_1 &Notes...",
                          "mnuTools mnuToolsItem_2 &Compare...",
                          "mnuTools mnuToolsItem_3 Calculation &Sheet...",
-                         "mnuTools mnuToolsItem_4 &Verify...",
+                         "mnuTools mnuToolsItem_4 S&tudy...",
+                         "mnuTools mnuToolsItem_5 &Verify...",
                          "mnuHelp &Help",
                          "mnuHelp mnuHelpItem_0 &Contents",
                          "mnuHelp mnuHelpItem_1 &Search for help on ...",
@@ -162,6 +163,7 @@ TEST(MenuRows, CallTheCommandOfTheirEntry) {
     EXPECT_EQ(rowOf(&Menus::notes).screen, Screen::NOTES);
     EXPECT_EQ(rowOf(&Menus::compare).screen, Screen::COMPARE);
     EXPECT_EQ(rowOf(&Menus::sheet).command, &saveSheet);
+    EXPECT_EQ(rowOf(&Menus::study).screen, Screen::STUDY);
     EXPECT_EQ(rowOf(&Menus::verify).screen, Screen::VERIFY);
     EXPECT_TRUE(rowOf(&Menus::units).isMenu());
     EXPECT_EQ(rowOf(&Menus::unitsUS).units, UnitSystem::US);

@@ -242,6 +242,7 @@ TEST_F(RemarksTest, TheGuideOpensAtTheSectionOfTheScreen) {
         {"VUINECHO", "The output report"},
         {"NOTES", "Notes"},
         {"VERIFY", "Verification"},
+        {"STUDY", "The study window"},
         {"VUSOLPLT", "Plots"},
         {"CKORVANE", "The menus"},
     };

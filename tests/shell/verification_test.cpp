@@ -34,7 +34,7 @@ TEST(VerificationWindow, ShowsThatAllFiguresHold) {
         keepScreenshot(screen, "VERIFY-all");
         chooseAction(screen, "mnuFinished");
     });
-    person.choose("mnuToolsItem_4");
+    person.choose("mnuToolsItem_5");
     person.expectNothingLeft();
     EXPECT_TRUE(person.boxes.empty());
 }
@@ -43,7 +43,7 @@ TEST(VerificationWindow, IsThereAtAnyTimeButDuringASolution) {
     Person person;
     const auto isOn = [&] {
         return person.window().findChild<QMenu*>("mnuTools")->isEnabled() &&
-               person.window().findChild<QAction*>("mnuToolsItem_4")->isEnabled();
+               person.window().findChild<QAction*>("mnuToolsItem_5")->isEnabled();
     };
     EXPECT_TRUE(isOn());
     person.open(examplePath("cantilever-dry-sand"));
@@ -78,7 +78,7 @@ TEST(VerificationWindow, IsCopiedAndPrinted) {
         chooseAction(screen, "mnuPrint");
         screen.close();
     });
-    person.choose("mnuToolsItem_4");
+    person.choose("mnuToolsItem_5");
     person.expectNothingLeft();
     QProcess reader;
     reader.start("pdftotext",
