@@ -4,7 +4,9 @@
 #include "widgets/geometry.h"
 #include "widgets/shown_text.h"
 
+#include <QApplication>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -39,11 +41,24 @@ QString limitsText(const Limits& limits) {
 
 } // namespace
 
+void frameTicks(QAbstractItemView& view) {
+    constexpr int HalfLight = 128;
+    QPalette palette = view.palette();
+    if (palette.color(QPalette::Base).lightness() < HalfLight) {
+        palette.setColor(QPalette::Window, palette.color(QPalette::Text));
+        view.setPalette(palette);
+        for (QWidget* bar : {view.verticalScrollBar(), view.horizontalScrollBar()}) {
+            bar->setPalette(QApplication::palette());
+        }
+    }
+}
+
 StudyTable::StudyTable(const Problem& problem, UnitSystem units, QWidget* parent)
     : QTableWidget(0, ColumnCount, parent), problem_(problem), units_(units) {
     setObjectName("tblNumbers");
     setAccessibleName("Numbers of the wall that may vary");
     setHorizontalHeaderLabels({"Number", "Both sides", "Present", "Unit", "Low", "High", "Values"});
+    frameTicks(*this);
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + pixels(120));
     setTabKeyNavigation(false);

@@ -8,6 +8,9 @@
 
 namespace korvane {
 
+/// Boxes to tick that are seen on a dark ground too: the style frames them darker than a window.
+void frameTicks(QAbstractItemView& view);
+
 /// Ticked rows are the variables of a question. What is typed must be a number that the wall may
 /// have, or it is told and the old one comes back.
 class StudyTable : public QTableWidget {

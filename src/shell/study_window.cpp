@@ -121,6 +121,7 @@ QWidget* StudyWindow::createOutputs() {
     outputs_ = new QListWidget;
     outputs_->setObjectName("lstOutputs");
     outputs_->setAccessibleName("Outputs");
+    frameTicks(*outputs_);
     for (const std::string_view name : study::outputNames(problem())) {
         auto* item = new QListWidgetItem(shownText(name), outputs_);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);

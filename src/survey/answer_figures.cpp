@@ -225,7 +225,7 @@ std::string descriptionOf(const Tornado& tornado) {
 // ---- curves -------------------------------------------------------------------------------------
 
 constexpr std::size_t MostCurves = 12;
-constexpr double DotRadius = 35;
+constexpr int DotWidth = 5;
 
 /// The curves on show: all, or some with the first and the last among them.
 std::vector<std::size_t> shownCurves(const Curves& curves) {
@@ -257,7 +257,9 @@ void drawCurve(Sheet& sheet, const CurveFrame& frame, const Curves& curves, cons
         if (last) {
             sheet.line(*last, at, colour);
         }
-        sheet.circle(at, DotRadius, colour);
+        sheet.lineWidth(DotWidth);
+        sheet.point(at, colour);
+        sheet.lineWidth(2);
         last = end = at;
     }
     if (end && !mark.empty()) {

@@ -270,7 +270,7 @@ TEST(Curves, AreDrawnToScaleWithAGapWhereThereIsNoSolution) {
     const std::vector<Primitive> all = drawn(figure);
     std::vector<Primitive> dots;
     std::copy_if(all.begin(), all.end(), std::back_inserter(dots),
-                 [](const Primitive& p) { return p.kind == Primitive::Kind::Circle; });
+                 [](const Primitive& p) { return p.kind == Primitive::Kind::Point; });
     ASSERT_EQ(dots.size(), 5U); // of six
     EXPECT_NEAR(dots[1].a.x - dots[0].a.x, dots[2].a.x - dots[1].a.x, 1e-9);
     EXPECT_NEAR(dots[0].a.y - dots[1].a.y, dots[1].a.y - dots[2].a.y, 1e-9); // 1, 101, 201
