@@ -69,6 +69,14 @@ Evaluation::Evaluation(const Study& study)
                          [](const LimitState& limit) { return limit.condition.asksDesign(); })),
       problem_(study.base) {
     LoadPileDefaults(sections_);
+    for (const Variable& variable : study_.variables) {
+        for (const FieldAddress& place : variable.fields) {
+            bases_.emplace_back(place, valueAt(study_.base, place));
+        }
+    }
+    for (const Tie& tie : study_.ties) {
+        bases_.emplace_back(tie.field, valueAt(study_.base, tie.field));
+    }
     if (asksDesign_) {
         designWorkspace_.emplace();
     }
@@ -97,10 +105,8 @@ LimitValues Evaluation::limitValues(const std::vector<double>& numbers) const {
 
 /// Fields go back to the base first; variables on the same field follow one another.
 void Evaluation::change(const std::vector<double>& numbers) {
-    for (const Variable& variable : study_.variables) {
-        for (const FieldAddress& place : variable.fields) {
-            setValueAt(problem_, place, valueAt(study_.base, place));
-        }
+    for (const auto& [place, base] : bases_) {
+        setValueAt(problem_, place, base);
     }
     for (std::size_t n = 0; n < numbers.size(); ++n) {
         const Variable& variable = study_.variables[n];

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace korvane::study {
@@ -45,7 +46,8 @@ class Evaluation {
     void solveDesign();
 
     const Study& study_;
-    bool asksDesign_; ///< by a limit state
+    bool asksDesign_;                                    ///< by a limit state
+    std::vector<std::pair<FieldAddress, double>> bases_; ///< of all fields that variants change
     Problem problem_;
     PileSections sections_;
     Workspace workspace_;

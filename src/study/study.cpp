@@ -1,5 +1,5 @@
 #include "study/study.h"
-#include "study/draws.h"
+#include "study/study_checks.h"
 #include "study/toml_table.h"
 #include "study/variable_values.h"
 
@@ -20,9 +20,6 @@ const std::initializer_list<std::string_view> MethodNames = {
     "grid", "one-at-a-time", "sample", "sensitivity", "reliability", "target", "fragility"};
 
 const std::initializer_list<std::string_view> ChangeNames = {"set", "add", "multiply"};
-
-/// Variants that are counted without loss in any number here.
-constexpr double MostVariants = 1e15;
 
 /// Columns of the table of variants that are there besides.
 constexpr std::array<std::string_view, 4> OwnColumns{"id", "outcome", "reason", "weight"};
@@ -79,14 +76,12 @@ class StudyReader {
         forEach(file, "variable", [this](const toml::table& table) { readVariable(table); });
         forEach(file, "correlation", [this](const toml::table& table) { readCorrelation(table); });
         forEach(file, "tie", [this](const toml::table& table) { readTie(table); });
+        orderTies(study_);
         forEach(file, "limit", [this](const toml::table& table) { readLimit(table); });
         readOutputs(*head);
         readAlong(*head);
         readTarget(file);
-        checkMethod(*head);
-        if (!study_.correlations.empty() && !canBeTogether(study_)) {
-            throw StudyFault{correlationLine_, "the correlations cannot be together"};
-        }
+        checkStudy(study_, plainTable(*head));
     }
 
   private:
@@ -311,7 +306,7 @@ class StudyReader {
         }
         Correlation correlation{variableNamed(entry, "between", names[0]),
                                 variableNamed(entry, "between", names[1]),
-                                entry.requiredNumber("rank")};
+                                entry.requiredNumber("rank"), entry.line()};
         for (const std::size_t index : {correlation.first, correlation.second}) {
             if (!study_.variables[index].isRandom()) {
                 entry.fail("between", study_.variables[index].name + " has no distribution");
@@ -328,17 +323,18 @@ class StudyReader {
             entry.fail("rank", "must be above -1 and below 1");
         }
         study_.correlations.push_back(correlation);
-        correlationLine_ = entry.line();
     }
 
     void readTie(const toml::table& table) {
         const TomlTable entry(table, "[[tie]]", {"field", "to", "factor", "add"});
         const Tie tie{address(entry, "field", entry.requiredText("field")),
                       address(entry, "to", entry.requiredText("to")),
-                      entry.number("factor").value_or(1), entry.number("add").value_or(0)};
+                      entry.number("factor").value_or(1), entry.number("add").value_or(0),
+                      entry.line()};
         if (quantityOf(tie.field) != quantityOf(tie.to)) {
             entry.fail("to", "measures something else than the field");
         }
+        checkTie(study_, tie);
         study_.ties.push_back(tie);
     }
 
@@ -456,86 +452,9 @@ class StudyReader {
         }
     }
 
-    void checkMethod(const toml::table& table) {
-        const TomlTable head = plainTable(table);
-        if (study_.variables.empty()) {
-            throw StudyFault{headLine_, "a [[variable]] is missing"};
-        }
-        const bool draws =
-            study_.method == Method::Sample || study_.method == Method::Sensitivity ||
-            study_.method == Method::Reliability || study_.method == Method::Fragility;
-        for (std::size_t n = 0; n < study_.variables.size(); ++n) {
-            const Variable& variable = study_.variables[n];
-            const bool along = study_.method == Method::Fragility && n == study_.along;
-            if (draws && !variable.isRandom() && !along && variable.values.size() > 1) {
-                throw StudyFault{variable.line, "variable " + variable.name +
-                                                    " needs a distribution or a single value"};
-            }
-            if ((study_.method == Method::Grid || study_.method == Method::Target) &&
-                variable.isRandom()) {
-                throw StudyFault{variable.line,
-                                 "variable " + variable.name + " needs values, not a distribution"};
-            }
-        }
-        checkSize(head, draws);
-        checkCount();
-        if ((study_.method == Method::Reliability || study_.method == Method::Fragility) &&
-            study_.limits.empty()) {
-            throw StudyFault{headLine_, "a [[limit]] is missing"};
-        }
-        if (study_.method == Method::Target &&
-            (study_.variables.size() != 1 || study_.variables[0].values.size() < 2)) {
-            throw StudyFault{study_.variables[0].line,
-                             "the method target needs one variable with low and high"};
-        }
-    }
-
-    /// A grid can have more variants than can be counted.
-    void checkCount() const {
-        double count = study_.method == Method::Grid ? 1 : static_cast<double>(study_.sample.size);
-        for (std::size_t n = 0; n < study_.variables.size(); ++n) {
-            if (study_.method == Method::Grid ||
-                (study_.method == Method::Fragility && n == study_.along)) {
-                count *= static_cast<double>(study_.variables[n].values.size());
-            }
-        }
-        if (study_.method == Method::Sensitivity) {
-            count *= static_cast<double>(study_.variables.size() + 2);
-        }
-        if (count > MostVariants) {
-            throw StudyFault{headLine_, "these are more than 1E15 variants"};
-        }
-    }
-
-    void checkSize(const TomlTable& head, bool draws) const {
-        const bool form =
-            study_.method == Method::Reliability && study_.algorithm == Algorithm::Form;
-        if (draws && !form && study_.sample.size == 0) {
-            throw StudyFault{head.line(), "[study] needs \"size\""};
-        }
-        const auto random = static_cast<int>(
-            std::count_if(study_.variables.begin(), study_.variables.end(),
-                          [](const Variable& variable) { return variable.isRandom(); }));
-        const int coordinates = study_.method == Method::Sensitivity ? 2 * random : random;
-        if (draws && random == 0) {
-            throw StudyFault{head.line(), "no variable has a distribution"};
-        }
-        if (study_.sample.design != Design::Sobol) {
-            return;
-        }
-        if (coordinates > SobolCoordinates) {
-            head.fail("design", "sobol has no more than " + std::to_string(SobolCoordinates) +
-                                    " coordinates");
-        }
-        if (study_.sample.size > SobolPoints) {
-            head.fail("size", "sobol has no more than 4294967296 points");
-        }
-    }
-
     Study& study_;
     bool hasBase_;
     int headLine_ = 0;
-    int correlationLine_ = 0; ///< of the last
     std::vector<std::string> names_;
 };
 

@@ -48,6 +48,7 @@ struct Correlation {
     std::size_t first = 0;
     std::size_t second = 0;
     double rank = 0;
+    int line = 0; ///< in the study file
 };
 
 /// A field that follows another one: factor times its number plus `add`.
@@ -56,6 +57,7 @@ struct Tie {
     FieldAddress to;
     double factor = 1;
     double add = 0; ///< in the units of the study
+    int line = 0;   ///< in the study file
 };
 
 /// What a target study looks for: the number of its variable at which an output reaches a value.
@@ -82,7 +84,7 @@ struct Study {
     std::vector<OutputColumn> outputs;
     std::vector<Variable> variables;
     std::vector<Correlation> correlations;
-    std::vector<Tie> ties;
+    std::vector<Tie> ties; ///< each behind those of the fields that it follows
     std::vector<LimitState> limits;
     std::optional<Target> target;
     std::size_t along = 0; ///< the variable along which a fragility is asked

@@ -69,6 +69,13 @@ TEST(Variants, OneAtATimeIsTheBaseThenBothEndsOfEach) {
                             ElementsAre(same, same, is(6))));
 }
 
+TEST(Variants, OneAtATimeTakesTheLeastAndTheLargestValue) {
+    const auto numbers =
+        numbersOf(studyOf(head("one-at-a-time") + friction("values = [32, 28, 36, 34]")));
+    EXPECT_EQ(numbers[1][0], 28);
+    EXPECT_EQ(numbers[2][0], 36);
+}
+
 TEST(Variants, OneAtATimeTakesTheFivePercentEndsOfADistribution) {
     const auto numbers =
         numbersOf(studyOf(head("one-at-a-time") + friction("distribution = \"Normal(32, 2)\"")));
@@ -105,6 +112,76 @@ TEST(Variants, TiesFollowTheirField) {
     EXPECT_EQ(wallOf(study, {30}).SoilWallFriction(Left, 1), 16);
     EXPECT_EQ(wallOf(study, {36}).SoilWallFriction(Left, 1), 19);
     EXPECT_EQ(wallOf(study, {36}).SoilWallFriction(Right, 1), 0);
+}
+
+namespace {
+
+std::string tie(const std::string& field, const std::string& to, const std::string& more = "") {
+    return "[[tie]]\nfield = \"" + field + "\"\nto = \"" + to + "\"\n" + more + "\n";
+}
+
+const std::string Drawn =
+    variable("friction", "fields = \"SoilFriction.right.1\"\nvalues = [30, 36]");
+
+} // namespace
+
+TEST(Variants, TiesThatFollowTiesDoNotDependOnTheirOrder) {
+    // Friction on the left is 2 below that on the right, that of the wall half of the left one.
+    const std::string first = tie("SoilFriction.left.1", "SoilFriction.right.1", "add = -2");
+    const std::string then = tie("SoilWallFriction.left.1", "SoilFriction.left.1", "factor = 0.5");
+    for (const std::string& ties : {first + then, then + first}) {
+        const Study study = studyOf(head("grid") + Drawn + ties);
+        Evaluation evaluation(study);
+        for (const double friction : {30.0, 36.0, 30.0}) { // whatever was solved before
+            evaluation.solve({friction});
+            EXPECT_EQ(evaluation.problem().SoilFriction(Left, 1), friction - 2);
+            EXPECT_EQ(evaluation.problem().SoilWallFriction(Left, 1), (friction - 2) / 2);
+        }
+    }
+}
+
+TEST(Variants, FieldsOfTiesStartFromTheBase) {
+    // What no study file can say: the field grows by a fiftieth of the base, once.
+    Study study = studyOf(head("grid") + Drawn);
+    const FieldAddress top{ProblemField::WallTopElev};
+    study.ties = {Tie{.field = top, .to = top, .factor = 1.02}};
+    Evaluation evaluation(study);
+    for (int n = 0; n < 3; ++n) {
+        evaluation.solve({unchanged()});
+        EXPECT_EQ(evaluation.problem().WallTopElev, 1.02 * study.base.WallTopElev);
+    }
+}
+
+TEST(Variants, TiesThatSpeakAgainstOneAnotherAreRefused) {
+    const auto fault = [](const std::string& ties) { return faultOf(head("grid") + Drawn + ties); };
+    EXPECT_THAT(fault(tie("SoilFriction.left.1", "SoilFriction.left.1", "factor = 1.02")),
+                HasSubstr("s.toml:9: [[tie]]: SoilFriction.left.1 cannot follow itself"));
+    EXPECT_THAT(fault(tie("SoilFriction.left.1", "SoilFriction.right.1") +
+                      tie("SoilFriction.left.1", "SoilWallFriction.left.1")),
+                HasSubstr("SoilFriction.left.1 follows SoilFriction.right.1 already"));
+    EXPECT_THAT(fault(tie("SoilFriction.right.1", "SoilFriction.left.1")),
+                HasSubstr("SoilFriction.right.1 is a field of the variable friction"));
+    EXPECT_THAT(fault(tie("SoilFriction.left.1", "SoilWallFriction.left.1") +
+                      tie("SoilWallFriction.left.1", "SoilFriction.left.1")),
+                HasSubstr("follow one another in a ring"));
+}
+
+TEST(Variants, RowsOfTiesAreTheSameForAnyThreadsAndParts) {
+    const std::string text =
+        head("sample", "size = 700\noutputs = \"penetration\"") +
+        variable("friction",
+                 "fields = \"SoilFriction.right.1\"\ndistribution = \"Normal(32, 2)\"") +
+        tie("SoilWallFriction.left.1", "SoilFriction.left.1", "factor = 0.5") +
+        tie("SoilFriction.left.1", "SoilFriction.right.1", "add = 1");
+    const StudyDesk desk;
+    desk.runStudy(text, "one", {"--jobs", "1"});
+    desk.runStudy(text, "three", {"--jobs", "3"});
+    EXPECT_EQ(desk.variants("three"), desk.variants("one"));
+    for (const char* part : {"4/4", "1/4", "3/4", "2/4"}) {
+        desk.runStudy(text, "parts", {"--part", part});
+    }
+    EXPECT_EQ(StudyDesk::run({"collect", desk.file("parts")}).status, 0);
+    EXPECT_EQ(desk.variants("parts"), desk.variants("one"));
 }
 
 TEST(Variants, UnitsOfTheStudyAreThoseOfItsNumbers) {
