@@ -182,9 +182,11 @@ void tellVariable(std::ostream& out, const Study& study, const Variable& variabl
             << text(figures.deviation) << ", 5 % " << text(figures.low) << ", 95 % "
             << text(figures.high);
     } else {
+        const auto [least, largest] =
+            std::minmax_element(variable.values.begin(), variable.values.end());
         out << variable.values.size() << (variable.values.size() == 1 ? " value" : " values")
-            << " from " << valueText(variable.values.front(), variable, study.units) << " to "
-            << valueText(variable.values.back(), variable, study.units);
+            << " from " << valueText(*least, variable, study.units) << " to "
+            << valueText(*largest, variable, study.units);
     }
     for (const FieldAddress& place : variable.fields) {
         out << " " << addressName(place);

@@ -173,6 +173,22 @@ struct Draws::Contents {
     bool correlated = false;
 };
 
+namespace {
+
+/// The correlated normal number of a variable.
+double score(const Draws::Contents& contents, const std::vector<double>& normals, std::size_t i) {
+    if (!contents.correlated) {
+        return normals[i];
+    }
+    double z = 0;
+    for (std::size_t j = 0; j <= i; ++j) {
+        z += contents.factor[i][j] * normals[j];
+    }
+    return z;
+}
+
+} // namespace
+
 std::string distributionFault(const Variable& variable) {
     try {
         const OT::Distribution made = distributionOf(variable);
@@ -269,15 +285,20 @@ void Draws::fromUniforms(const std::vector<double>& uniforms, std::vector<double
 void Draws::fromNormals(const std::vector<double>& normals, std::vector<double>& numbers) const {
     numbers.resize(dimension());
     for (std::size_t i = 0; i < dimension(); ++i) {
-        double z = contents_->correlated ? 0 : normals[i];
-        for (std::size_t j = 0; contents_->correlated && j <= i; ++j) {
-            z += contents_->factor[i][j] * normals[j];
-        }
+        const double z = score(*contents_, normals, i);
         // The smaller tail keeps the digits of large numbers.
         const bool tail = z > 0;
         numbers[i] =
             contents_->marginals[i].computeScalarQuantile(OT::DistFunc::pNormal(z, tail), tail);
     }
+}
+
+std::vector<double> Draws::scores(const std::vector<double>& normals) const {
+    std::vector<double> all;
+    for (std::size_t i = 0; i < dimension(); ++i) {
+        all.push_back(score(*contents_, normals, i));
+    }
+    return all;
 }
 
 } // namespace korvane::study

@@ -46,6 +46,9 @@ class Draws {
     /// The same from independent standard normal numbers.
     void fromNormals(const std::vector<double>& normals, std::vector<double>& numbers) const;
 
+    /// The normal numbers of the variables themselves, correlated as these are.
+    std::vector<double> scores(const std::vector<double>& normals) const;
+
     struct Contents;
     const Contents& contents() const { return *contents_; }
 

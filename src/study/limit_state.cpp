@@ -122,6 +122,60 @@ bool isOne(const Node& node) {
     return node.kind == Kind::Number && node.number == 1;
 }
 
+/// Comparisons that hold together, one such list after the other.
+using Alternatives = std::vector<std::vector<Part>>;
+
+/// Every list of one side with every list of the other; none where they are too many.
+Alternatives together(const Alternatives& first, const Alternatives& second) {
+    Alternatives all;
+    if (first.size() * second.size() > Condition::MostAlternatives) {
+        return all;
+    }
+    for (const std::vector<Part>& a : first) {
+        for (const std::vector<Part>& b : second) {
+            all.push_back(a);
+            all.back().insert(all.back().end(), b.begin(), b.end());
+        }
+    }
+    return all;
+}
+
+/// The lists of both sides; none where they are too many, or one side has too many.
+Alternatives inTurn(Alternatives first, const Alternatives& second) {
+    const bool tooMany = first.empty() || second.empty() ||
+                         first.size() + second.size() > Condition::MostAlternatives;
+    first.insert(first.end(), second.begin(), second.end());
+    return tooMany ? Alternatives() : first;
+}
+
+/// Of a condition or of its opposite, by the laws of A. De Morgan.
+Alternatives alternativesOf(const Part& part, bool opposite) {
+    if (part->kind == Kind::And || part->kind == Kind::Or) {
+        const Alternatives first = alternativesOf(part->first, opposite);
+        const Alternatives second = alternativesOf(part->second, opposite);
+        return (part->kind == Kind::And) != opposite ? together(first, second)
+                                                     : inTurn(first, second);
+    }
+    if (!opposite) {
+        return {{part}};
+    }
+    const Kind kind = part->kind == Kind::Greater ? Kind::AtLeast : Kind::Greater;
+    return {
+        {std::make_shared<Node>(Node{.kind = kind, .first = part->second, .second = part->first})}};
+}
+
+/// The part with every output of the level, where it has named none.
+Part atLevel(const Part& part, int level) {
+    if (part == nullptr) {
+        return part;
+    }
+    Node node = *part;
+    node.level = node.level == 0 ? level : node.level;
+    node.first = atLevel(node.first, level);
+    node.second = atLevel(node.second, level);
+    return std::make_shared<Node>(node);
+}
+
 /// A condition with the design's bottom in place of the factor of safety.
 Part askingDesign(const Part& part) {
     if (part == nullptr) {
@@ -365,6 +419,24 @@ bool Condition::holds(const LimitValues& values) const {
         held = holdsAt(*root_, values, level);
     }
     return held;
+}
+
+std::vector<std::vector<Condition>> Condition::alternatives(bool opposite) const {
+    Alternatives lists = alternativesOf(atLevel(root_, 1), opposite);
+    for (int level = 2; level <= levels_; ++level) {
+        const Alternatives more = alternativesOf(atLevel(root_, level), opposite);
+        lists = opposite ? together(lists, more) : inTurn(lists, more);
+    }
+    std::vector<std::vector<Condition>> all;
+    for (const std::vector<Part>& list : lists) {
+        all.emplace_back();
+        for (const Part& part : list) {
+            Condition comparison;
+            comparison.root_ = part;
+            all.back().push_back(std::move(comparison));
+        }
+    }
+    return all;
 }
 
 bool Condition::names(std::string_view output) const {

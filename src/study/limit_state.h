@@ -36,6 +36,11 @@ class Condition {
     double margin(const LimitValues& values) const;
     /// Whether it holds.
     bool holds(const LimitValues& values) const;
+    /// The condition, or its opposite, as alternatives of which one is enough, each a list of
+    /// comparisons that hold together; levels that are tried in turn are alternatives as well.
+    /// Empty where there are more than `MostAlternatives`.
+    std::vector<std::vector<Condition>> alternatives(bool opposite) const;
+    static constexpr std::size_t MostAlternatives = 64;
     /// Whether it speaks of an output (by its name without suffix).
     bool names(std::string_view output) const;
     /// Comparisons of the factor of safety with 1 become those of the bottom of the design at

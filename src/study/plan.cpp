@@ -2,6 +2,7 @@
 
 #include <openturns/DistFunc.hxx>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -9,13 +10,18 @@ namespace korvane::study {
 
 namespace {
 
+/// Of a sample around points, the share that is drawn as the variables are.
+constexpr double OriginShare = 0.1;
+
 /// Low and high of a variable alone.
 std::array<double, 2> endsOf(const Variable& variable) {
     if (variable.isRandom()) {
         const DistributionFigures figures = figuresOf(variable);
         return {figures.low, figures.high};
     }
-    return {variable.values.front(), variable.values.back()};
+    const auto [least, largest] =
+        std::minmax_element(variable.values.begin(), variable.values.end());
+    return {*least, *largest};
 }
 
 std::uint64_t sizeOf(const Study& study, std::size_t dimension) {
@@ -141,21 +147,26 @@ void Plan::drawnNumbers(std::uint64_t point, std::uint64_t block, std::vector<do
     }
 }
 
-/// Uniform numbers become normal ones around one of the centers.
+/// Uniform numbers become normal ones around the origin or one of the centers. Which one, a
+/// coordinate of its own tells: points of a Sobol' sequence that follow one another, or share the
+/// digits of one coordinate, lie in a part of the cube.
 void Plan::moveToCenter(std::uint64_t point) {
-    const std::vector<double>& center = centers_[point % centers_.size()];
+    const double share = (1 - OriginShare) / static_cast<double>(centers_.size());
+    const double choice = coordinate(point, uniforms_.size()) - OriginShare;
+    const auto chosen =
+        std::min(static_cast<std::size_t>(std::max(choice, 0.0) / share), centers_.size() - 1);
     for (std::size_t i = 0; i < uniforms_.size(); ++i) {
-        uniforms_[i] = center[i] + OT::DistFunc::qNormal(uniforms_[i]);
+        uniforms_[i] = (choice < 0 ? 0 : centers_[chosen][i]) + OT::DistFunc::qNormal(uniforms_[i]);
     }
-    double density = 0; // of the sample, to that of the distributions
-    for (const std::vector<double>& other : centers_) {
+    double density = OriginShare; // of the sample, to that of the distributions
+    for (const std::vector<double>& center : centers_) {
         double exponent = 0;
         for (std::size_t i = 0; i < uniforms_.size(); ++i) {
-            exponent += other[i] * (uniforms_[i] - other[i] / 2);
+            exponent += center[i] * (uniforms_[i] - center[i] / 2);
         }
-        density += std::exp(exponent);
+        density += share * std::exp(exponent);
     }
-    weight_ = static_cast<double>(centers_.size()) / density;
+    weight_ = 1 / density;
 }
 
 } // namespace korvane::study

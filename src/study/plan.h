@@ -30,11 +30,12 @@ class Plan {
     /// Numbers of all variables of variant `index` (from 0).
     void numbers(std::uint64_t index, std::vector<double>& numbers);
 
-    /// A sample is drawn around these points of standard normal numbers from now on, in turn.
+    /// A sample is drawn around these points of standard normal numbers from now on, at random and
+    /// as often around each; a tenth of it around their origin, so that no weight is above 10.
     void drawAround(std::vector<std::vector<double>> centers) { centers_ = std::move(centers); }
     /// How much the variant of the last call of `numbers` counts in a sample drawn around points:
-    /// the ratio of the density of the distributions to that of the sample (the mean of those
-    /// around each point, so that every limit state may use every variant).
+    /// the ratio of the density of the distributions to that of the sample (of all its points, so
+    /// that every limit state may use every variant).
     double weight() const { return weight_; }
 
   private:

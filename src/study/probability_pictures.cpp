@@ -44,39 +44,44 @@ struct Tally {
         const auto interval = clopperPearson(hits, rows);
         return {hits / rows, interval[0], interval[1]};
     }
-    Estimate weighted() const {
+    /// Of an `opposite` its complement.
+    Estimate weighted(bool opposite) const {
         const double mean = weights / rows;
         const double half =
             NormalEnds * std::sqrt(std::max(squares / rows - mean * mean, 0.0) / rows);
         const bool few = hits < LeastHits;
-        return {mean, few ? None : std::max(0.0, mean - half), few ? None : mean + half};
+        const double value = opposite ? 1 - mean : mean;
+        return {value, few ? None : std::max(0.0, value - half),
+                few ? None : std::min(1.0, value + half)};
     }
 };
 
 Picture convergenceOf(const FinishedStudy& finished, const LimitState& limit) {
     const bool weighted = isWeighted(finished.study);
+    // As in the statistics: where the median has reached the state, its opposite is estimated.
+    const bool opposite = weighted && finished.value(limit.name, "beta") < 0;
     const std::uint64_t every = std::max<std::uint64_t>(1, finished.rows / Stops);
     Tally tally;
     std::vector<SvgPoint> values;
     std::vector<SvgPoint> lows;
     std::vector<SvgPoint> highs;
-    finished.store.query("SELECT " + quoted(limit.name) + (weighted ? ", weight" : ", 1.0") +
-                             " FROM variants ORDER BY id",
-                         [&](const std::vector<double>& row) {
-                             tally.add(row[0], row[1]);
-                             const auto count = static_cast<std::uint64_t>(tally.rows);
-                             const bool isStop = count % every == 0 || count == finished.rows;
-                             if (!isStop ||
-                                 tally.rows < FirstShown * static_cast<double>(finished.rows)) {
-                                 return;
-                             }
-                             const Estimate estimate = weighted ? tally.weighted() : tally.plain();
-                             values.push_back({tally.rows, estimate.value});
-                             if (std::isfinite(estimate.low)) {
-                                 lows.push_back({tally.rows, estimate.low});
-                                 highs.push_back({tally.rows, estimate.high});
-                             }
-                         });
+    finished.store.query(
+        "SELECT " + quoted(limit.name) + (weighted ? ", weight" : ", 1.0") +
+            " FROM variants ORDER BY id",
+        [&](const std::vector<double>& row) {
+            tally.add(opposite ? 1 - row[0] : row[0], row[1]);
+            const auto count = static_cast<std::uint64_t>(tally.rows);
+            const bool isStop = count % every == 0 || count == finished.rows;
+            if (!isStop || tally.rows < FirstShown * static_cast<double>(finished.rows)) {
+                return;
+            }
+            const Estimate estimate = weighted ? tally.weighted(opposite) : tally.plain();
+            values.push_back({tally.rows, estimate.value});
+            if (std::isfinite(estimate.low)) {
+                lows.push_back({tally.rows, estimate.low});
+                highs.push_back({tally.rows, estimate.high});
+            }
+        });
     std::vector<double> heights{0};
     for (const auto* points : {&values, &highs}) {
         for (const SvgPoint& point : *points) {

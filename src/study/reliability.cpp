@@ -10,6 +10,7 @@
 #include <openturns/Function.hxx>
 #include <openturns/Less.hxx>
 #include <openturns/Normal.hxx>
+#include <openturns/OptimizationProblem.hxx>
 #include <openturns/RandomVector.hxx>
 #include <openturns/ThresholdEvent.hxx>
 
@@ -29,98 +30,175 @@ constexpr double WallNearness = 1e-4;
 constexpr double PlainNearness = 1e-10;
 /// A point further from the limit state than this share has not met it.
 constexpr double Missed = 0.01;
+/// Points nearer to one another than this are the same.
+constexpr double Apart = 0.1;
+/// Points of a smaller share of the probability of the nearest do not count.
+constexpr double LeastShare = 1e-3;
 
-/// How far a wall is from a limit state, over independent standard normal numbers.
-class Margin : public OT::EvaluationImplementation {
-  public:
-    Margin(const Study& study, const LimitState& limit)
-        : study_(study), limit_(limit), draws_(study),
-          evaluation_(std::make_shared<Evaluation>(study)),
-          solutions_(std::make_shared<std::uint64_t>(0)) {
-        numbers_.resize(study.variables.size());
-        for (std::size_t n = 0; n < numbers_.size(); ++n) {
+using Normals = std::vector<double>; ///< independent standard normal numbers
+
+/// Walls by normal numbers, and what the search has cost.
+struct Walls {
+    Walls(const Study& asked, const LimitState& state, std::function<bool()> ends)
+        : study(asked), limit(state), stop(std::move(ends)), draws(asked), evaluation(asked),
+          numbers(asked.variables.size()) {
+        for (std::size_t n = 0; n < numbers.size(); ++n) {
             if (!study.variables[n].isRandom()) {
-                numbers_[n] = study.variables[n].values.front();
+                numbers[n] = study.variables[n].values.front();
             }
         }
-        usual_ = std::abs(at(std::vector<double>(draws_.dimension(), 0.0)));
-        usual_ = usual_ > 0 ? usual_ : 1;
     }
 
-    Margin* clone() const override { return new Margin(*this); }
-    OT::UnsignedInteger getInputDimension() const override { return draws_.dimension(); }
-    OT::UnsignedInteger getOutputDimension() const override { return 1; }
-    OT::Point operator()(const OT::Point& normals) const override {
-        return OT::Point(1, at(std::vector<double>(normals.begin(), normals.end())));
-    }
-
-    /// Below 0 in the state.
-    double at(const std::vector<double>& normals) const {
-        std::vector<double> drawn;
-        draws_.fromNormals(normals, drawn);
-        std::vector<double> numbers = numbers_;
+    LimitValues at(const Normals& normals) {
+        draws.fromNormals(normals, drawn);
         for (std::size_t i = 0; i < drawn.size(); ++i) {
-            numbers[draws_.variableOf(i)] = drawn[i];
+            numbers[draws.variableOf(i)] = drawn[i];
         }
-        evaluation_->solve(numbers);
-        ++*solutions_;
-        const LimitValues values = evaluation_->limitValues(numbers);
-        if (!limit_.condition.isKnown(values)) {
-            return limit_.noSolutionFails ? -usual_ : usual_;
-        }
-        return limit_.condition.margin(values);
+        evaluation.solve(numbers);
+        ++solutions;
+        return evaluation.limitValues(numbers);
     }
+    bool isStopped() const { return stop && stop(); }
 
-    /// Of the median; never 0.
-    double usual() const { return usual_; }
-    const Draws& draws() const { return draws_; }
-    std::uint64_t solutions() const { return *solutions_; }
-
-  private:
-    const Study& study_;
-    const LimitState& limit_;
-    Draws draws_;
-    std::shared_ptr<Evaluation> evaluation_;
-    std::shared_ptr<std::uint64_t> solutions_;
-    std::vector<double> numbers_;
-    double usual_ = 1; ///< of the median
+    const Study& study;
+    const LimitState& limit;
+    std::function<bool()> stop;
+    Draws draws;
+    Evaluation evaluation;
+    std::vector<double> numbers;
+    std::vector<double> drawn;
+    std::uint64_t solutions = 0;
 };
 
-bool asksWall(const Study& study, const Condition& condition) {
-    const std::vector<std::string_view> names = outputNames(study.base);
-    return condition.asksDesign() ||
-           std::any_of(names.begin(), names.end(),
-                       [&](std::string_view name) { return condition.names(name); });
-}
+/// How far a wall is from comparisons that hold together, each as a share of the margin of the
+/// median: they may be in any units. Below 0 where they hold.
+class Margins : public OT::EvaluationImplementation {
+  public:
+    Margins(Walls& walls, std::vector<Condition> comparisons, bool opposite)
+        : walls_(walls), comparisons_(std::move(comparisons)),
+          unsolved_(walls.limit.noSolutionFails != opposite ? -1 : 1),
+          usual_(comparisons_.size(), 1) {
+        const OT::Point median = (*this)(OT::Point(getInputDimension(), 0.0));
+        for (std::size_t n = 0; n < usual_.size(); ++n) {
+            usual_[n] = median[n] == 0 ? 1 : std::abs(median[n]);
+        }
+    }
 
-OT::Cobyla search(double nearness) {
+    Margins* clone() const override { return new Margins(*this); }
+    OT::UnsignedInteger getInputDimension() const override { return walls_.draws.dimension(); }
+    OT::UnsignedInteger getOutputDimension() const override { return comparisons_.size(); }
+    OT::Point operator()(const OT::Point& point) const override {
+        const LimitValues values = walls_.at({point.begin(), point.end()});
+        OT::Point margins(comparisons_.size(), unsolved_);
+        if (walls_.limit.condition.isKnown(values)) {
+            for (std::size_t n = 0; n < comparisons_.size(); ++n) {
+                margins[n] = comparisons_[n].margin(values) / usual_[n];
+            }
+        }
+        return margins;
+    }
+    /// The largest.
+    double worst(const Normals& normals) const {
+        const OT::Point margins = (*this)(OT::Point(normals.begin(), normals.end()));
+        return *std::max_element(margins.begin(), margins.end());
+    }
+
+    /// How near to the limit state the search goes.
+    double nearness() const {
+        const std::vector<std::string_view> names = outputNames(walls_.study.base);
+        double nearest = PlainNearness;
+        for (std::size_t n = 0; n < comparisons_.size(); ++n) {
+            const Condition& one = comparisons_[n];
+            if (one.asksDesign() || std::any_of(names.begin(), names.end(),
+                                                [&](auto name) { return one.names(name); })) {
+                const double feet =
+                    inUnits(Quantity::Length, FeetNearness, walls_.study.units) / usual_[n];
+                nearest = std::max({nearest, WallNearness, std::min(feet, Missed)});
+            }
+        }
+        return nearest;
+    }
+
+  private:
+    Walls& walls_;
+    std::vector<Condition> comparisons_;
+    double unsolved_ = 1; ///< of a wall without a solution
+    std::vector<double> usual_;
+};
+
+/// The square of the length, or the margins with their signs changed: what a search makes small,
+/// and what it keeps above 0.
+class SquaredLength : public OT::EvaluationImplementation {
+  public:
+    explicit SquaredLength(OT::UnsignedInteger dimension) : dimension_(dimension) {}
+    SquaredLength* clone() const override { return new SquaredLength(*this); }
+    OT::UnsignedInteger getInputDimension() const override { return dimension_; }
+    OT::UnsignedInteger getOutputDimension() const override { return 1; }
+    OT::Point operator()(const OT::Point& point) const override {
+        return OT::Point(1, point.normSquare());
+    }
+
+  private:
+    OT::UnsignedInteger dimension_;
+};
+class Reserves : public OT::EvaluationImplementation {
+  public:
+    explicit Reserves(const Margins& margins) : margins_(margins) {}
+    Reserves* clone() const override { return new Reserves(*this); }
+    OT::UnsignedInteger getInputDimension() const override { return margins_.getInputDimension(); }
+    OT::UnsignedInteger getOutputDimension() const override {
+        return margins_.getOutputDimension();
+    }
+    OT::Point operator()(const OT::Point& point) const override { return margins_(point) * -1; }
+
+  private:
+    Margins margins_;
+};
+
+OT::Cobyla searchOf(const Margins& margins, Walls& walls) {
     OT::Cobyla cobyla;
     cobyla.setMaximumEvaluationNumber(MostSolutions);
     cobyla.setMaximumIterationNumber(MostSolutions);
     cobyla.setMaximumAbsoluteError(1e-9);
     cobyla.setMaximumRelativeError(1e-9);
     cobyla.setMaximumResidualError(1e-9);
-    cobyla.setMaximumConstraintError(nearness);
+    cobyla.setMaximumConstraintError(margins.nearness());
+    cobyla.setStopCallback([](void* state) { return static_cast<Walls*>(state)->isStopped(); },
+                           &walls);
     return cobyla;
 }
 
-/// How near to the limit state the search goes, in the units of the margin.
-double nearnessOf(const Study& study, const LimitState& limit, double usual) {
-    return asksWall(study, limit.condition)
-               ? std::max(inUnits(Quantity::Length, FeetNearness, study.units),
-                          WallNearness * usual)
-               : PlainNearness * usual;
+/// The nearest point of one comparison's border; throws what OpenTURNS throws.
+OT::Point nearestOfOne(const Margins& margins, Walls& walls, const OT::Point& start) {
+    const OT::CompositeRandomVector distance(OT::Function(margins),
+                                             OT::RandomVector(OT::Normal(start.getSize())));
+    OT::FORM form(searchOf(margins, walls), OT::ThresholdEvent(distance, OT::Less(), 0.0), start);
+    form.run();
+    return form.getResult().getStandardSpaceDesignPoint();
+}
+
+/// The nearest point where several hold together: their common border has corners, which a search
+/// along the worst of them does not pass.
+OT::Point nearestOfAll(const Margins& margins, Walls& walls, const OT::Point& start) {
+    const SquaredLength length(start.getSize());
+    OT::OptimizationProblem problem{OT::Function(length)};
+    problem.setInequalityConstraint(OT::Function(Reserves(margins)));
+    OT::Cobyla cobyla = searchOf(margins, walls);
+    cobyla.setProblem(problem);
+    cobyla.setStartingPoint(start);
+    cobyla.run();
+    return cobyla.getResult().getOptimalPoint();
 }
 
 /// The point on the ray through a found one at which the state is reached, where it is within a
 /// hundredth of it: the last digits, which the search for the ray leaves open.
-void sharpen(const Margin& margin, std::vector<double>& point) {
-    const std::vector<double> found = point;
+void sharpen(const Margins& margins, Normals& point) {
+    const Normals found = point;
     const auto at = [&](double scale) {
         for (std::size_t i = 0; i < point.size(); ++i) {
             point[i] = scale * found[i];
         }
-        return margin.at(point);
+        return margins.worst(point);
     };
     double low = 0.99;
     double high = 1.01;
@@ -136,53 +214,116 @@ void sharpen(const Margin& margin, std::vector<double>& point) {
     at((low + high) / 2);
 }
 
-double lengthOf(const std::vector<double>& point) {
+double distanceOf(const Normals& a, const Normals& b) {
     double squares = 0;
-    for (const double u : point) {
-        squares += u * u;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        squares += (a[i] - b[i]) * (a[i] - b[i]);
     }
     return std::sqrt(squares);
 }
 
+double lengthOf(const Normals& point) {
+    return distanceOf(point, Normals(point.size(), 0));
+}
+
+/// Adds the point that a search from `start` finds, unless it is there already. Why there is none.
+std::string addPoint(std::vector<Normals>& points, const Margins& margins, Walls& walls,
+                     const OT::Point& start) {
+    try {
+        const OT::Point found = margins.getOutputDimension() == 1
+                                    ? nearestOfOne(margins, walls, start)
+                                    : nearestOfAll(margins, walls, start);
+        if (walls.isStopped()) {
+            return "stopped";
+        }
+        Normals point(found.begin(), found.end());
+        sharpen(margins, point);
+        if (!(std::abs(margins.worst(point)) <= Missed)) {
+            return "the search has not met the limit state";
+        }
+        if (std::none_of(points.begin(), points.end(),
+                         [&](const Normals& other) { return distanceOf(point, other) < Apart; })) {
+            points.push_back(std::move(point));
+        }
+        return {};
+    } catch (const std::exception& fault) {
+        return fault.what();
+    }
+}
+
+/// Points of all alternatives, nearest first.
+std::vector<Normals> bordersOf(Walls& walls, bool opposite, FirstOrder& result) {
+    const auto alternatives = walls.limit.condition.alternatives(opposite);
+    if (alternatives.empty()) {
+        result.fault = "it has more than " + std::to_string(Condition::MostAlternatives) +
+                       " alternatives joined by and and or";
+    }
+    std::vector<Normals> points;
+    for (const std::vector<Condition>& comparisons : alternatives) {
+        const Margins margins(walls, comparisons, opposite);
+        std::vector<Normals> found;
+        const OT::Point start(walls.draws.dimension(), 0.1);
+        const std::string fault = addPoint(found, margins, walls, start);
+        // From the other side as well: abs(x) > 3 has a border on both.
+        const OT::Point mirrored =
+            found.empty() ? start : OT::Point(found[0].begin(), found[0].end());
+        addPoint(found, margins, walls, mirrored * -1);
+        if (found.empty()) {
+            ++result.missed;
+            result.fault = result.fault.empty() ? fault : result.fault;
+        }
+        points.insert(points.end(), found.begin(), found.end());
+    }
+    std::stable_sort(points.begin(), points.end(),
+                     [](const Normals& a, const Normals& b) { return lengthOf(a) < lengthOf(b); });
+    return points;
+}
+
 } // namespace
 
-FirstOrder firstOrder(const Study& study, const LimitState& limit) {
+FirstOrder firstOrder(const Study& study, const LimitState& limit,
+                      const std::function<bool()>& stop) {
     FirstOrder result;
-    const Margin margin(study, limit);
-    try {
-        const OT::UnsignedInteger dimension = margin.getInputDimension();
-        const OT::Normal standard(dimension);
-        const OT::CompositeRandomVector distance(OT::Function(margin.clone()),
-                                                 OT::RandomVector(standard));
-        const OT::ThresholdEvent event(distance, OT::Less(), 0.0);
-        OT::FORM form(search(nearnessOf(study, limit, margin.usual())), event,
-                      OT::Point(dimension, 0.1));
-        form.run();
-        const OT::Point point = form.getResult().getStandardSpaceDesignPoint();
-        result.standard.assign(point.begin(), point.end());
-        sharpen(margin, result.standard);
-        margin.draws().fromNormals(result.standard, result.designPoint);
-        const bool isReached = margin.at(std::vector<double>(dimension, 0.0)) < 0;
-        result.beta = lengthOf(result.standard) * (isReached ? -1 : 1);
-        result.probability = OT::DistFunc::pNormal(-result.beta);
-        for (const double u : result.standard) {
-            result.importance.push_back(result.beta == 0 ? 0 : u * u / (result.beta * result.beta));
+    Walls walls(study, limit, stop);
+    const bool isReached = limit.reached(walls.at(Normals(walls.draws.dimension(), 0)));
+    for (Normals& point : bordersOf(walls, isReached, result)) {
+        const double probability = OT::DistFunc::pNormal(-lengthOf(point));
+        if (result.points.empty()) {
+            result.beta = lengthOf(point) * (isReached ? -1 : 1);
+            result.probability = isReached ? 1 - probability : probability;
+            walls.draws.fromNormals(point, result.designPoint);
+            result.importance = walls.draws.scores(point);
+        } else if (probability < LeastShare * OT::DistFunc::pNormal(-std::abs(result.beta))) {
+            break;
         }
-        if (!(std::abs(margin.at(result.standard)) <= Missed * margin.usual())) {
-            result.fault = "the search has not met the limit state";
-        }
-    } catch (const std::exception& fault) {
-        result.fault = fault.what();
+        result.points.push_back(std::move(point));
     }
-    result.solutions = margin.solutions();
+    const double squares = std::pow(lengthOf(result.importance), 2);
+    for (double& share : result.importance) {
+        share = squares == 0 ? 0 : share * share / squares;
+    }
+    if (!result.points.empty() && !walls.isStopped()) {
+        result.fault.clear();
+    }
+    result.solutions = walls.solutions;
     return result;
 }
 
-void addFirstOrder(std::vector<Statistic>& all, const Study& study) {
+std::vector<FirstOrder> firstOrders(const Study& study, const std::function<bool()>& stop) {
+    std::vector<FirstOrder> all;
+    for (const LimitState& limit : study.limits) {
+        all.push_back(firstOrder(study, limit, stop));
+    }
+    return all;
+}
+
+void addFirstOrder(std::vector<Statistic>& all, const Study& study,
+                   const std::vector<FirstOrder>& orders) {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     const Draws draws(study);
-    for (const LimitState& limit : study.limits) {
-        const FirstOrder found = firstOrder(study, limit);
+    for (std::size_t n = 0; n < study.limits.size(); ++n) {
+        const LimitState& limit = study.limits[n];
+        const FirstOrder& found = orders[n];
         if (!found.fault.empty()) {
             all.push_back({limit.name, "no design point: " + found.fault, none, none, none});
             continue;
@@ -194,28 +335,37 @@ void addFirstOrder(std::vector<Statistic>& all, const Study& study) {
             all.push_back({limit.name, "design point " + name, found.designPoint[i], none, none});
             all.push_back({limit.name, "importance " + name, found.importance[i], none, none});
         }
+        if (found.missed > 0) {
+            all.push_back({limit.name, "alternatives without a design point",
+                           static_cast<double>(found.missed), none, none});
+        }
         all.push_back({limit.name, "solutions", static_cast<double>(found.solutions), none, none});
     }
 }
 
-void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store) {
+void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store,
+                   const std::vector<FirstOrder>& orders) {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     // Fewer hits tell nothing of how far the weights spread.
     constexpr double LeastHits = 10;
-    for (const LimitState& limit : study.limits) {
-        const std::string hit = "weight * " + quoted(limit.name);
+    for (std::size_t n = 0; n < study.limits.size(); ++n) {
+        const std::string& limit = study.limits[n].name;
+        const bool opposite = orders[n].beta < 0;
+        const std::string hit =
+            "weight * " + (opposite ? "(1 - " + quoted(limit) + ")" : quoted(limit));
         store.query("SELECT count(*), sum(" + hit + "), sum(" + hit + " * weight), sum(" +
-                        quoted(limit.name) + ") FROM variants",
+                        quoted(limit) + ") FROM variants",
                     [&](const std::vector<double>& row) {
                         const double mean = row[1] / row[0];
                         const double variance = row[2] / row[0] - mean * mean;
                         const double half = OT::DistFunc::qNormal(0.025, true) *
                                             std::sqrt(std::max(variance, 0.0) / row[0]);
-                        const bool few = row[3] < LeastHits;
-                        all.push_back({limit.name, "reached", row[3], none, none});
-                        all.push_back({limit.name, "probability by importance sampling", mean,
-                                       few ? none : std::max(0.0, mean - half),
-                                       few ? none : std::min(1.0, mean + half)});
+                        const bool few = (opposite ? row[0] - row[3] : row[3]) < LeastHits;
+                        const double value = opposite ? 1 - mean : mean;
+                        all.push_back({limit, "reached", row[3], none, none});
+                        all.push_back({limit, "probability by importance sampling", value,
+                                       few ? none : std::max(0.0, value - half),
+                                       few ? none : std::min(1.0, value + half)});
                     });
     }
 }

@@ -3,6 +3,7 @@
 
 #include "study/store.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,20 +15,34 @@ struct FirstOrder {
     double beta = 0;   ///< reliability index, below 0 where the median has reached the state
     double probability = 0;
     std::vector<double> designPoint; ///< numbers of the random variables, in the study's units
-    std::vector<double> standard;    ///< the same as independent standard normal numbers
-    std::vector<double> importance;  ///< shares of beta squared by variable; they add up to 1
+    /// Shares of the variables by the squares of their own normal numbers at the design point, so
+    /// that correlated variables have theirs in any order; they add up to 1.
+    std::vector<double> importance;
+    /// Points of the border as independent standard normal numbers, nearest first: the design point
+    /// and those of other parts of the state that count beside it.
+    std::vector<std::vector<double>> points;
+    std::size_t missed = 0; ///< alternatives of the state without a point
     std::uint64_t solutions = 0;
 };
 
-/// Works it out by OpenTURNS with a search that needs no derivatives, as depths have kinks. A wall
-/// without a solution counts as far inside or outside the state as the median is from it.
-FirstOrder firstOrder(const Study& study, const LimitState& limit);
+/// Works it out by OpenTURNS with a search that needs no derivatives, as depths have kinks, for
+/// each alternative of the state alone; of a state that the median has reached, for its opposite. A
+/// wall without a solution counts as far inside or outside the state as the median is from it.
+/// Where `stop` tells so the search ends with a fault.
+FirstOrder firstOrder(const Study& study, const LimitState& limit,
+                      const std::function<bool()>& stop = {});
 
-/// Rows for the table of statistics.
-void addFirstOrder(std::vector<Statistic>& all, const Study& study);
+/// Of all limit states.
+std::vector<FirstOrder> firstOrders(const Study& study, const std::function<bool()>& stop = {});
+
+/// Rows for the table of statistics; `orders` belong to the limit states of the study.
+void addFirstOrder(std::vector<Statistic>& all, const Study& study,
+                   const std::vector<FirstOrder>& orders);
 
 /// The probability by a sample around the design points, with an interval of 95 % from the
-/// deviation of the weights; without one where the state was reached less than 10 times.
-void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store);
+/// deviation of the weights; without one where the state was reached less than 10 times. Where the
+/// median has reached the state, that of its opposite is worked out.
+void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store,
+                   const std::vector<FirstOrder>& orders);
 
 } // namespace korvane::study

@@ -1,6 +1,5 @@
 #include "study/run.h"
 
-#include "study/reliability.h"
 #include "study/statistics.h"
 #include "study/target.h"
 
@@ -177,7 +176,7 @@ void storeTarget(const Study& study, Store& store) {
             store.append(study, row);
         }
     }
-    std::vector<Statistic> all = statisticsOf(study, store);
+    std::vector<Statistic> all = statisticsOf(study, store, {});
     addTarget(all, study, found);
     store.writeVariables(study);
     store.writeStatistics(all);
@@ -185,24 +184,26 @@ void storeTarget(const Study& study, Store& store) {
     store.commit();
 }
 
-/// Those of all limit states.
-std::vector<std::vector<double>> designPoints(const Study& study) {
+/// What the sample and the statistics of a reliability go by; none of any other study.
+std::vector<FirstOrder> firstOrdersOf(const Study& study) {
+    return study.method == Method::Reliability ? firstOrders(study) : std::vector<FirstOrder>();
+}
+
+/// Those of all limit states that have one.
+std::vector<std::vector<double>> designPoints(const std::vector<FirstOrder>& found) {
     std::vector<std::vector<double>> points;
-    for (const LimitState& limit : study.limits) {
-        const FirstOrder found = firstOrder(study, limit);
-        if (!found.fault.empty()) {
-            throw StoreFault{"no design point of " + limit.name + ": " + found.fault};
-        }
-        points.push_back(found.standard);
+    for (const FirstOrder& one : found) {
+        points.insert(points.end(), one.points.begin(), one.points.end());
     }
     return points;
 }
 
-void finish(const Study& study, Store& store, bool whole) {
+/// With the statistics of a file that holds all rows.
+void finish(const Study& study, Store& store, const std::vector<FirstOrder>* found) {
     store.begin();
     store.writeVariables(study);
-    if (whole) {
-        store.writeStatistics(statisticsOf(study, store));
+    if (found != nullptr) {
+        store.writeStatistics(statisticsOf(study, store, *found));
     }
     store.setProvenance("complete", "yes");
     store.commit();
@@ -331,14 +332,19 @@ bool runStudy(const RunRequest& request) {
         storeTarget(request.study, store);
         return true;
     }
+    const bool isWhole = request.parts == 1;
+    std::vector<FirstOrder> found;
+    if (isWhole || isWeighted(request.study)) {
+        found = firstOrdersOf(request.study);
+    }
     if (isWeighted(request.study)) {
-        plan.drawAround(designPoints(request.study));
+        plan.drawAround(designPoints(found));
     }
     runShare(request, plan, store, share);
     if (store.next() < share.to) {
         return false;
     }
-    finish(request.study, store, request.parts == 1);
+    finish(request.study, store, isWhole ? &found : nullptr);
     return true;
 }
 
@@ -377,7 +383,8 @@ void collectParts(const std::string& folder) {
         for (std::uint64_t part = 1; part <= parts; ++part) {
             whole.take((fs::path(folder) / fileOfPart(part, parts)).string());
         }
-        finish(read.study, whole, true);
+        const std::vector<FirstOrder> found = firstOrdersOf(read.study);
+        finish(read.study, whole, &found);
     }
     std::error_code fault;
     fs::rename(unfinished, fs::path(folder) / fileOfPart(1, 1), fault);

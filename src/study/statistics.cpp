@@ -1,7 +1,6 @@
 #include "study/statistics.h"
 
 #include "study/draws.h"
-#include "study/reliability.h"
 #include "study/sensitivity.h"
 
 #include <openturns/DistFunc.hxx>
@@ -135,7 +134,8 @@ std::array<double, 2> clopperPearson(double hits, double trials) {
     return {low, high};
 }
 
-std::vector<Statistic> statisticsOf(const Study& study, const Store& store) {
+std::vector<Statistic> statisticsOf(const Study& study, const Store& store,
+                                    const std::vector<FirstOrder>& found) {
     std::vector<Statistic> all;
     addOutcomes(all, store);
     const bool isDrawn = study.method == Method::Sample || study.method == Method::Sensitivity ||
@@ -162,9 +162,9 @@ std::vector<Statistic> statisticsOf(const Study& study, const Store& store) {
     } else if (study.method == Method::Sensitivity) {
         addSensitivity(all, study, store);
     } else if (study.method == Method::Reliability) {
-        addFirstOrder(all, study);
+        addFirstOrder(all, study, found);
         if (isWeighted(study)) {
-            addImportance(all, study, store);
+            addImportance(all, study, store, found);
         }
     }
     return all;

@@ -1,6 +1,7 @@
 // What the rows of a study come to.
 #pragma once
 
+#include "study/reliability.h"
 #include "study/store.h"
 
 #include <vector>
@@ -10,7 +11,9 @@ namespace korvane::study {
 /// Of all rows: how many ended in which outcome; of each output count, mean with its interval of
 /// 95 %, deviation, least, largest and quantiles; of each limit state how often it was reached
 /// with its interval of 95 %. Of a fragility the same for each value, of a sensitivity the indices.
-std::vector<Statistic> statisticsOf(const Study& study, const Store& store);
+/// A reliability has its first orders found before.
+std::vector<Statistic> statisticsOf(const Study& study, const Store& store,
+                                    const std::vector<FirstOrder>& found);
 
 /// The interval of 95 % of a probability that was met `hits` times in `trials` (C. J. Clopper and
 /// E. S. Pearson, 1934). Without a hit it begins at 0, without a miss it ends at 1.

@@ -6,6 +6,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -380,12 +381,19 @@ void Store::writeVariables(const Study& study) {
         insert.bind(4, unit);
         insert.bind(5, variable.distribution);
         constexpr double none = std::numeric_limits<double>::quiet_NaN();
-        const DistributionFigures figures =
-            variable.isRandom() ? figuresOf(variable) : DistributionFigures{none, none, none, none};
+        DistributionFigures figures{none, none, none, none};
+        if (variable.isRandom()) {
+            figures = figuresOf(variable);
+        } else {
+            const auto [least, largest] =
+                std::minmax_element(variable.values.begin(), variable.values.end());
+            figures.low = *least;
+            figures.high = *largest;
+        }
         insert.bind(6, figures.mean);
         insert.bind(7, figures.deviation);
-        insert.bind(8, variable.isRandom() ? figures.low : variable.values.front());
-        insert.bind(9, variable.isRandom() ? figures.high : variable.values.back());
+        insert.bind(8, figures.low);
+        insert.bind(9, figures.high);
         insert.run();
     }
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace korvane::study {
 
@@ -25,49 +26,118 @@ double nearness(const Study& study) {
                                         : std::abs(study.target->value) / 1000;
 }
 
+/// Solves walls by the number of the variable and keeps their rows.
+class Search {
+  public:
+    Search(const Study& study, TargetFound& found)
+        : study_(study), found_(found), evaluation_(study) {
+        const auto column =
+            std::find_if(study.outputs.begin(), study.outputs.end(), [&](const OutputColumn& one) {
+                return one.name == study.target->output.name;
+            });
+        place_ = static_cast<std::size_t>(column - study.outputs.begin());
+    }
+
+    /// Its output is NaN without a solution; why the first has none is kept.
+    End at(double number) {
+        Row row;
+        evaluation_.fill({number}, row);
+        row.id = found_.rows.size();
+        const End end{number, row.outputs[place_]};
+        if (std::isnan(end.output) && unsolved_.empty()) {
+            const Quantity quantity = study_.variables.front().quantity;
+            unsolved_ = "no solution at " +
+                        quantityWithUnit(quantity, fromUnits(quantity, number, study_.units),
+                                         study_.units) +
+                        ": " + row.reason;
+        }
+        found_.rows.push_back(std::move(row));
+        return end;
+    }
+
+    const std::string& unsolved() const { return unsolved_; }
+
+  private:
+    const Study& study_;
+    TargetFound& found_;
+    Evaluation evaluation_;
+    std::size_t place_ = 0;
+    std::string unsolved_;
+};
+
+/// The first two solved neighbours among the values with the target between them, or one that has
+/// it; empty where there are none.
+std::vector<End> bracket(const Study& study, Search& search) {
+    std::vector<double> values = study.variables.front().values;
+    std::sort(values.begin(), values.end());
+    const double target = study.target->value;
+    std::vector<End> before;
+    for (const double number : values) {
+        const End end = search.at(number);
+        if (std::isnan(end.output)) {
+            continue;
+        }
+        if (end.output == target) {
+            return {end, end};
+        }
+        if (!before.empty() && (before[0].output < target) != (end.output < target)) {
+            return {before[0], end};
+        }
+        before = {end};
+    }
+    return {};
+}
+
+/// A solved wall between two others, the middle one if it can be; NaN where all that are tried have
+/// no solution.
+End between(const End& low, const End& high, Search& search) {
+    End end{0, std::numeric_limits<double>::quiet_NaN()};
+    for (const double share : {0.5, 0.25, 0.75, 0.125, 0.375, 0.625, 0.875}) {
+        end = search.at(low.number + share * (high.number - low.number));
+        if (!std::isnan(end.output)) {
+            break;
+        }
+    }
+    return end;
+}
+
+bool areNeighbours(const End& low, const End& high) {
+    const double middle = low.number + (high.number - low.number) / 2;
+    const double size = std::max(std::abs(low.number), std::abs(high.number));
+    return high.number - low.number <= Neighbours * size || middle == low.number ||
+           middle == high.number;
+}
+
 } // namespace
 
 TargetFound findTarget(const Study& study) {
     TargetFound found;
-    Evaluation evaluation(study);
-    const std::vector<double>& values = study.variables.front().values;
-    const auto column =
-        std::find_if(study.outputs.begin(), study.outputs.end(), [&](const OutputColumn& output) {
-            return output.name == study.target->output.name;
-        });
-    const auto place = static_cast<std::size_t>(column - study.outputs.begin());
-    const auto solveAt = [&](double number) {
-        Row row;
-        evaluation.fill({number}, row);
-        row.id = found.rows.size();
-        const End end{number, row.outputs[place]};
-        if (std::isnan(end.output)) {
-            found.fault =
-                "no solution at " +
-                quantityWithUnit(study.variables.front().quantity,
-                                 fromUnits(study.variables.front().quantity, number, study.units),
-                                 study.units) +
-                ": " + row.reason;
-        }
-        found.rows.push_back(std::move(row));
-        return end;
-    };
-    End low = solveAt(*std::min_element(values.begin(), values.end()));
-    End high = solveAt(*std::max_element(values.begin(), values.end()));
-    const double value = study.target->value;
-    if (found.fault.empty() && (low.output < value) == (high.output < value)) {
-        found.fault = "the output does not reach the target between the ends";
+    Search search(study, found);
+    const std::vector<End> ends = bracket(study, search);
+    if (ends.empty()) {
+        found.fault =
+            search.unsolved().empty()
+                ? std::string("the output lies on the same side of the target at ") +
+                      (study.variables.front().values.size() == 2 ? "both ends" : "all values")
+                : search.unsolved();
+        return found;
     }
+    End low = ends[0];
+    End high = ends[1];
+    const double value = study.target->value;
     const bool rises = low.output < high.output;
-    for (int n = 0; n < MostHalvings && found.fault.empty(); ++n) {
-        const double middle = low.number + (high.number - low.number) / 2;
-        const double size = std::max(std::abs(low.number), std::abs(high.number));
-        if (high.number - low.number <= Neighbours * size || middle == low.number ||
-            middle == high.number) {
-            break;
+    for (int n = 0; n < MostHalvings && !areNeighbours(low, high); ++n) {
+        const End end = between(low, high, search);
+        if (std::isnan(end.output)) {
+            found.fault = search.unsolved();
+            return found;
         }
-        const End end = solveAt(middle);
-        ((end.output < value) == rises ? low : high) = end;
+        if (end.output == value) {
+            low = end;
+            high = end;
+        } else {
+            ((end.output < value) == rises ? low : high) = end;
+        }
     }
     const bool lowIsNearer = std::abs(low.output - value) <= std::abs(high.output - value);
     found.number = lowIsNearer ? low.number : high.number;

@@ -18,9 +18,10 @@ struct TargetFound {
     std::vector<Row> rows; ///< every wall that was solved, in order
 };
 
-/// Halves between the first and the last value of the variable, where the output must lie on
-/// different sides of the target, until the two ends are neighbours to 12 digits. Where the output
-/// jumps over the target, the end nearer to it is taken.
+/// Takes the values of the variable by size, of which two neighbours must have the target between
+/// their outputs, and halves between the first two that have until these are neighbours to 12
+/// digits. Where the output jumps over the target, the end nearer to it is taken. Values without a
+/// solution are passed over; on the way, other points than the middle are tried in their place.
 TargetFound findTarget(const Study& study);
 
 /// Rows for the table of statistics.

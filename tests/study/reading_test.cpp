@@ -283,6 +283,33 @@ TEST(StudyFile, CorrelationsThatCannotBeTogetherAreRefused) {
                 HasSubstr("between b and a there is a correlation already"));
 }
 
+TEST(StudyFile, SensitivityWithCorrelationsIsRefused) {
+    EXPECT_THAT(faultOf(head("sensitivity", "size = 9") +
+                        variable("a", "distribution = \"Normal(0, 1)\"") +
+                        variable("b", "distribution = \"Normal(0, 1)\"") +
+                        "[[correlation]]\nbetween = [\"a\", \"b\"]\nrank = 0.5\n"),
+                StartsWith("s.toml:11: [[correlation]]: Sobol' indices are those of independent"));
+}
+
+TEST(StudyFile, AFragilityAlongAValueTwiceIsRefused) {
+    EXPECT_THAT(faultOf(head("fragility", "size = 9\nalong = \"s\"") +
+                        variable("s", "values = [1, 2, 1]") +
+                        variable("r", "distribution = \"Normal(0, 1)\"") + limit("a", "s > r")),
+                StartsWith("s.toml:7: variable s has a value twice"));
+}
+
+TEST(StudyFile, SobolSamplesAroundPointsNeedACoordinateMore) {
+    std::string variables;
+    for (int n = 0; n < 40; ++n) {
+        variables += variable("x" + std::to_string(n), "distribution = \"Normal(0, 1)\"");
+    }
+    const std::string start = "design = \"sobol\"\nsize = 9\n";
+    studyOf(head("sample", start) + variables);
+    EXPECT_THAT(faultOf(head("reliability", start + "algorithm = \"importance\"") + variables +
+                        limit("a", "x1 > 3")),
+                HasSubstr("sobol has no more than 40"));
+}
+
 TEST(StudyFile, GridsBeyondAllCountingAreRefused) {
     std::string text = head("grid");
     for (const char* name : {"a", "b", "c", "d"}) {

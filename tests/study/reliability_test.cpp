@@ -93,6 +93,105 @@ TEST(FirstOrder, CorrelationCounts) {
     EXPECT_NEAR(firstOrder(study, study.limits[0]).beta, 6 / std::sqrt(3.0), 1e-6);
 }
 
+TEST(FirstOrder, ImportanceOfCorrelatedVariablesIsTheSameInAnyOrder) {
+    // The normal numbers of r and s at the design point are beta * C * a / sqrt(a' C a), where
+    // a = (-2, 1) and C has the correlation rho = 2 sin(pi / 6 * rank) of normal numbers.
+    const double rho = 2 * std::sin(Pi / 6 * 0.7);
+    const double r = -2 + rho;
+    const double s = 1 - 2 * rho;
+    const double share = r * r / (r * r + s * s);
+    const std::string rest =
+        "[[correlation]]\nbetween = [\"r\", \"s\"]\nrank = 0.7\n" + limit("fails", "s > r");
+    for (const bool turned : {false, true}) {
+        const Study study =
+            studyOf(head("reliability") + (turned ? Load + Resistance : Resistance + Load) + rest);
+        const FirstOrder found = firstOrder(study, study.limits[0]);
+        ASSERT_EQ(found.fault, "");
+        EXPECT_NEAR(found.beta, 6 / std::sqrt(4 + 1 - 4 * rho), 1e-6);
+        EXPECT_NEAR(found.importance[turned ? 1 : 0], share, 1e-5);
+        EXPECT_NEAR(found.importance[turned ? 0 : 1], 1 - share, 1e-5);
+    }
+}
+
+namespace {
+
+const std::string X = variable("x", "distribution = \"Normal(0, 1)\"");
+const std::string Y = variable("y", "distribution = \"Normal(0, 1)\"");
+
+FirstOrder ofState(const std::string& state) {
+    const Study study = studyOf(head("reliability") + X + Y + limit("fails", state));
+    FirstOrder found = firstOrder(study, study.limits[0]);
+    EXPECT_EQ(found.fault, "") << state;
+    return found;
+}
+
+} // namespace
+
+TEST(FirstOrder, AlternativesInOtherUnitsAreSearchedAlone) {
+    EXPECT_NEAR(ofState("x > 3 or y*10000 > 20000").beta, 2, 1e-6);
+    EXPECT_NEAR(ofState("x*10000 > 30000 or y > 2").beta, 2, 1e-6);
+    // The corner x = 2, y = 2.
+    EXPECT_NEAR(ofState("x > 2 and y*10000 > 20000").beta, 2 * std::sqrt(2.0), 1e-6);
+    // The nearest of the corners (3, 2) and (1, 3).
+    EXPECT_NEAR(ofState("(x > 3 and y > 2) or (x > 1 and y > 3)").beta, std::sqrt(10.0), 1e-6);
+    EXPECT_NEAR(ofState("(x > 3 or y > 4) and (y > 2 or x > 4)").beta, std::sqrt(13.0), 1e-6);
+}
+
+TEST(FirstOrder, AStateWithTheMedianIsAsFarAsItsOpposite) {
+    // Without both at once: the border is where the first of the two ends.
+    EXPECT_NEAR(ofState("x < 3 and y < 2").beta, -2, 1e-6);
+    // Without either: the corner x = 3, y = 2.
+    EXPECT_NEAR(ofState("x < 3 or y*10000 < 20000").beta, -std::sqrt(13.0), 1e-6);
+}
+
+TEST(FirstOrder, BothSidesOfAStateAreFound) {
+    for (const std::string state : {"x > 3 or x < -3", "abs(x) > 3", "x * x > 9"}) {
+        const FirstOrder found = ofState(state);
+        EXPECT_NEAR(found.beta, 3, 1e-6) << state;
+        ASSERT_EQ(found.points.size(), 2U) << state;
+        EXPECT_NEAR(found.points[0][0], -found.points[1][0], 1e-4) << state;
+    }
+}
+
+TEST(FirstOrder, AlternativesThatCannotBeReachedAreCounted) {
+    const Study study =
+        studyOf(head("reliability") + X + variable("u", "distribution = \"Uniform(0, 1)\"") +
+                limit("fails", "x > 2 or u > 2"));
+    const FirstOrder found = firstOrder(study, study.limits[0]);
+    ASSERT_EQ(found.fault, "");
+    EXPECT_NEAR(found.beta, 2, 1e-6);
+    EXPECT_EQ(found.missed, 1U);
+}
+
+TEST(FirstOrder, ADepthOrAMomentIsTheNearerOfTheTwo) {
+    const std::string wall = head("reliability") + friction("distribution = \"Normal(32, 2)\"");
+    const auto betaOf = [&](const std::string& state) {
+        const Study study = studyOf(wall + limit("fails", state));
+        const FirstOrder found = firstOrder(study, study.limits[0]);
+        EXPECT_EQ(found.fault, "") << state;
+        return found.beta;
+    };
+    const Study study = studyOf(wall + limit("fails", "penetration > 18.5"));
+    Evaluation evaluation(study);
+    const double moment =
+        std::abs(evaluation.solve({29.0}).results->levels(1).diagrams.MaxMoment.value);
+    const std::string large = "abs(maxMoment) > " + std::to_string(moment);
+    EXPECT_NEAR(betaOf(large), 1.5, 2e-3); // (32 - 29) / 2
+    const double angle = rootOf(20, 45, [&](double phi) { return depthAt(study, phi) - 18.5; });
+    EXPECT_GT((32 - angle) / 2, 1.6);
+    EXPECT_NEAR(betaOf("penetration > 18.5 or " + large), 1.5, 2e-3);
+    EXPECT_NEAR(betaOf("penetration > 18.5 and " + large), (32 - angle) / 2, 2e-3);
+}
+
+TEST(FirstOrder, TooManyAlternativesAreTold) {
+    std::string state = "(x > 1 or y > 1)";
+    for (int n = 2; n < 9; ++n) {
+        state += " and (x > " + std::to_string(n) + " or y > " + std::to_string(n) + ")";
+    }
+    const Study study = studyOf(head("reliability") + X + Y + limit("fails", state));
+    EXPECT_THAT(firstOrder(study, study.limits[0]).fault, HasSubstr("more than 64 alternatives"));
+}
+
 TEST(FirstOrder, BetaIsNegativeWhereTheMedianHasReachedTheState) {
     const Study study = studyOf(head("reliability") + Resistance + Load + limit("fails", "r > s"));
     EXPECT_NEAR(firstOrder(study, study.limits[0]).beta, -LinearBeta, 1e-6);
@@ -198,6 +297,81 @@ TEST(ImportanceSampling, EveryLimitStateHasItsDesignPoint) {
     }
 }
 
+namespace {
+
+/// The probability by importance sampling and its interval.
+std::array<double, 3> sampled(const std::string& design, const std::string& state,
+                              int size = 4000) {
+    const StudyDesk desk;
+    desk.runStudy(head("reliability", "algorithm = \"importance\"\ndesign = \"" + design +
+                                          "\"\nsize = " + std::to_string(size)) +
+                      X + Y + limit("fails", state),
+                  "o");
+    const std::string name = "probability by importance sampling";
+    return {desk.statistic("o", "fails", name), desk.statistic("o", "fails", name, "low"),
+            desk.statistic("o", "fails", name, "high")};
+}
+
+} // namespace
+
+TEST(ImportanceSampling, EveryRegionOfAStateCounts) {
+    const double one = phi(-3);
+    struct Case {
+        std::string state;
+        double probability;
+    };
+    const std::vector<Case> cases{{"x > 3", one},
+                                  {"x > 3 or x < -3", 2 * one},
+                                  {"abs(x) > 3", 2 * one},
+                                  {"x > 3 or y*10000 > 30000", 1 - (1 - one) * (1 - one)}};
+    for (const std::string design : {"monte-carlo", "latin-hypercube", "sobol"}) {
+        for (const Case& one : cases) {
+            const auto [value, low, high] = sampled(design, one.state);
+            // Five standard errors of a plain sample; those of the others are smaller.
+            EXPECT_NEAR(value, one.probability, 2.5 * (high - low) / 2) << design << one.state;
+            EXPECT_LT(high - low, 0.25 * one.probability) << design << one.state;
+        }
+    }
+}
+
+TEST(ImportanceSampling, SeveralLimitStatesShareTheSampleOfAnyDesign) {
+    for (const std::string design : {"monte-carlo", "latin-hypercube", "sobol"}) {
+        const StudyDesk desk;
+        desk.runStudy(head("reliability",
+                           "algorithm = \"importance\"\ndesign = \"" + design + "\"\nsize = 4000") +
+                          X + Y + limit("a", "x > 3") + limit("b", "y > 3"),
+                      "o");
+        for (const char* name : {"a", "b"}) {
+            EXPECT_NEAR(desk.statistic("o", name, "probability by importance sampling"), phi(-3),
+                        0.15 * phi(-3))
+                << design << name;
+        }
+    }
+}
+
+TEST(ImportanceSampling, AStateWithTheMedianIsWorkedOutByItsOpposite) {
+    for (const std::string design : {"monte-carlo", "sobol"}) {
+        const auto [value, low, high] = sampled(design, "x < 3");
+        EXPECT_NEAR(value, phi(3), 0.15 * phi(-3)) << design;
+        EXPECT_LT(high - low, 0.25 * phi(-3)) << design;
+        EXPECT_LT(low, phi(3)) << design;
+        EXPECT_GT(high, phi(3)) << design;
+    }
+}
+
+TEST(ImportanceSampling, ALimitStateWithoutADesignPointEndsNothing) {
+    const StudyDesk desk;
+    desk.runStudy(head("reliability", "algorithm = \"importance\"\nsize = 4000") + X +
+                      variable("u", "distribution = \"Uniform(0, 1)\"") + limit("a", "x > 2") +
+                      limit("never", "u > 2"),
+                  "o");
+    const std::string name = "probability by importance sampling";
+    EXPECT_NEAR(desk.statistic("o", "a", name), phi(-2), 0.15 * phi(-2));
+    EXPECT_EQ(desk.statistic("o", "never", name), 0);
+    const auto rows = desk.rows("o", "SELECT name FROM statistics WHERE subject = 'never'");
+    EXPECT_THAT(rows[0][0], HasSubstr("no design point"));
+}
+
 TEST(ImportanceSampling, AFewHitsHaveNoInterval) {
     const StudyDesk desk;
     desk.runStudy(head("reliability", "algorithm = \"importance\"\nsize = 4") +
@@ -281,6 +455,50 @@ TEST(Target, AWaterLevelForAGivenDepth) {
     EXPECT_GT(desk.number("o", "SELECT count(*) FROM variants"), 10);
 }
 
+TEST(Target, ACrossingBetweenInnerValuesIsFound) {
+    // Two water levels move together: the depth is largest where both are at the ground.
+    const StudyDesk desk;
+    desk.runStudy("[study]\nbase = \"anchored-sand.dat\"\nmethod = \"target\"\n" +
+                      variable("water", "fields = \"WaterElev.*\"\nvalues = [-10, 16, 0]") +
+                      "[target]\noutput = \"penetration_free\"\nvalue = 10\n",
+                  "o");
+    const auto depth = [&](const char* level) {
+        return desk.number("o",
+                           std::string("SELECT penetration_free FROM variants WHERE water = ") +
+                               level + " LIMIT 1");
+    };
+    ASSERT_LT(depth("-10"), 10);
+    ASSERT_LT(depth("16"), 10);
+    ASSERT_GT(depth("0"), 10);
+    const double found = desk.statistic("o", "water", "target");
+    EXPECT_GT(found, -10);
+    EXPECT_LT(found, 0);
+    EXPECT_NEAR(desk.statistic("o", "penetration_free", "at the target"), 10, 0.01);
+}
+
+TEST(Target, AnEndThatHasTheTargetIsFound) {
+    const Study plain = studyOf(head("grid") + friction("values = 30"));
+    for (const double angle : {28.0, 34.0}) {
+        std::array<char, 40> value{};
+        std::snprintf(value.data(), value.size(), "%.17g", depthAt(plain, angle));
+        const Study study =
+            studyOf(head("target") + friction("low = 28\nhigh = 34") +
+                    "[target]\noutput = \"penetration\"\nvalue = " + value.data() + "\n");
+        const TargetFound found = findTarget(study);
+        EXPECT_EQ(found.fault, "");
+        EXPECT_EQ(found.number, angle);
+    }
+}
+
+TEST(Target, WallsWithoutSolutionOnTheWayArePassed) {
+    // A wedge of no strength between the values: the middle of 20 and 40 cannot be solved.
+    Study study = studyOf(head("target") + friction("values = [20, 40, 95, 100]") +
+                          "[target]\noutput = \"penetration\"\nvalue = 14\n");
+    const TargetFound found = findTarget(study);
+    ASSERT_EQ(found.fault, "");
+    EXPECT_NEAR(depthAt(study, found.number), 14, 0.01);
+}
+
 TEST(Target, WhatIsOutOfReachIsTold) {
     const StudyDesk desk;
     desk.runStudy(head("target") + friction("low = 30\nhigh = 34") +
@@ -288,7 +506,7 @@ TEST(Target, WhatIsOutOfReachIsTold) {
                   "o");
     const auto rows = desk.rows("o", "SELECT name FROM statistics WHERE subject = 'friction'");
     ASSERT_EQ(rows.size(), 1U);
-    EXPECT_THAT(rows[0][0], HasSubstr("does not reach the target between the ends"));
+    EXPECT_THAT(rows[0][0], HasSubstr("lies on the same side of the target at both ends"));
 }
 
 TEST(Target, AnEndWithoutSolutionIsTold) {
