@@ -159,14 +159,6 @@ class Crew {
     std::vector<std::thread> threads_;
 };
 
-void makeFolder(const std::string& folder) {
-    std::error_code fault;
-    fs::create_directories(folder, fault);
-    if (!fs::is_directory(folder)) {
-        throw StoreFault{folder + ": " + (fault ? fault.message() : "is no folder")};
-    }
-}
-
 /// A search hangs together: it is gone through anew, and rows that are there stay.
 void storeTarget(const Study& study, Store& store) {
     const TargetFound found = findTarget(study);
@@ -209,64 +201,6 @@ void finish(const Study& study, Store& store, const std::vector<FirstOrder>* fou
     store.commit();
 }
 
-/// "part-3-of-8.sqlite": 8; 0 for any other name.
-std::uint64_t partsOf(const std::string& name) {
-    unsigned long long part = 0;
-    unsigned long long parts = 0;
-    if (std::sscanf(name.c_str(), "part-%llu-of-%llu.sqlite", &part, &parts) != 2 ||
-        name != fileOfPart(part, parts)) {
-        return 0;
-    }
-    return parts;
-}
-
-std::uint64_t partsIn(const std::string& folder) {
-    std::uint64_t parts = 0;
-    std::error_code fault;
-    for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
-         entry.increment(fault)) {
-        const std::uint64_t here = partsOf(entry->path().filename().string());
-        if (here != 0 && parts != 0 && here != parts) {
-            throw StoreFault{folder + " holds parts of " + std::to_string(parts) + " and of " +
-                             std::to_string(here)};
-        }
-        parts = here != 0 ? here : parts;
-    }
-    if (parts == 0) {
-        throw StoreFault{folder + " holds no parts of a study"};
-    }
-    return parts;
-}
-
-/// The file of a name in a folder, if it is there, must hold the study.
-void checkFile(const fs::path& path, const Study& study) {
-    std::error_code ignored;
-    if (fs::exists(path, ignored)) {
-        Store(path.string(), Store::Look::Briefly).checkSame(study);
-    }
-}
-
-/// Results and parts of another study in the folder are found before anything is written. A file
-/// that another run holds at present tells nothing.
-void checkFolder(const RunRequest& request) {
-    const fs::path folder = request.folder;
-    try {
-        checkFile(folder / fileOfPart(1, 1), request.study);
-        std::error_code fault;
-        for (fs::directory_iterator entry(folder, fault), end; !fault && entry != end;
-             entry.increment(fault)) {
-            if (partsOf(entry->path().filename().string()) != 0) {
-                checkFile(entry->path(), request.study);
-                return; // those of one study together
-            }
-        }
-    } catch (const OtherStudyFault&) {
-        throw;
-    } catch (const StoreFault&) {
-        return; // damage is told of where the file is used
-    }
-}
-
 /// Why a part cannot be taken; empty where it can.
 std::string partFault(const std::string& path) {
     if (!fs::exists(path)) {
@@ -280,11 +214,6 @@ std::string partFault(const std::string& path) {
 }
 
 } // namespace
-
-std::string fileOfPart(std::uint64_t part, std::uint64_t parts) {
-    return parts == 1 ? "results.sqlite"
-                      : "part-" + std::to_string(part) + "-of-" + std::to_string(parts) + ".sqlite";
-}
 
 void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& share) {
     const auto start = Clock::now();
@@ -320,8 +249,7 @@ bool runStudy(const RunRequest& request) {
         throw UsageFault{{std::string("the method ") + methodName(request.study.method) +
                           " has no variants to share between parts"}};
     }
-    makeFolder(request.folder);
-    checkFolder(request);
+    claimFolder(request.folder, request.study);
     const Share share = shareOf(plan.size(), request.part, request.parts);
     Store store((fs::path(request.folder) / fileOfPart(request.part, request.parts)).string(),
                 request.study, share.from, share.to);
@@ -350,6 +278,7 @@ bool runStudy(const RunRequest& request) {
 
 void collectParts(const std::string& folder) {
     const std::uint64_t parts = partsIn(folder);
+    const CollectionLock lock(folder);
     std::string faults;
     for (std::uint64_t part = 1; part <= parts; ++part) {
         const std::string fault = partFault((fs::path(folder) / fileOfPart(part, parts)).string());
@@ -370,8 +299,8 @@ void collectParts(const std::string& folder) {
     }
     for (std::uint64_t part = 1; part <= parts; ++part) {
         const Share share = shareOf(size, part, parts);
-        Store((fs::path(folder) / fileOfPart(part, parts)).string(), read.study, share.from,
-              share.to);
+        Store((fs::path(folder) / fileOfPart(part, parts)).string(), Store::Look::Briefly)
+            .checkSame(read.study, share.from, share.to);
     }
     // A collection that was killed is begun anew, without what its journal remembers.
     const fs::path unfinished = fs::path(folder) / "collecting.sqlite";
@@ -382,6 +311,9 @@ void collectParts(const std::string& folder) {
         Store whole(unfinished.string(), read.study, 0, size);
         for (std::uint64_t part = 1; part <= parts; ++part) {
             whole.take((fs::path(folder) / fileOfPart(part, parts)).string());
+        }
+        if (whole.next() != size) {
+            throw StoreFault{folder + " has changed while its parts were merged"};
         }
         const std::vector<FirstOrder> found = firstOrdersOf(read.study);
         finish(read.study, whole, &found);

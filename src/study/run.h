@@ -1,6 +1,7 @@
 // Works the variants of a study out and stores them.
 #pragma once
 
+#include "study/folder.h"
 #include "study/plan.h"
 #include "study/store.h"
 
@@ -26,9 +27,6 @@ struct RunRequest {
     std::function<void(const Progress&)> tell = {}; ///< now and then
     std::function<bool()> stop = {};                ///< true: end after the rows at hand
 };
-
-/// "results.sqlite", or "part-3-of-8.sqlite".
-std::string fileOfPart(std::uint64_t part, std::uint64_t parts);
 
 /// Runs the share of a study that is not stored yet; with one part the statistics as well. False
 /// where it was stopped. Faults of the file are thrown as StoreFault, rows stored so far stay.

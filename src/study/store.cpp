@@ -35,6 +35,10 @@ namespace {
     }
 }
 
+/// Milliseconds for which a file in use is waited for: where it is needed, where it is looked at.
+constexpr int LongPatience = 5000;
+constexpr int ShortPatience = 500;
+
 /// A prepared statement.
 class Statement {
   public:
@@ -184,12 +188,12 @@ struct Store::Contents {
         sqlite3_close(database);
     }
 
-    void open(int flags) {
+    /// Others may look at the file for a moment, which is waited for.
+    void open(int flags, int patience) {
         if (sqlite3_open_v2(path.c_str(), &database, flags, nullptr) != SQLITE_OK) {
             fail(database, path);
         }
-        // Others may look at the file for a moment.
-        sqlite3_busy_timeout(database, 500);
+        sqlite3_busy_timeout(database, patience);
     }
     Statement prepare(const std::string& sql) const { return {database, path, sql}; }
     void run(const std::string& sql) const { prepare(sql).run(); }
@@ -201,6 +205,39 @@ struct Store::Contents {
         if (!check.step() || check.text(0) != "ok") {
             throw StoreFault{path + " is damaged (" + check.text(0) + ")"};
         }
+    }
+    /// All tables, and rows that follow one another within the share.
+    void checkRows() const {
+        for (const char* name : {"variants", "variables", "statistics"}) {
+            if (!hasTable("name = '" + std::string(name) + "'")) {
+                throw StoreFault{path + " is damaged (it has no table " + name + ")"};
+            }
+        }
+        const std::uint64_t from = wholeOf("from");
+        const std::uint64_t to = wholeOf("to");
+        Statement get = prepare("SELECT count(*), min(id), max(id) FROM variants");
+        get.step();
+        const auto count = static_cast<std::uint64_t>(get.whole(0));
+        const auto first = static_cast<std::uint64_t>(get.whole(1));
+        const auto behind = static_cast<std::uint64_t>(get.whole(2)) + 1;
+        const bool isSearch = from == to; // as many rows as it takes
+        if (count > 0 && (first < from || (behind > to && !isSearch))) {
+            throw StoreFault{path + " is damaged (it has rows beyond its share)"};
+        }
+        const bool isComplete = !isSearch && provenance("complete") == "yes";
+        if ((count > 0 && behind - from != count) || (isComplete && count != to - from)) {
+            throw StoreFault{path + " is damaged (rows are missing)"};
+        }
+    }
+    /// A number of the provenance.
+    std::uint64_t wholeOf(const std::string& key) const {
+        const std::string text = provenance(key);
+        std::uint64_t number = 0;
+        const auto end = std::from_chars(text.data(), text.data() + text.size(), number).ptr;
+        if (text.empty() || end != text.data() + text.size()) {
+            throw StoreFault{path + " is damaged (it does not tell its share)"};
+        }
+        return number;
     }
     std::string provenance(const std::string& key) const {
         Statement get = prepare("SELECT value FROM provenance WHERE key = ?");
@@ -238,6 +275,12 @@ struct Store::Contents {
             }
         }
     }
+    static Entries ofShare(const Study& study, std::uint64_t from, std::uint64_t to) {
+        Entries entries = provenanceOf(study);
+        entries.emplace_back("from", std::to_string(from));
+        entries.emplace_back("to", std::to_string(to));
+        return entries;
+    }
     /// New tables, or those that are there where they are the study's.
     void takeTables(const Study& study, std::uint64_t from, std::uint64_t to) const {
         if (!hasTable()) {
@@ -247,11 +290,9 @@ struct Store::Contents {
             makeTables(study, from, to);
             return;
         }
-        auto expected = provenanceOf(study);
-        expected.emplace_back("from", std::to_string(from));
-        expected.emplace_back("to", std::to_string(to));
-        checkSame(expected);
+        checkSame(ofShare(study, from, to));
         checkWhole();
+        checkRows();
     }
     /// The index behind the last row.
     void findNext() {
@@ -261,17 +302,13 @@ struct Store::Contents {
             next = static_cast<std::uint64_t>(last.whole(0));
             return;
         }
-        const std::string from = provenance("from");
-        const auto end = std::from_chars(from.data(), from.data() + from.size(), next).ptr;
-        if (from.empty() || end != from.data() + from.size()) {
-            throw StoreFault{path + " is damaged (it does not tell its share)"};
-        }
+        next = wholeOf("from");
     }
 };
 
 Store::Store(const std::string& path, const Study& study, std::uint64_t from, std::uint64_t to)
     : contents_(std::make_unique<Contents>(path)) {
-    contents_->open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    contents_->open(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, LongPatience);
     // A writer keeps others out until it ends: two runs on one file would spoil each other.
     contents_->run("PRAGMA locking_mode = EXCLUSIVE");
     contents_->run("BEGIN EXCLUSIVE");
@@ -288,14 +325,18 @@ Store::Store(const std::string& path, const Study& study, std::uint64_t from, st
 }
 
 Store::Store(const std::string& path, Look look) : contents_(std::make_unique<Contents>(path)) {
-    contents_->open(SQLITE_OPEN_READWRITE);
+    contents_->open(SQLITE_OPEN_READWRITE, look == Look::Whole ? LongPatience : ShortPatience);
     if (look == Look::Whole) {
         contents_->checkWhole();
+    }
+    if (!contents_->hasTable("1")) {
+        throw EmptyFileFault{{path + " is not finished"}};
     }
     if (!contents_->hasTable()) {
         throw OtherStudyFault{{path + " is no file of a study"}};
     }
     if (look == Look::Whole) {
+        contents_->checkRows();
         contents_->findNext();
     }
 }
@@ -314,6 +355,9 @@ std::string Store::provenance(const std::string& key) const {
 }
 void Store::checkSame(const Study& study) const {
     contents_->checkSame(provenanceOf(study));
+}
+void Store::checkSame(const Study& study, std::uint64_t from, std::uint64_t to) const {
+    contents_->checkSame(Contents::ofShare(study, from, to));
 }
 void Store::setProvenance(const std::string& key, const std::string& value) {
     contents_->setProvenance(key, value);

@@ -17,6 +17,8 @@ struct StoreFault {
 };
 /// The file holds rows of another study, share or version.
 struct OtherStudyFault : StoreFault {};
+/// The file is there and nothing is in it: a process was killed before it wrote to it.
+struct EmptyFileFault : StoreFault {};
 /// What cannot be asked of a study.
 struct UsageFault : StoreFault {};
 
@@ -39,7 +41,7 @@ class Store {
     /// How closely a file is looked at when it is opened.
     enum class Look { Whole, Briefly };
     /// Opens a file that is there, to read or to finish it; briefly where only its provenance is
-    /// read.
+    /// read. EmptyFileFault where nothing is in it.
     explicit Store(const std::string& path, Look look = Look::Whole);
     ~Store();
     Store(Store&&) noexcept;
@@ -50,6 +52,8 @@ class Store {
     std::string provenance(const std::string& key) const;
     /// OtherStudyFault where the file holds rows of another study or version.
     void checkSame(const Study& study) const;
+    /// The same, and of another share.
+    void checkSame(const Study& study, std::uint64_t from, std::uint64_t to) const;
 
     void begin();
     void append(const Study& study, const Row& row);

@@ -1,5 +1,6 @@
 // Runs that are stopped, killed, shared and merged: the rows are always the same.
 #include "study_desk.h"
+#include "study_process.h"
 
 #include "study/command_line.h"
 #include "study/plan.h"
@@ -17,9 +18,7 @@
 #include <fstream>
 #include <thread>
 
-#include <fcntl.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace korvane::study::test {
 
@@ -39,33 +38,6 @@ std::string sample(int size, int seed = 1) {
 std::vector<std::string> runArguments(const StudyDesk& desk, const std::string& study,
                                       const std::string& output) {
     return {"run", desk.file(study), "--output", desk.file(output), "--quiet", "--jobs", "1"};
-}
-
-/// The program in a process of its own.
-pid_t start(std::vector<std::string> arguments) {
-    const pid_t child = fork();
-    if (child == 0) {
-        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-            std::signal(signal, SIG_DFL);
-        }
-        const int nowhere = open("/dev/null", O_WRONLY); // NOLINT: POSIX
-        dup2(nowhere, STDERR_FILENO);
-        std::string program = KORVANE_STUDY;
-        std::vector<char*> words{program.data()};
-        for (std::string& argument : arguments) {
-            words.push_back(argument.data());
-        }
-        words.push_back(nullptr);
-        execv(program.c_str(), words.data());
-        _exit(127);
-    }
-    return child;
-}
-
-int waitFor(pid_t child) {
-    int end = 0;
-    EXPECT_EQ(waitpid(child, &end, 0), child);
-    return end;
 }
 
 /// Until the file of results holds rows; false after a minute.
