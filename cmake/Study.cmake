@@ -1,6 +1,7 @@
 # Whether korvane-study is built: korvane_has_study.
+# KORVANE_STUDY: AUTO, or any of CMake's words for true and false.
 set(korvane_has_study OFF)
-if(NOT KORVANE_STUDY STREQUAL "OFF")
+if(KORVANE_STUDY OR KORVANE_STUDY STREQUAL "AUTO")
   find_package(OpenTURNS QUIET)
   find_package(SQLite3 QUIET)
   find_package(nlohmann_json QUIET)

@@ -1,6 +1,7 @@
 #include "study/command_line.h"
 
 #include "study/csv.h"
+#include "study/reliability.h"
 #include "study/report.h"
 #include "study/run.h"
 #include "study/slurm.h"
@@ -8,9 +9,11 @@
 #include "runtime/dates.h"
 #include "runtime/number_text.h"
 #include "runtime/run_guarded.h"
+#include "runtime/runtime_error.h"
 #include "runtime/utf8_text.h"
 
 #include <CLI/CLI.hpp>
+#include <openturns/Log.hxx>
 
 #include <algorithm>
 #include <chrono>
@@ -18,6 +21,7 @@
 #include <csignal>
 #include <filesystem>
 #include <iomanip>
+#include <limits>
 #include <optional>
 #include <sstream>
 #include <thread>
@@ -117,12 +121,16 @@ class ProgressLine {
 };
 
 std::optional<Study> studyOf(const Arguments& arguments, std::ostream& errors) {
-    ReadStudy read = readStudy(arguments.study);
-    if (!read.fault.empty()) {
+    try {
+        ReadStudy read = readStudy(arguments.study);
+        if (read.fault.empty()) {
+            return std::move(read.study);
+        }
         errors << read.fault << "\n";
-        return std::nullopt;
+    } catch (const RuntimeError& fault) {
+        errors << "korvane-study: " << arguments.study << ": " << fault.what() << "\n";
     }
-    return std::move(read.study);
+    return std::nullopt;
 }
 
 int run(const Arguments& arguments, std::ostream& errors, bool terminal) {
@@ -178,9 +186,14 @@ void tellVariable(std::ostream& out, const Study& study, const Variable& variabl
     if (variable.isRandom()) {
         const DistributionFigures figures = figuresOf(variable);
         const auto text = [&](double value) { return valueText(value, variable, study.units); };
-        out << variable.distribution << ", mean " << text(figures.mean) << ", deviation "
-            << text(figures.deviation) << ", 5 % " << text(figures.low) << ", 95 % "
-            << text(figures.high);
+        out << variable.distribution;
+        if (variable.bounds[0] || variable.bounds[1]) {
+            const double none = std::numeric_limits<double>::infinity();
+            out << " within " << variable.bounds[0].value_or(-none) << " and "
+                << variable.bounds[1].value_or(none);
+        }
+        out << ", mean " << text(figures.mean) << ", deviation " << text(figures.deviation)
+            << ", 5 % " << text(figures.low) << ", 95 % " << text(figures.high);
     } else {
         const auto [least, largest] =
             std::minmax_element(variable.values.begin(), variable.values.end());
@@ -194,21 +207,85 @@ void tellVariable(std::ostream& out, const Study& study, const Variable& variabl
     out << "\n";
 }
 
-/// Seconds that a variant takes on one core: the first ones are tried.
-double secondsOf(const Study& study) {
+/// Walls over all of a study; of a search, which has no variants before it is done, between the
+/// ends of its variables.
+std::vector<std::vector<double>> someWalls(const Study& study) {
     constexpr std::uint64_t Tried = 50;
     Plan plan(study);
+    std::vector<std::vector<double>> walls(
+        static_cast<std::size_t>(plan.size() == 0 ? Tried : std::min(plan.size(), Tried)));
+    for (std::size_t k = 0; k < walls.size(); ++k) {
+        if (plan.size() > 0) {
+            plan.numbers(shareOf(plan.size(), k + 1, walls.size()).from, walls[k]);
+            continue;
+        }
+        const double share = static_cast<double>(k) / static_cast<double>(walls.size());
+        for (const Variable& variable : study.variables) {
+            const auto [low, high] = endsOf(variable);
+            walls[k].push_back(low + share * (high - low));
+        }
+    }
+    return walls;
+}
+
+/// Seconds that a variant takes on one core: some are tried.
+double secondsOf(const Study& study) {
+    const std::vector<std::vector<double>> walls = someWalls(study);
     Evaluation evaluation(study);
     Row row;
-    std::vector<double> numbers;
-    const std::uint64_t count = std::min(plan.size(), Tried);
     const auto start = std::chrono::steady_clock::now();
-    for (std::uint64_t k = 0; k < count; ++k) {
-        plan.numbers(shareOf(plan.size(), k + 1, count).from, numbers);
+    for (const std::vector<double>& numbers : walls) {
         evaluation.fill(numbers, row);
     }
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    return count == 0 ? 0 : taken.count() / static_cast<double>(count);
+    return taken.count() / static_cast<double>(walls.size());
+}
+
+/// Variants, or walls that a search may solve at the most, and how long they take.
+void tellSize(std::ostream& out, const Study& study) {
+    const auto size = static_cast<double>(Plan(study).size());
+    const double seconds = secondsOf(study);
+    if (size > 0) {
+        out << "  " << grouped(size) << " variants, about " << duration(std::ceil(size * seconds))
+            << " on one core\n";
+    }
+    if (study.method == Method::Reliability) {
+        out << "  a search for design points first: some hundred walls for each alternative of a "
+               "limit state, "
+            << MostSearchSolutions << " at the most, about " << std::setprecision(2)
+            << 1000 * seconds << " ms each\n";
+    } else if (study.method == Method::Target) {
+        out << "  a search: " << study.variables.front().values.size()
+            << " walls and about 40 by halving, about " << std::setprecision(2) << 1000 * seconds
+            << " ms each\n";
+    }
+}
+
+/// What is asked besides the variables.
+void tellQuestions(std::ostream& out, const Study& study) {
+    for (const Correlation& one : study.correlations) {
+        out << "  correlation of " << study.variables[one.first].name << " and "
+            << study.variables[one.second].name << ": rank " << one.rank << "\n";
+    }
+    for (const Tie& tie : study.ties) {
+        out << "  tie: " << addressName(tie.field) << " is " << tie.factor << " times "
+            << addressName(tie.to) << " plus " << tie.add << "\n";
+    }
+    out << "  outputs:";
+    for (const OutputColumn& column : study.outputs) {
+        out << " " << column.name;
+    }
+    out << "\n";
+    if (study.target) {
+        out << "  target: " << study.target->output.name << " " << study.target->value << "\n";
+    }
+    if (study.method == Method::Reliability) {
+        const char* names[] = {"form", "monte-carlo", "importance"};
+        out << "  algorithm: " << names[static_cast<int>(study.algorithm)] << "\n";
+    }
+    if (study.method == Method::Fragility) {
+        out << "  along: " << study.variables[study.along].name << "\n";
+    }
 }
 
 int check(const Arguments& arguments, std::ostream& out, std::ostream& errors) {
@@ -216,12 +293,12 @@ int check(const Arguments& arguments, std::ostream& out, std::ostream& errors) {
     if (!study) {
         return StatusUsage;
     }
-    const auto size = static_cast<double>(Plan(*study).size());
     out << study->file << ": " << methodName(study->method) << " of " << study->basePath
         << " in units " << unitsName(study->units) << "\n";
     for (const Variable& variable : study->variables) {
         tellVariable(out, *study, variable);
     }
+    tellQuestions(out, *study);
     for (const LimitState& limit : study->limits) {
         out << "  limit " << limit.name << ": " << limit.text << "\n";
         if (limit.condition.asksDesign()) {
@@ -232,10 +309,7 @@ int check(const Arguments& arguments, std::ostream& out, std::ostream& errors) {
                    "reliability and fragility use the design depth at factor 1\n";
         }
     }
-    if (size > 0) {
-        out << "  " << grouped(size) << " variants, about "
-            << duration(std::ceil(size * secondsOf(*study))) << " on one core\n";
-    }
+    tellSize(out, *study);
     return StatusDone;
 }
 
@@ -281,6 +355,8 @@ int signalSeen() {
 
 int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors,
                bool terminal) {
+    // What is wrong with a distribution is told in our own words.
+    OT::Log::Show(OT::Log::NONE);
     Arguments read;
     read.jobs = std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
     CLI::App app{"Asks one sheet-pile wall many times.", "korvane-study"};

@@ -9,6 +9,7 @@
 #include <openturns/DistributionFactory.hxx>
 #include <openturns/GammaMuSigma.hxx>
 #include <openturns/GumbelMuSigma.hxx>
+#include <openturns/Interval.hxx>
 #include <openturns/LogNormalMuSigma.hxx>
 #include <openturns/LogNormalMuSigmaOverMu.hxx>
 #include <openturns/NormalCopula.hxx>
@@ -132,11 +133,14 @@ OT::Distribution unbounded(std::string_view text) {
 /// Throws StudyFault or what OpenTURNS throws.
 OT::Distribution distributionOf(const Variable& variable) {
     const OT::Distribution plain = unbounded(variable.distribution);
-    if (!variable.bounds[0]) {
+    const auto& [least, largest] = variable.bounds;
+    if (!least && !largest) {
         return plain;
     }
-    const OT::TruncatedDistribution cut(plain, *variable.bounds[0], *variable.bounds[1]);
-    return {cut};
+    const OT::Interval within(OT::Point(1, least.value_or(0)), OT::Point(1, largest.value_or(0)),
+                              OT::Interval::BoolCollection(1, least.has_value()),
+                              OT::Interval::BoolCollection(1, largest.has_value()));
+    return {OT::TruncatedDistribution(plain, within)};
 }
 
 std::vector<std::size_t> randomVariables(const Study& study) {

@@ -113,6 +113,13 @@ bool anyNode(const Node& node, const std::function<bool(const Node&)>& is) {
            (node.second != nullptr && anyNode(*node.second, is));
 }
 
+/// Whether numbers alone are in it.
+bool isConstant(const Node& node) {
+    return !anyNode(node, [](const Node& one) {
+        return one.kind == Kind::Variable || one.kind == Kind::Output || isCondition(one);
+    });
+}
+
 bool isFactor(const Node& node) {
     return node.output != nullptr &&
            std::string_view(node.output->field.name) == results::factorOfSafety.name;
@@ -313,7 +320,13 @@ class ConditionReader {
         while (fault_.empty() && (word_ == "*" || word_ == "/")) {
             const Kind kind = word_ == "*" ? Kind::Product : Kind::Quotient;
             next();
-            part = join(kind, part, operand());
+            Part other = operand();
+            if (fault_.empty() && kind == Kind::Quotient && isConstant(*other) &&
+                numberOf(*other, {.variables = {}, .problem = base_, .units = UnitSystem::US}, 1) ==
+                    0) {
+                fault_ = "it divides by 0";
+            }
+            part = join(kind, part, std::move(other));
         }
         return part;
     }
@@ -353,6 +366,9 @@ class ConditionReader {
         Node leaf;
         if (isNumeric(word_)) {
             leaf.number = numericValue(word_);
+        } else if (!word_.empty() &&
+                   std::string_view("0123456789.").find(word_[0]) != std::string_view::npos) {
+            fault_ = "\"" + word_ + "\" is no number";
         } else if (!findName(leaf)) {
             fault_ = unknown();
         }

@@ -13,17 +13,6 @@ namespace {
 /// Of a sample around points, the share that is drawn as the variables are.
 constexpr double OriginShare = 0.1;
 
-/// Low and high of a variable alone.
-std::array<double, 2> endsOf(const Variable& variable) {
-    if (variable.isRandom()) {
-        const DistributionFigures figures = figuresOf(variable);
-        return {figures.low, figures.high};
-    }
-    const auto [least, largest] =
-        std::minmax_element(variable.values.begin(), variable.values.end());
-    return {*least, *largest};
-}
-
 std::uint64_t sizeOf(const Study& study, std::size_t dimension) {
     const std::uint64_t size = study.sample.size;
     switch (study.method) {
@@ -51,6 +40,16 @@ std::uint64_t sizeOf(const Study& study, std::size_t dimension) {
 }
 
 } // namespace
+
+std::array<double, 2> endsOf(const Variable& variable) {
+    if (variable.isRandom()) {
+        const DistributionFigures figures = figuresOf(variable);
+        return {figures.low, figures.high};
+    }
+    const auto [least, largest] =
+        std::minmax_element(variable.values.begin(), variable.values.end());
+    return {*least, *largest};
+}
 
 double unchanged() {
     return std::numeric_limits<double>::quiet_NaN();

@@ -12,6 +12,10 @@ namespace korvane::study {
 double unchanged();
 bool isUnchanged(double number);
 
+/// Low and high of a variable alone: its least and largest value, of a distribution the quantiles
+/// of 5 and 95 %.
+std::array<double, 2> endsOf(const Variable& variable);
+
 /// A share of the indices: `from` to the one before `to`.
 struct Share {
     std::uint64_t from = 0;

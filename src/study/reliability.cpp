@@ -22,7 +22,6 @@ namespace korvane::study {
 
 namespace {
 
-constexpr int MostSolutions = 20000;
 /// A depth has kinks of 0.0001 FT: nearer to the limit than this the search finds nothing.
 constexpr double FeetNearness = 1e-3;
 /// The same of any margin, and where no wall is asked, as shares of that of the median.
@@ -157,8 +156,8 @@ class Reserves : public OT::EvaluationImplementation {
 
 OT::Cobyla searchOf(const Margins& margins, Walls& walls) {
     OT::Cobyla cobyla;
-    cobyla.setMaximumEvaluationNumber(MostSolutions);
-    cobyla.setMaximumIterationNumber(MostSolutions);
+    cobyla.setMaximumEvaluationNumber(MostSearchSolutions);
+    cobyla.setMaximumIterationNumber(MostSearchSolutions);
     cobyla.setMaximumAbsoluteError(1e-9);
     cobyla.setMaximumRelativeError(1e-9);
     cobyla.setMaximumResidualError(1e-9);

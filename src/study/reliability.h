@@ -9,6 +9,9 @@
 
 namespace korvane::study {
 
+/// Walls that one search solves at the most.
+inline constexpr int MostSearchSolutions = 20000;
+
 /// What the first-order method finds for one limit state (A. M. Hasofer and N. C. Lind, 1974).
 struct FirstOrder {
     std::string fault; ///< why there is no design point; empty where there is one

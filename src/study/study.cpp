@@ -81,6 +81,7 @@ class StudyReader {
         readOutputs(*head);
         readAlong(*head);
         readTarget(file);
+        forEach(file, "limit", [this](const toml::table& table) { checkLimitName(table); });
         checkStudy(study_, plainTable(*head));
     }
 
@@ -370,6 +371,17 @@ class StudyReader {
             }
         }
         study_.limits.push_back(std::move(limit));
+    }
+
+    /// No column has the name of a limit state; notes are columns only where they are asked for.
+    void checkLimitName(const toml::table& table) const {
+        const std::string name = table["name"].value_or(std::string());
+        for (const OutputColumn& column : study_.outputs) {
+            if (lower(column.name) == lower(name)) {
+                throw StudyFault{lineOf(*table.get("name")),
+                                 "[[limit]]: name \"" + name + "\" is taken"};
+            }
+        }
     }
 
     std::vector<OutputColumn> outputColumns(const TomlTable& entry, std::string_view key,

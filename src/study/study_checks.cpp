@@ -19,6 +19,41 @@ bool isAlong(const Study& study, const Variable& variable) {
     return study.method == Method::Fragility && &variable == &study.variables[study.along];
 }
 
+/// One number for a field: a second `set` would hide the first, a field twice would move twice.
+void checkFields(const Study& study) {
+    std::vector<FieldAddress> seen;
+    for (const Variable& variable : study.variables) {
+        const std::vector<FieldAddress>& fields = variable.fields;
+        for (auto place = fields.begin(); place != fields.end(); ++place) {
+            const std::string name = "variable " + variable.name + ": " + addressName(*place);
+            if (std::find(fields.begin(), place, *place) != place) {
+                throw StudyFault{variable.line, name + " is named twice"};
+            }
+            if (variable.change == Change::Set &&
+                std::find(seen.begin(), seen.end(), *place) != seen.end()) {
+                throw StudyFault{variable.line, name + " is changed by a variable before it, "
+                                                       "which \"set\" would hide"};
+            }
+        }
+        seen.insert(seen.end(), fields.begin(), fields.end());
+    }
+}
+
+/// Keys that the method does not heed.
+void checkKeys(const Study& study, const TomlTable& head) {
+    const bool form = study.method == Method::Reliability && study.algorithm == Algorithm::Form;
+    const std::string method = std::string("the method ") + methodName(study.method) +
+                               (form ? " by the algorithm form" : "");
+    for (const char* key : {"design", "size", "seed"}) {
+        if (head.has(key) && (form || !draws(study.method))) {
+            head.fail(key, "means nothing to " + method + ", which draws no sample");
+        }
+    }
+    if (head.has("algorithm") && study.method != Method::Reliability) {
+        head.fail("algorithm", "belongs to the method reliability");
+    }
+}
+
 void checkVariables(const Study& study) {
     for (const Variable& variable : study.variables) {
         if (draws(study.method) && !variable.isRandom() && !isAlong(study, variable) &&
@@ -52,6 +87,11 @@ void checkCorrelations(const Study& study) {
     if (study.correlations.empty()) {
         return;
     }
+    if (!draws(study.method)) {
+        throw StudyFault{study.correlations.front().line,
+                         std::string("[[correlation]]: means nothing to the method ") +
+                             methodName(study.method)};
+    }
     if (study.method == Method::Sensitivity) {
         throw StudyFault{study.correlations.front().line,
                          "[[correlation]]: Sobol' indices are those of independent variables"};
@@ -65,6 +105,9 @@ void checkSize(const Study& study, const TomlTable& head) {
     const bool form = study.method == Method::Reliability && study.algorithm == Algorithm::Form;
     if (draws(study.method) && !form && study.sample.size == 0) {
         throw StudyFault{head.line(), "[study] needs \"size\""};
+    }
+    if (study.method == Method::Sensitivity && study.sample.size < 2) {
+        head.fail("size", "must be at least 2: one point has no variance");
     }
     const auto random =
         static_cast<int>(std::count_if(study.variables.begin(), study.variables.end(),
@@ -147,6 +190,8 @@ void checkStudy(const Study& study, const TomlTable& head) {
     if (study.variables.empty()) {
         throw StudyFault{head.line(), "a [[variable]] is missing"};
     }
+    checkKeys(study, head);
+    checkFields(study);
     checkVariables(study);
     checkSize(study, head);
     checkCount(study, head);

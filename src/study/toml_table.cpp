@@ -95,7 +95,7 @@ std::vector<std::string> TomlTable::texts(std::string_view key) const {
     return all;
 }
 
-std::vector<double> TomlTable::numbers(std::string_view key) const {
+std::vector<double> TomlTable::numbers(std::string_view key, bool infinite) const {
     const toml::node* node = table_.get(key);
     if (node == nullptr) {
         return {};
@@ -106,7 +106,7 @@ std::vector<double> TomlTable::numbers(std::string_view key) const {
     std::vector<double> all;
     for (const toml::node& entry : *node->as_array()) {
         const auto one = entry.is_number() ? entry.value<double>() : std::nullopt;
-        if (!one || !std::isfinite(*one)) {
+        if (!one || std::isnan(*one) || (std::isinf(*one) && !infinite)) {
             fail(key, "must be a list of numbers");
         }
         all.push_back(*one);

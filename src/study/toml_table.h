@@ -42,7 +42,8 @@ class TomlTable {
     std::optional<long long> whole(std::string_view key) const;
     /// A list, or a single value as a list of one.
     std::vector<std::string> texts(std::string_view key) const;
-    std::vector<double> numbers(std::string_view key) const;
+    /// Infinite ones where they are allowed.
+    std::vector<double> numbers(std::string_view key, bool infinite = false) const;
     /// One of the texts, by its place; `usual` where the key is missing.
     std::size_t choice(std::string_view key, std::initializer_list<std::string_view> choices,
                        std::size_t usual) const;

@@ -47,11 +47,15 @@ void readRange(const TomlTable& entry, Variable& variable) {
 void readDistribution(const TomlTable& entry, Variable& variable) {
     variable.distribution = entry.requiredText("distribution");
     if (entry.has("bounds")) {
-        const std::vector<double> bounds = entry.numbers("bounds");
+        const std::vector<double> bounds = entry.numbers("bounds", true);
         if (bounds.size() != 2 || !(bounds[0] < bounds[1])) {
-            entry.fail("bounds", "must be [least, largest]");
+            entry.fail("bounds", "must be [least, largest], with -inf or inf for none");
         }
-        variable.bounds = {bounds[0], bounds[1]};
+        for (const std::size_t end : {0U, 1U}) {
+            if (std::isfinite(bounds[end])) {
+                variable.bounds.at(end) = bounds[end];
+            }
+        }
     }
     const std::string fault = distributionFault(variable);
     if (!fault.empty()) {

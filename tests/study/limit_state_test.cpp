@@ -168,6 +168,11 @@ TEST(LimitState, WrongTextsAreTold) {
     EXPECT_THAT(wall.fault("depth > 1"), HasSubstr("unknown \"depth\"; known are penetration"));
     EXPECT_THAT(wall.fault("depth > 1"), HasSubstr("capacity"));
     EXPECT_THAT(wall.fault("anchorForce > 1"), HasSubstr("unknown \"anchorForce\""));
+    EXPECT_THAT(wall.fault("penetration > 1e999"), HasSubstr("\"1e999\" is no number"));
+    EXPECT_THAT(wall.fault("penetration > 1x"), HasSubstr("\"1x\" is no number"));
+    EXPECT_THAT(wall.fault("penetration > 1/0"), HasSubstr("divides by 0"));
+    EXPECT_THAT(wall.fault("penetration / (2 - 2) > 1"), HasSubstr("divides by 0"));
+    EXPECT_DOUBLE_EQ(wall.margin("penetration > 1 / (water - 1)"), -9.5);
     EXPECT_THAT(wall.fault("abs maxMoment > 1"), HasSubstr("abs needs brackets"));
     EXPECT_THAT(wall.fault(std::string(5000, '(') + "1"), HasSubstr("too deeply"));
     EXPECT_THAT(wall.fault(std::string(5000, '-') + "1 > 2"), HasSubstr("too deeply"));

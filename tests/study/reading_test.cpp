@@ -1,11 +1,14 @@
 // Study files: every key, and what is said of those that are wrong.
 #include "study_desk.h"
+#include "study_process.h"
 
 #include "study/command_line.h"
 #include "study/draws.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace korvane::study::test {
 
@@ -165,8 +168,10 @@ TEST(StudyFile, FaultsNameFileLineAndWhatIsKnown) {
         {head("grid", "outputs = [\"note.x\"]") + good, "s.toml:4: unknown note \"x\"",
          "no-reserve"},
         {head("grid", "outputs = 3") + good, "s.toml:4: [study]: outputs must be", ""},
-        {head("grid", "seed = -1") + good, "s.toml:4: [study]: seed must be at least 0", ""},
-        {head("grid", "seed = 1.5") + good, "s.toml:4: [study]: seed must be a whole number", ""},
+        {head("sample", "size = 9\nseed = -1") + random,
+         "s.toml:5: [study]: seed must be at least 0", ""},
+        {head("sample", "size = 9\nseed = 1.5") + random,
+         "s.toml:4: [study]: seed must be a whole number", ""},
         {head("grid", "maxFs = 0") + good, "s.toml:4: [study]: maxFs must be", ""},
         {"[[study]]\nbase = 1\n", "s.toml:1:", "[study]"},
         {"x = [\n", "s.toml:", ""},
@@ -295,7 +300,7 @@ TEST(StudyFile, AFragilityAlongAValueTwiceIsRefused) {
     EXPECT_THAT(faultOf(head("fragility", "size = 9\nalong = \"s\"") +
                         variable("s", "values = [1, 2, 1]") +
                         variable("r", "distribution = \"Normal(0, 1)\"") + limit("a", "s > r")),
-                StartsWith("s.toml:7: variable s has a value twice"));
+                StartsWith("s.toml:6: variable s has a value twice"));
 }
 
 TEST(StudyFile, SobolSamplesAroundPointsNeedACoordinateMore) {
@@ -308,6 +313,124 @@ TEST(StudyFile, SobolSamplesAroundPointsNeedACoordinateMore) {
     EXPECT_THAT(faultOf(head("reliability", start + "algorithm = \"importance\"") + variables +
                         limit("a", "x1 > 3")),
                 HasSubstr("sobol has no more than 40"));
+}
+
+TEST(StudyFile, KeysThatTheMethodDoesNotHeedAreRefused) {
+    const std::string random = friction("distribution = \"Normal(32, 2)\"");
+    const std::string deep = limit("deep", "penetration > 20");
+    for (const std::string key : {"design = \"sobol\"", "size = 10000", "seed = 2"}) {
+        const std::string name = key.substr(0, key.find(' '));
+        for (const std::string& text :
+             {head("reliability", key) + random + deep,
+              head("reliability", key + "\nalgorithm = \"form\"") + random + deep,
+              head("grid", key) + friction(Values), head("one-at-a-time", key) + friction(Values),
+              head("target", key) + friction(Values) +
+                  "[target]\noutput = \"penetration\"\nvalue = 14\n"}) {
+            EXPECT_THAT(faultOf(text),
+                        StartsWith("s.toml:4: [study]: " + name + " means nothing to the method"))
+                << text;
+        }
+    }
+    EXPECT_THAT(faultOf(head("sample", "algorithm = \"form\"\nsize = 9") + random),
+                StartsWith("s.toml:4: [study]: algorithm belongs to the method reliability"));
+    EXPECT_THAT(faultOf(head("sensitivity", "size = 1") + random),
+                StartsWith("s.toml:4: [study]: size must be at least 2"));
+    EXPECT_THAT(faultOf(head("one-at-a-time") + variable("a", "distribution = \"Normal(0, 1)\"") +
+                        variable("b", "distribution = \"Normal(0, 1)\"") +
+                        "[[correlation]]\nbetween = [\"a\", \"b\"]\nrank = 0.5\n"),
+                StartsWith("s.toml:11: [[correlation]]: means nothing to the method"));
+}
+
+TEST(StudyFile, AFieldIsSetOnceAlone) {
+    const std::string top = "fields = \"WallTopElev\"\nvalues = 14";
+    EXPECT_THAT(faultOf(head("grid") + variable("a", top) + variable("b", top)),
+                StartsWith("s.toml:9: variable b: WallTopElev is changed by a variable before it"));
+    EXPECT_THAT(
+        faultOf(head("grid") + variable("a", top + "\nchange = \"add\"") + variable("b", top)),
+        HasSubstr("is changed by a variable before it"));
+    EXPECT_THAT(faultOf(head("grid") + variable("a", "fields = [\"SoilFriction.left.1\", "
+                                                     "\"SoilFriction.*.*\"]\nchange = \"add\"\n"
+                                                     "values = 1")),
+                StartsWith("s.toml:5: variable a: SoilFriction.left.1 is named twice"));
+    studyOf(head("grid") + variable("a", top) + variable("b", top + "\nchange = \"add\""));
+}
+
+TEST(StudyFile, ALimitStateMayNotHaveTheNameOfANoteThatIsAskedFor) {
+    const std::string rest = friction(Values) + limit("Note.no-reserve", "penetration > 20");
+    EXPECT_THAT(faultOf(head("grid", "outputs = [\"note.no-reserve\"]") + rest),
+                StartsWith("s.toml:10: [[limit]]: name \"Note.no-reserve\" is taken"));
+    studyOf(head("grid") + rest);
+}
+
+TEST(StudyFile, BoundsMayBeOpenOnOneSide) {
+    const auto figures = [](const std::string& bounds) {
+        return figuresOf(
+            studyOf(head("sample", "size = 9") +
+                    friction("distribution = \"Exponential(1, 0)\"\nbounds = " + bounds))
+                .variables[0]);
+    };
+    // Cut below at 2 an exponential distribution is the same again, 2 further on: mean 2 + 1, 5 %
+    // quantile 2 - ln 0.95.
+    EXPECT_NEAR(figures("[2, inf]").mean, 3, 1e-9);
+    EXPECT_NEAR(figures("[2, inf]").low, 2 - std::log(0.95), 1e-9);
+    // Cut above at 1: its 95 % quantile is -ln(1 - 0.95 (1 - exp(-1))).
+    EXPECT_NEAR(figures("[-inf, 1]").high, -std::log(1 - 0.95 * (1 - std::exp(-1))), 1e-9);
+    EXPECT_THAT(faultOf(head("sample", "size = 9") +
+                        friction("distribution = \"Normal(1, 1)\"\nbounds = [inf, 1]")),
+                HasSubstr("bounds must be [least, largest]"));
+}
+
+TEST(StudyFile, AFileThatIsNotThereIsAWrongStudyFile) {
+    const StudyDesk desk;
+    std::filesystem::create_directory(desk.file("folder"));
+    for (const char* name : {"nowhere.toml", "folder"}) {
+        for (const std::vector<std::string>& arguments :
+             {std::vector<std::string>{"check", desk.file(name)},
+              std::vector<std::string>{"run", desk.file(name), "--output", desk.file("o")},
+              std::vector<std::string>{"slurm", desk.file(name), "--output", desk.file("o"),
+                                       "--parts", "2"}}) {
+            const CommandRun run = StudyDesk::run(arguments);
+            EXPECT_EQ(run.status, StatusUsage) << arguments[0];
+            EXPECT_THAT(run.err, HasSubstr(desk.file(name) + ": "));
+        }
+    }
+    EXPECT_FALSE(std::filesystem::exists(desk.file("o")));
+}
+
+TEST(StudyFile, CheckTellsWhatElseIsAsked) {
+    const StudyDesk desk;
+    const std::string drawn = "distribution = \"Normal(32, 2)\"\nbounds = [26, inf]";
+    CommandRun run = StudyDesk::run(
+        {"check",
+         desk.write("r.toml", head("reliability") + friction(drawn) +
+                                  variable("b", "distribution = \"Normal(0, 1)\"") +
+                                  "[[correlation]]\nbetween = [\"friction\", \"b\"]\nrank = 0.5\n"
+                                  "[[tie]]\nfield = \"SoilWallFriction.left.1\"\n"
+                                  "to = \"SoilFriction.left.1\"\nfactor = 0.5\n" +
+                                  limit("deep", "penetration > 20"))});
+    EXPECT_EQ(run.status, StatusDone) << run.err;
+    for (const char* line :
+         {"Normal(32, 2) within 26 and inf", "correlation of friction and b: rank 0.5",
+          "tie: SoilWallFriction.left.1 is 0.5 times SoilFriction.left.1 plus 0",
+          "outputs: penetration maxMoment maxMomentElev", "algorithm: form",
+          "20000 at the most, about"}) {
+        EXPECT_THAT(run.out, HasSubstr(line));
+    }
+    run = StudyDesk::run({"check", desk.write("t.toml", head("target") + friction(Values) +
+                                                            "[target]\noutput = \"penetration\"\n"
+                                                            "value = 14\n")});
+    EXPECT_THAT(run.out, HasSubstr("target: penetration 14"));
+    EXPECT_THAT(run.out, HasSubstr("2 walls and about 40 by halving"));
+}
+
+TEST(StudyFile, MessagesOfTheLibraryStayInside) {
+    const StudyDesk desk;
+    desk.write("s.toml",
+               head("sample", "size = 9") + friction("distribution = \"Student(1, 32, 1)\""));
+    EXPECT_EQ(waitFor(start({"run", desk.file("s.toml"), "--output", desk.file("o"), "--quiet"},
+                            desk.file("messages"))),
+              0);
+    EXPECT_EQ(desk.read("messages"), "");
 }
 
 TEST(StudyFile, GridsBeyondAllCountingAreRefused) {
