@@ -270,8 +270,9 @@ TEST(Menus, StandInTheirOrderWithTheirCaptions) {
                      "&Cantilever Wall Results Plots", "&Free Earth Method Results Plots",
                      "F&ixed Earth Method Results Plots", "&Rowe's Moment Reduction Curves"}));
     EXPECT_EQ(captions("mnuSolve"), (QStringList{"&Continue Solution"}));
-    EXPECT_EQ(captions("mnuTools"), (QStringList{"&Units", "&Notes...", "&Compare...",
-                                                 "Calculation &Sheet...", "&Verify..."}));
+    EXPECT_EQ(captions("mnuTools"),
+              (QStringList{"&Units", "&Notes...", "&Compare...", "Calculation &Sheet...",
+                           "S&tudy...", "&Verify..."}));
     EXPECT_EQ(captions("mnuToolsItem_0"),
               (QStringList{"&US (feet, pounds)", "&SI (metres, kilonewtons)"}));
     EXPECT_EQ(captions("mnuHelp"),
