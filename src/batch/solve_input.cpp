@@ -342,41 +342,31 @@ void prepareOutputs(Run& run, Outputs& outputs) {
     }
 }
 
-/// Takes away what an earlier run has left. What cannot be removed is told and stops nothing; where
-/// a file of this run is to stand in its place, that one tells it. False after any other fault.
-bool removeOldOutputs(Run& run, Outputs& outputs) {
+/// No old figure, sheet or JSON may stand beside a new report, whatever fails later.
+void removeOldOutputs(const Job& job, Outputs& outputs) {
     std::set<std::filesystem::path> kept;
-    for (const PendingFile& figure : outputs.figures) {
+    for (PendingFile& figure : outputs.figures) {
+        figure.clearPlace();
         kept.insert(figure.path());
     }
-    bool goesOn = true;
-    const auto remove = [&](const std::filesystem::path& file) {
-        if (const auto fault = runGuarded([&] { removeFile(file); })) {
-            tellFault(run, *fault);
-            goesOn = goesOn && fault->isFileFault();
-        }
-    };
-    for (PendingFile& figure : outputs.figures) {
-        runGuarded([&] { figure.clearPlace(); });
-    }
-    for (const std::filesystem::path& figure : run.job.oldFigures) {
+    for (const std::filesystem::path& figure : job.oldFigures) {
         if (kept.count(figure) == 0) { // a link to what is written anew stays
-            remove(figure);
+            removeFile(figure);
         }
     }
     for (std::optional<PendingFile>* file : {&outputs.sheet, &outputs.json}) {
         if (*file) {
-            runGuarded([&] { (*file)->clearPlace(); });
+            (*file)->clearPlace();
         }
     }
     for (const std::filesystem::path& file : outputs.stale) {
-        remove(file);
+        removeFile(file);
     }
-    return goesOn;
 }
 
-/// The JSON tells how the others fared: what came up behind the first `told` messages.
-void placeOutputs(Run& run, Outputs& outputs, std::size_t told) {
+/// The JSON tells how the others fared.
+void placeOutputs(Run& run, Outputs& outputs) {
+    const std::size_t told = run.prompts.messages.size();
     if (outputs.report) {
         guarded(run, [&] { outputs.report->place(); });
     }
@@ -398,13 +388,9 @@ void placeOutputs(Run& run, Outputs& outputs, std::size_t told) {
 
 void writeOutputs(Run& run) {
     Outputs outputs;
-    if (!guarded(run, [&] { prepareOutputs(run, outputs); })) {
-        return;
-    }
-    const std::size_t told = run.prompts.messages.size();
-    bool removed = false;
-    if (guarded(run, [&] { removed = removeOldOutputs(run, outputs); }) && removed) {
-        placeOutputs(run, outputs, told);
+    if (guarded(run, [&] { prepareOutputs(run, outputs); }) &&
+        guarded(run, [&] { removeOldOutputs(run.job, outputs); })) {
+        placeOutputs(run, outputs);
     }
 }
 

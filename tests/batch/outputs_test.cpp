@@ -137,33 +137,23 @@ TEST(BatchOutputs, AFileThatCouldNotBeRemovedIsTold) {
 }
 
 // In a folder like /tmp nobody removes a file of another user.
-TEST(BatchOutputs, OneOfAnEarlierRunThatCannotBeRemovedIsToldAndStopsNothing) {
+TEST(BatchOutputs, OneOfAnEarlierRunThatCannotBeRemovedKeepsNewOnesFromTheirPlaces) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "needs files of two users";
     }
     const BatchOffice office;
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
     ASSERT_EQ(office.run({"--json", "--plots", input}).status, 0);
-    const std::string report = office.read("a.out");
-    fs::remove(office.file("a.out"));
-    fs::remove(office.file("a.json"));
+    const auto before = outputs(office);
     const fs::path folder = fs::path(input).parent_path();
     fs::permissions(folder, fs::perms(01777));
     fs::permissions(input, fs::perms(0644));
     const OrdinaryUser user;
     const BatchRun run = office.run({"--json", input}); // would take the figures away
     EXPECT_EQ(run.status, 1);
-    for (const char* left : {"a-moment.svg", "a-shear.svg"}) {
-        EXPECT_NE(run.err.find("[FILE ERROR] File: " + office.file(left) + " / Permission denied"),
-                  std::string::npos)
-            << run.err;
-        EXPECT_TRUE(office.files().contains(left));
-    }
-    EXPECT_EQ(office.read("a.out"), report);
-    const auto json = nlohmann::json::parse(office.read("a.json"));
-    EXPECT_EQ(json["failure"]["code"], "file-fault");
-    EXPECT_EQ(json["messages"].back()["title"], "FILE ERROR");
-    EXPECT_FALSE(json["levels"].empty());
+    EXPECT_NE(run.err.find("[FILE ERROR] File: "), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("Permission denied"), std::string::npos) << run.err;
+    EXPECT_TRUE(outputs(office) == before); // old figures beside the old report
 }
 
 TEST(BatchOutputs, PlotsAndJsonOfAnEarlierRunGoWhereThisOneMakesNone) {
