@@ -103,6 +103,12 @@ void answerSample(std::vector<std::string>& answers, const FinishedStudy& finish
     }
 }
 
+std::string indexText(const std::string& output, const std::string& variable,
+                      const Statistic& total) {
+    return output + " hangs most on " + variable + ": total index " + told(total.value) +
+           interval(total) + ".";
+}
+
 void answerIndices(std::vector<std::string>& answers, const FinishedStudy& finished) {
     for (const std::size_t output : finished.plotted()) {
         const std::string& name = finished.study.outputs[output].name;
@@ -117,8 +123,7 @@ void answerIndices(std::vector<std::string>& answers, const FinishedStudy& finis
             }
         }
         if (most != nullptr) {
-            answers.push_back(name + " hangs most on " + about + ": total index " +
-                              told(most->value) + interval(*most) + ".");
+            answers.push_back(indexText(name, about, *most));
         }
     }
 }

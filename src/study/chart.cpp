@@ -16,7 +16,6 @@ namespace {
 // Pixels
 constexpr double TickLength = 4;
 constexpr double TextGap = 5;
-constexpr double DotSize = 3;
 constexpr double Radius = 3.5;
 constexpr double Baseline = 4; // from the middle of a line of text to where it stands
 constexpr double RowHeight = 24;

@@ -105,6 +105,7 @@ std::vector<std::size_t> movers(const FinishedStudy& finished, std::size_t outpu
     std::stable_sort(sizes.begin(), sizes.end(),
                      [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::size_t> all;
+    all.reserve(sizes.size());
     for (const auto& [size, variable] : sizes) {
         all.push_back(variable);
     }
@@ -202,8 +203,9 @@ void drawCell(Chart& chart, std::size_t column, std::size_t row, const HeatCell&
 std::vector<SvgPoint> borderOf(const std::vector<HeatCell>& cells, std::size_t columns) {
     std::vector<SvgPoint> ends;
     for (std::size_t n = 0; n < cells.size(); ++n) {
+        const std::size_t row = n / columns;
         const auto x = static_cast<double>(n % columns);
-        const auto y = static_cast<double>(n / columns);
+        const auto y = static_cast<double>(row);
         const bool hasRight = (n + 1) % columns != 0;
         if (hasRight && cells[n].isReached != cells[n + 1].isReached) {
             ends.insert(ends.end(), {{x + 1, y}, {x + 1, y + 1}});
@@ -220,6 +222,7 @@ std::vector<SvgPoint> borderOf(const std::vector<HeatCell>& cells, std::size_t c
 std::vector<std::string> cellNames(const Variable& variable,
                                    const std::vector<std::size_t>& places) {
     std::vector<std::string> names;
+    names.reserve(places.size());
     for (const std::size_t place : places) {
         names.push_back(told(variable.values[place]));
     }

@@ -343,32 +343,44 @@ constexpr std::string_view WeightFormula =
     "<mi>p</mi><mo>=</mo><mfrac><mn>1</mn><mi>n</mi></mfrac><mo>∑</mo><msub><mi>w</mi><mi>k</mi>"
     "</msub><msub><mi>I</mi><mi>k</mi></msub>";
 
+/// The squares of the design point's standard numbers as a sum.
+std::string squaresOf(const FinishedStudy& finished, const LimitState& limit, double beta) {
+    std::string squares;
+    for (const std::size_t n : finished.random()) {
+        const std::string& name = finished.study.variables[n].name;
+        const double share = finished.value(limit.name, "importance " + name);
+        squares += squares.empty() ? "" : "<mo>+</mo>";
+        squares += mathNumber(share * beta * beta);
+    }
+    return squares;
+}
+
+/// The length of the design point, below 0 where the median has reached the state.
+std::string betaFormula(const std::string& squares, double beta) {
+    const std::string sign = beta < 0 ? "<mo>−</mo>" : "";
+    return "<mi>β</mi><mo>=</mo>" + sign +
+           "<msqrt><mrow><mo>∑</mo><msubsup><mi>u</mi><mi>i</mi><mn>2</mn></msubsup></mrow>"
+           "</msqrt><mo>=</mo>" +
+           sign + "<msqrt><mrow>" + squares + "</mrow></msqrt><mo>=</mo><mrow class=\"r\">" +
+           mathNumberOf(beta) + "</mrow>";
+}
+
+std::string probabilityFormula(double probability) {
+    return "<mi>p</mi><mo>=</mo><mi>Φ</mi><mo>(</mo><mo>−</mo><mi>β</mi><mo>)</mo><mo>=</mo>"
+           "<mrow class=\"r\">" +
+           mathNumberOf(probability) + "</mrow>";
+}
+
 /// The index and the probability of the first-order method, with their numbers.
 void writeFirstOrder(SheetWriter& writer, const FinishedStudy& finished) {
     for (const LimitState& limit : finished.study.limits) {
         const double beta = finished.value(limit.name, "beta");
-        if (!std::isfinite(beta)) {
-            continue;
+        if (std::isfinite(beta)) {
+            const double probability = finished.value(limit.name, "probability of first order");
+            writer.markup(
+                mathLine(betaFormula(squaresOf(finished, limit, beta), beta), limit.name));
+            writer.markup(mathLine(probabilityFormula(probability), limit.name));
         }
-        std::string squares;
-        for (const std::size_t n : finished.random()) {
-            const double share =
-                finished.value(limit.name, "importance " + finished.study.variables[n].name);
-            squares += (squares.empty() ? "" : "<mo>+</mo>") + mathNumber(share * beta * beta);
-        }
-        const std::string sign = beta < 0 ? "<mo>−</mo>" : "";
-        writer.markup(mathLine(
-            "<mi>β</mi><mo>=</mo>" + sign +
-                "<msqrt><mrow><mo>∑</mo><msubsup><mi>u</mi><mi>i</mi><mn>2</mn></msubsup>"
-                "</mrow></msqrt><mo>=</mo>" +
-                sign + "<msqrt><mrow>" + squares + "</mrow></msqrt><mo>=</mo><mrow class=\"r\">" +
-                mathNumberOf(beta) + "</mrow>",
-            limit.name));
-        writer.markup(mathLine(
-            "<mi>p</mi><mo>=</mo><mi>Φ</mi><mo>(</mo><mo>−</mo><mi>β</mi><mo>)</mo><mo>=</mo>"
-            "<mrow class=\"r\">" +
-                mathNumberOf(finished.value(limit.name, "probability of first order")) + "</mrow>",
-            limit.name));
     }
     writer.paragraph("The design point is the most likely point at which the limit state is "
                      "reached; u are its independent standard normal numbers, their squares over "

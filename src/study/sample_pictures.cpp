@@ -97,28 +97,39 @@ void largestFirst(std::vector<Bar>& bars) {
                      [](const Bar& a, const Bar& b) { return a.value > b.value; });
 }
 
+/// Indices of one kind, "first-order" or "total", of an output.
+std::vector<Bar> indexBars(const FinishedStudy& finished, const std::string& output,
+                           const std::string& kind) {
+    std::vector<Bar> bars;
+    for (const std::size_t variable : finished.random()) {
+        std::string name = kind;
+        name.append(" ").append(finished.study.variables[variable].name);
+        if (const Statistic* index = finished.find(output, name)) {
+            bars.push_back(
+                {finished.study.variables[variable].name, index->value, index->low, index->high});
+        }
+    }
+    largestFirst(bars);
+    return bars;
+}
+
+void addIndexBars(PictureGroup& group, const FinishedStudy& finished, const std::string& output,
+                  const std::string& kind, const std::string& meaning) {
+    const std::vector<Bar> bars = indexBars(finished, output, kind);
+    if (!bars.empty()) {
+        const std::string title = kind + " index of " + output;
+        group.pictures.push_back({barChart(bars, title, title), title + ": " + meaning});
+    }
+}
+
 PictureGroup sobolBars(const FinishedStudy& finished) {
     PictureGroup group{"Sobol' indices", {}};
     for (const std::size_t output : finished.plotted()) {
         const std::string& name = finished.study.outputs[output].name;
-        for (const std::string kind : {"first-order", "total"}) {
-            std::vector<Bar> bars;
-            for (const std::size_t variable : finished.random()) {
-                const std::string& about = finished.study.variables[variable].name;
-                if (const Statistic* index = finished.find(name, kind + " " + about)) {
-                    bars.push_back({about, index->value, index->low, index->high});
-                }
-            }
-            largestFirst(bars);
-            if (!bars.empty()) {
-                const std::string title = kind + " index of " + name;
-                group.pictures.push_back(
-                    {barChart(bars, title, title),
-                     title + (kind == "total"
-                                  ? ": what would remain of its variance if all others were known."
-                                  : ": what would go of its variance if this one were known.")});
-            }
-        }
+        addIndexBars(group, finished, name, "first-order",
+                     "what would go of its variance if this one were known.");
+        addIndexBars(group, finished, name, "total",
+                     "what would remain of its variance if all others were known.");
     }
     return group;
 }

@@ -171,8 +171,9 @@ std::vector<SvgPoint> lineOf(const Plane& plane) {
     StateInPlane state(plane);
     std::vector<bool> reached;
     for (std::size_t n = 0; n < (Cells + 1) * (Cells + 1); ++n) {
-        reached.push_back(state.isReached(
-            {static_cast<double>(n % (Cells + 1)), static_cast<double>(n / (Cells + 1))}));
+        const std::size_t row = n / (Cells + 1);
+        reached.push_back(
+            state.isReached({static_cast<double>(n % (Cells + 1)), static_cast<double>(row)}));
     }
     constexpr std::array<std::array<std::size_t, 2>, 5> round{
         {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0, 0}}};
