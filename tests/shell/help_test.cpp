@@ -9,10 +9,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPixmap>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
@@ -52,25 +50,6 @@ HelpViewer* viewerOf(Person& person) {
     }
     (void)person;
     return found;
-}
-
-/// Every picture that a page names is there and can be shown.
-TEST(Help, HasThePicturesOfItsPages) {
-    const QRegularExpression picture(R"(!\[[^\]]+\]\(([^)]+)\))");
-    int count = 0;
-    Person person;
-    person.choose("mnuHelpItem_0");
-    auto* browser = viewerOf(person)->findChild<QTextBrowser*>("helpPage");
-    for (const HelpPage& page : loadHelpPages()) {
-        for (auto names = picture.globalMatch(page.markdown); names.hasNext(); ++count) {
-            const QString name = names.next().captured(1);
-            const QVariant data = browser->loadResource(QTextDocument::ImageResource, name);
-            QPixmap pixmap;
-            EXPECT_TRUE(pixmap.loadFromData(data.toByteArray())) << name.toStdString();
-            EXPECT_LT(pixmap.width(), 640) << name.toStdString();
-        }
-    }
-    EXPECT_GE(count, 3);
 }
 
 TEST(Help, ContentsOpenAPageAtItsSectionAndSearchOpensTheHit) {
