@@ -9,7 +9,6 @@
 #include <openturns/DistributionFactory.hxx>
 #include <openturns/GammaMuSigma.hxx>
 #include <openturns/GumbelMuSigma.hxx>
-#include <openturns/Interval.hxx>
 #include <openturns/LogNormalMuSigma.hxx>
 #include <openturns/LogNormalMuSigmaOverMu.hxx>
 #include <openturns/NormalCopula.hxx>
@@ -137,10 +136,11 @@ OT::Distribution distributionOf(const Variable& variable) {
     if (!least && !largest) {
         return plain;
     }
-    const OT::Interval within(OT::Point(1, least.value_or(0)), OT::Point(1, largest.value_or(0)),
-                              OT::Interval::BoolCollection(1, least.has_value()),
-                              OT::Interval::BoolCollection(1, largest.has_value()));
-    return {OT::TruncatedDistribution(plain, within)};
+    if (least && largest) {
+        return {OT::TruncatedDistribution(plain, *least, *largest)};
+    }
+    return {least ? OT::TruncatedDistribution(plain, *least, OT::TruncatedDistribution::LOWER)
+                  : OT::TruncatedDistribution(plain, *largest, OT::TruncatedDistribution::UPPER)};
 }
 
 std::vector<std::size_t> randomVariables(const Study& study) {

@@ -82,14 +82,14 @@ TEST(Folder, KilledAsItsFilesAreMadeItGoesOn) {
     const std::string text = sample(500);
     const auto expected = wholeRows(text);
     // The program takes some milliseconds to its first file: kills spread over all of that.
-    for (int wait = 0; wait < 24; ++wait) {
+    for (int wait = 0; wait < 10; ++wait) {
         const StudyDesk desk;
         desk.write("s.toml", text);
         const pid_t child = start(words(desk, "s.toml", "o"));
         while (!fs::exists(desk.file("o")) && isRunning(child)) {
             std::this_thread::yield();
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(200 * wait * wait));
+        std::this_thread::sleep_for(std::chrono::microseconds(1000 * wait * wait));
         kill(child, SIGKILL);
         waitFor(child);
         const CommandRun run = StudyDesk::run(words(desk, "s.toml", "o"));

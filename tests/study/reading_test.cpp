@@ -171,7 +171,7 @@ TEST(StudyFile, FaultsNameFileLineAndWhatIsKnown) {
         {head("sample", "size = 9\nseed = -1") + random,
          "s.toml:5: [study]: seed must be at least 0", ""},
         {head("sample", "size = 9\nseed = 1.5") + random,
-         "s.toml:4: [study]: seed must be a whole number", ""},
+         "s.toml:5: [study]: seed must be a whole number", ""},
         {head("grid", "maxFs = 0") + good, "s.toml:4: [study]: maxFs must be", ""},
         {"[[study]]\nbase = 1\n", "s.toml:1:", "[study]"},
         {"x = [\n", "s.toml:", ""},

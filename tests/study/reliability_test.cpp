@@ -315,15 +315,15 @@ std::array<double, 3> sampled(const std::string& design, const std::string& stat
 } // namespace
 
 TEST(ImportanceSampling, EveryRegionOfAStateCounts) {
-    const double one = phi(-3);
+    const double tail = phi(-3);
     struct Case {
         std::string state;
         double probability;
     };
-    const std::vector<Case> cases{{"x > 3", one},
-                                  {"x > 3 or x < -3", 2 * one},
-                                  {"abs(x) > 3", 2 * one},
-                                  {"x > 3 or y*10000 > 30000", 1 - (1 - one) * (1 - one)}};
+    const std::vector<Case> cases{{"x > 3", tail},
+                                  {"x > 3 or x < -3", 2 * tail},
+                                  {"abs(x) > 3", 2 * tail},
+                                  {"x > 3 or y*10000 > 30000", 1 - (1 - tail) * (1 - tail)}};
     for (const std::string design : {"monte-carlo", "latin-hypercube", "sobol"}) {
         for (const Case& one : cases) {
             const auto [value, low, high] = sampled(design, one.state);
@@ -462,8 +462,11 @@ TEST(Target, ACrossingBetweenInnerValuesIsFound) {
                       variable("water", "fields = \"WaterElev.*\"\nvalues = [-10, 16, 0]") +
                       "[target]\noutput = \"penetration_free\"\nvalue = 10\n",
                   "o");
+    desk.runStudy("[study]\nbase = \"anchored-sand.dat\"\nmethod = \"grid\"\n" +
+                      variable("water", "fields = \"WaterElev.*\"\nvalues = [-10, 16, 0]"),
+                  "g");
     const auto depth = [&](const char* level) {
-        return desk.number("o",
+        return desk.number("g",
                            std::string("SELECT penetration_free FROM variants WHERE water = ") +
                                level + " LIMIT 1");
     };

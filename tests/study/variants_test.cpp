@@ -64,8 +64,8 @@ TEST(Variants, OneAtATimeIsTheBaseThenBothEndsOfEach) {
     const auto same = testing::Truly(isUnchanged);
     EXPECT_THAT(numbers,
                 ElementsAre(ElementsAre(same, same, is(5)), ElementsAre(is(30), same, is(5)),
-                            ElementsAre(is(34), same, is(5)), ElementsAre(same, is(0), is(5)),
-                            ElementsAre(same, is(-1), is(5)), ElementsAre(same, same, is(5)),
+                            ElementsAre(is(34), same, is(5)), ElementsAre(same, is(-1), is(5)),
+                            ElementsAre(same, is(0), is(5)), ElementsAre(same, same, is(5)),
                             ElementsAre(same, same, is(6))));
 }
 
