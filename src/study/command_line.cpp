@@ -1,6 +1,7 @@
 #include "study/command_line.h"
 
 #include "study/csv.h"
+#include "study/interruption.h"
 #include "study/reliability.h"
 #include "study/report.h"
 #include "study/run.h"
@@ -18,7 +19,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <csignal>
 #include <filesystem>
 #include <iomanip>
 #include <limits>
@@ -29,8 +29,6 @@
 namespace korvane::study {
 
 namespace {
-
-volatile std::sig_atomic_t seen = 0;
 
 struct Arguments {
     std::string study;  ///< run, check
@@ -112,6 +110,12 @@ class ProgressLine {
         told_ = true;
     }
 
+    /// A step that has no variants to count.
+    void say(const std::string& step) {
+        errors_ << (told_ && terminal_ ? "\n" : "") << step << "\n" << std::flush;
+        told_ = false;
+    }
+
   private:
     std::ostream& errors_;
     bool terminal_;
@@ -147,6 +151,7 @@ int run(const Arguments& arguments, std::ostream& errors, bool terminal) {
     ProgressLine line(errors, terminal, arguments.interval);
     if (!arguments.quiet) {
         request.tell = [&line](const Progress& progress) { line.tell(progress); };
+        request.say = [&line](const std::string& step) { line.say(step); };
     }
     if (!runStudy(request)) {
         return StatusStopped;
@@ -166,8 +171,12 @@ int report(const Arguments& arguments, std::ostream& errors) {
     return StatusDone;
 }
 
-int collect(const Arguments& arguments) {
-    collectParts(arguments.folder);
+int collect(const Arguments& arguments, std::ostream& errors) {
+    collectParts(arguments.folder, [&](const std::string& step) {
+        if (!arguments.quiet) {
+            errors << step << "\n" << std::flush;
+        }
+    });
     if (arguments.csv) {
         writeCsv(arguments.folder, fileOfPart(1, 1));
     }
@@ -340,19 +349,6 @@ int slurm(const Arguments& arguments, std::ostream& out, std::ostream& errors) {
 
 } // namespace
 
-void watchSignals() {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction present {};
-        if (sigaction(signal, nullptr, &present) == 0 && present.sa_handler != SIG_IGN) {
-            std::signal(signal, [](int number) { seen = number; });
-        }
-    }
-}
-
-int signalSeen() {
-    return seen;
-}
-
 int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors,
                bool terminal) {
     // What is wrong with a distribution is told in our own words.
@@ -383,6 +379,7 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
     CLI::App* collects = app.add_subcommand("collect", "merges the parts of a folder");
     collects->add_option("DIR", read.folder, "the folder of the results")->required();
     collects->add_flag("--csv", read.csv, "the rows as results.csv besides");
+    collects->add_flag("--quiet", read.quiet, "no progress");
     CLI::App* reports = app.add_subcommand("report", "writes report.html and summary.json");
     reports->add_option("DIR", read.folder, "the folder of the results")->required();
     CLI::App* cluster = app.add_subcommand("slurm", "writes the jobs of a Slurm cluster");
@@ -417,7 +414,7 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
             return check(read, out, errors);
         }
         if (collects->parsed()) {
-            return collect(read);
+            return collect(read, errors);
         }
         if (reports->parsed()) {
             return report(read, errors);
@@ -427,6 +424,8 @@ int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std
             return slurm(read, out, errors);
         }
         return run(read, errors, terminal);
+    } catch (const Interrupted&) {
+        return StatusStopped;
     } catch (const OtherStudyFault& fault) {
         errors << "korvane-study: " << fault.text << "\n";
         return StatusUsage;

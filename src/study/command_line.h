@@ -18,9 +18,4 @@ inline constexpr int StatusStopped = 3; ///< by a signal that the caller raises 
 int runCommand(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors,
                bool terminal);
 
-/// Makes SIGINT, SIGTERM and SIGHUP end a run after the rows at hand, unless they were ignored.
-void watchSignals();
-/// The signal that came; 0 where none did.
-int signalSeen();
-
 } // namespace korvane::study

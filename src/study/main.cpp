@@ -1,5 +1,6 @@
 // korvane-study: asks one wall many times.
 #include "study/command_line.h"
+#include "study/interruption.h"
 
 #include "runtime/run_guarded.h"
 #include "runtime/standard_streams.h"

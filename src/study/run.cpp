@@ -1,5 +1,6 @@
 #include "study/run.h"
 
+#include "study/interruption.h"
 #include "study/statistics.h"
 #include "study/target.h"
 
@@ -159,9 +160,24 @@ class Crew {
     std::vector<std::thread> threads_;
 };
 
-/// A search hangs together: it is gone through anew, and rows that are there stay.
-void storeTarget(const Study& study, Store& store) {
-    const TargetFound found = findTarget(study);
+bool isStopped(const RunRequest& request) {
+    return request.stop && request.stop();
+}
+
+void say(const RunRequest& request, const std::string& step) {
+    if (request.say) {
+        request.say(step);
+    }
+}
+
+/// A search hangs together: it is gone through anew, and rows that are there stay. False where it
+/// was stopped.
+bool storeTarget(const RunRequest& request, Store& store) {
+    const Study& study = request.study;
+    const TargetFound found = findTarget(study, request.stop);
+    if (isStopped(request)) {
+        return false;
+    }
     store.begin();
     for (const Row& row : found.rows) {
         if (row.id >= store.next()) {
@@ -174,11 +190,13 @@ void storeTarget(const Study& study, Store& store) {
     store.writeStatistics(all);
     store.setProvenance("complete", "yes");
     store.commit();
+    return true;
 }
 
 /// What the sample and the statistics of a reliability go by; none of any other study.
-std::vector<FirstOrder> firstOrdersOf(const Study& study) {
-    return study.method == Method::Reliability ? firstOrders(study) : std::vector<FirstOrder>();
+std::vector<FirstOrder> firstOrdersOf(const Study& study, const std::function<bool()>& stop = {}) {
+    return study.method == Method::Reliability ? firstOrders(study, stop)
+                                               : std::vector<FirstOrder>();
 }
 
 /// Those of all limit states that have one.
@@ -257,13 +275,19 @@ bool runStudy(const RunRequest& request) {
         return true;
     }
     if (request.study.method == Method::Target) {
-        storeTarget(request.study, store);
-        return true;
+        say(request, "looking for the target");
+        return storeTarget(request, store);
     }
     const bool isWhole = request.parts == 1;
     std::vector<FirstOrder> found;
     if (isWhole || isWeighted(request.study)) {
-        found = firstOrdersOf(request.study);
+        if (request.study.method == Method::Reliability) {
+            say(request, "looking for design points");
+        }
+        found = firstOrdersOf(request.study, request.stop);
+    }
+    if (isStopped(request)) {
+        return false;
     }
     if (isWeighted(request.study)) {
         plan.drawAround(designPoints(found));
@@ -272,15 +296,17 @@ bool runStudy(const RunRequest& request) {
     if (store.next() < share.to) {
         return false;
     }
+    say(request, "statistics");
     finish(request.study, store, isWhole ? &found : nullptr);
     return true;
 }
 
-void collectParts(const std::string& folder) {
+void collectParts(const std::string& folder, const std::function<void(const std::string&)>& say) {
     const std::uint64_t parts = partsIn(folder);
     const CollectionLock lock(folder);
     std::string faults;
     for (std::uint64_t part = 1; part <= parts; ++part) {
+        say("checking part " + std::to_string(part) + " of " + std::to_string(parts));
         const std::string fault = partFault((fs::path(folder) / fileOfPart(part, parts)).string());
         faults += fault.empty() ? "" : (faults.empty() ? "" : "\n") + fault;
     }
@@ -310,12 +336,18 @@ void collectParts(const std::string& folder) {
     {
         Store whole(unfinished.string(), read.study, 0, size);
         for (std::uint64_t part = 1; part <= parts; ++part) {
+            say("merging part " + std::to_string(part) + " of " + std::to_string(parts));
             whole.take((fs::path(folder) / fileOfPart(part, parts)).string());
         }
         if (whole.next() != size) {
             throw StoreFault{folder + " has changed while its parts were merged"};
         }
-        const std::vector<FirstOrder> found = firstOrdersOf(read.study);
+        say("statistics");
+        const std::vector<FirstOrder> found =
+            firstOrdersOf(read.study, [] { return signalSeen() != 0; });
+        if (signalSeen() != 0) {
+            throw Interrupted{};
+        }
         finish(read.study, whole, &found);
     }
     std::error_code fault;

@@ -24,8 +24,9 @@ struct RunRequest {
     int jobs = 1;
     std::uint64_t part = 1;
     std::uint64_t parts = 1;
-    std::function<void(const Progress&)> tell = {}; ///< now and then
-    std::function<bool()> stop = {};                ///< true: end after the rows at hand
+    std::function<void(const Progress&)> tell = {};   ///< now and then
+    std::function<void(const std::string&)> say = {}; ///< what is begun, where nothing is counted
+    std::function<bool()> stop = {};                  ///< true: end after the rows at hand
 };
 
 /// Runs the share of a study that is not stored yet; with one part the statistics as well. False
@@ -33,8 +34,9 @@ struct RunRequest {
 bool runStudy(const RunRequest& request);
 
 /// Merges the files of all parts of a folder to results.sqlite with its statistics; those that are
-/// missing, damaged or unfinished are named in a StoreFault and nothing is written.
-void collectParts(const std::string& folder);
+/// missing, damaged or unfinished are named in a StoreFault and nothing is written. `say` hears of
+/// each step.
+void collectParts(const std::string& folder, const std::function<void(const std::string&)>& say);
 
 /// Every variant that is worked out in the order of the indices, by several threads.
 void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& share);

@@ -1,6 +1,7 @@
 #include "study/store.h"
 
 #include "study/draws.h"
+#include "study/interruption.h"
 
 #include "runtime/number_format.h"
 
@@ -25,6 +26,8 @@ namespace {
     }
     const std::string reason = sqlite3_errmsg(database);
     switch (sqlite3_errcode(database) & 0xFF) {
+    case SQLITE_INTERRUPT:
+        throw Interrupted{};
     case SQLITE_BUSY:
         throw StoreFault{path + " is in use by another run (" + reason + ")"};
     case SQLITE_CORRUPT:
@@ -38,6 +41,22 @@ namespace {
 /// Milliseconds for which a file in use is waited for: where it is needed, where it is looked at.
 constexpr int LongPatience = 5000;
 constexpr int ShortPatience = 500;
+
+/// While it lives, a signal ends the statement at work. Not of statements that store rows.
+class Interruptible {
+  public:
+    explicit Interruptible(sqlite3* database) : database_(database) {
+        constexpr int Steps = 100000; // of SQLite's machine, between two looks
+        sqlite3_progress_handler(
+            database, Steps, [](void*) { return signalSeen() != 0 ? 1 : 0; }, nullptr);
+    }
+    ~Interruptible() { sqlite3_progress_handler(database_, 0, nullptr, nullptr); }
+    Interruptible(const Interruptible&) = delete;
+    Interruptible& operator=(const Interruptible&) = delete;
+
+  private:
+    sqlite3* database_;
+};
 
 /// A prepared statement.
 class Statement {
@@ -201,6 +220,7 @@ struct Store::Contents {
         return prepare("SELECT 1 FROM sqlite_master WHERE " + which).step();
     }
     void checkWhole() const {
+        const Interruptible work(database);
         Statement check = prepare("PRAGMA quick_check(1)");
         if (!check.step() || check.text(0) != "ok") {
             throw StoreFault{path + " is damaged (" + check.text(0) + ")"};
@@ -208,6 +228,7 @@ struct Store::Contents {
     }
     /// All tables, and rows that follow one another within the share.
     void checkRows() const {
+        const Interruptible work(database);
         for (const char* name : {"variants", "variables", "statistics"}) {
             if (!hasTable("name = '" + std::string(name) + "'")) {
                 throw StoreFault{path + " is damaged (it has no table " + name + ")"};
@@ -401,6 +422,7 @@ void Store::take(const std::string& path) {
     Statement attach = contents_->prepare("ATTACH ? AS part");
     attach.bind(1, path);
     attach.run();
+    const Interruptible work(contents_->database);
     contents_->run("BEGIN");
     contents_->run("INSERT INTO variants SELECT * FROM part.variants ORDER BY id");
     contents_->run("COMMIT");
@@ -468,6 +490,7 @@ std::vector<Statistic> Store::statistics() const {
 void Store::query(const std::string& sql,
                   const std::function<void(const std::vector<double>&)>& row,
                   const std::vector<double>& arguments) const {
+    const Interruptible work(contents_->database);
     Statement get = contents_->prepare(sql);
     for (std::size_t n = 0; n < arguments.size(); ++n) {
         get.bind(static_cast<int>(n) + 1, arguments[n]);
@@ -483,6 +506,7 @@ void Store::query(const std::string& sql,
 
 void Store::queryCells(const std::string& sql,
                        const std::function<void(const std::vector<std::string>&)>& row) const {
+    const Interruptible work(contents_->database);
     Statement get = contents_->prepare(sql);
     std::vector<std::string> cells;
     for (int n = 0; n < get.columns(); ++n) {

@@ -110,7 +110,7 @@ bool areNeighbours(const End& low, const End& high) {
 
 } // namespace
 
-TargetFound findTarget(const Study& study) {
+TargetFound findTarget(const Study& study, const std::function<bool()>& stop) {
     TargetFound found;
     Search search(study, found);
     const std::vector<End> ends = bracket(study, search);
@@ -126,7 +126,7 @@ TargetFound findTarget(const Study& study) {
     End high = ends[1];
     const double value = study.target->value;
     const bool rises = low.output < high.output;
-    for (int n = 0; n < MostHalvings && !areNeighbours(low, high); ++n) {
+    for (int n = 0; n < MostHalvings && !areNeighbours(low, high) && !(stop && stop()); ++n) {
         const End end = between(low, high, search);
         if (std::isnan(end.output)) {
             found.fault = search.unsolved();

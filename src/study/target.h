@@ -3,6 +3,7 @@
 
 #include "study/store.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,8 @@ struct TargetFound {
 /// their outputs, and halves between the first two that have until these are neighbours to 12
 /// digits. Where the output jumps over the target, the end nearer to it is taken. Values without a
 /// solution are passed over; on the way, other points than the middle are tried in their place.
-TargetFound findTarget(const Study& study);
+/// Where `stop` tells so the search ends where it is.
+TargetFound findTarget(const Study& study, const std::function<bool()>& stop = {});
 
 /// Rows for the table of statistics.
 void addTarget(std::vector<Statistic>& all, const Study& study, const TargetFound& found);
