@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <thread>
@@ -348,7 +349,16 @@ TEST(Run, AFolderThatCannotBeMadeIsTold) {
 TEST(Run, LocaleAndTimeZoneChangeNothing) {
     const StudyDesk desk;
     desk.runStudy(sample(300), "plain");
-    const korvane::test::EnvironmentVariable locale("LC_ALL", "de_DE.UTF-8");
+    // A locale with a decimal comma, made here where the sources of locales are.
+    const std::string make =
+        "localedef -i de_DE -f UTF-8 '" + desk.file("de_DE.UTF-8") + "' >/dev/null 2>&1";
+    const bool isMade = std::system(make.c_str()) == 0; // NOLINT: one thread
+    const korvane::test::EnvironmentVariable path("LOCPATH", desk.file("").c_str());
+    const korvane::test::EnvironmentVariable locale("LC_ALL", isMade ? "de_DE.UTF-8" : "C.UTF-8");
+    if (isMade) {
+        const std::string comma = "test \"$(locale decimal_point)\" = ,";
+        EXPECT_EQ(std::system(comma.c_str()), 0); // NOLINT: one thread
+    }
     const korvane::test::EnvironmentVariable zone("TZ", "Asia/Kathmandu");
     EXPECT_EQ(waitFor(start(runArguments(desk, "plain.toml", "other"))), 0);
     EXPECT_EQ(desk.variants("other"), desk.variants("plain"));
