@@ -20,7 +20,7 @@ TEST(StudyUsage, HelpAndManualTellEachCommandAndOption) {
     const std::map<std::string, std::vector<std::string>> options{
         {"run", {"--output", "--jobs", "--part", "--csv", "--quiet", "STUDY"}},
         {"check", {"STUDY"}},
-        {"collect", {"--csv", "DIR"}},
+        {"collect", {"--csv", "--quiet", "DIR"}},
         {"report", {"DIR"}},
         {"slurm", {"--output", "--parts", "--jobs", "--submit", "STUDY"}}};
     const std::string all = StudyDesk::run({"--help"}).out;
