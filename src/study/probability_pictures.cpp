@@ -77,7 +77,7 @@ Picture convergenceOf(const FinishedStudy& finished, const LimitState& limit) {
             }
             const Estimate estimate = weighted ? tally.weighted(opposite) : tally.plain();
             values.push_back({tally.rows, estimate.value});
-            if (std::isfinite(estimate.low)) {
+            if (std::isfinite(estimate.low) && haveIntervals(finished.study)) {
                 lows.push_back({tally.rows, estimate.low});
                 highs.push_back({tally.rows, estimate.high});
             }
@@ -96,8 +96,8 @@ Picture convergenceOf(const FinishedStudy& finished, const LimitState& limit) {
     const double first = finished.value(limit.name, "probability of first order");
     chart.markY(first, "first order", "mark faint");
     return {chart.finish("Probability of " + limit.name + " by the number of variants"),
-            "Probability of " + limit.name +
-                " as the variants come in, with its interval of 95 %."};
+            "Probability of " + limit.name + " as the variants come in" +
+                (haveIntervals(finished.study) ? ", with its interval of 95 %." : ".")};
 }
 
 Picture fragilityOf(const FinishedStudy& finished, const LimitState& limit) {
@@ -110,8 +110,10 @@ Picture fragilityOf(const FinishedStudy& finished, const LimitState& limit) {
     for (const FragilityPoint& point : finished.fragility(limit.name)) {
         numbers.push_back(point.value);
         values.push_back({point.value, point.probability});
-        lows.push_back({point.value, point.low});
-        highs.push_back({point.value, point.high});
+        if (haveIntervals(study)) {
+            lows.push_back({point.value, point.low});
+            highs.push_back({point.value, point.high});
+        }
     }
     Chart chart(axisOver(titleOf(along, study.units), numbers),
                 {"probability of " + limit.name, 0, 1});
@@ -122,7 +124,7 @@ Picture fragilityOf(const FinishedStudy& finished, const LimitState& limit) {
     }
     return {chart.finish("Fragility curve of " + limit.name),
             "Probability of " + limit.name + " (" + limit.text + ") along " + along.name +
-                ", with its interval of 95 % at each value."};
+                (haveIntervals(study) ? ", with its interval of 95 % at each value." : ".")};
 }
 
 } // namespace

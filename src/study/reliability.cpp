@@ -1,6 +1,7 @@
 #include "study/reliability.h"
 
 #include "study/plan.h"
+#include "study/statistics.h"
 
 #include <openturns/Cobyla.hxx>
 #include <openturns/CompositeRandomVector.hxx>
@@ -359,7 +360,8 @@ void addImportance(std::vector<Statistic>& all, const Study& study, const Store&
                         const double variance = row[2] / row[0] - mean * mean;
                         const double half = OT::DistFunc::qNormal(0.025, true) *
                                             std::sqrt(std::max(variance, 0.0) / row[0]);
-                        const bool few = (opposite ? row[0] - row[3] : row[3]) < LeastHits;
+                        const bool few = (opposite ? row[0] - row[3] : row[3]) < LeastHits ||
+                                         !haveIntervals(study);
                         const double value = opposite ? 1 - mean : mean;
                         all.push_back({limit, "reached", row[3], none, none});
                         all.push_back({limit, "probability by importance sampling", value,

@@ -43,8 +43,8 @@ void addFirstOrder(std::vector<Statistic>& all, const Study& study,
                    const std::vector<FirstOrder>& orders);
 
 /// The probability by a sample around the design points, with an interval of 95 % from the
-/// deviation of the weights; without one where the state was reached less than 10 times. Where the
-/// median has reached the state, that of its opposite is worked out.
+/// deviation of the weights; without one where the state was reached less than 10 times, and of a
+/// Sobol' sequence. Where the median has reached the state, that of its opposite is worked out.
 void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store,
                    const std::vector<FirstOrder>& orders);
 

@@ -4,6 +4,7 @@
 #include "study/chart.h"
 #include "study/draws.h"
 #include "study/pictures.h"
+#include "study/statistics.h"
 
 #include "runtime/file_text.h"
 #include "runtime/number_format.h"
@@ -412,8 +413,16 @@ void writeFormulas(SheetWriter& writer, const FinishedStudy& finished) {
     }
     const bool counts = (isSample && !isWeighted(study)) || study.method == Method::Fragility;
     if (counts && !study.limits.empty()) {
-        writer.paragraph("Probabilities are shares of the variants, with the interval of Clopper "
-                         "and Pearson.");
+        writer.paragraph(
+            std::string("Probabilities are shares of the variants") +
+            (haveIntervals(study) ? ", with the interval of Clopper and Pearson." : "."));
+    }
+    if (study.sample.design == Design::LatinHypercube) {
+        writer.paragraph("Intervals are those of independent draws: of a Latin hypercube they are "
+                         "upper bounds.");
+    } else if (!haveIntervals(study)) {
+        writer.paragraph("One Sobol’ sequence tells nothing of its own error: means, quantiles and "
+                         "probabilities have no intervals.");
     }
 }
 

@@ -3,12 +3,15 @@
 #include "study/draws.h"
 #include "study/sensitivity.h"
 
+#include "runtime/number_format.h"
+
 #include <openturns/DistFunc.hxx>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
+#include <map>
 
 namespace korvane::study {
 
@@ -34,37 +37,65 @@ void add(std::vector<Statistic>& all, const std::string& subject, const std::str
     all.push_back({subject, name, value, low, high});
 }
 
+/// An output, and what is told of it.
+struct Subject {
+    std::string output;
+    std::string at;            ///< behind each name: " at 3", of a value of a fragility
+    bool hasIntervals = false; ///< the rows are drawn
+};
+
+/// Ranks from 0 of the sorted values between which a quantile lies with 95 %, by the binomial
+/// number of the values below it in its normal form; the first and the last where it is further
+/// out than these.
+std::array<double, 2> quantileRanks(double share, double count) {
+    const double half = OT::DistFunc::qNormal(Tail, true) * std::sqrt(count * share * (1 - share));
+    return {std::max(0.0, std::floor(count * share - half) - 1),
+            std::min(count - 1, std::ceil(count * share + half))};
+}
+
 void addOutcomes(std::vector<Statistic>& all, const Store& store) {
     store.queryTexts(
         "SELECT outcome, count(*) FROM variants GROUP BY outcome ORDER BY outcome",
         [&all](const std::string& outcome, double count) { add(all, "outcome", outcome, count); });
 }
 
-/// Quantiles by the ranks of the sorted values, between two of them in proportion.
-void addQuantiles(std::vector<Statistic>& all, const Store& store, const std::string& output,
+/// Quantiles by the ranks of the sorted values, between two of them in proportion; with the
+/// intervals of their ranks where the rows are drawn.
+void addQuantiles(std::vector<Statistic>& all, const Store& store, const Subject& subject,
                   const std::string& where, double count) {
-    const std::string column = quoted(output);
-    std::size_t wanted = 0;
+    std::map<double, double> values; // by the ranks that are needed
+    for (const Quantile& quantile : Quantiles) {
+        const double rank = quantile.share * (count - 1);
+        const auto ends = quantileRanks(quantile.share, count);
+        for (const double needed : {std::floor(rank), std::ceil(rank), ends[0], ends[1]}) {
+            values[needed] = None;
+        }
+    }
     double rank = 0;
-    double before = None;
+    const std::string column = quoted(subject.output);
     store.query("SELECT " + column + " FROM variants" + where + " ORDER BY " + column,
                 [&](const std::vector<double>& row) {
-                    while (wanted < Quantiles.size() &&
-                           Quantiles[wanted].share * (count - 1) <= rank) {
-                        const double share = Quantiles[wanted].share * (count - 1) - (rank - 1);
-                        const double value =
-                            rank == 0 || share == 1 ? row[0] : before + share * (row[0] - before);
-                        add(all, output, "quantile " + std::string(Quantiles[wanted].name), value);
-                        ++wanted;
+                    if (const auto needed = values.find(rank); needed != values.end()) {
+                        needed->second = row[0];
                     }
-                    before = row[0];
                     rank += 1;
                 });
+    for (const Quantile& quantile : Quantiles) {
+        const double place = quantile.share * (count - 1);
+        const double below = values[std::floor(place)];
+        const double value =
+            below + (place - std::floor(place)) * (values[std::ceil(place)] - below);
+        const auto ends = quantileRanks(quantile.share, count);
+        const bool has = subject.hasIntervals;
+        add(all, subject.output, "quantile " + std::string(quantile.name) + subject.at, value,
+            has ? values[ends[0]] : None, has ? values[ends[1]] : None);
+    }
 }
 
 /// The mean has an interval where the rows are drawn: a grid is all of itself.
-void addOutput(std::vector<Statistic>& all, const Store& store, const std::string& output,
-               const std::string& drawn, bool isDrawn) {
+void addOutput(std::vector<Statistic>& all, const Store& store, const Subject& subject,
+               const std::string& drawn) {
+    const std::string& output = subject.output;
     const std::string column = quoted(output);
     const std::string where = " WHERE " + column + " IS NOT NULL" + drawn;
     double count = 0;
@@ -80,23 +111,24 @@ void addOutput(std::vector<Statistic>& all, const Store& store, const std::strin
         least = std::min(least, row[0]);
         largest = std::max(largest, row[0]);
     });
-    add(all, output, "count", count);
+    add(all, output, "count" + subject.at, count);
     if (count == 0) {
         return;
     }
     const double deviation = count > 1 ? std::sqrt(squares / (count - 1)) : None;
-    const double half = count > 1 && isDrawn ? OT::DistFunc::qStudent(count - 1, Tail, true) *
-                                                   deviation / std::sqrt(count)
-                                             : None;
-    add(all, output, "mean", mean, mean - half, mean + half);
-    add(all, output, "deviation", deviation);
-    add(all, output, "least", least);
-    add(all, output, "largest", largest);
-    addQuantiles(all, store, output, where, count);
+    const double half =
+        count > 1 && subject.hasIntervals
+            ? OT::DistFunc::qStudent(count - 1, Tail, true) * deviation / std::sqrt(count)
+            : None;
+    add(all, output, "mean" + subject.at, mean, mean - half, mean + half);
+    add(all, output, "deviation" + subject.at, deviation);
+    add(all, output, "least" + subject.at, least);
+    add(all, output, "largest" + subject.at, largest);
+    addQuantiles(all, store, subject, where, count);
 }
 
 void addLimit(std::vector<Statistic>& all, const Store& store, const std::string& limit,
-              const std::string& where, bool isDrawn) {
+              const std::string& where, bool isDrawn, bool hasIntervals) {
     const std::string column = quoted(limit);
     store.query("SELECT count(*), sum(" + column + ") FROM variants" + where,
                 [&](const std::vector<double>& row) {
@@ -104,7 +136,8 @@ void addLimit(std::vector<Statistic>& all, const Store& store, const std::string
                         add(all, limit, "reached", row[1]);
                     }
                     if (row[0] > 0 && isDrawn) {
-                        const auto interval = clopperPearson(row[1], row[0]);
+                        const auto interval =
+                            hasIntervals ? clopperPearson(row[1], row[0]) : std::array{None, None};
                         add(all, limit, "probability", row[1] / row[0], interval[0], interval[1]);
                     }
                 });
@@ -117,7 +150,8 @@ void addFragility(std::vector<Statistic>& all, const Study& study, const Store& 
         store.query("SELECT " + along + ", count(*), sum(" + quoted(limit.name) +
                         ") FROM variants GROUP BY " + along + " ORDER BY " + along,
                     [&](const std::vector<double>& row) {
-                        const auto interval = clopperPearson(row[2], row[1]);
+                        const auto interval = haveIntervals(study) ? clopperPearson(row[2], row[1])
+                                                                   : std::array{None, None};
                         add(all, limit.name, "value", row[0]);
                         add(all, limit.name, "probability", row[2] / row[1], interval[0],
                             interval[1]);
@@ -125,7 +159,33 @@ void addFragility(std::vector<Statistic>& all, const Study& study, const Store& 
     }
 }
 
+/// Of a fragility for each value by itself; of rows around a design point none: they tell nothing
+/// of the wall's.
+void addOutputs(std::vector<Statistic>& all, const Study& study, const Store& store,
+                const std::string& drawn, bool isDrawn) {
+    if (isWeighted(study)) {
+        return;
+    }
+    for (const OutputColumn& output : study.outputs) {
+        if (study.method != Method::Fragility) {
+            addOutput(all, store, {output.name, "", isDrawn && haveIntervals(study)}, drawn);
+            continue;
+        }
+        const Variable& along = study.variables[study.along];
+        for (const double value : along.values) {
+            std::string digits;
+            appendShortest(digits, value);
+            addOutput(all, store, {output.name, " at " + digits, haveIntervals(study)},
+                      " AND " + quoted(along.name) + " = " + digits);
+        }
+    }
+}
+
 } // namespace
+
+bool haveIntervals(const Study& study) {
+    return study.sample.design != Design::Sobol;
+}
 
 std::array<double, 2> clopperPearson(double hits, double trials) {
     const double low = hits == 0 ? 0 : OT::DistFunc::qBeta(hits, trials - hits + 1, Tail);
@@ -144,17 +204,14 @@ std::vector<Statistic> statisticsOf(const Study& study, const Store& store,
     const std::string first = study.method == Method::Sensitivity
                                   ? "id % " + std::to_string(Draws(study).dimension() + 2) + " = 0"
                                   : "";
-    for (const OutputColumn& output : study.outputs) {
-        if (!isWeighted(study)) { // those around a design point tell nothing of the wall's
-            addOutput(all, store, output.name, first.empty() ? "" : " AND " + first, isDrawn);
-        }
-    }
+    addOutputs(all, study, store, first.empty() ? "" : " AND " + first, isDrawn);
     const bool counts =
         study.method != Method::Fragility && study.method != Method::Target &&
         (study.method != Method::Reliability || study.algorithm == Algorithm::MonteCarlo);
     for (const LimitState& limit : study.limits) {
         if (counts) {
-            addLimit(all, store, limit.name, first.empty() ? "" : " WHERE " + first, isDrawn);
+            addLimit(all, store, limit.name, first.empty() ? "" : " WHERE " + first, isDrawn,
+                     haveIntervals(study));
         }
     }
     if (study.method == Method::Fragility) {
