@@ -227,7 +227,7 @@ TEST(Folder, AMissingTableIsDamage) {
 }
 
 TEST(Folder, TwoCollectionsAtOnceDoNotSpoilEachOther) {
-    const std::string text = sample(20000);
+    const std::string text = sample(6000);
     const auto expected = wholeRows(text);
     const StudyDesk desk;
     for (const char* part : {"1/2", "2/2"}) {
@@ -263,7 +263,7 @@ TEST(Folder, ACollectionIsKeptOutByAnother) {
 }
 
 TEST(Folder, AKilledCollectionIsBegunAnew) {
-    const std::string text = sample(20000);
+    const std::string text = sample(6000);
     const auto expected = wholeRows(text);
     const StudyDesk desk;
     for (const char* part : {"1/2", "2/2"}) {
@@ -285,13 +285,13 @@ TEST(Folder, AKilledCollectionIsBegunAnew) {
 }
 
 TEST(Folder, AFullDiskInTheCollectionLeavesTheParts) {
-    const std::string text = sample(20000);
+    const std::string text = sample(6000);
     const StudyDesk desk;
     for (const char* part : {"1/2", "2/2"}) {
         desk.runStudy(text, "o", {"--part", part});
     }
     {
-        const korvane::test::SmallDisk disk(300000);
+        const korvane::test::SmallDisk disk(100000);
         const CommandRun run = StudyDesk::run({"collect", desk.file("o")});
         EXPECT_EQ(run.status, StatusFault);
         EXPECT_THAT(run.err, HasSubstr("collecting.sqlite: "));
