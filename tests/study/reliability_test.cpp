@@ -501,8 +501,8 @@ TEST(Target, AnEndThatHasTheTargetIsFound) {
     }
 }
 
-TEST(Target, WallsWithoutSolutionOnTheWayArePassed) {
-    // A wedge of no strength between the values: the middle of 20 and 40 cannot be solved.
+TEST(Target, ValuesWithoutSolutionBesideTheBracketArePassedOver) {
+    // 95 and 100 degrees are no friction angles; 20 and 40 enclose the target.
     Study study = studyOf(head("target") + friction("values = [20, 40, 95, 100]") +
                           "[target]\noutput = \"penetration\"\nvalue = 14\n");
     const TargetFound found = findTarget(study);
