@@ -2,33 +2,18 @@
 #pragma once
 
 #include "notes/notes.h"
-#include "rowe/pile_sections.h"
+#include "support/solved_wall.h"
 #include "support/support.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 namespace korvane::test {
 
-/// A told run with copies of its results, which a test may change before it asks for notes.
-struct ToldWall {
+/// A told run whose results a test may change before it asks for notes.
+struct ToldWall : SolvedWall {
     explicit ToldWall(const Problem& told, WedgeMethod wedge = WedgeMethod::Sweep,
                       const Amendments& amendments = {})
-        : problem(told) {
-        options.wedge = wedge;
-        options.amendments = amendments;
-        LoadPileDefaults(sections);
-        solved = solve(problem, options, sections, workspace);
-        if (solved.results != nullptr) {
-            *results = *solved.results;
-            solved.results = results.get();
-        }
-        if (solved.reduction != nullptr) {
-            reduction = *solved.reduction;
-            solved.reduction = &reduction;
-        }
-    }
+        : SolvedWall(told, {.wedge = wedge, .factorLimit = {}, .amendments = amendments}) {}
 
     bool isSolved() const { return solved.results != nullptr; }
     std::vector<Note> notes(NoteWork work = NoteWork::All, UnitSystem units = UnitSystem::US) {
@@ -47,13 +32,6 @@ struct ToldWall {
     bool says(std::string_view code) { return note(code).has_value(); }
     LevelResult& level(int number = 1) { return results->levels(number); }
 
-    Problem problem;
-    Options options;
-    PileSections sections;
-    Workspace workspace;
-    std::unique_ptr<Results> results = std::make_unique<Results>();
-    MomentReduction reduction;
-    Solved solved;
     NoteWorkspace second;
 };
 

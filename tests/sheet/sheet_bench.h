@@ -3,16 +3,14 @@
 
 #include "notes/notes.h"
 #include "problem/input_reader.h"
-#include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
 #include "sheet/sheet.h"
-#include "solution/solution.h"
+#include "support/solved_wall.h"
 #include "support/support.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,22 +36,9 @@ inline Problem readWall(const std::string& file) {
 }
 
 /// `results` may be changed before a sheet is made of them.
-class SheetBench {
-  public:
-    explicit SheetBench(const Problem& problem_, WedgeMethod wedge = WedgeMethod::Sweep)
-        : problem(problem_) {
-        options.wedge = wedge;
-        options.keepDetails = true;
-        LoadPileDefaults(sections);
-        solved = solve(problem, options, sections, workspace);
-        if (solved.review != nullptr) {
-            *review = *solved.review;
-            solved.review = review.get();
-        }
-        if (solved.results != nullptr) {
-            *results = *solved.results;
-            solved.results = results.get();
-        }
+struct SheetBench : SolvedWall {
+    explicit SheetBench(const Problem& told, WedgeMethod wedge = WedgeMethod::Sweep)
+        : SolvedWall(told, {.wedge = wedge, .factorLimit = {}, .keepDetails = true}) {
         notes = notesOnSolution({.problem = problem}, solved, options, second);
     }
 
@@ -70,14 +55,7 @@ class SheetBench {
 
     bool isSolved() const { return solved.results != nullptr && !solved.failure; }
 
-    Problem problem;
-    Options options;
-    PileSections sections;
-    Workspace workspace;
     NoteWorkspace second;
-    std::unique_ptr<Review> review = std::make_unique<Review>();
-    std::unique_ptr<Results> results = std::make_unique<Results>();
-    Solved solved;
     std::vector<Note> notes;
 };
 
