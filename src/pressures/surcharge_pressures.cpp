@@ -3,7 +3,6 @@
 #include "pressures/elevation_grid.h"
 #include "runtime/arithmetic.h"
 #include "state/kept_work.h"
-#include "state/pressure_details.h"
 
 #include <cmath>
 #include <numbers>
@@ -99,23 +98,6 @@ void listLoad(const Problem& problem, int side, SurchargeKind kind, int i, Loads
         return listTriangle(problem, side, i, loads);
     case SurchargeKind::Variable:
         return listVariableLoad(problem, side, loads);
-    }
-}
-
-/// Calls `take(kind, i)` for each load of a side, in the order in which their pressures are added
-/// up.
-template <class Take>
-void forEachLoad(const Problem& problem, int side, Take take) {
-    const std::pair<SurchargeKind, int> counts[] = {
-        {SurchargeKind::Line, problem.VLineCount(side)},
-        {SurchargeKind::Strip, problem.VStripCount(side)},
-        {SurchargeKind::Ramp, problem.VRampCount(side) > 0 ? 1 : 0},
-        {SurchargeKind::Triangle, problem.VTriCount(side)},
-        {SurchargeKind::Variable, problem.VVarCount(side) > 0 ? 1 : 0}};
-    for (const auto& [kind, count] : counts) {
-        for (int i = 1; i <= count; ++i) {
-            take(kind, i);
-        }
     }
 }
 

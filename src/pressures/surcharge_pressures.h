@@ -1,12 +1,32 @@
 // Pressures of vertical surcharges by the theory of elasticity.
 #pragma once
 
+#include "state/pressure_details.h"
 #include "state/state.h"
+
+#include <utility>
 
 namespace korvane {
 
 /// Fills SurchargePressures(side, i), PSF, from all surcharges of the side but the uniform one, on
 /// the grid as it stands: rows inserted later do not carry it along.
 void ComputeSurchargePressures(State& state, int side);
+
+/// Calls `take(kind, i)` for each surcharge of a side but the uniform one, in the order in which
+/// their pressures are added up; a ramp and a variable load are one each.
+template <class Take>
+void forEachLoad(const Problem& problem, int side, Take take) {
+    const std::pair<SurchargeKind, int> counts[] = {
+        {SurchargeKind::Line, problem.VLineCount(side)},
+        {SurchargeKind::Strip, problem.VStripCount(side)},
+        {SurchargeKind::Ramp, problem.VRampCount(side) > 0 ? 1 : 0},
+        {SurchargeKind::Triangle, problem.VTriCount(side)},
+        {SurchargeKind::Variable, problem.VVarCount(side) > 0 ? 1 : 0}};
+    for (const auto& [kind, count] : counts) {
+        for (int i = 1; i <= count; ++i) {
+            take(kind, i);
+        }
+    }
+}
 
 } // namespace korvane

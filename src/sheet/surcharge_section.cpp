@@ -1,6 +1,8 @@
 // Surcharges of a side by coefficients, by theory of elasticity.
 #include "sheet/pressure_parts.h"
 
+#include "pressures/surcharge_pressures.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -435,18 +437,10 @@ void checkSums(SheetWriter& writer, const SheetRequest& request, const PressureS
 } // namespace
 
 double surchargeAt(const Problem& problem, int side, double z) {
-    const std::pair<SurchargeKind, int> counts[] = {
-        {SurchargeKind::Line, problem.VLineCount(side)},
-        {SurchargeKind::Strip, problem.VStripCount(side)},
-        {SurchargeKind::Ramp, problem.VRampCount(side) > 0 ? 1 : 0},
-        {SurchargeKind::Triangle, problem.VTriCount(side)},
-        {SurchargeKind::Variable, problem.VVarCount(side) > 0 ? 1 : 0}};
     double sum = 0;
-    for (const auto& [kind, count] : counts) {
-        for (int i = 1; i <= count; ++i) {
-            sum += pressureOf(partsOf(problem, side, kind, i), z);
-        }
-    }
+    forEachLoad(problem, side, [&](SurchargeKind kind, int i) {
+        sum += pressureOf(partsOf(problem, side, kind, i), z);
+    });
     return sum;
 }
 
