@@ -1,5 +1,6 @@
 #include "shell/comparison_window.h"
 
+#include "shell/result_table.h"
 #include "widgets/geometry.h"
 #include "widgets/shown_text.h"
 
@@ -13,7 +14,6 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTableWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -62,16 +62,8 @@ void ComparisonWindow::createContent() {
     cmdCancel_->setObjectName("cmdCancel");
     cmdCancel_->setAutoDefault(true);
     connect(cmdCancel_, &QPushButton::clicked, this, [this] { cancel(); });
-    table_ = new QTableWidget;
-    table_->setObjectName("tblRows");
-    table_->setAccessibleName(
-        "Comparison of the wall, differences in percent to the wall as given");
-    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table_->setTabKeyNavigation(false);
-    table_->setAlternatingRowColors(true);
-    table_->setWordWrap(false);
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + pixels(120));
+    table_ = createResultTable(
+        "tblRows", "Comparison of the wall, differences in percent to the wall as given");
     auto* progress = new QHBoxLayout;
     progress->addWidget(bar_, 1);
     progress->addWidget(cmdCancel_);

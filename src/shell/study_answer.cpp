@@ -1,5 +1,6 @@
 #include "shell/study_answer.h"
 
+#include "shell/result_table.h"
 #include "shell/study_picture.h"
 #include "widgets/geometry.h"
 #include "widgets/shown_text.h"
@@ -9,7 +10,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -43,15 +43,7 @@ StudyAnswer::StudyAnswer(QWidget* parent) : QWidget(parent) {
     splitter->setChildrenCollapsible(false);
     picture_ = new StudyPicture;
     splitter->addWidget(picture_);
-    table_ = new QTableWidget;
-    table_->setObjectName("tblAnswer");
-    table_->setAccessibleName("The numbers of the figure");
-    table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    table_->setTabKeyNavigation(false);
-    table_->setAlternatingRowColors(true);
-    table_->setWordWrap(false);
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + pixels(120));
+    table_ = createResultTable("tblAnswer", "The numbers of the figure");
     splitter->addWidget(table_);
     splitter->setStretchFactor(0, 1); // the figure takes the room that a larger window has
     splitter->setStretchFactor(1, 0);
