@@ -283,7 +283,9 @@ void addGrid(std::vector<PictureGroup>& groups, const FinishedStudy& finished) {
     if (shown.empty()) {
         return; // a grid of one wall
     }
-    shown.resize(std::min<std::size_t>(shown.size(), 2));
+    if (shown.size() > 2) {
+        shown.erase(shown.begin() + 2, shown.end());
+    }
     const bool isMap =
         shown.size() > 1 && finished.study.variables[shown[1]].values.size() > MostSeries;
     PictureGroup group{isMap ? "Heat maps" : "Curves", {}};

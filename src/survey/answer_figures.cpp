@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
-#include <optional>
 
 namespace korvane::study {
 
@@ -245,25 +244,27 @@ struct CurveFrame {
 
 void drawCurve(Sheet& sheet, const CurveFrame& frame, const Curves& curves, const Curve& curve,
                Colour colour, const std::string& mark) {
-    std::optional<Point> last;
-    std::optional<Point> end;
+    Point last;
+    bool joins = false; // a gap where there is no solution
+    bool drawn = false;
     sheet.lineWidth(2);
     for (std::size_t k = 0; k < curve.outputs.size(); ++k) {
         if (std::isnan(curve.outputs[k])) {
-            last.reset(); // a gap where there is no solution
+            joins = false;
             continue;
         }
         const Point at{frame.across.at(curves.along[k]), frame.up.at(curve.outputs[k])};
-        if (last) {
-            sheet.line(*last, at, colour);
+        if (joins) {
+            sheet.line(last, at, colour);
         }
         sheet.lineWidth(DotWidth);
         sheet.point(at, colour);
         sheet.lineWidth(2);
-        last = end = at;
+        last = at;
+        joins = drawn = true;
     }
-    if (end && !mark.empty()) {
-        sheet.text(end->x + LabelRoom, Across::LeftEdge, end->y, Down::Middle, mark);
+    if (drawn && !mark.empty()) {
+        sheet.text(last.x + LabelRoom, Across::LeftEdge, last.y, Down::Middle, mark);
     }
 }
 
