@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Rates of korvane-study: study_rates.py PROGRAM
 
-Variants solved and stored a second, by one job and by two, with the memory that a run takes, and beside
+Variants solved and stored a second, by one core and by two, with the memory that a run takes, and beside
 them a closed form in Python for walls in one dry soil, which first must give the depths of the program."""
 
 import math
@@ -39,11 +39,11 @@ VERTICAL LINE  RIGHTSIDE  1  6  1200
 VERTICAL STRIP  RIGHTSIDE  1  8  14  250
 FINISHED
 """
-# name: base, variants by one job
+# name: base, variants
 WALLS = {
-    "cantilever by coefficients": (CANTILEVER, 200000),
-    "anchored, dry": (ANCHORED, 100000),
-    "sweep with surcharges": (SWEEP, 10000),
+    "cantilever by coefficients": (CANTILEVER, 500000),
+    "anchored, dry": (ANCHORED, 300000),
+    "sweep with surcharges": (SWEEP, 50000),
 }
 STUDY = """[study]
 base = "wall.dat"
@@ -59,13 +59,16 @@ distribution = "Uniform(28, 36)"
 
 
 def run(program, folder, base, size, jobs):
-    """Seconds of the clock and of CPU, and KB of memory, of a study."""
+    """Seconds of the clock and of CPU, and KB of memory, of a study by a core for each job: rows are
+    stored by a thread besides."""
+    cores = sorted(os.sched_getaffinity(0))[:jobs]
     folder.mkdir()
     (folder / "wall.dat").write_text(base)
     (folder / "study.toml").write_text(STUDY % size)
     start = time.perf_counter()
     process = subprocess.Popen([program, "run", folder / "study.toml", "--output", folder / "out",
-                                "--jobs", str(jobs), "--quiet"])
+                                "--jobs", str(jobs), "--quiet"],
+                               preexec_fn=lambda: os.sched_setaffinity(0, cores))
     _, status, usage = os.wait4(process.pid, 0)
     assert status == 0, "the study has failed"
     return time.perf_counter() - start, usage.ru_utime + usage.ru_stime, usage.ru_maxrss
@@ -163,7 +166,7 @@ def main():
             place.mkdir()
             one, cpu, memory = best(program, place, base, size, 1)
             two, _, _ = best(program, place, base, size, 2)
-            line = (f"study, {name}, {size:,} variants: {size / one:,.0f} a second by one job, "
+            line = (f"study, {name}, {size:,} variants: {size / one:,.0f} a second by one core, "
                     f"{size / two:,.0f} by two ({one / two:.2f} times), {1e6 * cpu / size:.1f} us of "
                     f"CPU a variant, {memory // 1024} MB")
             if name in closed:

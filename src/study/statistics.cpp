@@ -59,27 +59,48 @@ void addOutcomes(std::vector<Statistic>& all, const Store& store) {
         [&all](const std::string& outcome, double count) { add(all, "outcome", outcome, count); });
 }
 
-/// Quantiles by the ranks of the sorted values, between two of them in proportion; with the
-/// intervals of their ranks where the rows are drawn.
-void addQuantiles(std::vector<Statistic>& all, const Store& store, const Subject& subject,
-                  const std::string& where, double count) {
-    std::map<double, double> values; // by the ranks that are needed
+/// Values by their ranks, from 0 of the least.
+using Ranked = std::map<double, double>;
+
+/// Those that quantiles need, without values.
+Ranked neededRanks(double count) {
+    Ranked ranks;
     for (const Quantile& quantile : Quantiles) {
         const double rank = quantile.share * (count - 1);
         const auto ends = quantileRanks(quantile.share, count);
         for (const double needed : {std::floor(rank), std::ceil(rank), ends[0], ends[1]}) {
-            values[needed] = None;
+            ranks[needed] = None;
         }
     }
+    return ranks;
+}
+
+/// All values of a column: those kept, or sorted by the database where they are more than these.
+Ranked rankedValues(const Store& store, const std::string& column, const std::string& where,
+                    double count, std::vector<double>& kept) {
+    Ranked ranked = neededRanks(count);
+    if (static_cast<double>(kept.size()) == count) {
+        std::sort(kept.begin(), kept.end());
+        for (auto& [rank, value] : ranked) {
+            value = kept[static_cast<std::size_t>(rank)];
+        }
+        return ranked;
+    }
     double rank = 0;
-    const std::string column = quoted(subject.output);
     store.query("SELECT " + column + " FROM variants" + where + " ORDER BY " + column,
                 [&](const std::vector<double>& row) {
-                    if (const auto needed = values.find(rank); needed != values.end()) {
+                    if (const auto needed = ranked.find(rank); needed != ranked.end()) {
                         needed->second = row[0];
                     }
                     rank += 1;
                 });
+    return ranked;
+}
+
+/// Quantiles by the ranks of the sorted values, between two of them in proportion; with the
+/// intervals of their ranks where the rows are drawn.
+void addQuantiles(std::vector<Statistic>& all, const Subject& subject, double count,
+                  Ranked values) {
     for (const Quantile& quantile : Quantiles) {
         const double place = quantile.share * (count - 1);
         const double below = values[std::floor(place)];
@@ -94,7 +115,7 @@ void addQuantiles(std::vector<Statistic>& all, const Store& store, const Subject
 
 /// The mean has an interval where the rows are drawn: a grid is all of itself.
 void addOutput(std::vector<Statistic>& all, const Store& store, const Subject& subject,
-               const std::string& drawn) {
+               const std::string& drawn, std::size_t mostSorted) {
     const std::string& output = subject.output;
     const std::string column = quoted(output);
     const std::string where = " WHERE " + column + " IS NOT NULL" + drawn;
@@ -103,6 +124,7 @@ void addOutput(std::vector<Statistic>& all, const Store& store, const Subject& s
     double squares = 0; // about the mean (B. P. Welford, 1962)
     double least = std::numeric_limits<double>::infinity();
     double largest = -least;
+    std::vector<double> kept;
     store.query("SELECT " + column + " FROM variants" + where, [&](const std::vector<double>& row) {
         count += 1;
         const double away = row[0] - mean;
@@ -110,6 +132,9 @@ void addOutput(std::vector<Statistic>& all, const Store& store, const Subject& s
         squares += away * (row[0] - mean);
         least = std::min(least, row[0]);
         largest = std::max(largest, row[0]);
+        if (kept.size() < mostSorted) {
+            kept.push_back(row[0]);
+        }
     });
     add(all, output, "count" + subject.at, count);
     if (count == 0) {
@@ -124,7 +149,7 @@ void addOutput(std::vector<Statistic>& all, const Store& store, const Subject& s
     add(all, output, "deviation" + subject.at, deviation);
     add(all, output, "least" + subject.at, least);
     add(all, output, "largest" + subject.at, largest);
-    addQuantiles(all, store, subject, where, count);
+    addQuantiles(all, subject, count, rankedValues(store, column, where, count, kept));
 }
 
 void addLimit(std::vector<Statistic>& all, const Store& store, const std::string& limit,
@@ -162,13 +187,14 @@ void addFragility(std::vector<Statistic>& all, const Study& study, const Store& 
 /// Of a fragility for each value by itself; of rows around a design point none: they tell nothing
 /// of the wall's.
 void addOutputs(std::vector<Statistic>& all, const Study& study, const Store& store,
-                const std::string& drawn, bool isDrawn) {
+                const std::string& drawn, bool isDrawn, std::size_t mostSorted) {
     if (isWeighted(study)) {
         return;
     }
     for (const OutputColumn& output : study.outputs) {
         if (study.method != Method::Fragility) {
-            addOutput(all, store, {output.name, "", isDrawn && haveIntervals(study)}, drawn);
+            addOutput(all, store, {output.name, "", isDrawn && haveIntervals(study)}, drawn,
+                      mostSorted);
             continue;
         }
         const Variable& along = study.variables[study.along];
@@ -176,7 +202,7 @@ void addOutputs(std::vector<Statistic>& all, const Study& study, const Store& st
             std::string digits;
             appendShortest(digits, value);
             addOutput(all, store, {output.name, " at " + digits, haveIntervals(study)},
-                      " AND " + quoted(along.name) + " = " + digits);
+                      " AND " + quoted(along.name) + " = " + digits, mostSorted);
         }
     }
 }
@@ -195,7 +221,7 @@ std::array<double, 2> clopperPearson(double hits, double trials) {
 }
 
 std::vector<Statistic> statisticsOf(const Study& study, const Store& store,
-                                    const std::vector<FirstOrder>& found) {
+                                    const std::vector<FirstOrder>& found, std::size_t mostSorted) {
     std::vector<Statistic> all;
     addOutcomes(all, store);
     const bool isDrawn = study.method == Method::Sample || study.method == Method::Sensitivity ||
@@ -204,7 +230,7 @@ std::vector<Statistic> statisticsOf(const Study& study, const Store& store,
     const std::string first = study.method == Method::Sensitivity
                                   ? "id % " + std::to_string(Draws(study).dimension() + 2) + " = 0"
                                   : "";
-    addOutputs(all, study, store, first.empty() ? "" : " AND " + first, isDrawn);
+    addOutputs(all, study, store, first.empty() ? "" : " AND " + first, isDrawn, mostSorted);
     const bool counts =
         study.method != Method::Fragility && study.method != Method::Target &&
         (study.method != Method::Reliability || study.algorithm == Algorithm::MonteCarlo);

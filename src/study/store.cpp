@@ -209,7 +209,9 @@ struct Store::Contents {
 
     /// Others may look at the file for a moment, which is waited for.
     void open(int flags, int patience) {
-        if (sqlite3_open_v2(path.c_str(), &database, flags, nullptr) != SQLITE_OK) {
+        // One thread uses it.
+        if (sqlite3_open_v2(path.c_str(), &database, flags | SQLITE_OPEN_NOMUTEX, nullptr) !=
+            SQLITE_OK) {
             fail(database, path);
         }
         sqlite3_busy_timeout(database, patience);

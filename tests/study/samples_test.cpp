@@ -4,6 +4,8 @@
 #include "study/plan.h"
 #include "study/statistics.h"
 
+#include "runtime/number_format.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -154,6 +156,27 @@ TEST(Samples, StatisticsAreThoseOfTheRows) {
     EXPECT_NEAR(desk.statistic("o", "penetration", "mean", "low"), meanOf(depths) - half, 1e-5);
     EXPECT_EQ(desk.statistic("o", "weak", "reached"),
               desk.number("o", "SELECT count(*) FROM variants WHERE friction < 32"));
+}
+
+TEST(Samples, StatisticsAreTheSameWhereTheDatabaseSorts) {
+    const StudyDesk desk;
+    const std::string text =
+        sampleOf("monte-carlo", 101) + friction("distribution = \"Normal(32, 2)\"");
+    desk.runStudy(text, "o");
+    const Store store(desk.file("o/results.sqlite"));
+    const auto told = [&](std::size_t mostSorted) {
+        std::string lines;
+        for (const Statistic& one : statisticsOf(studyOf(text), store, {}, mostSorted)) {
+            lines += one.subject + " " + one.name;
+            for (const double number : {one.value, one.low, one.high}) {
+                lines += std::isnan(number) ? " -" : generalForm(number);
+            }
+            lines += "\n";
+        }
+        return lines;
+    };
+    EXPECT_NE(told(101).find("quantile 0.95"), std::string::npos);
+    EXPECT_EQ(told(100), told(101));
 }
 
 TEST(Samples, IntervalsOfClopperAndPearsonAreTheBinomialTails) {
