@@ -91,8 +91,7 @@ void amend(Variant& variant, double) {
     variant.options.amendments.*Amendment = true;
 }
 
-// ---- water
-// ---------------------------------------------------------------------------------------
+// ---- water -------------------------------------------------------------------------------------
 
 bool hasElevations(const Variant& told) {
     return told.problem.WaterDataKind == WaterData::Elevations;
@@ -100,6 +99,15 @@ bool hasElevations(const Variant& told) {
 bool seeps(const Variant& told) {
     return hasElevations(told) && told.problem.SeepageKind != Seepage::None;
 }
+std::string noLayersThatSeep(const Variant& told, double) {
+    const auto layered = [&told](int side) {
+        return isWedge(told, side) && told.problem.SoilLayerCount(side) > 1;
+    };
+    return !seeps(told)                      ? "no seepage is given"
+           : layered(Right) || layered(Left) ? ""
+                                             : "no wedge side has several layers";
+}
+
 /// FT, the lower of right water and right ground.
 double entryOfSeepage(const Problem& problem) {
     return std::min(problem.WaterElev(Right), problem.SurfaceElev(Right, 1));
@@ -145,6 +153,8 @@ constexpr ComparisonRow Rows[] = {
      amend<&Amendments::surfaceSlope>},
     {"planes-past-horizontal", "no planes past the horizontal", 0, noPlanes,
      amend<&Amendments::planesPastHorizontal>},
+    {"buoyant-layers", "all layers under buoyancy", 0, noLayersThatSeep,
+     amend<&Amendments::buoyantLayers>},
     {"hydrostatic", "water without seepage", 0, noSeepageGiven, stopSeepage},
     {"seepage", "seepage from the right side", 0, noHead, startSeepage},
 };

@@ -1,4 +1,5 @@
 // Rules on cohesion: clay in front of the wall, clay behind it, heave of the bottom.
+#include "notes/clay_resistance.h"
 #include "notes/second_opinion.h"
 #include "problem/counts.h"
 #include "runtime/arithmetic.h"
@@ -26,38 +27,11 @@ constexpr std::size_t LoadPoints = mostOf(ProblemCount::HDistCount);
 constexpr double JumpHeight = 0.01; ///< FT, in which a load begins or ends at once
 constexpr double LeastStep = 0.001; ///< FT between points of a load
 
+/// Head of the water of a side above an elevation, as pressure: PSF.
 double waterHead(const Problem& problem, int side, double elev) {
     return problem.WaterDataKind == WaterData::Elevations
                ? MaxOf(0, problem.WaterElev(side) - elev) * problem.WaterUnitWeight
                : 0;
-}
-
-/// PSF: 2 ca + 2 cp, and what loads the clay in front: effective overburden and net water.
-struct ClayInFront {
-    double cohesion;
-    double load;
-    double net() const { return cohesion - load; }
-};
-
-/// Nothing unless clay stands on both sides below the ground in front.
-std::optional<ClayInFront> clayInFront(const Wall& wall) {
-    const Problem& problem = wall.problem;
-    const double dredge = problem.SurfaceElev(Left, 1);
-    const int behind = layerBelow(problem, Right, dredge);
-    if (dredge >= problem.SurfaceElev(Right, 1) || !isClay(problem, Left, 1) ||
-        !isClay(problem, Right, behind)) {
-        return std::nullopt;
-    }
-    const auto right = layerFactors(wall, Right, behind);
-    const auto left = layerFactors(wall, Left, 1);
-    if (!right || !left) {
-        return std::nullopt;
-    }
-    const double leftLoad = problem.VUniformCount(Left) != 0 ? problem.VUniformLoad(Left) : 0;
-    return ClayInFront{divide(2 * problem.SoilCohesion(Right, behind), right->active) +
-                           divide(2 * problem.SoilCohesion(Left, 1), left->passive),
-                       overburden(problem, Right, dredge, true) - leftLoad +
-                           waterHead(problem, Right, dredge) - waterHead(problem, Left, dredge)};
 }
 
 Problem withLessCohesion(Problem problem) {
@@ -72,55 +46,89 @@ Problem withLessCohesion(Problem problem) {
 }
 
 void lookAtClayInFront(const Wall& wall, NoteSink& notes) {
-    const auto clay = clayInFront(wall);
-    if (!clay || clay->load <= 0 || clay->net() >= SmallNet * clay->load) {
+    const CohesionFactor factor = [&wall](int side, int layer) -> std::optional<double> {
+        const auto factors = layerFactors(wall, side, layer);
+        if (!factors) {
+            return std::nullopt;
+        }
+        return side == Right ? factors->active : factors->passive;
+    };
+    const double ground = wall.problem.SurfaceElev(Left, 1);
+    const auto clay = leastClayResistance(wall.problem, factor,
+                                          wall.hasResults() ? wall.results().levels(1).bottomElev
+                                                            : NoLayerBottom);
+    if (ground >= wall.problem.SurfaceElev(Right, 1) || !clay || clay->load <= 0 ||
+        clay->net() >= SmallNet * clay->load) {
         return;
     }
     Note note{.side = Left,
-              .layer = 1,
-              .elev = wall.problem.SurfaceElev(Left, 1),
+              .layer = clay->left,
+              .elev = clay->elev,
               .quantity = Quantity::Stress,
               .value = clay->net(),
               .limit = SmallNet * clay->load,
-              .text = "In clay the net resistance in front is 2 ca + 2 cp - q = " +
-                      wall.say(Quantity::Stress, clay->cohesion) + " - " +
-                      wall.say(Quantity::Stress, clay->load) + " = " +
+              .text = "In clay the net resistance in front" +
+                      (clay->elev < ground
+                           ? " below elevation " + wall.say(Quantity::Length, clay->elev)
+                           : std::string()) +
+                      " is 2 ca + 2 cp - q = " + wall.say(Quantity::Stress, clay->cohesion) +
+                      " - " + wall.say(Quantity::Stress, clay->load) + " = " +
                       wall.say(Quantity::Stress, clay->net())};
-    if (clay->net() <= 0 && wall.solved->results == nullptr) {
-        note.text += ": no depth holds the wall.";
-    } else {
+    if (wall.hasResults()) {
         note.second = solveAgain(wall, withLessCohesion(wall.problem));
         const int level = compare(wall, *note.second).level;
         note.text += ". With 5 percent less cohesion the wall has " +
                      outcomeText(wall, *note.second, level) + ".";
+    } else if (clay->net() > 0) {
+        note.text += ", a small part of the load.";
+    } else {
+        note.text += clay->endless ? ": no depth holds the wall."
+                                   : ": no depth within that layer holds the wall.";
     }
     notes.add(std::move(note));
 }
 
+/// The least factor against heave of a layer of clay in front. A crust heaves with the soil below
+/// it: layers thinner than half the exposed height, and those deeper than it, are not looked at.
+struct Heave {
+    int layer = 0;
+    double elev = 0; ///< FT, the top of the layer
+    double load = 0; ///< PSF there, behind less in front
+    double factor = HeaveFactor;
+};
+
+Heave leastAgainstHeave(const Problem& problem) {
+    const double ground = problem.SurfaceElev(Left, 1);
+    const double exposed = problem.SurfaceElev(Right, 1) - ground;
+    Heave least;
+    for (int layer = 1; layer <= problem.SoilLayerCount(Left); ++layer) {
+        const double top = layerTop(problem, Left, layer);
+        const double thickness = top - problem.SoilBottomElev(Left, layer);
+        if (!isClay(problem, Left, layer) || ground - top > exposed || thickness < exposed / 2) {
+            continue;
+        }
+        const double load = overburden(problem, Right, top, false) +
+                            waterHead(problem, Right, problem.SurfaceElev(Right, 1)) -
+                            overburden(problem, Left, top, false) -
+                            waterHead(problem, Left, ground);
+        const double factor = BearingFactor * problem.SoilCohesion(Left, layer) / load;
+        if (load > 0 && factor < least.factor) {
+            least = {layer, top, load, factor};
+        }
+    }
+    return least;
+}
+
 void lookForHeave(const Wall& wall, NoteSink& notes) {
-    const Problem& problem = wall.problem;
-    const double dredge = problem.SurfaceElev(Left, 1);
-    if (!isClay(problem, Left, 1) || dredge >= problem.SurfaceElev(Right, 1)) {
-        return;
-    }
-    const double inFront = (problem.VUniformCount(Left) != 0 ? problem.VUniformLoad(Left) : 0) +
-                           waterHead(problem, Left, dredge);
-    const double load = overburden(problem, Right, dredge, false) +
-                        MaxOf(0, waterHead(problem, Right, problem.SurfaceElev(Right, 1))) -
-                        inFront;
-    if (load <= 0) {
-        return;
-    }
-    const double factor = BearingFactor * problem.SoilCohesion(Left, 1) / load;
-    if (factor < HeaveFactor) {
+    if (const Heave heave = leastAgainstHeave(wall.problem); heave.layer > 0) {
         notes.add({.side = Left,
-                   .layer = 1,
-                   .elev = dredge,
-                   .value = factor,
+                   .layer = heave.layer,
+                   .elev = heave.elev,
+                   .value = heave.factor,
                    .limit = HeaveFactor,
                    .text = "The clay in front may heave: 5.14 c over the load of " +
-                           wall.say(Quantity::Stress, load) + " behind is " +
-                           wall.say(Quantity::Number, factor) +
+                           wall.say(Quantity::Stress, heave.load) + " behind is " +
+                           wall.say(Quantity::Number, heave.factor) +
                            ", which no penetration improves in this method."});
     }
 }
@@ -140,9 +148,7 @@ bool hasCohesion(const Problem& problem, double top) {
 
 /// The highest stretch behind the wall, above the ground in front, in which cohesion leaves no
 /// active pressure.
-Zone zoneWithoutPressure(const Wall& wall) {
-    const Problem& problem = wall.problem;
-    const PressureDiagrams& diagrams = wall.results().levels(1).solved;
+Zone zoneWithoutPressure(const Problem& problem, const PressureDiagrams& diagrams) {
     const auto& active = diagrams.pressures.ActivePressures;
     const double dredge = dredgeLine(problem);
     Zone zone;
@@ -263,9 +269,7 @@ std::optional<Problem> withCrack(const Problem& told, const Zone& zone) {
 }
 
 /// What the active pressure lacks of the least equivalent fluid, down to the ground in front.
-std::optional<Problem> withMinimum(const Wall& wall) {
-    const Problem& told = wall.problem;
-    const PressureDiagrams& diagrams = wall.results().levels(1).solved;
+std::optional<Problem> withMinimum(const Problem& told, const PressureDiagrams& diagrams) {
     const double top = told.SurfaceElev(Right, 1);
     const double height = top - dredgeLine(told);
     if (height <= 0) {
@@ -280,8 +284,21 @@ std::optional<Problem> withMinimum(const Wall& wall) {
     return withLoad(told, lacking);
 }
 
+/// The pressures of the first level; of a failed run those of the review, if it came to them.
+const PressureDiagrams* pressuresOf(const Wall& wall) {
+    if (wall.hasResults()) {
+        return &wall.results().levels(1).solved;
+    }
+    const Review* review = wall.solved->review;
+    return review != nullptr && review->hasPressures ? &review->diagrams : nullptr;
+}
+
 void lookBehind(const Wall& wall, NoteSink& notes) {
-    const Zone zone = zoneWithoutPressure(wall);
+    const PressureDiagrams* diagrams = pressuresOf(wall);
+    if (diagrams == nullptr) {
+        return;
+    }
+    const Zone zone = zoneWithoutPressure(wall.problem, *diagrams);
     if (zone.height() < NoPressureHeight) {
         return;
     }
@@ -307,8 +324,9 @@ void lookBehind(const Wall& wall, NoteSink& notes) {
         }
     };
     add(withCrack(wall.problem, zone), " With a crack full of water there the wall has ");
-    add(withMinimum(wall), " With at least " + wall.say(Quantity::UnitWeight, MinimumFluid) +
-                               " times depth as pressure it has ");
+    add(withMinimum(wall.problem, *diagrams), " With at least " +
+                                                  wall.say(Quantity::UnitWeight, MinimumFluid) +
+                                                  " times depth as pressure it has ");
     notes.add(std::move(note));
 }
 
@@ -317,7 +335,7 @@ constexpr NoteRule Rules[] = {
      "Blum 1931; Teng, Foundation Design, 1962"},
     {"basal-heave", Severity::Caution, Needs::Input, lookForHeave,
      "Terzaghi, Theoretical Soil Mechanics, 1943; NAVFAC DM 7.02, 1986"},
-    {"no-active-pressure", Severity::Caution, Needs::Results, lookBehind,
+    {"no-active-pressure", Severity::Caution, Needs::Run, lookBehind,
      "Terzaghi 1943; BS 8002, 3.3.4, 1994 (5 kN/m3 of equivalent fluid)"},
 };
 

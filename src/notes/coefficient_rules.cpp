@@ -9,8 +9,9 @@ namespace korvane {
 
 namespace {
 
-constexpr double NearHalf = 1.0;   ///< degrees of developed wall friction
-constexpr double LeastStep = 0.01; ///< share of the coefficient; a smaller step moves no wall
+constexpr double NearHalf = 1.0;     ///< degrees of developed wall friction
+constexpr double DegreeNoise = 1e-9; ///< degrees, of angles that a factor divided
+constexpr double LeastStep = 0.01;   ///< share of the coefficient; a smaller step moves no wall
 constexpr double WallShare =
     2.0 / 3; ///< of the soil's friction, for steel (EN 1997-1, 9.5.1, 2004)
 constexpr double AngleRounding = 0.05; ///< degrees: 2/3 of 32 may be typed as 21.4
@@ -59,7 +60,7 @@ void lookAtStep(const Wall& wall, NoteSink& notes) {
                                                         onWall * DegreesToRadians);
             const std::string step = stepText(developed.friction);
             if (!(onWall > 0) || step.empty() ||
-                (hasValue && std::fabs(onWall - half) > NearHalf)) {
+                (hasValue && std::fabs(onWall - half) > NearHalf + DegreeNoise)) {
                 continue;
             }
             notes.add(
@@ -110,30 +111,37 @@ struct SmallFactor {
     int layer;
 };
 
-std::optional<SmallFactor> givenBelowOne(const Problem& problem, bool passiveToo) {
+/// The first of a layer's, its side's and the wall's factor that is given.
+SmallFactor factorInUse(double ofLayer, double ofSide, double ofWall, int side, int layer) {
+    return ofLayer > 0  ? SmallFactor{ofLayer, side, layer}
+           : ofSide > 0 ? SmallFactor{ofSide, side, 0}
+                        : SmallFactor{ofWall, 0, 0};
+}
+
+/// The smallest below 1 of those that a layer's strengths are divided by. An anchored
+/// wall has active pressure on the right and passive on the left alone; no factor acts on given
+/// coefficients.
+std::optional<SmallFactor> givenBelowOne(const Wall& wall, bool passiveToo) {
+    const Problem& problem = wall.problem;
     std::optional<SmallFactor> small;
-    const auto see = [&small](double value, int side, int layer) {
-        if (value > 0 && value < 1 && (!small || value < small->value)) {
-            small = {value, side, layer};
+    const auto see = [&small](const SmallFactor& seen) {
+        if (seen.value > 0 && seen.value < 1 && (!small || seen.value < small->value)) {
+            small = seen;
         }
     };
-    // No factor acts on given coefficients.
-    const auto hasStrengths = [&problem](int side) {
-        return problem.SoilDataKind(side) == SoilData::Strengths;
-    };
-    if (hasStrengths(Right) || hasStrengths(Left)) {
-        see(problem.FSActive, 0, 0);
-        see(passiveToo ? problem.FSPassive : 0, 0, 0);
-    }
     for (const int side : {Right, Left}) {
-        if (!hasStrengths(side)) {
+        if (problem.SoilDataKind(side) != SoilData::Strengths) {
             continue;
         }
-        see(problem.Level2FSActive(side), side, 0);
-        see(passiveToo ? problem.Level2FSPassive(side) : 0, side, 0);
         for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
-            see(problem.SoilFSActive(side, layer), side, layer);
-            see(passiveToo ? problem.SoilFSPassive(side, layer) : 0, side, layer);
+            if (side == Right || !wall.anchored()) {
+                see(factorInUse(problem.SoilFSActive(side, layer), problem.Level2FSActive(side),
+                                problem.FSActive, side, layer));
+            }
+            if (passiveToo && (side == Left || !wall.anchored())) {
+                see(factorInUse(problem.SoilFSPassive(side, layer), problem.Level2FSPassive(side),
+                                problem.FSPassive, side, layer));
+            }
         }
     }
     return small;
@@ -144,7 +152,7 @@ void lookAtGivenFactors(const Wall& wall, NoteSink& notes) {
     if (!design && wall.problem.FSKind == 1) {
         return; // an analysis that finds both
     }
-    if (const auto small = givenBelowOne(wall.problem, design)) {
+    if (const auto small = givenBelowOne(wall, design)) {
         notes.add({.side = small->side,
                    .layer = small->layer,
                    .value = small->value,

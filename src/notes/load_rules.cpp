@@ -135,6 +135,7 @@ bool shearTurnsBelow(const ResultDiagrams& diagrams, double anchorElev) {
     return false;
 }
 
+/// In the ground it is told before a solution, which often fails there.
 void lookAtAnchorPlace(const Wall& wall, NoteSink& notes) {
     if (!wall.anchored()) {
         return;
@@ -151,7 +152,7 @@ void lookAtAnchorPlace(const Wall& wall, NoteSink& notes) {
                            ": the methods take the soil above it as free."});
         return;
     }
-    if (!shearTurnsBelow(wall.results().levels(1).diagrams, anchor)) {
+    if (wall.hasResults() && !shearTurnsBelow(wall.results().levels(1).diagrams, anchor)) {
         notes.add({.elev = anchor,
                    .quantity = Quantity::Length,
                    .value = anchor,
@@ -193,26 +194,35 @@ void lookAtSteepGround(const Wall& wall, NoteSink& notes) {
     }
 }
 
-/// The problem with the last stretch of ground 50 % farther from the wall, at its slope.
-Problem withFartherSlope(Problem problem, int side) {
-    const int last = problem.SurfacePointCount(side);
+/// The point at which the last stretch of ground that is not level ends; 0 where all is level.
+int slopeEnd(const Problem& problem, int side) {
+    int last = problem.SurfacePointCount(side);
+    while (last > 1 && problem.SurfaceElev(side, last) == problem.SurfaceElev(side, last - 1)) {
+        --last;
+    }
+    return last > 1 ? last : 0;
+}
+
+/// The problem with its last slope ending 50 % farther from the wall, and level ground beyond.
+Problem withFartherSlope(Problem problem, int side, int last) {
     auto dist = [&](int point) { return problem.SurfaceDist(side, point); };
     const double rise = problem.SurfaceElev(side, last) - problem.SurfaceElev(side, last - 1);
     const double slope = divide(rise, dist(last) - dist(last - 1));
     const double farther = (FartherSlope - 1) * dist(last);
     problem.SurfaceDist(side, last) += farther;
     problem.SurfaceElev(side, last) += slope * farther;
+    problem.SurfacePointCount(side) = last;
     return problem;
 }
 
 void lookAtSlopeEnd(const Wall& wall, NoteSink& notes) {
     const Problem& problem = wall.problem;
     for (const int side : {Right, Left}) {
-        const int last = problem.SurfacePointCount(side);
-        if (last < 2 || problem.SurfaceElev(side, last) == problem.SurfaceElev(side, last - 1)) {
+        const int last = slopeEnd(problem, side);
+        if (last == 0) {
             continue;
         }
-        const SecondOpinion second = solveAgain(wall, withFartherSlope(problem, side));
+        const SecondOpinion second = solveAgain(wall, withFartherSlope(problem, side, last));
         const Difference difference = compare(wall, second);
         if (!difference.speaks()) {
             continue;
@@ -224,8 +234,8 @@ void lookAtSlopeEnd(const Wall& wall, NoteSink& notes) {
              .value = FartherSlope * problem.SurfaceDist(side, last),
              .limit = problem.SurfaceDist(side, last),
              .text = std::string("The ground on the ") + sideText(side) +
-                     " is taken as level beyond its last point. With the slope ending 50 "
-                     "percent farther, at " +
+                     " is level beyond its last slope. With the slope ending 50 percent farther, "
+                     "at " +
                      wall.say(Quantity::Length, FartherSlope * problem.SurfaceDist(side, last)) +
                      ", the wall has " + outcomeText(wall, second, difference.level) + ".",
              .second = second});
@@ -263,7 +273,7 @@ constexpr NoteRule Rules[] = {
     {"load-above-top", Severity::Caution, Needs::Input, lookAbove, SheetPiles},
     {"load-below-bottom", Severity::Caution, Needs::Results, lookBelow, SheetPiles},
     {"load-beyond-ground", Severity::Caution, Needs::Input, lookBeyondGround, SheetPiles},
-    {"anchor-place", Severity::Caution, Needs::Results, lookAtAnchorPlace,
+    {"anchor-place", Severity::Caution, Needs::Input, lookAtAnchorPlace,
      "Tschebotarioff, Soil Mechanics, Foundations and Earth Structures, 1951"},
     {"steep-ground", Severity::Caution, Needs::Input, lookAtSteepGround,
      "Taylor, Fundamentals of Soil Mechanics, 1948"},

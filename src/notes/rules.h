@@ -22,6 +22,7 @@ struct Wall {
     const Options* options = nullptr; ///< likewise
     NoteWorkspace* second = nullptr;  ///< likewise
 
+    bool hasResults() const { return solved != nullptr && solved->results != nullptr; }
     const Results& results() const { return *solved->results; }
     const Review& review() const { return *solved->review; }
     bool anchored() const { return problem.WallType == WallKind::Anchored; }

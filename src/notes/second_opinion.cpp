@@ -29,10 +29,13 @@ double share(const Wall& wall, const LevelResult& told, const SecondLevel& secon
 
 } // namespace
 
-SecondOpinion solveAgain(const Wall& wall, const Problem& problem, const Amendments& amendments) {
+SecondOpinion solveAgain(const Wall& wall, const Problem& problem, const Again& again) {
     Options options = *wall.options;
     options.factorLimit.ask = nullptr;
-    options.amendments = amendments;
+    options.amendments = again.amendments;
+    if (again.wedge) {
+        options.wedge = again.wedge;
+    }
     Workspace& workspace = wall.second->get();
     SecondOpinion second;
     const auto fails = [&second](const Failure& failure) {
@@ -109,8 +112,8 @@ std::string outcomeText(const Wall& wall, const SecondOpinion& second, int level
 }
 
 void addOpinion(const Wall& wall, NoteSink& notes, Note note, const Problem& problem,
-                const Amendments& amendments) {
-    note.second = solveAgain(wall, problem, amendments);
+                const Again& again) {
+    note.second = solveAgain(wall, problem, again);
     const Difference difference = compare(wall, *note.second);
     if (!difference.speaks()) {
         return;

@@ -5,9 +5,14 @@
 
 namespace korvane {
 
-/// Solves a wall once more with the options of the told run and these amendments.
-SecondOpinion solveAgain(const Wall& wall, const Problem& problem,
-                         const Amendments& amendments = {});
+/// What differs from the options of the told run.
+struct Again {
+    Amendments amendments = {};
+    std::optional<WedgeMethod> wedge = {}; ///< in place of the told one
+};
+
+/// Solves a wall once more.
+SecondOpinion solveAgain(const Wall& wall, const Problem& problem, const Again& again = {});
 
 /// How a second opinion differs from the told run.
 struct Difference {
@@ -36,6 +41,6 @@ std::string outcomeText(const Wall& wall, const SecondOpinion& second, int level
 /// Solves once more and adds a note where the outcome differs, with the severity of the difference.
 /// The text ends with the outcome.
 void addOpinion(const Wall& wall, NoteSink& notes, Note note, const Problem& problem,
-                const Amendments& amendments = {});
+                const Again& again = {});
 
 } // namespace korvane

@@ -7,7 +7,8 @@ namespace korvane {
 namespace {
 
 constexpr double SafeExit = 1.5; ///< least factor against a quick bottom (Terzaghi and Peck 1948)
-constexpr double LimitNoise = 1e-9; ///< FT/FT
+constexpr double LimitNoise = 1e-9;  ///< FT/FT
+constexpr double FactorNoise = 1e-9; ///< at the gradient's limit the factor is 1
 
 bool seeps(const Wall& wall) {
     return wall.review().SeepageKind != Seepage::None;
@@ -60,7 +61,7 @@ void lookAtExit(const Wall& wall, NoteSink& notes) {
         if (factor >= SafeExit) {
             continue;
         }
-        const bool quick = factor < 1;
+        const bool quick = factor < 1 - FactorNoise;
         notes.add({.side = Left,
                    .elev = wall.problem.SurfaceElev(Left, 1),
                    .value = factor,

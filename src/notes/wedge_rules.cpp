@@ -42,8 +42,9 @@ bool pressesAtSurface(const Wall& wall, int side) {
            (problem.SoilCohesion(side, 1) > NegligibleCohesion || problem.VUniformCount(side) != 0);
 }
 
+/// The left side first, which holds the wall; 0 for none.
 int firstSide(bool right, bool left) {
-    return right ? Right : left ? Left : 0;
+    return left ? Left : right ? Right : 0;
 }
 
 void lookAtSurfaceLimit(const Wall& wall, NoteSink& notes) {
@@ -58,7 +59,7 @@ void lookAtSurfaceLimit(const Wall& wall, NoteSink& notes) {
                             " takes the friction angle itself as its slope in the passive "
                             "pressure at the surface, which then has no bound. With the slope "
                             "limited to the friction, downward, the wall has "},
-                   wall.problem, {.surfaceLimit = true});
+                   wall.problem, {.amendments = {.surfaceLimit = true}});
     }
 }
 
@@ -73,7 +74,7 @@ void lookAtSurfaceSlope(const Wall& wall, NoteSink& notes) {
                     .text = std::string("The pressures at the surface of the ") + sideText(side) +
                             " take the arctangent of the ground's rise, divided by the distance, "
                             "as its slope. With the true angle the wall has "},
-                   wall.problem, {.surfaceSlope = true});
+                   wall.problem, {.amendments = {.surfaceSlope = true}});
     }
 }
 
@@ -114,9 +115,25 @@ void lookAtPlanesPastHorizontal(const Wall& wall, NoteSink& notes) {
                     .text = std::string("Ground falls so steeply on the ") + sideText(side) +
                             " that planes of the sweep lean past the horizontal, where the wedge "
                             "would have to be pulled. Without those planes the wall has "},
-                   wall.problem, {.planesPastHorizontal = true});
+                   wall.problem, {.amendments = {.planesPastHorizontal = true}});
         return;
     }
+}
+
+void lookAtBuoyantLayers(const Wall& wall, NoteSink& notes) {
+    const auto layered = [&wall](int side) {
+        return isWedge(wall, side) && wall.problem.SoilLayerCount(side) > 1;
+    };
+    const int side = firstSide(layered(Right), layered(Left));
+    if (side == 0 || wall.problem.SeepageKind == Seepage::None) {
+        return;
+    }
+    addOpinion(wall, notes,
+               {.side = side,
+                .text = std::string("Where water seeps, wedges on the ") + sideText(side) +
+                        " weigh their plane's own layer under buoyancy, but the layers above it "
+                        "with their water. With all layers under buoyancy the wall has "},
+               wall.problem, {.amendments = {.buoyantLayers = true}});
 }
 
 void lookAtCoefficients(const Wall& wall, NoteSink& notes) {
@@ -129,7 +146,7 @@ void lookAtCoefficients(const Wall& wall, NoteSink& notes) {
                     .text = std::string("The ground on the ") + sideText(side) +
                             " is level although it has several points. By coefficients the wall "
                             "has "},
-                   wall.problem, {.methodCoefficients = true});
+                   wall.problem, {.amendments = {.methodCoefficients = true}});
     }
 }
 
@@ -141,7 +158,7 @@ void lookAtSweep(const Wall& wall, NoteSink& notes) {
                    {.side = firstSide(right, left),
                     .text = "The fixed surface is no extreme of all planes. By the sweep search "
                             "the wall has "},
-                   wall.problem, {.methodSweep = true});
+                   wall.problem, {.wedge = WedgeMethod::Sweep});
     }
 }
 
@@ -199,7 +216,7 @@ void lookAtFixedSurface(const Wall& wall, NoteSink& notes) {
                     .elev = marks.elev,
                     .text = "The sweep found no extreme at some elevations. By the fixed surface "
                             "the wall has "},
-                   wall.problem, {.methodFixed = true});
+                   wall.problem, {.wedge = WedgeMethod::FixedSurface});
     }
 }
 
@@ -308,7 +325,8 @@ void lookAtPlaneFriction(const Wall& wall, NoteSink& notes) {
                   .value = onWall,
                   .limit = soil / 2};
         const bool coefficients = coefficientsCanFollow(wall.problem, side);
-        note.second = coefficients ? solveAgain(wall, wall.problem, {.methodCoefficients = true})
+        note.second = coefficients ? solveAgain(wall, wall.problem,
+                                                {.amendments = {.methodCoefficients = true}})
                                    : solveAgain(wall, withHalfWallFriction(wall));
         const int level = compare(wall, *note.second).level;
         note.text = planeFault(wall, soil, onWall) + " in layer " + std::to_string(layer) +
@@ -336,7 +354,7 @@ void lookAtFixedPassive(const Wall& wall, NoteSink& notes) {
             return false;
         }
         Note note{.side = side, .layer = layer, .value = fixed, .limit = Kp};
-        note.second = solveAgain(wall, wall.problem, {.methodSweep = true});
+        note.second = solveAgain(wall, wall.problem, {.wedge = WedgeMethod::Sweep});
         const int level = compare(wall, *note.second).level;
         note.text =
             "The fixed surface is no extreme and has no bound at a developed wall "
@@ -361,6 +379,7 @@ constexpr NoteRule Rules[] = {
     {"surface-slope", Severity::Unsafe, Needs::Run, lookAtSurfaceSlope, CoulombSlope},
     {"planes-past-horizontal", Severity::Unsafe, Needs::Run, lookAtPlanesPastHorizontal,
      TrialWedge},
+    {"buoyant-layers", Severity::Unsafe, Needs::Run, lookAtBuoyantLayers, TrialWedge},
     {"plane-wall-friction", Severity::Unsafe, Needs::Run, lookAtPlaneFriction, CurvedPlane},
     {"fixed-passive", Severity::Unsafe, Needs::Run, lookAtFixedPassive, TrialWedge},
     {"method-coefficients", Severity::Unsafe, Needs::Run, lookAtCoefficients, CurvedPlane},

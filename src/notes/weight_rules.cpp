@@ -50,6 +50,23 @@ void forEachWeight(const Problem& problem, Look look) {
     }
 }
 
+/// Those in use, and those that are given beside them: a unit is typed wrong in both.
+template <class Look>
+void forEachGivenWeight(const Problem& problem, Look look) {
+    for (const int side : {Right, Left}) {
+        for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+            const double moist = problem.SoilMoistWeight(side, layer);
+            const double saturated = problem.SoilSatWeight(side, layer);
+            if (moist > 0 || usesMoist(problem, side, layer)) {
+                look(Weight{side, layer, false, moist});
+            }
+            if (saturated > 0 || usesSaturated(problem, side, layer)) {
+                look(Weight{side, layer, true, saturated});
+            }
+        }
+    }
+}
+
 /// The weight that lies farthest outside, with the number of all that do.
 struct Worst {
     Weight weight;
@@ -101,13 +118,13 @@ void lookAtWaterWeight(const Wall& wall, NoteSink& notes) {
 
 void lookForMetricWeights(const Wall& wall, NoteSink& notes) {
     Worst worst;
-    forEachWeight(wall.problem,
-                  [&](const Weight& weight) { worst.see(weight, MetricWeight - weight.value); });
+    forEachGivenWeight(wall.problem, [&](const Weight& weight) {
+        worst.see(weight, MetricWeight - weight.value);
+    });
     if (worst.count > 0) {
-        const bool metric = wall.request.units == UnitSystem::SI;
         notes.add(weightNote(wall, worst, MetricWeight,
-                             std::string(", which no soil weighs: it looks like a ") +
-                                 (metric ? "value in other units." : "metric value.")));
+                             ", which no soil weighs: it looks like a value in other units, "
+                             "metric ones perhaps."));
     }
 }
 

@@ -60,7 +60,9 @@ WedgeLayer describeLayer(const State& state, int side, int level, int number,
     // Only the plane's own layer loses the water's weight in the seepage zone: a deliberate
     // difference. The layers above it lose or gain the gradient's share alone.
     layer.flow = problem.SoilSatWeight(side, number) - (1 + gradientShare) * water;
-    layer.flowAbove = problem.SoilSatWeight(side, number) - gradientShare * water;
+    layer.flowAbove = state.amendments.buoyantLayers
+                          ? layer.flow
+                          : problem.SoilSatWeight(side, number) - gradientShare * water;
     return layer;
 }
 

@@ -3,6 +3,7 @@
 #include "sheet/soil_work.h"
 #include "sheet/stages.h"
 
+#include "notes/clay_resistance.h"
 #include "runtime/number_format.h"
 
 #include <algorithm>
@@ -89,18 +90,20 @@ double stillWater(const Problem& problem, double elev) {
 /// lower ground, which does not change with depth in clay of one weight.
 void tellClayNumber(SheetWriter& writer, const SheetRequest& request) {
     const Problem& problem = request.problem;
-    const double ground = std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
-    const int right = layerBelow(problem, Right, ground);
-    const int left = layerBelow(problem, Left, ground);
-    const auto isClay = [&](int side, int layer) {
-        return problem.SoilDataKind(side) == SoilData::Strengths &&
-               problem.SoilFriction(side, layer) == 0 && problem.SoilCohesion(side, layer) > 0;
+    const auto factor = [&problem](int side, int layer) -> std::optional<double> {
+        const double value = side == Right ? activeFactor(problem, side, layer, 0).value
+                                           : passiveFactor(problem, side, layer, 0).value;
+        return value > 0 ? std::optional(value) : std::nullopt;
     };
-    const double Fa = activeFactor(problem, Right, right, 0).value;
-    const double Fp = passiveFactor(problem, Left, left, 0).value;
-    if (!isClay(Right, right) || !isClay(Left, left) || !(Fa > 0) || !(Fp > 0)) {
+    const auto clay = leastClayResistance(problem, factor, NoLayerBottom);
+    if (!clay) {
         return;
     }
+    const double ground = clay->elev;
+    const int right = clay->right;
+    const int left = clay->left;
+    const double Fa = *factor(Right, right);
+    const double Fp = *factor(Left, left);
     const auto stress = [](const char* letter, const char* index, double value) {
         return term(letter, index, value, Quantity::Stress);
     };
@@ -110,14 +113,19 @@ void tellClayNumber(SheetWriter& writer, const SheetRequest& request) {
         stress("σ", "L", effectiveStress(problem, Left, ground)) -
         Expr(2) * stress("c", "L", problem.SoilCohesion(Left, left)) / term("F", "p", Fp) +
         stress("p", "w", stillWater(problem, ground));
-    writer.paragraph("In clay the net active pressure below the lower ground is what loads the "
-                     "clay behind less twice the developed cohesions of both sides (effective "
-                     "stresses, still water):");
+    writer.paragraph("In clay the net active pressure below " +
+                     elevationText(ground, request.units) +
+                     ", where it is largest, is what loads the clay behind less twice the "
+                     "developed cohesions of both sides (effective stresses, still water):");
     const double value = writer.formula({"p", "net"}, net, Quantity::Stress);
-    writer.paragraph(value > 0 ? "It is above zero, and depth does not lower it: no depth holds "
-                                 "this wall."
-                               : "It is below zero: the clay in front holds, but by little where "
-                                 "this is small.");
+    constexpr double Rounding = 1e-9; // of sums that cancel out
+    writer.paragraph(value < -Rounding * clay->cohesion
+                         ? "It is below zero: by this number alone the clay in front would hold "
+                           "the wall."
+                     : clay->endless
+                         ? "It is not below zero, and depth does not lower it: no depth holds this "
+                           "wall."
+                         : "It is not below zero: no depth within these layers holds this wall.");
 }
 
 /// The least net active pressure below the lower ground, where the solution came to it.

@@ -18,6 +18,8 @@ struct Amendments {
     /// A plane of the sweep that leans so far that its wedge slides away from the wall has no
     /// active force.
     bool planesPastHorizontal = false;
+    /// On a wedge side all layers lose the water's weight where it seeps, not the plane's own alone.
+    bool buoyantLayers = false;
     /// Coefficients on wedge sides of level ground without adhesion and sloping layers.
     bool methodCoefficients = false;
     bool methodSweep = false; ///< the sweep search on all sides of strengths
@@ -32,10 +34,11 @@ struct AmendmentName {
     bool Amendments::*amendment;
 };
 
-inline constexpr std::array<AmendmentName, 6> AmendmentNames{{
+inline constexpr std::array<AmendmentName, 7> AmendmentNames{{
     {"surface-limit", &Amendments::surfaceLimit},
     {"surface-slope", &Amendments::surfaceSlope},
     {"planes-past-horizontal", &Amendments::planesPastHorizontal},
+    {"buoyant-layers", &Amendments::buoyantLayers},
     {"method-coefficients", &Amendments::methodCoefficients},
     {"method-sweep", &Amendments::methodSweep},
     {"method-fixed", &Amendments::methodFixed},

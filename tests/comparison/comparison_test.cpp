@@ -4,6 +4,7 @@
 #include "compared_wall.h"
 #include "comparison/comparison_rows.h"
 #include "comparison/rear_actions.h"
+#include "support/pressure_bench.h"
 #include "support/random_problem.h"
 
 #include <gmock/gmock.h>
@@ -341,6 +342,23 @@ TEST(Comparison, MethodsAndAmendmentsAreThoseOfSecondOpinions) {
     EXPECT_EQ(rowOf(bySweepOfFall, "method-sweep").reason, "");
 }
 
+TEST(Comparison, LayersUnderBuoyancyAreThatAmendment) {
+    Problem problem = withWater(anchoredSand(), -5, -10);
+    problem.SeepageKind = Seepage::Automatic;
+    problem.SeepageElev = -5;
+    EXPECT_EQ(reasonOf(problem, "buoyant-layers"), "no wedge side has several layers");
+    problem.SurfacePointCount(Left) = 2;
+    problem.SurfaceDist(Left, 2) = 100;
+    problem.SurfaceElev(Left, 2) = problem.SurfaceElev(Left, 1);
+    setLayerBottoms(problem, Left, {problem.SurfaceElev(Left, 1) - 3});
+    Options options = bySweep();
+    options.amendments.buoyantLayers = true;
+    const Comparison comparison = compared(problem);
+    expectSameWall(rowOf(comparison, "buoyant-layers"), problem, options);
+    EXPECT_NE(valueOf(rowOf(comparison, "buoyant-layers"), AnchorForce),
+              valueOf(rowOf(comparison, "as-given"), AnchorForce));
+}
+
 TEST(Comparison, EveryAmendmentHasItsRow) {
     const Comparison comparison = compared(anchoredSand());
     for (const auto& [name, amendment] : AmendmentNames) {
@@ -400,6 +418,7 @@ TEST(Comparison, ReasonsTellWhyARowDoesNotApply) {
     EXPECT_EQ(reasonOf(wedge, "surface-limit"), "no ground of a wedge side falls");
     EXPECT_EQ(reasonOf(sand, "surface-slope"), "no ground of a wedge side slopes");
     EXPECT_EQ(reasonOf(sand, "planes-past-horizontal"), "no side is by the sweep");
+    EXPECT_EQ(reasonOf(sand, "buoyant-layers"), "no seepage is given");
     Problem water = withWater(given, -5, -10);
     water.SeepageKind = Seepage::Automatic;
     water.SeepageElev = -5;

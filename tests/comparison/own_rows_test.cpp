@@ -87,8 +87,8 @@ TEST(OwnRows, FaultsNameFileLineAndWhatIsKnown) {
     EXPECT_THAT(faultOf("[[row]]\nname = \"a\n"), HasSubstr("rows.toml:2: "));
     EXPECT_EQ(faultOf(head + "amendments = [\"surface-limit\",\n\"surface\"]\n"),
               "rows.toml:5: 'surface' is an unknown amendment; known: surface-limit, "
-              "surface-slope, planes-past-horizontal, method-coefficients, method-sweep, "
-              "method-fixed");
+              "surface-slope, planes-past-horizontal, buoyant-layers, method-coefficients, "
+              "method-sweep, method-fixed");
     EXPECT_THAT(faultOf(head + "amendments = [1]\n"), HasSubstr("rows.toml:4: '' is an unknown"));
     EXPECT_THAT(faultOf(head + "amendments = \"surface-limit\"\n"),
                 HasSubstr("rows.toml:4: 'amendments' must be a list of names"));

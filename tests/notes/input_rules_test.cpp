@@ -1,4 +1,5 @@
 // Rules that need no solution: each speaks on one side of its limit and is silent on the other.
+#include "support/pressure_bench.h"
 #include "told_wall.h"
 
 namespace korvane::test {
@@ -59,6 +60,14 @@ TEST(InputNotes, WeightsThatNothingUsesAreNotLookedAt) {
     EXPECT_TRUE(saysOfInput(flooded, "metric-weight"));
 }
 
+TEST(InputNotes, AMetricWeightBesideOneInUseIsUnsafe) {
+    Problem problem = plainCantilever(); // dry: the moist weight is in use
+    problem.SoilSatWeight(Left, 1) = 30;
+    EXPECT_FALSE(saysOfInput(problem, "metric-weight"));
+    problem.SoilSatWeight(Left, 1) = 29.9;
+    EXPECT_TRUE(saysOfInput(problem, "metric-weight"));
+}
+
 TEST(InputNotes, MoistSoilIsNotHeavierThanSaturated) {
     Problem problem = plainCantilever();
     setBothSides(problem.SoilMoistWeight, 120);
@@ -83,6 +92,56 @@ TEST(InputNotes, GivenFactorsAreAtLeastOne) {
     problem.ProgramMode = Mode::Analysis;
     problem.FSKind = 1; // both are found
     EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
+}
+
+TEST(InputNotes, FactorsThatNothingIsDividedByAreNotLookedAt) {
+    Problem problem = plainCantilever();
+    problem.FSActive = problem.FSPassive = 0.9;
+    problem.Level2FSActive(Right) = problem.Level2FSActive(Left) = 1;
+    problem.Level2FSPassive(Right) = problem.Level2FSPassive(Left) = 1.5;
+    EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
+    problem.Level2FSPassive(Right) = 0.5; // holds a cantilever, not an anchored wall
+    EXPECT_TRUE(saysOfInput(problem, "factor-below-one"));
+    problem.WallType = WallKind::Anchored;
+    problem.AnchorElev = -2;
+    EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
+    problem.Level2FSPassive(Left) = 0.5;
+    EXPECT_TRUE(saysOfInput(problem, "factor-below-one"));
+}
+
+TEST(InputNotes, AnAnchorInTheGroundIsToldBeforeASolution) {
+    Problem problem = plainAnchoredWall(); // the ground in front at -10
+    problem.AnchorElev = -9.99;
+    EXPECT_FALSE(saysOfInput(problem, "anchor-place"));
+    problem.AnchorElev = -10;
+    const auto note = inputNote(problem, "anchor-place");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->limit, -10);
+}
+
+TEST(InputNotes, ClayHeavesFromUnderSandButNoCrustByItself) {
+    // 5.14 x 320 / (120 x 10) = 1.371, at the top of the clay as well: sand weighs the same.
+    Problem problem = plainCantilever();
+    setBothSides(problem.SoilCohesion, 0);
+    setLayerBottoms(problem, Left, {-10.5});
+    problem.SoilFriction(Left, 2) = 0;
+    problem.SoilCohesion(Left, 2) = 320;
+    const auto note = inputNote(problem, "basal-heave");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->layer, 2);
+    EXPECT_NEAR(*note->value, 5.14 * 320 / 1200, 1e-9);
+    setLayerBottoms(problem, Left, {-20.1}); // deeper than the wall is exposed
+    problem.SoilFriction(Left, 2) = 0;
+    problem.SoilCohesion(Left, 2) = 320;
+    EXPECT_FALSE(saysOfInput(problem, "basal-heave"));
+
+    Problem crust = plainCantilever();
+    setLayerBottoms(crust, Left, {-14.9});
+    crust.SoilFriction(Left, 1) = 0;
+    crust.SoilCohesion(Left, 1) = 300;
+    EXPECT_FALSE(saysOfInput(crust, "basal-heave"));
+    crust.SoilBottomElev(Left, 1) = -15.1; // half the exposed height
+    EXPECT_TRUE(saysOfInput(crust, "basal-heave"));
 }
 
 TEST(InputNotes, FactorsDoNotActOnGivenCoefficients) {

@@ -1,6 +1,7 @@
 // Notes on solved walls by coefficients: clay, seepage, loads, anchor, remarks.
 #include "notes/second_opinion.h"
 #include "runtime/number_format.h"
+#include "support/pressure_bench.h"
 #include "told_wall.h"
 
 #include <cmath>
@@ -142,6 +143,51 @@ TEST(ResultNotes, ClayOverSandThatHoldsTheWallIsNotSaidToFail) {
     EXPECT_TRUE(note->second);
 }
 
+TEST(ResultNotes, TheWeakestClayInReachIsTheOneThatCounts) {
+    // 4 x 600 - 1800 = 600 at the ground; below -17 it is 2 x 600 + 2 x 200 - 1800 = -200.
+    Problem problem = clayWall(600, 15);
+    setLayerBottoms(problem, Left, {-17});
+    problem.SoilCohesion(Left, 2) = 200;
+    ToldWall wall(problem);
+    ASSERT_FALSE(wall.isSolved());
+    const auto note = wall.note("clay-in-front");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->layer, 2);
+    EXPECT_NEAR(*note->value, -200, 1e-9);
+    EXPECT_NE(note->text.find("no depth holds the wall"), std::string::npos);
+    EXPECT_EQ(note->text.find("5 percent"), std::string::npos); // it fails as it is given
+
+    // Sand of half a foot in front of clay that bears nothing.
+    Problem sand = clayWall(290, 10); // 4 x 290 - 1200 = -40
+    setLayerBottoms(sand, Left, {-10.5});
+    sand.SoilFriction(Left, 1) = 30;
+    sand.SoilCohesion(Left, 1) = 0;
+    ToldWall failed(sand);
+    ASSERT_FALSE(failed.isSolved());
+    ASSERT_TRUE(failed.says("clay-in-front"));
+    EXPECT_NEAR(*failed.note("clay-in-front")->value, -40, 1e-9);
+}
+
+TEST(ResultNotes, ClayThatSticksToTheWallIsNotJudgedByCohesionAlone) {
+    Problem problem = clayWall(290, 10);
+    ASSERT_TRUE(ToldWall(problem).says("clay-in-front"));
+    setBothSides(problem.SoilAdhesion, 145); // planes, not 2 ca + 2 cp
+    EXPECT_FALSE(ToldWall(problem).says("clay-in-front"));
+}
+
+TEST(ResultNotes, AFailedWallTellsTheHeightWithoutPressure) {
+    // 2 x 200 / (120 sqrt(1/3)) = 5.77 FT of 5: no active pressure turns the wall.
+    Problem problem = plainCantilever();
+    problem.SurfaceElev(Left, 1) = -5;
+    setBothSides(problem.SoilCohesion, 200);
+    ToldWall wall(problem);
+    ASSERT_FALSE(wall.isSolved());
+    const auto note = wall.note("no-active-pressure");
+    ASSERT_TRUE(note);
+    EXPECT_NEAR(*note->value, 5, 0.01);
+    EXPECT_EQ(note->second->levelCount, 1);
+}
+
 TEST(ResultNotes, CohesionLeavesAHeightWithoutPressure) {
     // 2 c / (120 sqrt(1/3)) FT: 0.98 for 34 PSF, 1.04 for 36.
     Problem problem = plainCantilever();
@@ -246,6 +292,8 @@ TEST(ResultNotes, TheExitGradient) {
     EXPECT_EQ(wall.note("exit-gradient")->severity, Severity::Caution);
     wall.level().seepageGradient = 1.003;
     EXPECT_EQ(wall.note("exit-gradient")->severity, Severity::Caution);
+    wall.level().seepageGradient = std::nextafter(62.6 / 62.4, 2); // its limit, but for rounding
+    EXPECT_EQ(wall.note("exit-gradient")->severity, Severity::Caution);
     wall.level().seepageGradient = 1.004;
     const auto note = wall.note("exit-gradient");
     EXPECT_EQ(note->severity, Severity::Unsafe);
@@ -318,6 +366,14 @@ TEST(ResultNotes, TheEndOfASlope) {
     EXPECT_EQ(note->value, 12);
     EXPECT_EQ(note->limit, 8);
     EXPECT_GT(note->second->levels(1).penetration, wall.level().penetration);
+    // A crest that goes on level changes nothing.
+    problem.SurfacePointCount(Right) = 3;
+    problem.SurfaceDist(Right, 3) = 60;
+    problem.SurfaceElev(Right, 3) = problem.SurfaceElev(Right, 2);
+    const auto crest = ToldWall(problem).note("slope-end");
+    ASSERT_TRUE(crest);
+    EXPECT_EQ(crest->value, 12);
+    EXPECT_NEAR(crest->second->levels(1).penetration, note->second->levels(1).penetration, 1e-9);
     // Beyond the reach of the planes its end says nothing.
     EXPECT_FALSE(ToldWall(withGround(plainCantilever(), Right, 800, 300)).says("slope-end"));
 }

@@ -85,7 +85,7 @@ TEST(NotesInMetricUnits, HaveTheSameWordsAndConvertedNumbers) {
     EXPECT_EQ(seen.size(), Units.size());
 }
 
-// 12 PCF are 1.885 kN/m3, perhaps tonnes: no metric value where metric ones are told.
+// 12 PCF are 1.885 kN/m3, perhaps tonnes.
 TEST(NotesInMetricUnits, AWeightOfNoSoilLooksLikeOtherUnits) {
     Problem problem = plainCantilever();
     problem.SoilMoistWeight(Left, 1) = 12;
@@ -99,10 +99,10 @@ TEST(NotesInMetricUnits, AWeightOfNoSoilLooksLikeOtherUnits) {
     };
     EXPECT_TRUE(textOf(UnitSystem::US)
                     .ends_with("is 12.00 PCF, which no soil weighs: it looks "
-                               "like a metric value."));
+                               "like a value in other units, metric ones perhaps."));
     EXPECT_TRUE(textOf(UnitSystem::SI)
                     .ends_with("is 1.885 kN/m3, which no soil weighs: it looks "
-                               "like a value in other units."));
+                               "like a value in other units, metric ones perhaps."));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Notes on the wedge methods, with their second solves.
 #include "problem/input_reader.h"
 #include "runtime/file_text.h"
+#include "support/pressure_bench.h"
 #include "told_wall.h"
 
 #include <cmath>
@@ -93,6 +94,29 @@ TEST(WedgeNotes, PlanesThatLeanPastTheHorizontal) {
         seen.insert(expected);
     }
     EXPECT_EQ(seen.size(), 3U); // none, unsafe, caution
+}
+
+TEST(WedgeNotes, LayersAboveAPlanesOwnKeepTheirWaterWhereItSeeps) {
+    Problem one = withWater(withGround(plainCantilever(), Left, 100, -2), -4, -10);
+    one.SeepageKind = Seepage::Automatic;
+    one.SeepageElev = -10;
+    EXPECT_FALSE(ToldWall(one).says("buoyant-layers"));
+
+    // The same soil as two layers: all under buoyancy, the boundary changes nothing but the grid.
+    Problem two = one;
+    setLayerBottoms(two, Left, {-13});
+    ToldWall wall(two);
+    const auto note = wall.note("buoyant-layers");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->severity, Severity::Unsafe);
+    EXPECT_EQ(note->side, Left);
+    const double single = ToldWall(one).level().penetration;
+    EXPECT_NEAR(note->second->levels(1).penetration, single, 0.05);
+    EXPECT_LT(wall.level().penetration, 0.95 * single);
+
+    Problem still = two;
+    still.SeepageKind = Seepage::None;
+    EXPECT_FALSE(ToldWall(still).says("buoyant-layers"));
 }
 
 TEST(WedgeNotes, PlanesOverestimatePassivePressureBeyondHalfTheFriction) {
@@ -397,6 +421,31 @@ TEST(WedgeNotes, OtherMethods) {
     const auto sweep = ToldWall(problem, WedgeMethod::FixedSurface).note("method-sweep");
     ASSERT_TRUE(sweep);
     EXPECT_EQ(sweep->severity, Severity::Unsafe);
+}
+
+TEST(WedgeNotes, TheOtherMethodIsTheOneThatAPersonWouldChoose) {
+    // The level left side stays with its coefficients.
+    Problem problem = withGround(plainCantilever(), Right, 40, 10);
+    setBothSides(problem.SoilFriction, 38);
+    setBothSides(problem.SoilWallFriction, 25);
+    const double bySweep = ToldWall(problem).level().penetration;
+    ToldWall wall(problem, WedgeMethod::FixedSurface);
+    ASSERT_GT(bySweep, 1.01 * wall.level().penetration);
+    const auto note = wall.note("method-sweep");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->severity, Severity::Unsafe);
+    EXPECT_EQ(note->second->levels(1).penetration, bySweep);
+}
+
+TEST(WedgeNotes, TheSurfaceInFrontIsNamedBeforeThatBehind) {
+    Problem problem = withGround(withGround(plainCantilever(), Right, 20, -0.1), Left, 40, -2);
+    for (const int side : {Right, Left}) {
+        problem.VUniformCount(side) = 1;
+        problem.VUniformLoad(side) = 300;
+    }
+    const auto note = ToldWall(problem).note("surface-limit");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->side, Left);
 }
 
 TEST(WedgeNotes, AWallThatOnlyTheSecondOpinionSolvesIsACaution) {
