@@ -215,7 +215,8 @@ std::string wrongCombination(const Options& options) {
         return "--check tells notes and writes nothing.";
     }
     if (options.output == "-" && options.compare) {
-        return "--compare needs a report file: the table goes to standard output.";
+        return "--compare and --compare-with need a report file: the table goes to standard "
+               "output.";
     }
     if (options.output == "-" && (options.json || options.plots || options.sheet)) {
         return "--json, --plots and --sheet need a report file; the report goes to standard "

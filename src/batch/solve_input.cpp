@@ -313,7 +313,8 @@ void prepareSheet(Run& run, Outputs& outputs) {
                           .notes = run.notes,
                           .units = run.units(),
                           .inputName = run.job.inputPath.filename().string(),
-                          .comparison = run.options.compare ? &run.comparison : nullptr});
+                          .comparison = run.options.compare ? &run.comparison : nullptr,
+                          .notesWorkedOut = run.options.notes});
     run.checks = std::move(sheet.checks);
     outputs.sheet.emplace(run.job.sheetPath, sheet.html, Flush::None);
 }

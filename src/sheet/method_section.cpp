@@ -44,9 +44,11 @@ void writeFactors(SheetWriter& writer, const Problem& problem, int side, double 
             return factor.value > 0 ? writer.precise(Quantity::Number, factor.value)
                                     : writer.text("not found");
         };
-        table.rows.push_back({writer.text(std::to_string(layer)), value(active),
-                              writer.text(factorSourceText(active.source)), value(passive),
-                              writer.text(factorSourceText(passive.source))});
+        const auto source = [&](const LayerFactor& factor) {
+            return writer.text(factor.value > 0 ? factorSourceText(factor.source) : "");
+        };
+        table.rows.push_back({writer.text(std::to_string(layer)), value(active), source(active),
+                              value(passive), source(passive)});
     }
     writer.table(table);
 }

@@ -42,7 +42,10 @@ void writeNote(SheetWriter& writer, const Note& note) {
 void writeNotes(SheetWriter& writer, const SheetRequest& request) {
     writer.section(NotesNumber, "Notes");
     if (request.notes.empty()) {
-        writer.paragraph("There are no notes.");
+        writer.paragraph(request.notesWorkedOut
+                             ? "There are no notes."
+                             : "Notes were not worked out: what is doubtful in this wall is not "
+                               "told here.");
     }
     for (const Note& note : request.notes) {
         writeNote(writer, note);

@@ -39,6 +39,7 @@ struct SheetRequest {
     std::string inputName = {};             ///< of the title block, any bytes
     MomentText moment = momentText();       ///< of the title block
     const Comparison* comparison = nullptr; ///< a section of its own where there is one
+    bool notesWorkedOut = true;             ///< not to be: no notes are none told
 };
 
 struct CalculationSheet {

@@ -51,15 +51,6 @@ std::string levelLine(const SheetWriter& writer, const SheetRequest& request,
            writer.withUnit(Quantity::Moment, level.diagrams.MaxMoment.value) + ".";
 }
 
-/// The layer just below an elevation.
-int layerBelow(const Problem& problem, int side, double elev) {
-    int layer = 1;
-    while (layer < problem.SoilLayerCount(side) && problem.SoilBottomElev(side, layer) >= elev) {
-        ++layer;
-    }
-    return layer;
-}
-
 /// PSF: soil and uniform load above an elevation, less still water.
 double effectiveStress(const Problem& problem, int side, double elev) {
     double stress = problem.VUniformCount(side) != 0 ? problem.VUniformLoad(side) : 0;
@@ -161,6 +152,10 @@ void tellFailure(SheetWriter& writer, const SheetRequest& request) {
     writer.markup("<div class=\"bad\">\n");
     writer.markupParagraph("<strong>The solution ended without results</strong> while " +
                            escaped(stageText(failure.stage, request.problem.WallType)) + ".");
+    if (failure.code == FailureCode::FactorDeclined) {
+        text = "The search for the factor of safety stopped at its limit: the wall still held at " +
+               writer.withUnit(Quantity::Number, failure.low) + ".";
+    }
     if (!text.empty()) {
         writer.paragraph(text);
     }
@@ -211,10 +206,13 @@ void writeChecks(SheetWriter& writer) {
     for (const Check& check : checks) {
         failed += check.pass ? 0 : 1;
     }
-    writer.paragraph(std::to_string(checks.size()) +
-                     " values worked out again from the symbols "
-                     "printed here, beside those of the solution: " +
-                     (failed == 0 ? "all agree." : std::to_string(failed) + " do not agree."));
+    writer.paragraph(
+        checks.empty()
+            ? "The solution has not come to a value that could be worked out again."
+            : std::to_string(checks.size()) +
+                  " values worked out again from the symbols printed here, beside those of the "
+                  "solution: " +
+                  (failed == 0 ? "all agree." : std::to_string(failed) + " do not agree."));
     std::string rows;
     for (const Check& check : checks) {
         const auto cell = [&](double value, int digits = 9) {

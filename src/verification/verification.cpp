@@ -155,8 +155,10 @@ std::vector<fs::path> caseFolders() {
     std::error_code failure;
     const fs::path program = fs::read_symlink("/proc/self/exe", failure).parent_path();
     std::vector<fs::path> folders;
-    for (const char* place : {KORVANE_CASES, "../../../../cases"}) {
-        folders.push_back((program / place).lexically_normal());
+    folders.push_back((program / KORVANE_CASES).lexically_normal());
+    if (const fs::path tree = program / "../../../..";
+        fs::exists(tree / "CMakeLists.txt", failure)) {
+        folders.push_back((tree / "cases").lexically_normal());
     }
     return folders;
 }

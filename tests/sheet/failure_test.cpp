@@ -1,6 +1,7 @@
 // The sheet of a wall without a solution: what is known up to the failure, and why it failed.
 #include "sheet_bench.h"
 #include "support/failing_walls.h"
+#include "support/pressure_bench.h"
 
 namespace korvane::test {
 namespace {
@@ -31,6 +32,61 @@ TEST(SheetOfClayWithoutADepth, GivesTheNumberThatShowsIt) {
     const std::string html = bench.sheet().html;
     EXPECT_NE(html.find("<b>200\u00a0PSF</b>"), std::string::npos);
     EXPECT_NE(html.find("no depth holds this wall"), std::string::npos);
+}
+
+// 4 x 450 - 120 x 15 = 0: nothing is left to hold the wall.
+TEST(SheetOfClayWithoutADepth, ANumberOfZeroHoldsNoWall) {
+    Problem problem = plainCantilever();
+    problem.SurfaceElev(Left, 1) = -15;
+    for (const int side : {Right, Left}) {
+        problem.SoilFriction(side, 1) = 0;
+        problem.SoilCohesion(side, 1) = 450;
+    }
+    const SheetBench bench(problem);
+    ASSERT_TRUE(bench.solved.failure);
+    const std::string html = bench.sheet().html;
+    EXPECT_NE(html.find("no depth holds this wall"), std::string::npos);
+    EXPECT_EQ(html.find("would hold"), std::string::npos);
+}
+
+// 2 x 600 + 2 x 200 - 120 x 15 = -200 PSF in the second layer in front, at every depth below it.
+TEST(SheetOfClayWithoutADepth, TheWeakestLayerIsTold) {
+    Problem problem = plainCantilever();
+    problem.SurfaceElev(Left, 1) = -15;
+    for (const int side : {Right, Left}) {
+        problem.SoilFriction(side, 1) = 0;
+        problem.SoilCohesion(side, 1) = 600;
+    }
+    setLayerBottoms(problem, Left, {-17});
+    problem.SoilCohesion(Left, 2) = 200;
+    const SheetBench bench(problem);
+    ASSERT_TRUE(bench.solved.failure);
+    const std::string html = bench.sheet().html;
+    EXPECT_NE(html.find("<b>200\u00a0PSF</b>"), std::string::npos);
+    EXPECT_NE(html.find("no depth holds this wall"), std::string::npos);
+}
+
+TEST(SheetOfFailingWalls, ASearchThatStoppedAtItsLimitTellsTheFactorThatStillHeld) {
+    Problem problem = plainCantilever();
+    problem.ProgramMode = Mode::Analysis;
+    problem.FSKind = 1;
+    problem.WallBottomElev = -40; // more than it needs
+    problem.WallModulus = 29e6;
+    problem.WallInertia = 100;
+    const SheetBench bench(problem, WedgeMethod::Sweep, {.largest = 4.99, .ask = {}});
+    ASSERT_EQ(bench.solved.failure.code, FailureCode::FactorDeclined);
+    const CalculationSheet sheet = bench.sheet();
+    EXPECT_NE(sheet.html.find("stopped at its limit: the wall still held at 5.0"), std::string::npos);
+    EXPECT_EQ(sheet.html.find("all agree"), std::string::npos);
+}
+
+TEST(SheetWithoutNotes, SaysThatTheyWereNotWorkedOut) {
+    SheetBench bench(plainCantilever());
+    bench.notes.clear();
+    EXPECT_NE(bench.sheet().html.find("There are no notes."), std::string::npos);
+    bench.notesWorkedOut = false;
+    EXPECT_EQ(bench.sheet().html.find("There are no notes."), std::string::npos);
+    EXPECT_NE(bench.sheet().html.find("not worked out"), std::string::npos);
 }
 
 } // namespace

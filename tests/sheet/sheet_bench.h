@@ -37,8 +37,9 @@ inline Problem readWall(const std::string& file) {
 
 /// `results` may be changed before a sheet is made of them.
 struct SheetBench : SolvedWall {
-    explicit SheetBench(const Problem& told, WedgeMethod wedge = WedgeMethod::Sweep)
-        : SolvedWall(told, {.wedge = wedge, .factorLimit = {}, .keepDetails = true}) {
+    explicit SheetBench(const Problem& told, WedgeMethod wedge = WedgeMethod::Sweep,
+                        const FactorLimit& limit = {})
+        : SolvedWall(told, {.wedge = wedge, .factorLimit = limit, .keepDetails = true}) {
         notes = notesOnSolution({.problem = problem}, solved, options, second);
     }
 
@@ -50,13 +51,15 @@ struct SheetBench : SolvedWall {
                                  .notes = notes,
                                  .units = units,
                                  .inputName = "wall.dat",
-                                 .moment = {"21-NOVEMBER-2026", "9:05:07"}});
+                                 .moment = {"21-NOVEMBER-2026", "9:05:07"},
+                                 .notesWorkedOut = notesWorkedOut});
     }
 
     bool isSolved() const { return solved.results != nullptr && !solved.failure; }
 
     NoteWorkspace second;
     std::vector<Note> notes;
+    bool notesWorkedOut = true;
 };
 
 /// The checks that fail, a line each.
