@@ -2,11 +2,14 @@
 """The guide's table of all sections against the program: fields, limits, and the shortest words of lines.
 
 Every word of two inputs is replaced by one that fits nowhere; the program then tells the field that it wanted, and
-its limits, which must be those of the table. Lines are read with the table's shortest words and not with shorter ones. A limit that names another field, "the one before" or is that of a place
-in the example stands for a number.
+its limits, which must be those of the table. The same is done with both inputs in metric units, so that a limit that
+belongs to one wall alone does not pass as a number. A limit that names another field is one of that field's numbers,
+"the one before" any number, and the lower of ground and water that of the input. Lines are read with the table's
+shortest words and not with shorter ones.
 
     check_fields.py KORVANE-BATCH ROOT
 """
+import math
 import pathlib
 import re
 import subprocess
@@ -81,14 +84,56 @@ def wrong_words(lines):
     return faults
 
 
+def converted(text):
+    """An input in metric units."""
+    with tempfile.TemporaryDirectory() as folder:
+        path, metric = (pathlib.Path(folder) / name for name in ("wall.dat", "metric.dat"))
+        path.write_text(text, encoding="utf-8")
+        subprocess.run([PROGRAM, "--quiet", "--convert", "si", "-o", str(metric), str(path)], check=True,
+                       capture_output=True)
+        return metric.read_text(encoding="utf-8")
+
+
+def entries_of_water(text):
+    """The lower of ground and water on either side, where the input has water elevations."""
+    water = re.search(r"^WATER ELEV\w* +\S+ +(\S+) +(\S+)", text, re.M)
+    return {} if water is None else {
+        f"the lower of {side} ground and water":
+            min(float(level), float(re.search(rf"^SURFACE {side}\w* +\S+ +\S+ +(\S+)", text, re.M | re.I)[1]))
+        for side, level in zip(("right", "left"), water.groups())}
+
+
+class Told:
+    """The limits of a field in the program's words, and the numbers that words of the guide may stand for there."""
+
+    def __init__(self, limits, numbers):
+        self.limits, self.numbers = limits, numbers
+
+    def fits(self, limit):
+        """True where this is what a limit of the guide says."""
+        names = re.findall(r"`\w+`|the one before|the lower of \w+ ground and water", limit)
+        pattern = re.escape(limit)
+        for name in names:
+            pattern = pattern.replace(re.escape(name), f"({NUMBER})", 1)
+        told = re.fullmatch(pattern, self.limits)
+        return told is not None and all(self.is_one_of(name, float(number))
+                                        for name, number in zip(names, told.groups()))
+
+    def is_one_of(self, name, number):
+        return name == "the one before" or any(math.isclose(number, value, rel_tol=1e-5, abs_tol=1e-9)
+                                               for value in self.numbers.get(name.strip("`"), ()))
+
+
 def told_by_program():
-    """Field to the set of limits in the program's words."""
+    """Field to all that the program tells of it."""
     fields = {}
-    for text in (EXAMPLE, ANALYSIS):
-        lines = text.splitlines()
+    for text in (EXAMPLE, ANALYSIS, converted(EXAMPLE), converted(ANALYSIS)):
+        lines = [line for line in text.splitlines() if not line.startswith("UNITS")]
+        head = text.splitlines()[:1] if text.startswith("UNITS") else []
+        numbers = {name: [value] for name, value in entries_of_water(text).items()}
         for place, line in enumerate(lines):
             for token in range(0 if line[0] in "('" else len(line.split())):
-                told = ask(lines, place, token)
+                told = ask(head + lines, len(head) + place, token)
                 if told is None:
                     sys.exit(f"nothing is told of word {token + 1} of: {line}")
                 field, needed = told
@@ -96,18 +141,10 @@ def told_by_program():
                     letters = re.match(r"a word that begins with (.*)", needed)
                     limits = letters.group(1).replace(" or ", ", ") if letters else \
                         re.sub(r"^a number,? ?", "", needed)
-                    fields.setdefault(field, set()).add(limits or "any")
+                    fields.setdefault(field, []).append(Told(limits or "any", numbers))
+                    if re.fullmatch(NUMBER + r"(E\d+)?", line.split()[token]):
+                        numbers.setdefault(field, []).append(float(line.split()[token]))
     return fields
-
-
-def fits(limits, told):
-    """True where one of the guide's limits is what the program told."""
-    for limit in limits.split("; "):
-        pattern = re.sub(r"`\w+`|the one before", "NUMBER", limit)
-        pattern = re.escape(pattern).replace("NUMBER", NUMBER)
-        if re.fullmatch(pattern, told):
-            return True
-    return False
 
 
 def main():
@@ -118,10 +155,11 @@ def main():
         if field not in guide:
             faults.append(f"the guide's table lacks {field}")
             continue
-        faults += [f"{field}: the program says {told}, the guide {guide[field]}"
-                   for told in program[field] if not fits(guide[field], told)]
-        for limit in guide[field].split("; "):
-            if not any(fits(limit, told) for told in program[field]):
+        limits = guide[field].split("; ")
+        faults += [f"{field}: the program says {words}, the guide {guide[field]}"
+                   for words in sorted({told.limits for told in program[field] if not any(map(told.fits, limits))})]
+        for limit in limits:
+            if not any(told.fits(limit) for told in program[field]):
                 faults.append(f"{field}: nothing shows {limit}")
     faults += [f"the program knows no {field}" for field in guide
                if field not in program and field != "HeadingLines"]

@@ -85,9 +85,12 @@ TEST(Tutorial, OfTheFirstWallEndsAsItSays) {
         EXPECT_TRUE(outcome->text().contains(told)) << outcome->text().toStdString();
     }
     person.expectScreen("CANPLOT", [](QDialog& window) {
-        chooseAction(window, "mnuMoment");
-        keepScreenshot(window, "first-moment");
-        pushButton(window, "cmdDone");
+        for (const auto& [entry, picture] :
+             {std::pair{"mnuPresItem_0", "first-pressures"}, {"mnuMoment", "first-moment"}}) {
+            chooseAction(window, entry);
+            keepScreenshot(window, picture);
+            pushButton(window, "cmdDone");
+        }
         chooseAction(window, "mnuFinished");
     });
     person.choose("mnuViewItem_3");
