@@ -3,7 +3,8 @@
 
 A worked wall stands between `<!-- sheet: INPUT [OPTIONS] -->` and `<!-- end of sheet -->`; INPUT is a file of the
 repository, "this wall" (the code block that follows) or "the wall of PAGE". In it
-- the numbers of a display equation stand next to each other, in their order, in one paragraph of the sheet,
+- the numbers of a display equation stand next to each other, in their order, in one paragraph of the sheet, which
+  is for the same symbol; and its right side, worked out, is its result as far as five digits tell,
 - those of a table's row in their order in one row of a table,
 - those of the text anywhere in the sheet.
 
@@ -16,7 +17,12 @@ import subprocess
 import sys
 import tempfile
 
+import tex
+
 NUMBER = re.compile(r"(?:(?<![\w).°])-)?\d+(?:\.\d+)?(?:E[+-]?\d+)?")
+# Symbols of the sheet that the theory has another name for, since it needs theirs elsewhere.
+ALIASES = {"K_p^full": "K0", "R_25": "RA", "R_30": "RB", "z_0": "y0", "P_a": "P", "P_p": "P", "h": "Δh", "u": "pw",
+           "w_right": "wR", "w_left": "wL", "A": "T", "sigma": "σ", "alpha": "α", "beta": "β"}
 GROUPS = ("p", "tr", "li", "h1", "h2", "h3", "h4", "caption")
 
 
@@ -28,17 +34,19 @@ def numbers(text):
 
 
 class Sheet(html.parser.HTMLParser):
-    """Paragraphs and rows of a sheet, each as its list of numbers."""
+    """Paragraphs and rows of a sheet, each as its list of numbers and the symbol that it is for."""
 
     def __init__(self, text):
         super().__init__()
-        self.groups, self.current, self.skipped = [], "", 0
+        self.groups, self.symbols, self.current, self.skipped = [], [], "", 0
         self.feed(text)
         self.close_group()
         self.all = {number for group in self.groups for number in group}
 
     def close_group(self):
         self.groups.append(numbers(self.current))
+        symbol = re.search(r"([^:=|]*)=", re.sub("[{}]", "", self.current))
+        self.symbols.append(re.sub(r"[\s\u2062]", "", symbol.group(1)) if symbol else "")
         self.current = ""
 
     def handle_starttag(self, tag, attributes):
@@ -58,9 +66,10 @@ class Sheet(html.parser.HTMLParser):
         if not self.skipped:
             self.current += data
 
-    def has_run(self, wanted):
-        return any(wanted == group[k:k + len(wanted)] for group in self.groups
-                   for k in range(len(group) - len(wanted) + 1))
+    def symbols_of_run(self, wanted):
+        """What the paragraphs with these numbers are for."""
+        return {symbol for group, symbol in zip(self.groups, self.symbols)
+                for k in range(len(group) - len(wanted) + 1) if wanted == group[k:k + len(wanted)]}
 
     def has_row(self, wanted):
         def holds(group):
@@ -92,6 +101,21 @@ def solve(program, root, page, marker, section):
         return Sheet((pathlib.Path(folder) / (path.stem + ".html")).read_text(encoding="utf-8"))
 
 
+def equation_fault(equation, sheet):
+    """What is wrong with a display equation of a worked wall; nothing where it is right."""
+    text = " ".join(equation.split())
+    symbols = sheet.symbols_of_run(numbers(equation))
+    if not symbols:
+        return f"no such line: {text}"
+    for name, sides in tex.equations(f"$${equation}$$"):
+        if not {name.replace("_", ""), ALIASES.get(name, "")} & symbols:
+            return f"in the sheet these are numbers of {' '.join(sorted(symbols))}: {text}"
+        formula, result = tex.Formula(sides[0]), tex.Formula(sides[-1])()
+        if abs(formula() - result) > formula.error() + tex.digits_unit(result):
+            return f"the right side is {formula():.6g}: {text}"
+    return None
+
+
 def check(section, sheet):
     """How many pieces of the section were compared, and those that the sheet does not hold."""
     text = re.sub(r"^```\n.*?^```$|`[^`\n]*`", " ", section, flags=re.S | re.M)
@@ -100,8 +124,7 @@ def check(section, sheet):
     rows = re.findall(r"^\|(.*)\|$", text, re.M)
     prose = re.sub(r"^\|.*$|\]\([^)]*\)", " ", text, flags=re.M)
     prose = re.sub(r"\$([^$]*)\$", " ", prose)  # symbols; their values stand outside of them
-    faults = [f"no such line: {' '.join(equation.split())}" for equation in equations
-              if not sheet.has_run(numbers(equation))]
+    faults = [fault for fault in (equation_fault(equation, sheet) for equation in equations) if fault]
     faults += [f"no such row: {row}" for row in rows if not sheet.has_row(numbers(row))]
     words = [number for number in numbers(" ".join(prose.split())) if number not in sheet.all]
     faults += [f"not in the sheet: {number}" for number in words]
