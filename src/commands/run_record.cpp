@@ -67,6 +67,12 @@ bool isOwnFile(const fs::path& path) {
     return isOwnFile(path, found);
 }
 
+/// A folder of this user and no link.
+bool isOwnFolder(const fs::path& path, struct stat& found) {
+    return ::lstat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode) &&
+           found.st_uid == ::geteuid();
+}
+
 enum class Make { No, New };
 
 /// The lock of a record; nothing where a living process has it, where it is not this user's, or
@@ -94,7 +100,7 @@ std::optional<RunClaim> claim(const fs::path& folder, int number, Make make) {
 
 /// What a record tells.
 struct Listing {
-    struct File {
+    struct File { ///< or folder
         unsigned long long device;
         unsigned long long inode;
         std::string name;
@@ -105,12 +111,18 @@ struct Listing {
 
 std::string listingText(const TemporaryFiles& files) {
     std::string text = std::to_string(::getpid()) + "\n";
+    const auto add = [&text](const struct stat& found, const std::string& name) {
+        text +=
+            std::to_string(found.st_dev) + " " + std::to_string(found.st_ino) + " " + name + "\n";
+    };
+    struct stat found {};
     for (const std::string& name : files.ScratchFileList) {
-        struct stat found {};
         if (!name.empty() && isOwnFile(name, found)) {
-            text += std::to_string(found.st_dev) + " " + std::to_string(found.st_ino) + " " + name +
-                    "\n";
+            add(found, name);
         }
+    }
+    if (!files.StudyFolder.empty() && isOwnFolder(files.StudyFolder, found)) {
+        add(found, files.StudyFolder);
     }
     return text;
 }
@@ -161,10 +173,19 @@ void removeAside(const fs::path& folder, long process) {
 
 void sweep(const fs::path& folder, const Listing& dead, const Living& living) {
     for (const auto& file : dead.files) {
+        if (fs::path(file.name).parent_path() != folder || living.files.count(file.name) != 0) {
+            continue;
+        }
         struct stat found {};
-        if (fs::path(file.name).parent_path() == folder && living.files.count(file.name) == 0 &&
-            isOwnFile(file.name, found) && found.st_dev == file.device &&
-            found.st_ino == file.inode) {
+        const bool isFolder = isOwnFolder(file.name, found);
+        if ((!isFolder && !isOwnFile(file.name, found)) || found.st_dev != file.device ||
+            found.st_ino != file.inode) {
+            continue;
+        }
+        if (isFolder) {
+            std::error_code left; // in the way of nothing
+            fs::remove_all(file.name, left);
+        } else {
             removeOwnFile(file.name.c_str());
         }
     }

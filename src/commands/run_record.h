@@ -2,7 +2,8 @@
 //
 // From it a later start clears up behind the dead program and brings back what had been typed.
 // Each program holds a file KORVANE-RUN-n, locked as long as its process lives: the lock, not the
-// number of a process, tells the living from the dead. It lists the temporary files of the program.
+// number of a process, tells the living from the dead. It lists the temporary files of the program
+// and the folder of its study.
 // KORVANE-RECOVERY-n.txt beside it is the recovery copy.
 #pragma once
 
@@ -72,8 +73,9 @@ struct DeadRun {
 };
 
 /// Sweeps what dead programs of this user have left in a folder: their temporary files, those set
-/// aside, and their records. What is not this user's, has another content than it was listed with
-/// or belongs to a living program stays, as do rescue files. Recovery copies are claimed.
+/// aside, the folders of their studies, and their records. What is not this user's, has another
+/// content than it was listed with or belongs to a living program stays, as do rescue files.
+/// Recovery copies are claimed.
 std::vector<DeadRun> claimDeadRuns(const std::filesystem::path& temporaryFolder);
 
 } // namespace korvane

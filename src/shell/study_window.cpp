@@ -3,6 +3,7 @@
 #include "commands/command_scope.h"
 #include "commands/files.h"
 #include "commands/problem_name.h"
+#include "commands/recovery.h"
 #include "problem/input_writer.h"
 #include "problem/save_losses.h"
 #include "runtime/file_text.h"
@@ -83,6 +84,7 @@ StudyWindow::StudyWindow(ScreenContext& context)
       folder_(QDir(shownText(session().files.TempFolder)).filePath("korvane-study-XXXXXX")),
       seconds_(measured()), losses_(lossesText(problem())) {
     session().files.StudyFolder = bytesOf(folder_.isValid() ? folder_.path() : QString());
+    listTemporaryFiles(session());
     createMenus();
     createContent();
     connect(&process_, &StudyProcess::progressed, this, &StudyWindow::progressed);

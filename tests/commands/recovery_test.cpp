@@ -159,6 +159,34 @@ TEST(DeadRuns, AnotherFileUnderAListedNameStays) {
     EXPECT_FALSE(fs::exists(folder.path() / "TEMP0.ooo"));
 }
 
+TEST(DeadRuns, FoldersOfTheirStudiesGoAndOthersStay) {
+    const TemporaryFolder folder;
+    const auto study = [&](const char* name) {
+        const fs::path place = folder.path() / name;
+        fs::create_directories(place / "results");
+        writeFile(place / "results" / "results.sqlite", "rows");
+        fs::create_directory_symlink(folder.path() / "mine", place / "link");
+        auto* files = new TemporaryFiles; // never ended: the process is killed
+        files->StudyFolder = place.string();
+        (new RunRecord(folder.path()))->list(*files);
+    };
+    fs::create_directory(folder.path() / "mine");
+    writeFile(folder.path() / "mine" / "notes.txt", "mine");
+    fs::create_directory(folder.path() / "korvane-study-dEfGhI"); // nobody's
+    Process dead([&] { study("korvane-study-aaaaaa"); });
+    Process replaced([&] { study("korvane-study-bbbbbb"); });
+    Process living([&] { study("korvane-study-cccccc"); });
+    dead.kill();
+    replaced.kill();
+    fs::rename(folder.path() / "korvane-study-bbbbbb", folder.path() / "held");
+    fs::create_directory(folder.path() / "korvane-study-bbbbbb"); // another of the same name
+    EXPECT_TRUE(claimDeadRuns(folder.path()).empty());
+    EXPECT_EQ(namesIn(folder.path()),
+              (Names{"KORVANE-RUN-2", "mine", "held", "korvane-study-bbbbbb",
+                     "korvane-study-cccccc", "korvane-study-dEfGhI"}));
+    EXPECT_EQ(readFile(folder.path() / "mine" / "notes.txt"), "mine");
+}
+
 TEST(DeadRuns, ARecordWithoutCopyAndFilesSetAsideGo) {
     const TemporaryFolder folder;
     Process dead([&] {

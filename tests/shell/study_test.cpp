@@ -221,6 +221,19 @@ TEST(StudyWindow, LeavesNoFolderWhereASignalEndsTheProgram) {
     EXPECT_EQ(person.session().files.StudyFolder, "");
 }
 
+TEST(StudyWindow, ListsItsFolderForTheNextStartShouldTheProgramDie) {
+    const StandIn program("exit 0");
+    Person person;
+    person.open(examplePath("anchored-sand"));
+    askStudy(person, [&](QDialog& window) {
+        const std::string folder = person.session().files.StudyFolder;
+        EXPECT_TRUE(std::filesystem::is_directory(folder));
+        EXPECT_THAT(readFile(person.temporary.path() / "KORVANE-RUN-0"),
+                    HasSubstr(" " + folder + "\n"));
+        window.close();
+    });
+}
+
 // ---- keys and names -----------------------------------------------------------------------------
 
 TEST(StudyWindow, HasALetterOfItsOwnForEachControlAndANameForEachTable) {
