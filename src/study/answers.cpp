@@ -65,12 +65,14 @@ void answerTornado(std::vector<std::string>& answers, const FinishedStudy& finis
         const Swing& most = swings.front();
         const Variable& variable = study.variables[most.variable];
         const OutputColumn& column = study.outputs[output];
-        answers.push_back(column.name + " moves most with " + variable.name + ": " +
-                          toldWithUnit(most.low, column, study.units) + " at " +
-                          toldWithUnit(most.lowNumber, variable, study.units) + ", " +
-                          toldWithUnit(most.high, column, study.units) + " at " +
-                          toldWithUnit(most.highNumber, variable, study.units) + "; the base has " +
-                          toldWithUnit(finished.baseOutputs[output], column, study.units) + ".");
+        const auto text = [&](double value) {
+            return std::isfinite(value) ? toldWithUnit(value, column, study.units) : "no solution";
+        };
+        answers.push_back(
+            column.name + " moves most with " + variable.name + ": " + text(most.low) + " at " +
+            toldWithUnit(most.lowNumber, variable, study.units) + ", " + text(most.high) + " at " +
+            toldWithUnit(most.highNumber, variable, study.units) + "; the base has " +
+            text(most.base) + ".");
     }
 }
 

@@ -26,8 +26,9 @@ struct Swing {
     double highNumber = 0;
     double low = 0; ///< NaN where the wall has no solution
     double high = 0;
+    double base = 0; ///< of the wall as it is
 
-    double size() const; ///< 0 where one of them is missing
+    double size() const;
 };
 
 /// Of a study with one variable at a time: the swings of an output, the largest first.

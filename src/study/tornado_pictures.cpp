@@ -3,6 +3,7 @@
 
 #include "study/chart.h"
 #include "study/plan.h"
+#include "survey/answer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,7 +26,7 @@ constexpr int MostTicks = 7;
 constexpr double NumberRoom = 0.05; // share of the axis, at each end for the numbers of variables
 
 /// The drawing of one output.
-struct Tornado {
+struct TornadoChart {
     const FinishedStudy& finished;
     const OutputColumn& column;
     std::vector<Swing> swings;
@@ -39,7 +40,7 @@ struct Tornado {
     double height() const { return static_cast<double>(swings.size()) * RowHeight; }
 };
 
-void span(Tornado& tornado) {
+void span(TornadoChart& tornado) {
     std::vector<double> numbers{tornado.base};
     for (const Swing& swing : tornado.swings) {
         numbers.insert(numbers.end(), {swing.low, swing.high});
@@ -50,7 +51,7 @@ void span(Tornado& tornado) {
     tornado.high = axis.high + room;
 }
 
-void drawAxis(Tornado& tornado) {
+void drawAxis(TornadoChart& tornado) {
     for (const double tick : roundTicks(tornado.low, tornado.high, MostTicks)) {
         const double x = tornado.x(tick);
         tornado.svg.line({x, 0}, {x, tornado.height()}, "grid");
@@ -74,7 +75,8 @@ void drawAxis(Tornado& tornado) {
 
 /// A bar from the base to one end, with the number of the variable behind it. Of two bars on the
 /// same side of the base each has half of the row.
-void drawEnd(Tornado& tornado, double end, double number, double top, double bottom, bool isHigh) {
+void drawEnd(TornadoChart& tornado, double end, double number, double top, double bottom,
+             bool isHigh) {
     const double from = tornado.x(tornado.base);
     const double to = tornado.x(end);
     tornado.svg.polygon({{from, top}, {to, top}, {to, bottom}, {from, bottom}},
@@ -92,7 +94,7 @@ void drawEnd(Tornado& tornado, double end, double number, double top, double bot
          "over"});
 }
 
-void drawRow(Tornado& tornado, std::size_t row) {
+void drawRow(TornadoChart& tornado, std::size_t row) {
     const Swing& swing = tornado.swings[row];
     const Variable& variable = tornado.finished.study.variables[swing.variable];
     const double middle = (static_cast<double>(row) + 0.5) * RowHeight;
@@ -125,10 +127,10 @@ void drawRow(Tornado& tornado, std::size_t row) {
 
 Picture pictureOf(const FinishedStudy& finished, std::size_t output) {
     const OutputColumn& column = finished.study.outputs[output];
-    Tornado tornado{.finished = finished,
-                    .column = column,
-                    .swings = swingsOf(finished, output),
-                    .base = finished.baseOutputs[output]};
+    TornadoChart tornado{.finished = finished,
+                         .column = column,
+                         .swings = swingsOf(finished, output),
+                         .base = finished.baseOutputs[output]};
     span(tornado);
     if (!std::isfinite(tornado.base)) {
         tornado.base = tornado.low; // a base without a solution: bars from the edge
@@ -149,15 +151,14 @@ Picture pictureOf(const FinishedStudy& finished, std::size_t output) {
 } // namespace
 
 double Swing::size() const {
-    const double size = std::abs(high - low);
-    return std::isfinite(size) ? size : 0;
+    return swingOf(base, low, high);
 }
 
 std::vector<Swing> swingsOf(const FinishedStudy& finished, std::size_t output) {
     const Study& study = finished.study;
     std::vector<Swing> swings;
     for (std::size_t n = 0; n < study.variables.size(); ++n) {
-        Swing swing{n, None, None, None, None};
+        Swing swing{n, None, None, None, None, finished.baseOutputs[output]};
         const auto rowOf = [&](std::size_t id, double& number, double& result) {
             finished.store.query("SELECT " + quoted(study.variables[n].name) + ", " +
                                      quoted(study.outputs[output].name) +

@@ -53,7 +53,7 @@ std::string tabbedText(const TextTable& table) {
 
 // ---- tornado ------------------------------------------------------------------------------------
 
-double TornadoBar::swing(double base) const {
+double swingOf(double base, double low, double high) {
     double least = std::numeric_limits<double>::infinity();
     double most = -least;
     for (const double value : {base, low, high}) {

@@ -27,7 +27,11 @@ struct SizedFigure {
     double height = 0;
 };
 
-/// How far one variable alone moves an output.
+/// How far one variable alone moves an output: the widest way between its values at the low and at
+/// the high number and that of the wall as it is, NaN where there is no solution.
+double swingOf(double base, double low, double high);
+
+/// One variable alone at its ends.
 struct TornadoBar {
     std::string title;
     std::string lowText; ///< its number with unit
@@ -37,8 +41,7 @@ struct TornadoBar {
     std::string lowReason; ///< why it has none
     std::string highReason;
 
-    /// The widest way between the outputs at hand, that of the wall itself included.
-    double swing(double base) const;
+    double swing(double base) const { return swingOf(base, low, high); }
 };
 
 struct Tornado {
