@@ -421,8 +421,8 @@ void writeFormulas(SheetWriter& writer, const FinishedStudy& finished) {
         writer.paragraph("Intervals are those of independent draws: of a Latin hypercube they are "
                          "upper bounds.");
     } else if (!haveIntervals(study)) {
-        writer.paragraph("One Sobol’ sequence tells nothing of its own error: means, quantiles and "
-                         "probabilities have no intervals.");
+        writer.paragraph("One Sobol’ sequence tells nothing of its own error: means, quantiles, "
+                         "probabilities and indices have no intervals.");
     }
 }
 

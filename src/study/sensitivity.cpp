@@ -1,6 +1,7 @@
 #include "study/sensitivity.h"
 
 #include "study/draws.h"
+#include "study/statistics.h"
 
 #include <openturns/Interval.hxx>
 #include <openturns/SaltelliSensitivityAlgorithm.hxx>
@@ -69,7 +70,13 @@ SobolIndices sobolIndices(const std::vector<std::vector<double>>& blocks) {
 }
 
 void addSensitivity(std::vector<Statistic>& all, const Study& study, const Store& store) {
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
     const Draws draws(study);
+    const bool has = haveIntervals(study);
+    const auto add = [&](const std::string& output, const std::string& name,
+                         const SobolIndex& index) {
+        all.push_back({output, name, index.value, has ? index.low : none, has ? index.high : none});
+    };
     for (const OutputColumn& output : study.outputs) {
         const auto blocks = blocksOf(store, output.name, draws.dimension() + 2);
         const auto [least, largest] =
@@ -77,16 +84,13 @@ void addSensitivity(std::vector<Statistic>& all, const Study& study, const Store
         if (blocks.front().size() < 2 || *least == *largest) {
             continue; // nothing varies
         }
-        all.push_back({output.name, "points", static_cast<double>(blocks.front().size()),
-                       std::numeric_limits<double>::quiet_NaN(),
-                       std::numeric_limits<double>::quiet_NaN()});
+        all.push_back(
+            {output.name, "points", static_cast<double>(blocks.front().size()), none, none});
         const SobolIndices indices = sobolIndices(blocks);
         for (std::size_t i = 0; i < draws.dimension(); ++i) {
             const std::string& name = study.variables[draws.variableOf(i)].name;
-            const SobolIndex& first = indices.first[i];
-            const SobolIndex& total = indices.total[i];
-            all.push_back({output.name, "first-order " + name, first.value, first.low, first.high});
-            all.push_back({output.name, "total " + name, total.value, total.low, total.high});
+            add(output.name, "first-order " + name, indices.first[i]);
+            add(output.name, "total " + name, indices.total[i]);
         }
     }
 }

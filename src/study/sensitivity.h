@@ -7,7 +7,7 @@
 
 namespace korvane::study {
 
-/// An index with its interval of 95 %.
+/// An index with its interval of 95 %, which is that of independent draws.
 struct SobolIndex {
     double value = 0;
     double low = 0;
@@ -24,6 +24,7 @@ struct SobolIndices {
 SobolIndices sobolIndices(const std::vector<std::vector<double>>& blocks);
 
 /// Indices of every output; points at which a wall has no solution are left out with their blocks.
+/// Without intervals where the sample has none to tell.
 void addSensitivity(std::vector<Statistic>& all, const Study& study, const Store& store);
 
 } // namespace korvane::study

@@ -51,6 +51,26 @@ TEST(SamplingError, OfSobolPointsNothingIsTold) {
     }
 }
 
+TEST(SamplingError, OfSobolPointsIndicesHaveNoIntervals) {
+    for (const std::string design : {"monte-carlo", "latin-hypercube", "sobol"}) {
+        const StudyDesk desk;
+        desk.runStudy(
+            head("sensitivity",
+                 "size = 128\noutputs = \"penetration\"\ndesign = \"" + design + "\"") +
+                friction("distribution = \"Normal(32, 2)\"") +
+                variable("factor", "fields = \"FSPassive\"\ndistribution = \"Uniform(1, 1.5)\""),
+            "o");
+        const auto rows = desk.rows("o", "SELECT low IS NULL, high IS NULL FROM statistics WHERE "
+                                         "name LIKE 'first-order %' OR name LIKE 'total %'");
+        const std::string none = design == "sobol" ? "1" : "0";
+        EXPECT_EQ(rows, (std::vector<TextRow>(4, {none, none}))) << design;
+        ASSERT_EQ(StudyDesk::run({"report", desk.file("o")}).status, 0);
+        EXPECT_EQ(desk.read("o/report.html").find("and indices have no intervals") ==
+                      std::string::npos,
+                  design != "sobol");
+    }
+}
+
 TEST(SamplingError, OutputsOfAFragilityAreTheirOwnAtEachValue) {
     const StudyDesk desk;
     desk.runStudy(head("fragility", "size = 50\nalong = \"factor\"\noutputs = \"penetration\"") +
