@@ -124,13 +124,36 @@ class ProgressLine {
     bool told_ = false;
 };
 
+/// Of a limit state that gets no design point, whatever is run: why. Empty of others.
+std::string alternativesFault(const Study& study, const LimitState& limit) {
+    return study.method == Method::Reliability && hasTooManyAlternatives(study, limit)
+               ? "has more than " + std::to_string(Condition::MostAlternatives) +
+                     " alternatives joined by and and or, so that no design point is looked for"
+               : "";
+}
+
+/// What the algorithm cannot do without.
+std::string designPointFaults(const Study& study) {
+    std::string faults;
+    for (const LimitState& limit : study.limits) {
+        const std::string fault = alternativesFault(study, limit);
+        if (!fault.empty() && study.algorithm != Algorithm::MonteCarlo) {
+            faults += study.file + ":" + std::to_string(limit.line) + ": limit " + limit.name +
+                      " " + fault + ": only algorithm = \"monte-carlo\" can work it out\n";
+        }
+    }
+    return faults;
+}
+
 std::optional<Study> studyOf(const Arguments& arguments, std::ostream& errors) {
     try {
         ReadStudy read = readStudy(arguments.study);
-        if (read.fault.empty()) {
+        const std::string faults =
+            read.fault.empty() ? designPointFaults(read.study) : read.fault + "\n";
+        if (faults.empty()) {
             return std::move(read.study);
         }
-        errors << read.fault << "\n";
+        errors << faults;
     } catch (const RuntimeError& fault) {
         errors << "korvane-study: " << arguments.study << ": " << fault.what() << "\n";
     }
@@ -310,6 +333,9 @@ int check(const Arguments& arguments, std::ostream& out, std::ostream& errors) {
     tellQuestions(out, *study);
     for (const LimitState& limit : study->limits) {
         out << "  limit " << limit.name << ": " << limit.text << "\n";
+        if (const std::string fault = alternativesFault(*study, limit); !fault.empty()) {
+            out << "    line " << limit.line << ": it " << fault << "\n";
+        }
         if (limit.condition.asksDesign()) {
             out << "    the bottom of the design at factor 1 is held against the wall's: an "
                    "analysis finds its factor of safety to 0.1 FT of the bottom only\n";

@@ -72,6 +72,7 @@ struct LimitState {
     std::string text;
     Condition condition;
     bool noSolutionFails = true; ///< a wall without a solution has reached the state
+    int line = 0;                ///< of the state, in the study file
 
     /// Whether a variant has reached it.
     bool reached(const LimitValues& values) const;

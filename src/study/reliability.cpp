@@ -260,6 +260,10 @@ std::vector<Normals> bordersOf(Walls& walls, bool opposite, FirstOrder& result) 
     }
     std::vector<Normals> points;
     for (const std::vector<Condition>& comparisons : alternatives) {
+        if (walls.isStopped()) {
+            result.fault = "stopped";
+            break;
+        }
         const Margins margins(walls, comparisons, opposite);
         std::vector<Normals> found;
         const OT::Point start(walls.draws.dimension(), 0.1);
@@ -267,7 +271,9 @@ std::vector<Normals> bordersOf(Walls& walls, bool opposite, FirstOrder& result) 
         // From the other side as well: abs(x) > 3 has a border on both.
         const OT::Point mirrored =
             found.empty() ? start : OT::Point(found[0].begin(), found[0].end());
-        addPoint(found, margins, walls, mirrored * -1);
+        if (!walls.isStopped()) {
+            addPoint(found, margins, walls, mirrored * -1);
+        }
         if (found.empty()) {
             ++result.missed;
             result.fault = result.fault.empty() ? fault : result.fault;
@@ -280,6 +286,16 @@ std::vector<Normals> bordersOf(Walls& walls, bool opposite, FirstOrder& result) 
 }
 
 } // namespace
+
+bool hasTooManyAlternatives(const Study& study, const LimitState& limit) {
+    const bool state = limit.condition.alternatives(false).empty();
+    const bool opposite = limit.condition.alternatives(true).empty();
+    if (state == opposite) {
+        return state;
+    }
+    Walls walls(study, limit, {});
+    return limit.reached(walls.at(Normals(walls.draws.dimension(), 0))) ? opposite : state;
+}
 
 FirstOrder firstOrder(const Study& study, const LimitState& limit,
                       const std::function<bool()>& stop) {

@@ -35,6 +35,10 @@ struct FirstOrder {
 FirstOrder firstOrder(const Study& study, const LimitState& limit,
                       const std::function<bool()>& stop = {});
 
+/// Whether the state, or its opposite where the median has reached it, has more alternatives than
+/// are searched, so that it gets no design point.
+bool hasTooManyAlternatives(const Study& study, const LimitState& limit);
+
 /// Of all limit states.
 std::vector<FirstOrder> firstOrders(const Study& study, const std::function<bool()>& stop = {});
 

@@ -353,6 +353,7 @@ class StudyReader {
         }
         names_.push_back(limit.name);
         limit.text = entry.requiredText("state");
+        limit.line = entry.line("state");
         limit.noSolutionFails = entry.choice("noSolution", {"fails", "safe"}, 0) == 0;
         std::vector<std::string> variables;
         for (const Variable& variable : study_.variables) {

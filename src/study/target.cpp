@@ -67,12 +67,15 @@ class Search {
 
 /// The first two solved neighbours among the values with the target between them, or one that has
 /// it; empty where there are none.
-std::vector<End> bracket(const Study& study, Search& search) {
+std::vector<End> bracket(const Study& study, Search& search, const std::function<bool()>& stop) {
     std::vector<double> values = study.variables.front().values;
     std::sort(values.begin(), values.end());
     const double target = study.target->value;
     std::vector<End> before;
     for (const double number : values) {
+        if (stop && stop()) {
+            break;
+        }
         const End end = search.at(number);
         if (std::isnan(end.output)) {
             continue;
@@ -113,7 +116,7 @@ bool areNeighbours(const End& low, const End& high) {
 TargetFound findTarget(const Study& study, const std::function<bool()>& stop) {
     TargetFound found;
     Search search(study, found);
-    const std::vector<End> ends = bracket(study, search);
+    const std::vector<End> ends = bracket(study, search, stop);
     if (ends.empty()) {
         found.fault =
             search.unsolved().empty()
