@@ -25,6 +25,7 @@ namespace korvane::study::test {
 
 using testing::AnyOf;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace {
 
@@ -299,6 +300,49 @@ TEST(Folder, AFullDiskInTheCollectionLeavesTheParts) {
     }
     EXPECT_EQ(StudyDesk::run({"collect", desk.file("o")}).status, StatusDone);
     EXPECT_EQ(desk.variants("o"), wholeRows(text));
+}
+
+TEST(Folder, AFullDiskInTheStatisticsLeavesTheRows) {
+    // Statistics of 13 values need pages of their own, behind those of the rows.
+    const std::string text =
+        head("fragility", "size = 20\noutputs = \"penetration\"\nalong = \"factor\"") +
+        friction("distribution = \"Normal(32, 2)\"") +
+        variable("factor", "fields = \"FSPassive\"\nrange = [1, 1.6, 0.05]") +
+        limit("deep", "penetration > 14");
+    const std::string statistics = "SELECT * FROM statistics ORDER BY rowid";
+    const StudyDesk whole;
+    whole.runStudy(text, "o");
+    constexpr std::uintmax_t Page = 4096;
+    const auto room = static_cast<rlim_t>(fs::file_size(whole.file("o/results.sqlite")) - Page);
+    const auto expectRefused = [&](const StudyDesk& desk, const std::vector<std::string>& command,
+                                   const std::string& file) {
+        const korvane::test::SmallDisk disk(room);
+        const CommandRun run = StudyDesk::run(command);
+        EXPECT_EQ(run.status, StatusFault);
+        EXPECT_THAT(run.err, StartsWith("korvane-study: " + desk.file(file) + ": "));
+    };
+    const auto expectWhole = [&](const StudyDesk& desk, const std::vector<std::string>& command) {
+        const CommandRun run = StudyDesk::run(command);
+        EXPECT_EQ(run.status, StatusDone) << run.err;
+        EXPECT_EQ(desk.variants("o"), whole.variants("o"));
+        EXPECT_EQ(desk.rows("o", statistics), whole.rows("o", statistics));
+    };
+
+    const StudyDesk desk;
+    desk.write("s.toml", text);
+    expectRefused(desk, words(desk, "s.toml", "o"), "o/results.sqlite");
+    EXPECT_EQ(desk.variants("o"), whole.variants("o"));
+    EXPECT_TRUE(desk.rows("o", statistics).empty());
+    expectWhole(desk, words(desk, "s.toml", "o"));
+
+    const StudyDesk parts;
+    for (const char* part : {"1/2", "2/2"}) {
+        parts.runStudy(text, "o", {"--part", part});
+    }
+    const std::vector<std::string> collect{"collect", parts.file("o"), "--quiet"};
+    expectRefused(parts, collect, "o/collecting.sqlite");
+    EXPECT_FALSE(fs::exists(parts.file("o/results.sqlite")));
+    expectWhole(parts, collect);
 }
 
 } // namespace korvane::study::test

@@ -1,11 +1,11 @@
 // Probabilities against closed forms and inversions.
 #include "study_desk.h"
 
+#include "study/command_line.h"
 #include "study/design_depth.h"
 #include "study/evaluation.h"
 #include "study/plan.h"
 #include "study/reliability.h"
-#include "study/sensitivity.h"
 #include "study/statistics.h"
 #include "study/target.h"
 
@@ -13,11 +13,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <functional>
 
 namespace korvane::study::test {
 
 using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
 
 namespace {
 
@@ -51,11 +54,11 @@ double depthAt(const Study& study, double friction) {
 
 /// How many of 100 seeds have the probability in the interval of a statistic.
 int covered(const std::string& start, const std::string& rest, const std::string& name,
-            double probability) {
+            double probability, const std::string& method = "reliability") {
     int count = 0;
     for (int seed = 1; seed <= 100; ++seed) {
         const StudyDesk desk;
-        desk.runStudy(head("reliability", start + "seed = " + std::to_string(seed)) + rest, "o");
+        desk.runStudy(head(method, start + "seed = " + std::to_string(seed)) + rest, "o");
         const double low = desk.statistic("o", "fails", name, "low");
         const double high = desk.statistic("o", "fails", name, "high");
         count += low <= probability && probability <= high ? 1 : 0;
@@ -190,6 +193,48 @@ TEST(FirstOrder, TooManyAlternativesAreTold) {
     }
     const Study study = studyOf(head("reliability") + X + Y + limit("fails", state));
     EXPECT_THAT(firstOrder(study, study.limits[0]).fault, HasSubstr("more than 64 alternatives"));
+
+    // Before anything is run: the medians have not reached the state, which has 2^8 alternatives.
+    const StudyDesk desk;
+    const std::string rest = X + Y + limit("easy", "x > 1") + limit("branched", state);
+    const std::string file = desk.write("s.toml", head("reliability") + rest);
+    const std::string told = file + ":17: limit branched has more than 64 alternatives";
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"check", file}, {"run", file, "--output", desk.file("o")}}) {
+        const CommandRun refused = StudyDesk::run(command);
+        EXPECT_EQ(refused.status, StatusUsage);
+        EXPECT_THAT(refused.err, StartsWith(told));
+        EXPECT_THAT(refused.err, Not(HasSubstr("easy")));
+    }
+    EXPECT_FALSE(std::filesystem::exists(desk.file("o")));
+    // A sample needs no design point, and the opposite has 8 alternatives.
+    const auto checked = [&](const std::string& text) {
+        const CommandRun run = StudyDesk::run({"check", desk.write("t.toml", text)});
+        EXPECT_EQ(run.status, StatusDone) << run.err;
+        return run.out;
+    };
+    const std::string sampled = "algorithm = \"monte-carlo\"\nsize = 10";
+    EXPECT_THAT(checked(head("reliability", sampled) + rest),
+                HasSubstr("line 18: it has more than 64 alternatives"));
+    const std::string high = "distribution = \"Normal(20, 1)\"";
+    EXPECT_THAT(checked(head("reliability") + variable("x", high) + variable("y", high) +
+                        limit("branched", state)),
+                Not(HasSubstr("alternatives joined")));
+}
+
+TEST(FirstOrder, AStopEndsTheSearchAtOnce) {
+    const Study study = studyOf(head("reliability") + Resistance + Load +
+                                limit("fails", "s > r or s > 8 or s > 9 or s > r + 1"));
+    const std::uint64_t whole = firstOrder(study, study.limits[0]).solutions;
+    for (const int wall : {0, 1, 20}) {
+        int asked = 0;
+        const FirstOrder found =
+            firstOrder(study, study.limits[0], [&] { return asked++ >= wall; });
+        EXPECT_NE(found.fault, "") << wall;
+        EXPECT_TRUE(found.points.empty()) << wall;
+        EXPECT_LT(found.solutions, static_cast<std::uint64_t>(wall) + 15) << whole;
+    }
+    EXPECT_GT(whole, 200U);
 }
 
 TEST(FirstOrder, BetaIsNegativeWhereTheMedianHasReachedTheState) {
@@ -270,6 +315,19 @@ TEST(MonteCarlo, IntervalsCoverTheClosedFormIn95Of100Seeds) {
                               "probability", probability);
     // At least 95 are expected of a binomial number of deviation 2.2; below 88 is one in 1000.
     EXPECT_GE(count, 88);
+}
+
+TEST(MonteCarlo, IntervalsOfAWallCoverTheInversionIn95Of100Seeds) {
+    const std::string rest =
+        friction("distribution = \"Normal(32, 2)\"") + limit("fails", "penetration > 14.5");
+    const Study study = studyOf(head("sample", "size = 1") + rest);
+    const double angle = rootOf(20, 45, [&](double phi) { return depthAt(study, phi) - 14.5; });
+    const double probability = phi((angle - 32) / 2);
+    EXPECT_GT(probability, 0.05);
+    EXPECT_LT(probability, 0.95);
+    EXPECT_GE(covered("outputs = \"penetration\"\nsize = 200\n", rest, "probability", probability,
+                      "sample"),
+              88);
 }
 
 TEST(ImportanceSampling, IntervalsCoverTheClosedFormIn95Of100Seeds) {
@@ -390,54 +448,6 @@ TEST(ImportanceSampling, AFewHitsHaveNoInterval) {
     EXPECT_EQ(rows, (std::vector<TextRow>{{"NULL", "NULL"}}));
 }
 
-TEST(Sensitivity, IndicesOfTheIshigamiFunctionAreItsClosedForms) {
-    // sin x1 + a sin^2 x2 + b x3^4 sin x1 over -pi to pi (T. Ishigami and T. Homma, 1990).
-    constexpr double a = 7;
-    constexpr double b = 0.1;
-    const double p4 = std::pow(Pi, 4);
-    const double v1 = 0.5 * std::pow(1 + b * p4 / 5, 2);
-    const double v2 = a * a / 8;
-    const double v13 = b * b * p4 * p4 * (1.0 / 18 - 1.0 / 50);
-    const double v = v1 + v2 + v13;
-    const std::array<double, 3> first{v1 / v, v2 / v, 0};
-    const std::array<double, 3> total{(v1 + v13) / v, v2 / v, v13 / v};
-
-    const Sample sample{Design::Sobol, 1, 16384};
-    std::vector<std::vector<double>> blocks(5);
-    for (std::uint64_t n = 0; n < sample.size; ++n) {
-        for (std::size_t block = 0; block < blocks.size(); ++block) {
-            std::array<double, 3> x{};
-            for (int i = 0; i < 3; ++i) {
-                const bool second = block == 1 || static_cast<int>(block) == i + 2;
-                x.at(static_cast<std::size_t>(i)) = Pi * (2 * sample.at(n, second ? i + 3 : i) - 1);
-            }
-            blocks[block].push_back(std::sin(x[0]) + a * std::pow(std::sin(x[1]), 2) +
-                                    b * std::pow(x[2], 4) * std::sin(x[0]));
-        }
-    }
-    const SobolIndices indices = sobolIndices(blocks);
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_NEAR(indices.first[i].value, first.at(i), 0.02) << i;
-        EXPECT_NEAR(indices.total[i].value, total.at(i), 0.02) << i;
-        EXPECT_LE(indices.first[i].low, first.at(i)) << i;
-        EXPECT_GE(indices.first[i].high, first.at(i)) << i;
-    }
-}
-
-TEST(Sensitivity, OneVariableAloneExplainsEverything) {
-    const StudyDesk desk;
-    desk.runStudy(head("sensitivity", "design = \"sobol\"\nsize = 512\noutputs = \"penetration\"") +
-                      friction("distribution = \"Normal(32, 2)\"") +
-                      variable("unused", "distribution = \"Normal(0, 1)\""),
-                  "o");
-    EXPECT_EQ(desk.number("o", "SELECT count(*) FROM variants"), 512 * 4);
-    EXPECT_NEAR(desk.statistic("o", "penetration", "first-order friction"), 1, 0.05);
-    EXPECT_NEAR(desk.statistic("o", "penetration", "total friction"), 1, 0.05);
-    EXPECT_NEAR(desk.statistic("o", "penetration", "total unused"), 0, 0.01);
-    EXPECT_EQ(desk.statistic("o", "penetration", "points"), 512);
-    EXPECT_EQ(desk.statistic("o", "penetration", "count"), 512);
-}
-
 TEST(Target, SolvingWithTheNumberFoundGivesTheTarget) {
     for (const double value : {12.5, 14.0, 18.0}) {
         const Study study =
@@ -447,6 +457,18 @@ TEST(Target, SolvingWithTheNumberFoundGivesTheTarget) {
         ASSERT_EQ(found.fault, "");
         EXPECT_NEAR(depthAt(study, found.number), value, 0.01);
         EXPECT_EQ(depthAt(study, found.number), found.output);
+    }
+}
+
+TEST(Target, AStopEndsTheSearchAtOnce) {
+    const Study study = studyOf(head("target") + friction("range = [24, 40, 0.25]") +
+                                "[target]\noutput = \"penetration\"\nvalue = 13.123\n");
+    const std::size_t whole = findTarget(study).rows.size();
+    EXPECT_GT(whole, 50U);
+    for (const std::size_t wall : {0U, 1U, 10U, 50U}) { // among the values, in the halving
+        std::size_t asked = 0;
+        const TargetFound found = findTarget(study, [&] { return asked++ >= wall; });
+        EXPECT_EQ(found.rows.size(), wall);
     }
 }
 

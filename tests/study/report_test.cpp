@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <regex>
 
 namespace korvane::study::test {
@@ -100,6 +101,48 @@ TEST(StudyReport, IsWellFormedAndByItselfForEveryMethod) {
     }
 }
 
+TEST(StudyReport, ATornadoHasTheWidestWayFromAnyOfThreeWallsOnTop) {
+    // Water at 16 or 17 FT on both sides moves little between the two and much from the base's 8;
+    // friction has one end without a solution and is far from the base at the other.
+    const StudyDesk desk;
+    const auto ends = [](double low, double high) {
+        return "low = " + std::to_string(low) + "\nhigh = " + std::to_string(high);
+    };
+    desk.runStudy("[study]\nbase = \"anchored-sand.dat\"\nmethod = \"one-at-a-time\"\n"
+                  "outputs = \"penetration\"\n" +
+                      variable("load", "fields = \"AnchorElev\"\n" + ends(15.5, 15.6)) +
+                      variable("water", "fields = \"WaterElev.*\"\n" + ends(16, 17)) +
+                      variable("friction", "fields = \"SoilFriction.*.1\"\n" + ends(36, 95)),
+                  "o");
+    report(desk, "o");
+    const nlohmann::json told = summary(desk, "o");
+    std::map<std::string, double> swings;
+    std::vector<std::string> order;
+    for (const nlohmann::json& bar : told["tornado"]) {
+        if (bar["output"] != "penetration_free") {
+            continue;
+        }
+        std::vector<double> three{told["outputs"][0]["base"].get<double>()};
+        for (const char* end : {"low", "high"}) {
+            if (!bar[end].is_null()) {
+                three.push_back(bar[end].get<double>());
+            }
+        }
+        order.push_back(bar["variable"]);
+        swings[order.back()] = *std::max_element(three.begin(), three.end()) -
+                               *std::min_element(three.begin(), three.end());
+        EXPECT_EQ(three.size(), order.back() == "friction" ? 2U : 3U);
+    }
+    ASSERT_EQ(order.size(), 3U);
+    EXPECT_EQ(order[2], "load");
+    EXPECT_GT(swings["friction"], 1);
+    EXPECT_GT(swings["water"], 1);
+    EXPECT_GE(swings[order[0]], swings[order[1]]);
+    const std::string answer = answersOf(FinishedStudy(desk.file("o"))).at(0);
+    EXPECT_THAT(answer, HasSubstr("moves most with " + order[0]));
+    EXPECT_EQ(answer.find(", no solution at 95") != std::string::npos, order[0] == "friction");
+}
+
 TEST(StudyReport, SameRowsGiveSameBytes) {
     const EnvironmentVariable moment("SOURCE_DATE_EPOCH", "1790000000");
     const std::string text = head("sample", "size = 300") + randomFriction() + deep();
@@ -111,6 +154,22 @@ TEST(StudyReport, SameRowsGiveSameBytes) {
     EXPECT_EQ(report(desk, "one"), html);
     EXPECT_EQ(desk.read("two/summary.json"), desk.read("one/summary.json"));
     EXPECT_THAT(html, HasSubstr("21-SEPTEMBER-2026"));
+}
+
+TEST(StudyReport, HasNothingButItsDateFromTheClock) {
+    const StudyDesk desk;
+    desk.runStudy(head("sample", "size = 50") + randomFriction() + deep(), "o");
+    std::vector<std::string> pages;
+    std::vector<std::string> summaries;
+    for (const char* seconds : {"0", "1790000000"}) {
+        const EnvironmentVariable moment("SOURCE_DATE_EPOCH", seconds);
+        const std::string html = report(desk, "o");
+        EXPECT_THAT(html, HasSubstr(*seconds == '0' ? "1-JANUARY-1970" : "21-SEPTEMBER-2026"));
+        pages.push_back(std::regex_replace(html, std::regex("\\d+-[A-Z]+-\\d{4} [\\d:]+"), "DATE"));
+        summaries.push_back(desk.read("o/summary.json"));
+    }
+    EXPECT_EQ(pages[0], pages[1]);
+    EXPECT_EQ(summaries[0], summaries[1]);
 }
 
 TEST(StudyReport, AWrongMomentIsWrongUsage) {

@@ -351,7 +351,10 @@ TEST(Run, AFolderThatCannotBeMadeIsTold) {
 
 TEST(Run, LocaleAndTimeZoneChangeNothing) {
     const StudyDesk desk;
-    desk.runStudy(sample(300), "plain");
+    // Half an hour before midnight in Greenwich: another day further east.
+    const korvane::test::EnvironmentVariable moment("SOURCE_DATE_EPOCH", "1790033400");
+    desk.runStudy(sample(300), "plain", {"--csv"});
+    ASSERT_EQ(StudyDesk::run({"report", desk.file("plain")}).status, StatusDone);
     // A locale with a decimal comma, made here where the sources of locales are.
     const std::string make =
         "localedef -i de_DE -f UTF-8 '" + desk.file("de_DE.UTF-8") + "' >/dev/null 2>&1";
@@ -363,7 +366,15 @@ TEST(Run, LocaleAndTimeZoneChangeNothing) {
         EXPECT_EQ(std::system(comma.c_str()), 0); // NOLINT: one thread
     }
     const korvane::test::EnvironmentVariable zone("TZ", "Asia/Kathmandu");
-    EXPECT_EQ(waitFor(start(runArguments(desk, "plain.toml", "other"))), 0);
+    auto arguments = runArguments(desk, "plain.toml", "other");
+    arguments.push_back("--csv");
+    EXPECT_EQ(waitFor(start(arguments)), 0);
+    EXPECT_EQ(waitFor(start({"report", desk.file("other")})), 0);
+    for (const char* file : {"/results.csv", "/report.html", "/summary.json"}) {
+        EXPECT_EQ(bytesOf(desk, std::string("other") + file),
+                  bytesOf(desk, std::string("plain") + file))
+            << file;
+    }
     EXPECT_EQ(desk.variants("other"), desk.variants("plain"));
     const std::string all = "SELECT * FROM statistics ORDER BY rowid";
     EXPECT_EQ(desk.rows("other", all), desk.rows("plain", all));
