@@ -15,6 +15,7 @@
 #include <QTabWidget>
 #include <QTextBlock>
 #include <QTextDocument>
+#include <QTextOption>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QUrl>
@@ -90,6 +91,8 @@ QWidget* HelpViewer::createReader() {
     browser_ = new HelpBrowser;
     browser_->setObjectName("helpPage");
     browser_->setOpenLinks(false);
+    // The names of fields in tables stay whole; else the width of a column would split them.
+    browser_->setWordWrapMode(QTextOption::WordWrap);
     connect(browser_, &QTextBrowser::anchorClicked, this,
             [this](const QUrl& link) { follow(link.toString()); });
     keepSelectionVisible(browser_);

@@ -43,8 +43,8 @@ def table():
     """Field to limits, and the shortest words of lines, both as the guide has them."""
     text = GUIDE[GUIDE.index("## All sections in one table"):GUIDE.index("## Surplus words")]
     fields, words = {}, []
-    for row in re.findall(r"^\| \d+ \|(.*)\|$", text, re.M):
-        line, _, field, _, limits = [cell.strip() for cell in row.split("|")][:5]
+    for row in re.findall(r"^\| \d+\b(.*)\|$", text, re.M):
+        line, field, _, limits = [cell.strip() for cell in row.split("|")][:4]
         if line:
             words.append(line.strip("`"))
         if field:

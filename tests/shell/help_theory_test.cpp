@@ -14,9 +14,11 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextImageFormat>
+#include <QTextLayout>
 #include <QTextTable>
 #include <QTreeWidget>
 #include <QUrl>
@@ -211,6 +213,36 @@ TEST_F(TheoryInTheViewer, LongTablesOpenAtOnce) {
     viewer.openPage(inputFile, "All sections in one table");
     EXPECT_LT(time.elapsed(), 5000) << "laid out once, not with every row";
     keepScreenshot(viewer, "help-sections-table");
+}
+
+/// Words of the page that a line ends within.
+std::vector<std::string> splitWords(const QTextDocument& page) {
+    std::vector<std::string> words;
+    for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+        const QString text = block.text();
+        for (int line = 0; line + 1 < block.layout()->lineCount(); ++line) {
+            const QTextLine ended = block.layout()->lineAt(line);
+            const int next = ended.textStart() + ended.textLength();
+            if (text.at(next - 1).isLetterOrNumber() && text.at(next).isLetterOrNumber()) {
+                words.push_back(text.mid(ended.textStart(), 80).toStdString());
+            }
+        }
+    }
+    return words;
+}
+
+TEST_F(TheoryInTheViewer, TheTableOfSectionsSplitsNoNameAndFitsTheFirstWidth) {
+    const int inputFile = linkedPage(loadHelpPages(), "04-input-file.md");
+    const int first = viewer.width();
+    for (const int width : {560, first, 1400}) { // pixels
+        viewer.resize(width, viewer.height());
+        viewer.openPage(inputFile, "All sections in one table");
+        EXPECT_EQ(splitWords(*page->document()), std::vector<std::string>{}) << width;
+        keepScreenshot(viewer, QString("help-sections-%1").arg(width));
+        if (width >= first) {
+            EXPECT_EQ(page->horizontalScrollBar()->maximum(), 0) << width;
+        }
+    }
 }
 
 TEST_F(TheoryInTheViewer, PicturesFillANarrowerWindow) {
