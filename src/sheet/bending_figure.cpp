@@ -105,7 +105,7 @@ std::vector<Panel> panelsOf(const Frame& frame) {
         panels[0].curve.push_back({elev, shearBelow(loading, elev)});
         panels[1].curve.push_back({elev, momentAt(loading, elev)});
         panels[2].curve.push_back(
-            {elev, scale * deflectionAt(level.method, areas, elev, problem.AnchorElev)});
+            {elev, scale * deflectionAt(level.method, areas, elev, loading.anchorElev)});
     }
     return panels;
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace korvane::sheet {
@@ -18,6 +19,8 @@ constexpr int BendingNumber = 6;
 
 /// Deflections are fourfold integrals: they lose more digits than sums of forces.
 constexpr double IntegralRounding = 1e-7;
+/// What rounding leaves of the integrals where they cancel, a share of their terms.
+constexpr double IntegralNoise = 1e-13;
 
 /// One level on its way through the section.
 struct Bending {
@@ -58,31 +61,74 @@ WallLoading loadsAbove(const WallLoading& loading, double elev) {
     return above;
 }
 
+/// Where the solution looks for the zero of shear beside its row of the largest moment: on a
+/// straight line of net pressure between two of its rows as it tells them.
+struct Stretch {
+    double top = 0;        ///< FT, the upper row
+    double bottom = 0;     ///< FT, the lower row as told
+    double wallBottom = 0; ///< FT, where the line ends on the wall
+    double atTop = 0;      ///< PSF
+    double atBottom = 0;   ///< PSF
+};
+
+/// The stretch of the largest moment where it is not that of the areas: fixed earth support tells
+/// its bottom in the grid's row below it, and a moment that the search has left at the bottom is
+/// not told. None where the solution took a row's moment or a zero of shear that is there.
+std::optional<Stretch> stretchBesideAreas(const Bending& bending) {
+    const ResultDiagrams& rows = bending.level.diagrams;
+    const double elev = rows.MaxMoment.elev;
+    int largest = 1;
+    for (int r = 2; r <= rows.RowCount; ++r) {
+        if (std::fabs(rows.ResultMoment(r)) >= std::fabs(rows.ResultMoment(largest))) {
+            largest = r;
+        }
+    }
+    if (largest == 1 || largest == rows.RowCount || elev == rows.ResultElev(largest)) {
+        return std::nullopt;
+    }
+    const bool above = rows.ResultShear(largest - 1) * rows.ResultShear(largest) < 0;
+    const int upper = above ? largest - 1 : largest;
+    Stretch stretch{rows.ResultElev(upper), rows.ResultElev(upper + 1), rows.ResultElev(upper + 1),
+                    rows.ResultPressure(upper), rows.ResultPressure(upper + 1)};
+    if (upper + 1 == rows.RowCount) {
+        stretch.wallBottom = bending.level.bottomElev;
+    }
+    const bool isWall = std::fabs(stretch.wallBottom - stretch.bottom) <= SamePoint;
+    const bool within = elev <= stretch.top && elev >= stretch.bottom;
+    return isWall && within ? std::nullopt : std::optional(stretch);
+}
+
+std::string percentText(const SheetWriter& writer, double value, double told) {
+    const double percent = 100 * (std::fabs(value / told) - 1);
+    return writer.precise(Quantity::Number, std::fabs(percent)).markup +
+           (percent > 0 ? " % more" : " % less");
+}
+
 /// Where the shear itself vanishes, if that is elsewhere: the solution looks between its rows only
 /// where the pressure makes no step at the row of the largest moment.
-void writeExactExtreme(const Bending& bending) {
+void writeExactExtreme(const Bending& bending, bool onAreas) {
     const auto& [writer, problem, level, prefix, loading, sizes] = bending;
     const Extreme exact = largestMoment(loading);
     const double told = level.diagrams.MaxMoment.value;
     constexpr double worthTelling = 1e-4; // share of the moment
-    if (std::fabs(exact.value) <= (1 + worthTelling) * std::fabs(told)) {
+    if (onAreas && std::fabs(exact.value) <= (1 + worthTelling) * std::fabs(told)) {
         writer.paragraph("No other moment of the wall is larger.");
         return;
     }
-    const double percent = 100 * (std::fabs(exact.value / told) - 1);
-    writer.paragraph(
-        "By areas the moment is largest where the shear vanishes between two rows, at " +
-        elevationText(exact.elev, writer.units()) + ": " +
-        writer.withUnit(Quantity::Moment, exact.value) + ", " +
-        writer.precise(Quantity::Number, percent).markup +
-        " % more. The solution takes the moment of the row, as the net pressure makes "
-        "a step there.");
+    writer.paragraph("By areas the moment is largest " +
+                     std::string(onAreas ? "where the shear vanishes between two rows, " : "") +
+                     "at " + elevationText(exact.elev, writer.units()) + ": " +
+                     writer.withUnit(Quantity::Moment, exact.value) + ", " +
+                     percentText(writer, exact.value, told) +
+                     (onAreas
+                          ? ". The solution takes the moment of the row, as the net pressure makes "
+                            "a step there."
+                          : "."));
 }
 
-/// The statical moment of the areas above the largest moment; gives their sum.
-double writeMomentByAreas(const Bending& bending) {
+/// The table of the forces above an elevation; gives the sum of their statical moments about it.
+double writeForcesAbove(const Bending& bending, double elev) {
     const auto& [writer, problem, level, prefix, loading, sizes] = bending;
-    const double elev = level.diagrams.MaxMoment.elev;
     const WallLoading above = loadsAbove(loading, elev);
     Table table;
     table.caption = "Statical moment of the forces above " + elevationText(elev, writer.units());
@@ -106,17 +152,70 @@ double writeMomentByAreas(const Bending& bending) {
     }
     for (const PointForce& line : above.lines) {
         const bool anchor = problem.WallType == WallKind::Anchored &&
-                            &line == &above.lines.back() && line.elev == problem.AnchorElev;
+                            &line == &above.lines.back() && line.elev == loading.anchorElev;
         add(anchor ? "Anchor" : "Horizontal line load", line.force, line.elev);
     }
     table.rows.push_back({writer.text("Sum"),
                           writer.precise(Quantity::Force, withoutRounding(force, sizes.forceSizes)),
                           Cell{}, writer.precise(Quantity::Moment, moment)});
     writer.table(table);
-    writer.paragraph("The solution has " +
-                     writer.withUnit(Quantity::Moment, level.diagrams.MaxMoment.value) + " there.");
-    writeExactExtreme(bending);
     return moment;
+}
+
+/// On from the upper row by the line of net pressure that the solution has there.
+double writeMomentOnStretch(const Bending& bending, const Stretch& stretch) {
+    const auto& [writer, problem, level, prefix, loading, sizes] = bending;
+    const std::string top = elevationText(stretch.top, writer.units());
+    const std::string bottom = elevationText(stretch.bottom, writer.units());
+    if (stretch.bottom < stretch.wallBottom) {
+        writer.paragraph("Approximation: the bottom of the wall, " +
+                         elevationText(stretch.wallBottom, writer.units()) +
+                         ", is told in the row of the grid below it. The solution looks for the "
+                         "largest moment on a straight line of net pressure from " +
+                         top + " to that row, " + bottom + "; on the wall the line is steeper.");
+    } else {
+        writer.paragraph("Approximation: between " + top + " and " + bottom +
+                         " the shear does not vanish, as the small moment that the search has left "
+                         "at the bottom is not told. The solution takes the zero of shear on the "
+                         "line of net pressure continued beyond these rows.");
+    }
+    const double moment = writeForcesAbove(bending, stretch.top);
+    const Expr depth = term("s", "", stretch.top - level.diagrams.MaxMoment.elev, Quantity::Length);
+    const Expr height = term("h", "", stretch.top - stretch.bottom, Quantity::Length);
+    const Expr upper = term("p", "1", stretch.atTop, Quantity::Stress);
+    const Expr lower = term("p", "2", stretch.atBottom, Quantity::Stress);
+    const Expr start = term("M", "1", moment, Quantity::Moment);
+    const Expr shear = term("V", "1", shearBelow(loading, stretch.top), Quantity::Force);
+    return writer.formula({"M"},
+                          start + shear * depth + upper * power(depth, 2) / 2 +
+                              (lower - upper) * power(depth, 3) / (6 * height),
+                          Quantity::Moment,
+                          "on by s below the upper row, where the shear of that line is none:");
+}
+
+/// Works the largest moment out again and checks it.
+void writeLargestMoment(const Bending& bending) {
+    const auto& [writer, problem, level, prefix, loading, sizes] = bending;
+    const Extreme& told = level.diagrams.MaxMoment;
+    if (told.value == 0) {
+        const double left = writeForcesAbove(bending, std::max(told.elev, level.bottomElev));
+        writer.paragraph("The solution has no moment: what its search has left at the bottom "
+                         "counts as none.");
+        writer.check(bending.what("largest moment, none within the tolerance of the search"),
+                     Quantity::Moment, left, told.value, SumRounding,
+                     MomentResidual / SumRounding + sizes.momentSizes);
+        return;
+    }
+    const std::optional<Stretch> stretch = stretchBesideAreas(bending);
+    const double own =
+        stretch ? writeMomentOnStretch(bending, *stretch) : writeForcesAbove(bending, told.elev);
+    writer.paragraph(
+        "The solution has " + writer.withUnit(Quantity::Moment, told.value) +
+        (stretch ? " at " + elevationText(told.elev, writer.units()) + "." : " there."));
+    writeExactExtreme(bending, !stretch);
+    writer.check(bending.what(stretch ? "largest moment, on the line between its rows"
+                                      : "largest moment, statical moment of the areas"),
+                 Quantity::Moment, own, told.value, SumRounding, sizes.momentSizes);
 }
 
 // ---- checks
@@ -142,19 +241,20 @@ void checkRows(const Bending& bending) {
         const bool isUpper =
             std::fabs(above - rows.ResultShear(r)) <= std::fabs(below - rows.ResultShear(r));
         shears.add(isUpper ? above : below, rows.ResultShear(r), place);
-        deflections.add(scale * deflectionAt(level.method, areas, elev, problem.AnchorElev),
+        deflections.add(scale * deflectionAt(level.method, areas, elev, loading.anchorElev),
                         rows.ResultDeflection(r), place);
     }
     moments.tell(writer, SumRounding, sizes.momentSizes);
     shears.tell(writer, SumRounding, sizes.forceSizes);
-    deflections.tell(writer, IntegralRounding);
+    const double height = loading.top - loading.bottom;
+    deflections.tell(writer, IntegralRounding,
+                     IntegralNoise / IntegralRounding * scale * sizes.momentSizes * height *
+                         height);
 }
 
-void checkExtremes(const Bending& bending, double momentByAreas) {
+void checkExtremes(const Bending& bending) {
     const auto& [writer, problem, level, prefix, loading, sizes] = bending;
     const ResultDiagrams& rows = level.diagrams;
-    writer.check(bending.what("largest moment, statical moment of the areas"), Quantity::Moment,
-                 momentByAreas, rows.MaxMoment.value, SumRounding, sizes.momentSizes);
     const double above = shearAbove(loading, level.maxShear.elev);
     const double below = shearBelow(loading, level.maxShear.elev);
     writer.check(bending.what("largest shear, sum of the forces above"), Quantity::Force,
@@ -162,7 +262,7 @@ void checkExtremes(const Bending& bending, double momentByAreas) {
                  SumRounding, sizes.forceSizes);
     const double deflection =
         deflectionScale(problem) * deflectionAt(level.method, MomentAreas(loading),
-                                                rows.MaxDeflection.elev, problem.AnchorElev);
+                                                rows.MaxDeflection.elev, loading.anchorElev);
     writer.check(bending.what("largest deflection, by moment areas"), bending.deflection(),
                  deflection, rows.MaxDeflection.value, IntegralRounding);
 }
@@ -209,7 +309,8 @@ void writeLevel(SheetWriter& writer, const SheetRequest& request, int number) {
     }
     writer.markup("<figure>\n" + bendingFigure(request, level).svg + "</figure>\n");
     writeExtremes(bending);
-    checkExtremes(bending, writeMomentByAreas(bending));
+    writeLargestMoment(bending);
+    checkExtremes(bending);
     checkRows(bending);
     writePileTable(writer, request, number);
 }

@@ -235,9 +235,10 @@ void checkFixedEarth(const Balance& balance, const Totals& totals) {
                  sums.forceSizes);
     balance.checkWithin("moments about the bottom add up to none", Quantity::Moment, totals.moment,
                         0, MomentResidual + SumRounding * sums.momentSizes);
+    // The toe takes what the beam has left, with the anchor in its row.
+    const LoadSums held = sumsAbout(heldLoading(problem, level), pivot);
     writer.check(balance.what("toe reaction, sum of all other forces"), Quantity::Force,
-                 level.anchorForce - sums.force, level.toeReaction, integralRounding,
-                 sums.forceSizes);
+                 -held.force, level.toeReaction, integralRounding, held.forceSizes);
 }
 
 void checkCantilever(const Balance& balance, const Totals& totals) {
@@ -246,6 +247,22 @@ void checkCantilever(const Balance& balance, const Totals& totals) {
                         ForceResidual + SumRounding * sums.forceSizes);
     balance.checkWithin("moments about the bottom add up to none", Quantity::Moment, totals.moment,
                         0, MomentResidual + SumRounding * sums.momentSizes);
+}
+
+/// Where the anchor of moments, shears and deflections is not that of the search.
+void writeAnchorRow(const Balance& balance) {
+    const auto& [writer, problem, level, prefix, loading, pivot] = balance;
+    if (loading.anchorElev <= loading.bottom) {
+        writer.paragraph("The bottom lies above the anchor: such an anchor holds nothing, and its "
+                         "force is a number without a meaning. Shears, moments and deflections "
+                         "are those of a wall without an anchor.");
+    } else if (std::abs(loading.anchorElev - problem.AnchorElev) > SamePoint) {
+        writer.paragraph("Approximation: a row stands within " +
+                         writer.precise(Quantity::Length, SameElevation).markup + " " +
+                         unitMarkup(Quantity::Length, writer.units()) +
+                         " of the anchor; shears, moments, deflections and the toe reaction have "
+                         "the anchor there.");
+    }
 }
 
 void checkBalance(const Balance& balance, const Totals& totals) {
@@ -331,6 +348,9 @@ void writeLevel(SheetWriter& writer, const SheetRequest& request, int number) {
     writeUnknowns(balance);
     const Totals totals = writeForces(balance);
     writeSums(balance, totals);
+    if (balance.anchored()) {
+        writeAnchorRow(balance);
+    }
     checkBalance(balance, totals);
 }
 

@@ -50,6 +50,7 @@ WallLoading wallLoading(const Problem& problem, const LevelResult& level) {
     }
     loading.top = ElevGrid(1);
     loading.bottom = level.bottomElev;
+    loading.anchorElev = rowElevation(loading.pieces, problem.AnchorElev);
     for (int j = 1; j <= problem.HLineCount; ++j) {
         if (problem.HLineElev(j) > level.bottomElev) {
             loading.lines.push_back(
@@ -286,27 +287,35 @@ double supportForce(const WallLoading& loading, double elev) {
     return 3 * MomentAreas(loading).builtIn(elev) / (height * height * height);
 }
 
-double anchorByStatics(const Problem& problem, const LevelResult& level) {
-    const WallLoading loading = wallLoading(problem, level);
-    switch (level.method) {
+namespace {
+
+/// The force (LB per foot, toward the right) that holds a level's wall at an elevation.
+double holdingForce(SolutionMethod method, const WallLoading& loading, double elev) {
+    switch (method) {
     case SolutionMethod::FreeEarth:
-        return sumsAbout(loading, level.bottomElev).moment /
-               (problem.AnchorElev - level.bottomElev);
+        return sumsAbout(loading, loading.bottom).moment / (elev - loading.bottom);
     case SolutionMethod::FixedEarth:
-        return supportForce(loading, problem.AnchorElev);
+        return supportForce(loading, elev);
     case SolutionMethod::Cantilever:
         break;
     }
     return 0;
 }
 
+} // namespace
+
+double anchorByStatics(const Problem& problem, const LevelResult& level) {
+    return holdingForce(level.method, wallLoading(problem, level), problem.AnchorElev);
+}
+
 WallLoading heldLoading(const Problem& problem, const LevelResult& level) {
     WallLoading loading = wallLoading(problem, level);
-    if (level.method == SolutionMethod::Cantilever) {
+    if (level.method == SolutionMethod::Cantilever || loading.anchorElev <= loading.bottom) {
         return loading;
     }
-    const double elev = rowElevation(loading.pieces, problem.AnchorElev);
-    return withForce(std::move(loading), {elev, -anchorByStatics(problem, level)});
+    const PointForce anchor{loading.anchorElev,
+                            -holdingForce(level.method, loading, loading.anchorElev)};
+    return withForce(std::move(loading), anchor);
 }
 
 double deflectionAt(SolutionMethod method, const MomentAreas& areas, double elev, double anchor) {

@@ -33,13 +33,14 @@ struct PointForce {
 struct WallLoading {
     std::vector<LoadPiece> pieces;
     std::vector<PointForce>
-        lines;         ///< horizontal line loads, those at the bottom and below left out
-    double top = 0;    ///< FT
-    double bottom = 0; ///< FT
+        lines;             ///< horizontal line loads, those at the bottom and below left out
+    double top = 0;        ///< FT
+    double bottom = 0;     ///< FT
+    double anchorElev = 0; ///< FT, where moments, shears and deflections have the anchor
 };
 
-/// The loads of a level: the net pressures of its balance, and the line loads. A load within
-/// 0.0001 FT of a row of the diagrams stands at that row.
+/// The loads of a level: the net pressures of its balance, and the line loads. A load or an anchor
+/// within 0.0001 FT of a row of the diagrams stands at that row.
 WallLoading wallLoading(const Problem& problem, const LevelResult& level);
 
 /// The same with one more force.
@@ -109,7 +110,8 @@ double supportForce(const WallLoading& loading, double elev);
 /// from moments about the bottom, fixed earth support from zero deflection at the anchor.
 double anchorByStatics(const Problem& problem, const LevelResult& level);
 
-/// The loads of a level and its anchor force by statics.
+/// The loads of a level and its anchor force by statics, in the row of the anchor; none where the
+/// bottom lies above the anchor.
 WallLoading heldLoading(const Problem& problem, const LevelResult& level);
 
 /// EI times the deflection (LB-FT^3 per foot) of a level's wall: built in at its bottom, or with
