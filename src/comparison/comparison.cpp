@@ -2,7 +2,10 @@
 
 #include "comparison/comparison_rows.h"
 #include "notes/rules.h"
+#include "pressures/coefficient_pressures.h"
+#include "runtime/arithmetic.h"
 #include "runtime/run_guarded.h"
+#include "wall/preparation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -47,6 +50,42 @@ std::string wordsOf(const Failure& failure) {
     return words;
 }
 
+/// The layer whose developed friction is beyond the columns of the table of passive coefficients;
+/// empty where another fault has ended a design's soil pressures.
+std::string missingCoefficient(const Variant& variant, const Failure& failure) {
+    const Problem& problem = variant.problem;
+    const int side = failure.stage.side;
+    if (failure.stage.doing != Doing::SoilPressures || problem.ProgramMode != Mode::Design ||
+        problem.SoilDataKind(side) != SoilData::Strengths ||
+        sideMethod(problem, side) != PressureMethod::Coefficients) {
+        return {};
+    }
+    const Solved unsolved;
+    const NoteRequest request{.problem = problem};
+    const Wall wall{.request = request, .problem = problem, .solved = &unsolved};
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        const PassiveAngles angles = passiveAngles(wall, side, layer);
+        if (!hasPassiveCoefficient(angles.friction * DegreesToRadians,
+                                   angles.wallFriction * DegreesToRadians)) {
+            return "the passive coefficient has no value for a developed friction of " +
+                   wall.say(Quantity::Angle, angles.friction) + " (layer " + std::to_string(layer) +
+                   " on the " + sideText(side) + "): its table ends at 44.5 degrees";
+        }
+    }
+    return {};
+}
+
+/// Why a row has no result.
+std::string reasonOf(const Variant& variant, const Failure& failure) {
+    if (failure.code != FailureCode::RunTimeError) {
+        return wordsOf(failure);
+    }
+    const std::string missing = missingCoefficient(variant, failure);
+    return missing.empty()
+               ? wordsOf(failure) + ", while " + stageText(failure.stage, variant.problem.WallType)
+               : missing;
+}
+
 ComparedLevel levelOf(const Variant& variant, const LevelResult& solved) {
     const Problem& problem = variant.problem;
     const bool anchored = solved.method != SolutionMethod::Cantilever;
@@ -88,7 +127,7 @@ void solveRow(const Variant& variant, Workspace& workspace, ComparedRow& row) {
     const bool complete = variant.level != 0 && !row.levels.empty();
     if (failure && !complete) {
         row.code = failureName(failure.code);
-        row.reason = wordsOf(failure);
+        row.reason = reasonOf(variant, failure);
     }
 }
 

@@ -231,8 +231,11 @@ void forEachStressPoint(const State& state, int side, Take take) {
     }
 }
 
-/// Soil and surcharge at the breaks, before any rule.
+/// Rows and, at the breaks, soil and surcharge before any rule.
 void recordSums(const State& state, int side) {
+    for (int i = 1; i <= state.grid.NumElevs; ++i) {
+        state.details->sides(side).rows.push_back(state.grid.ElevGrid(i));
+    }
     forEachStressPoint(state, side, [&](StressPoint& point, int row, int k) {
         point.onGrid = true;
         point.surcharge = state.pressures.SurchargePressures(side, row);

@@ -1,6 +1,7 @@
 // Net pressures and their approximations.
 #include "sheet/pressure_parts.h"
 #include "sheet/sections.h"
+#include "solution/wall_diagrams.h"
 #include "state/tolerances.h"
 
 #include <algorithm>
@@ -107,6 +108,13 @@ int putInRow(const Problem& problem, const PressureDiagrams& diagrams) {
     return 0;
 }
 
+/// The rows as the search found them: an anchored wall's last row not yet moved up to the bottom.
+PressureDiagrams searchedRows(const SheetRequest& request, const PressureStage& stage) {
+    return stage.review || request.problem.WallType != WallKind::Anchored
+               ? stage.diagrams
+               : withWaterInStep(request.solved.results->levels(stage.level).solved);
+}
+
 /// Values on the straight lines between the rows above and below.
 NetValues betweenRows(const Problem& problem, const PressureDiagrams& diagrams, int i) {
     const auto elev = [&](int row) { return diagrams.grid.ElevGrid(row); };
@@ -135,7 +143,7 @@ double endOfDiagrams(const SheetRequest& request, const PressureStage& stage) {
 }
 
 void checkNet(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
-    const PressureDiagrams& diagrams = stage.diagrams;
+    const PressureDiagrams diagrams = searchedRows(request, stage);
     const double end = endOfDiagrams(request, stage);
     WorstCheck active("Net active pressure, " + stage.prefix + "rows", Quantity::Stress);
     WorstCheck passive("Net passive pressure, " + stage.prefix + "rows", Quantity::Stress);
@@ -226,7 +234,7 @@ void writeMeans(SheetWriter& writer, const SheetRequest& request, const Pressure
 /// The straight line to zero from the row above it to the row below.
 void writeCrossing(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,
                    int row) {
-    const PressureDiagrams& diagrams = stage.diagrams;
+    const PressureDiagrams diagrams = searchedRows(request, stage);
     const auto elev = [&](const char* index, int i) {
         return term("y", index, diagrams.grid.ElevGrid(i), Quantity::Length);
     };

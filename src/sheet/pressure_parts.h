@@ -30,6 +30,9 @@ int lowestRow(const PressureStage& stage);
 /// FT: its elevation.
 double lowestElev(const PressureStage& stage);
 
+/// The rows at which a side by coefficients was worked out.
+ElevationGrid workedRows(const SideDetails& details);
+
 /// The surcharge pressure (PSF) of all loads of a side `z` FT below its surface, by the sheet's own
 /// formulas.
 double surchargeAt(const Problem& problem, int side, double z);

@@ -233,39 +233,33 @@ class RowIntervals {
 };
 
 /// Own pressures in the rows: soil by straight lines, surcharges by their formulas, no tension.
+/// Rows that came later stand on straight lines between those that were there.
 class RowPressures {
   public:
     RowPressures(const SheetRequest& request, const PressureStage& stage, int side,
                  const std::vector<Interval>& intervals, const std::vector<LayerWork>& layers)
-        : problem_(request.problem), grid_(stage.diagrams.grid), side_(side), intervals_(intervals),
-          layers_(layers), shares_(stage.details->sides(side).surcharges),
+        : problem_(request.problem), grid_(workedRows(stage.details->sides(side))), side_(side),
+          intervals_(intervals), layers_(layers), shares_(stage.details->sides(side).surcharges),
           governing_(problem_, grid_, side, intervals) {}
-
-    /// False where a later stage put the row in between rows with surcharges, on straight lines.
-    bool knows(int row) const {
-        return shares_.loads.empty() || std::find(shares_.elev.begin(), shares_.elev.end(),
-                                                  grid_.ElevGrid(row)) != shares_.elev.end();
-    }
 
     struct Values {
         double active = 0, passive = 0;
     };
-    Values at(int row, int k) const {
-        const Interval* interval = governing_.of(row, k, intervals_);
-        if (interval == nullptr) {
-            return {};
+    /// Just below (k = 1) or just above (k = 2) an elevation.
+    Values at(double elev, int k) const {
+        int row = 1;
+        while (row < grid_.NumElevs && grid_.ElevGrid(row) > elev) {
+            ++row;
         }
-        const double elev = grid_.ElevGrid(row);
-        // A row that stands nearly at a break has the break's own pressure below it.
-        const bool begins = k == 1 && governing_.of(row, 2, intervals_) != interval;
-        const double at = begins ? interval->top : elev;
-        const LayerSymbols layer(layers_.at(static_cast<std::size_t>(interval->layer - 1)));
-        const double stress = interval->effectiveAt(at).value();
-        const double surface = shares_.loads.empty() ? problem_.SurfaceElev(side_, 1)
-                                                     : shares_.surface; // as its row stands
-        const double depth = surface - elev;
-        const double load = depth > Near ? surchargeAt(problem_, side_, depth) : 0;
-        return {layer.active(stress).value() + load, layer.passive(stress).value() + load};
+        if (row == 1 || grid_.ElevGrid(row) == elev) {
+            return inRow(row, k);
+        }
+        const double top = grid_.ElevGrid(row - 1);
+        const double t = (top - elev) / (top - grid_.ElevGrid(row));
+        const Values above = inRow(row - 1, 1);
+        const Values below = inRow(row, 2);
+        return {(1 - t) * above.active + t * below.active,
+                (1 - t) * above.passive + t * below.passive};
     }
 
     /// The first interval above `lowest` that counts on below its end; null without one.
@@ -284,8 +278,26 @@ class RowPressures {
     }
 
   private:
+    Values inRow(int row, int k) const {
+        const Interval* interval = governing_.of(row, k, intervals_);
+        if (interval == nullptr) {
+            return {};
+        }
+        const double elev = grid_.ElevGrid(row);
+        // A row that stands nearly at a break has the break's own pressure below it.
+        const bool begins = k == 1 && governing_.of(row, 2, intervals_) != interval;
+        const double at = begins ? interval->top : elev;
+        const LayerSymbols layer(layers_.at(static_cast<std::size_t>(interval->layer - 1)));
+        const double stress = interval->effectiveAt(at).value();
+        const double surface = shares_.loads.empty() ? problem_.SurfaceElev(side_, 1)
+                                                     : shares_.surface; // as its row stands
+        const double depth = surface - elev;
+        const double load = depth > Near ? surchargeAt(problem_, side_, depth) : 0;
+        return {layer.active(stress).value() + load, layer.passive(stress).value() + load};
+    }
+
     const Problem& problem_;
-    const ElevationGrid& grid_;
+    ElevationGrid grid_;
     int side_;
     const std::vector<Interval>& intervals_;
     const std::vector<LayerWork>& layers_;
@@ -307,19 +319,16 @@ void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureS
         if (elev > request.problem.SurfaceElev(side, 1) + Near) {
             continue;
         }
-        const bool known = rows.knows(i);
         bool acts = false;
         for (const int k : {2, 1}) {
             if (k == 1 && i == grid.NumElevs) {
                 continue;
             }
-            const RowPressures::Values own = rows.at(i, k);
+            const RowPressures::Values own = rows.at(elev, k);
             acts = acts || own.active < -Near;
-            if (known) {
-                const std::string at = "at " + elevationText(elev, request.units);
-                active.add(std::max(0.0, own.active), pressures.ActivePressures(side, i, k), at);
-                passive.add(own.passive, pressures.PassivePressures(side, i, k), at);
-            }
+            const std::string at = "at " + elevationText(elev, request.units);
+            active.add(std::max(0.0, own.active), pressures.ActivePressures(side, i, k), at);
+            passive.add(own.passive, pressures.PassivePressures(side, i, k), at);
         }
         cut.add(elev, acts);
     }
@@ -377,6 +386,14 @@ std::string ElevationRanges::text(UnitSystem units) const {
         }
     }
     return text;
+}
+
+ElevationGrid workedRows(const SideDetails& details) {
+    ElevationGrid grid;
+    for (const double elev : details.rows) {
+        grid.ElevGrid(++grid.NumElevs) = elev;
+    }
+    return grid;
 }
 
 int lowestRow(const PressureStage& stage) {

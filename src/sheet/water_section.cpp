@@ -133,10 +133,10 @@ void addStillWater(const Problem& problem, const ElevationGrid& grid, int side, 
 /// so near the end of seepage. `nearest` is the largest distance that counts as near.
 int addHeadLoss(const ElevationGrid& grid, const PressureStage& stage, double weight, double from,
                 double nearest, WaterRows& rows) {
-    if (from < grid.ElevGrid(grid.NumElevs) - SameElevation) {
+    int row = rowAt(grid, from) + 1;
+    if (row == 1) {
         return grid.NumElevs; // it begins below the wall
     }
-    int row = rowAt(grid, from) + 1;
     for (; row <= grid.NumElevs; ++row) {
         const double loss = (from - grid.ElevGrid(row)) * weight * stage.gradient;
         const auto place = static_cast<std::size_t>(row);
@@ -171,37 +171,58 @@ WaterRows waterRows(const Problem& problem, const PressureStage& stage, const El
     return rows;
 }
 
-/// The grid on which a stage's water was worked out: an anchored wall's bottom was moved up from a
-/// row below it.
+/// The grid on which a stage's water was worked out: a cantilever wall's at the end, on all its
+/// rows; an anchored wall's before the first side by coefficients, else with the last row not yet
+/// moved up to the bottom.
 ElevationGrid waterGrid(const SheetRequest& request, const PressureStage& stage) {
-    ElevationGrid grid = stage.diagrams.grid;
-    if (!stage.review && request.problem.WallType == WallKind::Anchored) {
-        const ElevationGrid& solved = request.solved.results->levels(stage.level).solved.grid;
-        grid.ElevGrid(grid.NumElevs) = solved.ElevGrid(grid.NumElevs);
+    if (!stage.review && request.problem.WallType == WallKind::Cantilever) {
+        return stage.diagrams.grid;
     }
-    return grid;
+    for (const int side : {Right, Left}) {
+        if (stage.details != nullptr && !stage.details->sides(side).rows.empty()) {
+            return workedRows(stage.details->sides(side));
+        }
+    }
+    return stage.review ? stage.diagrams.grid
+                        : request.solved.results->levels(stage.level).solved.grid;
 }
+
+/// Own pressures at any elevation: straight lines between the rows of a grid.
+struct WaterLine {
+    ElevationGrid grid;
+    WaterRows rows;
+
+    /// Just below (k = 1) or just above (k = 2) an elevation.
+    double at(double elev, int k) const {
+        std::size_t row = 1;
+        while (static_cast<int>(row) < grid.NumElevs &&
+               grid.ElevGrid(static_cast<int>(row)) > elev) {
+            ++row;
+        }
+        const double bottom = grid.ElevGrid(static_cast<int>(row));
+        if (row == 1 || bottom == elev) {
+            return k == 1 ? rows.below[row] : rows.above[row];
+        }
+        const double top = grid.ElevGrid(static_cast<int>(row) - 1);
+        const double t = (top - elev) / (top - bottom);
+        return (1 - t) * rows.below[row - 1] + t * rows.above[row];
+    }
+};
 
 /// All rows, just above and just below them.
 void checkWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
     const ElevationGrid& grid = stage.diagrams.grid;
     const auto& water = stage.diagrams.pressures.WaterPressures;
-    const ElevationGrid own = waterGrid(request, stage);
-    WaterRows rows = waterRows(request.problem, stage, own);
+    const ElevationGrid worked = waterGrid(request, stage);
+    const WaterLine own{worked, waterRows(request.problem, stage, worked)};
     const int last = grid.NumElevs;
-    if (own.ElevGrid(last) != grid.ElevGrid(last)) { // on the straight line between two rows
-        const auto n = static_cast<std::size_t>(last);
-        const double top = grid.ElevGrid(last - 1);
-        const double t = (top - grid.ElevGrid(last)) / (top - own.ElevGrid(last));
-        rows.above[n] = (1 - t) * rows.below[n - 1] + t * rows.above[n];
-    }
     WorstCheck check("Water pressure, " + stage.prefix + "all rows", Quantity::Stress);
     for (int i = 1; i <= lowestRow(stage); ++i) {
         const std::string place = "at " + elevationText(grid.ElevGrid(i), request.units);
         if (i < last) {
-            check.add(rows.below[static_cast<std::size_t>(i)], water(i, 1), place);
+            check.add(own.at(grid.ElevGrid(i), 1), water(i, 1), place);
         }
-        check.add(rows.above[static_cast<std::size_t>(i)], water(i, 2), place);
+        check.add(own.at(grid.ElevGrid(i), 2), water(i, 2), place);
     }
     constexpr double rounding = 1e-6; // PSF, of elevations near a datum of thousands of feet
     check.tell(writer, 1e-9, rounding / 1e-9);
@@ -224,8 +245,9 @@ void writeGradient(SheetWriter& writer, const SheetRequest& request, const Press
                          "stop: the first pass takes i = " +
                          quantityText(Quantity::Gradient, stage.gradient, request.units) + ".");
     } else {
-        const double bottom =
-            problem.ProgramMode == Mode::Analysis ? problem.WallBottomElev : lowestElev(stage);
+        const double bottom = problem.ProgramMode == Mode::Analysis
+                                  ? problem.WallBottomElev
+                                  : request.solved.results->levels(stage.level).bottomElev;
         const Expr path = start + exit - Expr(2) * elevTerm("B", bottom);
         writer.paragraph("The head is lost evenly along the path down the right face and up the "
                          "left one:");

@@ -146,12 +146,14 @@ struct WedgeDetails {
 /// the side was worked out: the other side and the searches insert rows later and move some.
 struct SideDetails {
     std::vector<StressInterval> stresses; ///< by coefficients, from the surface down
+    std::vector<double> rows;             ///< by coefficients: FT, all rows of the grid
     SurchargeShares surcharges;           ///< by coefficients
     WedgeDetails wedge;                   ///< by a wedge method
 
     /// Forgets all and keeps the memory.
     void clear() {
         stresses.clear();
+        rows.clear();
         surcharges.elev.clear();
         surcharges.sum.clear();
         surcharges.loads.clear();
