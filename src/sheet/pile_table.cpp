@@ -268,9 +268,10 @@ void writeRatios(const PileJob& job, const MomentReduction& rowe) {
                  Rounding);
     writer.check("moment reduction, anchor height ratio", Quantity::Number, beta, rowe.RoweBeta,
                  Rounding);
-    // The number means nothing where the ground in front stands higher.
+    // The number means nothing where the ground in front stands higher, or the wall ends at it.
     if (rowe.soil == RoweSoil::Clay &&
-        problem.SurfaceElev(Right, 1) > problem.SurfaceElev(Left, 1)) {
+        problem.SurfaceElev(Right, 1) > problem.SurfaceElev(Left, 1) &&
+        problem.SurfaceElev(Left, 1) > job.level.bottomElev) {
         writeStability(job, rowe);
     }
 }

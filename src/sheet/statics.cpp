@@ -115,7 +115,7 @@ std::vector<PressureArea> areasBetweenZeros(const WallLoading& loading) {
 }
 
 LoadSums sumsAbout(const WallLoading& loading, double elev) {
-    LoadSums sums;
+    LoadSums sums{.forceSizes = 1, .momentSizes = 1};
     const auto add = [&](double force, double moment) {
         sums.force += force;
         sums.moment += moment;

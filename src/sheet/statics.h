@@ -61,8 +61,8 @@ std::vector<PressureArea> areasBetweenZeros(const WallLoading& loading);
 struct LoadSums {
     double force = 0;       ///< LB per foot
     double moment = 0;      ///< LB-FT per foot
-    double forceSizes = 0;  ///< sum of the sizes of the forces: the measure of rounding
-    double momentSizes = 0; ///< likewise
+    double forceSizes = 0;  ///< sum of the sizes of the forces and 1 LB: the measure of rounding
+    double momentSizes = 0; ///< likewise, and 1 LB-FT
 };
 LoadSums sumsAbout(const WallLoading& loading, double elev);
 

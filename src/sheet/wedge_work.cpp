@@ -2,6 +2,7 @@
 
 #include "sheet/pressure_parts.h"
 #include "sheet/soil_work.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <cmath>
@@ -224,14 +225,34 @@ double loadWeight(const Problem& problem, int side, const WedgePiece& piece) {
     return sum;
 }
 
+namespace {
+
+/// FT: where the method's way down the wall begins. The sweep goes from row to row and begins at
+/// the last of the rows that count as the surface's.
+double wallTop(const SheetRequest& request, const PressureStage& stage, int side) {
+    const double surface = request.problem.SurfaceElev(side, 1);
+    double top = surface;
+    if (sideMethods(request)(side) == PressureMethod::Sweep) {
+        const double first = stage.details->sides(side).wedge.rows.front().elev;
+        for (int row = 1; row <= stage.diagrams.grid.NumElevs; ++row) {
+            const double elev = stage.diagrams.grid.ElevGrid(row);
+            top = std::abs(elev - surface) <= SameElevation && elev > first ? elev : top;
+        }
+    }
+    return top;
+}
+
+} // namespace
+
 WallStrengths wallTerms(const SheetRequest& request, const PressureStage& stage, int side,
                         double elev, bool active) {
     const Problem& problem = request.problem;
-    const double surface = problem.SurfaceElev(side, 1);
     const double searched = searchedFactor(request, stage.level);
     WallStrengths terms;
-    double top = surface;
-    for (int layer = 1; layer <= problem.SoilLayerCount(side) && top > elev; ++layer) {
+    double top = wallTop(request, stage, side);
+    // A first row may stand a hair above the surface: then the height is negative.
+    for (int layer = 1; layer == 1 || (layer <= problem.SoilLayerCount(side) && top > elev);
+         ++layer) {
         const bool last = layer == problem.SoilLayerCount(side);
         const double bottom = last ? elev : std::max(elev, problem.SoilBottomElev(side, layer));
         const LayerWork work = layerWork(problem, side, layer, searched);
@@ -240,7 +261,7 @@ WallStrengths wallTerms(const SheetRequest& request, const PressureStage& stage,
         terms.adhesion += height * (active ? work.adhesionActive : work.adhesionPassive);
         top = bottom;
     }
-    terms.friction /= surface - elev;
+    terms.friction /= problem.SurfaceElev(side, 1) - elev;
     return terms;
 }
 
