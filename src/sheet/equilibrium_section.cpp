@@ -65,16 +65,25 @@ std::string unknownsText(const Balance& balance) {
            ") and the sum of the moments about the bottom (within " + moment + ") vanish.";
 }
 
+/// An analysis seeks the factor whose own bottom is that of the wall.
+std::string searchedText(const SheetWriter& writer) {
+    return " The bottom of this wall is given: the factor of safety is varied until the bottom "
+           "found for it lies within " +
+           preciseText(writer, Quantity::Length, BottomTolerance) +
+           " of the given one, and the values below are those of the bottom found.";
+}
+
 void writeUnknowns(const Balance& balance) {
     const auto& [writer, problem, level, prefix, loading, pivot] = balance;
-    writer.paragraph(unknownsText(balance));
+    const bool searched = problem.ProgramMode == Mode::Analysis;
+    writer.paragraph(unknownsText(balance) + (searched ? searchedText(writer) : ""));
     Table table;
     table.columns = {{.title = "Found"}, {.title = "Value"}};
     const auto add = [&](std::string_view name, Quantity quantity, double value) {
         table.rows.push_back(
             {balance.writer.text(name), {balance.writer.withUnit(quantity, value), true}});
     };
-    if (problem.ProgramMode == Mode::Analysis) {
+    if (searched) {
         add("Factor of safety", Quantity::Number, level.factorOfSafety);
         add("Bottom of the wall as given", Quantity::Length, problem.WallBottomElev);
     }

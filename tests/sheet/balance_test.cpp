@@ -217,5 +217,22 @@ TEST(BalanceSections, SayWhereTheMomentIsLargerBetweenRows) {
     EXPECT_TRUE(says(textOf(bench), "1.0101 % more"));
 }
 
+TEST(SheetOfAnAnalysis, SaysThatTheFactorIsSoughtAndHowNearItsBottomIs) {
+    Problem problem = plainCantilever();
+    EXPECT_EQ(SheetBench(problem).sheet().html.find("is given: the factor"), std::string::npos);
+    problem.ProgramMode = Mode::Analysis;
+    problem.FSKind = 1;
+    problem.WallBottomElev = -20;
+    problem.WallModulus = 29e6;
+    problem.WallInertia = 100;
+    const SheetBench bench(problem);
+    ASSERT_TRUE(bench.isSolved());
+    EXPECT_NEAR(bench.results->levels(1).bottomElev, -20, 0.1);
+    const std::string html = bench.sheet().html;
+    EXPECT_NE(html.find("The bottom of this wall is given: the factor of safety is varied until "
+                        "the bottom found for it lies within 0.1"),
+              std::string::npos);
+}
+
 } // namespace
 } // namespace korvane::test
