@@ -13,8 +13,7 @@ namespace {
 constexpr double CustomaryDepth = 1.2; ///< times the theoretical depth (Blum 1931)
 constexpr double ExcavationShare =
     0.1; ///< of the height below the support (EN 1997-1, 9.3.2.2, 2004)
-constexpr double ElevationNoise = 0.0001; ///< FT
-constexpr double MostExcavation = 1.64;   ///< FT, half a metre (likewise)
+constexpr double MostExcavation = 1.64; ///< FT, half a metre (likewise)
 
 bool hasStrengths(const Problem& problem, int side) {
     return problem.SoilDataKind(side) == SoilData::Strengths;

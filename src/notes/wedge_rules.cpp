@@ -2,6 +2,7 @@
 #include "notes/second_opinion.h"
 #include "pressures/coefficient_pressures.h"
 #include "pressures/elevation_grid.h"
+#include "state/tolerances.h"
 #include "wall/preparation.h"
 
 #include <algorithm>
@@ -11,9 +12,8 @@ namespace korvane {
 
 namespace {
 
-constexpr double LevelSight = 88;             ///< degrees: the last plane ends 2 short of the sight
-constexpr double NegligibleCohesion = 0.0001; ///< PSF; below it the surface takes no pressure
-constexpr double AtBound = 1e-6;              ///< degrees; nearer it the fixed surface has no bound
+constexpr double LevelSight = 88;    ///< degrees: the last plane ends 2 short of the sight
+constexpr double AtBound = 1e-6;     ///< degrees; nearer it the fixed surface has no bound
 constexpr double FixedExcess = 0.05; ///< share above the tables; less is within their own error
 
 bool isWedge(const Wall& wall, int side) {
@@ -39,7 +39,7 @@ double firstRise(const Problem& problem, int side) {
 bool pressesAtSurface(const Wall& wall, int side) {
     const Problem& problem = wall.problem;
     return isWedge(wall, side) && problem.SoilDataKind(side) == SoilData::Strengths &&
-           (problem.SoilCohesion(side, 1) > NegligibleCohesion || problem.VUniformCount(side) != 0);
+           (problem.SoilCohesion(side, 1) > PressureNoise || problem.VUniformCount(side) != 0);
 }
 
 /// The left side first, which holds the wall; 0 for none.

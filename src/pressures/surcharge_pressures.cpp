@@ -15,12 +15,6 @@ namespace {
 
 constexpr double Pi = std::numbers::pi;
 
-/// Ramps shorter than this (FT) have no sloping part.
-constexpr double ShortestRamp = 0.0001;
-
-/// Line loads nearer to the wall than this share of its exposed height follow the empirical form.
-constexpr double NearLoadRatio = 0.4;
-
 using Loads = std::vector<ElasticLoad>;
 
 void listLine(const Problem& problem, int side, int i, Loads& loads) {

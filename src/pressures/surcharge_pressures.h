@@ -8,6 +8,12 @@
 
 namespace korvane {
 
+/// Ramps shorter than this (FT) have no sloping part.
+inline constexpr double ShortestRamp = 0.0001;
+
+/// Line loads nearer to the wall than this share of its exposed height follow the empirical form.
+inline constexpr double NearLoadRatio = 0.4;
+
 /// Fills SurchargePressures(side, i), PSF, from all surcharges of the side but the uniform one, on
 /// the grid as it stands: rows inserted later do not carry it along.
 void ComputeSurchargePressures(State& state, int side);

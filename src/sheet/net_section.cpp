@@ -12,7 +12,6 @@ namespace korvane::sheet {
 namespace {
 
 constexpr int NetNumber = 4;
-constexpr double Near = 0.0001; ///< FT, elevations of one row
 
 double lowerGround(const Problem& problem) {
     return std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
@@ -71,7 +70,7 @@ struct NetValues {
 NetValues netValues(const Problem& problem, const PressureDiagrams& diagrams, int i, int k) {
     const NetTerms own = netTerms(problem, diagrams, i, k);
     NetValues values{own.active.value(), own.passive.value()};
-    if (diagrams.grid.ElevGrid(i) < lowerGround(problem) - Near) {
+    if (diagrams.grid.ElevGrid(i) < lowerGround(problem) - SameElevation) {
         const NetTerms other = netTerms(problem, diagrams, i, 3 - k);
         const double below = distributedLoad(problem, diagrams.grid, i, k) -
                              distributedLoad(problem, diagrams.grid, i, 3 - k);
@@ -89,7 +88,7 @@ int putInRow(const Problem& problem, const PressureDiagrams& diagrams) {
     int row = 1;
     const auto below = [&](int i) {
         return i < diagrams.grid.NumElevs &&
-               diagrams.grid.ElevGrid(i) > lowerGround(problem) + Near;
+               diagrams.grid.ElevGrid(i) > lowerGround(problem) + SameElevation;
     };
     while (below(row)) {
         ++row;
@@ -98,10 +97,10 @@ int putInRow(const Problem& problem, const PressureDiagrams& diagrams) {
         if (i > row && net(i, 1) == 0 && net(i, 2) == 0 && net(i - 1, 1) > 0) {
             return i;
         }
-        if (i > row && std::abs(net(i, 2)) <= Near && net(i, 1) > Near) {
+        if (i > row && std::abs(net(i, 2)) <= PressureNoise && net(i, 1) > PressureNoise) {
             return i + 1;
         }
-        if (net(i, 1) <= Near) {
+        if (net(i, 1) <= PressureNoise) {
             return 0;
         }
     }
@@ -125,7 +124,7 @@ NetValues betweenRows(const Problem& problem, const PressureDiagrams& diagrams, 
 }
 
 bool isMean(const Problem& problem, const PressureDiagrams& diagrams, int i) {
-    if (diagrams.grid.ElevGrid(i) >= lowerGround(problem) - Near) {
+    if (diagrams.grid.ElevGrid(i) >= lowerGround(problem) - SameElevation) {
         return false;
     }
     const NetTerms below = netTerms(problem, diagrams, i, 1);
@@ -150,7 +149,7 @@ void checkNet(SheetWriter& writer, const SheetRequest& request, const PressureSt
     const int putIn = putInRow(request.problem, diagrams);
     for (int i = 1; i < diagrams.grid.NumElevs - (stage.review ? 1 : 0); ++i) {
         const double elev = diagrams.grid.ElevGrid(i);
-        if (elev <= end + Near) {
+        if (elev <= end + SameElevation) {
             break;
         }
         for (const int k : {2, 1}) {
@@ -174,7 +173,7 @@ void writeRows(SheetWriter& writer, const SheetRequest& request, const PressureS
     for (const double wanted : {ground, (ground + lowest) / 2}) {
         int row = 0;
         for (int i = 2; i < diagrams.grid.NumElevs; ++i) {
-            if (diagrams.grid.ElevGrid(i) <= wanted + Near) {
+            if (diagrams.grid.ElevGrid(i) <= wanted + SameElevation) {
                 row = i;
                 break;
             }
@@ -208,7 +207,8 @@ void writeMeans(SheetWriter& writer, const SheetRequest& request, const Pressure
                      {"mean", Quantity::Stress}};
     const double end = endOfDiagrams(request, stage);
     for (int i = 2; i < diagrams.grid.NumElevs - (stage.review ? 1 : 0); ++i) {
-        if (!isMean(request.problem, diagrams, i) || diagrams.grid.ElevGrid(i) <= end + Near) {
+        if (!isMean(request.problem, diagrams, i) ||
+            diagrams.grid.ElevGrid(i) <= end + SameElevation) {
             continue;
         }
         const NetTerms above = netTerms(request.problem, diagrams, i, 2);
@@ -258,7 +258,8 @@ void writeZero(SheetWriter& writer, const SheetRequest& request, const PressureS
     const double ground = lowerGround(request.problem);
     const int putIn = putInRow(request.problem, diagrams);
     for (int i = 1; i < diagrams.grid.NumElevs; ++i) {
-        if (diagrams.grid.ElevGrid(i) > ground + Near || diagrams.NetActive(i, 1) > Near) {
+        if (diagrams.grid.ElevGrid(i) > ground + SameElevation ||
+            diagrams.NetActive(i, 1) > PressureNoise) {
             continue;
         }
         if (i == putIn && diagrams.grid.ElevGrid(i) > endOfDiagrams(request, stage)) {

@@ -10,8 +10,6 @@ namespace korvane::sheet {
 
 namespace {
 
-constexpr double Near = 0.0001; ///< FT, elevations of one row
-
 /// What a layer does to the vertical stress, as the symbols of the formulas.
 struct LayerSymbols {
     Expr Ka, Kp, ca, cp, deltaA, deltaP;
@@ -134,7 +132,7 @@ void writeIntervalTable(SheetWriter& writer, const std::vector<Interval>& interv
                      {"", Quantity::Stress, head("p", "a")},
                      {"", Quantity::Stress, head("p", "p")}};
     for (const Interval& interval : intervals) {
-        if (interval.top <= lowest + Near) {
+        if (interval.top <= lowest + SameElevation) {
             break;
         }
         const LayerSymbols layer(layers.at(static_cast<std::size_t>(interval.layer - 1)));
@@ -292,7 +290,7 @@ class RowPressures {
         const double surface = shares_.loads.empty() ? problem_.SurfaceElev(side_, 1)
                                                      : shares_.surface; // as its row stands
         const double depth = surface - elev;
-        const double load = depth > Near ? surchargeAt(problem_, side_, depth) : 0;
+        const double load = depth > SameElevation ? surchargeAt(problem_, side_, depth) : 0;
         return {layer.active(stress).value() + load, layer.passive(stress).value() + load};
     }
 
@@ -316,7 +314,7 @@ void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureS
     ElevationRanges cut;
     for (int i = 1; i <= lowestRow(stage); ++i) {
         const double elev = grid.ElevGrid(i);
-        if (elev > request.problem.SurfaceElev(side, 1) + Near) {
+        if (elev > request.problem.SurfaceElev(side, 1) + SameElevation) {
             continue;
         }
         bool acts = false;
@@ -325,7 +323,7 @@ void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureS
                 continue;
             }
             const RowPressures::Values own = rows.at(elev, k);
-            acts = acts || own.active < -Near;
+            acts = acts || own.active < -PressureNoise;
             const std::string at = "at " + elevationText(elev, request.units);
             active.add(std::max(0.0, own.active), pressures.ActivePressures(side, i, k), at);
             passive.add(own.passive, pressures.PassivePressures(side, i, k), at);
@@ -439,7 +437,7 @@ void writeStresses(SheetWriter& writer, const SheetRequest& request, const Press
     }
     int layerAbove = 0;
     for (const Interval& interval : intervals) {
-        if (interval.top > lowest + Near) {
+        if (interval.top > lowest + SameElevation) {
             writeInterval(writer, interval,
                           LayerSymbols(layers.at(static_cast<std::size_t>(interval.layer - 1))),
                           lowest, interval.layer != layerAbove);

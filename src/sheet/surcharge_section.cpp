@@ -20,9 +20,6 @@ struct LoadPart {
     double p1 = 0, p2 = 0; ///< PSF at x1 and x2
 };
 
-/// FT; a ramp no longer than this has no sloping part.
-constexpr double ShortestRamp = 0.0001;
-
 struct Step {
     Symbol symbol;
     Expr expression;
@@ -30,11 +27,10 @@ struct Step {
 };
 
 LoadPart linePart(const Problem& problem, int side, int i) {
-    constexpr double nearShare = 0.4;
     const double height =
         side == Right ? problem.SurfaceElev(Right, 1) - problem.SurfaceElev(Left, 1) : 0;
     const double x = problem.VLineDist(side, i);
-    const bool near = height > 0 && x / height <= nearShare;
+    const bool near = height > 0 && x / height <= NearLoadRatio;
     LoadPart part{near ? LoadPart::Form::NearLine : LoadPart::Form::FarLine};
     part.load = problem.VLineLoad(side, i);
     part.height = height;

@@ -5,6 +5,7 @@
 
 #include "notes/clay_resistance.h"
 #include "runtime/number_format.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <cmath>
@@ -128,11 +129,10 @@ void tellLeastPressure(SheetWriter& writer, const SheetRequest& request) {
     const PressureDiagrams& diagrams = stages.front().diagrams;
     const double ground =
         std::min(request.problem.SurfaceElev(Right, 1), request.problem.SurfaceElev(Left, 1));
-    constexpr double near = 0.0001;
     int least = 0;
     for (int i = 1; i <= diagrams.grid.NumElevs - 2; ++i) {
         const bool better = least == 0 || diagrams.NetActive(i, 1) < diagrams.NetActive(least, 1);
-        least = diagrams.grid.ElevGrid(i) < ground + near && better ? i : least;
+        least = diagrams.grid.ElevGrid(i) < ground + SameElevation && better ? i : least;
     }
     if (least != 0) {
         writer.paragraph("The least net active pressure below the lower ground is " +

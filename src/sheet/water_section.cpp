@@ -9,7 +9,6 @@ namespace korvane::sheet {
 
 namespace {
 
-constexpr double Near = 0.0001;        ///< FT, elevations of one row
 constexpr double SeepageEndNear = 0.1; ///< FT, a row so near the end of seepage is the last in it
 
 /// FT; the search for the bottom ends where a seepage pass moves it by no more than this.
@@ -327,7 +326,7 @@ void writeNetWater(SheetWriter& writer, const SheetRequest& request, const Press
     const double highest = std::max(problem.WaterElev(Right), problem.WaterElev(Left));
     bool defined = false;
     for (const double elev : places) {
-        const bool used = seeps(problem) && elev < lastSeeping - Near;
+        const bool used = seeps(problem) && elev < lastSeeping - SameElevation;
         if (elev >= highest || elev < lowest || used) {
             continue;
         }

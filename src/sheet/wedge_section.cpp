@@ -2,6 +2,7 @@
 #include "sheet/pressure_parts.h"
 #include "sheet/soil_work.h"
 #include "sheet/wedge_work.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +11,6 @@
 namespace korvane::sheet {
 
 namespace {
-
-constexpr double Near = 0.0001; ///< FT and PSF: what counts as nothing
 
 /// One wedge side at work.
 struct WedgeRun {
@@ -252,7 +251,7 @@ void writeReach(const WedgeRun& run) {
         const bool rises = std::any_of(ground.begin(), ground.end(), [&](const GroundPoint& point) {
             return point.x > reach &&
                    point.y > problem.SoilBottomElev(run.side, layer) +
-                                 problem.SoilBottomSlope(run.side, layer) * point.x + Near;
+                                 problem.SoilBottomSlope(run.side, layer) * point.x + SameElevation;
         });
         if (rises) {
             run.writer.paragraph("Approximation: layer " + std::to_string(layer) + " ends " +
@@ -393,7 +392,7 @@ void writeRules(const WedgeRun& run) {
     const WedgePressureRow* above = nullptr;
     int layer = 1;
     for (const WedgePressureRow& row : run.wedge.pressures) {
-        if (row.elev < lowest - Near) {
+        if (row.elev < lowest - SameElevation) {
             break;
         }
         const std::string at = run.at(row.elev);
@@ -406,7 +405,7 @@ void writeRules(const WedgeRun& run) {
             stage.gradient = run.stage.gradient;
             // Exactly at the end of seepage a row is outside of it here.
             stage.seepageEnd =
-                row.elev == run.stage.seepageEnd ? row.elev + Near : run.stage.seepageEnd;
+                row.elev == run.stage.seepageEnd ? row.elev + SameElevation : run.stage.seepageEnd;
             const WaterShare water = waterShare(problem, stage, run.side, row.elev);
             const double weight = water.wet ? problem.SoilSatWeight(run.side, layer)
                                             : problem.SoilMoistWeight(run.side, layer);

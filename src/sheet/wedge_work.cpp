@@ -67,7 +67,7 @@ class SoilAbovePiece {
         if (problem.SeepageKind != Seepage::None) {
             seepTop_ = side == Right ? std::min(problem.SeepageElev, water_) : water_;
             // Up to the gradient that a design starts with, seepage has no end.
-            seepEnd_ = gradient_ > 0.0001 ? stage.seepageEnd : -Infinite;
+            seepEnd_ = gradient_ > StartGradient ? stage.seepageEnd : -Infinite;
         }
     }
 
