@@ -178,6 +178,18 @@ bool visitFields(const Problem& problem, const Found& found) {
     return true;
 }
 
+/// The gradients go on from one solution to the next, also those that the record has no use for.
+bool visitOutcomes(const Problem& problem, const Found& found) {
+    const FieldRules& rules = rulesOf(ProblemField::SeepageGradient);
+    const int visited = problem.SeepageKind == Seepage::Given ? 1 : 0;
+    for (int level = visited + 1; level <= rules.places; ++level) {
+        if (!visitValue(problem, rules, 0, level, false, found)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 // ---- rules between sections
 // ----------------------------------------------------------------------
 
@@ -353,8 +365,8 @@ std::string findingText(const Finding& finding) {
 
 void forEachFinding(const Problem& problem, const Found& found) {
     static_cast<void>(visitCounts(problem, found) && visitChoices(problem, found) &&
-                      visitFields(problem, found) && visitLastLayers(problem, found) &&
-                      visitCrossRules(problem, found));
+                      visitFields(problem, found) && visitOutcomes(problem, found) &&
+                      visitLastLayers(problem, found) && visitCrossRules(problem, found));
 }
 
 std::vector<Finding> validate(const Problem& problem) {

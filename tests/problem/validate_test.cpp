@@ -227,6 +227,29 @@ TEST(Validate, AgreesWithTheReaderOnEverySpoiltNumber) {
     EXPECT_GT(taken, 100);
 }
 
+// A solution leaves gradients in the record, used or not; the next one starts from them.
+TEST(Validate, GradientsOfEitherLevelAreFinite) {
+    for (const Seepage kind : {Seepage::None, Seepage::Automatic, Seepage::Given}) {
+        for (const int level : {1, 2}) {
+            Problem problem = fullWall();
+            problem.SeepageKind = kind;
+            problem.SeepageGradient.fill(0.25);
+            const auto fatal = [&problem] {
+                int count = 0;
+                for (const Finding& finding : validate(problem)) {
+                    count += finding.isFatal() ? 1 : 0;
+                }
+                return count;
+            };
+            EXPECT_EQ(fatal(), 0);
+            problem.SeepageGradient(level) = std::numeric_limits<double>::quiet_NaN();
+            EXPECT_EQ(fatal(), 1);
+            problem.SeepageGradient(level) = -std::numeric_limits<double>::infinity();
+            EXPECT_EQ(fatal(), 1);
+        }
+    }
+}
+
 TEST(Validate, FindsNothingInWhatFilesGive) {
     const auto check = [](const Problem& problem, const std::string& name) {
         for (const Finding& finding : validate(problem)) {

@@ -32,13 +32,31 @@ struct Road {
     PileSections sections;
     int refused = 0;
     int solved = 0;
+    int swept = 0;
 
     Road() { LoadPileDefaults(sections); }
 
-    Solved run(const Problem& problem) {
+    Solved run(const Problem& problem, WedgeMethod wedge = WedgeMethod::FixedSurface) {
         Options options;
-        options.wedge = WedgeMethod::FixedSurface;
+        options.wedge = wedge;
         return solve(problem, options, sections, workspace);
+    }
+
+    /// What is not refused is solved, or fails with a told failure.
+    void checkTaken(const Solved& outcome, const std::string& what) {
+        EXPECT_NE(outcome.failure.code, FailureCode::InvalidProblem) << what;
+        if (outcome.results != nullptr) {
+            ++solved;
+            EXPECT_TRUE(std::isfinite(outcome.results->levels(1).diagrams.MaxMoment.value)) << what;
+        } else {
+            EXPECT_TRUE(outcome.failure) << what;
+        }
+    }
+
+    bool hasWedge() const {
+        const auto& methods = workspace.state().preparation.SideMethod;
+        return methods(Right) == PressureMethod::FixedSurface ||
+               methods(Left) == PressureMethod::FixedSurface;
     }
 
     void check(const Problem& problem, const std::string& what) {
@@ -53,10 +71,11 @@ struct Road {
             ++refused;
             return;
         }
-        EXPECT_NE(outcome.failure.code, FailureCode::InvalidProblem) << what;
-        if (outcome.results != nullptr) {
-            ++solved;
-            EXPECT_TRUE(std::isfinite(outcome.results->levels(1).diagrams.MaxMoment.value)) << what;
+        checkTaken(outcome, what);
+        if (hasWedge()) {
+            ASSERT_NO_THROW(outcome = run(problem, WedgeMethod::Sweep)) << what;
+            checkTaken(outcome, what + " by sweep");
+            ++swept;
         }
     }
 };
@@ -87,6 +106,10 @@ std::vector<Problem> wholeProblems() {
     for (const RandomKind& drawn : kinds) {
         problems.push_back(walls.next(drawn));
     }
+    Problem given = problems[1];
+    given.SeepageKind = Seepage::Given;
+    given.SeepageGradient.fill(0.05);
+    problems.push_back(given);
     return problems;
 }
 
@@ -97,7 +120,10 @@ TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
         for (const FieldGroup& group : fieldGroups()) {
             for (int side = 1; side <= group.sides; ++side) {
                 const int rows = group.rows(whole, side);
-                for (int row = 1; row <= std::min(rows, 2); ++row) { // the others are alike
+                for (int row = 1; row <= rows; ++row) {
+                    if (row > 2 && row < rows) {
+                        continue; // alike
+                    }
                     for (int f = static_cast<int>(group.first); f <= static_cast<int>(group.last);
                          ++f) {
                         const FieldRules& rules = rulesOf(static_cast<ProblemField>(f));
@@ -120,40 +146,73 @@ TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
     }
     EXPECT_GT(road.refused, 500);
     EXPECT_GT(road.solved, 100);
+    EXPECT_GT(road.swept, 50);
+}
+
+// Also where the record has no use for them: a solution leaves its own there.
+TEST(SpoiltProblems, GradientsThatAreNoNumbersPassNowhere) {
+    Road road;
+    for (const Problem& whole : wholeProblems()) {
+        for (const int level : {1, 2}) {
+            for (const double value : {std::nan(""), Infinity, -Infinity}) {
+                Problem problem = whole;
+                problem.SeepageGradient(level) = value;
+                road.check(problem, "gradient " + std::to_string(level));
+                EXPECT_TRUE(firstFatal(problem));
+            }
+        }
+        ASSERT_EQ(road.solved, 0);
+        const Solved first = road.run(whole); // what it leaves in a record is no reason to refuse
+        Problem told = whole;
+        told.SeepageKind = road.workspace.state().preparation.SeepageKind;
+        told.SeepageGradient = road.workspace.state().preparation.SeepageGradient;
+        EXPECT_FALSE(firstFatal(told));
+        const FailureCode code = first.failure.code;
+        EXPECT_EQ(road.run(told).failure.code, code);
+    }
 }
 
 TEST(SpoiltProblems, CountsAndKindsNeverCrashTheRoad) {
     struct Count {
         const char* name;
-        int& (*of)(Problem&);
+        int& (*of)(Problem&, int side);
         int places;
     };
     const Count counts[] = {
-        {"headings", [](Problem& p) -> int& { return p.NumHeadingLines; }, 4},
-        {"surface", [](Problem& p) -> int& { return p.SurfacePointCount(Left); }, 11},
-        {"layers", [](Problem& p) -> int& { return p.SoilLayerCount(Right); }, 11},
-        {"water", [](Problem& p) -> int& { return p.WaterPressCount; }, 21},
-        {"line", [](Problem& p) -> int& { return p.VLineCount(Right); }, 5},
-        {"uniform", [](Problem& p) -> int& { return p.VUniformCount(Right); }, 1},
-        {"strip", [](Problem& p) -> int& { return p.VStripCount(Left); }, 11},
-        {"ramp", [](Problem& p) -> int& { return p.VRampCount(Right); }, 1},
-        {"triangle", [](Problem& p) -> int& { return p.VTriCount(Right); }, 11},
-        {"variable", [](Problem& p) -> int& { return p.VVarCount(Right); }, 11},
-        {"horizontal lines", [](Problem& p) -> int& { return p.HLineCount; }, 5},
-        {"distributed", [](Problem& p) -> int& { return p.HDistCount; }, 11},
+        {"headings", [](Problem& p, int) -> int& { return p.NumHeadingLines; }, 4},
+        {"surface", [](Problem& p, int s) -> int& { return p.SurfacePointCount(s); }, 11},
+        {"layers", [](Problem& p, int s) -> int& { return p.SoilLayerCount(s); }, 11},
+        {"water", [](Problem& p, int) -> int& { return p.WaterPressCount; }, 21},
+        {"line", [](Problem& p, int s) -> int& { return p.VLineCount(s); }, 5},
+        {"uniform", [](Problem& p, int s) -> int& { return p.VUniformCount(s); }, 1},
+        {"strip", [](Problem& p, int s) -> int& { return p.VStripCount(s); }, 11},
+        {"ramp", [](Problem& p, int s) -> int& { return p.VRampCount(s); }, 1},
+        {"triangle", [](Problem& p, int s) -> int& { return p.VTriCount(s); }, 11},
+        {"variable", [](Problem& p, int s) -> int& { return p.VVarCount(s); }, 11},
+        {"horizontal lines", [](Problem& p, int) -> int& { return p.HLineCount; }, 5},
+        {"distributed", [](Problem& p, int) -> int& { return p.HDistCount; }, 11},
     };
     Road road;
     for (const Problem& whole : wholeProblems()) {
         for (const Count& count : counts) {
             for (const int value :
                  {-2147483647, -1, 0, 1, count.places, count.places + 1, 100000}) {
-                Problem problem = whole;
-                count.of(problem) = value;
-                road.check(problem, count.name + std::string(" ") + std::to_string(value));
-                if (value < 0 || value > count.places) {
-                    EXPECT_TRUE(firstFatal(problem)) << count.name << value;
+                for (const int side : {Right, Left}) {
+                    Problem problem = whole;
+                    count.of(problem, side) = value;
+                    road.check(problem, count.name + std::string(" ") + std::to_string(value));
+                    if (value < 0 || value > count.places) {
+                        EXPECT_TRUE(firstFatal(problem)) << count.name << value;
+                    }
                 }
             }
+        }
+        for (const int kind : {-2147483647, -1, 0, 1, 2, 3, 100000}) {
+            Problem problem = whole;
+            problem.FSKind = kind;
+            road.check(problem, "factors " + std::to_string(kind));
+            const bool inUse = whole.ProgramMode == Mode::Analysis;
+            EXPECT_EQ(firstFatal(problem).has_value(), inUse && kind != 1 && kind != 2);
         }
         for (const char letter : {'\0', 'X', 'A', 'C', 'S', 'E', 'P', 'G', 'D', '\x80'}) {
             Problem problem = whole;
@@ -164,7 +223,10 @@ TEST(SpoiltProblems, CountsAndKindsNeverCrashTheRoad) {
             road.check(problem, std::string("mode ") + letter);
             problem = whole;
             problem.SoilDataKind(Right) = static_cast<SoilData>(letter);
-            road.check(problem, std::string("soil ") + letter);
+            road.check(problem, std::string("right soil ") + letter);
+            problem = whole;
+            problem.SoilDataKind(Left) = static_cast<SoilData>(letter);
+            road.check(problem, std::string("left soil ") + letter);
             problem = whole;
             problem.WaterDataKind = static_cast<WaterData>(letter);
             road.check(problem, std::string("water ") + letter);
@@ -188,6 +250,12 @@ TEST(SpoiltProblems, WhatOneOfFilesAndScreensTakesIsSolved) {
 
     problem = plainCantilever();
     problem.SoilWallFriction(Right, 1) = -5; // screens
+    EXPECT_NE(road.run(problem).results, nullptr);
+
+    problem = plainCantilever();
+    problem.VVarCount(Right) = 1; // of one point: screens
+    problem.VVarDist(Right, 1) = 5;
+    problem.VVarLoad(Right, 1) = 100;
     EXPECT_NE(road.run(problem).results, nullptr);
 
     problem = plainCantilever();
