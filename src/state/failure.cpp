@@ -20,6 +20,7 @@ struct FailureWords {
     const char* title;
     const char* text;
     Icon icon = Icon::None;
+    bool hasElev = false; ///< the failure's elevation stands
 };
 
 constexpr const char* Plain = "KORVANE";
@@ -60,13 +61,16 @@ constexpr std::array<FailureWords, FailureCodeCount> Words{{
      "\nor driving force of retained soil above left side surfaceis zero."
      "\n\n     Unable to continue."},
     {FailureCode::CantileverBottomAbove, "cantilever-bottom-above", Plain,
-     "DESIGN BOTTOM OF CANTILEVER WALL IS ABOVE ELEVATION {elev}\n\n     UNABLE TO CONTINUE."},
+     "DESIGN BOTTOM OF CANTILEVER WALL IS ABOVE ELEVATION {elev}\n\n     UNABLE TO CONTINUE.",
+     Icon::None, true},
     {FailureCode::NoCantileverBottom, "no-cantilever-bottom", Plain,
      "NO SOLUTION FOR CANTILEVER WALL DESIGN WITH\nBOTTOM OF WALL DOWN TO ELEVATION {elev} (FT)."
-     "\n\n     UNABLE TO CONTINUE."},
+     "\n\n     UNABLE TO CONTINUE.",
+     Icon::None, true},
     {FailureCode::CantileverOscillates, "cantilever-oscillates", Plain,
      "DESIGN BOTTOM OF CANTILEVER WALL APPEARS TO BE\nOSCILLATING ABOUT ELEVATION {elev} (FT)."
-     "\n\n     UNABLE TO CONTINUE."},
+     "\n\n     UNABLE TO CONTINUE.",
+     Icon::None, true},
     {FailureCode::CantileverTurnsAround, "cantilever-turns-around", Plain,
      "CONDITIONS ENCOUNTERED WHERE IMPENDING ROTATION OF\n"
      "CANTILEVER WALL IS CLOCKWISE.  OR DRIVING FORCES OF THE\n"
@@ -75,10 +79,12 @@ constexpr std::array<FailureWords, FailureCodeCount> Words{{
      "REFINEMENT OF WALL BOTTOM DOES NOT CONVERGE\nFOR {WALL}.\n\n     UNABLE TO CONTINUE."},
     {FailureCode::NoFreeEarthBottom, "no-free-earth-bottom", Plain,
      "A SOLUTION FOR PENETRATION HAS NOT BEEN FOUND FOR AN ELEVATION\nDOWN TO EL {elev} FT."
-     "\n\n     UNABLE TO CONTINUE."},
+     "\n\n     UNABLE TO CONTINUE.",
+     Icon::None, true},
     {FailureCode::AnchoredOscillates, "anchored-oscillates", Plain,
      "DESIGN PENETRATION FOR ANCHORED WALL APPEARS\n{tobe}OSCILLATING ABOUT ELEVATION = {elev} FT."
-     "\n\nUNABLE TO CONTINUE."},
+     "\n\nUNABLE TO CONTINUE.",
+     Icon::None, true},
     {FailureCode::AnchoredTurnsAround, "anchored-turns-around", Plain,
      "CONDITIONS ENCOUNTERED WHERE ANCHORED WALL TENDS\n"
      "TO ROTATE COUNTERCLOCKWISE ABOUT ANCHOR OR\nANCHOR FORCE IS COMPRESSION."
@@ -181,7 +187,7 @@ const char* failureName(FailureCode code) {
 }
 
 bool failureHasElevation(FailureCode code) {
-    return std::string_view(wordsOf(code).text).find("{elev}") != std::string_view::npos;
+    return wordsOf(code).hasElev;
 }
 
 bool hasBox(const Failure& failure) {

@@ -58,7 +58,7 @@ struct Stage {
     int level = 0;
 };
 
-/// Why a solution ended. Fields that do not belong to the code are 0.
+/// Why a solution ended. Fields that do not belong to the code or the stage are 0.
 struct Failure {
     FailureCode code = FailureCode::None;
     Stage stage = {};
