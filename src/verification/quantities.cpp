@@ -4,6 +4,7 @@
 #include "pressures/elevation_grid.h"
 #include "rowe/moment_reduction.h"
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 #include "verification/beam_figures.h"
 
 #include <cmath>
@@ -19,7 +20,7 @@ using Value = std::optional<double>;
 
 /// Grid row of a depth below the wall top at the first pressures; 0 where there is none.
 int rowAtDepth(const CaseWall& wall, double depth) {
-    return firstRowAt(wall.first->grid, wall.problem.WallTopElev - depth);
+    return firstRowAt(wall.first().grid, wall.problem.WallTopElev - depth);
 }
 
 /// The value of a diagram at a row; nothing at row 0.
@@ -36,7 +37,7 @@ Value integrate(const CaseWall& wall, int from, int to,
     }
     double sum = 0;
     for (int i = from + 1; i <= to; ++i) {
-        const double height = wall.first->grid.ElevGrid(i - 1) - wall.first->grid.ElevGrid(i);
+        const double height = wall.first().grid.ElevGrid(i - 1) - wall.first().grid.ElevGrid(i);
         sum += (value(i - 1, 1) + value(i, 2)) / 2 * height;
     }
     return sum;
@@ -44,36 +45,35 @@ Value integrate(const CaseWall& wall, int from, int to,
 
 template <int k>
 Value netActive(const CaseWall* wall, const Arguments& a) {
-    return atRow(rowAtDepth(*wall, a[0]),
-                 [&](int row) { return wall->first->net.NetActive(row, k); });
+    return atRow(rowAtDepth(*wall, a[0]), [&](int row) { return wall->first().NetActive(row, k); });
 }
 
 template <int k>
 Value active(const CaseWall* wall, const Arguments& a) {
     return atRow(rowAtDepth(*wall, a[1]), [&](int row) {
-        return wall->first->pressures.ActivePressures(static_cast<int>(a[0]), row, k);
+        return wall->first().pressures.ActivePressures(static_cast<int>(a[0]), row, k);
     });
 }
 
 template <int k>
 Value passive(const CaseWall* wall, const Arguments& a) {
     return atRow(rowAtDepth(*wall, a[1]), [&](int row) {
-        return wall->first->pressures.PassivePressures(static_cast<int>(a[0]), row, k);
+        return wall->first().pressures.PassivePressures(static_cast<int>(a[0]), row, k);
     });
 }
 
 Value activeForce(const CaseWall* wall, const Arguments& a) {
     const int side = static_cast<int>(a[0]);
     return integrate(*wall, rowAtDepth(*wall, a[1]), rowAtDepth(*wall, a[2]), [&](int i, int k) {
-        return wall->first->pressures.ActivePressures(side, i, k);
+        return wall->first().pressures.ActivePressures(side, i, k);
     });
 }
 
 Value zeroActive(const CaseWall* wall, const Arguments& a) {
     const int side = static_cast<int>(a[0]);
-    const ElevationGrid& grid = wall->first->grid;
+    const ElevationGrid& grid = wall->first().grid;
     for (int row = 1; row < grid.NumElevs; ++row) {
-        if (wall->first->pressures.ActivePressures(side, row + 1, 2) > 0) {
+        if (wall->first().pressures.ActivePressures(side, row + 1, 2) > 0) {
             return wall->problem.WallTopElev - grid.ElevGrid(row);
         }
     }
@@ -82,21 +82,49 @@ Value zeroActive(const CaseWall* wall, const Arguments& a) {
 
 Value waterPressure(const CaseWall* wall, const Arguments& a) {
     return atRow(rowAtDepth(*wall, a[0]),
-                 [&](int row) { return wall->first->pressures.WaterPressures(row, 2); });
+                 [&](int row) { return wall->first().pressures.WaterPressures(row, 2); });
+}
+
+/// A point of the pressures of all surcharges of a side.
+struct SurchargePoint {
+    double elev;
+    double pressure;
+};
+
+/// From the surface down, as they were worked out; rows inserted later do not carry them along.
+std::vector<SurchargePoint> surchargesOf(const CaseWall& wall, int side) {
+    const SurchargeShares& shares = wall.workspace.review().details.sides(side).surcharges;
+    std::vector<SurchargePoint> points{{wall.problem.SurfaceElev(side, 1), 0}};
+    for (std::size_t row = 0; row < shares.elev.size(); ++row) {
+        points.push_back({shares.elev[row], shares.sum[row]});
+    }
+    return points;
 }
 
 Value surcharge(const CaseWall* wall, const Arguments& a) {
-    return atRow(rowAtDepth(*wall, a[1]), [&](int row) {
-        return wall->first->pressures.SurchargePressures(static_cast<int>(a[0]), row);
-    });
+    const double elev = wall->problem.WallTopElev - a[1];
+    for (const SurchargePoint& point : surchargesOf(*wall, static_cast<int>(a[0]))) {
+        if (std::fabs(point.elev - elev) <= SameElevation) {
+            return point.pressure;
+        }
+    }
+    return std::nullopt;
 }
 
 Value surchargeForce(const CaseWall* wall, const Arguments& a) {
-    const int side = static_cast<int>(a[0]);
-    const int surface = firstRowAt(wall->first->grid, wall->problem.SurfaceElev(side, 1));
-    return integrate(*wall, surface, rowAtDepth(*wall, a[1]), [&](int i, int) {
-        return wall->first->pressures.SurchargePressures(side, i);
-    });
+    const double end = wall->problem.WallTopElev - a[1];
+    const std::vector<SurchargePoint> points = surchargesOf(*wall, static_cast<int>(a[0]));
+    double sum = 0;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        if (i > 0) {
+            const SurchargePoint& above = points[i - 1];
+            sum += (above.pressure + points[i].pressure) / 2 * (above.elev - points[i].elev);
+        }
+        if (std::fabs(points[i].elev - end) <= SameElevation) {
+            return sum;
+        }
+    }
+    return std::nullopt;
 }
 
 // ---- results ----------------------------------------------------------------------------------

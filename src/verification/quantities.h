@@ -2,9 +2,7 @@
 #pragma once
 
 #include "solution/solution.h"
-#include "state/kept_work.h"
 
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -15,11 +13,11 @@ namespace korvane {
 struct CaseWall {
     Problem problem;
     Workspace workspace;
-    KeptWork kept;
-    std::unique_ptr<State> first = std::make_unique<State>(problem, kept); ///< first pressures
     bool solved = false;
 
     const Results& results() const { return workspace.results(); }
+    /// The first pressures; those of an analysis have no rows.
+    const PressureDiagrams& first() const { return workspace.review().diagrams; }
 };
 
 using Arguments = std::vector<double>;

@@ -1,6 +1,5 @@
 #include "verification/verification.h"
 
-#include "pressures/surcharge_pressures.h"
 #include "problem/input_reader.h"
 #include "runtime/file_text.h"
 #include "runtime/run_guarded.h"
@@ -26,6 +25,7 @@ std::string oneLine(std::string text) {
 /// Reads the wall of a case and solves it; the failure, if it ends with one.
 Failure solveCase(const VerificationCase& wanted, const std::string& text, CaseWall& wall) {
     Options options;
+    options.keepDetails = true; // the surcharges
     options.wedge = wanted.fixedSurface ? WedgeMethod::FixedSurface : WedgeMethod::Sweep;
     clearProblemData(wall.problem);
     if (!readProblem(wall.problem, text, wanted.input).complete) {
@@ -34,11 +34,6 @@ Failure solveCase(const VerificationCase& wanted, const std::string& text, CaseW
     const auto review = reviewWall(wall.problem, options, wall.workspace);
     if (!review) {
         return review.failure();
-    }
-    *wall.first = wall.workspace.state();
-    for (const int side : {Right, Left}) {
-        // Anew: the column does not follow inserted rows.
-        ComputeSurchargePressures(*wall.first, side);
     }
     const auto results = solveWall(wall.workspace);
     wall.solved = static_cast<bool>(results);
