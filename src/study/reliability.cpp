@@ -314,7 +314,8 @@ FirstOrder firstOrder(const Study& study, const LimitState& limit,
         }
         result.points.push_back(std::move(point));
     }
-    const double squares = std::pow(lengthOf(result.importance), 2);
+    const double length = lengthOf(result.importance);
+    const double squares = length * length;
     for (double& share : result.importance) {
         share = squares == 0 ? 0 : share * share / squares;
     }

@@ -171,6 +171,16 @@ TEST(CompleteResults, RowsMoreThanOneTenThousandthApartAreNoStep) {
     EXPECT_EQ(rowMarks(bench.resultReport()), (Lines{"", "", ""}));
 }
 
+TEST(CompleteResults, RowsLessThanOneTenThousandthApartAreAStep) {
+    ReportBench bench;
+    LevelResult& level = bench.results.levels(1);
+    solveCantilever(level);
+    setElevations(level.solved.grid, {0, -10, -20, -30, -40});
+    setRows(level.diagrams,
+            {{0, 0, 0, 0, 0}, {-5, 0, 0, 0, 0}, {-5.00009, 0, 0, 0, 0}, {-9, 0, 0, 0, 0}});
+    EXPECT_EQ(rowMarks(bench.resultReport()), (Lines{"", "+", "-", ""}));
+}
+
 // The first row and the rows from the number of grid points on are never marked.
 TEST(CompleteResults, MarksStandFromTheSecondRowToTheOneBeforeTheLastGridPoint) {
     ReportBench bench;
