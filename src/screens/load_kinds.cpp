@@ -1,8 +1,10 @@
 #include "screens/load_kinds.h"
 
+#include "runtime/runtime_error.h"
 #include "screens/sketch.h"
 
 #include <array>
+#include <span>
 
 namespace korvane {
 
@@ -211,14 +213,21 @@ constexpr LoadKind horizontalLoads[] = {
                 "\n          DISTRIBUTED LOAD DATA and exit."},
 };
 
+const LoadKind& kindAt(std::span<const LoadKind> kinds, int number) {
+    if (number < 1 || number > static_cast<int>(kinds.size())) {
+        throwRuntimeError(9);
+    }
+    return kinds[static_cast<std::size_t>(number - 1)];
+}
+
 } // namespace
 
 const LoadKind& verticalLoad(int kind) {
-    return verticalLoads[kind - 1];
+    return kindAt(verticalLoads, kind);
 }
 
 const LoadKind& horizontalLoad(int section) {
-    return horizontalLoads[section - 1];
+    return kindAt(horizontalLoads, section);
 }
 
 } // namespace korvane

@@ -44,7 +44,7 @@ struct LoadKind {
     bool cancelIsFailure = false; ///< Cancel sets SolutionFailed
 };
 
-/// Kinds 1 to 6 of SURCHARG.
+/// Kinds 1 to 6 of SURCHARG. RuntimeError 9 for any other, here and below.
 const LoadKind& verticalLoad(int kind);
 /// Sections 1 and 2 of HORLOAD.
 const LoadKind& horizontalLoad(int section);
