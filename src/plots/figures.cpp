@@ -69,7 +69,7 @@ void visitFigures(const PlotData& data, bool solved,
     if (solved && data.problem.WallType == WallKind::Anchored) {
         visitGroup(data, FreeEarthGroup, take);
         visitGroup(data, FixedEarthGroup, take);
-        if (data.reduction.RoweSoilType != 0) { // sand or clay, as the screen shows it
+        if (data.reduction.hasCurves()) { // sand or clay, as the screen shows it
             visitGroup(data, RoweGroup, take);
         }
     } else if (solved) {

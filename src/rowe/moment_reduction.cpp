@@ -131,7 +131,7 @@ MomentReduction reduceMoments(const Problem& problem, const Results& results,
         return rowe;
     }
     const LevelResult& freeEarth = results.levels(1);
-    rowe.RoweSoilType = static_cast<int>(*soil);
+    rowe.RoweSoilType = *soil;
     rowe.RoweHeight = problem.WallTopElev - freeEarth.bottomElev;
     rowe.RoweAlpha = divide(problem.WallTopElev - problem.SurfaceElev(Left, 1), rowe.RoweHeight);
     rowe.RoweBeta = divide(problem.WallTopElev - problem.AnchorElev, rowe.RoweHeight);
@@ -146,7 +146,7 @@ MomentReduction reduceMoments(const Problem& problem, const Results& results,
         rowe.RoweSandCurve = sandCurve(rowe.RoweAlpha);
     }
     reduceSections(rowe, *soil, sections.PileSectionCount);
-    rowe.RoweSoilType = rowe.applicable ? static_cast<int>(*soil) : 0;
+    rowe.RoweSoilType = rowe.applicable ? *soil : RoweSoil::None;
     rowe.soil = *soil;
     return rowe;
 }

@@ -114,21 +114,24 @@ class RoweConditions {
 
 /// Rowe's moment reduction for every section of a table.
 struct MomentReduction {
-    RoweSoil soil = RoweSoil::None;    ///< of the report; None where there is nothing to report
-    int RoweSoilType = 0;              ///< 0 none or not applicable, 1 sand, 2 clay
-    double RoweHeight = 0;             ///< FT, wall top less free earth bottom
-    double RoweAlpha = 0;              ///< wall height ratio
-    double RoweBeta = 0;               ///< anchor height ratio
-    double RoweStability = 0;          ///< stability number S, clay
-    bool applicable = false;           ///< the wall is within the range of the method
-    bool sandOutOfRange = false;       ///< it applies to sand, but not to every section
-    RoweConditions broken;             ///< why it is not applicable
-    Array<double, 13> PileLogRigidity; ///< log10(H^4 / EI)
-    Array<double, 13> PileMomentRatio; ///< allowable over free earth moment
-    Array<double, 2, 5> RoweSandCurve; ///< (density, point) at the wall's ALPHA
-    Array<bool, 13> inRange;           ///< (p) the section has coefficients
-    Array<double, 13, 2> coefficient;  ///< (p, 1) loose sand or clay, (p, 2) dense sand
-    Array<double, 13, 2> reducedRatio; ///< (p, k) allowable over reduced free earth moment
+    RoweSoil soil = RoweSoil::None; ///< of the report; None where there is nothing to report
+    RoweSoil RoweSoilType = RoweSoil::None; ///< as `soil`; None where the method does not apply
+    double RoweHeight = 0;                  ///< FT, wall top less free earth bottom
+    double RoweAlpha = 0;                   ///< wall height ratio
+    double RoweBeta = 0;                    ///< anchor height ratio
+    double RoweStability = 0;               ///< stability number S, clay
+    bool applicable = false;                ///< the wall is within the range of the method
+    bool sandOutOfRange = false;            ///< it applies to sand, but not to every section
+    RoweConditions broken;                  ///< why it is not applicable
+    Array<double, 13> PileLogRigidity;      ///< log10(H^4 / EI)
+    Array<double, 13> PileMomentRatio;      ///< allowable over free earth moment
+    Array<double, 2, 5> RoweSandCurve;      ///< (density, point) at the wall's ALPHA
+    Array<bool, 13> inRange;                ///< (p) the section has coefficients
+    Array<double, 13, 2> coefficient;       ///< (p, 1) loose sand or clay, (p, 2) dense sand
+    Array<double, 13, 2> reducedRatio;      ///< (p, k) allowable over reduced free earth moment
+
+    /// True where there are curves to show: the method applies.
+    bool hasCurves() const { return RoweSoilType != RoweSoil::None; }
 };
 
 } // namespace korvane

@@ -305,7 +305,7 @@ TEST(MenuStates, RoweCurvesAreOnOnlyWhereTheReductionFoundASoil) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    ASSERT_EQ(office.session->workspace.reduction().RoweSoilType, 1);
+    ASSERT_EQ(office.session->workspace.reduction().RoweSoilType, RoweSoil::Sand);
     Row row = finished(afterOpen);
     row.anchored = true;
     row.rowe = true;

@@ -82,17 +82,17 @@ TEST_F(Figures, AnAnchoredWallHasBothMethodsEachWithItsOwnResults) {
 
 TEST_F(Figures, RowesCurvesComeWithAnAnchoredWallInSandOrClay) {
     makeAnchored();
-    reduction.RoweSoilType = 1;
+    reduction.RoweSoilType = RoweSoil::Sand;
     EXPECT_EQ(names(true).at(14), "rowe");
-    reduction.RoweSoilType = 2; // clay: as the screen shows it
+    reduction.RoweSoilType = RoweSoil::Clay; // clay: as the screen shows it
     EXPECT_EQ(names(true).at(14), "rowe");
-    reduction.RoweSoilType = 0;
+    reduction.RoweSoilType = RoweSoil::None;
     EXPECT_EQ(names(true).at(14), "input-system");
 }
 
 TEST_F(Figures, EveryNameIsInTheListOfNamesOnce) {
     makeAnchored();
-    reduction.RoweSoilType = 1;
+    reduction.RoweSoilType = RoweSoil::Sand;
     const auto all = figureNames();
     EXPECT_EQ(all.size(), 7U * 3 + 1 + 10);
     for (const std::string& name : names(true)) {
@@ -113,7 +113,7 @@ std::array<double, 4> viewBox(const XmlElement& root) {
 
 TEST_F(Figures, FilesAreWellFormedAndShowAllThatIsDrawn) {
     makeAnchored();
-    reduction.RoweSoilType = 1;
+    reduction.RoweSoilType = RoweSoil::Sand;
     sections.PileSectionCount = 1; // near the top of the curves
     sections.PileName(1) = "PZ40";
     reduction.PileLogRigidity(1) = -2;

@@ -12,7 +12,7 @@ namespace {
 TEST(RoweSoilTest, FrictionAloneIsSand) {
     ReductionBench bench = sandBench();
     bench.reduce();
-    EXPECT_EQ(bench.reduction.RoweSoilType, 1);
+    EXPECT_EQ(bench.reduction.RoweSoilType, RoweSoil::Sand);
     EXPECT_TRUE(bench.soil().has_value());
     EXPECT_EQ(bench.reduction.soil, RoweSoil::Sand);
 }
@@ -20,7 +20,7 @@ TEST(RoweSoilTest, FrictionAloneIsSand) {
 TEST(RoweSoilTest, CohesionAloneIsClay) {
     ReductionBench bench = clayBench();
     bench.reduce();
-    EXPECT_EQ(bench.reduction.RoweSoilType, 2);
+    EXPECT_EQ(bench.reduction.RoweSoilType, RoweSoil::Clay);
     EXPECT_TRUE(bench.soil().has_value());
     EXPECT_EQ(bench.reduction.soil, RoweSoil::Clay);
 }
@@ -29,7 +29,7 @@ TEST(RoweSoilTest, BothInTheFirstLayerEndWithoutSectionsAndReport) {
     ReductionBench bench = sandBench();
     bench.problem.SoilCohesion(Left, 1) = 1;
     bench.reduce();
-    EXPECT_EQ(bench.reduction.RoweSoilType, 0);
+    EXPECT_EQ(bench.reduction.RoweSoilType, RoweSoil::None);
     EXPECT_FALSE(bench.soil().has_value());
     EXPECT_EQ(bench.reduction.soil, RoweSoil::None); // nothing to report
 }
@@ -38,7 +38,7 @@ TEST(RoweSoilTest, NeitherInTheFirstLayerShowsTheSectionsAndReportsNothing) {
     ReductionBench bench = sandBench();
     bench.problem.SoilFriction(Left, 1) = 0;
     bench.reduce();
-    EXPECT_EQ(bench.reduction.RoweSoilType, 0);
+    EXPECT_EQ(bench.reduction.RoweSoilType, RoweSoil::None);
     EXPECT_TRUE(bench.soil().has_value());
     EXPECT_EQ(bench.reduction.soil, RoweSoil::None); // nothing to report
     EXPECT_EQ(bench.reduction.RoweAlpha, 0.8);       // worked out all the same
@@ -48,7 +48,7 @@ TEST(RoweSoilTest, CoefficientsOnTheLeftSideShowTheSectionsAndReportNothing) {
     ReductionBench bench = sandBench();
     bench.problem.SoilDataKind(Left) = SoilData::Coefficients;
     bench.reduce();
-    EXPECT_EQ(bench.reduction.RoweSoilType, 0);
+    EXPECT_EQ(bench.reduction.RoweSoilType, RoweSoil::None);
     EXPECT_TRUE(bench.soil().has_value());
     EXPECT_EQ(bench.reduction.soil, RoweSoil::None); // nothing to report
 }
@@ -57,7 +57,7 @@ TEST(RoweSoilTest, TheRightSideDoesNotCount) {
     ReductionBench bench = sandBench();
     bench.problem.SoilCohesion(Right, 1) = 500;
     bench.reduce();
-    EXPECT_EQ(bench.reduction.RoweSoilType, 1);
+    EXPECT_EQ(bench.reduction.RoweSoilType, RoweSoil::Sand);
 }
 
 // The wall ends at 0. A second layer counts where the first ends above that, and the layer in which
@@ -77,7 +77,9 @@ TEST(RoweSoilTest, LayersCountDownToTheOneInWhichTheWallEnds) {
             problem.SoilCohesion(Left, 3) = 500;
             bench.reduce();
             const bool reached = firstBottom > 0;
-            EXPECT_EQ(bench.reduction.RoweSoilType, reached ? 0 : sand ? 1 : 2);
+            EXPECT_EQ(bench.reduction.RoweSoilType, reached ? RoweSoil::None
+                                                    : sand  ? RoweSoil::Sand
+                                                            : RoweSoil::Clay);
             EXPECT_EQ(bench.soil().has_value(), !reached);
         }
     }
@@ -212,7 +214,7 @@ TEST(MomentReduction, AReductionThatDoesNotApplyLeavesType0) {
     ReductionBench bench = sandBench();
     bench.problem.AnchorElev = 0;
     bench.reduce();
-    EXPECT_EQ(bench.reduction.RoweSoilType, 0);
+    EXPECT_EQ(bench.reduction.RoweSoilType, RoweSoil::None);
     EXPECT_EQ(bench.reduction.soil, RoweSoil::Sand);
     EXPECT_FALSE(bench.reduction.applicable);
     EXPECT_EQ(bench.reduction.RoweSandCurve, (Array<double, 2, 5>{}));
@@ -224,7 +226,7 @@ TEST(MomentReduction, ASecondReductionStartsFromNothing) {
     bench.reduce();
     bench.problem.SoilCohesion(Left, 1) = 1;
     bench.reduce();
-    EXPECT_EQ(bench.reduction.RoweSoilType, 0);
+    EXPECT_EQ(bench.reduction.RoweSoilType, RoweSoil::None);
     EXPECT_EQ(bench.reduction.PileLogRigidity, (Array<double, 13>{}));
     EXPECT_EQ(bench.reduction.RoweSandCurve, (Array<double, 2, 5>{}));
     EXPECT_EQ(bench.reduction.soil, RoweSoil::None);
