@@ -4,7 +4,10 @@ namespace korvane {
 
 void fail(State& state, Failure failure) {
     state.failure = failure;
-    state.failure.stage = state.stage;
+    const Stage& stage = state.stage;
+    state.failure.stage = stage;
+    state.failure.side = failure.side != 0 ? failure.side : stage.side;
+    state.failure.level = failure.level != 0 ? failure.level : stage.level;
     state.failure.anchored = state.problem->WallType == WallKind::Anchored;
 }
 

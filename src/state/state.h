@@ -201,7 +201,8 @@ inline void touchRows(State& state) {
     state.TouchedRows = std::max(state.TouchedRows, state.grid.NumElevs);
 }
 
-/// Ends the solution; the failure takes the present stage and the wall's kind.
+/// Ends the solution; the failure takes the present stage, with its side and level where it has
+/// none of its own, and the wall's kind.
 void fail(State& state, Failure failure);
 
 } // namespace korvane

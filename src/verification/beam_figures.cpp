@@ -40,8 +40,8 @@ BeamFigures beamAt(const BeamUnderTriangle& beam, double depth) {
     state->solution.SolvedBottomElev(1) = grid.ElevGrid(bottom);
     state->solution.BottomIndex(1) = bottom;
     state->solution.BottomPressure(1) = beam.load;
-    const Beam solved = SolveBeam(*state, beam.fixed ? 0 : 1, bottom,
-                                  beam.fixed ? fixedRotation : freeRotation, 1, 0);
+    const Beam solved =
+        SolveBeam(*state, beam.fixed ? 0 : 1, bottom, beam.fixed ? fixedRotation : freeRotation, 1);
     const auto& forces = solved.ElementForces;
     return {.shear = at > 1 ? forces(at - 1, 3) : forces(1, 1),
             .moment = at > 1 ? forces(at - 1, 4) : forces(1, 2),

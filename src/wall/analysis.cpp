@@ -3,12 +3,8 @@
 #include "pressures/elevation_grid.h"
 #include "pressures/water_pressures.h"
 #include "runtime/arithmetic.h"
-#include "wall/cantilever_search.h"
 #include "wall/design.h"
 #include "wall/factor_search.h"
-#include "wall/fixed_earth_search.h"
-#include "wall/free_earth_search.h"
-#include "wall/net_pressures.h"
 #include "wall/trial_pressures.h"
 
 #include <cmath>
@@ -61,33 +57,15 @@ void clearMarks(State& state, int side) {
 /// SolvedBottomElev(level). Returns the anchor's row, 0 for a cantilever wall; a failure stands in
 /// the state.
 int solveTrial(State& state, int level) {
+    state.stage = {Doing::FactorOfSafety, 0, level};
     BuildElevationGrid(state, level);
     ComputeWaterPressures(state, level);
-    for (const int side : {Right, Left}) {
-        clearMarks(state, side);
-        ComputeSidePressures(state, side, level);
-        if (state.failed()) {
-            return 0;
-        }
-    }
-    ComputeNetPressures(state);
-    if (state.failed()) {
+    ComputeSoilPressures(state, level, [&state](int side) { clearMarks(state, side); });
+    if (state.failed() || !takeDrivingForces(state, level)) {
         return 0;
     }
-    if (!shiftDrivingMoment(state)) {
-        failRotation(state, level);
-        return 0;
-    }
-    if (state.problem->WallType == WallKind::Cantilever) {
-        SolveCantileverBottom(state);
-        return 0;
-    }
-    int anchorIndex = firstRowAt(state.grid, state.problem->AnchorElev);
-    if (level == 1) {
-        SolveFreeEarthBottom(state, anchorIndex);
-    } else {
-        SolveFixedEarthBottom(state, anchorIndex);
-    }
+    int anchorIndex = anchorRow(state);
+    SolveBottom(state, anchorIndex, level);
     return anchorIndex;
 }
 
@@ -125,8 +103,7 @@ void analyseLevel(State& state, int level, const FactorLimit& limit) {
 // Stops: the bottom within 0.1 FT of WallBottomElev.
 void SolveAnalysis(State& state, const FactorLimit& limit, const LevelDone& levelDone) {
     takeGivenActiveFactors(state);
-    const int levels = state.problem->WallType == WallKind::Anchored ? 2 : 1;
-    for (int level = 1; level <= levels; ++level) {
+    for (int level = 1; level <= levelCountOf(*state.problem); ++level) {
         analyseLevel(state, level, limit);
         if (state.failed()) {
             return;

@@ -172,8 +172,7 @@ void storeBeam(const Wall& wall, Beam& beam) {
 // Reads:   ElevGrid FT, NetActive PSF, SolvedBottomElev, BottomPressure, the line loads LB/FT.
 // Gives:   ElementForces (e, 1..4) of elements 1 to n - 1, NodeDisplacement (i, 1..2) of nodes 1
 //          to n.
-Beam SolveBeam(const State& state, int anchorIndex, int bottomIndex, int bottomFixity, int level,
-               [[maybe_unused]] double bottomLoad) {
+Beam SolveBeam(const State& state, int anchorIndex, int bottomIndex, int bottomFixity, int level) {
     Wall wall;
     wall.n = bottomIndex;
     takeElements(state, level, wall);

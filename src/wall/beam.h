@@ -13,7 +13,6 @@ struct Beam {
 
 /// The beam down to `bottomIndex`. `anchorIndex` 0 means no anchor; `bottomFixity` 2 restrains the
 /// rotation at the bottom, 1 leaves it free.
-Beam SolveBeam(const State& state, int anchorIndex, int bottomIndex, int bottomFixity, int level,
-               double bottomLoad);
+Beam SolveBeam(const State& state, int anchorIndex, int bottomIndex, int bottomFixity, int level);
 
 } // namespace korvane

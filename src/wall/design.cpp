@@ -10,25 +10,42 @@
 
 namespace korvane {
 
-namespace {
+int levelCountOf(const Problem& problem) {
+    return problem.WallType == WallKind::Anchored ? 2 : 1;
+}
 
-void designCantilever(State& state, const LevelDone& levelDone) {
-    SolveCantileverBottom(state);
-    if (!state.failed()) {
-        finishLevel(state, 0, 1);
-        levelDone(1);
+int anchorRow(const State& state) {
+    const bool anchored = state.problem->WallType == WallKind::Anchored;
+    return anchored ? firstRowAt(state.grid, state.problem->AnchorElev) : 0;
+}
+
+bool takeDrivingForces(State& state, int level) {
+    state.stage = {Doing::WallBottom, 0, level};
+    if (!shiftDrivingMoment(state)) {
+        fail(state, {.code = FailureCode::ImproperRotation, .level = level});
+    }
+    return !state.failed();
+}
+
+void SolveBottom(State& state, int& anchorIndex, int level) {
+    if (state.problem->WallType == WallKind::Cantilever) {
+        SolveCantileverBottom(state);
+    } else if (level == 1) {
+        SolveFreeEarthBottom(state, anchorIndex);
+    } else {
+        SolveFixedEarthBottom(state, anchorIndex);
     }
 }
 
-/// Both methods on the same grid and net pressures, unless seepage passes rebuild them.
-void designAnchored(State& state, const LevelDone& levelDone) {
-    int anchorIndex = firstRowAt(state.grid, state.problem->AnchorElev);
-    for (const int level : {1, 2}) {
-        if (level == 1) {
-            SolveFreeEarthBottom(state, anchorIndex);
-        } else {
-            SolveFixedEarthBottom(state, anchorIndex);
-        }
+// Both methods of an anchored wall on the same grid and net pressures, unless seepage passes
+// rebuild them.
+void SolveDesign(State& state, const LevelDone& levelDone) {
+    if (!takeDrivingForces(state, 1)) {
+        return;
+    }
+    int anchorIndex = anchorRow(state);
+    for (int level = 1; level <= levelCountOf(*state.problem); ++level) {
+        SolveBottom(state, anchorIndex, level);
         if (state.failed()) {
             return;
         }
@@ -37,29 +54,12 @@ void designAnchored(State& state, const LevelDone& levelDone) {
     }
 }
 
-} // namespace
-
-void SolveDesign(State& state, const LevelDone& levelDone) {
-    state.stage = {Doing::WallBottom, 0, 1};
-    if (!shiftDrivingMoment(state)) {
-        failRotation(state, 1);
-    } else if (state.problem->WallType == WallKind::Cantilever) {
-        designCantilever(state, levelDone);
-    } else {
-        designAnchored(state, levelDone);
-    }
-}
-
 void finishLevel(State& state, int anchorIndex, int level) {
     state.stage = {Doing::Bending, 0, level};
     const bool rotationRestrained = state.problem->WallType == WallKind::Cantilever || level == 2;
     const Beam beam = SolveBeam(state, anchorIndex, state.solution.BottomIndex(level),
-                                rotationRestrained ? 2 : 1, level, 0);
+                                rotationRestrained ? 2 : 1, level);
     BuildResultDiagrams(state, beam, level);
-}
-
-void failRotation(State& state, int level) {
-    fail(state, {.code = FailureCode::ImproperRotation, .level = level});
 }
 
 } // namespace korvane

@@ -5,7 +5,6 @@
 #include "pressures/water_pressures.h"
 #include "pressures/wedge_pressures.h"
 #include "pressures/wedge_regions.h"
-#include "wall/net_pressures.h"
 
 namespace korvane {
 
@@ -22,16 +21,11 @@ void RebuildForSeepage(State& state, int level) {
     const Stage search = state.stage;
     BuildElevationGrid(state, level);
     ComputeWaterPressures(state, level);
-    for (const int side : {Right, Left}) {
+    ComputeSoilPressures(state, level, [&state, level](int side) {
         if (state.preparation.SideMethod(side) != PressureMethod::Coefficients) {
             BuildSeepageEndRegions(state, side, level);
         }
-        ComputeSidePressures(state, side, level);
-        if (state.failed()) {
-            return;
-        }
-    }
-    ComputeNetPressures(state);
+    });
     if (!state.failed()) {
         state.stage = search;
     }

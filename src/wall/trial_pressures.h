@@ -2,6 +2,7 @@
 #pragma once
 
 #include "state/state.h"
+#include "wall/net_pressures.h"
 
 namespace korvane {
 
@@ -13,6 +14,20 @@ inline constexpr int MaxSeepagePasses = 20;
 
 /// Soil pressures of one side by its SideMethod.
 void ComputeSidePressures(State& state, int side, int level);
+
+/// Soil pressures of both sides, `beforeSide(side)` ahead of each, and what they come to. Stops at
+/// a failure.
+template <class BeforeSide>
+void ComputeSoilPressures(State& state, int level, BeforeSide beforeSide) {
+    for (const int side : {Right, Left}) {
+        beforeSide(side);
+        ComputeSidePressures(state, side, level);
+        if (state.failed()) {
+            return;
+        }
+    }
+    ComputeNetPressures(state);
+}
 
 /// Grid, water, soil and net pressures anew for the level's present seepage values; wedge sides get
 /// their deep regions first. Stops at a failure.

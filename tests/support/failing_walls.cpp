@@ -261,10 +261,17 @@ const std::vector<Change>& changes() {
           .level = 1}},
         // 4 x 440 < 1800: the net pressure stays active.
         {[](Problem& problem) { clay(problem, 440); },
-         {.code = FailureCode::NoSignChange, .stage = {Doing::NetPressures, 0, 1}}},
+         {.code = FailureCode::NoSignChange, .stage = {Doing::NetPressures, 0, 1}, .level = 1}},
         // Nothing is retained.
         {[](Problem& problem) { problem.SurfaceElev(Left, 1) = 0; },
          {.code = FailureCode::ImproperRotation, .stage = Bottom, .level = 1}},
+        {[](Problem& problem) {
+             problem.SurfaceElev(Left, 1) = 0;
+             analyse(problem, -20);
+         },
+         {.code = FailureCode::ImproperRotation, .stage = Bottom, .level = 1},
+         0,
+         "analysis"},
         {[](Problem& problem) { // the only force, 5 PLF, is gone within the first foot
              clay(problem, 1000);
              lineLoad(problem, -1, 5);
@@ -314,7 +321,11 @@ const std::vector<Change>& changes() {
              analyse(problem, -10.05);
              problem.FSKind = 2;
          },
-         {.code = FailureCode::RunTimeError, .stage = RightPressures, .error = 11}},
+         {.code = FailureCode::RunTimeError,
+          .stage = RightPressures,
+          .side = Right,
+          .level = 1,
+          .error = 11}},
     };
     return list;
 }

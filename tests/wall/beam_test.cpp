@@ -39,7 +39,7 @@ struct BeamBench : Bench {
         problem.HLineLoad(j) = load;
     }
     void solve(int anchorIndex, int fixity) {
-        beam = SolveBeam(*state, anchorIndex, n, fixity, level, 0.0);
+        beam = SolveBeam(*state, anchorIndex, n, fixity, level);
     }
 
     double force(int e, int k) const { return beam.ElementForces(e, k); }
@@ -361,7 +361,7 @@ TEST(Beam, EachLevelTakesItsOwnBottom) {
     bench.state->solution.SolvedBottomElev(2) = -2;
     bench.state->solution.BottomPressure(2) = 0;
     bench.pressure(2, 0, 60);
-    bench.beam = SolveBeam(*bench.state, 0, 3, 2, 2, 0.0);
+    bench.beam = SolveBeam(*bench.state, 0, 3, 2, 2);
     EXPECT_DOUBLE_EQ(bench.force(2, 3), -60);
     EXPECT_DOUBLE_EQ(bench.force(2, 4), 80); // 2 x 60 x 2^2 / 6
 }

@@ -275,7 +275,7 @@ TEST(ResultDiagrams, TheLargestMomentOfATriangularLoadIsFoundBetweenRows) {
         bench.pressure(i, 50.0 * (i - 1));
     }
     bench.state->solution.BottomPressure(1) = 1000;
-    bench.beam = SolveBeam(*bench.state, 1, 21, 1, 1, 0.0);
+    bench.beam = SolveBeam(*bench.state, 1, 21, 1, 1);
     bench.build();
     EXPECT_NEAR(bench.maxMoment(), -1000.0 * 400 / (9 * std::sqrt(3.0)), 1e-8);
     EXPECT_NEAR(bench.maxMomentElev(), -20 / std::sqrt(3.0), 1e-10);
@@ -288,7 +288,7 @@ TEST(ResultDiagrams, TheLargestMomentOfAUniformLoadIsFoundBetweenRows) {
         bench.pressure(i, 80);
     }
     bench.state->solution.BottomPressure(1) = 80;
-    bench.beam = SolveBeam(*bench.state, 1, 18, 1, 1, 0.0);
+    bench.beam = SolveBeam(*bench.state, 1, 18, 1, 1);
     bench.build();
     EXPECT_NEAR(bench.maxMoment(), -2890, 1e-9);
     EXPECT_NEAR(bench.maxMomentElev(), -8.5, 1e-12);

@@ -4,7 +4,6 @@
 #include "support/balance.h"
 #include "wall/analysis.h"
 #include "wall/design.h"
-#include "wall/net_pressures.h"
 #include "wall/preparation.h"
 #include "wall/trial_pressures.h"
 
@@ -90,13 +89,8 @@ void prepare(State& state) {
 
 void computePressures(State& state) {
     prepare(state);
-    for (const int side : {Right, Left}) {
-        if (!state.failed()) {
-            ComputeSidePressures(state, side, 1);
-        }
-    }
     if (!state.failed()) {
-        ComputeNetPressures(state);
+        ComputeSoilPressures(state, 1, [](int) {});
     }
 }
 
