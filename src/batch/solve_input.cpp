@@ -103,7 +103,6 @@ bool open(Run& run) {
 /// True where a step has reached its value; else its failure is told.
 template <class Value>
 bool reached(Run& run, const Reached<Value>& step) {
-    takeSeepage(run.workspace, run.problem);
     if (!step) {
         run.solved.failure = step.failure();
         tellFailure(run.prompts, step.failure());
@@ -123,7 +122,10 @@ bool solveLevels(Run& run) {
     }
     run.solved.results = &*results;
     addToReport(run, resultsReport(run.problem, *results));
-    LoadPileDefaults(run.sections);
+    LoadPileDefaults(run.sections); // a sheet has them for any wall
+    if (!reducesMoments(run.problem)) {
+        return true;
+    }
     const auto reduction = reduceWallMoments(run.workspace, run.sections);
     if (!reached(run, reduction)) {
         return false;
@@ -247,6 +249,7 @@ void solve(Run& run) {
     }
     run.stage = {Doing::Reporting};
     const auto fault = runGuarded([&] { solveWithReports(run); });
+    takeSeepage(run.workspace, run.problem);
     if (fault) {
         run.status = StatusFailed;
         run.fail(FailureCode::RunTimeError, fault->number());

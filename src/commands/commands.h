@@ -98,7 +98,8 @@ void discontinueSolution(Session& session);
 /// The button of the last panel: the end of every finished solution.
 void acceptResults(Session& session);
 
-/// The record keeps the seepage that a solution has found, also after a failure.
+/// The record keeps the seepage that a solution has found, also after a failure; behind its last
+/// step, which still reads the record.
 void takeSeepage(const Workspace& workspace, Problem& problem);
 
 /// Accepts the default sections with nothing changed and none added: ROWEPILE without a window.

@@ -58,7 +58,6 @@ void runStage(Session& session, Desktop& desktop, const std::function<void()>& s
 /// True where a step has reached its value.
 template <class Value>
 bool reached(Session& session, Desktop& desktop, const Reached<Value>& step) {
-    takeSeepage(session.workspace, session.problem);
     if (!step) {
         desktop.SetBusy(false);
         session.SolutionFailed = step.failure().code == FailureCode::NoSignChange ? 2 : 1;
@@ -118,14 +117,14 @@ void firstStage(Session& session, Desktop& desktop) {
     }
 }
 
-/// Shows the section table, reduces the moments of an anchored wall and reports them.
+/// Reduces the moments and reports them, once the section table was shown to soil that may have
+/// curves.
 void reduceAndReport(Session& session, Desktop& desktop) {
-    if (!soilForReduction(session.problem, session.workspace.results())) {
-        return;
-    }
-    desktop.ShowScreen(Screen::ROWEPILE, session);
-    if (session.SolutionFailed != 0) {
-        return;
+    if (soilForReduction(session.problem, session.workspace.results())) {
+        desktop.ShowScreen(Screen::ROWEPILE, session);
+        if (session.SolutionFailed != 0) {
+            return;
+        }
     }
     const auto reduction = reduceWallMoments(session.workspace, session.sections);
     if (reached(session, desktop, reduction)) {
@@ -137,7 +136,7 @@ void reduceAndReport(Session& session, Desktop& desktop) {
 /// The wall stage of a design.
 void wallStage(Session& session, Desktop& desktop) {
     desktop.SetBusy(true);
-    if (solveAndReport(session, desktop) && session.problem.WallType == WallKind::Anchored) {
+    if (solveAndReport(session, desktop) && reducesMoments(session.problem)) {
         reduceAndReport(session, desktop);
     }
 }
@@ -150,8 +149,7 @@ void enableResults(Session& session) {
     menus.cantileverPlots.enabled = solved && !anchored;
     menus.freeEarthPlots.enabled = solved && anchored;
     menus.fixedEarthPlots.enabled = solved && anchored;
-    menus.roweCurves.enabled =
-        solved && anchored && session.workspace.reduction().RoweSoilType != 0;
+    menus.roweCurves.enabled = solved && anchored && session.workspace.reduction().hasCurves();
     const Solved& reached = session.notes.solved;
     menus.sheet.enabled = reached.failure || reached.review != nullptr;
 }
@@ -171,8 +169,12 @@ void solveProblem(Session& session, Desktop& desktop) {
     desktop.Mirror(session);
     forgetSolution(session.notes, false);
     runStage(session, desktop, [&] { firstStage(session, desktop); });
+    const bool goesOn = session.SolutionFailed == 0 && session.problem.ProgramMode == Mode::Design;
+    if (!goesOn) {
+        takeSeepage(session.workspace, session.problem);
+    }
     takeNotes(session, desktop);
-    if (session.SolutionFailed == 0 && session.problem.ProgramMode == Mode::Design) {
+    if (goesOn) {
         enterStage(session, FlowStage::Review);
     } else {
         showDone(session);
@@ -184,6 +186,7 @@ void continueSolution(Session& session, Desktop& desktop) {
     session.stage = FlowStage::Solving;
     desktop.Mirror(session);
     runStage(session, desktop, [&] { wallStage(session, desktop); });
+    takeSeepage(session.workspace, session.problem);
     takeNotes(session, desktop);
     showDone(session);
     tellUnsafeNotes(session, desktop);
@@ -191,6 +194,7 @@ void continueSolution(Session& session, Desktop& desktop) {
 
 void discontinueSolution(Session& session) {
     session.SolutionFailed = 2;
+    takeSeepage(session.workspace, session.problem);
     enableResults(session);
     returnToRest(session);
 }

@@ -6,11 +6,19 @@
 #include "state/kept_work.h"
 #include "wall/analysis.h"
 #include "wall/design.h"
-#include "wall/net_pressures.h"
 #include "wall/preparation.h"
 #include "wall/trial_pressures.h"
 
 namespace korvane {
+
+namespace {
+
+/// How far a solution has come.
+enum class Step { None, Prepared, Reviewed, Solved };
+
+constexpr int InvalidCall = 5;
+
+} // namespace
 
 struct Workspace::Contents {
     Problem none; ///< what the state stands on before the first solution
@@ -20,6 +28,7 @@ struct Workspace::Contents {
     Results results;
     MomentReduction reduction;
     PressureDetails details; ///< of the pressures that stand in the state, where asked for
+    Step done = Step::None;
 };
 
 Workspace::Workspace() : contents_(std::make_unique<Contents>()) {}
@@ -82,21 +91,23 @@ void takeWedgeMethod(State& state, const Options& options) {
     }
 }
 
+/// Why a step cannot go on from what was done: the failure before it, or that it is out of order.
+Failure refusal(const State& state) {
+    return state.failed() ? state.failure
+                          : Failure{.code = FailureCode::RunTimeError,
+                                    .stage = state.stage,
+                                    .error = InvalidCall};
+}
+
 /// The pressures of a design before its bottom is known.
 void findFirstPressures(State& state) {
     constexpr int level = 1;
-    for (const int side : {Right, Left}) {
-        ComputeSidePressures(state, side, level);
-        if (state.failed()) {
-            return;
-        }
-    }
+    ComputeSoilPressures(state, level, [](int) {});
     auto& WedgeNoSolution = state.wedge.WedgeNoSolution;
     for (const int side : {Right, Left}) {
         WedgeNoSolution(2, side) = WedgeNoSolution(level, side);
         WedgeNoSolution(3, side) = WedgeNoSolution(level, side);
     }
-    ComputeNetPressures(state);
 }
 
 } // namespace
@@ -112,6 +123,7 @@ Failure prepareWall(const Problem& problem, const Options& options, Workspace& w
     state.preparation.SeepageKind = problem.SeepageKind;
     state.preparation.SeepageGradient = problem.SeepageGradient;
     contents.options = options;
+    contents.done = Step::None;
     contents.results.levelCount = 0;
     contents.reduction = {};
     runStep(state, [&] {
@@ -123,6 +135,7 @@ Failure prepareWall(const Problem& problem, const Options& options, Workspace& w
             takeWedgeMethod(state, options);
         }
     });
+    contents.done = state.failed() ? Step::None : Step::Prepared;
     return state.failure;
 }
 
@@ -133,46 +146,57 @@ Reached<Review> reviewWall(const Problem& problem, const Options& options, Works
         runStep(state, [&state] { findFirstPressures(state); });
     }
     if (state.failed()) {
+        workspace.contents().done = Step::None;
         return state.failure;
     }
     keepReview(state, results.review);
+    workspace.contents().done = Step::Reviewed;
     return results.review;
 }
 
 Reached<Results> solveWall(Workspace& workspace) {
-    State& state = workspace.contents().state;
-    Results& results = workspace.contents().results;
-    const Options& options = workspace.contents().options;
-    if (state.failed()) { // the review
-        return state.failure;
+    Workspace::Contents& contents = workspace.contents();
+    State& state = contents.state;
+    Results& results = contents.results;
+    if (contents.done == Step::Solved) {
+        return results;
     }
+    if (contents.done != Step::Reviewed) {
+        return refusal(state);
+    }
+    contents.done = Step::None; // the search moves what it starts from
     runStep(state, [&] {
         const LevelDone levelDone = [&](int level) { keepLevel(state, level, results); };
         if (state.problem->ProgramMode == Mode::Design) {
             SolveDesign(state, levelDone);
         } else {
-            SolveAnalysis(state, options.factorLimit, levelDone);
+            SolveAnalysis(state, contents.options.factorLimit, levelDone);
         }
     });
     if (state.failed()) {
         return state.failure;
     }
+    contents.done = Step::Solved;
     return results;
 }
 
+bool reducesMoments(const Problem& problem) {
+    return problem.WallType == WallKind::Anchored && problem.ProgramMode == Mode::Design;
+}
+
 Reached<MomentReduction> reduceWallMoments(Workspace& workspace, const PileSections& sections) {
-    State& state = workspace.contents().state;
-    const Results& results = workspace.contents().results;
-    MomentReduction& reduction = workspace.contents().reduction;
-    const Problem& problem = *state.problem;
+    Workspace::Contents& contents = workspace.contents();
+    State& state = contents.state;
+    MomentReduction& reduction = contents.reduction;
     reduction = {};
-    if (state.failed() && state.stage.doing != Doing::MomentReduction) {
-        return state.failure;
+    if (contents.done != Step::Solved) {
+        return refusal(state);
     }
-    state.failure = {};
-    if (problem.WallType == WallKind::Anchored && problem.ProgramMode == Mode::Design) {
+    state.failure = {}; // of other sections
+    if (reducesMoments(*state.problem)) {
         state.stage = {Doing::MomentReduction, 0, 1};
-        runStep(state, [&] { reduction = reduceMoments(problem, results, sections); });
+        runStep(state,
+                [&] { reduction = reduceMoments(*state.problem, contents.results, sections); });
     }
     if (state.failed()) {
         return state.failure;
@@ -195,7 +219,7 @@ Solved solve(const Problem& problem, const Options& options, const PileSections&
         return solved;
     }
     solved.results = &*results;
-    if (problem.WallType == WallKind::Anchored && problem.ProgramMode == Mode::Design) {
+    if (reducesMoments(problem)) {
         const auto reduction = reduceWallMoments(workspace, sections);
         if (!reduction) {
             solved.failure = reduction.failure();

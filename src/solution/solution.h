@@ -8,8 +8,9 @@
 //             auto reduction = reduceWallMoments(workspace, sections); // Rowe, anchored designs
 //
 // A later failure leaves the earlier values as they are. Values stand in the workspace until its
-// next solution. Any number of threads may solve at once, each in a workspace of its own; they may
-// share problems.
+// next solution; a step that is repeated gives what it gave before, and one without the step before
+// it fails with run-time error 5. Any number of threads may solve at once, each in a workspace of
+// its own; they may share problems.
 #pragma once
 
 #include "state/results.h"
@@ -81,17 +82,21 @@ Failure prepareWall(const Problem& problem, const Options& options, Workspace& w
 Reached<Review> reviewWall(const Problem& problem, const Options& options, Workspace& workspace);
 
 /// Goes on from the review: bottom, moments and deflections of each level; of an analysis the
-/// factors of safety.
+/// factors of safety. Where a level fails, those before it stand in `workspace.results()` alone.
 Reached<Results> solveWall(Workspace& workspace);
 
-/// Goes on from the results of an anchored design; for all other walls nothing is reduced.
+/// True for an anchored design: of all other walls no moment is reduced.
+bool reducesMoments(const Problem& problem);
+
+/// Goes on from the results, as often as there are sections to try; for a wall of which no moment
+/// is reduced the value is empty.
 Reached<MomentReduction> reduceWallMoments(Workspace& workspace, const PileSections& sections);
 
 /// How far a solution has come; what was not reached is null.
 struct Solved {
     const Review* review = nullptr;
-    const Results* results = nullptr;
-    const MomentReduction* reduction = nullptr; ///< anchored designs
+    const Results* results = nullptr;           ///< of all levels
+    const MomentReduction* reduction = nullptr; ///< where `reducesMoments`
     Failure failure;                            ///< code None where all went well
 };
 

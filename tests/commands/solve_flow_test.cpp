@@ -173,6 +173,43 @@ TEST(SolveFlow, DiscontinueLeavesEchoAndPressuresAndTheData) {
     EXPECT_TRUE(office.session->menus.solve.enabled);
 }
 
+// The solution reads the record up to its last step; then the gradient found goes into it.
+TEST(SolveFlow, TheRecordTakesTheSeepageBehindTheLastStep) {
+    for (const bool goesOn : {true, false}) {
+        Office office;
+        office.open("cantilever-water-seepage");
+        const Problem problem = office.session->problem;
+        solveProblem(*office.session, office.desktop);
+        EXPECT_EQ(office.session->problem, problem);
+        const double first = office.session->workspace.review().SeepageGradient;
+        if (goesOn) {
+            continueSolution(*office.session, office.desktop);
+            const double found = office.session->workspace.results().levels(1).seepageGradient;
+            EXPECT_GT(found, first);
+            EXPECT_EQ(office.session->problem.SeepageGradient(1), found);
+        } else {
+            discontinueSolution(*office.session);
+            EXPECT_EQ(office.session->problem.SeepageGradient(1), first);
+        }
+        EXPECT_EQ(office.session->problem.SeepageKind, Seepage::Automatic);
+    }
+}
+
+// A left side with both friction and cohesion has no curves: there is nothing to choose sections
+// for, but the notes say so.
+TEST(SolveFlow, ASoilWithoutCurvesIsToldWithoutTheSectionTable) {
+    Office office;
+    office.open("anchored-layered-water");
+    office.solve();
+    EXPECT_EQ(office.desktop.shown(Screen::ROWEPILE), 0);
+    ASSERT_NE(office.session->notes.solved.reduction, nullptr);
+    EXPECT_EQ(office.session->notes.solved.reduction->soil, RoweSoil::None);
+    const auto& notes = office.session->notes.list;
+    EXPECT_TRUE(std::any_of(notes.begin(), notes.end(),
+                            [](const Note& note) { return note.code == "reduction-range"; }));
+    EXPECT_FALSE(office.session->menus.roweCurves.enabled);
+}
+
 TEST(SolveFlow, AFailedAnalysisStillShowsThePanelWithTheAbortWords) {
     Office office;
     // Its factor of safety lies above 5.
@@ -219,7 +256,7 @@ TEST(SolveFlow, AnEarlierReductionShowsNowhereInTheNextSolution) {
     Office office;
     office.open("anchored-sand");
     office.solve();
-    ASSERT_EQ(office.session->workspace.reduction().RoweSoilType, 1);
+    ASSERT_EQ(office.session->workspace.reduction().RoweSoilType, RoweSoil::Sand);
     office.open("anchored-layered-water");
     solveProblem(*office.session, office.desktop);
     for (const double value : office.session->workspace.reduction().RoweSandCurve) {

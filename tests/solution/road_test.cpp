@@ -185,6 +185,84 @@ TEST_F(RoadTest, AFailureOfTheSecondLevelLeavesTheFirst) {
     FAIL() << "no such wall";
 }
 
+// Steps move what they start from; a second time they must not.
+TEST_F(RoadTest, AStepThatIsRepeatedGivesWhatItGave) {
+    for (const Problem& problem :
+         {plainAnchored(), plainCantilever(), analysisOf(plainAnchored(), -26)}) {
+        ASSERT_TRUE(reviewWall(problem, {}, workspace));
+        ASSERT_TRUE(solveWall(workspace));
+        const auto before = resultNumbers(problem, workspace.results());
+        const auto again = solveWall(workspace);
+        ASSERT_TRUE(again);
+        EXPECT_EQ(&*again, &workspace.results());
+        EXPECT_EQ(resultNumbers(problem, *again), before);
+        const auto first = reduceWallMoments(workspace, sections);
+        ASSERT_TRUE(first);
+        const auto reduced = reductionNumbers(*first);
+        const auto second = reduceWallMoments(workspace, sections);
+        ASSERT_TRUE(second);
+        EXPECT_EQ(reductionNumbers(*second), reduced);
+        EXPECT_EQ(resultNumbers(problem, workspace.results()), before);
+    }
+}
+
+TEST_F(RoadTest, AStepWithoutTheOneBeforeItFails) {
+    const auto expectRefused = [](const auto& step) {
+        constexpr int invalidCall = 5;
+        ASSERT_FALSE(step);
+        EXPECT_EQ(step.failure().code, FailureCode::RunTimeError);
+        EXPECT_EQ(step.failure().error, invalidCall);
+    };
+    expectRefused(solveWall(workspace)); // nothing was asked
+    expectRefused(reduceWallMoments(workspace, sections));
+
+    const Problem problem = plainAnchored();
+    ASSERT_FALSE(solve(problem, {}, sections, workspace).failure);
+    const Problem other = plainAnchored(-10);
+    ASSERT_FALSE(prepareWall(other, {}, workspace));
+    expectRefused(solveWall(workspace));
+    ASSERT_TRUE(reviewWall(other, {}, workspace));
+    expectRefused(reduceWallMoments(workspace, sections)); // never from the wall before
+    EXPECT_EQ(workspace.reduction().soil, RoweSoil::None);
+    ASSERT_TRUE(solveWall(workspace)); // a refused step spoils nothing
+    EXPECT_TRUE(reduceWallMoments(workspace, sections));
+}
+
+// The reduction is tried with other sections: results and later tries stay as they are.
+TEST_F(RoadTest, AFailedReductionEndsNoOtherTry) {
+    const Problem problem = plainAnchored();
+    ASSERT_FALSE(solve(problem, {}, sections, workspace).failure);
+    const auto before = resultNumbers(problem, workspace.results());
+    PileSections soft = sections;
+    for (int p = 1; p <= soft.PileSectionCount; ++p) {
+        soft.PileModulus(p) = 0;
+    }
+    ASSERT_FALSE(reduceWallMoments(workspace, soft));
+    const auto results = solveWall(workspace);
+    ASSERT_TRUE(results);
+    EXPECT_EQ(resultNumbers(problem, *results), before);
+    EXPECT_TRUE(reduceWallMoments(workspace, sections));
+}
+
+TEST_F(RoadTest, MomentsOfAnchoredDesignsAloneAreReduced) {
+    const struct {
+        Problem problem;
+        bool reduced;
+    } walls[] = {{plainAnchored(), true},
+                 {plainCantilever(), false},
+                 {analysisOf(plainAnchored(), -26), false},
+                 {analysisOf(plainCantilever(), -28), false}};
+    for (const auto& [problem, reduced] : walls) {
+        EXPECT_EQ(reducesMoments(problem), reduced);
+        const Solved solved = solve(problem, {}, sections, workspace);
+        ASSERT_FALSE(solved.failure);
+        EXPECT_EQ(solved.reduction != nullptr, reduced);
+        const auto step = reduceWallMoments(workspace, sections);
+        ASSERT_TRUE(step);
+        EXPECT_EQ(step->soil, reduced ? RoweSoil::Sand : RoweSoil::None);
+    }
+}
+
 TEST_F(RoadTest, AWedgeWithoutItsMethodIsAFailureOfItsSide) {
     Problem problem = sloping(plainCantilever());
     const auto review = reviewWall(problem, {}, workspace);
