@@ -3,6 +3,7 @@
 #include "pressures/developed_layers.h"
 #include "runtime/arithmetic.h"
 #include "state/rows.h"
+#include "wall/preparation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -70,20 +71,11 @@ Extreme largestShear(const ResultDiagrams& diagrams) {
     return largest;
 }
 
-/// Where the factors of a layer come from: the first that is given counts.
-FactorSource sourceOf(double ofLayer, double ofSide) {
-    return ofLayer > 0  ? FactorSource::Layer
-           : ofSide > 0 ? FactorSource::Side
-                        : FactorSource::Control;
-}
-
 void takeSources(const Problem& problem, int side, int layer, DevelopedLayer& developed) {
-    const FactorSource active =
-        sourceOf(problem.SoilFSActive(side, layer), problem.Level2FSActive(side));
+    const FactorSource active = givenActiveFactor(problem, side, layer).source;
     if (problem.ProgramMode == Mode::Design) {
         developed.activeSource = active;
-        developed.passiveSource =
-            sourceOf(problem.SoilFSPassive(side, layer), problem.Level2FSPassive(side));
+        developed.passiveSource = givenPassiveFactor(problem, side, layer).source;
         return;
     }
     developed.activeSource = problem.FSKind == 1 ? FactorSource::Search : active;

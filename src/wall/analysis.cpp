@@ -5,6 +5,7 @@
 #include "runtime/arithmetic.h"
 #include "wall/design.h"
 #include "wall/factor_search.h"
+#include "wall/preparation.h"
 #include "wall/trial_pressures.h"
 
 #include <cmath>
@@ -16,18 +17,15 @@ namespace {
 constexpr int MaxTrials = 10000;
 constexpr double NoFactor = 0.0001; ///< an active factor no larger is none
 
-/// The given active factor of each layer, both levels: a layer's own before its side's before that
-/// of the whole problem.
+/// The given active factor of each layer, both levels.
 void takeGivenActiveFactors(State& state) {
     const Problem& problem = *state.problem;
     if (problem.FSActive <= NoFactor) {
         return;
     }
     for (const int side : {Right, Left}) {
-        const double ofSide = problem.Level2FSActive(side);
         for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
-            const double ofLayer = problem.SoilFSActive(side, layer);
-            const double factor = ofLayer > 0 ? ofLayer : ofSide > 0 ? ofSide : problem.FSActive;
+            const double factor = givenActiveFactor(problem, side, layer).value;
             for (const int level : {1, 2}) {
                 state.preparation.LayerFSActive(side, layer, level) = factor;
             }

@@ -217,27 +217,40 @@ double gradientLimit(const Problem& problem) {
     return MinOf(MinOf(LargestGradient, byPath), critical);
 }
 
-/// The factors of a design: the layer's own, else its side's, else the problem's; equal for both
-/// levels.
+/// The factors of a design; equal for both levels.
 void setDesignFactors(State& state) {
     const Problem& problem = *state.problem;
-    const auto firstGiven = [](double own, double otherwise) { return own > 0 ? own : otherwise; };
-
     for (const int side : {Right, Left}) {
-        const double a = firstGiven(problem.Level2FSActive(side), problem.FSActive);
-        const double p = firstGiven(problem.Level2FSPassive(side), problem.FSPassive);
         for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
             for (const int level : {1, 2}) {
                 state.preparation.LayerFSActive(side, layer, level) =
-                    firstGiven(problem.SoilFSActive(side, layer), a);
+                    givenActiveFactor(problem, side, layer).value;
                 state.preparation.LayerFSPassive(side, layer, level) =
-                    firstGiven(problem.SoilFSPassive(side, layer), p);
+                    givenPassiveFactor(problem, side, layer).value;
             }
         }
     }
 }
 
+GivenFactor firstGiven(double ofLayer, double ofSide, double ofAll) {
+    if (ofLayer > 0) {
+        return {ofLayer, FactorSource::Layer};
+    }
+    return ofSide > 0 ? GivenFactor{ofSide, FactorSource::Side}
+                      : GivenFactor{ofAll, FactorSource::Control};
+}
+
 } // namespace
+
+GivenFactor givenActiveFactor(const Problem& problem, int side, int layer) {
+    return firstGiven(problem.SoilFSActive(side, layer), problem.Level2FSActive(side),
+                      problem.FSActive);
+}
+
+GivenFactor givenPassiveFactor(const Problem& problem, int side, int layer) {
+    return firstGiven(problem.SoilFSPassive(side, layer), problem.Level2FSPassive(side),
+                      problem.FSPassive);
+}
 
 // Derives from the problem what every later stage takes as given: each side's method, the seepage
 // of the first pass and its limit, wedge regions, the grid, water pressures and the factors of a

@@ -12,6 +12,16 @@ PressureMethod sideMethod(const Problem& problem, int side);
 /// ground, no adhesion, no sloping layer.
 bool coefficientsCanFollow(const Problem& problem, int side);
 
+/// A factor of safety and where it comes from.
+struct GivenFactor {
+    double value;
+    FactorSource source;
+};
+
+/// The factor of a layer: its own before its side's before that of the whole problem.
+GivenFactor givenActiveFactor(const Problem& problem, int side, int layer);
+GivenFactor givenPassiveFactor(const Problem& problem, int side, int layer);
+
 /// Method of each side, seepage values, gradient limit, wedge regions, grid, water pressures and in
 /// a design the factors of each layer. Starts from zeroed pressures, marks and no-solution flags.
 /// Three refusals are failures.
