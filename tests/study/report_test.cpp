@@ -165,7 +165,8 @@ TEST(StudyReport, HasNothingButItsDateFromTheClock) {
         const EnvironmentVariable moment("SOURCE_DATE_EPOCH", seconds);
         const std::string html = report(desk, "o");
         EXPECT_THAT(html, HasSubstr(*seconds == '0' ? "1-JANUARY-1970" : "21-SEPTEMBER-2026"));
-        pages.push_back(std::regex_replace(html, std::regex("\\d+-[A-Z]+-\\d{4} [\\d:]+"), "DATE"));
+        pages.push_back(
+            std::regex_replace(html, std::regex("\\d+-[A-Z]+-\\d{4}( [\\d:]+)?"), "DATE"));
         summaries.push_back(desk.read("o/summary.json"));
     }
     EXPECT_EQ(pages[0], pages[1]);
