@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -39,16 +40,15 @@ StudyAnswer::StudyAnswer(QWidget* parent) : QWidget(parent) {
     placeRow_->addWidget(where_);
     placeRow_->addStretch(1);
     layout->addLayout(placeRow_);
-    auto* splitter = new QSplitter(Qt::Vertical);
-    splitter->setChildrenCollapsible(false);
+    splitter_ = new QSplitter(Qt::Vertical);
+    splitter_->setChildrenCollapsible(false);
     picture_ = new StudyPicture;
-    splitter->addWidget(picture_);
+    splitter_->addWidget(picture_);
     table_ = createResultTable("tblAnswer", "The numbers of the figure");
-    splitter->addWidget(table_);
-    splitter->setStretchFactor(0, 1); // the figure takes the room that a larger window has
-    splitter->setStretchFactor(1, 0);
-    splitter->setSizes({pixels(4800), pixels(2100)});
-    layout->addWidget(splitter, 1);
+    splitter_->addWidget(table_);
+    splitter_->setStretchFactor(0, 1); // the figure takes the room that a larger window has
+    splitter_->setStretchFactor(1, 0);
+    layout->addWidget(splitter_, 1);
 }
 
 QComboBox* StudyAnswer::addChoice(QHBoxLayout* row, const char* name, const QString& caption) {
@@ -75,6 +75,7 @@ void StudyAnswer::showAnswer(const study::Question& question, study::StudyRows r
     offer();
     offering_ = false;
     choose();
+    shareRoom();
 }
 
 void StudyAnswer::offer() {
@@ -181,10 +182,20 @@ void StudyAnswer::fillTable() {
         }
     }
     table_->resizeColumnsToContents();
+    const QHeaderView& headings = *table_->horizontalHeader();
     for (int column = 1; column < columns; ++column) {
-        table_->setColumnWidth(column, std::min(table_->columnWidth(column), pixels(2600)));
+        const int limited = std::min(table_->columnWidth(column), pixels(2600));
+        table_->setColumnWidth(column, std::max(limited, headings.sectionSizeHint(column)));
     }
     table_->setCurrentCell(0, 0);
+}
+
+void StudyAnswer::shareRoom() {
+    const int needed =
+        table_->horizontalHeader()->sizeHint().height() + table_->verticalHeader()->length() +
+        table_->horizontalScrollBar()->sizeHint().height() + 2 * table_->frameWidth();
+    const int table = std::min(needed, pixels(2100));
+    splitter_->setSizes({std::max(splitter_->height() - table, pixels(1800)), table});
 }
 
 } // namespace korvane

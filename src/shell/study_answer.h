@@ -10,6 +10,7 @@
 class QComboBox;
 class QHBoxLayout;
 class QLabel;
+class QSplitter;
 class QTableWidget;
 
 namespace korvane {
@@ -36,6 +37,8 @@ class StudyAnswer : public QWidget {
     void choose();
     study::GridCut cut() const;
     void fillTable();
+    /// The table has the height that it needs, up to a limit; the figure the rest.
+    void shareRoom();
 
     study::Question question_;
     study::StudyRows rows_;
@@ -49,6 +52,7 @@ class StudyAnswer : public QWidget {
     QLabel* where_ = nullptr;
     QHBoxLayout* placeRow_ = nullptr;
     std::vector<QComboBox*> places_; ///< of each variable, its value
+    QSplitter* splitter_ = nullptr;
     StudyPicture* picture_ = nullptr;
     QTableWidget* table_ = nullptr;
 };

@@ -75,6 +75,8 @@ StudyTable::StudyTable(const Problem& problem, UnitSystem units, QWidget* parent
         addLine(varying);
     }
     resizeColumnsToContents();
+    setMinimumWidth(horizontalHeader()->length() + verticalScrollBar()->sizeHint().width() +
+                    2 * frameWidth());
     horizontalHeader()->setSectionResizeMode(Number, QHeaderView::Stretch);
     setCurrentCell(1, Number);
     connect(this, &QTableWidget::cellChanged, this, &StudyTable::take);
@@ -213,6 +215,10 @@ void StudyTable::take(int row, int column) {
     if (column >= Low) {
         why = takeNumber(*line, column, item(row, column)->text());
         writeNumbers(row, *line);
+        if (const int missing = sizeHintForColumn(column) - columnWidth(column); missing > 0) {
+            setMinimumWidth(minimumWidth() + missing);
+            setColumnWidth(column, columnWidth(column) + missing);
+        }
         if (why.isEmpty()) {
             item(row, Number)->setCheckState(Qt::Checked); // whoever sets it means it
         }

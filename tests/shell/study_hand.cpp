@@ -2,8 +2,11 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <gtest/gtest.h>
 
@@ -52,6 +55,33 @@ void type(QDialog& window, const QString& name, Column column, const QString& te
     QTest::keyClick(editor, Qt::Key_Return);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall); // what is typed comes then
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void expectFits(const QTableWidget& table, const std::set<int>& cut) {
+    for (int column = 0; column < table.columnCount(); ++column) {
+        if (table.isColumnHidden(column)) {
+            continue;
+        }
+        EXPECT_GE(table.columnWidth(column), table.horizontalHeader()->sectionSizeHint(column))
+            << column;
+        if (cut.count(column) == 0) {
+            const QAbstractItemView& view = table;
+            EXPECT_GE(table.columnWidth(column), view.sizeHintForColumn(column)) << column;
+        }
+    }
+}
+
+void expectFigureInReach(QDialog& window) {
+    for (int level = 0; level < 3; ++level) { // layouts within layouts settle one after the other
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    }
+    auto* picture = window.findChild<QScrollArea*>("picAnswer");
+    const QSize figure = window.findChild<QWidget*>("picGround")->minimumSize();
+    EXPECT_FALSE(figure.isEmpty());
+    EXPECT_GE(picture->verticalScrollBar()->maximum() + picture->viewport()->height(),
+              figure.height());
+    EXPECT_GE(picture->horizontalScrollBar()->maximum() + picture->viewport()->width(),
+              figure.width());
 }
 
 void run(QDialog& window) {

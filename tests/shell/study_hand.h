@@ -7,6 +7,7 @@
 #include <QTableWidget>
 
 #include <functional>
+#include <set>
 
 namespace korvane::test {
 
@@ -28,6 +29,12 @@ bool isTicked(QDialog& window, const QString& name, Column column = Number);
 QString cell(QDialog& window, const QString& name, Column column);
 /// Types over a cell as a person does.
 void type(QDialog& window, const QString& name, Column column, const QString& text);
+
+/// Expects every cell and heading of a table to be as wide as its text, but in columns whose cells
+/// may be cut.
+void expectFits(const QTableWidget& table, const std::set<int>& cut = {});
+/// Expects to come to all of the figure, by scroll bars where there is no room for it.
+void expectFigureInReach(QDialog& window);
 
 /// Opens the window, does something there and expects that it has been closed.
 void askStudy(Person& person, const std::function<void(QDialog&)>& act);

@@ -1,4 +1,5 @@
 // The window of studies, worked as a person does, with a program in the place of korvane-study.
+#include "contrast.h"
 #include "screenshots.h"
 #include "study_hand.h"
 #include "study_program.h"
@@ -66,6 +67,11 @@ TEST(StudyWindow, ShowsTheNumbersOfTheWallAndCountsTheVariants) {
         EXPECT_THAT(stateOf(window).toStdString(), StartsWith("25 variants, "));
         type(window, "AnchorElev", Steps, "3");
         EXPECT_THAT(stateOf(window).toStdString(), StartsWith("15 variants, "));
+        expectFits(numbersOf(window));
+        type(window, "AnchorElev", High, "15.9375"); // longer than all that stand there
+        EXPECT_EQ(cell(window, "AnchorElev", High), "15.9375");
+        expectFits(numbersOf(window));
+        expectReadable(window);
         keepScreenshot(window, "STUDY question");
         for (int row = 0; row < window.findChild<QListWidget*>("lstOutputs")->count(); ++row) {
             window.findChild<QListWidget*>("lstOutputs")->item(row)->setCheckState(Qt::Unchecked);

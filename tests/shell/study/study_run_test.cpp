@@ -1,4 +1,5 @@
 // The window of studies, worked as a person does, with the korvane-study of this build.
+#include "contrast.h"
 #include "screenshots.h"
 #include "study_hand.h"
 #include "study_program.h"
@@ -85,6 +86,9 @@ TEST(StudyWindow, MakesATornadoWithTheNumbersOfSingleSolutions) {
         EXPECT_EQ(window.findChild<QLabel*>("lblOutcome")->text(), "7 variants, all solved.");
         EXPECT_EQ(window.findChild<QComboBox*>("cboOutput")->currentText(),
                   "penetration, free earth");
+        expectFits(answerOf(window));
+        expectFigureInReach(window);
+        expectReadable(window);
         keepScreenshot(window, "STUDY tornado");
         const QTableWidget& table = answerOf(window);
         ASSERT_EQ(table.rowCount(), 3);
@@ -143,6 +147,9 @@ TEST(StudyWindow, MakesTheCurvesOfAGridInTheUnitsOfTheMenu) {
         EXPECT_EQ(table.columnCount(), 6); // and five frictions
         EXPECT_EQ(table.horizontalHeaderItem(1)->text(),
                   "penetration, free earth (m)\nSoilFriction.right.1 28 deg");
+        expectFits(table);
+        expectFigureInReach(window);
+        expectReadable(window);
         keepScreenshot(window, "STUDY curves");
         window.findChild<QComboBox*>("cboPlace_WaterElev_left")->setCurrentIndex(0); // 0.3 m below
         const double level = 8 - 0.3 / 0.3048;
@@ -172,6 +179,10 @@ TEST(StudyWindow, TellsWhatHasNoSolution) {
     atAnswer(person, [&](QDialog& window) {
         EXPECT_THAT(window.findChild<QLabel*>("lblOutcome")->text().toStdString(),
                     StartsWith("5 variants, 1 without a solution:\n1: SoilCohesion of right side"));
+        expectFits(answerOf(window), {3}); // the reason, which its tip tells in full
+        EXPECT_THAT(answerOf(window).item(1, 3)->toolTip().toStdString(),
+                    HasSubstr("must be above 0"));
+        expectFigureInReach(window);
         keepScreenshot(window, "STUDY failed");
         window.close();
     });
