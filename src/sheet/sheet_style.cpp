@@ -58,6 +58,10 @@ figure { margin: .8rem 0; }
 svg + svg { margin-left: 1rem; }
 figcaption { font-size: .85rem; color: var(--soft); }
 svg { max-width: 100%; height: auto; }
+.q path { stroke: var(--accent); fill: var(--accent); stroke-width: 1.6; }
+.q .R { stroke: var(--soft); fill: var(--soft); }
+.q .P { stroke: var(--load); fill: var(--load); }
+.q text { font-size: 12px; text-anchor: middle; }
 svg text { fill: var(--ink); font-family: "Liberation Sans", Arial, Helvetica, sans-serif; }
 @media print {
  :root { --ink: #000; --soft: #444; --paper: #fff; --line: #999; --band: #eee; --accent: #14507a;

@@ -134,9 +134,8 @@ void SheetWriter::table(const Table& table) {
     html_ += "</tbody></table></div>\n";
 }
 
-void SheetWriter::equation(const Symbol& symbol, const std::vector<std::string>& parts,
-                           double result, Quantity quantity, bool hasResult,
-                           std::string_view label) {
+template <class Write>
+void SheetWriter::line(std::string_view label, Write write) {
     if (muted_) {
         return;
     }
@@ -144,16 +143,21 @@ void SheetWriter::equation(const Symbol& symbol, const std::vector<std::string>&
     if (!label.empty()) {
         html_ += "<span>" + escaped(label) + "</span> ";
     }
+    write();
+    html_ += "</p>\n";
+}
+
+void SheetWriter::equation(const Symbol& symbol, const std::vector<std::string>& parts) {
     html_ += math(mathSymbol(symbol) + parts.front());
     for (std::size_t n = 1; n < parts.size(); ++n) {
         html_ += "\n" + math(parts[n]);
     }
-    if (hasResult) {
-        const std::string unit = unitMarkup(quantity, units_);
-        html_ += " = <b>" + plainNumber(inUnits(quantity, result, units_)) +
-                 (unit.empty() || quantity == Quantity::Angle ? "" : "\u00a0") + unit + "</b>";
-    }
-    html_ += "</p>\n";
+}
+
+void SheetWriter::result(double value, Quantity quantity) {
+    const std::string unit = unitMarkup(quantity, units_);
+    html_ += " = <b>" + plainNumber(inUnits(quantity, value, units_)) +
+             (unit.empty() || quantity == Quantity::Angle ? "" : "\u00a0") + unit + "</b>";
 }
 
 namespace {
@@ -169,22 +173,35 @@ void addPieces(std::vector<std::string>& parts, std::vector<std::string> pieces)
 
 double SheetWriter::formula(const Symbol& symbol, const Expr& expression, Quantity quantity,
                             std::string_view label) {
-    std::vector<std::string> parts{"<mo>=</mo>" + expression.symbols()};
-    addPieces(parts, expression.numberPieces(units_));
-    equation(symbol, parts, expression.value(), quantity, true, label);
+    line(label, [&] {
+        std::vector<std::string> parts{"<mo>=</mo>" + expression.symbols()};
+        addPieces(parts, expression.numberPieces(units_));
+        equation(symbol, parts);
+        result(expression.value(), quantity);
+    });
     return expression.value();
 }
 
 void SheetWriter::definition(const Symbol& symbol, const Expr& expression, std::string_view label) {
-    equation(symbol, {"<mo>=</mo>" + expression.symbols()}, 0, Quantity::Number, false, label);
+    line(label, [&] { equation(symbol, {"<mo>=</mo>" + expression.symbols()}); });
 }
 
 double SheetWriter::numbers(const Symbol& symbol, const Expr& expression, Quantity quantity,
                             std::string_view label) {
-    std::vector<std::string> parts;
-    addPieces(parts, expression.numberPieces(units_));
-    equation(symbol, parts, expression.value(), quantity, true, label);
-    return expression.value();
+    return numbers(label, {{symbol, expression, quantity}});
+}
+
+double SheetWriter::numbers(std::string_view label, const std::vector<Numbers>& formulas) {
+    line(label, [&] {
+        for (const Numbers& formula : formulas) {
+            std::vector<std::string> parts;
+            addPieces(parts, formula.expression.numberPieces(units_));
+            html_ += &formula == &formulas.front() ? "" : ", ";
+            equation(formula.symbol, parts);
+            result(formula.expression.value(), formula.quantity);
+        }
+    });
+    return formulas.back().expression.value();
 }
 
 Cell SheetWriter::text(std::string_view text) const {

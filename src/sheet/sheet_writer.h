@@ -68,6 +68,14 @@ class SheetWriter {
     double numbers(const Symbol& symbol, const Expr& expression,
                    Quantity quantity = Quantity::Number, std::string_view label = {});
 
+    /// Several of those on one line behind one label; gives the last result.
+    struct Numbers {
+        Symbol symbol;
+        Expr expression;
+        Quantity quantity = Quantity::Number;
+    };
+    double numbers(std::string_view label, const std::vector<Numbers>& formulas);
+
     Cell text(std::string_view text) const;
     Cell value(Quantity quantity, double value) const;
     /// A value of a formula: 5 significant digits, in the units of the sheet.
@@ -85,8 +93,11 @@ class SheetWriter {
     std::string finish();
 
   private:
-    void equation(const Symbol& symbol, const std::vector<std::string>& parts, double result,
-                  Quantity quantity, bool hasResult, std::string_view label);
+    /// Calls `write` for what stands behind a label, on a line of its own.
+    template <class Write>
+    void line(std::string_view label, Write write);
+    void equation(const Symbol& symbol, const std::vector<std::string>& parts);
+    void result(double value, Quantity quantity);
 
     UnitSystem units_;
     std::string html_;

@@ -420,8 +420,8 @@ void writeStresses(SheetWriter& writer, const SheetRequest& request, const Press
         return;
     }
     const double lowest = lowestElev(stage);
-    // The levels of a design differ by their seepage alone.
-    if (stage.level > 1 && request.problem.ProgramMode == Mode::Design) {
+    // Of a second solution the values alone.
+    if (stage.level > 1) {
         writeIntervalTable(writer, intervals, layers, lowest);
         checkIntervals(writer, stage, side, intervals, layers);
         checkRows(writer, request, stage, side,

@@ -21,8 +21,10 @@ struct WedgeRun {
     const WedgeDetails& wedge;
 
     const Problem& problem() const { return request.problem; }
+    /// Of a second solution one row is shown.
+    bool isAgain() const { return stage.level > 1; }
     /// The levels of a design differ by their seepage alone.
-    bool isAgain() const { return stage.level > 1 && request.problem.ProgramMode == Mode::Design; }
+    bool isSame() const { return isAgain() && request.problem.ProgramMode == Mode::Design; }
     std::string place() const { return stage.prefix + sideName(side) + " side"; }
     std::string at(double elev) const { return "at " + elevationText(elev, request.units); }
 };
@@ -41,7 +43,7 @@ void writeSurface(const WedgeRun& run) {
         return;
     }
     SheetWriter& writer = run.writer;
-    writer.mute(run.isAgain() || !run.stage.shown);
+    writer.mute(run.isSame() || !run.stage.shown);
     const LayerWork work =
         layerWork(run.problem(), run.side, 1, searchedFactor(run.request, run.stage.level));
     const std::vector<GroundPoint> ground = groundLine(run.problem(), run.side);
@@ -165,18 +167,16 @@ void writePlane(const WedgeRun& run, const WedgeRow& row, bool active) {
     for (std::size_t n = 0; n + 1 < pieces.size(); ++n) {
         const PieceSymbols symbols(pieces[n], active);
         const std::string label = "Piece in layer " + std::to_string(pieces[n].layer) + ":";
-        writer.numbers({"A", ""}, symbols.A(), Quantity::Number, label);
-        writer.numbers({"B", ""}, symbols.B(), Quantity::Number, label);
-        outer +=
-            writer.numbers({"H", std::to_string(n + 1)}, symbols.outward(), Quantity::Force, label);
+        outer += writer.numbers(
+            label, {{{"A"}, symbols.A()},
+                    {{"B"}, symbols.B()},
+                    {{"H", std::to_string(n + 1)}, symbols.outward(), Quantity::Force}});
     }
     const PieceSymbols symbols(pieces.back(), active);
     const WallStrengths wall = wallTerms(run.request, run.stage, run.side, row.elev, active);
     const WallForce force = wallForce(symbols, outer, wall);
-    writer.numbers({"A", ""}, force.A, Quantity::Number,
-                   active ? "Active, at the wall:" : "Passive, at the wall:");
-    writer.numbers({"B", ""}, force.B);
-    writer.numbers({"D", ""}, force.D);
+    writer.numbers(active ? "Active, at the wall:" : "Passive, at the wall:",
+                   {{{"A"}, force.A}, {{"B"}, force.B}, {{"D"}, force.D}});
     const double P = writer.numbers({"P", ""}, force.P, Quantity::Force);
     writer.numbers({"E", active ? "a" : "p"}, force.horizontal, Quantity::Force);
     writePolygon(run, forcePolygon(symbols, outer, wall, P), active);
@@ -461,7 +461,7 @@ void writeWedges(SheetWriter& writer, const SheetRequest& request, const Pressur
             quantityText(Quantity::Angle, row->passive.angle, request.units) +
             "° off the vertical");
         writePieces(run, *row);
-        if (run.isAgain()) {
+        if (run.isSame()) {
             writer.paragraph("By the same formulas the forces on the wall are " +
                              writer.withUnit(Quantity::Force, row->active.force) + " active and " +
                              writer.withUnit(Quantity::Force, row->passive.force) + " passive.");

@@ -372,22 +372,20 @@ std::string arrow(double x1, double y1, double x2, double y2, const ForceVector&
     const double uy = (y2 - y1) / length;
     constexpr double head = 7;
     constexpr double away = 11;
-    const char* colour = force.name[0] == 'P'   ? "var(--load)"
-                         : force.name[0] == 'R' ? "var(--soft)"
-                                                : "var(--accent)";
-    const double backX = x2 - head * ux;
-    const double backY = y2 - head * uy;
+    const std::string name(force.name);
     const double half = head * 0.4;
-    std::string text = "<path stroke=\"" + std::string(colour) + "\" fill=\"" + colour +
-                       "\" d=\"M" + number(x1) + " " + number(y1) + "L" + number(x2) + " " +
-                       number(y2);
+    const auto step = [](double dx, double dy) {
+        const std::string second = number(dy);
+        return "l" + number(dx) + (second.front() == '-' ? "" : " ") + second;
+    };
+    std::string text = name == "P" || name == "R" ? "<path class=\"" + name + "\"" : "<path";
+    text += " d=\"M" + number(x1) + " " + number(y1) + "L" + number(x2) + " " + number(y2);
     if (length > head) {
-        text += "L" + number(backX - half * uy) + " " + number(backY + half * ux) + "L" +
-                number(backX + half * uy) + " " + number(backY - half * ux) + "L" + number(x2) +
-                " " + number(y2);
+        text += "m0 0" + step(-head * ux - half * uy, -head * uy + half * ux) +
+                step(2 * half * uy, -2 * half * ux) + "z";
     }
     return text + "\"/><text x=\"" + number((x1 + x2) / 2 + away * uy) + "\" y=\"" +
-           number((y1 + y2) / 2 - away * ux + 4) + "\">" + force.name + "</text>\n";
+           number((y1 + y2) / 2 - away * ux + 4) + "\">" + name + "</text>\n";
 }
 
 } // namespace
@@ -408,11 +406,9 @@ std::string polygonDrawing(const std::vector<ForceVector>& polygon, std::string_
     const auto atX = [&](double value) { return shift + scale * (value - left); };
     const auto atY = [&](double value) { return Margin + scale * (high - value); };
     const double height = 2 * Margin + scale * (high - low);
-    std::string text =
-        "<svg width=\"" + number(Width) + "\" height=\"" + number(height) + "\" viewBox=\"0 0 " +
-        number(Width) + " " + number(height) +
-        "\" font-size=\"12\" text-anchor=\"middle\" stroke-width=\"1.6\" role=\"img\"><title>" +
-        std::string(title) + "</title>\n";
+    std::string text = "<svg class=\"q\" width=\"" + number(Width) + "\" height=\"" +
+                       number(height) + "\" viewBox=\"0 0 " + number(Width) + " " + number(height) +
+                       "\" role=\"img\"><title>" + std::string(title) + "</title>\n";
     x = y = 0;
     for (const ForceVector& force : polygon) {
         const double nextX = x + force.x;
