@@ -13,7 +13,7 @@ std::string headOf(const ComparisonTable& table) {
     std::string head = "<thead><tr>";
     for (const ComparisonColumn& column : table.columns) {
         head += "<th>" + escaped(column.heading);
-        head += column.unit.empty() ? "" : "<br/><small>" + escaped(column.unit) + "</small>";
+        head += column.unit.empty() ? "" : "<small>" + escaped(column.unit) + "</small>";
         head += "</th>";
     }
     return head + "</tr></thead>\n";

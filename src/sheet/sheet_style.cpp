@@ -38,7 +38,7 @@ table { border-collapse: collapse; font-size: .87rem; font-variant-numeric: tabu
 caption { text-align: left; font-weight: bold; padding: .3rem 0; }
 th { background: var(--band); text-align: right; vertical-align: bottom; font-weight: 600; }
 th:first-child { text-align: left; }
-th small { font-weight: normal; color: var(--soft); }
+th small { display: block; font-weight: normal; color: var(--soft); }
 th, td { border-bottom: 1px solid var(--line); padding: .16rem .5rem; }
 td { text-align: right; white-space: nowrap; }
 td.w, .l td:first-child { text-align: left; white-space: normal; }
@@ -95,11 +95,26 @@ std::string cssString(std::string_view bytes) {
     return text + "\"";
 }
 
+/// Without the blanks that a reader of this file wants.
+std::string compact(std::string_view css) {
+    std::string text;
+    for (const char c : css) {
+        const bool blank = c == ' ' || c == '\n';
+        const bool needless =
+            text.empty() || std::string_view("{};:, ").find(text.back()) < std::string_view::npos;
+        if (c == '{' && !text.empty() && text.back() == ' ') {
+            text.back() = c;
+        } else if (!blank || !needless) {
+            text += blank ? ' ' : c;
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 std::string sheetStyle(std::string_view title, std::string_view running) {
-    std::string style(Style);
-    style += figureStyle();
+    std::string style = compact(Style) + compact(figureStyle());
     style += "@page { margin: 16mm 14mm 17mm;\n";
     style += " @top-left { content: " + cssString(title) + "; font: 8pt sans-serif; }\n";
     style += " @bottom-left { content: " + cssString(running) + "; font: 8pt sans-serif; }\n";

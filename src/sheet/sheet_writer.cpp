@@ -11,8 +11,42 @@ namespace korvane::sheet {
 
 namespace {
 
-std::string math(const std::string& markup) {
-    return "<math>" + markup + "</math>";
+/// The elements of MathML up to the end of the one that they stand in, each with its own elements,
+/// without rows that group nothing: those of one element, and the one of a root.
+std::vector<std::string> leanElements(std::string_view& rest) {
+    std::vector<std::string> elements;
+    while (!rest.empty() && !rest.starts_with("</")) {
+        if (rest.front() != '<') {
+            const std::size_t end = std::min(rest.find('<'), rest.size());
+            elements.emplace_back(rest.substr(0, end));
+            rest.remove_prefix(end);
+            continue;
+        }
+        const std::string open(rest.substr(0, rest.find('>') + 1));
+        rest.remove_prefix(open.size());
+        std::vector<std::string> parts = leanElements(rest);
+        const std::string close(rest.substr(0, rest.find('>') + 1));
+        rest.remove_prefix(close.size());
+        std::string whole;
+        for (const std::string& part : parts) {
+            whole += part;
+        }
+        constexpr std::string_view row = "<mrow>";
+        if (open == "<msqrt>" && parts.size() == 1 && whole.starts_with(row)) {
+            whole = whole.substr(row.size(), whole.size() - 2 * row.size() - 1);
+        }
+        const bool lone = open == row && parts.size() == 1 && whole.front() == '<';
+        elements.push_back(lone ? whole : open + whole + close);
+    }
+    return elements;
+}
+
+std::string math(std::string_view markup) {
+    std::string text = "<math>";
+    for (const std::string& element : leanElements(markup)) {
+        text += element;
+    }
+    return text + "</math>";
 }
 
 /// The usual digits with the sign of the typesetter.
@@ -26,7 +60,7 @@ std::string headOf(const TableColumn& column, UnitSystem units) {
     std::string head = column.markup.empty() ? escaped(column.title) : column.markup;
     const std::string unit = unitMarkup(column.quantity, units);
     if (!unit.empty()) {
-        head += "<br/><small>" + unit + "</small>";
+        head += "<small>" + unit + "</small>";
     }
     return head;
 }

@@ -215,22 +215,25 @@ void writeChecks(SheetWriter& writer) {
                   (failed == 0 ? "all agree." : std::to_string(failed) + " do not agree."));
     std::string rows;
     for (const Check& check : checks) {
-        const auto cell = [&](double value, int digits = 9) {
+        const auto cell = [&](double value, int digits, const std::string& unit) {
             std::string text = "–";
             if (std::isfinite(value)) {
                 text.clear();
                 appendShortest(text,
                                roundedTo(inUnits(check.quantity, value, writer.units()), digits));
             }
-            return "<td>" + text + "</td>";
+            return "<td>" + text + unit + "</td>";
         };
+        constexpr int digits = 9;
+        const std::string unit = unitMarkup(check.quantity, writer.units());
         rows += std::string("<tr class=\"") + (check.pass ? "pass" : "fail") + "\"><td>" +
-                escaped(check.what) + "</td>" + cell(check.sheet) + cell(check.engine) +
-                cell(check.tolerance, 3) + "<td>" + unitMarkup(check.quantity, writer.units()) +
-                "</td><td>" + (check.pass ? "agrees" : "differs") + "</td></tr>\n";
+                escaped(check.what) + "</td>" + cell(check.sheet, digits, "") +
+                cell(check.engine, digits, "") +
+                cell(check.tolerance, 3, unit.empty() || unit == "°" ? unit : " " + unit) + "<td>" +
+                (check.pass ? "agrees" : "differs") + "</td></tr>\n";
     }
     writer.markup("<div class=\"t\"><table id=\"checks\">\n<thead><tr><th>Value</th><th>Sheet</th>"
-                  "<th>Solution</th><th>Tolerance</th><th>Unit</th><th>Result</th></tr></thead>\n"
+                  "<th>Solution</th><th>Tolerance</th><th>Result</th></tr></thead>\n"
                   "<tbody>\n" +
                   rows + "</tbody></table></div>\n");
 }

@@ -268,6 +268,8 @@ void drawAnchor(Scene& scene) {
     scene.svg.circle(head, 3.5, "anchor head");
 }
 
+using ArrowEnds = std::vector<std::pair<SvgPoint, SvgPoint>>;
+
 /// Pressures given along the wall, as a diagram beside it with arrows onto it.
 void drawOnWall(Scene& scene, const std::vector<SvgPoint>& table, const std::string& cssClass,
                 bool runsOn) {
@@ -289,35 +291,46 @@ void drawOnWall(Scene& scene, const std::vector<SvgPoint>& table, const std::str
     }
     outline.push_back({x, outline.back().y});
     scene.svg.polygon(outline, cssClass + " shape");
+    ArrowEnds arrows;
     for (const SvgPoint& point : table) {
         if (point.y != 0) {
-            scene.svg.arrow({out(point.y), scene.view.y(point.x)},
-                            {x + (point.y > 0 ? WallHalf : -WallHalf), scene.view.y(point.x)},
-                            cssClass);
+            const double y = scene.view.y(point.x);
+            arrows.push_back({{out(point.y), y}, {x + (point.y > 0 ? WallHalf : -WallHalf), y}});
         }
     }
+    scene.svg.arrows(arrows, cssClass);
 }
 
 void drawLoadsOnWall(Scene& scene) {
     drawOnWall(scene, wallPressureTable(scene.problem), "water", true);
     drawOnWall(scene, wallLoadTable(scene.problem), "load", false);
+    ArrowEnds lines;
     for (int i = 1; i <= scene.problem.HLineCount; ++i) {
         const double sign = scene.problem.HLineLoad(i) >= 0 ? 1 : -1;
         const double x = scene.view.wallX();
         const double y = scene.view.y(scene.problem.HLineElev(i));
-        scene.svg.arrow({x + sign * WallArrow, y}, {x + sign * WallHalf, y}, "load strong");
+        lines.push_back({{x + sign * WallArrow, y}, {x + sign * WallHalf, y}});
     }
+    scene.svg.arrows(lines, "load strong");
 }
 
 // ---- loads on the ground
 // -------------------------------------------------------------------------
 
-void drawGroundLoad(Scene& scene, int side, const GroundLoad& load, double largest) {
+/// What all loads on the ground have alike.
+struct GroundStrokes {
+    ArrowEnds lines;
+    ArrowEnds arrows;
+    std::vector<std::vector<SvgPoint>> dropped;
+};
+
+void drawGroundLoad(Scene& scene, int side, const GroundLoad& load, double largest,
+                    GroundStrokes& strokes) {
     const double base = trackBase(scene, side, load.track);
     const auto x = [&](double distance) { return scene.view.x(side, distance); };
     if (load.isLine) {
         const double foot = scene.view.y(groundElev(scene.problem, side, load.from()));
-        scene.svg.arrow({x(load.from()), base - LineArrow}, {x(load.from()), foot}, "load strong");
+        strokes.lines.push_back({{x(load.from()), base - LineArrow}, {x(load.from()), foot}});
         return;
     }
     std::vector<SvgPoint> outline{{x(load.from()), base}};
@@ -330,23 +343,19 @@ void drawGroundLoad(Scene& scene, int side, const GroundLoad& load, double large
     scene.svg.polygon(outline, "load shape");
     const double length = (load.to() - load.from()) * scene.view.scale;
     const int arrows = std::max(1, static_cast<int>(length / ArrowSpacing));
-    std::vector<std::pair<SvgPoint, SvgPoint>> ends;
     for (int i = 0; i < arrows; ++i) {
         const double distance = load.from() + (i + 0.5) / arrows * (load.to() - load.from());
         const double height = shapeHeight(load, distance, largest);
         if (height >= LeastShape) {
-            ends.push_back({{x(distance), base - height}, {x(distance), base}});
+            strokes.arrows.push_back({{x(distance), base - height}, {x(distance), base}});
         }
     }
-    scene.svg.arrows(ends, "load");
-    std::vector<std::vector<SvgPoint>> dropped;
     for (const double end : {load.from(), load.to()}) { // where it stands on falling ground
         const double foot = scene.view.y(groundElev(scene.problem, side, end));
         if (foot > base + TrackHeight / 2) {
-            dropped.push_back({{x(end), base}, {x(end), foot}});
+            strokes.dropped.push_back({{x(end), base}, {x(end), foot}});
         }
     }
-    scene.svg.lines(dropped, "dropped");
 }
 
 /// A label of a ground load before its row is known.
@@ -446,13 +455,17 @@ void drawScene(Scene& scene) {
     drawLoadsOnWall(scene);
     drawWall(scene);
     const double largest = largestLoad(scene);
+    GroundStrokes strokes;
     for (const int side : {Right, Left}) {
         for (const GroundLoad& load : scene.loads(side)) {
             if (!load.profile.empty()) {
-                drawGroundLoad(scene, side, load, largest);
+                drawGroundLoad(scene, side, load, largest, strokes);
             }
         }
     }
+    scene.svg.arrows(strokes.lines, "load strong");
+    scene.svg.arrows(strokes.arrows, "load");
+    scene.svg.lines(strokes.dropped, "dropped");
     scene.svg.end();
     drawLabels(scene.svg, scene.labels);
 }
