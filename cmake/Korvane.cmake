@@ -24,7 +24,11 @@ endif()
 # Hardening of the programs that people run. Each compiler and processor takes what it knows; the
 # sanitizers bring checks of their own.
 include(CheckCXXCompilerFlag)
-set(korvane_hardened "$<AND:$<CONFIG:Release,RelWithDebInfo>,$<STREQUAL:${KORVANE_SANITIZE},>>")
+if(KORVANE_SANITIZE)
+  set(korvane_hardened 0)
+else()
+  set(korvane_hardened $<CONFIG:Release,RelWithDebInfo>)
+endif()
 set(hardening -fPIE -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -D_GLIBCXX_ASSERTIONS)
 check_cxx_compiler_flag(-fcf-protection=full korvane_has_cf_protection)
 if(korvane_has_cf_protection)

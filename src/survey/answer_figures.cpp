@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
+#include <limits>
 
 namespace korvane::study {
 
@@ -35,7 +36,8 @@ struct Axis {
 
 /// An axis that holds all numbers at hand, with some room at both ends.
 Axis axisOver(const std::vector<double>& values, double from, double to, double room) {
-    Axis axis{.least = INFINITY, .most = -INFINITY, .from = from, .to = to};
+    constexpr double endless = std::numeric_limits<double>::infinity();
+    Axis axis{.least = endless, .most = -endless, .from = from, .to = to};
     for (const double value : values) {
         if (!std::isnan(value)) {
             axis.least = std::min(axis.least, value);
