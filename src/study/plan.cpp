@@ -65,6 +65,20 @@ Share shareOf(std::uint64_t size, std::uint64_t part, std::uint64_t parts) {
     return {start(part - 1), start(part)};
 }
 
+double weightAround(const std::vector<std::vector<double>>& centers,
+                    const std::vector<double>& normals) {
+    const double share = (1 - OriginShare) / static_cast<double>(centers.size());
+    double density = OriginShare; // of the sample, to that of the distributions
+    for (const std::vector<double>& center : centers) {
+        double exponent = 0;
+        for (std::size_t i = 0; i < normals.size(); ++i) {
+            exponent += center[i] * (normals[i] - center[i] / 2);
+        }
+        density += share * std::exp(exponent);
+    }
+    return 1 / density;
+}
+
 Plan::Plan(const Study& study)
     : study_(&study), draws_(study), size_(sizeOf(study, draws_.dimension())) {
     if (study.method == Method::OneAtATime) {
@@ -157,15 +171,7 @@ void Plan::moveToCenter(std::uint64_t point) {
     for (std::size_t i = 0; i < uniforms_.size(); ++i) {
         uniforms_[i] = (choice < 0 ? 0 : centers_[chosen][i]) + OT::DistFunc::qNormal(uniforms_[i]);
     }
-    double density = OriginShare; // of the sample, to that of the distributions
-    for (const std::vector<double>& center : centers_) {
-        double exponent = 0;
-        for (std::size_t i = 0; i < uniforms_.size(); ++i) {
-            exponent += center[i] * (uniforms_[i] - center[i] / 2);
-        }
-        density += share * std::exp(exponent);
-    }
-    weight_ = 1 / density;
+    weight_ = weightAround(centers_, uniforms_);
 }
 
 } // namespace korvane::study

@@ -24,6 +24,11 @@ struct Share {
 /// Part k of n, from 1.
 Share shareOf(std::uint64_t size, std::uint64_t part, std::uint64_t parts);
 
+/// The ratio of the density of independent standard normal numbers to that of a sample around
+/// centers (and the origin, for a tenth of it), at a point.
+double weightAround(const std::vector<std::vector<double>>& centers,
+                    const std::vector<double>& normals);
+
 /// Which numbers the variables have in each variant. Copies serve other threads.
 class Plan {
   public:

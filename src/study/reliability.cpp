@@ -34,8 +34,19 @@ constexpr double Missed = 0.01;
 constexpr double Apart = 0.1;
 /// Points of a smaller share of the probability of the nearest do not count.
 constexpr double LeastShare = 1e-3;
-
-using Normals = std::vector<double>; ///< independent standard normal numbers
+/// Rays look for a border to here where no point is known yet.
+constexpr double FurthestLook = 8;
+/// Points that a survey adds to those of the alternatives, and of these such that are searched for
+/// their nearest.
+constexpr std::size_t MostAdded = 32;
+constexpr std::size_t MostSearched = 12;
+/// The sample hardly sees a place that counts more than this many times what the nearest point
+/// does.
+constexpr double HardlySeen = 3;
+/// A point this much nearer than another one there takes its place.
+constexpr double Nearer = 1e-3;
+/// Nearer to the origin than this a point has no direction.
+constexpr double SmallestBeta = 1e-6;
 
 /// Walls by normal numbers, and what the search has cost.
 struct Walls {
@@ -214,18 +225,6 @@ void sharpen(const Margins& margins, Normals& point) {
     at((low + high) / 2);
 }
 
-double distanceOf(const Normals& a, const Normals& b) {
-    double squares = 0;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        squares += (a[i] - b[i]) * (a[i] - b[i]);
-    }
-    return std::sqrt(squares);
-}
-
-double lengthOf(const Normals& point) {
-    return distanceOf(point, Normals(point.size(), 0));
-}
-
 /// Adds the point that a search from `start` finds, unless it is there already. Why there is none.
 std::string addPoint(std::vector<Normals>& points, const Margins& margins, Walls& walls,
                      const OT::Point& start) {
@@ -251,10 +250,16 @@ std::string addPoint(std::vector<Normals>& points, const Margins& margins, Walls
     }
 }
 
+void sortByLength(std::vector<Normals>& points) {
+    std::stable_sort(points.begin(), points.end(),
+                     [](const Normals& a, const Normals& b) { return lengthOf(a) < lengthOf(b); });
+}
+
 /// Points of all alternatives, nearest first.
 std::vector<Normals> bordersOf(Walls& walls, bool opposite, FirstOrder& result) {
     const auto alternatives = walls.limit.condition.alternatives(opposite);
     if (alternatives.empty()) {
+        result.isTooLong = true;
         result.fault = "it has more than " + std::to_string(Condition::MostAlternatives) +
                        " alternatives joined by and and or";
     }
@@ -280,9 +285,99 @@ std::vector<Normals> bordersOf(Walls& walls, bool opposite, FirstOrder& result) 
         }
         points.insert(points.end(), found.begin(), found.end());
     }
-    std::stable_sort(points.begin(), points.end(),
-                     [](const Normals& a, const Normals& b) { return lengthOf(a) < lengthOf(b); });
+    sortByLength(points);
     return points;
+}
+
+/// How much a place of the border counts in the variance of a sample around points.
+double shareOf(const Normals& place, const std::vector<Normals>& points) {
+    return std::exp(-std::pow(lengthOf(place), 2) / 2) * weightAround(points, place);
+}
+
+/// The entry of rays that counts most, as a multiple of what the nearest point does.
+struct LeastSeen {
+    std::size_t entry = 0;
+    double multiple = 0;
+    bool isNearer = false; ///< than all points
+};
+LeastSeen leastSeen(const std::vector<Normals>& entries, const std::vector<Normals>& points) {
+    LeastSeen least;
+    const double usual = points.empty() ? 1 : shareOf(points.front(), points);
+    for (std::size_t n = 0; n < entries.size(); ++n) {
+        const double multiple = shareOf(entries[n], points) / usual;
+        if (multiple > least.multiple) {
+            least.entry = n;
+            least.multiple = multiple;
+        }
+    }
+    least.isNearer =
+        !entries.empty() &&
+        (points.empty() || lengthOf(entries[least.entry]) < lengthOf(points.front()) - 10 * Nearer);
+    return least;
+}
+
+/// Adds the nearest point around an entry, or in place of one that is there and further away;
+/// where that one is no further the entry itself, for the sample.
+void addAround(std::vector<Normals>& points, const Normals& entry, const Normals& nearest) {
+    const auto there = std::find_if(points.begin(), points.end(), [&](const Normals& other) {
+        return distanceOf(nearest, other) < Apart;
+    });
+    if (there == points.end()) {
+        points.push_back(nearest);
+    } else if (lengthOf(nearest) < lengthOf(*there) - Nearer) {
+        *there = nearest;
+    } else {
+        points.push_back(entry);
+    }
+    sortByLength(points);
+}
+
+/// Looks along rays for borders that the searches by margins do not see: of walls without a
+/// solution, and of states that curve around the origin. How many rays meet a border that the
+/// sample hardly sees all the same.
+std::size_t addSurveyed(std::vector<Normals>& points, Walls& walls, bool isReached) {
+    const Reached reached = [&](const Normals& normals) {
+        return !walls.isStopped() && walls.limit.reached(walls.at(normals)) != isReached;
+    };
+    // The radius beyond which a point has less than its least share of the nearest's probability.
+    const double radius =
+        points.empty()
+            ? FurthestLook
+            : -OT::DistFunc::qNormal(LeastShare * OT::DistFunc::pNormal(-lengthOf(points.front())));
+    std::vector<Normals> entries = entriesAlongRays(reached, walls.draws.dimension(), radius);
+    LeastSeen least = leastSeen(entries, points);
+    for (std::size_t n = 0; n < MostAdded && (least.multiple > HardlySeen || least.isNearer); ++n) {
+        const Normals entry = entries[least.entry];
+        entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(least.entry));
+        addAround(points, entry, n < MostSearched ? nearestAround(reached, entry) : entry);
+        least = leastSeen(entries, points);
+    }
+    return static_cast<std::size_t>(
+        std::count_if(entries.begin(), entries.end(), [&](const Normals& entry) {
+            return shareOf(entry, points) > HardlySeen * shareOf(points.front(), points);
+        }));
+}
+
+/// Takes the nearest point as the design point.
+void takeDesignPoint(FirstOrder& result, Walls& walls, const Normals& point, bool isReached) {
+    const double beta = lengthOf(point);
+    const double probability = OT::DistFunc::pNormal(-beta);
+    result.beta = beta * (isReached ? -1 : 1);
+    result.probability = isReached ? 1 - probability : probability;
+    walls.draws.fromNormals(point, result.designPoint);
+    Normals beyond = point;
+    for (double& number : beyond) {
+        number *= 1 + SmallestBeta;
+    }
+    result.endsUnsolved = !walls.limit.condition.isKnown(walls.at(beyond));
+    if (beta < SmallestBeta) {
+        return;
+    }
+    result.importance = walls.draws.scores(point);
+    const double squares = std::pow(lengthOf(result.importance), 2);
+    for (double& share : result.importance) {
+        share *= share / squares;
+    }
 }
 
 } // namespace
@@ -302,22 +397,18 @@ FirstOrder firstOrder(const Study& study, const LimitState& limit,
     FirstOrder result;
     Walls walls(study, limit, stop);
     const bool isReached = limit.reached(walls.at(Normals(walls.draws.dimension(), 0)));
-    for (Normals& point : bordersOf(walls, isReached, result)) {
-        const double probability = OT::DistFunc::pNormal(-lengthOf(point));
+    std::vector<Normals> points = bordersOf(walls, isReached, result);
+    if (!walls.isStopped() && !result.isTooLong) {
+        result.hardlySeen = addSurveyed(points, walls, isReached);
+    }
+    for (Normals& point : points) {
         if (result.points.empty()) {
-            result.beta = lengthOf(point) * (isReached ? -1 : 1);
-            result.probability = isReached ? 1 - probability : probability;
-            walls.draws.fromNormals(point, result.designPoint);
-            result.importance = walls.draws.scores(point);
-        } else if (probability < LeastShare * OT::DistFunc::pNormal(-std::abs(result.beta))) {
+            takeDesignPoint(result, walls, point, isReached);
+        } else if (OT::DistFunc::pNormal(-lengthOf(point)) <
+                   LeastShare * OT::DistFunc::pNormal(-std::abs(result.beta))) {
             break;
         }
         result.points.push_back(std::move(point));
-    }
-    const double length = lengthOf(result.importance);
-    const double squares = length * length;
-    for (double& share : result.importance) {
-        share = squares == 0 ? 0 : share * share / squares;
     }
     if (!result.points.empty() && !walls.isStopped()) {
         result.fault.clear();
@@ -350,7 +441,12 @@ void addFirstOrder(std::vector<Statistic>& all, const Study& study,
         for (std::size_t i = 0; i < draws.dimension(); ++i) {
             const std::string& name = study.variables[draws.variableOf(i)].name;
             all.push_back({limit.name, "design point " + name, found.designPoint[i], none, none});
-            all.push_back({limit.name, "importance " + name, found.importance[i], none, none});
+            if (!found.importance.empty()) {
+                all.push_back({limit.name, "importance " + name, found.importance[i], none, none});
+            }
+        }
+        if (found.endsUnsolved) {
+            all.push_back({limit.name, EndsUnsolved, 1, none, none});
         }
         if (found.missed > 0) {
             all.push_back({limit.name, "alternatives without a design point",

@@ -1,6 +1,7 @@
 // The first-order reliability method on the limit states of a study.
 #pragma once
 
+#include "study/border_survey.h"
 #include "study/store.h"
 
 #include <functional>
@@ -12,6 +13,9 @@ namespace korvane::study {
 /// Walls that one search solves at the most.
 inline constexpr int MostSearchSolutions = 20000;
 
+/// The name of a statistic: walls beyond the design point have no solution.
+inline constexpr const char* EndsUnsolved = "beyond the design point walls have no solution";
+
 /// What the first-order method finds for one limit state (A. M. Hasofer and N. C. Lind, 1974).
 struct FirstOrder {
     std::string fault; ///< why there is no design point; empty where there is one
@@ -19,18 +23,23 @@ struct FirstOrder {
     double probability = 0;
     std::vector<double> designPoint; ///< numbers of the random variables, in the study's units
     /// Shares of the variables by the squares of their own normal numbers at the design point, so
-    /// that correlated variables have theirs in any order; they add up to 1.
+    /// that correlated variables have theirs in any order; they add up to 1. None where beta is
+    /// below what a search tells (1E-6).
     std::vector<double> importance;
-    /// Points of the border as independent standard normal numbers, nearest first: the design point
-    /// and those of other parts of the state that count beside it.
-    std::vector<std::vector<double>> points;
-    std::size_t missed = 0; ///< alternatives of the state without a point
+    /// Points of the border, nearest first: the design point and those that a sample around them
+    /// needs to see the other parts of the state that count beside it.
+    std::vector<Normals> points;
+    bool endsUnsolved = false;  ///< walls beyond the design point have no solution
+    std::size_t missed = 0;     ///< alternatives of the state without a point
+    std::size_t hardlySeen = 0; ///< rays that meet the state where such a sample hardly comes
+    bool isTooLong = false;     ///< the state has too many alternatives to be searched
     std::uint64_t solutions = 0;
 };
 
 /// Works it out by OpenTURNS with a search that needs no derivatives, as depths have kinks, for
-/// each alternative of the state alone; of a state that the median has reached, for its opposite. A
-/// wall without a solution counts as far inside or outside the state as the median is from it.
+/// each alternative of the state alone; of a state that the median has reached, for its opposite.
+/// Margins end where walls have no solution: that border, and others that those searches have not
+/// found, are looked for along rays by whether the state is reached.
 /// Where `stop` tells so the search ends with a fault.
 FirstOrder firstOrder(const Study& study, const LimitState& limit,
                       const std::function<bool()>& stop = {});
