@@ -1,6 +1,7 @@
 #include "study/answers.h"
 
 #include "study/pictures.h"
+#include "study/reliability.h"
 
 #include <algorithm>
 #include <cmath>
@@ -137,7 +138,10 @@ void answerProbabilities(std::vector<std::string>& answers, const FinishedStudy&
         if (beta != nullptr) {
             answers.push_back(what + "reliability index β " + told(beta->value) +
                               ", probability by the first-order method " +
-                              told(finished.value(limit.name, "probability of first order")) + ".");
+                              told(finished.value(limit.name, "probability of first order")) +
+                              (finished.find(limit.name, EndsUnsolved) == nullptr
+                                   ? "."
+                                   : std::string("; ") + EndsUnsolved + "."));
         }
         for (const char* name : {"probability", "probability by importance sampling"}) {
             if (const Statistic* one = finished.find(limit.name, name)) {

@@ -11,16 +11,16 @@ namespace korvane::study {
 
 namespace {
 
-constexpr std::size_t RaysOfCoordinate = 64;
-constexpr std::size_t MostRays = 512;
+constexpr std::size_t RaysOfCoordinate = 24;
+constexpr std::size_t MostRays = 256;
 constexpr double Stride = 0.5; ///< between two looks along a ray
 constexpr double EntryNearness = 1e-3;
 
 /// Turns of a direction, in radians, and the share of their square by which one must be shorter.
 constexpr double FirstTurn = 0.5;
-constexpr double LastTurn = 3e-5;
+constexpr double LastTurn = 1e-4;
 constexpr double LeastGain = 0.02;
-constexpr int TriesOfCoordinate = 4; ///< at random, beside those along the axes
+constexpr std::size_t TriesOfCoordinate = 2; ///< at random, beside those along the axes
 constexpr int MostLooks = 4000;
 
 Normals scaled(const Normals& direction, double factor) {
@@ -100,8 +100,10 @@ std::vector<Normals> turnsOf(const Normals& direction, std::size_t round) {
         axis[i] = 1;
         add(axis);
     }
-    for (std::size_t n = 0; n < TriesOfCoordinate * dimension; ++n) {
-        add(evenDirection(round * TriesOfCoordinate * dimension + n, dimension));
+    // In a plane there are no others.
+    const std::size_t tries = dimension < 3 ? 0 : TriesOfCoordinate * dimension;
+    for (std::size_t n = 0; n < tries; ++n) {
+        add(evenDirection(round * tries + n, dimension));
     }
     return all;
 }

@@ -18,7 +18,7 @@ double distanceOf(const Normals& a, const Normals& b);
 
 /// Where rays from the origin, both ways along each axis and evenly between, first meet the state,
 /// within `radius`, to 0.001. What lies between two rays, or is thinner than half a deviation along
-/// one, can be missed. With one coordinate there are two rays, else 64 for each, 512 at the most.
+/// one, can be missed. With one coordinate there are two rays, else 24 for each, 256 at the most.
 std::vector<Normals> entriesAlongRays(const Reached& reached, std::size_t dimension, double radius);
 
 /// The nearest point of the state around one of it: from direction to direction with shorter and

@@ -282,8 +282,8 @@ void tellSize(std::ostream& out, const Study& study) {
             << " on one core\n";
     }
     if (study.method == Method::Reliability) {
-        out << "  a search for design points first: some hundred walls for each alternative of a "
-               "limit state, "
+        out << "  a search for design points first: some thousand walls along rays, and for each "
+               "alternative of a limit state some hundred, "
             << MostSearchSolutions << " at the most, about " << std::setprecision(2)
             << 1000 * seconds << " ms each\n";
     } else if (study.method == Method::Target) {

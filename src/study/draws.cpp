@@ -32,15 +32,31 @@ namespace {
 /// A distribution by its parameters; throws what OpenTURNS throws.
 using Maker = std::function<OT::Distribution(const OT::Point&)>;
 
+/// The name of a parameter for a reader.
+std::string parameterText(std::string name) {
+    static const std::map<std::string, std::string, std::less<>> meanings{
+        {"aLog", "aLog (logarithm of the least value)"},
+        {"bLog", "bLog (logarithm of the largest value)"},
+        {"muLog", "muLog (mean of the logarithm)"},
+        {"sigmaLog", "sigmaLog (deviation of the logarithm)"},
+        {"mean", "mean"},
+        {"standard_deviation", "deviation"}};
+    if (name.ends_with("_0")) { // of the first coordinate: there are no others
+        name.resize(name.size() - 2);
+    }
+    const auto meaning = meanings.find(name);
+    return meaning == meanings.end() ? name : meaning->second;
+}
+
 /// Parameters that are left out: only a shift at the end, which is zero then.
 OT::Point completed(OT::Point given, const OT::Point& usual, const OT::Description& names) {
     while (given.getSize() < usual.getSize() && names[given.getSize()] == "gamma") {
         given.add(0.0);
     }
     if (given.getSize() != usual.getSize()) {
-        std::string text = "has the parameters";
+        std::string text;
         for (const OT::String& name : names) {
-            text += " " + name;
+            text += (text.empty() ? "has the parameters " : ", ") + parameterText(name);
         }
         throw StudyFault{0, text};
     }
@@ -80,6 +96,7 @@ const std::map<std::string, Maker, std::less<>>& makers() {
         }
         // Estimated from data, not given by a few numbers.
         made.erase("Histogram");
+        made.erase("Dirichlet"); // of one variable it is Beta(..., 0, 1)
         return made;
     }();
     return all;

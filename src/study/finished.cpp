@@ -5,12 +5,16 @@
 
 #include "rowe/pile_sections.h"
 #include "runtime/number_format.h"
+#include "runtime/number_text.h"
 #include "sheet/sheet_writer.h"
 
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <limits>
+#include <map>
+#include <sstream>
+#include <utility>
 
 namespace korvane::study {
 
@@ -48,20 +52,49 @@ std::string withUnit(double value, const std::string& unit) {
     return told(value) + (unit.empty() ? "" : unit == "°" ? unit : " " + unit);
 }
 
+/// A reason with "…" for its numbers; names of fields keep theirs.
+std::string withoutNumbers(const std::string& reason) {
+    std::string text;
+    std::istringstream words(reason);
+    for (std::string word; words >> word;) {
+        const std::size_t end = word.find_last_not_of(".,;:)") + 1;
+        const std::size_t start = std::min(word.find_first_not_of('('), end);
+        text += text.empty() ? "" : " ";
+        text += isNumeric(std::string_view(word).substr(start, end - start))
+                    ? word.substr(0, start) + "…" + word.substr(end)
+                    : word;
+    }
+    return text;
+}
+
 std::vector<Ending> endingsOf(const Store& store) {
-    std::vector<Ending> all;
+    std::map<std::pair<std::string, std::string>, Ending> alike;
     bool isHead = true;
-    store.queryCells(
-        "SELECT outcome, reason, count(*), min(id) FROM variants "
-        "WHERE outcome <> 'solved' GROUP BY outcome, reason "
-        "ORDER BY count(*) DESC, min(id) LIMIT " +
-            std::to_string(MostEndings),
-        [&](const std::vector<std::string>& cells) {
-            if (!isHead) {
-                all.push_back({cells[0], cells[1], std::stoull(cells[2]), std::stoull(cells[3])});
-            }
-            isHead = false;
-        });
+    store.queryCells("SELECT outcome, reason, id FROM variants WHERE outcome <> 'solved' "
+                     "ORDER BY id",
+                     [&](const std::vector<std::string>& cells) {
+                         if (std::exchange(isHead, false)) {
+                             return;
+                         }
+                         const std::string reason = withoutNumbers(cells[1]);
+                         Ending& ending = alike[{cells[0], reason}];
+                         if (ending.count++ == 0) {
+                             ending.outcome = cells[0];
+                             ending.reason = cells[1];
+                             ending.example = cells[1];
+                             ending.first = std::stoull(cells[2]);
+                         } else if (cells[1] != ending.example) {
+                             ending.reason = reason;
+                         }
+                     });
+    std::vector<Ending> all;
+    for (const auto& [key, ending] : alike) {
+        all.push_back(ending);
+    }
+    std::sort(all.begin(), all.end(), [](const Ending& a, const Ending& b) {
+        return a.count != b.count ? a.count > b.count : a.first < b.first;
+    });
+    all.resize(std::min(all.size(), MostEndings));
     return all;
 }
 

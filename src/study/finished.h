@@ -9,10 +9,11 @@
 
 namespace korvane::study {
 
-/// Variants that ended alike.
+/// Variants that ended alike, whatever their numbers.
 struct Ending {
     std::string outcome;
-    std::string reason;
+    std::string reason;  ///< with "…" for its numbers where they differ
+    std::string example; ///< the reason of the first one
     std::uint64_t count = 0;
     std::uint64_t first = 0; ///< id
 };

@@ -89,13 +89,14 @@ bool checkRows(const fs::path& folder, const Study& study) {
 /// Puts the file in its place at once; false where another process has been faster.
 bool place(const fs::path& file, const std::string& text, bool replaces) {
     const fs::path beside = file.string() + "." + std::to_string(getpid());
+    std::error_code ignored;
     try {
         writeFile(beside.string(), text);
     } catch (const RuntimeError& fault) {
+        fs::remove(beside, ignored);
         throw StoreFault{file.string() + ": " + fault.what()};
     }
     std::error_code fault;
-    std::error_code ignored;
     if (!replaces) {
         fs::create_hard_link(beside, file, fault);
         if (!fault || fault == std::errc::file_exists) {

@@ -386,7 +386,8 @@ class ConditionReader {
         leaf.kind = Kind::Output;
         leaf.output = findOutput(word_, base_);
         if (leaf.output != nullptr) {
-            forEachLevel_ = true;
+            leaf.level = leaf.output->onlyLevel;
+            forEachLevel_ = forEachLevel_ || leaf.level == 0;
             return true;
         }
         const std::vector<OutputColumn> columns = columnsOf(word_, base_);
@@ -457,7 +458,9 @@ std::vector<std::vector<Condition>> Condition::alternatives(bool opposite) const
 
 bool Condition::names(std::string_view output) const {
     return anyNode(*root_, [output](const Node& node) {
-        return node.output != nullptr && node.output->field.name == output;
+        return node.output != nullptr &&
+               (node.output->field.name == output ||
+                (output == "bottom" && node.output->field.name == results::bottomElev.name));
     });
 }
 

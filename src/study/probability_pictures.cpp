@@ -2,11 +2,11 @@
 #include "study/pictures.h"
 
 #include "study/chart.h"
+#include "study/reliability.h"
 #include "study/statistics.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace korvane::study {
 
@@ -14,54 +14,22 @@ using namespace sheet;
 
 namespace {
 
-constexpr double None = std::numeric_limits<double>::quiet_NaN();
 constexpr std::uint64_t Stops = 120; ///< points of a curve of convergence
 constexpr double FirstShown = 0.02;  ///< share of the variants before which intervals say little
-constexpr double NormalEnds = 1.959963984540054; ///< of 95 %
-constexpr double LeastHits = 10;                 ///< of weighted rows, for an interval
 
-/// A probability with its interval.
-struct Estimate {
-    double value = 0;
-    double low = None;
-    double high = None;
-};
-
-/// What the first rows of a sample say of a limit state.
-struct Tally {
-    double rows = 0;
-    double hits = 0;
-    double weights = 0; ///< of the hits
-    double squares = 0;
-
-    void add(double hit, double weight) {
-        rows += 1;
-        hits += hit;
-        weights += hit * weight;
-        squares += hit * weight * weight;
-    }
-    Estimate plain() const {
-        const auto interval = clopperPearson(hits, rows);
-        return {hits / rows, interval[0], interval[1]};
-    }
-    /// Of an `opposite` its complement.
-    Estimate weighted(bool opposite) const {
-        const double mean = weights / rows;
-        const double half =
-            NormalEnds * std::sqrt(std::max(squares / rows - mean * mean, 0.0) / rows);
-        const bool few = hits < LeastHits;
-        const double value = opposite ? 1 - mean : mean;
-        return {value, few ? None : std::max(0.0, value - half),
-                few ? None : std::min(1.0, value + half)};
-    }
-};
+/// Of rows that all count 1.
+Estimate plainShare(const WeightedHits& hits) {
+    const auto interval = clopperPearson(hits.weights, hits.rows);
+    return {hits.weights / hits.rows, interval[0], interval[1]};
+}
 
 Picture convergenceOf(const FinishedStudy& finished, const LimitState& limit) {
     const bool weighted = isWeighted(finished.study);
     // As in the statistics: where the median has reached the state, its opposite is estimated.
     const bool opposite = weighted && finished.value(limit.name, "beta") < 0;
     const std::uint64_t every = std::max<std::uint64_t>(1, finished.rows / Stops);
-    Tally tally;
+    WeightedHits hits{.hasInterval = haveIntervals(finished.study) &&
+                                     finished.find(limit.name, HardlySeenRays) == nullptr};
     std::vector<SvgPoint> values;
     std::vector<SvgPoint> lows;
     std::vector<SvgPoint> highs;
@@ -69,17 +37,17 @@ Picture convergenceOf(const FinishedStudy& finished, const LimitState& limit) {
         "SELECT " + quoted(limit.name) + (weighted ? ", weight" : ", 1.0") +
             " FROM variants ORDER BY id",
         [&](const std::vector<double>& row) {
-            tally.add(opposite ? 1 - row[0] : row[0], row[1]);
-            const auto count = static_cast<std::uint64_t>(tally.rows);
+            hits.add(opposite ? 1 - row[0] : row[0], row[1]);
+            const auto count = static_cast<std::uint64_t>(hits.rows);
             const bool isStop = count % every == 0 || count == finished.rows;
-            if (!isStop || tally.rows < FirstShown * static_cast<double>(finished.rows)) {
+            if (!isStop || hits.rows < FirstShown * static_cast<double>(finished.rows)) {
                 return;
             }
-            const Estimate estimate = weighted ? tally.weighted(opposite) : tally.plain();
-            values.push_back({tally.rows, estimate.value});
-            if (std::isfinite(estimate.low) && haveIntervals(finished.study)) {
-                lows.push_back({tally.rows, estimate.low});
-                highs.push_back({tally.rows, estimate.high});
+            const Estimate estimate = weighted ? hits.estimate(opposite) : plainShare(hits);
+            values.push_back({hits.rows, estimate.value});
+            if (std::isfinite(estimate.low) && hits.hasInterval) {
+                lows.push_back({hits.rows, estimate.low});
+                highs.push_back({hits.rows, estimate.high});
             }
         });
     std::vector<double> heights{0};
@@ -97,7 +65,7 @@ Picture convergenceOf(const FinishedStudy& finished, const LimitState& limit) {
     chart.markY(first, "first order", "mark faint");
     return {chart.finish("Probability of " + limit.name + " by the number of variants"),
             "Probability of " + limit.name + " as the variants come in" +
-                (haveIntervals(finished.study) ? ", with its interval of 95 %." : ".")};
+                (lows.empty() ? "." : ", with its interval of 95 %.")};
 }
 
 Picture fragilityOf(const FinishedStudy& finished, const LimitState& limit) {

@@ -32,14 +32,16 @@ constexpr double PlainNearness = 1e-10;
 constexpr double Missed = 0.01;
 /// Points nearer to one another than this are the same.
 constexpr double Apart = 0.1;
-/// Points of a smaller share of the probability of the nearest do not count.
+/// Points of a smaller share of the probability of the nearest do not count, and rays do not look
+/// for them.
 constexpr double LeastShare = 1e-3;
+constexpr double LeastShareOfRays = 1e-2;
 /// Rays look for a border to here where no point is known yet.
 constexpr double FurthestLook = 8;
 /// Points that a survey adds to those of the alternatives, and of these such that are searched for
 /// their nearest.
 constexpr std::size_t MostAdded = 32;
-constexpr std::size_t MostSearched = 12;
+constexpr std::size_t MostSearched = 8;
 /// The sample hardly sees a place that counts more than this many times what the nearest point
 /// does.
 constexpr double HardlySeen = 3;
@@ -341,9 +343,9 @@ std::size_t addSurveyed(std::vector<Normals>& points, Walls& walls, bool isReach
     };
     // The radius beyond which a point has less than its least share of the nearest's probability.
     const double radius =
-        points.empty()
-            ? FurthestLook
-            : -OT::DistFunc::qNormal(LeastShare * OT::DistFunc::pNormal(-lengthOf(points.front())));
+        points.empty() ? FurthestLook
+                       : -OT::DistFunc::qNormal(LeastShareOfRays *
+                                                OT::DistFunc::pNormal(-lengthOf(points.front())));
     std::vector<Normals> entries = entriesAlongRays(reached, walls.draws.dimension(), radius);
     LeastSeen least = leastSeen(entries, points);
     for (std::size_t n = 0; n < MostAdded && (least.multiple > HardlySeen || least.isNearer); ++n) {
@@ -365,6 +367,7 @@ void takeDesignPoint(FirstOrder& result, Walls& walls, const Normals& point, boo
     result.beta = beta * (isReached ? -1 : 1);
     result.probability = isReached ? 1 - probability : probability;
     walls.draws.fromNormals(point, result.designPoint);
+    result.scores = walls.draws.scores(point);
     Normals beyond = point;
     for (double& number : beyond) {
         number *= 1 + SmallestBeta;
@@ -373,10 +376,9 @@ void takeDesignPoint(FirstOrder& result, Walls& walls, const Normals& point, boo
     if (beta < SmallestBeta) {
         return;
     }
-    result.importance = walls.draws.scores(point);
-    const double squares = std::pow(lengthOf(result.importance), 2);
-    for (double& share : result.importance) {
-        share *= share / squares;
+    const double squares = std::pow(lengthOf(result.scores), 2);
+    for (const double score : result.scores) {
+        result.importance.push_back(score * score / squares);
     }
 }
 
@@ -417,6 +419,26 @@ FirstOrder firstOrder(const Study& study, const LimitState& limit,
     return result;
 }
 
+void WeightedHits::add(double hit, double weight) {
+    const double square = hit * weight * weight;
+    rows += 1;
+    weights += hit * weight;
+    squares += square;
+    fourths += square * square;
+}
+
+Estimate WeightedHits::estimate(bool opposite) const {
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    const double mean = weights / rows;
+    const double value = opposite ? 1 - mean : mean;
+    if (!hasInterval || !(squares * squares >= LeastCarrying * fourths) || fourths == 0) {
+        return {value, none, none};
+    }
+    const double half = OT::DistFunc::qNormal(0.025, true) *
+                        std::sqrt(std::max(squares / rows - mean * mean, 0.0) / rows);
+    return {value, std::max(0.0, value - half), std::min(1.0, value + half)};
+}
+
 std::vector<FirstOrder> firstOrders(const Study& study, const std::function<bool()>& stop) {
     std::vector<FirstOrder> all;
     for (const LimitState& limit : study.limits) {
@@ -441,9 +463,14 @@ void addFirstOrder(std::vector<Statistic>& all, const Study& study,
         for (std::size_t i = 0; i < draws.dimension(); ++i) {
             const std::string& name = study.variables[draws.variableOf(i)].name;
             all.push_back({limit.name, "design point " + name, found.designPoint[i], none, none});
+            all.push_back({limit.name, "normal number " + name, found.scores[i], none, none});
             if (!found.importance.empty()) {
                 all.push_back({limit.name, "importance " + name, found.importance[i], none, none});
             }
+        }
+        if (found.hardlySeen > 0) {
+            all.push_back(
+                {limit.name, HardlySeenRays, static_cast<double>(found.hardlySeen), none, none});
         }
         if (found.endsUnsolved) {
             all.push_back({limit.name, EndsUnsolved, 1, none, none});
@@ -459,28 +486,21 @@ void addFirstOrder(std::vector<Statistic>& all, const Study& study,
 void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store,
                    const std::vector<FirstOrder>& orders) {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
-    // Fewer hits tell nothing of how far the weights spread.
-    constexpr double LeastHits = 10;
     for (std::size_t n = 0; n < study.limits.size(); ++n) {
         const std::string& limit = study.limits[n].name;
         const bool opposite = orders[n].beta < 0;
-        const std::string hit =
-            "weight * " + (opposite ? "(1 - " + quoted(limit) + ")" : quoted(limit));
-        store.query("SELECT count(*), sum(" + hit + "), sum(" + hit + " * weight), sum(" +
-                        quoted(limit) + ") FROM variants",
+        const std::string hit = opposite ? "(1 - " + quoted(limit) + ")" : quoted(limit);
+        WeightedHits hits{.hasInterval = haveIntervals(study) && orders[n].hardlySeen == 0};
+        double reached = 0;
+        store.query("SELECT " + quoted(limit) + ", " + hit + ", weight FROM variants",
                     [&](const std::vector<double>& row) {
-                        const double mean = row[1] / row[0];
-                        const double variance = row[2] / row[0] - mean * mean;
-                        const double half = OT::DistFunc::qNormal(0.025, true) *
-                                            std::sqrt(std::max(variance, 0.0) / row[0]);
-                        const bool few = (opposite ? row[0] - row[3] : row[3]) < LeastHits ||
-                                         !haveIntervals(study);
-                        const double value = opposite ? 1 - mean : mean;
-                        all.push_back({limit, "reached", row[3], none, none});
-                        all.push_back({limit, "probability by importance sampling", value,
-                                       few ? none : std::max(0.0, value - half),
-                                       few ? none : std::min(1.0, value + half)});
+                        reached += row[0];
+                        hits.add(row[1], row[2]);
                     });
+        const Estimate found = hits.estimate(opposite);
+        all.push_back({limit, "reached", reached, none, none});
+        all.push_back(
+            {limit, "probability by importance sampling", found.value, found.low, found.high});
     }
 }
 

@@ -16,12 +16,16 @@ inline constexpr int MostSearchSolutions = 20000;
 /// The name of a statistic: walls beyond the design point have no solution.
 inline constexpr const char* EndsUnsolved = "beyond the design point walls have no solution";
 
+/// The name of another one: rays that meet the state where the sample hardly comes.
+inline constexpr const char* HardlySeenRays = "directions that the sample hardly sees";
+
 /// What the first-order method finds for one limit state (A. M. Hasofer and N. C. Lind, 1974).
 struct FirstOrder {
     std::string fault; ///< why there is no design point; empty where there is one
     double beta = 0;   ///< reliability index, below 0 where the median has reached the state
     double probability = 0;
     std::vector<double> designPoint; ///< numbers of the random variables, in the study's units
+    std::vector<double> scores;      ///< their own normal numbers, correlated as they are
     /// Shares of the variables by the squares of their own normal numbers at the design point, so
     /// that correlated variables have theirs in any order; they add up to 1. None where beta is
     /// below what a search tells (1E-6).
@@ -55,9 +59,34 @@ std::vector<FirstOrder> firstOrders(const Study& study, const std::function<bool
 void addFirstOrder(std::vector<Statistic>& all, const Study& study,
                    const std::vector<FirstOrder>& orders);
 
+/// A number with the ends of its interval of 95 %, NaN where it has none.
+struct Estimate {
+    double value = 0;
+    double low = 0;
+    double high = 0;
+};
+
+/// What rows drawn around points say of a limit state.
+struct WeightedHits {
+    /// Hits that carry the variance, by the powers of their weights (sum of squares, squared, over
+    /// sum of fourth powers): of fewer the deviation itself is not known.
+    static constexpr double LeastCarrying = 10;
+
+    bool hasInterval = true;
+    double rows = 0;
+    double weights = 0; ///< of the hits, and their powers
+    double squares = 0;
+    double fourths = 0;
+
+    void add(double hit, double weight);
+    /// The probability, or its complement where hits are those of the `opposite`.
+    Estimate estimate(bool opposite) const;
+};
+
 /// The probability by a sample around the design points, with an interval of 95 % from the
-/// deviation of the weights; without one where the state was reached less than 10 times, and of a
-/// Sobol' sequence. Where the median has reached the state, that of its opposite is worked out.
+/// deviation of the weights; without one where fewer than `LeastCarrying` hits carry it, where rays
+/// meet a border that the sample hardly sees, and of a Sobol' sequence. Where the median has
+/// reached the state, that of its opposite is worked out.
 void addImportance(std::vector<Statistic>& all, const Study& study, const Store& store,
                    const std::vector<FirstOrder>& orders);
 

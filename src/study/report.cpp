@@ -12,9 +12,11 @@
 #include "sheet/sheet_writer.h"
 #include "sheet/wall_figure.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <filesystem>
+#include <iterator>
 
 namespace korvane::study {
 
@@ -228,50 +230,62 @@ void writePictures(SheetWriter& writer, const FinishedStudy& finished) {
 // ---- statistics
 // ----------------------------------------------------------------------------------
 
+/// A number of an output in a table; `at` stands behind its name for a value of a fragility.
+struct OutputNumber {
+    const char* title;
+    const char* name;
+    double Statistic::*member = &Statistic::value;
+
+    double of(const FinishedStudy& finished, const std::string& output,
+              const std::string& at = {}) const {
+        const Statistic* one = finished.find(output, name + at);
+        return one == nullptr ? std::nan("") : one->*member;
+    }
+};
+constexpr std::array<OutputNumber, 10> OutputNumbers{{{"Walls", "count"},
+                                                      {"Mean", "mean"},
+                                                      {"95 % from", "mean", &Statistic::low},
+                                                      {"to", "mean", &Statistic::high},
+                                                      {"Deviation", "deviation"},
+                                                      {"Least", "least"},
+                                                      {"5 %", "quantile 0.05"},
+                                                      {"Median", "quantile 0.5"},
+                                                      {"95 %", "quantile 0.95"},
+                                                      {"Largest", "largest"}}};
+
+/// Numbers that the study has of any output: a tornado has no mean.
+std::vector<OutputNumber> numbersOf(const FinishedStudy& finished) {
+    std::vector<OutputNumber> numbers;
+    std::copy_if(OutputNumbers.begin(), OutputNumbers.end(), std::back_inserter(numbers),
+                 [&](const OutputNumber& number) {
+                     return std::any_of(
+                         finished.study.outputs.begin(), finished.study.outputs.end(),
+                         [&](const OutputColumn& column) {
+                             return finished.find(column.name, number.name) != nullptr;
+                         });
+                 });
+    return numbers;
+}
+
 void writeOutputs(SheetWriter& writer, const FinishedStudy& finished) {
-    Table table{.caption = finished.study.method == Method::Fragility
-                               ? "Outputs, over all values of " +
-                                     finished.study.variables[finished.study.along].name
-                               : "Outputs",
-                .columns = {{"Output"},
-                            {"Unit"},
-                            {"Base"},
-                            {"Walls"},
-                            {"Mean"},
-                            {"95 % from"},
-                            {"to"},
-                            {"Deviation"},
-                            {"Least"},
-                            {"5 %"},
-                            {"Median"},
-                            {"95 %"},
-                            {"Largest"}}};
+    const std::vector<OutputNumber> numbers = numbersOf(finished);
+    if (numbers.empty()) {
+        return;
+    }
+    Table table{.caption = "Outputs", .columns = {{"Output"}, {"Unit"}, {"Base"}}};
+    for (const OutputNumber& number : numbers) {
+        table.columns.push_back({number.title});
+    }
     for (std::size_t n = 0; n < finished.study.outputs.size(); ++n) {
         const OutputColumn& column = finished.study.outputs[n];
-        const auto value = [&](const char* name) {
-            return cell(finished.value(column.name, name));
-        };
-        const Statistic* mean = finished.find(column.name, "mean");
-        if (finished.find(column.name, "count") == nullptr) {
-            continue;
-        }
         table.rows.push_back({writer.text(column.name),
                               {unitMarkup(column.quantity(), finished.study.units), false},
-                              cell(finished.baseOutputs[n]),
-                              value("count"),
-                              value("mean"),
-                              cell(mean == nullptr ? std::nan("") : mean->low),
-                              cell(mean == nullptr ? std::nan("") : mean->high),
-                              value("deviation"),
-                              value("least"),
-                              value("quantile 0.05"),
-                              value("quantile 0.5"),
-                              value("quantile 0.95"),
-                              value("largest")});
+                              cell(finished.baseOutputs[n])});
+        for (const OutputNumber& number : numbers) {
+            table.rows.back().push_back(cell(number.of(finished, column.name)));
+        }
     }
-    if (!table.rows.empty()) {
-        writeTable(writer, table, 2);
-    }
+    writeTable(writer, table, 2);
 }
 
 /// What is told of outputs in the table above, and of outcomes below.
@@ -305,9 +319,38 @@ void writeFragility(SheetWriter& writer, const FinishedStudy& finished) {
     }
 }
 
+/// Of a fragility the outputs at each value, a table each.
+void writeOutputsAlong(SheetWriter& writer, const FinishedStudy& finished) {
+    const Study& study = finished.study;
+    const Variable& along = study.variables[study.along];
+    std::vector<double> values = along.values;
+    std::sort(values.begin(), values.end());
+    for (const OutputColumn& column : study.outputs) {
+        Table table{.caption = titleOf(column, study.units) + " along " + along.name,
+                    .columns = {{titleOf(along, study.units)}}};
+        for (const OutputNumber& number : OutputNumbers) {
+            table.columns.push_back({number.title});
+        }
+        for (const double value : values) {
+            std::string at = " at ";
+            appendShortest(at, value);
+            table.rows.push_back({cell(value)});
+            for (const OutputNumber& number : OutputNumbers) {
+                table.rows.back().push_back(cell(number.of(finished, column.name, at)));
+            }
+        }
+        writer.table(table);
+    }
+}
+
 void writeFurther(SheetWriter& writer, const FinishedStudy& finished) {
-    Table table{.caption = "Limit states, indices and targets",
-                .columns = {{"Of"}, {"Number"}, {"Value"}, {"95 % from"}, {"to"}}};
+    const bool isTarget = finished.study.method == Method::Target; // held between two outputs
+    Table table{.caption = isTarget ? "Target" : "Limit states and indices",
+                .columns = {{"Of"},
+                            {"Number"},
+                            {"Value"},
+                            {isTarget ? "between" : "95 % from"},
+                            {isTarget ? "and" : "to"}}};
     for (const Statistic& one : finished.statistics) {
         if (!isToldElsewhere(finished, one)) {
             table.rows.push_back({writer.text(one.subject), writer.text(one.name), cell(one.value),
@@ -344,26 +387,38 @@ constexpr std::string_view WeightFormula =
     "<mi>p</mi><mo>=</mo><mfrac><mn>1</mn><mi>n</mi></mfrac><mo>∑</mo><msub><mi>w</mi><mi>k</mi>"
     "</msub><msub><mi>I</mi><mi>k</mi></msub>";
 
-/// The squares of the design point's standard numbers as a sum.
-std::string squaresOf(const FinishedStudy& finished, const LimitState& limit, double beta) {
-    std::string squares;
+/// The normal numbers of the variables at the design point, or their squares, one after the other.
+std::string scoresOf(const FinishedStudy& finished, const LimitState& limit, bool squared,
+                     const std::string& between) {
+    std::string scores;
     for (const std::size_t n : finished.random()) {
         const std::string& name = finished.study.variables[n].name;
-        const double share = finished.value(limit.name, "importance " + name);
-        squares += squares.empty() ? "" : "<mo>+</mo>";
-        squares += mathNumber(share * beta * beta);
+        const double z = finished.value(limit.name, "normal number " + name);
+        scores += (scores.empty() ? "" : between) + mathNumberOf(squared ? z * z : z);
     }
-    return squares;
+    return scores;
 }
 
-/// The length of the design point, below 0 where the median has reached the state.
-std::string betaFormula(const std::string& squares, double beta) {
+/// The length of the design point, below 0 where the median has reached the state: of correlated
+/// variables by the correlations R of their normal numbers z.
+std::string betaFormula(const FinishedStudy& finished, const LimitState& limit, double beta) {
     const std::string sign = beta < 0 ? "<mo>−</mo>" : "";
-    return "<mi>β</mi><mo>=</mo>" + sign +
-           "<msqrt><mrow><mo>∑</mo><msubsup><mi>u</mi><mi>i</mi><mn>2</mn></msubsup></mrow>"
-           "</msqrt><mo>=</mo>" +
-           sign + "<msqrt><mrow>" + squares + "</mrow></msqrt><mo>=</mo><mrow class=\"r\">" +
-           mathNumberOf(beta) + "</mrow>";
+    const bool isCorrelated = !finished.study.correlations.empty();
+    const std::string length =
+        isCorrelated ? "<msup><mi>z</mi><mi>T</mi></msup><msup><mi>R</mi><mrow><mo>−</mo>"
+                       "<mn>1</mn></mrow></msup><mi>z</mi>"
+                     : "<mo>∑</mo><msubsup><mi>z</mi><mi>i</mi><mn>2</mn></msubsup>";
+    const std::string squares = isCorrelated ? ""
+                                             : "<mo>=</mo>" + sign + "<msqrt><mrow>" +
+                                                   scoresOf(finished, limit, true, "<mo>+</mo>") +
+                                                   "</mrow></msqrt>";
+    return "<mi>β</mi><mo>=</mo>" + sign + "<msqrt><mrow>" + length + "</mrow></msqrt>" + squares +
+           "<mo>=</mo><mrow class=\"r\">" + mathNumberOf(beta) + "</mrow>";
+}
+
+std::string scoresFormula(const FinishedStudy& finished, const LimitState& limit) {
+    return "<mi>z</mi><mo>=</mo><mo>(</mo>" +
+           scoresOf(finished, limit, false, "<mo>,</mo><mspace width=\"0.4em\"/>") + "<mo>)</mo>";
 }
 
 std::string probabilityFormula(double probability) {
@@ -374,19 +429,26 @@ std::string probabilityFormula(double probability) {
 
 /// The index and the probability of the first-order method, with their numbers.
 void writeFirstOrder(SheetWriter& writer, const FinishedStudy& finished) {
+    const bool isCorrelated = !finished.study.correlations.empty();
     for (const LimitState& limit : finished.study.limits) {
         const double beta = finished.value(limit.name, "beta");
         if (std::isfinite(beta)) {
             const double probability = finished.value(limit.name, "probability of first order");
-            writer.markup(
-                mathLine(betaFormula(squaresOf(finished, limit, beta), beta), limit.name));
+            if (isCorrelated) {
+                writer.markup(mathLine(scoresFormula(finished, limit), limit.name));
+            }
+            writer.markup(mathLine(betaFormula(finished, limit, beta), limit.name));
             writer.markup(mathLine(probabilityFormula(probability), limit.name));
         }
     }
     writer.paragraph("The design point is the most likely point at which the limit state is "
-                     "reached; u are its independent standard normal numbers, their squares over "
-                     "β² the importance factors. Ground that curves away from the plane through "
-                     "that point makes the probability a first approximation.");
+                     "reached; z are the standard normal numbers of its variables, " +
+                     std::string(isCorrelated
+                                     ? "R their correlations, and the importance factors the "
+                                       "squares of z as shares of their sum. "
+                                     : "and the importance factors their squares over β². ") +
+                     "A border that curves away from the plane through that point makes the "
+                     "probability a first approximation.");
 }
 
 void writeFormulas(SheetWriter& writer, const FinishedStudy& finished) {
@@ -400,7 +462,8 @@ void writeFormulas(SheetWriter& writer, const FinishedStudy& finished) {
         writer.markup(mathLine(WeightFormula, "Importance sampling"));
         writer.paragraph("The sample is drawn around the design points; w is the ratio of the "
                          "density of the distributions to that of the sample, I is 1 where the "
-                         "limit state is reached.");
+                         "limit state is reached. Without an interval: a few variants carry the "
+                         "variance, or the sample hardly comes to parts of the limit state.");
     } else if (isSample) {
         writer.markup(
             mathLine("<mover><mi>y</mi><mo>¯</mo></mover><mo>±</mo>" + std::string(MeanFormula),
@@ -428,9 +491,12 @@ void writeFormulas(SheetWriter& writer, const FinishedStudy& finished) {
 
 void writeStatistics(SheetWriter& writer, const FinishedStudy& finished) {
     writer.section(5, "Statistics");
-    writeOutputs(writer, finished);
+    if (finished.study.method != Method::Fragility) {
+        writeOutputs(writer, finished);
+    }
     if (finished.study.method == Method::Fragility) {
         writeFragility(writer, finished);
+        writeOutputsAlong(writer, finished);
     } else {
         writeFurther(writer, finished);
     }
@@ -447,16 +513,18 @@ void writeEndings(SheetWriter& writer, const FinishedStudy& finished) {
     writer.paragraph(std::to_string(finished.lost) + " of " + std::to_string(finished.rows) +
                      " variants have no solution. They are rows of the results like all others; "
                      "statistics of outputs leave them out.");
-    Table table{.columns = {{"Outcome"}, {"Reason"}, {"Variants"}, {"First one"}}};
+    Table table{
+        .columns = {{"Outcome"}, {"Reason"}, {"In the first one"}, {"Variants"}, {"First one"}}};
     std::uint64_t shown = 0;
     for (const Ending& ending : finished.endings) {
         table.rows.push_back({writer.text(ending.outcome),
                               writer.text(ending.reason),
+                              writer.text(ending.example == ending.reason ? "" : ending.example),
                               {std::to_string(ending.count), true},
                               {std::to_string(ending.first), true}});
         shown += ending.count;
     }
-    writeTable(writer, table, 2);
+    writeTable(writer, table, 3);
     if (shown < finished.lost) {
         writer.paragraph(std::to_string(finished.lost - shown) +
                          " further variants have other reasons.");

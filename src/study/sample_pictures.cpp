@@ -150,7 +150,11 @@ PictureGroup factorBars(const FinishedStudy& finished) {
             const std::string title = "importance for " + limit.name;
             group.pictures.push_back(
                 {barChart(bars, title, title),
-                 "Importance factors of " + limit.name + ": shares of β², which add up to 1."});
+                 "Importance factors of " + limit.name +
+                     (finished.study.correlations.empty()
+                          ? ": shares of β², which add up to 1."
+                          : ": squares of the variables' own normal numbers at the design point, "
+                            "as shares of their sum.")});
         }
     }
     return group;

@@ -42,6 +42,7 @@ struct Subject {
     std::string output;
     std::string at;            ///< behind each name: " at 3", of a value of a fragility
     bool hasIntervals = false; ///< the rows are drawn
+    bool hasMoments = true;    ///< the rows stand for more than themselves
 };
 
 /// Ranks from 0 of the sorted values between which a quantile lies with 95 %, by the binomial
@@ -145,10 +146,13 @@ void addOutput(std::vector<Statistic>& all, const Store& store, const Subject& s
         count > 1 && subject.hasIntervals
             ? OT::DistFunc::qStudent(count - 1, Tail, true) * deviation / std::sqrt(count)
             : None;
-    add(all, output, "mean" + subject.at, mean, mean - half, mean + half);
-    add(all, output, "deviation" + subject.at, deviation);
     add(all, output, "least" + subject.at, least);
     add(all, output, "largest" + subject.at, largest);
+    if (!subject.hasMoments) {
+        return;
+    }
+    add(all, output, "mean" + subject.at, mean, mean - half, mean + half);
+    add(all, output, "deviation" + subject.at, deviation);
     addQuantiles(all, subject, count, rankedValues(store, column, where, count, kept));
 }
 
@@ -184,17 +188,21 @@ void addFragility(std::vector<Statistic>& all, const Study& study, const Store& 
     }
 }
 
-/// Of a fragility for each value by itself; of rows around a design point none: they tell nothing
-/// of the wall's.
+/// Of a fragility for each value by itself, of a tornado without moments, which its rows stand not
+/// for; none of rows around a design point and of a search, which hang on how it went.
 void addOutputs(std::vector<Statistic>& all, const Study& study, const Store& store,
                 const std::string& drawn, bool isDrawn, std::size_t mostSorted) {
-    if (isWeighted(study)) {
+    const bool isSearch = study.method == Method::Target || (study.method == Method::Reliability &&
+                                                             study.algorithm == Algorithm::Form);
+    if (isWeighted(study) || isSearch) {
         return;
     }
     for (const OutputColumn& output : study.outputs) {
         if (study.method != Method::Fragility) {
-            addOutput(all, store, {output.name, "", isDrawn && haveIntervals(study)}, drawn,
-                      mostSorted);
+            addOutput(all, store,
+                      {output.name, "", isDrawn && haveIntervals(study),
+                       study.method != Method::OneAtATime},
+                      drawn, mostSorted);
             continue;
         }
         const Variable& along = study.variables[study.along];

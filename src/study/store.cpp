@@ -2,6 +2,7 @@
 
 #include "study/draws.h"
 #include "study/interruption.h"
+#include "study/row_digest.h"
 
 #include "runtime/number_format.h"
 
@@ -130,6 +131,18 @@ class Statement {
         appendShortest(digits, sqlite3_column_double(statement_, column));
         return digits;
     }
+    void addTo(RowDigest& digest, int column) const {
+        switch (sqlite3_column_type(statement_, column)) {
+        case SQLITE_INTEGER:
+            digest.add(whole(column));
+            break;
+        case SQLITE_TEXT:
+            digest.add(text(column));
+            break;
+        default:
+            digest.add(number(column));
+        }
+    }
     int columns() const { return sqlite3_column_count(statement_); }
     std::string columnName(int column) const { return sqlite3_column_name(statement_, column); }
 
@@ -144,17 +157,6 @@ class Statement {
     std::string path_;
     sqlite3_stmt* statement_ = nullptr;
 };
-
-/// FNV-1a of 64 bits (Fowler, Noll, Vo): tells whether two texts are the same, not who wrote them.
-std::string hashOf(const std::string& text) {
-    std::uint64_t hash = 0xcbf29ce484222325U;
-    for (const char c : text) {
-        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3U;
-    }
-    std::array<char, 17> digits{};
-    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(hash));
-    return digits.data();
-}
 
 /// The columns of `variants` behind the id, with their types.
 std::string variantColumns(const Study& study) {
@@ -198,6 +200,7 @@ struct Store::Contents {
     sqlite3* database = nullptr;
     Statement insert;
     std::uint64_t next = 0;
+    std::uint64_t digest = 0; ///< sum of those of the rows
 
     explicit Contents(std::string file) : path(std::move(file)) {}
     Contents(const Contents&) = delete;
@@ -251,6 +254,21 @@ struct Store::Contents {
         if ((count > 0 && behind - from != count) || (isComplete && count != to - from)) {
             throw StoreFault{path + " is damaged (rows are missing)"};
         }
+        checkDigest();
+    }
+    void checkDigest() const {
+        Statement get = prepare("SELECT * FROM variants");
+        std::uint64_t sum = 0;
+        while (get.step()) {
+            RowDigest row;
+            for (int n = 0; n < get.columns(); ++n) {
+                get.addTo(row, n);
+            }
+            sum += row.value();
+        }
+        if (provenance("rows") != hashDigits(sum)) {
+            throw StoreFault{path + " is damaged (rows have changed)"};
+        }
     }
     /// A number of the provenance.
     std::uint64_t wholeOf(const std::string& key) const {
@@ -285,6 +303,7 @@ struct Store::Contents {
         setProvenance("from", std::to_string(from));
         setProvenance("to", std::to_string(to));
         setProvenance("complete", "no");
+        setProvenance("rows", hashDigits(0));
     }
     using Entries = std::vector<std::pair<std::string, std::string>>;
     void checkSame(const Entries& expected) const {
@@ -317,8 +336,10 @@ struct Store::Contents {
         checkWhole();
         checkRows();
     }
-    /// The index behind the last row.
+    /// The index behind the last row, and the digest of all.
     void findNext() {
+        const std::string digits = provenance("rows");
+        std::from_chars(digits.data(), digits.data() + digits.size(), digest, 16);
         Statement last = prepare("SELECT max(id) + 1 FROM variants");
         last.step();
         if (!std::isnan(last.number(0))) {
@@ -390,33 +411,40 @@ void Store::begin() {
     contents_->run("BEGIN");
 }
 void Store::commit() {
+    contents_->setProvenance("rows", hashDigits(contents_->digest));
     contents_->run("COMMIT");
 }
 
 void Store::append(const Study& study, const Row& row) {
     Statement& insert = contents_->insert;
+    RowDigest digest;
     int place = 1;
-    insert.bind(place++, static_cast<std::int64_t>(row.id));
+    const auto bind = [&](const auto& value) {
+        insert.bind(place++, value);
+        digest.add(value);
+    };
+    bind(static_cast<std::int64_t>(row.id));
     for (const double number : row.numbers) {
-        insert.bind(place++, number);
+        bind(number);
     }
     for (const double output : row.outputs) {
-        insert.bind(place++, output);
+        bind(output);
     }
     for (const bool limit : row.limits) {
-        insert.bind(place++, std::int64_t{limit ? 1 : 0});
+        bind(std::int64_t{limit ? 1 : 0});
     }
     if (isWeighted(study)) {
-        insert.bind(place++, row.weight);
+        bind(row.weight);
     }
     const std::string outcome = outcomeName(row.outcome);
-    insert.bind(place++, outcome);
+    bind(outcome);
     if (row.reason.empty()) {
-        insert.bind(place, std::numeric_limits<double>::quiet_NaN());
+        bind(std::numeric_limits<double>::quiet_NaN());
     } else {
-        insert.bind(place, row.reason);
+        bind(row.reason);
     }
     insert.run();
+    contents_->digest += digest.value();
     contents_->next = row.id + 1;
 }
 
@@ -427,7 +455,15 @@ void Store::take(const std::string& path) {
     const Interruptible work(contents_->database);
     contents_->run("BEGIN");
     contents_->run("INSERT INTO variants SELECT * FROM part.variants ORDER BY id");
-    contents_->run("COMMIT");
+    Statement rows = contents_->prepare("SELECT value FROM part.provenance WHERE key = 'rows'");
+    std::uint64_t digest = 0;
+    if (rows.step()) {
+        const std::string digits = rows.text(0);
+        std::from_chars(digits.data(), digits.data() + digits.size(), digest, 16);
+    }
+    rows = {};
+    contents_->digest += digest;
+    commit();
     contents_->run("DETACH part");
     contents_->findNext();
 }

@@ -229,7 +229,7 @@ class StudyReader {
                 }
             }
         }
-        return plain == "bottom";
+        return plain == lower(results::bottomElev.name);
     }
 
     void readFields(const TomlTable& entry, Variable& variable) {
@@ -398,6 +398,12 @@ class StudyReader {
         return columns;
     }
 
+    /// Under another name as well: "bottom" is "bottomElev".
+    static bool isSame(const OutputColumn& a, const OutputColumn& b) {
+        return a.output == b.output && a.level == b.level && a.isElev == b.isElev &&
+               a.note == b.note;
+    }
+
     void readOutputs(const toml::table& table) {
         const TomlTable head = plainTable(table);
         std::vector<std::string> names = head.texts("outputs");
@@ -406,9 +412,9 @@ class StudyReader {
         }
         for (const std::string& name : names) {
             for (OutputColumn& column : outputColumns(head, "outputs", name)) {
-                const bool isThere = std::any_of(
-                    study_.outputs.begin(), study_.outputs.end(),
-                    [&](const OutputColumn& other) { return other.name == column.name; });
+                const bool isThere =
+                    std::any_of(study_.outputs.begin(), study_.outputs.end(),
+                                [&](const OutputColumn& other) { return isSame(column, other); });
                 if (!isThere) {
                     study_.outputs.push_back(std::move(column));
                 }

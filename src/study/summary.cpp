@@ -76,6 +76,7 @@ Json endingsOf(const FinishedStudy& finished) {
     for (const Ending& ending : finished.endings) {
         all.push_back({{"outcome", ending.outcome},
                        {"reason", ending.reason},
+                       {"example", ending.example},
                        {"count", ending.count},
                        {"first", ending.first}});
     }

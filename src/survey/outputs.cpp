@@ -26,6 +26,8 @@ bool ofSeepage(const Problem& base) {
     return base.SeepageKind != Seepage::None;
 }
 
+constexpr std::string_view Bottom = "bottom"; ///< of bottomElev
+
 using Level = const LevelResult&;
 
 const std::array<LevelOutput, 11> Outputs{{
@@ -35,7 +37,7 @@ const std::array<LevelOutput, 11> Outputs{{
     {results::factorOfSafety, [](Level r) { return r.factorOfSafety; }, nullptr, ofAnalysis},
     {results::seepageGradient, [](Level r) { return r.seepageGradient; }, nullptr, ofSeepage},
     {results::transitionElev, [](Level r) { return r.transitionElev; }, nullptr, ofCantilever},
-    {results::toeReaction, [](Level r) { return r.toeReaction; }, nullptr, ofAnchored},
+    {results::toeReaction, [](Level r) { return r.toeReaction; }, nullptr, ofAnchored, 2},
     {results::maxMoment, [](Level r) { return r.diagrams.MaxMoment.value; },
      [](Level r) { return r.diagrams.MaxMoment.elev; }, always},
     {results::maxShear, [](Level r) { return r.maxShear.value; },
@@ -58,6 +60,9 @@ std::optional<LevelSuffix> levelNamed(std::string_view name, const Problem& base
 
 void addColumns(std::vector<OutputColumn>& columns, std::string_view name,
                 const LevelOutput& output, const LevelSuffix& level) {
+    if (output.onlyLevel != 0 && output.onlyLevel != level.level) {
+        return;
+    }
     const std::string suffix = level.suffix;
     columns.push_back(
         {.name = std::string(name) + suffix, .output = &output, .level = level.level});
@@ -72,7 +77,7 @@ void addColumns(std::vector<OutputColumn>& columns, std::string_view name,
 } // namespace
 
 const LevelOutput* findOutput(std::string_view name, const Problem& base) {
-    const std::string_view wanted = name == "bottom" ? results::bottomElev.name : name;
+    const std::string_view wanted = name == Bottom ? results::bottomElev.name : name;
     const auto found = std::find_if(Outputs.begin(), Outputs.end(), [&](const LevelOutput& output) {
         return output.field.name == wanted && output.applies(base);
     });
@@ -83,7 +88,8 @@ std::vector<std::string_view> outputNames(const Problem& base) {
     std::vector<std::string_view> names;
     for (const LevelOutput& output : Outputs) {
         if (output.applies(base)) {
-            names.emplace_back(output.field.name);
+            const std::string_view name = output.field.name;
+            names.push_back(name == results::bottomElev.name ? Bottom : name);
         }
     }
     return names;

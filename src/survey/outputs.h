@@ -19,12 +19,13 @@ struct LevelOutput {
     /// Elevation at which an extreme stands; null for what has none.
     double (*elev)(const LevelResult&) = nullptr;
     bool (*applies)(const Problem&); ///< whether walls of this kind have it
+    int onlyLevel = 0;               ///< the one level that has it; 0: all have
 };
 
 /// The output of a name; "bottom" is "bottomElev". Null where there is none.
 const LevelOutput* findOutput(std::string_view name, const Problem& base);
 
-/// The names of all outputs that walls of this kind have.
+/// The names of all outputs that walls of this kind have, as studies write them.
 std::vector<std::string_view> outputNames(const Problem& base);
 
 /// The levels of a wall: "" for its only one, "_free" and "_fixed" for the two of an anchored one.

@@ -99,6 +99,28 @@ TEST(Folder, KilledAsItsFilesAreMadeItGoesOn) {
     }
 }
 
+TEST(Folder, ANumberThatHasChangedIsDamage) {
+    const StudyDesk desk;
+    const std::string text = sample(300);
+    desk.runStudy(text, "o");
+    desk.rows("o", "UPDATE variants SET penetration = 99 WHERE id = 250");
+    desk.write("s.toml", text);
+    const std::vector<std::vector<std::string>> commands{words(desk, "s.toml", "o"),
+                                                         {"report", desk.file("o")}};
+    for (const std::vector<std::string>& command : commands) {
+        const CommandRun run = StudyDesk::run(command);
+        EXPECT_EQ(run.status, StatusFault);
+        EXPECT_THAT(run.err, HasSubstr("results.sqlite is damaged (rows have changed)"));
+    }
+    // Of a part the collection tells it.
+    desk.runStudy(text, "parts", {"--part", "1/2"});
+    desk.runStudy(text, "parts", {"--part", "2/2"});
+    desk.rows("parts", "UPDATE variants SET outcome = 'failed' WHERE id = 3", "part-1-of-2.sqlite");
+    const CommandRun run = StudyDesk::run({"collect", desk.file("parts")});
+    EXPECT_EQ(run.status, StatusFault);
+    EXPECT_THAT(run.err, HasSubstr("part-1-of-2.sqlite is damaged (rows have changed)"));
+}
+
 TEST(Folder, ADiskThatIsFullFromTheStartLeavesNothingInTheWay) {
     for (const long bytes : {0L, 100L, 5000L, 20000L}) {
         const StudyDesk desk;
@@ -107,6 +129,9 @@ TEST(Folder, ADiskThatIsFullFromTheStartLeavesNothingInTheWay) {
             const korvane::test::SmallDisk disk(static_cast<rlim_t>(bytes));
             const CommandRun run = StudyDesk::run(words(desk, "s.toml", "o"));
             EXPECT_EQ(run.status, StatusFault) << bytes;
+            for (const fs::directory_entry& entry : fs::directory_iterator(desk.file("o"))) {
+                EXPECT_FALSE(entry.path().filename().string().starts_with("study.id."));
+            }
         }
         const CommandRun run = StudyDesk::run(words(desk, "s.toml", "o"));
         EXPECT_EQ(run.status, StatusDone) << run.err;

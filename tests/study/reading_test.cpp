@@ -15,6 +15,7 @@ namespace korvane::study::test {
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -447,6 +448,37 @@ TEST(StudyFile, OutputsOfAnchoredWallsHaveTwoLevels) {
                                 "anchored-sand.dat");
     EXPECT_THAT(outputsOf(study), ElementsAre("anchorForce_free", "anchorForce_fixed",
                                               "maxMoment_fixed", "maxMomentElev_fixed"));
+}
+
+TEST(StudyFile, OnlyFixedEarthHasAToeReaction) {
+    const std::string rest = variable("a", "fields = \"AnchorElev\"\nvalues = 15");
+    const Study study = studyOf(head("grid", "outputs = [\"toeReaction\"]") + rest +
+                                    limit("held", "toeReaction < 1"),
+                                "anchored-sand.dat");
+    EXPECT_THAT(outputsOf(study), ElementsAre("toeReaction_fixed"));
+    // Not reached by a level that has none.
+    EXPECT_EQ(study.limits[0].condition.alternatives(false).size(), 1U);
+    EXPECT_THAT(
+        faultOf(head("grid", "outputs = [\"toeReaction_free\"]") + rest, "anchored-sand.dat"),
+        HasSubstr("unknown output"));
+}
+
+TEST(StudyFile, AnOutputByItsTwoNamesIsOneColumn) {
+    const std::string grid = friction("values = [30, 32]");
+    EXPECT_THAT(outputsOf(studyOf(head("grid", "outputs = [\"bottom\", \"bottomElev\"]") + grid)),
+                ElementsAre("bottom"));
+    const std::string fault = faultOf(head("grid", "outputs = [\"depth\"]") + grid);
+    EXPECT_THAT(fault, AllOf(HasSubstr("bottom,"), Not(HasSubstr("bottomElev"))));
+}
+
+TEST(StudyFile, ParametersOfDistributionsAreToldInWords) {
+    const auto faultWith = [](const std::string& distribution) {
+        return faultOf(head("sample", "size = 9") +
+                       friction("distribution = \"" + distribution + "\""));
+    };
+    EXPECT_THAT(faultWith("Normal(1)"), HasSubstr("has the parameters mean, deviation"));
+    EXPECT_THAT(faultWith("LogUniform(1)"), HasSubstr("aLog (logarithm of the least value), bLog"));
+    EXPECT_THAT(faultWith("Nothing(1)"), Not(HasSubstr("Dirichlet")));
 }
 
 TEST(StudyFile, ATargetOfAnAnchoredWallNamesItsLevel) {

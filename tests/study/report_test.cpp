@@ -6,6 +6,7 @@
 #include "study/pictures.h"
 #include "study/report.h"
 
+#include "runtime/number_format.h"
 #include "support/html_parser.h"
 
 #include <gmock/gmock.h>
@@ -257,6 +258,76 @@ TEST(StudyReport, TellsVariantsWithoutASolutionWithTheirReasons) {
     }
     EXPECT_EQ(count, 2U);
     EXPECT_EQ(told["failures"][0]["first"], 0);
+}
+
+TEST(StudyReport, ReasonsThatDifferByNumbersAloneAreOne) {
+    const StudyDesk desk;
+    desk.runStudy(head("grid") + friction("values = [-2, -1, 32]") +
+                      variable("top", "fields = [\"WallTopElev\"]\nvalues = [12, 13]"),
+                  "o");
+    report(desk, "o");
+    const nlohmann::json failures = summary(desk, "o")["failures"];
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0]["count"], 4);
+    const std::string reason = failures[0]["reason"];
+    EXPECT_THAT(reason, testing::AllOf(HasSubstr("SoilFriction"), HasSubstr("…")));
+    EXPECT_THAT(reason, testing::Not(HasSubstr("-2")));
+    EXPECT_THAT(failures[0]["example"].get<std::string>(), HasSubstr("-2"));
+    EXPECT_THAT(desk.read("o/report.html"), testing::Not(HasSubstr("other reasons")));
+}
+
+/// Rows of a search and of a tornado are no sample: their mean would hang on how it went.
+TEST(StudyReport, OnlySamplesHaveMoments) {
+    const StudyDesk desk;
+    for (const auto& [name, text] : studies()) {
+        if (name != "tornado" && name != "target" && name != "form") {
+            continue;
+        }
+        desk.runStudy(text, name);
+        const std::string html = report(desk, name);
+        const auto numbers = [&](const std::string& where) {
+            return desk.number(name, "SELECT count(*) FROM statistics WHERE subject = "
+                                     "'penetration' AND " +
+                                         where);
+        };
+        EXPECT_EQ(numbers("name = 'mean' OR name LIKE 'quantile%'"), 0) << name;
+        EXPECT_EQ(numbers("name = 'count'"), name == "tornado" ? 1 : 0) << name;
+        EXPECT_THAT(html, testing::Not(HasSubstr("Median"))) << name;
+        EXPECT_EQ(html.find("95 % from") == std::string::npos, name != "form") << name;
+    }
+}
+
+TEST(StudyReport, AFragilityTellsTheOutputsOfEachValue) {
+    const StudyDesk desk;
+    desk.runStudy(studies().back().second, "o");
+    const std::string html = report(desk, "o");
+    EXPECT_THAT(html, HasSubstr("along top</caption>"));
+    for (const char* value : {"12", "12.5", "13"}) {
+        std::string mean;
+        appendShortest(
+            mean,
+            roundedTo(desk.statistic("o", "penetration", std::string("mean at ") + value), 5));
+        EXPECT_THAT(html, HasSubstr(">" + mean + "<")) << value;
+    }
+}
+
+/// Correlated normal numbers z with z' R^-1 z = beta^2, which the sum of their squares is not.
+TEST(StudyReport, BetaOfCorrelatedVariablesIsWorkedOutWithTheirCorrelations) {
+    const StudyDesk desk;
+    const std::string text =
+        head("reliability") + variable("a", "distribution = \"Normal(0, 1)\"") +
+        variable("b", "distribution = \"Normal(0, 1)\"") + limit("far", "a + b > 3");
+    desk.runStudy(text, "free");
+    EXPECT_THAT(report(desk, "free"), testing::Not(HasSubstr("<mi>R</mi>")));
+    desk.runStudy(text + "[[correlation]]\nbetween = [\"a\", \"b\"]\nrank = 0.5\n", "o");
+    EXPECT_THAT(report(desk, "o"), HasSubstr("<mi>R</mi>"));
+    const double rho = 2 * std::sin(std::acos(-1.0) / 6 * 0.5);
+    const double a = desk.statistic("o", "far", "normal number a");
+    const double b = desk.statistic("o", "far", "normal number b");
+    const double beta = desk.statistic("o", "far", "beta");
+    EXPECT_NEAR(a, 1.5, 1e-4);
+    EXPECT_NEAR((a * a - 2 * rho * a * b + b * b) / (1 - rho * rho), beta * beta, 1e-6);
+    EXPECT_NEAR(beta, 3 / std::sqrt(2 + 2 * rho), 1e-6);
 }
 
 /// a + b = 3 of two standard normal numbers is a straight line, whatever the wall.
