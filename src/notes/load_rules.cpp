@@ -41,10 +41,11 @@ void lookAbove(const Wall& wall, NoteSink& notes) {
 
 void lookBelow(const Wall& wall, NoteSink& notes) {
     const Problem& problem = wall.problem;
-    double bottom = wall.results().levels(1).bottomElev;
-    for (int level = 2; level <= wall.results().levelCount; ++level) {
-        bottom = std::max(bottom, wall.results().levels(level).bottomElev);
+    const std::vector<double> bottoms = knownBottoms(wall);
+    if (bottoms.empty()) {
+        return;
     }
+    const double bottom = *std::max_element(bottoms.begin(), bottoms.end());
     double lowest = bottom;
     for (int load = 1; load <= problem.HLineCount; ++load) {
         lowest = std::min(lowest, problem.HLineElev(load));
@@ -243,8 +244,7 @@ void lookAtSlopeEnd(const Wall& wall, NoteSink& notes) {
 }
 
 void lookAtThinLayers(const Wall& wall, NoteSink& notes) {
-    for (int level = 1; level <= wall.results().levelCount; ++level) {
-        const double bottom = wall.results().levels(level).bottomElev;
+    for (const double bottom : knownBottoms(wall)) {
         for (const int side : {Right, Left}) {
             const int layer = layersDownTo(wall.problem, side, bottom);
             const double thickness = layerTop(wall.problem, side, layer) - bottom;
@@ -271,14 +271,14 @@ constexpr const char* SheetPiles = "ASCE, Design of Sheet Pile Walls, 1996";
 constexpr NoteRule Rules[] = {
     {"anchor-force", Severity::Unsafe, Needs::Results, lookAtAnchorForce, SheetPiles},
     {"load-above-top", Severity::Caution, Needs::Input, lookAbove, SheetPiles},
-    {"load-below-bottom", Severity::Caution, Needs::Results, lookBelow, SheetPiles},
+    {"load-below-bottom", Severity::Caution, Needs::Input, lookBelow, SheetPiles},
     {"load-beyond-ground", Severity::Caution, Needs::Input, lookBeyondGround, SheetPiles},
     {"anchor-place", Severity::Caution, Needs::Input, lookAtAnchorPlace,
      "Tschebotarioff, Soil Mechanics, Foundations and Earth Structures, 1951"},
     {"steep-ground", Severity::Caution, Needs::Input, lookAtSteepGround,
      "Taylor, Fundamentals of Soil Mechanics, 1948"},
     {"slope-end", Severity::Caution, Needs::Run, lookAtSlopeEnd, SheetPiles},
-    {"thin-layer", Severity::Caution, Needs::Results, lookAtThinLayers, SheetPiles},
+    {"thin-layer", Severity::Caution, Needs::Input, lookAtThinLayers, SheetPiles},
 };
 
 } // namespace

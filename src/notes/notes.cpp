@@ -62,7 +62,7 @@ bool canLook(const NoteRule& rule, const Wall& wall) {
     case Needs::Run: // at the stop for review neither stands
         return wall.solved != nullptr && (wall.solved->results != nullptr || wall.solved->failure);
     case Needs::Results:
-        return wall.solved != nullptr && wall.solved->results != nullptr;
+        return wall.hasResults();
     }
     return false;
 }
@@ -133,6 +133,18 @@ std::vector<Note> notesOnSolution(const NoteRequest& request, const Solved& solv
 }
 
 // ---- what several themes share -----------------------------------------------------------------
+
+std::vector<double> knownBottoms(const Wall& wall) {
+    std::vector<double> bottoms;
+    if (wall.hasResults()) {
+        for (int level = 1; level <= wall.results().levelCount; ++level) {
+            bottoms.push_back(wall.results().levels(level).bottomElev);
+        }
+    } else if (!wall.design()) {
+        bottoms.push_back(wall.problem.WallBottomElev);
+    }
+    return bottoms;
+}
 
 int layersDownTo(const Problem& problem, int side, double bottomElev) {
     int layer = 1;

@@ -89,6 +89,10 @@ inline const char* sideText(int side) {
     return side == Right ? "right side" : "left side";
 }
 
+/// FT: the bottoms that a solution has found; the given one of an analysis that has none; else
+/// empty.
+std::vector<double> knownBottoms(const Wall& wall);
+
 /// Layers of a side that a wall down to `bottomElev` (FT) reaches.
 int layersDownTo(const Problem& problem, int side, double bottomElev);
 

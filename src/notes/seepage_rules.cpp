@@ -1,5 +1,6 @@
 // Rules on hydraulic gradients.
 #include "notes/rules.h"
+#include "pressures/water_pressures.h"
 #include "runtime/arithmetic.h"
 
 namespace korvane {
@@ -47,17 +48,27 @@ double meanBuoyantWeight(const Problem& problem, double bottom) {
     return divide(sum, top - bottom);
 }
 
-void lookAtExit(const Wall& wall, NoteSink& notes) {
-    if (!seeps(wall)) {
-        return;
+/// FT/FT along a wall down to the bottom of a solution's level, or to the given one.
+double gradientAt(const Wall& wall, int level, double bottom) {
+    const Problem& problem = wall.problem;
+    if (wall.hasResults()) {
+        return seeps(wall) ? wall.results().levels(level).seepageGradient : 0;
     }
-    for (int level = 1; level <= wall.results().levelCount; ++level) {
-        const LevelResult& result = wall.results().levels(level);
-        const double lift = result.seepageGradient * wall.problem.WaterUnitWeight;
-        if (!(result.bottomElev < wall.problem.SurfaceElev(Left, 1)) || !(lift > 0)) {
+    if (problem.WaterDataKind != WaterData::Elevations || problem.SeepageKind == Seepage::None) {
+        return 0;
+    }
+    return problem.SeepageKind == Seepage::Automatic ? seepageGradientForBottom(problem, bottom)
+                                                     : problem.SeepageGradient(1);
+}
+
+void lookAtExit(const Wall& wall, NoteSink& notes) {
+    int level = 0;
+    for (const double bottom : knownBottoms(wall)) {
+        const double lift = gradientAt(wall, ++level, bottom) * wall.problem.WaterUnitWeight;
+        if (!(bottom < wall.problem.SurfaceElev(Left, 1)) || !(lift > 0)) {
             continue;
         }
-        const double factor = meanBuoyantWeight(wall.problem, result.bottomElev) / lift;
+        const double factor = meanBuoyantWeight(wall.problem, bottom) / lift;
         if (factor >= SafeExit) {
             continue;
         }
@@ -78,7 +89,7 @@ void lookAtExit(const Wall& wall, NoteSink& notes) {
 constexpr NoteRule Rules[] = {
     {"gradient-limit", Severity::Unsafe, Needs::Results, lookAtLimit,
      "Terzaghi and Peck, Soil Mechanics in Engineering Practice, 1948"},
-    {"exit-gradient", Severity::Unsafe, Needs::Results, lookAtExit,
+    {"exit-gradient", Severity::Unsafe, Needs::Input, lookAtExit,
      "Terzaghi 1922; Terzaghi and Peck 1948"},
 };
 

@@ -206,11 +206,13 @@ BottomByRows bottomPressureByRows(const Balance& balance) {
     if (!balance.anchored()) {
         const double below =
             n == level.bottomIndex ? level.bottomRowElev : level.solved.grid.ElevGrid(n);
-        const double above = wall.grid.ElevGrid(n - 1);
+        // The search knew no row at the transition yet.
+        const int upper = level.transitionRow == n - 1 ? n - 2 : n - 1;
+        const double above = wall.grid.ElevGrid(upper);
         const double share = (above - level.bottomElev) / (above - below);
         const double jump = std::abs(below - level.bottomElev) <= SameElevation
                                 ? 0
-                                : share * (wall.NetPassive(n - 1, 1) - wall.NetPassive(n - 1, 2));
+                                : share * (wall.NetPassive(upper, 1) - wall.NetPassive(upper, 2));
         return {wall.NetPassive(n, 2) + jump, jump};
     }
     const auto& ElevGrid = level.solved.grid.ElevGrid;

@@ -473,6 +473,24 @@ TEST(Comparison, AFailedWallTellsWhyAndWhatWouldStand) {
     EXPECT_FALSE(row.levels[0].percentOf(Penetration)) << "there is nothing to compare with";
 }
 
+TEST(Comparison, SoilBeyondTheTableOfPassiveCoefficientsIsToldInWords) {
+    Problem problem = plainCantilever();
+    problem.FSActive = problem.FSPassive = 1.5;
+    for (const int side : {Right, Left}) {
+        problem.SoilFriction(side, 1) = 44.8;
+        problem.SoilWallFriction(side, 1) = 30;
+    }
+    const Comparison comparison = compared(problem);
+    EXPECT_TRUE(rowOf(comparison, "as-given").code.empty());
+    for (const char* name : {"factors-1", "depth-20"}) {
+        EXPECT_EQ(rowOf(comparison, name).code, "run-time-error");
+        EXPECT_EQ(
+            rowOf(comparison, name).reason,
+            "the passive coefficient has no value for a developed friction of 44.80 DEG (layer "
+            "1 on the right side): its table ends at 44.5 degrees");
+    }
+}
+
 TEST(Comparison, ChangesThatNoFileCouldHoldAreRefusedWithTheirRule) {
     const FieldChange steep{{ProblemField::SoilFriction, Left, 1}, FieldChange::Kind::Set, 46};
     const FieldChange missing{{ProblemField::SoilFriction, Left, 2}, FieldChange::Kind::Set, 30};

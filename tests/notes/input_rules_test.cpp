@@ -21,6 +21,66 @@ TEST(InputNotes, WaterWeighsWhatWaterWeighs) {
     EXPECT_FALSE(saysOfInput(plainCantilever(), "water-weight"));
 }
 
+/// A wall whose bottom is given at EL -25, 15 FT below the ground in front.
+Problem givenWall() {
+    Problem problem = plainCantilever();
+    problem.ProgramMode = Mode::Analysis;
+    problem.WallBottomElev = -25;
+    problem.WallModulus = 29e6;
+    problem.WallInertia = 100;
+    return problem;
+}
+
+TEST(InputNotes, OfAGivenBottomKnowWhatLiesBelowIt) {
+    Problem problem = givenWall();
+    problem.HLineCount = 1;
+    problem.HLineElev(1) = -25;
+    EXPECT_FALSE(saysOfInput(problem, "load-below-bottom"));
+    problem.HLineElev(1) = -25.1;
+    EXPECT_EQ(inputNote(problem, "load-below-bottom")->limit, -25);
+    problem.ProgramMode = Mode::Design; // its bottom is not known yet
+    EXPECT_FALSE(saysOfInput(problem, "load-below-bottom"));
+}
+
+TEST(InputNotes, OfAGivenBottomKnowAThinLayerAtIt) {
+    Problem problem = givenWall();
+    problem.SoilLayerCount(Left) = 2;
+    problem.SoilBottomElev(Left, 2) = NoLayerBottom;
+    problem.SoilSatWeight(Left, 2) = problem.SoilMoistWeight(Left, 2) = 120;
+    problem.SoilFriction(Left, 2) = 30;
+    problem.SoilBottomElev(Left, 1) = -23.9;
+    EXPECT_FALSE(saysOfInput(problem, "thin-layer"));
+    problem.SoilBottomElev(Left, 1) = -24.1;
+    EXPECT_NEAR(*inputNote(problem, "thin-layer")->value, 0.9, 1e-9);
+}
+
+TEST(InputNotes, OfAGivenBottomKnowTheExitGradient) {
+    // A head of 10 FT over a path of 20 + 15 FT: 0.2857. The soil in front bears its buoyant weight
+    // over that of water: a factor of 1.5 where it weighs 62.4 (1 + 1.5 * 0.2857) = 89.14 PCF.
+    Problem problem = withWater(givenWall(), 0, -10);
+    problem.SeepageKind = Seepage::Automatic;
+    problem.SeepageElev = -5;
+    setBothSides(problem.SoilSatWeight, 89.2);
+    EXPECT_FALSE(saysOfInput(problem, "exit-gradient"));
+    setBothSides(problem.SoilSatWeight, 89.0);
+    EXPECT_EQ(inputNote(problem, "exit-gradient")->severity, Severity::Caution);
+    // A factor of 1 at 62.4 * 1.2857 = 80.23 PCF.
+    setBothSides(problem.SoilSatWeight, 80.1);
+    EXPECT_EQ(inputNote(problem, "exit-gradient")->severity, Severity::Unsafe);
+    problem.SeepageKind = Seepage::Given;
+    problem.SeepageGradient.fill(0.1);
+    EXPECT_FALSE(saysOfInput(problem, "exit-gradient"));
+}
+
+TEST(InputNotes, AnAnchorStandsAboveTheGroundInFront) {
+    Problem problem = plainCantilever();
+    problem.WallType = WallKind::Anchored;
+    problem.AnchorElev = -9.9;
+    EXPECT_FALSE(saysOfInput(problem, "anchor-place"));
+    problem.AnchorElev = -10;
+    EXPECT_EQ(inputNote(problem, "anchor-place")->limit, -10);
+}
+
 TEST(InputNotes, MetricUnitWeightsAreUnsafe) {
     Problem problem = plainCantilever();
     problem.SoilMoistWeight(Left, 1) = 29.9;

@@ -5,6 +5,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
 namespace korvane::test {
 namespace {
 
@@ -127,6 +131,103 @@ TEST(NearMisses, NastyWallsAreConfirmed) {
         solved += bench.isSolved() ? 1 : 0;
     }
     EXPECT_GE(solved, 50);
+}
+
+Problem nastyWall(std::uint64_t seed, int number) {
+    NastyProblems nasty(seed);
+    for (int before = 0; before < number; ++before) {
+        nasty.next();
+    }
+    return nasty.next().problem;
+}
+
+/// The only check whose name begins so.
+const Check& checkOf(const CalculationSheet& sheet, const std::string& what) {
+    const auto begins = [&](const Check& check) { return check.what.starts_with(what); };
+    const auto found = std::find_if(sheet.checks.begin(), sheet.checks.end(), begins);
+    EXPECT_EQ(std::count_if(sheet.checks.begin(), sheet.checks.end(), begins), 1) << what;
+    return *found;
+}
+
+TEST(NearMisses, AMomentByTheRowInWhichABottomIsToldIsWorkedOutByThatRow) {
+    const std::string what = "fixed earth: largest moment, on the line between its rows";
+    for (const WedgeMethod method : {WedgeMethod::Sweep, WedgeMethod::FixedSurface}) {
+        SheetBench bench(nastyWall(23, 179), method);
+        const LevelResult& level = bench.results->levels(2);
+        ASSERT_LT(level.diagrams.ResultElev(level.diagrams.RowCount), level.bottomElev - 0.1);
+        const CalculationSheet sheet = bench.sheet();
+        EXPECT_EQ(failedChecks(sheet), "");
+        EXPECT_TRUE(checkOf(sheet, what).pass);
+        EXPECT_THAT(sheet.html, HasSubstr("is told in the row of the grid below it"));
+        EXPECT_THAT(sheet.html, HasSubstr(" % less."));
+        bench.results->levels(2).diagrams.MaxMoment.value *= 1.001;
+        EXPECT_FALSE(checkOf(bench.sheet(), what).pass);
+    }
+}
+
+TEST(NearMisses, AMomentBesideARowThatIsLeftAtTheBottomIsToldSo) {
+    const SheetBench bench(nastyWall(303, 828));
+    const CalculationSheet sheet = bench.sheet();
+    EXPECT_EQ(failedChecks(sheet), "");
+    EXPECT_THAT(sheet.html, HasSubstr("the shear does not vanish, as the small moment"));
+}
+
+TEST(NearMisses, AWallWithoutAnyMomentHasNoneWithinTheToleranceOfItsSearch) {
+    SheetBench bench(nastyWall(101, 623));
+    const CalculationSheet sheet = bench.sheet();
+    EXPECT_EQ(failedChecks(sheet), "");
+    const std::string what = "fixed earth: largest moment, none within";
+    EXPECT_NEAR(checkOf(sheet, what).tolerance, 1, 1e-6); // LB-FT
+    bench.results->levels(2).diagrams.MaxMoment.value = 0;
+    bench.results->levels(2).bottomElev -= 1; // a longer wall has a moment at its bottom
+    EXPECT_FALSE(checkOf(bench.sheet(), what).pass);
+}
+
+TEST(NearMisses, AnAnchorBesideARowStandsInThatRow) {
+    SheetBench bench(nastyWall(303, 101)); // a row 1E-6 FT above the anchor
+    const CalculationSheet sheet = bench.sheet();
+    EXPECT_EQ(failedChecks(sheet), "");
+    EXPECT_THAT(sheet.html, HasSubstr("a row stands within"));
+    bench.results->levels(2).toeReaction *= 1.001;
+    EXPECT_FALSE(checkOf(bench.sheet(), "fixed earth: toe reaction").pass);
+}
+
+TEST(NearMisses, AnAnchorBelowTheBottomHoldsNothing) {
+    const SheetBench bench(nastyWall(23, 323));
+    const CalculationSheet sheet = bench.sheet();
+    EXPECT_THAT(sheet.html, HasSubstr("The bottom lies above the anchor"));
+    // Its force has no meaning; all else is that of a wall without an anchor.
+    EXPECT_FALSE(checkOf(sheet, "fixed earth: anchor force").pass);
+    EXPECT_TRUE(checkOf(sheet, "fixed earth: deflections").pass);
+}
+
+TEST(NearMisses, RowsThatCameLaterAreConfirmed) {
+    struct Found {
+        std::uint64_t seed;
+        int number;
+        const char* what;
+    };
+    for (const Found& found :
+         {Found{23, 508, "a layer's bottom a hair below the other ground"},
+          Found{23, 707, "a zero beside a layer's bottom"},
+          Found{23, 895, "a zero beside the ground"}, Found{303, 869, "a zero beside the ground"},
+          Found{202, 909, "a jump in the row below the bottom"},
+          Found{202, 729, "a wall of a hair's length"},
+          Found{303, 945, "water that leaves the soil below the wall"},
+          Found{303, 1223, "a zero beside the end of seepage"},
+          Found{303, 1241, "a bottom 9000 FT down"}, Found{303, 361, "ground a hair above a row"},
+          Found{101, 712, "water a hair above the ground"},
+          Found{404, 918, "a transition below a jump"}}) {
+        const SheetBench bench(nastyWall(found.seed, found.number), found.number == 1223
+                                                                        ? WedgeMethod::FixedSurface
+                                                                        : WedgeMethod::Sweep);
+        ASSERT_TRUE(bench.isSolved()) << found.what;
+        EXPECT_EQ(failedChecks(bench.sheet()), "") << found.what;
+    }
+    for (const int number : {22, 350}) { // a row a hair above the ground of a fixed surface
+        const SheetBench bench(nastyWall(101, number), WedgeMethod::FixedSurface);
+        EXPECT_EQ(failedChecks(bench.sheet()), "") << number;
+    }
 }
 
 } // namespace
