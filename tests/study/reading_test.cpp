@@ -163,7 +163,7 @@ TEST(StudyFile, FaultsNameFileLineAndWhatIsKnown) {
          "monte-carlo, latin-hypercube, sobol"},
         {head("grid", "amendments = [\"x\"]") + good, "s.toml:4: [study]: unknown amendment", ","},
         {head("grid", "outputs = [\"depth\"]") + good, "s.toml:4: unknown output \"depth\"",
-         "penetration, bottomElev"},
+         "penetration, bottom,"},
         {head("grid", "outputs = [\"factorOfSafety\"]") + good,
          "s.toml:4: unknown output \"factorOfSafety\"", "penetration"},
         {head("grid", "outputs = [\"note.x\"]") + good, "s.toml:4: unknown note \"x\"",
