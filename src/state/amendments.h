@@ -18,7 +18,8 @@ struct Amendments {
     /// A plane of the sweep that leans so far that its wedge slides away from the wall has no
     /// active force.
     bool planesPastHorizontal = false;
-    /// On a wedge side all layers lose the water's weight where it seeps, not the plane's own alone.
+    /// On a wedge side all layers lose the water's weight where it seeps, not the plane's own
+    /// alone.
     bool buoyantLayers = false;
     /// Coefficients on wedge sides of level ground without adhesion and sloping layers.
     bool methodCoefficients = false;
