@@ -32,6 +32,7 @@ struct Road {
     PileSections sections;
     int refused = 0;
     int solved = 0;
+    bool sweeps = false; ///< walls with a wedge are solved by the sweep too
     int wedges = 0;
     int swept = 0;
 
@@ -74,7 +75,7 @@ struct Road {
         }
         checkTaken(outcome, what);
         // A sweep takes its time, in an analysis for each trial.
-        if (hasWedge() && problem.ProgramMode == Mode::Design && ++wedges % 100 == 0) {
+        if (sweeps && hasWedge() && problem.ProgramMode == Mode::Design && ++wedges % 10 == 0) {
             ASSERT_NO_THROW(outcome = run(problem, WedgeMethod::Sweep)) << what;
             checkTaken(outcome, what + " by sweep");
             ++swept;
@@ -122,10 +123,7 @@ TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
         for (const FieldGroup& group : fieldGroups()) {
             for (int side = 1; side <= group.sides; ++side) {
                 const int rows = group.rows(whole, side);
-                for (int row = 1; row <= rows; ++row) {
-                    if (row > 2 && row < rows) {
-                        continue; // alike
-                    }
+                for (int row = 1; row <= std::min(rows, 2); ++row) { // the others are alike
                     for (int f = static_cast<int>(group.first); f <= static_cast<int>(group.last);
                          ++f) {
                         const FieldRules& rules = rulesOf(static_cast<ProblemField>(f));
@@ -148,7 +146,6 @@ TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
     }
     EXPECT_GT(road.refused, 500);
     EXPECT_GT(road.solved, 100);
-    EXPECT_GT(road.swept, 10);
 }
 
 // Also where the record has no use for them: a solution leaves its own there.
@@ -195,6 +192,7 @@ TEST(SpoiltProblems, CountsAndKindsNeverCrashTheRoad) {
         {"distributed", [](Problem& p, int) -> int& { return p.HDistCount; }, 11},
     };
     Road road;
+    road.sweeps = true;
     for (const Problem& whole : wholeProblems()) {
         for (const Count& count : counts) {
             for (const int value :
