@@ -132,10 +132,10 @@ void addStillWater(const Problem& problem, const ElevationGrid& grid, int side, 
 /// so near the end of seepage. `nearest` is the largest distance that counts as near.
 int addHeadLoss(const ElevationGrid& grid, const PressureStage& stage, double weight, double from,
                 double nearest, WaterRows& rows) {
-    int row = rowAt(grid, from) + 1;
-    if (row == 1) {
+    if (from < grid.ElevGrid(grid.NumElevs) - SameElevation) {
         return grid.NumElevs; // it begins below the wall
     }
+    int row = rowAt(grid, from) + 1;
     for (; row <= grid.NumElevs; ++row) {
         const double loss = (from - grid.ElevGrid(row)) * weight * stage.gradient;
         const auto place = static_cast<std::size_t>(row);

@@ -486,7 +486,7 @@ TEST(Comparison, SoilBeyondTheTableOfPassiveCoefficientsIsToldInWords) {
         EXPECT_EQ(rowOf(comparison, name).code, "run-time-error");
         EXPECT_EQ(
             rowOf(comparison, name).reason,
-            "the passive coefficient has no value for a developed friction of 44.80 DEG (layer "
+            "the passive coefficient has no value for a developed friction of 44.80 deg (layer "
             "1 on the right side): its table ends at 44.5 degrees");
     }
 }

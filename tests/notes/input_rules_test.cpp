@@ -72,15 +72,6 @@ TEST(InputNotes, OfAGivenBottomKnowTheExitGradient) {
     EXPECT_FALSE(saysOfInput(problem, "exit-gradient"));
 }
 
-TEST(InputNotes, AnAnchorStandsAboveTheGroundInFront) {
-    Problem problem = plainCantilever();
-    problem.WallType = WallKind::Anchored;
-    problem.AnchorElev = -9.9;
-    EXPECT_FALSE(saysOfInput(problem, "anchor-place"));
-    problem.AnchorElev = -10;
-    EXPECT_EQ(inputNote(problem, "anchor-place")->limit, -10);
-}
-
 TEST(InputNotes, MetricUnitWeightsAreUnsafe) {
     Problem problem = plainCantilever();
     problem.SoilMoistWeight(Left, 1) = 29.9;

@@ -40,19 +40,6 @@ TEST_F(WaterPressuresTest, WithoutWaterEveryRowIsZero) {
     EXPECT_EQ(WaterPressures, (Array<double, 301, 2>{}));
 }
 
-TEST_F(WaterPressuresTest, NoHeadIsLostOnAFaceWhoseRowABottomHasTaken) {
-    setWater(-3, -10);
-    setSeepage(-3, 0.2);
-    bench.build();
-    // A fifth of the head below EL -3 is lost on the right, and won below EL -10 on the left.
-    expectWater(-8, 0.8 * 5 * Gamma);
-    expectWater(-11, (0.8 * 8 - 1.2) * Gamma);
-    grid.ElevGrid(bench.row(-10)) -= 0.5;
-    ComputeWaterPressures(*bench.state, 1);
-    expectWater(-8, 0.8 * 5 * Gamma);
-    expectWater(-11, 0.8 * 8 * Gamma);
-}
-
 TEST_F(WaterPressuresTest, EqualWaterElevationsCancelExactly) {
     setWater(-5.3, -5.3);
     bench.build();

@@ -213,7 +213,6 @@ TEST(NearMisses, RowsThatCameLaterAreConfirmed) {
           Found{23, 895, "a zero beside the ground"}, Found{303, 869, "a zero beside the ground"},
           Found{202, 909, "a jump in the row below the bottom"},
           Found{202, 729, "a wall of a hair's length"},
-          Found{303, 945, "water that leaves the soil below the wall"},
           Found{303, 1223, "a zero beside the end of seepage"},
           Found{303, 1241, "a bottom 9000 FT down"}, Found{303, 361, "ground a hair above a row"},
           Found{101, 712, "water a hair above the ground"},
