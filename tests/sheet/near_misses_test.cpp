@@ -214,8 +214,7 @@ TEST(NearMisses, RowsThatCameLaterAreConfirmed) {
           Found{202, 909, "a jump in the row below the bottom"},
           Found{202, 729, "a wall of a hair's length"},
           Found{303, 1223, "a zero beside the end of seepage"},
-          Found{303, 1241, "a bottom 9000 FT down"}, Found{303, 361, "ground a hair above a row"},
-          Found{101, 712, "water a hair above the ground"},
+          Found{303, 1241, "a bottom 9000 FT down"},
           Found{404, 918, "a transition below a jump"}}) {
         const SheetBench bench(nastyWall(found.seed, found.number), found.number == 1223
                                                                         ? WedgeMethod::FixedSurface
