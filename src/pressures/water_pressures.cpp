@@ -66,17 +66,12 @@ void applyHydrostatic(const Problem& problem, const ElevationGrid& grid, Pressur
 }
 
 /// Takes off the head lost along one face from `from` downward, until `atEnd` holds for a row's
-/// distance from the end of seepage. Returns that row; past NumElevs where there is none, or where
-/// the face begins below the bottom that a search has put in the row's place.
+/// distance from the end of seepage. Returns that row; past NumElevs where there is none.
 template <class AtEnd>
 int applyHeadLoss(const ElevationGrid& grid, Pressures& pressures, double from, double lossPerFoot,
                   double seepageEndElev, AtEnd atEnd) {
     auto& WaterPressures = pressures.WaterPressures;
-    const int first = firstRowAt(grid, from);
-    if (first == 0) {
-        return grid.NumElevs + 1;
-    }
-    for (int i = first + 1; i <= grid.NumElevs; ++i) {
+    for (int i = firstRowAt(grid, from) + 1; i <= grid.NumElevs; ++i) {
         WaterPressures(i, 1) -= (from - grid.ElevGrid(i)) * lossPerFoot;
         WaterPressures(i, 2) = WaterPressures(i, 1);
         if (atEnd(std::abs(grid.ElevGrid(i) - seepageEndElev))) {
