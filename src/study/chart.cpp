@@ -107,8 +107,11 @@ Axis axisOver(std::string title, const std::vector<double>& numbers) {
     if (low > high) {
         return {std::move(title), 0, 1};
     }
+    // Numbers that differ by the last digits of a search are one: an axis has no ticks there.
+    constexpr double same = 1e-9;
+    const bool isRange = high - low > same * std::max(std::abs(low), std::abs(high));
     const double margin =
-        high > low ? AxisMargin * (high - low) : std::max(1e-3, 0.1 * std::abs(high));
+        isRange ? AxisMargin * (high - low) : std::max(1e-3, 0.1 * std::abs(high));
     return {std::move(title), low - margin, high + margin};
 }
 

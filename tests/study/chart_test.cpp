@@ -76,6 +76,14 @@ TEST(StudyChart, YPointsUp) {
     EXPECT_THAT(chart.finish("title"), HasSubstr("cx=\"250\" cy=\"50\""));
 }
 
+TEST(StudyChart, AnAxisOverLastDigitsHasRoomForTicks) {
+    // The depths of one wall with its top at 12 and at 13.
+    const Axis axis = axisOver("x", {13.837137775792618, 13.83713777579262});
+    EXPECT_GT(axis.high - axis.low, 1);
+    Chart chart({"x", 0, 10}, axis, 500, 200);
+    EXPECT_THAT(chart.finish("title"), HasSubstr(">14<"));
+}
+
 TEST(StudyChart, BarsTellTheirNumbersAndWhatIsNothingAsZero) {
     const std::string svg =
         barChart({{"a", 0.98765, 0.9, 1.1}, {"b", -3e-9, None, None}}, "share", "Shares");
