@@ -76,7 +76,8 @@ TEST(SheetOfFailingWalls, ASearchThatStoppedAtItsLimitTellsTheFactorThatStillHel
     const SheetBench bench(problem, WedgeMethod::Sweep, {.largest = 4.99, .ask = {}});
     ASSERT_EQ(bench.solved.failure.code, FailureCode::FactorDeclined);
     const CalculationSheet sheet = bench.sheet();
-    EXPECT_NE(sheet.html.find("stopped at its limit: the wall still held at 5.0"), std::string::npos);
+    EXPECT_NE(sheet.html.find("stopped at its limit: the wall still held at 5.0"),
+              std::string::npos);
     EXPECT_EQ(sheet.html.find("all agree"), std::string::npos);
 }
 
