@@ -47,7 +47,7 @@ constexpr int ShortPatience = 500;
 class Interruptible {
   public:
     explicit Interruptible(sqlite3* database) : database_(database) {
-        constexpr int Steps = 100000; // of SQLite's machine, between two looks
+        constexpr int Steps = 20000; // of SQLite's machine, between two looks
         sqlite3_progress_handler(
             database, Steps, [](void*) { return signalSeen() != 0 ? 1 : 0; }, nullptr);
     }

@@ -50,6 +50,8 @@ class Sheet(html.parser.HTMLParser):
         self.current = ""
 
     def handle_starttag(self, tag, attributes):
+        if tag == "math" and re.search(r"=\s*\{[^={|]*,\s*$", self.current):
+            self.close_group()  # a formula behind another's value
         if tag in ("style", "svg"):
             self.skipped += 1
         if tag in GROUPS:

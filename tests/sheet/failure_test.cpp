@@ -69,7 +69,8 @@ TEST(SheetOfClayWithoutADepth, TheWeakestLayerIsTold) {
 TEST(SheetOfFailingWalls, ASearchThatStoppedAtItsLimitTellsTheFactorThatStillHeld) {
     Problem problem = plainCantilever();
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1;
+    problem.FSKind = 2;
+    problem.FSActive = 1;
     problem.WallBottomElev = -40; // more than it needs
     problem.WallModulus = 29e6;
     problem.WallInertia = 100;

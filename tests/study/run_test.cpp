@@ -68,7 +68,7 @@ int longSize() {
             plan.numbers(static_cast<std::uint64_t>(count) % 1000, numbers);
             evaluation.fill(numbers, row);
         }
-        return 12 * count;
+        return 16 * count;
     }();
     return size;
 }
