@@ -159,8 +159,7 @@ TEST(Signals, EndASearchForATarget) {
 
 TEST(Signals, EndTheStatisticsAndAllRowsStay) {
     int seen = 0;
-    static constexpr int Size =
-        12000; // SQLite looks for signals every 20,000 steps of its machine
+    static constexpr int Size = 12000; // SQLite looks for signals every 20,000 steps of its machine
     endAtEachMessage(statisticsOf(wall("sample", "size = " + std::to_string(Size))),
                      [&seen](const StudyDesk& desk, const std::string& message) {
                          ASSERT_EQ(message, "statistics");
