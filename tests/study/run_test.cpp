@@ -43,12 +43,18 @@ std::vector<std::string> runArguments(const StudyDesk& desk, const std::string& 
 
 /// Until the file of results holds rows; false after a minute.
 bool waitForRows(const StudyDesk& desk, const std::string& output) {
+    constexpr int Quiet = 20; // looks without growth: the commit that wrote the rows is through
     const fs::path file = fs::path(desk.file(output)) / "results.sqlite";
+    std::uintmax_t last = 0;
+    int quiet = 0;
     for (int n = 0; n < 6000; ++n) {
         std::error_code none;
-        if (fs::file_size(file, none) > 40000 && !none) {
+        const std::uintmax_t size = fs::file_size(file, none);
+        quiet = !none && size > 40000 && size == last ? quiet + 1 : 0;
+        if (quiet == Quiet) {
             return true;
         }
+        last = size;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return false;
