@@ -12,12 +12,6 @@ namespace korvane {
 
 namespace {
 
-double waterHead(const Problem& problem, int side, double elev) {
-    return problem.WaterDataKind == WaterData::Elevations
-               ? MaxOf(0, problem.WaterElev(side) - elev) * problem.WaterUnitWeight
-               : 0;
-}
-
 /// The lower ground and the layers that begin below it, from the top; FT.
 std::vector<double> levelsBelowGround(const Problem& problem, double lowest) {
     const double ground = dredgeLine(problem);

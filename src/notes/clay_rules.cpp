@@ -27,13 +27,6 @@ constexpr std::size_t LoadPoints = mostOf(ProblemCount::HDistCount);
 constexpr double JumpHeight = 0.01; ///< FT, in which a load begins or ends at once
 constexpr double LeastStep = 0.001; ///< FT between points of a load
 
-/// Head of the water of a side above an elevation, as pressure: PSF.
-double waterHead(const Problem& problem, int side, double elev) {
-    return problem.WaterDataKind == WaterData::Elevations
-               ? MaxOf(0, problem.WaterElev(side) - elev) * problem.WaterUnitWeight
-               : 0;
-}
-
 Problem withLessCohesion(Problem problem) {
     for (const int side : {Right, Left}) {
         for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
@@ -104,7 +97,8 @@ Heave leastAgainstHeave(const Problem& problem) {
     for (int layer = 1; layer <= problem.SoilLayerCount(Left); ++layer) {
         const double top = layerTop(problem, Left, layer);
         const double thickness = top - problem.SoilBottomElev(Left, layer);
-        if (!isClay(problem, Left, layer) || ground - top > exposed || thickness < exposed / 2) {
+        if (!isClay(problem, Left, layer) || ground - top > exposed || thickness < exposed / 2 ||
+            exposed <= 0) {
             continue;
         }
         const double load = overburden(problem, Right, top, false) +

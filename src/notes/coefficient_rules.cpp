@@ -111,22 +111,16 @@ struct SmallFactor {
     int layer;
 };
 
-/// The first of a layer's, its side's and the wall's factor that is given.
-SmallFactor factorInUse(double ofLayer, double ofSide, double ofWall, int side, int layer) {
-    return ofLayer > 0  ? SmallFactor{ofLayer, side, layer}
-           : ofSide > 0 ? SmallFactor{ofSide, side, 0}
-                        : SmallFactor{ofWall, 0, 0};
-}
-
 /// The smallest below 1 of those that a layer's strengths are divided by. An anchored
 /// wall has active pressure on the right and passive on the left alone; no factor acts on given
 /// coefficients.
 std::optional<SmallFactor> givenBelowOne(const Wall& wall, bool passiveToo) {
     const Problem& problem = wall.problem;
     std::optional<SmallFactor> small;
-    const auto see = [&small](const SmallFactor& seen) {
+    const auto see = [&small](const GivenFactor& seen, int side, int layer) {
         if (seen.value > 0 && seen.value < 1 && (!small || seen.value < small->value)) {
-            small = seen;
+            small = {seen.value, seen.source == FactorSource::Control ? 0 : side,
+                     seen.source == FactorSource::Layer ? layer : 0};
         }
     };
     for (const int side : {Right, Left}) {
@@ -135,12 +129,10 @@ std::optional<SmallFactor> givenBelowOne(const Wall& wall, bool passiveToo) {
         }
         for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
             if (side == Right || !wall.anchored()) {
-                see(factorInUse(problem.SoilFSActive(side, layer), problem.Level2FSActive(side),
-                                problem.FSActive, side, layer));
+                see(givenActiveFactor(problem, side, layer), side, layer);
             }
             if (passiveToo && (side == Left || !wall.anchored())) {
-                see(factorInUse(problem.SoilFSPassive(side, layer), problem.Level2FSPassive(side),
-                                problem.FSPassive, side, layer));
+                see(givenPassiveFactor(problem, side, layer), side, layer);
             }
         }
     }

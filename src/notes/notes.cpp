@@ -2,6 +2,7 @@
 
 #include "runtime/arithmetic.h"
 #include "runtime/run_guarded.h"
+#include "wall/preparation.h"
 
 #include <algorithm>
 #include <array>
@@ -189,6 +190,12 @@ double overburden(const Problem& problem, int side, double elev, bool buoyant) {
     return sum;
 }
 
+double waterHead(const Problem& problem, int side, double elev) {
+    return problem.WaterDataKind == WaterData::Elevations
+               ? MaxOf(0, problem.WaterElev(side) - elev) * problem.WaterUnitWeight
+               : 0;
+}
+
 bool isClay(const Problem& problem, int side, int layer) {
     return problem.SoilDataKind(side) == SoilData::Strengths &&
            problem.SoilFriction(side, layer) == 0 && problem.SoilCohesion(side, layer) > 0;
@@ -202,14 +209,8 @@ std::optional<LayerFactors> layerFactors(const Wall& wall, int side, int layer) 
     if (!wall.design()) {
         return std::nullopt;
     }
-    const Problem& problem = wall.problem;
-    const auto first = [](double ofLayer, double ofSide, double ofAll) {
-        return ofLayer > 0 ? ofLayer : ofSide > 0 ? ofSide : ofAll;
-    };
-    return LayerFactors{
-        first(problem.SoilFSActive(side, layer), problem.Level2FSActive(side), problem.FSActive),
-        first(problem.SoilFSPassive(side, layer), problem.Level2FSPassive(side),
-              problem.FSPassive)};
+    return LayerFactors{givenActiveFactor(wall.problem, side, layer).value,
+                        givenPassiveFactor(wall.problem, side, layer).value};
 }
 
 double dividedAngle(double degrees, double factor) {

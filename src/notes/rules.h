@@ -109,6 +109,9 @@ double dredgeLine(const Problem& problem);
 /// below the water where `buoyant`, else saturated; no seepage.
 double overburden(const Problem& problem, int side, double elev, bool buoyant);
 
+/// PSF, of the water of a side that stands above an elevation (FT); no seepage.
+double waterHead(const Problem& problem, int side, double elev);
+
 /// Soil of cohesion alone.
 bool isClay(const Problem& problem, int side, int layer);
 

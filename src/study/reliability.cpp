@@ -293,7 +293,8 @@ std::vector<Normals> bordersOf(Walls& walls, bool opposite, FirstOrder& result) 
 
 /// How much a place of the border counts in the variance of a sample around points.
 double shareOf(const Normals& place, const std::vector<Normals>& points) {
-    return std::exp(-std::pow(lengthOf(place), 2) / 2) * weightAround(points, place);
+    const double length = lengthOf(place);
+    return std::exp(-length * length / 2) * weightAround(points, place);
 }
 
 /// The entry of rays that counts most, as a multiple of what the nearest point does.
@@ -376,9 +377,9 @@ void takeDesignPoint(FirstOrder& result, Walls& walls, const Normals& point, boo
     if (beta < SmallestBeta) {
         return;
     }
-    const double squares = std::pow(lengthOf(result.scores), 2);
+    const double length = lengthOf(result.scores);
     for (const double score : result.scores) {
-        result.importance.push_back(score * score / squares);
+        result.importance.push_back(score * score / (length * length));
     }
 }
 

@@ -6,6 +6,17 @@
 namespace korvane::test {
 namespace {
 
+/// The plain cantilever in clay of one cohesion (PSF), exposed over a height (FT).
+Problem clayWall(double cohesion, double height) {
+    Problem problem = plainCantilever();
+    problem.SurfaceElev(Left, 1) = -height;
+    for (const int side : {Right, Left}) {
+        problem.SoilFriction(side, 1) = 0;
+        problem.SoilCohesion(side, 1) = cohesion;
+    }
+    return problem;
+}
+
 TEST(SheetOfFailingWalls, TellsWhatWasBeingDoneAndWhatIsKnown) {
     for (const FailingWall& wall : failingWalls()) {
         const SheetBench bench(wall.problem);
@@ -22,11 +33,7 @@ TEST(SheetOfFailingWalls, TellsWhatWasBeingDoneAndWhatIsKnown) {
 // 10 FT of 120 PCF load the clay behind with 1200 PSF; twice the cohesions over the factors are
 // 2 * 250 / 1 + 2 * 250 / 1 = 1000: 200 PSF remain at every depth.
 TEST(SheetOfClayWithoutADepth, GivesTheNumberThatShowsIt) {
-    Problem problem = plainCantilever();
-    for (const int side : {Right, Left}) {
-        problem.SoilFriction(side, 1) = 0;
-        problem.SoilCohesion(side, 1) = 250;
-    }
+    const Problem problem = clayWall(250, 10);
     const SheetBench bench(problem);
     ASSERT_TRUE(bench.solved.failure);
     const std::string html = bench.sheet().html;
@@ -36,12 +43,7 @@ TEST(SheetOfClayWithoutADepth, GivesTheNumberThatShowsIt) {
 
 // 4 x 450 - 120 x 15 = 0: nothing is left to hold the wall.
 TEST(SheetOfClayWithoutADepth, ANumberOfZeroHoldsNoWall) {
-    Problem problem = plainCantilever();
-    problem.SurfaceElev(Left, 1) = -15;
-    for (const int side : {Right, Left}) {
-        problem.SoilFriction(side, 1) = 0;
-        problem.SoilCohesion(side, 1) = 450;
-    }
+    const Problem problem = clayWall(450, 15);
     const SheetBench bench(problem);
     ASSERT_TRUE(bench.solved.failure);
     const std::string html = bench.sheet().html;
@@ -51,12 +53,7 @@ TEST(SheetOfClayWithoutADepth, ANumberOfZeroHoldsNoWall) {
 
 // 2 x 600 + 2 x 200 - 120 x 15 = -200 PSF in the second layer in front, at every depth below it.
 TEST(SheetOfClayWithoutADepth, TheWeakestLayerIsTold) {
-    Problem problem = plainCantilever();
-    problem.SurfaceElev(Left, 1) = -15;
-    for (const int side : {Right, Left}) {
-        problem.SoilFriction(side, 1) = 0;
-        problem.SoilCohesion(side, 1) = 600;
-    }
+    Problem problem = clayWall(600, 15);
     setLayerBottoms(problem, Left, {-17});
     problem.SoilCohesion(Left, 2) = 200;
     const SheetBench bench(problem);
