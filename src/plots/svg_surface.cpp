@@ -36,13 +36,17 @@ constexpr const char* PathEnd = "\"/>\n";
 
 /// Twips behind a lead of a few characters.
 void addTwips(std::string& text, std::string_view lead, double twips) {
-    NumberText number;
-    number.of(twips, "0.#");
-    std::string_view piece = number.led(0, lead);
-    if (piece.back() == '.') {
-        piece.remove_suffix(1);
+    constexpr NumberFormat tenths("0.#");
+    std::array<char, 48> room; // uninitialised: only what is put is read
+    const std::string_view piece = putNumberLast(room, lead, twips, tenths);
+    if (piece.empty()) {
+        appendNumber(text += lead, twips, tenths);
+    } else {
+        text += piece;
     }
-    text += piece;
+    if (text.back() == '.') {
+        text.pop_back();
+    }
 }
 
 void addPoint(std::string& text, std::string_view lead, Point point) {

@@ -2,8 +2,9 @@
 // separator.
 #pragma once
 
-#include <array>
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -13,10 +14,10 @@ namespace korvane {
 /// always shows a digit, "#" one where needed, a point always shows. Literals are taken apart by
 /// the compiler.
 struct NumberFormat {
-    int forcedWhole = 0;    ///< digits before the point that always show
-    bool point = false;     ///< the point is shown
-    int decimals = 0;       ///< places behind the point
-    int forcedDecimals = 0; ///< of which always show
+    std::int16_t forcedWhole = 0;    ///< digits before the point that always show
+    std::int16_t decimals = 0;       ///< places behind the point
+    std::int16_t forcedDecimals = 0; ///< of which always show
+    bool point = false;              ///< the point is shown
     bool exponent = false;
 
     template <std::size_t N>
@@ -55,19 +56,11 @@ std::string formatNumber(double value, NumberFormat format);
 /// The same behind a text, which stays as it is where the value is not finite.
 void appendNumber(std::string& text, double value, NumberFormat format);
 
-/// Room for a number's text.
-class NumberText {
-  public:
-    /// The text of formatNumber; it holds until the next call.
-    std::string_view of(double value, NumberFormat format);
-    /// The last one's text behind `blanks` blanks and a mark.
-    std::string_view led(std::size_t blanks, std::string_view mark);
-
-  private:
-    std::array<char, 160> quick_; // uninitialised: only what was written is read
-    std::string long_;            ///< what the room does not hold
-    std::string_view text_;
-};
+/// Puts a mark and the text of formatNumber at the end of a room and gives both; what stands before
+/// them stays. Puts and gives nothing where that may need more room than there is, or where the
+/// number is rounded by all its digits: formatNumber tells it.
+std::string_view putNumberLast(std::span<char> room, std::string_view mark, double value,
+                               NumberFormat format);
 
 /// General form as composed into a text: the shortest digits that read back to the same double,
 /// with a blank where a minus would stand and no trailing blank: " 12.5", "-3", " 1.5E-07".

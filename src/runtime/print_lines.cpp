@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <span>
 
 namespace korvane {
 
@@ -11,34 +12,41 @@ constexpr std::size_t zoneWidth = 14;
 
 } // namespace
 
+void PrintLines::reach(std::size_t size) {
+    if (size > line_.size()) {
+        line_.resize(2 * size, ' ');
+    }
+    used_ = size;
+}
+
 PrintLines& PrintLines::spc(int n) {
-    line_.append(static_cast<std::size_t>(std::max(n, 0)), ' ');
+    reach(used_ + static_cast<std::size_t>(std::max(n, 0)));
     return *this;
 }
 
 PrintLines& PrintLines::tab(int column) {
     const auto before = static_cast<std::size_t>(std::max(column, 1) - 1);
-    if (line_.size() > before) {
+    if (used_ > before) {
         end();
     }
-    line_.append(before - line_.size(), ' ');
+    reach(before);
     return *this;
 }
 
 PrintLines& PrintLines::zone() {
-    line_.resize((line_.size() / zoneWidth + 1) * zoneWidth, ' ');
+    reach((used_ / zoneWidth + 1) * zoneWidth);
     return *this;
 }
 
 PrintLines& PrintLines::text(std::string_view piece) {
-    line_ += piece;
+    const std::size_t start = used_;
+    reach(start + piece.size());
+    piece.copy(line_.data() + start, piece.size());
     return *this;
 }
 
 PrintLines& PrintLines::number(double value) {
-    appendGeneralForm(line_, value);
-    line_ += ' ';
-    return *this;
+    return text(generalForm(value)).spc(1);
 }
 
 PrintLines& PrintLines::right(int column, std::string_view piece) {
@@ -47,19 +55,24 @@ PrintLines& PrintLines::right(int column, std::string_view piece) {
 
 PrintLines& PrintLines::right(int column, std::string_view mark, double value,
                               NumberFormat format) {
-    const auto width = static_cast<int>(mark.size() + number_.of(value, format).size());
-    const auto before = static_cast<std::size_t>(std::max(column - width, 1) - 1);
-    if (line_.size() > before) {
-        end();
+    const auto start = used_;
+    const auto before = static_cast<std::size_t>(std::max(column, 1) - 1);
+    if (before > start) {
+        reach(before);
+        const std::span<char> room(line_.data() + start, before - start);
+        if (!putNumberLast(room, mark, value, format).empty()) {
+            return *this;
+        }
+        used_ = start;
     }
-    line_ += number_.led(before - line_.size(), mark);
-    return *this;
+    const std::string number = formatNumber(value, format);
+    return tab(column - static_cast<int>(mark.size() + number.size())).text(mark).text(number);
 }
 
 PrintLines& PrintLines::end() {
-    content_ += line_;
-    content_ += '\n';
-    line_.clear();
+    content_.append(line_, 0, used_) += '\n';
+    std::fill_n(line_.begin(), used_, ' ');
+    used_ = 0;
     ++lineCount_;
     return *this;
 }

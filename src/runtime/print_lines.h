@@ -3,6 +3,7 @@
 
 #include "runtime/number_format.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -42,9 +43,12 @@ class PrintLines {
     int lineCount() const { return lineCount_; }
 
   private:
+    /// The unfinished line is `size` long from here on, with blanks where nothing was put.
+    void reach(std::size_t size);
+
     std::string content_;
-    std::string line_;
-    NumberText number_;
+    std::string line_; ///< the unfinished line, blanks behind it
+    std::size_t used_ = 0;
     int lineCount_ = 0;
 };
 

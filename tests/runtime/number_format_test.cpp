@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <limits>
 #include <random>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -217,18 +218,47 @@ TEST(GeneralForm, KeepsTheDigitsOfNumbersOfFewPlaces) {
     }
 }
 
-TEST(NumberText, LeadsWithBlanksAndAMarkHoweverLong) {
-    NumberText number;
-    EXPECT_EQ(number.of(-2.345, "#0.00"), "-2.35");
-    EXPECT_EQ(number.led(3, "*"), "   *-2.35");
-    number.of(12, "0");
-    EXPECT_EQ(number.led(0, ""), "12");
-    number.of(7, "0");
-    EXPECT_EQ(number.led(400, "+"), std::string(400, ' ') + "+7");
-    const std::string large = formatNumber(1e300, "0.0");
-    EXPECT_EQ(large.size(), 303U);
-    EXPECT_EQ(number.of(1e300, "0.0"), large);
-    EXPECT_EQ(number.led(2, "*"), "  *" + large);
+TEST(NumberFormat, PutsAMarkAndANumberLastInARoom) {
+    std::string room(12, '.');
+    EXPECT_EQ(putNumberLast(room, "*", -2.345, "#0.00"), "*-2.35");
+    EXPECT_EQ(room, "......*-2.35");
+    room.assign(14, '.');
+    EXPECT_EQ(putNumberLast(room, "", 1.25e-7, "0.000E+00"), "1.250E-07");
+    EXPECT_EQ(room, ".....1.250E-07");
+}
+
+// Each digit of the room is asked for, so that a number that is a little too wide would be seen in
+// the letters before it.
+TEST(NumberFormat, PutsANumberOnlyWhereTheRoomHoldsIt) {
+    const std::string before(8, 'x');
+    int put = 0;
+    for (const NumberFormat format : {NumberFormat("#####0."), NumberFormat("####0.00"),
+                                      NumberFormat("0.0000E+00"), NumberFormat("0.#")}) {
+        for (double value = -1e-9; value > -1e16; value *= 3.7) {
+            const std::string expected = "*" + formatNumber(value, format);
+            for (std::size_t width = 0; width < 20; ++width) {
+                std::string text = before + std::string(width, '.');
+                const std::span<char> room(text.data() + before.size(), width);
+                const std::string_view number = putNumberLast(room, "*", value, format);
+                const std::size_t size = number.size();
+                ASSERT_EQ(text, before + std::string(width - size, '.') + std::string(number));
+                if (size > 0) {
+                    ASSERT_EQ(number, expected);
+                    ++put;
+                }
+            }
+        }
+    }
+    EXPECT_GT(put, 1000);
+}
+
+TEST(NumberFormat, PutsNothingThatOnlyAllItsDigitsTell) {
+    std::string room(400, '.');
+    const std::string untouched = room;
+    EXPECT_EQ(putNumberLast(room, "*", 1e300, "0.0"), "");
+    EXPECT_EQ(putNumberLast(room, "*", std::numeric_limits<double>::quiet_NaN(), "0.0"), "");
+    EXPECT_EQ(putNumberLast(room, "*", 1.5, "0.00000000000000000"), "");
+    EXPECT_EQ(room, untouched);
 }
 
 /// A format whose decimals all show, as the second method needs it.

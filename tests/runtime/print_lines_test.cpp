@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <string>
 
 namespace korvane {
@@ -111,6 +112,34 @@ TEST(PrintLines, RightOfATextWiderThanItsColumnStartsInColumnOne) {
     PrintLines lines;
     lines.right(5, 1234567.0, "####0.00").end();
     EXPECT_EQ(lines.content(), "1234567.00\n");
+}
+
+// A number may fill the columns that are left, with a blank before it or without.
+TEST(PrintLines, RightFillsTheColumnsThatAreLeft) {
+    for (const double value : {0.0, 7.0, -7.0, 99999.994, -99999.994, 1e14, 1e20}) {
+        const std::string number = formatNumber(value, "####0.00");
+        PrintLines lines;
+        const auto column = static_cast<int>(number.size()) + 3;
+        lines.text("AB").right(column, value, "####0.00").end();
+        lines.text("AB").right(column, "*", value, "####0.00").end();
+        EXPECT_EQ(lines.content(), "AB" + number + "\nAB\n *" + number + "\n");
+    }
+}
+
+TEST(PrintLines, ALineMayBeOfAnyLength) {
+    PrintLines lines;
+    lines.text(std::string(3000, 'x')).spc(500).text("A").end();
+    lines.tab(2000).text("B").end();
+    EXPECT_EQ(lines.content(), std::string(3000, 'x') + std::string(500, ' ') + "A\n" +
+                                   std::string(1999, ' ') + "B\n");
+}
+
+TEST(PrintLines, AFailedNumberLeavesTheLineAsItWas) {
+    PrintLines lines;
+    lines.text("AB");
+    EXPECT_ANY_THROW(lines.right(12, std::numeric_limits<double>::infinity(), "0.00"));
+    lines.text("C").end();
+    EXPECT_EQ(lines.content(), "ABC\n");
 }
 
 TEST(PrintLines, WholeAndEmptyLinesAreCounted) {
