@@ -4,6 +4,7 @@
 #include "commands/menus.h"
 #include "notes/notes.h"
 #include "plots/plot_screen.h"
+#include "problem/loads.h"
 #include "problem/quantities.h"
 #include "solution/solution.h"
 
@@ -106,7 +107,7 @@ struct Session : MainWindow {
     int DataChanged = 0;       ///< 1 when a data-entry screen changed something
     int HeadContDataValid = 0; ///< 1 when the heading section is valid
 
-    int LoadKind = 0;                     ///< what SURCHARG (1 to 6) or HORLOAD (1, 2) is to show
+    Load LoadKind = Load::Line;           ///< what SURCHARG or HORLOAD is to show
     std::vector<std::string> recentFiles; ///< the user's input files, the newest first
     std::string recentStore;              ///< file that keeps them between runs, "" for none
     bool readingInput = false;       ///< true after a fatal case of the reader: nothing to rescue

@@ -5,8 +5,8 @@
 namespace korvane {
 
 bool hasInputPlot(const Problem& problem, int plotNumber) {
-    if (plotNumber >= LineLoadPlot && plotNumber <= HorizontalDistributedPlot) {
-        return rulesOf(loadOfPlot(plotNumber)).isGiven(problem);
+    if (const auto load = loadOfPlot(plotNumber)) {
+        return rulesOf(*load).isGiven(problem);
     }
     switch (plotNumber) {
     case SystemPlot:
@@ -19,15 +19,21 @@ bool hasInputPlot(const Problem& problem, int plotNumber) {
 }
 
 void drawInputPlot(Surface& surface, const Problem& problem, int plotNumber, Medium medium) {
-    if (plotNumber == SystemPlot) {
-        drawSystemPlot(surface, problem, medium);
-    } else if (plotNumber >= LineLoadPlot && plotNumber <= VariableLoadPlot) {
-        drawSurchargePlot(surface, problem, plotNumber, medium);
-    } else if (plotNumber >= HorizontalLinePlot && plotNumber <= InputWaterPlot) {
-        drawHorizontalPlot(surface, problem, plotNumber, medium);
-    } else {
+    switch (plotNumber) {
+    case SystemPlot:
+        return drawSystemPlot(surface, problem, medium);
+    case HorizontalLinePlot:
+    case HorizontalDistributedPlot:
+    case InputWaterPlot:
+        return drawHorizontalPlot(surface, problem, plotNumber, medium);
+    default:
+        break;
+    }
+    const auto load = loadOfPlot(plotNumber);
+    if (!load) {
         throw RuntimeError(5);
     }
+    drawSurchargePlot(surface, problem, *load, medium);
 }
 
 } // namespace korvane

@@ -4,6 +4,8 @@
 #include "plots/sheet.h"
 #include "problem/loads.h"
 
+#include <optional>
+
 namespace korvane {
 
 /// The views by their PlotNumber.
@@ -19,11 +21,30 @@ enum InputPlotNumber {
     HorizontalDistributedPlot,
     InputWaterPlot,
 };
-inline constexpr int InputPlotCount = 10;
+inline constexpr int InputPlotCount = InputWaterPlot;
 
-/// The kind of load that LineLoadPlot to HorizontalDistributedPlot show.
-constexpr Load loadOfPlot(int plotNumber) {
-    return static_cast<Load>(plotNumber - LineLoadPlot);
+/// The kind of load that a view shows; none for the others and for a number that names no view.
+constexpr std::optional<Load> loadOfPlot(int plotNumber) {
+    switch (plotNumber) {
+    case LineLoadPlot:
+        return Load::Line;
+    case UniformLoadPlot:
+        return Load::Uniform;
+    case StripLoadPlot:
+        return Load::Strip;
+    case RampLoadPlot:
+        return Load::Ramp;
+    case TriangularLoadPlot:
+        return Load::Triangle;
+    case VariableLoadPlot:
+        return Load::Variable;
+    case HorizontalLinePlot:
+        return Load::HorizontalLine;
+    case HorizontalDistributedPlot:
+        return Load::Distributed;
+    default:
+        return {};
+    }
 }
 
 /// Whether the problem holds data for a view; the system is always there. RuntimeError 5 for a
@@ -36,8 +57,8 @@ void drawInputPlot(Surface& surface, const Problem& problem, int plotNumber, Med
 /// Wall, ground, layers, water and anchor on a scale of their own.
 void drawSystemPlot(Surface& surface, const Problem& problem, Medium medium);
 
-/// One kind of vertical surcharge: LineLoadPlot to VariableLoadPlot.
-void drawSurchargePlot(Surface& surface, const Problem& problem, int plotNumber, Medium medium);
+/// One kind of surcharge on the ground; RuntimeError 5 for a load on the wall.
+void drawSurchargePlot(Surface& surface, const Problem& problem, Load kind, Medium medium);
 
 /// One kind of horizontal load: HorizontalLinePlot to InputWaterPlot.
 void drawHorizontalPlot(Surface& surface, const Problem& problem, int plotNumber, Medium medium);

@@ -2,6 +2,7 @@
 #include "plots/frame.h"
 #include "plots/input_plots.h"
 #include "runtime/number_text.h"
+#include "runtime/runtime_error.h"
 
 #include <algorithm>
 #include <string>
@@ -55,29 +56,30 @@ double largestOf(const Problem& problem, const LoadRules& load, int column) {
 }
 
 /// The last distance of a row reaches farthest; a uniform load has none.
-SurchargeScale surchargeScale(const Problem& problem, int plotNumber) {
-    const LoadRules& load = rulesOf(loadOfPlot(plotNumber));
+SurchargeScale surchargeScale(const Problem& problem, Load kind) {
+    const LoadRules& load = rulesOf(kind);
     const int loadColumn = load.width() - 1;
     return {loadColumn > 0 ? largestOf(problem, load, loadColumn - 1) : 0,
-            largestOf(problem, load, loadColumn),
-            plotNumber == RampLoadPlot ? RampReach : FullReach};
+            largestOf(problem, load, loadColumn), kind == Load::Ramp ? RampReach : FullReach};
 }
 
-std::string surchargeTitle(int plotNumber, double largest) {
+std::string surchargeTitle(Load kind, double largest) {
     const std::string load = formatNumber(largest, LoadFormat);
-    switch (plotNumber) {
-    case LineLoadPlot:
+    switch (kind) {
+    case Load::Line:
         return "VERTICAL LINE LOADS (MAX. = " + load + " PLF)";
-    case UniformLoadPlot:
+    case Load::Uniform:
         return "UNIFORM SURCHARGE LOADS";
-    case StripLoadPlot:
+    case Load::Strip:
         return "VERTICAL STRIP LOADS (MAX. = " + load + " PSF)";
-    case RampLoadPlot:
+    case Load::Ramp:
         return "VERTICAL RAMP LOADS (PSF)";
-    case TriangularLoadPlot:
+    case Load::Triangle:
         return "VERTICAL TRIANGULAR LOADS (MAX. = " + load + " PSF)";
-    default:
+    case Load::Variable:
         return "VERTICAL VARIABLE LOADS (MAX. = " + load + " PSF)";
+    default:
+        throwRuntimeError(5);
     }
 }
 
@@ -163,41 +165,42 @@ void drawVariableLoad(Sheet& sheet, const Problem& p, const SurchargeScale& scal
     sheet.lineTo({at(points).x, BaseLine}, colour);
 }
 
-void drawLoads(Sheet& sheet, const Problem& p, const SurchargeScale& scale, int plotNumber,
-               int side) {
-    switch (plotNumber) {
-    case LineLoadPlot:
+void drawLoads(Sheet& sheet, const Problem& p, const SurchargeScale& scale, Load kind, int side) {
+    switch (kind) {
+    case Load::Line:
         return drawLineLoads(sheet, p, scale, side);
-    case UniformLoadPlot:
+    case Load::Uniform:
         return drawUniformLoad(sheet, p, scale, side);
-    case StripLoadPlot:
+    case Load::Strip:
         return drawStripLoads(sheet, p, scale, side);
-    case RampLoadPlot:
+    case Load::Ramp:
         return drawRampLoad(sheet, p, scale, side);
-    case TriangularLoadPlot:
+    case Load::Triangle:
         return drawTriangularLoads(sheet, p, scale, side);
-    default:
+    case Load::Variable:
         return drawVariableLoad(sheet, p, scale, side);
+    default:
+        throwRuntimeError(5);
     }
 }
 
 } // namespace
 
-void drawSurchargePlot(Surface& surface, const Problem& problem, int plotNumber, Medium medium) {
+void drawSurchargePlot(Surface& surface, const Problem& problem, Load kind, Medium medium) {
     Sheet sheet(surface, medium);
-    const SurchargeScale scale = surchargeScale(problem, plotNumber);
+    const SurchargeScale scale = surchargeScale(problem, kind);
 
     drawGround(sheet);
-    if (plotNumber != UniformLoadPlot) {
+    if (kind != Load::Uniform) {
         const std::string distance = formatNumber(scale.farthest, LoadFormat) + " (FT)";
         for (const double x : {(WallX + AxisRight) / 2, (WallX + AxisLeft) / 2}) {
             sheet.text(x, Across::Middle, AxisY - 72, Down::LowerEdge, distance);
         }
     }
-    sheet.centred(WallX, 852, surchargeTitle(plotNumber, scale.largest));
+    sheet.centred(WallX, 852, surchargeTitle(kind, scale.largest));
     sheet.lineWidth(CurveWidth);
     for (const int side : {Right, Left}) {
-        drawLoads(sheet, problem, scale, plotNumber, side);
+        drawLoads(sheet, problem, scale, kind, side);
     }
 }
 

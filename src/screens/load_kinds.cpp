@@ -3,8 +3,7 @@
 #include "runtime/runtime_error.h"
 #include "screens/sketch.h"
 
-#include <array>
-#include <span>
+#include <algorithm>
 
 namespace korvane {
 
@@ -79,7 +78,7 @@ constexpr LoadColumn distributedColumns[] = {
 // ---- kinds
 // ---------------------------------------------------------------------------------------
 
-constexpr LoadKind verticalLoads[] = {
+constexpr LoadKind loadKinds[] = {
     {.frame = "fraVertLine",
      .title = "Vertical Line Loads",
      .picture = "imgLineLoad",
@@ -179,9 +178,6 @@ constexpr LoadKind verticalLoads[] = {
                 "\n          DATA entry."
                 "\n     Choose CANCEL to DELETE VARIABLE LOAD"
                 "\n          DATA and exit."},
-};
-
-constexpr LoadKind horizontalLoads[] = {
     {.frame = "fraHorLine",
      .title = "Horizontal Line Loads",
      .picture = "imgHorLine",
@@ -213,21 +209,17 @@ constexpr LoadKind horizontalLoads[] = {
                 "\n          DISTRIBUTED LOAD DATA and exit."},
 };
 
-const LoadKind& kindAt(std::span<const LoadKind> kinds, int number) {
-    if (number < 1 || number > static_cast<int>(kinds.size())) {
-        throwRuntimeError(9);
-    }
-    return kinds[static_cast<std::size_t>(number - 1)];
-}
+static_assert(std::ranges::equal(
+    loadKinds, LoadTable, {}, [](const LoadKind& kind) { return kind.load.load; },
+    &LoadRules::load));
 
 } // namespace
 
-const LoadKind& verticalLoad(int kind) {
-    return kindAt(verticalLoads, kind);
-}
-
-const LoadKind& horizontalLoad(int section) {
-    return kindAt(horizontalLoads, section);
+const LoadKind& loadKind(std::span<const LoadRules> shown, Load load) {
+    if (std::ranges::find(shown, load, &LoadRules::load) == shown.end()) {
+        throwRuntimeError(9);
+    }
+    return loadKinds[static_cast<std::size_t>(load)];
 }
 
 } // namespace korvane

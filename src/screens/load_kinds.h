@@ -1,4 +1,4 @@
-// The kinds of load as data: six vertical surcharges on either side, two horizontal loads.
+// The kinds of load as data: what the screens of surcharges and horizontal loads show of each.
 #pragma once
 
 #include "problem/loads.h"
@@ -44,9 +44,8 @@ struct LoadKind {
     bool cancelIsFailure = false; ///< Cancel sets SolutionFailed
 };
 
-/// Kinds 1 to 6 of SURCHARG. RuntimeError 9 for any other, here and below.
-const LoadKind& verticalLoad(int kind);
-/// Sections 1 and 2 of HORLOAD.
-const LoadKind& horizontalLoad(int section);
+/// The kind of a load that a screen of `shown` is for; RuntimeError 9 for a load of the other
+/// screen.
+const LoadKind& loadKind(std::span<const LoadRules> shown, Load load);
 
 } // namespace korvane

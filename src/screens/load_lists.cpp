@@ -25,25 +25,25 @@ const SectionList& surchargeList() {
         .sections =
             {{{"cmdVertLine", "Vertical &Line Loads", "panVertLine", false, isGiven<Load::Line>},
               Screen::SURCHARG,
-              1},
+              Load::Line},
              {{"cmdUniform", "Vertical &Uniform Loads", "panUniform", false,
                isGiven<Load::Uniform>},
               Screen::SURCHARG,
-              2},
+              Load::Uniform},
              {{"cmdStrips", "Vertical &Strip Loads", "panStrips", false, isGiven<Load::Strip>},
               Screen::SURCHARG,
-              3},
+              Load::Strip},
              {{"cmdRamps", "Vertical &Ramp Loads", "panRamps", false, isGiven<Load::Ramp>},
               Screen::SURCHARG,
-              4},
+              Load::Ramp},
              {{"cmdTriangs", "Vertical &Triangular Loads", "panTriangs", false,
                isGiven<Load::Triangle>},
               Screen::SURCHARG,
-              5},
+              Load::Triangle},
              {{"cmdVertVar", "Vertical &Variable Loads", "panVertVar", false,
                isGiven<Load::Variable>},
               Screen::SURCHARG,
-              6}},
+              Load::Variable}},
     };
     return list;
 }
@@ -58,11 +58,11 @@ const SectionList& horizontalLoadList() {
         .sections = {{{"cmdHorizLine", "Horizontal &Line Loads", "panHorizLine", false,
                        isGiven<Load::HorizontalLine>},
                       Screen::HORLOAD,
-                      1},
+                      Load::HorizontalLine},
                      {{"cmdHorizDist", "Horizontal &Distributed Loads", "panHorizDist", false,
                        isGiven<Load::Distributed>},
                       Screen::HORLOAD,
-                      2}},
+                      Load::Distributed}},
     };
     return list;
 }

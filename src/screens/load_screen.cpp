@@ -78,8 +78,8 @@ struct LoadScreen::Arrangement {
 };
 
 LoadScreen::LoadScreen(ScreenContext& context, const char* name, const char* title,
-                       const LoadKind& (*kindOf)(int))
-    : DataScreen(context, name, title), kind_(kindOf(context.session.LoadKind)) {
+                       std::span<const LoadRules> shown)
+    : DataScreen(context, name, title), kind_(loadKind(shown, context.session.LoadKind)) {
     const Arrangement at(kind_);
     QFrame* frame = makeGroup(canvas(), kind_.frame, kind_.title,
                               {0, 0, at.width, at.buttonTop + ButtonHeight + Margin});

@@ -9,13 +9,13 @@
 
 namespace korvane {
 
-/// Shows the kind that the session's LoadKind names.
+/// Shows the kind that the session's LoadKind names, one of those that the screen is for.
 class LoadScreen : public DataScreen {
     Q_OBJECT
 
   public:
     LoadScreen(ScreenContext& context, const char* name, const char* title,
-               const LoadKind& (*kindOf)(int));
+               std::span<const LoadRules> shown);
 
   protected:
     void finishStage() override;

@@ -19,9 +19,9 @@ ScreenTable dataScreens() {
         {Screen::LAYRDATA, makes<LayerScreen>()},
         {Screen::WATER, makes<WaterScreen>()},
         {Screen::SURCHCON, makes<SectionScreen>(&surchargeList())},
-        {Screen::SURCHARG, makes<LoadScreen>("SURCHARG", "SURFACE SURCHARGES", &verticalLoad)},
+        {Screen::SURCHARG, makes<LoadScreen>("SURCHARG", "SURFACE SURCHARGES", GroundLoads)},
         {Screen::HORCON, makes<SectionScreen>(&horizontalLoadList())},
-        {Screen::HORLOAD, makes<LoadScreen>("HORLOAD", "HORIZONTAL LOADS", &horizontalLoad)},
+        {Screen::HORLOAD, makes<LoadScreen>("HORLOAD", "HORIZONTAL LOADS", WallLoads)},
         {Screen::ROWEPILE, makes<PileScreen>()},
     };
 }

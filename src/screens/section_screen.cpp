@@ -69,7 +69,9 @@ void SectionScreen::openSection(int section) {
     const ListedSection& listed = list_.sections[static_cast<std::size_t>(section)];
     // A click or a letter leaves the focus where it was; the section returns to its own button.
     controls_[static_cast<std::size_t>(section)].button->setFocus(Qt::TabFocusReason);
-    session().LoadKind = listed.loadKind;
+    if (listed.loadKind) {
+        session().LoadKind = *listed.loadKind;
+    }
     context().desktop.ShowScreen(listed.screen, session());
     highlight(controls_[static_cast<std::size_t>(section)].panel, listed.button.hasData(session()));
 }

@@ -1,8 +1,11 @@
 // The screens that are lists of sections: KEYIN, SURCHCON, HORCON.
 #pragma once
 
+#include "problem/loads.h"
 #include "screens/data_screen.h"
 #include "screens/section_buttons.h"
+
+#include <optional>
 
 namespace korvane {
 
@@ -10,7 +13,7 @@ namespace korvane {
 struct ListedSection {
     SectionButton button;
     Screen screen;
-    int loadKind = 0; ///< what the screen of a load is told to show
+    std::optional<Load> loadKind = {}; ///< what the screen of a load is told to show
 };
 
 struct SectionList {

@@ -298,6 +298,24 @@ TEST(InputPlots, AnUnknownNumberIsRefused) {
     EXPECT_THROW(hasInputPlot(plainCantilever(), 11), RuntimeError);
 }
 
+TEST(InputPlots, EachKindOfLoadHasOneView) {
+    std::vector<Load> shown;
+    for (int plotNumber = 0; plotNumber <= InputPlotCount + 1; ++plotNumber) {
+        if (const auto load = loadOfPlot(plotNumber)) {
+            shown.push_back(*load);
+        }
+    }
+    EXPECT_TRUE(std::ranges::equal(shown, LoadTable, {}, {}, &LoadRules::load));
+    EXPECT_EQ(loadOfPlot(SystemPlot), std::nullopt);
+    EXPECT_EQ(loadOfPlot(InputWaterPlot), std::nullopt);
+}
+
+TEST(InputPlots, ALoadOnTheWallIsNoSurcharge) {
+    RecordingSurface surface;
+    EXPECT_THROW(drawSurchargePlot(surface, plainCantilever(), Load::Distributed, Medium::Screen),
+                 RuntimeError);
+}
+
 } // namespace
 
 } // namespace korvane::test

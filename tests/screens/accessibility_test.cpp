@@ -162,7 +162,7 @@ TEST(Accessibility, NamesTellSideLabelUnitAndRow) {
               "Leftside soil; above 0");
     desk.reopen(Screen::WATER);
     EXPECT_EQ(name("txtWaterElR"), "Rightside water elevation (FT)");
-    desk.reopen(Screen::SURCHARG, 1);
+    desk.reopen(Screen::SURCHARG, Load::Line);
     EXPECT_EQ(name("txtDLLL_4"), "Leftside line load, distance from wall (FT), row 5");
 }
 

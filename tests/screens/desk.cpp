@@ -28,9 +28,9 @@ Desk::~Desk() {
     }
 }
 
-void Desk::open(Screen screen, int loadKind) {
-    if (loadKind != 0) {
-        session->LoadKind = loadKind;
+void Desk::open(Screen screen, std::optional<Load> loadKind) {
+    if (loadKind) {
+        session->LoadKind = *loadKind;
     }
     screens_.push_back(dataScreens().at(screen)(context_));
     ScreenWindow& window = *screens_.back();

@@ -13,6 +13,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,10 +28,11 @@ class Desk : public Desktop {
 
     // ---- screens ----
 
-    /// Opens a screen over the others. It stays until it closes itself, or to the end.
-    void open(Screen screen, int loadKind = 0);
+    /// Opens a screen over the others, told which kind of load to show where one is given. It stays
+    /// until it closes itself, or to the end.
+    void open(Screen screen, std::optional<Load> loadKind = {});
     /// Takes away a screen that has closed itself.
-    void reopen(Screen screen, int loadKind = 0) {
+    void reopen(Screen screen, std::optional<Load> loadKind = {}) {
         screens_.clear();
         open(screen, loadKind);
     }

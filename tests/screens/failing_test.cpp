@@ -27,7 +27,7 @@ class FailingTest : public testing::Test {
         desk.boxes.clear();
         return desk.focused();
     }
-    void openFilled(Screen screen, int loadKind = 0) {
+    void openFilled(Screen screen, std::optional<Load> loadKind = {}) {
         problem = fullProblem();
         desk.session->HeadContDataValid = 1;
         desk.reopen(screen, loadKind);
@@ -143,20 +143,20 @@ TEST_F(FailingTest, TheWaterGoesToTheFieldThatFailed) {
 TEST_F(FailingTest, TheLoadsGoToTheFieldThatFailed) {
     struct Case {
         Screen screen;
-        int kind;
+        Load kind;
         const char* field;
         const char* text;
         const char* finished;
     };
     const Case cases[] = {
-        {Screen::SURCHARG, 1, "txtQLLR_1", "0", "cmdFinVertLine"},
-        {Screen::SURCHARG, 2, "txtQUL", "-1", "cmdFinUnifLoad"},
-        {Screen::SURCHARG, 3, "txtDS2L_0", "", "cmdFinStrips"},
-        {Screen::SURCHARG, 4, "txtDR2R", "1", "cmdFinRamps"},
-        {Screen::SURCHARG, 5, "txtQTL_0", "x", "cmdFinTriangs"},
-        {Screen::SURCHARG, 6, "txtLeftDist_2", "1", "cmdFinVertVar"},
-        {Screen::HORLOAD, 1, "txtHorLine_1", "", "cmdFinHorLine"},
-        {Screen::HORLOAD, 2, "txtElHorDist_1", "7", "cmdFinHorDist"},
+        {Screen::SURCHARG, Load::Line, "txtQLLR_1", "0", "cmdFinVertLine"},
+        {Screen::SURCHARG, Load::Uniform, "txtQUL", "-1", "cmdFinUnifLoad"},
+        {Screen::SURCHARG, Load::Strip, "txtDS2L_0", "", "cmdFinStrips"},
+        {Screen::SURCHARG, Load::Ramp, "txtDR2R", "1", "cmdFinRamps"},
+        {Screen::SURCHARG, Load::Triangle, "txtQTL_0", "x", "cmdFinTriangs"},
+        {Screen::SURCHARG, Load::Variable, "txtLeftDist_2", "1", "cmdFinVertVar"},
+        {Screen::HORLOAD, Load::HorizontalLine, "txtHorLine_1", "", "cmdFinHorLine"},
+        {Screen::HORLOAD, Load::Distributed, "txtElHorDist_1", "7", "cmdFinHorDist"},
     };
     for (const Case& one : cases) {
         openFilled(one.screen, one.kind);
@@ -164,7 +164,7 @@ TEST_F(FailingTest, TheLoadsGoToTheFieldThatFailed) {
         EXPECT_EQ(focusAfter(one.finished), one.field);
     }
     problem = Problem();
-    desk.reopen(Screen::HORLOAD, 2);
+    desk.reopen(Screen::HORLOAD, Load::Distributed);
     desk.type("txtElHorDist_0", "1");
     EXPECT_EQ(focusAfter("cmdFinHorDist"), "txtElHorDist_1"); // at least two rows
 }
@@ -213,7 +213,7 @@ namespace {
 struct Way {
     const char* name;
     Screen screen;
-    int loadKind;
+    std::optional<Load> loadKind;
     std::vector<const char*> before; ///< buttons to the stage
     const char* field;               ///< gets the text; none where it is null
     const char* text;
@@ -243,22 +243,22 @@ const std::vector<Way>& ways() {
         p.WaterPressCount = 1;
     };
     static const std::vector<Way> all = {
-        {"heading missing", Screen::HEADCONT, 0, {}, "txtWallTop", "", "cmdFinished"},
-        {"heading invalid", Screen::HEADCONT, 0, {}, "txtWallTop", "x", "cmdFinished"},
-        {"analysis missing", Screen::HEADCONT, 0, {}, "txtWallE", "", "cmdFinished", analysis},
+        {"heading missing", Screen::HEADCONT, {}, {}, "txtWallTop", "", "cmdFinished"},
+        {"heading invalid", Screen::HEADCONT, {}, {}, "txtWallTop", "x", "cmdFinished"},
+        {"analysis missing", Screen::HEADCONT, {}, {}, "txtWallE", "", "cmdFinished", analysis},
         {"no surface",
          Screen::SURFACE,
-         0,
+         {},
          {},
          nullptr,
          "",
          "cmdFinished",
          [](Problem& p) { p.SurfacePointCount.fill(0); }},
-        {"surface right", Screen::SURFACE, 0, {}, "txtRightDist_0", "50", "cmdFinished"},
-        {"surface left", Screen::SURFACE, 0, {}, "txtLeftDist_0", "50", "cmdFinished"},
+        {"surface right", Screen::SURFACE, {}, {}, "txtRightDist_0", "50", "cmdFinished"},
+        {"surface left", Screen::SURFACE, {}, {}, "txtLeftDist_0", "50", "cmdFinished"},
         {"no surface left",
          Screen::SURFACE,
-         0,
+         {},
          {},
          "txtLeftDist_0",
          "",
@@ -266,48 +266,123 @@ const std::vector<Way>& ways() {
          [](Problem& p) { p.SurfacePointCount(Left) = 1; }},
         {"no layers",
          Screen::LAYRDATA,
-         0,
+         {},
          {},
          nullptr,
          "",
          "cmdFinishedAction",
          [](Problem& p) { p.SoilLayerCount(Left) = 0; }},
-        {"level 2 factor", Screen::LAYRDATA, 0, {"cmdEnterRightside"}, "txtFSA2", "-1", "cmdOK"},
-        {"layers invalid", Screen::LAYRDATA, 0, right, "txtAdhes_0", "-1", "cmdFinished"},
-        {"layers missing", Screen::LAYRDATA, 0, right, "txtSATWt_0", "", "cmdFinished"},
-        {"one layer missing", Screen::LAYRDATA, 0, right, "txtMSTWt_0", "", "cmdFinished",
+        {"level 2 factor", Screen::LAYRDATA, {}, {"cmdEnterRightside"}, "txtFSA2", "-1", "cmdOK"},
+        {"layers invalid", Screen::LAYRDATA, {}, right, "txtAdhes_0", "-1", "cmdFinished"},
+        {"layers missing", Screen::LAYRDATA, {}, right, "txtSATWt_0", "", "cmdFinished"},
+        {"one layer missing",
+         Screen::LAYRDATA,
+         {},
+         right,
+         "txtMSTWt_0",
+         "",
+         "cmdFinished",
          oneLayer},
-        {"water missing", Screen::WATER, 0, elevations, "txtWaterWt", "", "cmdFinishedElevData"},
-        {"water inconsistent", Screen::WATER, 0, elevations, "txtWaterElL", "-6",
+        {"water missing", Screen::WATER, {}, elevations, "txtWaterWt", "", "cmdFinishedElevData"},
+        {"water inconsistent",
+         Screen::WATER,
+         {},
+         elevations,
+         "txtWaterElL",
+         "-6",
          "cmdFinishedElevData"},
-        {"seepage missing", Screen::WATER, 0, elevations, "txtSeepEl", "x", "cmdFinishedElevData"},
-        {"seepage above the water", Screen::WATER, 0, elevations, "txtSeepEl", "-5",
+        {"seepage missing", Screen::WATER, {}, elevations, "txtSeepEl", "x", "cmdFinishedElevData"},
+        {"seepage above the water",
+         Screen::WATER,
+         {},
+         elevations,
+         "txtSeepEl",
+         "-5",
          "cmdFinishedElevData"},
-        {"gradient", Screen::WATER, 0, elevations, "txtSeepGrad", "1", "cmdFinishedElevData"},
-        {"gradient invalid", Screen::WATER, 0, elevations, "txtSeepGrad", "x",
+        {"gradient", Screen::WATER, {}, elevations, "txtSeepGrad", "1", "cmdFinishedElevData"},
+        {"gradient invalid",
+         Screen::WATER,
+         {},
+         elevations,
+         "txtSeepGrad",
+         "x",
          "cmdFinishedElevData"},
-        {"one pressure", Screen::WATER, 0, pressures, nullptr, "", "cmdFinishedWatPres",
+        {"one pressure",
+         Screen::WATER,
+         {},
+         pressures,
+         nullptr,
+         "",
+         "cmdFinishedWatPres",
          onePressure},
-        {"pressure invalid", Screen::WATER, 0, pressures, "txtWPR_1", "x", "cmdFinishedWatPres",
+        {"pressure invalid",
+         Screen::WATER,
+         {},
+         pressures,
+         "txtWPR_1",
+         "x",
+         "cmdFinishedWatPres",
          onePressure},
-        {"line missing", Screen::SURCHARG, 1, {}, "txtQLLR_0", "", "cmdFinVertLine"},
-        {"line invalid", Screen::SURCHARG, 1, {}, "txtQLLR_0", "0", "cmdFinVertLine"},
-        {"uniform invalid", Screen::SURCHARG, 2, {}, "txtQUL", "x", "cmdFinUnifLoad"},
-        {"strip missing", Screen::SURCHARG, 3, {}, "txtQSL_0", "", "cmdFinStrips"},
-        {"strip invalid", Screen::SURCHARG, 3, {}, "txtQSR_0", "0", "cmdFinStrips"},
-        {"ramp missing", Screen::SURCHARG, 4, {}, "txtQRL", "", "cmdFinRamps"},
-        {"ramp invalid", Screen::SURCHARG, 4, {}, "txtQRR", "x", "cmdFinRamps"},
-        {"triangle missing", Screen::SURCHARG, 5, {}, "txtQTL_0", "", "cmdFinTriangs"},
-        {"triangle invalid", Screen::SURCHARG, 5, {}, "txtQTR_0", "x", "cmdFinTriangs"},
-        {"variable missing", Screen::SURCHARG, 6, {}, "txtLeftLoad_1", "", "cmdFinVertVar"},
-        {"variable invalid", Screen::SURCHARG, 6, {}, "txtRightLoad_1", "x", "cmdFinVertVar"},
-        {"horizontal line missing", Screen::HORLOAD, 1, {}, "txtHorLine_0", "", "cmdFinHorLine"},
-        {"horizontal line invalid", Screen::HORLOAD, 1, {}, "txtHorLine_0", "x", "cmdFinHorLine"},
-        {"distributed missing", Screen::HORLOAD, 2, {}, "txtHorDist_0", "", "cmdFinHorDist"},
-        {"distributed invalid", Screen::HORLOAD, 2, {}, "txtHorDist_0", "x", "cmdFinHorDist"},
+        {"line missing", Screen::SURCHARG, Load::Line, {}, "txtQLLR_0", "", "cmdFinVertLine"},
+        {"line invalid", Screen::SURCHARG, Load::Line, {}, "txtQLLR_0", "0", "cmdFinVertLine"},
+        {"uniform invalid", Screen::SURCHARG, Load::Uniform, {}, "txtQUL", "x", "cmdFinUnifLoad"},
+        {"strip missing", Screen::SURCHARG, Load::Strip, {}, "txtQSL_0", "", "cmdFinStrips"},
+        {"strip invalid", Screen::SURCHARG, Load::Strip, {}, "txtQSR_0", "0", "cmdFinStrips"},
+        {"ramp missing", Screen::SURCHARG, Load::Ramp, {}, "txtQRL", "", "cmdFinRamps"},
+        {"ramp invalid", Screen::SURCHARG, Load::Ramp, {}, "txtQRR", "x", "cmdFinRamps"},
+        {"triangle missing", Screen::SURCHARG, Load::Triangle, {}, "txtQTL_0", "", "cmdFinTriangs"},
+        {"triangle invalid",
+         Screen::SURCHARG,
+         Load::Triangle,
+         {},
+         "txtQTR_0",
+         "x",
+         "cmdFinTriangs"},
+        {"variable missing",
+         Screen::SURCHARG,
+         Load::Variable,
+         {},
+         "txtLeftLoad_1",
+         "",
+         "cmdFinVertVar"},
+        {"variable invalid",
+         Screen::SURCHARG,
+         Load::Variable,
+         {},
+         "txtRightLoad_1",
+         "x",
+         "cmdFinVertVar"},
+        {"horizontal line missing",
+         Screen::HORLOAD,
+         Load::HorizontalLine,
+         {},
+         "txtHorLine_0",
+         "",
+         "cmdFinHorLine"},
+        {"horizontal line invalid",
+         Screen::HORLOAD,
+         Load::HorizontalLine,
+         {},
+         "txtHorLine_0",
+         "x",
+         "cmdFinHorLine"},
+        {"distributed missing",
+         Screen::HORLOAD,
+         Load::Distributed,
+         {},
+         "txtHorDist_0",
+         "",
+         "cmdFinHorDist"},
+        {"distributed invalid",
+         Screen::HORLOAD,
+         Load::Distributed,
+         {},
+         "txtHorDist_0",
+         "x",
+         "cmdFinHorDist"},
         {"sections missing",
          Screen::KEYIN,
-         0,
+         {},
          {},
          nullptr,
          "",
@@ -315,7 +390,7 @@ const std::vector<Way>& ways() {
          [](Problem& p) { p.SoilLayerCount(Left) = 0; }},
         {"seepage and surface",
          Screen::KEYIN,
-         0,
+         {},
          {},
          nullptr,
          "",
@@ -323,7 +398,7 @@ const std::vector<Way>& ways() {
          [](Problem& p) { p.SeepageElev = 100; }},
         {"surface above the wall",
          Screen::KEYIN,
-         0,
+         {},
          {},
          nullptr,
          "",
@@ -331,16 +406,16 @@ const std::vector<Way>& ways() {
          [](Problem& p) { p.SurfaceElev(Left, 1) = p.WallTopElev + 1; }},
         {"wall bottom above the surface",
          Screen::KEYIN,
-         0,
+         {},
          {},
          nullptr,
          "",
          "cmdFinished",
          analysis},
-        {"default sections", Screen::ROWEPILE, 0, {}, "txtDefAllow", "0", "cmdDefAccept"},
+        {"default sections", Screen::ROWEPILE, {}, {}, "txtDefAllow", "0", "cmdDefAccept"},
         {"additional sections",
          Screen::ROWEPILE,
-         0,
+         {},
          {"cmdDefAccept"},
          "txtName_0",
          "OWN",
@@ -445,7 +520,7 @@ TEST_F(FailingTest, CancelOfEachOfTheseBoxesClosesOrEmptiesTheScreen) {
 TEST_F(FailingTest, CancelByItsButtonDeletesAsTold) {
     problem = fullProblem();
     desk.onAsk = [](const MessageBox& box) { return answerOfRealBox(box, Leaving::CancelButton); };
-    desk.open(Screen::SURCHARG, 1);
+    desk.open(Screen::SURCHARG, Load::Line);
     typeAndPush(desk, "txtQLLR_0", "0", "cmdFinVertLine");
     EXPECT_FALSE(desk.isOpen());
     EXPECT_EQ(problem.VLineCount(Right), 0);

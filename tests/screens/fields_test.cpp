@@ -155,12 +155,15 @@ TEST_F(FieldsTest, F6GoesBetweenTheTablesOfTheSides) {
     EXPECT_EQ(desk.focused(), "txtRightElev_3");
     desk.press("cmdFinished", Qt::Key_F6);
     EXPECT_EQ(desk.focused(), "txtRightDist_0");
-    const std::pair<const char*, const char*> first[] = {
-        {"txtDLLR_0", "txtDLLL_0"}, {"txtQUR", "txtQUL"},       {"txtDS1R_0", "txtDS1L_0"},
-        {"txtDR1R", "txtDR1L"},     {"txtDT1R_0", "txtDT1L_0"}, {"txtRightDist_0", "txtLeftDist_0"},
+    const std::tuple<Load, const char*, const char*> first[] = {
+        {Load::Line, "txtDLLR_0", "txtDLLL_0"},
+        {Load::Uniform, "txtQUR", "txtQUL"},
+        {Load::Strip, "txtDS1R_0", "txtDS1L_0"},
+        {Load::Ramp, "txtDR1R", "txtDR1L"},
+        {Load::Triangle, "txtDT1R_0", "txtDT1L_0"},
+        {Load::Variable, "txtRightDist_0", "txtLeftDist_0"},
     };
-    for (int kind = 1; kind <= 6; ++kind) {
-        const auto& [right, left] = first[kind - 1];
+    for (const auto& [kind, right, left] : first) {
         desk.reopen(Screen::SURCHARG, kind);
         desk.press(right, Qt::Key_F6);
         EXPECT_EQ(desk.focused(), left);
@@ -170,7 +173,7 @@ TEST_F(FieldsTest, F6GoesBetweenTheTablesOfTheSides) {
 }
 
 TEST_F(FieldsTest, F6DoesNothingWhereThereIsOneTable) {
-    desk.open(Screen::HORLOAD, 1);
+    desk.open(Screen::HORLOAD, Load::HorizontalLine);
     desk.press("txtHorLine_2", Qt::Key_F6);
     EXPECT_EQ(desk.focused(), "txtHorLine_2");
 }

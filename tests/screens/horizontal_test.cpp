@@ -29,8 +29,8 @@ class HorizontalTest : public testing::Test {
     Desk desk;
     Problem& problem = desk.problem;
 
-    void openLines() { desk.reopen(Screen::HORLOAD, 1); }
-    void openDistributed() { desk.reopen(Screen::HORLOAD, 2); }
+    void openLines() { desk.reopen(Screen::HORLOAD, Load::HorizontalLine); }
+    void openDistributed() { desk.reopen(Screen::HORLOAD, Load::Distributed); }
     std::string finishLines() {
         desk.click("cmdFinHorLine");
         return desk.lastBox();
@@ -55,15 +55,20 @@ TEST_F(HorizontalTest, TheListHighlightsTheSectionsWithData) {
         problem.HDistCount = 0;
     };
     desk.click("cmdHorizLine");
-    EXPECT_EQ(desk.session->LoadKind, 1);
+    EXPECT_EQ(desk.session->LoadKind, Load::HorizontalLine);
     EXPECT_TRUE(desk.isHighlighted("panHorizLine"));
     EXPECT_TRUE(desk.isHighlighted("panHorizDist")); // painted by its own button alone
     desk.onShow = nullptr;
     desk.click("cmdHorizDist");
-    EXPECT_EQ(desk.session->LoadKind, 2);
+    EXPECT_EQ(desk.session->LoadKind, Load::Distributed);
     EXPECT_FALSE(desk.isHighlighted("panHorizDist"));
     desk.click("cmdFinished");
     EXPECT_FALSE(desk.isOpen());
+}
+
+TEST_F(HorizontalTest, EachScreenOfLoadsRefusesTheKindsOfTheOther) {
+    EXPECT_THROW(desk.open(Screen::HORLOAD, Load::Variable), RuntimeError);
+    EXPECT_THROW(desk.open(Screen::SURCHARG, Load::HorizontalLine), RuntimeError);
 }
 
 TEST_F(HorizontalTest, LineLoadsNeedNoOrderAndNoSign) {

@@ -104,7 +104,7 @@ Problem waterOfKind(WaterData kind, Seepage seepage) {
     return problem;
 }
 
-std::function<void(Desk&)> opening(Screen screen, int loadKind = 0) {
+std::function<void(Desk&)> opening(Screen screen, std::optional<Load> loadKind = {}) {
     return [screen, loadKind](Desk& desk) { desk.open(screen, loadKind); };
 }
 
@@ -122,7 +122,8 @@ std::function<void(Desk&)> clicking(Screen screen, const std::vector<QString>& b
 
 std::vector<Look> allLooks() {
     std::vector<Look> looks;
-    const auto blankAndFilled = [&](const std::string& name, Screen screen, int loadKind = 0) {
+    const auto blankAndFilled = [&](const std::string& name, Screen screen,
+                                    std::optional<Load> loadKind = {}) {
         looks.push_back({name + "-blank", blankProblem(), opening(screen, loadKind)});
         looks.push_back({name + "-filled", fullProblem(), opening(screen, loadKind)});
     };
@@ -151,12 +152,14 @@ std::vector<Look> allLooks() {
     looks.push_back({"water-pressures", waterOfKind(WaterData::Pressures, Seepage::None),
                      clicking(Screen::WATER, {"cmdWaterPres"})});
     blankAndFilled("surchcon", Screen::SURCHCON);
-    for (const int kind : {1, 2, 3, 4, 5, 6}) {
-        blankAndFilled("surcharg-" + std::to_string(kind), Screen::SURCHARG, kind);
+    int place = 0;
+    for (const LoadRules& load : GroundLoads) {
+        blankAndFilled("surcharg-" + std::to_string(++place), Screen::SURCHARG, load.load);
     }
     blankAndFilled("horcon", Screen::HORCON);
-    for (const int section : {1, 2}) {
-        blankAndFilled("horload-" + std::to_string(section), Screen::HORLOAD, section);
+    place = 0;
+    for (const LoadRules& load : WallLoads) {
+        blankAndFilled("horload-" + std::to_string(++place), Screen::HORLOAD, load.load);
     }
     looks.push_back({"rowepile-defaults", blankProblem(), opening(Screen::ROWEPILE)});
     looks.push_back(
@@ -171,7 +174,7 @@ std::vector<Look> allLooks() {
                          desk.typeDown("txtEMod", {"29E6", "30000000"});
                      }});
     // What is told beside each table that refuses a block, and of a value that a file loses.
-    const auto refusing = [&](const std::string& name, Screen screen, int loadKind,
+    const auto refusing = [&](const std::string& name, Screen screen, std::optional<Load> loadKind,
                               const std::vector<QString>& buttons, const QString& field) {
         looks.push_back({name + "-refused", fullProblem(), [=](Desk& desk) {
                              desk.open(screen, loadKind);
@@ -184,18 +187,21 @@ std::vector<Look> allLooks() {
                              static_cast<Field*>(at)->pasteText(tooMany);
                          }});
     };
-    refusing("headcont", Screen::HEADCONT, 0, {}, "txtHead_0");
-    refusing("surface", Screen::SURFACE, 0, {}, "txtLeftDist_0");
-    refusing("layrdata", Screen::LAYRDATA, 0, {"cmdEnterRightside", "cmdOK"}, "txtSATWt_0");
-    refusing("water", Screen::WATER, 0, {"cmdWaterPres"}, "txtWPR_0");
-    for (const int kind : {1, 2, 3, 4, 5, 6}) {
-        const QString fields[] = {"txtDLLR_0", "txtQUL",    "txtDS1L_0",
-                                  "txtDR1L",   "txtDT1L_0", "txtRightDist_0"};
-        refusing("surcharg-" + std::to_string(kind), Screen::SURCHARG, kind, {}, fields[kind - 1]);
+    refusing("headcont", Screen::HEADCONT, {}, {}, "txtHead_0");
+    refusing("surface", Screen::SURFACE, {}, {}, "txtLeftDist_0");
+    refusing("layrdata", Screen::LAYRDATA, {}, {"cmdEnterRightside", "cmdOK"}, "txtSATWt_0");
+    refusing("water", Screen::WATER, {}, {"cmdWaterPres"}, "txtWPR_0");
+    const std::pair<Load, QString> fields[] = {
+        {Load::Line, "txtDLLR_0"},     {Load::Uniform, "txtQUL"},
+        {Load::Strip, "txtDS1L_0"},    {Load::Ramp, "txtDR1L"},
+        {Load::Triangle, "txtDT1L_0"}, {Load::Variable, "txtRightDist_0"}};
+    place = 0;
+    for (const auto& [kind, field] : fields) {
+        refusing("surcharg-" + std::to_string(++place), Screen::SURCHARG, kind, {}, field);
     }
-    refusing("horload-1", Screen::HORLOAD, 1, {}, "txtHorLine_0");
-    refusing("horload-2", Screen::HORLOAD, 2, {}, "txtHorDist_0");
-    refusing("rowepile", Screen::ROWEPILE, 0, {"cmdDefAccept"}, "txtName_0");
+    refusing("horload-1", Screen::HORLOAD, Load::HorizontalLine, {}, "txtHorLine_0");
+    refusing("horload-2", Screen::HORLOAD, Load::Distributed, {}, "txtHorDist_0");
+    refusing("rowepile", Screen::ROWEPILE, {}, {"cmdDefAccept"}, "txtName_0");
     looks.push_back({"layrdata-loss", fullProblem(), [](Desk& desk) {
                          desk.open(Screen::LAYRDATA);
                          desk.click("cmdEnterRightside");

@@ -92,19 +92,19 @@ bool water(const Problem& p) {
             (p.SeepageGradient(1) > 0 && p.SeepageGradient(1) < 1));
 }
 
-bool surcharge(const Problem& p, int kind, int side, int i) {
+bool surcharge(const Problem& p, Load kind, int side, int i) {
     switch (kind) {
-    case 1:
+    case Load::Line:
         return p.VLineDist(side, i) > 0 && p.VLineLoad(side, i) > 0;
-    case 2:
+    case Load::Uniform:
         return p.VUniformLoad(side) >= 0;
-    case 3:
+    case Load::Strip:
         return p.VStripStart(side, i) >= 0 && p.VStripEnd(side, i) > p.VStripStart(side, i) &&
                p.VStripLoad(side, i) > 0;
-    case 4:
+    case Load::Ramp:
         return p.VRampStart(side) >= 0 && p.VRampEnd(side) >= p.VRampStart(side) &&
                p.VRampLoad(side) >= 0;
-    case 5:
+    case Load::Triangle:
         return p.VTriStart(side, i) >= 0 && p.VTriPeak(side, i) >= p.VTriStart(side, i) &&
                p.VTriEnd(side, i) >= p.VTriPeak(side, i) &&
                p.VTriEnd(side, i) > p.VTriStart(side, i) && p.VTriLoad(side, i) > 0;
@@ -114,11 +114,9 @@ bool surcharge(const Problem& p, int kind, int side, int i) {
     }
 }
 
-bool surcharges(const Problem& p, int kind) {
-    const Array<int, 2>* counts[] = {&p.VLineCount, &p.VUniformCount, &p.VStripCount,
-                                     &p.VRampCount, &p.VTriCount,     &p.VVarCount};
+bool surcharges(const Problem& p, Load kind) {
     for (const int side : {Right, Left}) {
-        for (int i = 1; i <= (*counts[kind - 1])(side); ++i) {
+        for (int i = 1; i <= rulesOf(kind).rows(p, side); ++i) {
             if (!surcharge(p, kind, side, i)) {
                 return false;
             }
@@ -138,7 +136,7 @@ bool distributed(const Problem& p) {
 
 } // namespace
 
-bool meetsTests(const Problem& problem, Screen screen, int loadKind) {
+bool meetsTests(const Problem& problem, Screen screen, std::optional<Load> loadKind) {
     switch (screen) {
     case Screen::HEADCONT:
         return heading(problem);
@@ -149,9 +147,9 @@ bool meetsTests(const Problem& problem, Screen screen, int loadKind) {
     case Screen::WATER:
         return water(problem);
     case Screen::SURCHARG:
-        return surcharges(problem, loadKind);
+        return surcharges(problem, loadKind.value());
     case Screen::HORLOAD:
-        return loadKind == 1 || distributed(problem);
+        return loadKind == Load::HorizontalLine || distributed(problem);
     default:
         return true;
     }

@@ -33,7 +33,8 @@ class RemarksTest : public testing::Test {
     bool warns() {
         return desk.find("lblRemark")->palette().color(QPalette::WindowText) == RequiredColour;
     }
-    void open(Screen screen, const std::vector<QString>& buttons = {}, int loadKind = 0) {
+    void open(Screen screen, const std::vector<QString>& buttons = {},
+              std::optional<Load> loadKind = {}) {
         problem = fullProblem();
         for (const int side : {Right, Left}) { // what a file holds as it is
             problem.SoilBottomSlope(side, 1) = 0;
@@ -81,11 +82,11 @@ TEST_F(RemarksTest, LimitsAndUnitOfTheFieldInFocus) {
     EXPECT_EQ(remarkAt("txtSATWt_3"), "Saturated unit weight (PCF), row 4: above 0.");
     open(Screen::WATER, {"cmdWaterEls"});
     EXPECT_EQ(remarkAt("txtWaterElL"), "Leftside water elevation (FT): any number.");
-    open(Screen::SURCHARG, {}, 5);
+    open(Screen::SURCHARG, {}, Load::Triangle);
     EXPECT_EQ(remarkAt("txtDT3L_1"),
               "Leftside triangular load, distance to end (FT), row 2: not before the peak; start, "
               "peak and end not all equal.");
-    open(Screen::HORLOAD, {}, 1);
+    open(Screen::HORLOAD, {}, Load::HorizontalLine);
     EXPECT_EQ(remarkAt("txtHorLine_0"), "Horizontal line load (PLF), row 1: any number.");
     desk.reopen(Screen::ROWEPILE);
     EXPECT_EQ(remarkAt("txtDefAllow"), "Default sections, allowable stress (PSI): above 0.");
@@ -202,12 +203,12 @@ TEST_F(RemarksTest, TheWaterTellsWhatAFileLoses) {
 }
 
 TEST_F(RemarksTest, TheLoadsTellWhatAFileLoses) {
-    open(Screen::SURCHARG, {}, 2);
+    open(Screen::SURCHARG, {}, Load::Uniform);
     expectLoss("txtQUL", "0", "Uniform load of 0");
     expectNoLoss("txtQUL", "");
-    open(Screen::SURCHARG, {}, 4);
+    open(Screen::SURCHARG, {}, Load::Ramp);
     expectLoss("txtQRR", "0", "Ramp load of 0");
-    open(Screen::SURCHARG, {"cmdDelVarR"}, 6);
+    open(Screen::SURCHARG, {"cmdDelVarR"}, Load::Variable);
     expectLoss("txtRightDist_0", "5", "Variable load of one point");
     desk.type("txtRightDist_1", "7");
     expectNoLoss("txtRightDist_0", "5");

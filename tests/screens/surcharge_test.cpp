@@ -3,16 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace korvane::test {
 
 namespace {
-
-constexpr int Line = 1;
-constexpr int Uniform = 2;
-constexpr int Strip = 3;
-constexpr int Ramp = 4;
-constexpr int Triangle = 5;
-constexpr int Variable = 6;
 
 std::string missing(const std::string& choices) {
     return okCancel("DATA MISSING", "At least one required data value is missing.\n\n" + choices);
@@ -54,7 +49,7 @@ const std::string variableInvalid = invalid("     Choose OK to continue VARIABLE
 
 /// What the tests of all kinds need to know of a kind, as the system names it.
 struct Kind {
-    int number;
+    Load load;
     const char* frame;
     const char* title;
     const char* picture;
@@ -70,7 +65,7 @@ struct Kind {
 
 const std::vector<Kind>& kinds() {
     static const std::vector<Kind> all = {
-        {Line,
+        {Load::Line,
          "fraVertLine",
          "Vertical Line Loads",
          "imgLineLoad",
@@ -82,7 +77,7 @@ const std::vector<Kind>& kinds() {
          "cmdDelVertLineR",
          "cmdDelVertLineL",
          &Problem::VLineCount},
-        {Uniform,
+        {Load::Uniform,
          "fraUnifLoad",
          "Uniform Loads",
          "imgUnif",
@@ -94,7 +89,7 @@ const std::vector<Kind>& kinds() {
          "cmdDelUnifLoad",
          "cmdDelUnifLoad",
          &Problem::VUniformCount},
-        {Strip,
+        {Load::Strip,
          "fraStrips",
          "Strip Loads",
          "imgStrips",
@@ -106,7 +101,7 @@ const std::vector<Kind>& kinds() {
          "cmdDelStripR",
          "cmdDelStripL",
          &Problem::VStripCount},
-        {Ramp,
+        {Load::Ramp,
          "fraRamps",
          "Ramp Loads",
          "imgRamps",
@@ -118,7 +113,7 @@ const std::vector<Kind>& kinds() {
          "cmdDelRampR",
          "cmdDelRampL",
          &Problem::VRampCount},
-        {Triangle,
+        {Load::Triangle,
          "fraTriangs",
          "Triangular Loads",
          "imgTriangs",
@@ -130,7 +125,7 @@ const std::vector<Kind>& kinds() {
          "cmdDelTriangR",
          "cmdDelTriangL",
          &Problem::VTriCount},
-        {Variable,
+        {Load::Variable,
          "fraVertVar",
          "Variable Loads",
          "imgVertVar",
@@ -151,9 +146,9 @@ class SurchargeTest : public testing::Test {
     Desk desk;
     Problem& problem = desk.problem;
 
-    const Kind& open(int kind) {
-        desk.reopen(Screen::SURCHARG, kind);
-        return kinds().at(static_cast<std::size_t>(kind - 1));
+    const Kind& open(Load load) {
+        desk.reopen(Screen::SURCHARG, load);
+        return *std::ranges::find(kinds(), load, &Kind::load);
     }
     static QString control(const Kind& kind, const QString& name, int row) {
         return kind.rows == 1 ? name : name + "_" + QString::number(row - 1);
@@ -173,8 +168,8 @@ class SurchargeTest : public testing::Test {
         return desk.lastBox();
     }
     /// The box for one row on the right side of a fresh screen.
-    std::string boxFor(int number, const std::vector<std::string>& row) {
-        const Kind& kind = open(number);
+    std::string boxFor(Load load, const std::vector<std::string>& row) {
+        const Kind& kind = open(load);
         typeRow(kind, kind.right, 1, row);
         return finish(kind);
     }
@@ -187,7 +182,7 @@ TEST_F(SurchargeTest, TheListHighlightsEachKindByItsOwnCounts) {
         {"cmdVertLine", "panVertLine"}, {"cmdUniform", "panUniform"}, {"cmdStrips", "panStrips"},
         {"cmdRamps", "panRamps"},       {"cmdTriangs", "panTriangs"}, {"cmdVertVar", "panVertVar"}};
     for (const Kind& kind : kinds()) {
-        const auto& [button, panel] = controls[kind.number - 1];
+        const auto& [button, panel] = controls[static_cast<std::size_t>(kind.load)];
         (problem.*kind.count)(Left) = 1;
         desk.reopen(Screen::SURCHCON);
         for (const auto& [otherButton, other] : controls) {
@@ -196,7 +191,7 @@ TEST_F(SurchargeTest, TheListHighlightsEachKindByItsOwnCounts) {
         desk.onShow = [&](Screen) { (problem.*kind.count)(Left) = 0; };
         desk.click(button);
         EXPECT_EQ(desk.shown.back(), Screen::SURCHARG);
-        EXPECT_EQ(desk.session->LoadKind, kind.number);
+        EXPECT_EQ(desk.session->LoadKind, kind.load);
         EXPECT_FALSE(desk.isHighlighted(panel));
     }
     desk.click("cmdFinished");
@@ -205,13 +200,13 @@ TEST_F(SurchargeTest, TheListHighlightsEachKindByItsOwnCounts) {
 
 TEST_F(SurchargeTest, EachKindShowsItsFrameWithPictureAndControls) {
     for (const Kind& kind : kinds()) {
-        open(kind.number);
+        open(kind.load);
         EXPECT_EQ(desk.top().windowTitle(), "SURFACE SURCHARGES");
         EXPECT_EQ(desk.text(QString(kind.frame) + "_title"), kind.title);
         EXPECT_TRUE(desk.isShown(kind.picture));
         for (const Kind& other : kinds()) {
             EXPECT_EQ(desk.top().findChild<QWidget*>(other.frame) != nullptr,
-                      other.number == kind.number);
+                      other.load == kind.load);
         }
         EXPECT_EQ(desk.text(kind.finished), "&Finished");
         EXPECT_FALSE(desk.isShown(kind.deleteRight));
@@ -221,7 +216,7 @@ TEST_F(SurchargeTest, EachKindShowsItsFrameWithPictureAndControls) {
 
 TEST_F(SurchargeTest, FocusGoesDownTheRightSideAndThenTheLeft) {
     for (const Kind& kind : kinds()) {
-        open(kind.number);
+        open(kind.load);
         std::vector<std::string> expected;
         for (const auto* side : {&kind.right, &kind.left}) {
             for (int row = 1; row <= kind.rows; ++row) {
@@ -237,7 +232,7 @@ TEST_F(SurchargeTest, FocusGoesDownTheRightSideAndThenTheLeft) {
 
 TEST_F(SurchargeTest, AnEmptyScreenClosesWithCountsOfZero) {
     for (const Kind& kind : kinds()) {
-        open(kind.number);
+        open(kind.load);
         EXPECT_EQ(finish(kind), noBox);
         EXPECT_FALSE(desk.isOpen());
         EXPECT_EQ((problem.*kind.count)(Right), 0);
@@ -247,11 +242,11 @@ TEST_F(SurchargeTest, AnEmptyScreenClosesWithCountsOfZero) {
 
 TEST_F(SurchargeTest, ASideHoldsItsMostRowsAndNoMore) {
     for (const Kind& kind : kinds()) {
-        open(kind.number);
+        open(kind.load);
         for (const auto* side : {&kind.right, &kind.left}) {
             for (int row = 1; row <= kind.rows; ++row) {
                 std::vector<std::string> texts = kind.valid;
-                if (kind.number == Variable) {
+                if (kind.load == Load::Variable) {
                     texts[0] = std::to_string(row);
                 }
                 typeRow(kind, *side, row, texts);
@@ -268,19 +263,19 @@ TEST_F(SurchargeTest, ASideHoldsItsMostRowsAndNoMore) {
 }
 
 TEST_F(SurchargeTest, EveryFieldReachesItsPlaceInTheRecord) {
-    const auto enter = [this](int number, const std::vector<std::string>& right,
+    const auto enter = [this](Load load, const std::vector<std::string>& right,
                               const std::vector<std::string>& left) {
-        const Kind& kind = open(number);
+        const Kind& kind = open(load);
         typeRow(kind, kind.right, 1, right);
         typeRow(kind, kind.left, 1, left);
         EXPECT_EQ(finish(kind), noBox);
     };
-    enter(Line, {"1", "2"}, {"3", "4"});
-    enter(Uniform, {"5"}, {"6"});
-    enter(Strip, {"7", "8", "9"}, {"10", "11", "12"});
-    enter(Ramp, {"13", "14", "15"}, {"16", "17", "18"});
-    enter(Triangle, {"19", "20", "21", "22"}, {"23", "24", "25", "26"});
-    enter(Variable, {"27", "28"}, {"29", "30"});
+    enter(Load::Line, {"1", "2"}, {"3", "4"});
+    enter(Load::Uniform, {"5"}, {"6"});
+    enter(Load::Strip, {"7", "8", "9"}, {"10", "11", "12"});
+    enter(Load::Ramp, {"13", "14", "15"}, {"16", "17", "18"});
+    enter(Load::Triangle, {"19", "20", "21", "22"}, {"23", "24", "25", "26"});
+    enter(Load::Variable, {"27", "28"}, {"29", "30"});
     const Problem& p = problem;
     const double values[] = {
         p.VLineDist(1, 1),  p.VLineLoad(1, 1),   p.VLineDist(2, 1),   p.VLineLoad(2, 1),
@@ -298,46 +293,47 @@ TEST_F(SurchargeTest, EveryFieldReachesItsPlaceInTheRecord) {
 }
 
 TEST_F(SurchargeTest, ALineLoadStandsAwayFromTheWallAStripMayTouchIt) {
-    EXPECT_EQ(boxFor(Line, {"0", "100"}), lineInvalid);
-    EXPECT_EQ(boxFor(Line, {"0.1", "0"}), lineInvalid);
-    EXPECT_EQ(boxFor(Line, {"0.1", ""}), lineMissing);
-    EXPECT_EQ(boxFor(Line, {"0.1", "1x"}), lineInvalid);
-    EXPECT_EQ(boxFor(Line, {"0.1", "1"}), noBox);
-    EXPECT_EQ(boxFor(Strip, {"0", "1", "100"}), noBox);
+    EXPECT_EQ(boxFor(Load::Line, {"0", "100"}), lineInvalid);
+    EXPECT_EQ(boxFor(Load::Line, {"0.1", "0"}), lineInvalid);
+    EXPECT_EQ(boxFor(Load::Line, {"0.1", ""}), lineMissing);
+    EXPECT_EQ(boxFor(Load::Line, {"0.1", "1x"}), lineInvalid);
+    EXPECT_EQ(boxFor(Load::Line, {"0.1", "1"}), noBox);
+    EXPECT_EQ(boxFor(Load::Strip, {"0", "1", "100"}), noBox);
 }
 
 TEST_F(SurchargeTest, AStripNeedsAWidthAndALoad) {
-    EXPECT_EQ(boxFor(Strip, {"-1", "1", "100"}), invalid(stripChoices));
-    EXPECT_EQ(boxFor(Strip, {"5", "5", "100"}), invalid(stripChoices));
-    EXPECT_EQ(boxFor(Strip, {"5", "6", "0"}), invalid(stripChoices));
-    EXPECT_EQ(boxFor(Strip, {"5", "", "100"}), missing(stripChoices));
-    EXPECT_EQ(boxFor(Strip, {"", "6", "100"}), missing(stripChoices));
-    EXPECT_EQ(boxFor(Strip, {"x", "", ""}), invalid(stripChoices)); // the first bad field decides
+    EXPECT_EQ(boxFor(Load::Strip, {"-1", "1", "100"}), invalid(stripChoices));
+    EXPECT_EQ(boxFor(Load::Strip, {"5", "5", "100"}), invalid(stripChoices));
+    EXPECT_EQ(boxFor(Load::Strip, {"5", "6", "0"}), invalid(stripChoices));
+    EXPECT_EQ(boxFor(Load::Strip, {"5", "", "100"}), missing(stripChoices));
+    EXPECT_EQ(boxFor(Load::Strip, {"", "6", "100"}), missing(stripChoices));
+    EXPECT_EQ(boxFor(Load::Strip, {"x", "", ""}),
+              invalid(stripChoices)); // the first bad field decides
 }
 
 TEST_F(SurchargeTest, ARampMayBeOfNoWidthAndOfNoLoad) {
-    EXPECT_EQ(boxFor(Ramp, {"5", "5", "0"}), noBox);
+    EXPECT_EQ(boxFor(Load::Ramp, {"5", "5", "0"}), noBox);
     EXPECT_EQ(problem.VRampCount(Right), 1);
     EXPECT_EQ(problem.VRampCount(Left), 0);
-    EXPECT_EQ(boxFor(Ramp, {"5", "4.9", "1"}), invalid(rampChoices));
-    EXPECT_EQ(boxFor(Ramp, {"-1", "4", "1"}), invalid(rampChoices));
-    EXPECT_EQ(boxFor(Ramp, {"1", "4", "-1"}), invalid(rampChoices));
-    EXPECT_EQ(boxFor(Ramp, {"", "", "1"}), missing(rampChoices));
+    EXPECT_EQ(boxFor(Load::Ramp, {"5", "4.9", "1"}), invalid(rampChoices));
+    EXPECT_EQ(boxFor(Load::Ramp, {"-1", "4", "1"}), invalid(rampChoices));
+    EXPECT_EQ(boxFor(Load::Ramp, {"1", "4", "-1"}), invalid(rampChoices));
+    EXPECT_EQ(boxFor(Load::Ramp, {"", "", "1"}), missing(rampChoices));
 }
 
 TEST_F(SurchargeTest, OnlyATriangleWithAllThreeEqualIsInvalid) {
-    EXPECT_EQ(boxFor(Triangle, {"2", "2", "5", "1"}), noBox);
-    EXPECT_EQ(boxFor(Triangle, {"2", "5", "5", "1"}), noBox);
-    EXPECT_EQ(boxFor(Triangle, {"2", "2", "2", "1"}), triangleInvalid);
-    EXPECT_EQ(boxFor(Triangle, {"2", "1", "5", "1"}), triangleInvalid);
-    EXPECT_EQ(boxFor(Triangle, {"2", "4", "3", "1"}), triangleInvalid);
-    EXPECT_EQ(boxFor(Triangle, {"-2", "4", "5", "1"}), triangleInvalid);
-    EXPECT_EQ(boxFor(Triangle, {"2", "4", "5", "0"}), triangleInvalid);
-    EXPECT_EQ(boxFor(Triangle, {"2", "4", "5", ""}), triangleMissing);
+    EXPECT_EQ(boxFor(Load::Triangle, {"2", "2", "5", "1"}), noBox);
+    EXPECT_EQ(boxFor(Load::Triangle, {"2", "5", "5", "1"}), noBox);
+    EXPECT_EQ(boxFor(Load::Triangle, {"2", "2", "2", "1"}), triangleInvalid);
+    EXPECT_EQ(boxFor(Load::Triangle, {"2", "1", "5", "1"}), triangleInvalid);
+    EXPECT_EQ(boxFor(Load::Triangle, {"2", "4", "3", "1"}), triangleInvalid);
+    EXPECT_EQ(boxFor(Load::Triangle, {"-2", "4", "5", "1"}), triangleInvalid);
+    EXPECT_EQ(boxFor(Load::Triangle, {"2", "4", "5", "0"}), triangleInvalid);
+    EXPECT_EQ(boxFor(Load::Triangle, {"2", "4", "5", ""}), triangleMissing);
 }
 
 TEST_F(SurchargeTest, VariableDistancesRiseStrictly) {
-    const Kind& kind = open(Variable);
+    const Kind& kind = open(Load::Variable);
     typeRow(kind, kind.right, 1, {"0", "0"});
     typeRow(kind, kind.right, 2, {"4", "10"});
     typeRow(kind, kind.right, 3, {"4", "20"});
@@ -349,16 +345,16 @@ TEST_F(SurchargeTest, VariableDistancesRiseStrictly) {
     typeRow(kind, kind.right, 3, {"5", "20"});
     EXPECT_EQ(finish(kind), noBox);
     EXPECT_EQ(problem.VVarCount(Right), 3);
-    EXPECT_EQ(boxFor(Variable, {"-1", "10"}), variableInvalid);
+    EXPECT_EQ(boxFor(Load::Variable, {"-1", "10"}), variableInvalid);
 }
 
 TEST_F(SurchargeTest, AVariableLoadOfOnePointPasses) {
-    EXPECT_EQ(boxFor(Variable, {"5", "10"}), noBox);
+    EXPECT_EQ(boxFor(Load::Variable, {"5", "10"}), noBox);
     EXPECT_EQ(problem.VVarCount(Right), 1);
 }
 
 TEST_F(SurchargeTest, AUniformLoadOfZeroCountsAsALoad) {
-    EXPECT_EQ(boxFor(Uniform, {"0"}), noBox);
+    EXPECT_EQ(boxFor(Load::Uniform, {"0"}), noBox);
     EXPECT_EQ(problem.VUniformCount(Right), 1);
     EXPECT_EQ(problem.VUniformCount(Left), 0);
     desk.reopen(Screen::SURCHCON);
@@ -368,7 +364,7 @@ TEST_F(SurchargeTest, AUniformLoadOfZeroCountsAsALoad) {
 TEST_F(SurchargeTest, AnInvalidUniformLoadIsNotCounted) {
     problem.VUniformCount.fill(1);
     for (const char* text : {"-1", "250 PSF"}) {
-        const Kind& kind = open(Uniform);
+        const Kind& kind = open(Load::Uniform);
         desk.type("txtQUR", text);
         EXPECT_EQ(finish(kind), uniformInvalid);
         EXPECT_TRUE(desk.isOpen());
@@ -377,7 +373,7 @@ TEST_F(SurchargeTest, AnInvalidUniformLoadIsNotCounted) {
 }
 
 TEST_F(SurchargeTest, ARowOfBlanksAboveTheLastOneIsMissing) {
-    const Kind& kind = open(Line);
+    const Kind& kind = open(Load::Line);
     typeRow(kind, kind.left, 1, kind.valid);
     typeRow(kind, kind.left, 4, kind.valid);
     EXPECT_EQ(finish(kind), lineMissing);
@@ -387,7 +383,7 @@ TEST_F(SurchargeTest, ARowOfBlanksAboveTheLastOneIsMissing) {
 
 TEST_F(SurchargeTest, AFaultOnTheLeftLeavesTheRightSideRead) {
     problem.VStripCount(Right) = 2;
-    const Kind& kind = open(Strip);
+    const Kind& kind = open(Load::Strip);
     typeRow(kind, kind.right, 1, {"1", "2", "3"});
     typeRow(kind, kind.right, 2, {"", "", ""});
     typeRow(kind, kind.left, 1, {"1", "1", "3"});
@@ -400,13 +396,13 @@ TEST_F(SurchargeTest, AFaultOnTheLeftLeavesTheRightSideRead) {
 TEST_F(SurchargeTest, CancelDropsTheKindOnBothSidesAndNoOther) {
     for (const Kind& kind : kinds()) {
         problem = fullProblem();
-        open(kind.number);
+        open(kind.load);
         desk.type(control(kind, kind.left[0], 1), "bad");
         desk.answers = {Answer::Cancel};
         EXPECT_NE(finish(kind), noBox);
         EXPECT_FALSE(desk.isOpen());
         for (const Kind& other : kinds()) {
-            const bool same = other.number == kind.number;
+            const bool same = other.load == kind.load;
             EXPECT_EQ((problem.*other.count)(Right) == 0, same);
             EXPECT_EQ((problem.*other.count)(Left) == 0, same);
         }
@@ -416,12 +412,12 @@ TEST_F(SurchargeTest, CancelDropsTheKindOnBothSidesAndNoOther) {
 
 TEST_F(SurchargeTest, ADeleteButtonDropsItsSideAlone) {
     for (const Kind& kind : kinds()) {
-        if (kind.number == Uniform) {
+        if (kind.load == Load::Uniform) {
             continue;
         }
         problem = fullProblem();
         desk.session->DataChanged = 0;
-        open(kind.number);
+        open(kind.load);
         EXPECT_TRUE(desk.isShown(kind.deleteRight));
         EXPECT_TRUE(desk.isShown(kind.deleteLeft));
         const int right = (problem.*kind.count)(Right);
@@ -440,7 +436,7 @@ TEST_F(SurchargeTest, ADeleteButtonDropsItsSideAlone) {
 TEST_F(SurchargeTest, TheUniformDeleteButtonDropsBothSides) {
     problem = fullProblem();
     problem.VUniformCount(Right) = 0;
-    open(Uniform);
+    open(Load::Uniform);
     EXPECT_EQ(desk.text("txtQUR"), "");
     EXPECT_EQ(desk.text("txtQUL"), " 250");
     EXPECT_TRUE(desk.isShown("cmdDelUnifLoad"));
@@ -455,10 +451,10 @@ TEST_F(SurchargeTest, TheUniformDeleteButtonDropsBothSides) {
 
 TEST_F(SurchargeTest, TypingOffersToDeleteItsSide) {
     for (const Kind& kind : kinds()) {
-        if (kind.number == Uniform) {
+        if (kind.load == Load::Uniform) {
             continue;
         }
-        open(kind.number);
+        open(kind.load);
         desk.session->DataChanged = 0;
         desk.type(control(kind, kind.left.back(), kind.rows), "1");
         EXPECT_EQ(desk.session->DataChanged, 1);
@@ -487,7 +483,7 @@ TEST_F(SurchargeTest, CaptionsOfTheDeleteButtons) {
         {"cmdDelVarL", "Delete &Leftside Loads"},
     };
     for (const Kind& kind : kinds()) {
-        open(kind.number);
+        open(kind.load);
         for (const auto& [name, caption] : captions) {
             if (std::string(name) == kind.deleteRight || std::string(name) == kind.deleteLeft) {
                 EXPECT_EQ(desk.text(name), caption) << name;

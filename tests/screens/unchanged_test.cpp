@@ -18,7 +18,7 @@ namespace {
 struct Visit {
     const char* name;
     Screen screen;
-    int loadKind;
+    std::optional<Load> loadKind;
     std::vector<QString> buttons;
     bool (*applies)(const Problem&);
 };
@@ -29,30 +29,30 @@ bool always(const Problem&) {
 
 const std::vector<Visit>& visits() {
     static const std::vector<Visit> all = {
-        {"HEADCONT", Screen::HEADCONT, 0, {"cmdFinished"}, always},
-        {"SURFACE", Screen::SURFACE, 0, {"cmdFinished"}, always},
+        {"HEADCONT", Screen::HEADCONT, {}, {"cmdFinished"}, always},
+        {"SURFACE", Screen::SURFACE, {}, {"cmdFinished"}, always},
         {"LAYRDATA",
          Screen::LAYRDATA,
-         0,
+         {},
          {"cmdEnterRightside", "cmdOK", "cmdFinished", "cmdEnterLeftside", "cmdOK", "cmdFinished",
           "cmdFinishedAction"},
          always},
-        {"WATER list", Screen::WATER, 0, {"cmdFinishedWaterData"}, always},
+        {"WATER list", Screen::WATER, {}, {"cmdFinishedWaterData"}, always},
         {"WATER elevations",
          Screen::WATER,
-         0,
+         {},
          {"cmdWaterEls", "cmdFinishedElevData"},
          [](const Problem& p) { return p.WaterDataKind != WaterData::Pressures; }},
-        {"SURCHCON", Screen::SURCHCON, 0, {"cmdFinished"}, always},
-        {"line", Screen::SURCHARG, 1, {"cmdFinVertLine"}, always},
-        {"uniform", Screen::SURCHARG, 2, {"cmdFinUnifLoad"}, always},
-        {"strip", Screen::SURCHARG, 3, {"cmdFinStrips"}, always},
-        {"ramp", Screen::SURCHARG, 4, {"cmdFinRamps"}, always},
-        {"triangle", Screen::SURCHARG, 5, {"cmdFinTriangs"}, always},
-        {"variable", Screen::SURCHARG, 6, {"cmdFinVertVar"}, always},
-        {"HORCON", Screen::HORCON, 0, {"cmdFinished"}, always},
-        {"horizontal line", Screen::HORLOAD, 1, {"cmdFinHorLine"}, always},
-        {"distributed", Screen::HORLOAD, 2, {"cmdFinHorDist"}, always},
+        {"SURCHCON", Screen::SURCHCON, {}, {"cmdFinished"}, always},
+        {"line", Screen::SURCHARG, Load::Line, {"cmdFinVertLine"}, always},
+        {"uniform", Screen::SURCHARG, Load::Uniform, {"cmdFinUnifLoad"}, always},
+        {"strip", Screen::SURCHARG, Load::Strip, {"cmdFinStrips"}, always},
+        {"ramp", Screen::SURCHARG, Load::Ramp, {"cmdFinRamps"}, always},
+        {"triangle", Screen::SURCHARG, Load::Triangle, {"cmdFinTriangs"}, always},
+        {"variable", Screen::SURCHARG, Load::Variable, {"cmdFinVertVar"}, always},
+        {"HORCON", Screen::HORCON, {}, {"cmdFinished"}, always},
+        {"horizontal line", Screen::HORLOAD, Load::HorizontalLine, {"cmdFinHorLine"}, always},
+        {"distributed", Screen::HORLOAD, Load::Distributed, {"cmdFinHorDist"}, always},
     };
     return all;
 }
