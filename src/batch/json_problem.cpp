@@ -73,9 +73,10 @@ void writeHeadingToSurface(JsonText& json, const Problem& problem) {
               [&](int i) { return utf8Text(problem.HeadingLines(i)); });
     json.member("WallType", letterOf(problem.WallType));
     json.member("ProgramMode", letterOf(problem.ProgramMode));
-    json.member("FSActive", where(design || (analysis && problem.FSKind == 2), problem.FSActive));
+    json.member("FSActive", where(design || (analysis && problem.FSKind == FactorKind::ActiveGiven),
+                                  problem.FSActive));
     json.member("FSPassive", where(design, problem.FSPassive));
-    json.member("FSKind", where(analysis, problem.FSKind));
+    json.member("FSKind", where(analysis, static_cast<int>(problem.FSKind)));
     json.member("WallTopElev", problem.WallTopElev);
     json.member("AnchorElev", where(anchored, problem.AnchorElev));
     json.member("WallBottomElev", where(analysis, problem.WallBottomElev));

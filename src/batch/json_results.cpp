@@ -149,7 +149,7 @@ void writeExtreme(UnitsJson& json, const ResultField& field, const Extreme& extr
 
 void writeLevel(UnitsJson& json, const Problem& problem, const LevelResult& level) {
     const bool analysis = problem.ProgramMode == Mode::Analysis;
-    const bool activeGiven = analysis && problem.FSKind == 2;
+    const bool activeGiven = analysis && problem.FSKind == FactorKind::ActiveGiven;
     const bool fixedEarth = level.method == SolutionMethod::FixedEarth;
     const bool anchored = problem.WallType == WallKind::Anchored;
     const bool seeps = problem.SeepageKind != Seepage::None;

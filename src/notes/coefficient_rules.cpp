@@ -141,7 +141,7 @@ std::optional<SmallFactor> givenBelowOne(const Wall& wall, bool passiveToo) {
 
 void lookAtGivenFactors(const Wall& wall, NoteSink& notes) {
     const bool design = wall.problem.ProgramMode == Mode::Design;
-    if (!design && wall.problem.FSKind == 1) {
+    if (!design && wall.problem.FSKind == FactorKind::OneForBoth) {
         return; // an analysis that finds both
     }
     if (const auto small = givenBelowOne(wall, design)) {

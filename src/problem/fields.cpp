@@ -238,7 +238,7 @@ bool design(const Problem& problem, int) {
 }
 /// An analysis that searches one factor for both pressures takes none.
 bool activeFactorGiven(const Problem& problem, int) {
-    return problem.ProgramMode == Mode::Design || problem.FSKind == 2;
+    return problem.ProgramMode == Mode::Design || problem.FSKind == FactorKind::ActiveGiven;
 }
 bool strengths(const Problem& problem, int side) {
     return problem.SoilDataKind(side) == SoilData::Strengths;

@@ -62,7 +62,7 @@ bool readHeading(Reading& reading, bool wrongUnits) {
 }
 
 /// A design takes both factors of safety, the first alone serving for both; an analysis takes one,
-/// which is then given for active pressures (`FSKind` 2).
+/// which is then given for active pressures (`FactorKind::ActiveGiven`).
 bool readControl(Reading& reading) {
     Problem& problem = reading.problem;
     auto& FSActive = problem.FSActive;
@@ -76,7 +76,7 @@ bool readControl(Reading& reading) {
     }
     const bool hasFactor = hasToken(reading.input, 4);
     if (problem.ProgramMode == Mode::Analysis) {
-        problem.FSKind = hasFactor ? 2 : 1;
+        problem.FSKind = hasFactor ? FactorKind::ActiveGiven : FactorKind::OneForBoth;
         return !hasFactor || number(reading, 4, ProblemField::FSActive);
     }
     FSActive = 1.0;

@@ -46,7 +46,7 @@ std::string factorOrNone(double factor) {
 void writeControl(PrintLines& lines, const Problem& problem) {
     const auto factor = [](double value) { return formatNumber(value, "#0.00"); };
     const bool design = problem.ProgramMode == Mode::Design;
-    const bool firstGiven = design || problem.FSKind != 1;
+    const bool firstGiven = design || problem.FSKind != FactorKind::OneForBoth;
     lines.text("CONTROL").spc(gap).text(problem.WallType == WallKind::Cantilever ? "CANTILEVER"
                                                                                  : "ANCHORED");
     lines.spc(gap).text(design ? "DESIGN" : "ANALYSIS");

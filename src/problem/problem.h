@@ -25,6 +25,10 @@ enum class SoilData : char { None = 0, Strengths = 'S', Coefficients = 'C' };
 enum class WaterData : char { None = 0, Elevations = 'E', Pressures = 'P' };
 enum class Seepage : char { None = 0, Automatic = 'A', Given = 'G' };
 
+/// What an analysis looks for: one factor of safety for active and passive pressures, or that of
+/// the passive ones beside the given FSActive. The value is the number that stands for it in JSON.
+enum class FactorKind { None = 0, OneForBoth = 1, ActiveGiven = 2 };
+
 /// The letters of a choice.
 template <class Choice>
 inline constexpr const char* lettersOf = nullptr;
@@ -58,9 +62,9 @@ struct Problem {
     // Control
     WallKind WallType = WallKind::None;
     Mode ProgramMode = Mode::None;
-    double FSActive = 1.0;  ///< factor of safety, active pressures
-    double FSPassive = 1.5; ///< factor of safety, passive pressures (design)
-    int FSKind = 0;         ///< analysis: 1 one factor for both, 2 FSActive is given
+    double FSActive = 1.0;                ///< factor of safety, active pressures
+    double FSPassive = 1.5;               ///< factor of safety, passive pressures (design)
+    FactorKind FSKind = FactorKind::None; ///< analysis
 
     // Wall
     double WallTopElev = 0;    ///< FT

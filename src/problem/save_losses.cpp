@@ -174,7 +174,7 @@ class Search {
 
     void control() {
         const bool design = problem_.ProgramMode == Mode::Design;
-        if (design || problem_.FSKind == 2) {
+        if (design || problem_.FSKind == FactorKind::ActiveGiven) {
             factor(problem_.FSActive);
         } else {
             find(problem_.FSActive != 1.0, UnusedFactor, problem_.FSActive);

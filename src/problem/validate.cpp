@@ -100,7 +100,8 @@ bool visitChoices(const Problem& problem, const Found& found) {
             return false;
         }
     }
-    const bool factorChosen = problem.FSKind == 1 || problem.FSKind == 2;
+    const bool factorChosen =
+        problem.FSKind == FactorKind::OneForBoth || problem.FSKind == FactorKind::ActiveGiven;
     if (problem.ProgramMode == Mode::Analysis && !factorChosen &&
         !found({.field = "FSKind",
                 .rule = Rule::Choice,

@@ -28,7 +28,7 @@ void controlSection(PrintLines& lines, const Problem& problem) {
     lines.spc(10).text(problem.WallType == WallKind::Cantilever ? "CANTILEVER WALL "
                                                                 : "ANCHORED WALL ");
     lines.text(design ? "DESIGN" : "ANALYSIS").end();
-    if (!design && problem.FSKind == 1) {
+    if (!design && problem.FSKind == FactorKind::OneForBoth) {
         lines.line(10, "SAME FACTOR OF SAFETY APPLIED TO BOTH ACTIVE AND PASSIVE PRESSURES.");
     } else {
         labelledValue(lines, "FACTOR OF SAFETY FOR ACTIVE PRESSURES  = ", problem.FSActive, "#0.00",

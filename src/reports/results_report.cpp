@@ -46,8 +46,8 @@ void cantileverSummary(PrintLines& lines, const Problem& problem, const LevelRes
         singleLine(lines, 11, "PENETRATION (FT)     :", level.penetration, fixed2);
     } else {
         singleLine(lines, 5,
-                   problem.FSKind == 1 ? "FACTOR OF SAFETY           :"
-                                       : "PASSIVE FACTOR OF SAFETY   :",
+                   problem.FSKind == FactorKind::OneForBoth ? "FACTOR OF SAFETY           :"
+                                                            : "PASSIVE FACTOR OF SAFETY   :",
                    level.factorOfSafety, "#0.00");
     }
     lines.empty();
@@ -72,7 +72,7 @@ void pairLine(PrintLines& lines, int blanks, std::string_view label, double free
 
 void anchoredFactors(PrintLines& lines, const Problem& problem, const LevelResult& freeEarth,
                      const LevelResult& fixedEarth) {
-    const bool same = problem.FSKind == 1;
+    const bool same = problem.FSKind == FactorKind::OneForBoth;
     lines.spc(5).text(same ? "FACTOR OF SAFETY                   :"
                            : "PASSIVE FACTOR OF SAFETY           :");
     lines.right(56, freeEarth.factorOfSafety, fixed2);

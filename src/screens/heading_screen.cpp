@@ -226,12 +226,12 @@ void HeadingScreen::choose(Option option) {
         showMode(option == Design);
         break;
     case OneFactor:
-        problem().FSKind = 1;
+        problem().FSKind = FactorKind::OneForBoth;
         fields_[FSGiven]->setText({});
         fields_[FSGiven]->setEnabled(false);
         break;
     case GivenFactor:
-        problem().FSKind = 2;
+        problem().FSKind = FactorKind::ActiveGiven;
         fields_[FSGiven]->setEnabled(true);
         break;
     }
@@ -255,7 +255,7 @@ void HeadingScreen::fillBlank() {
     title_->setText("Enter Heading and Control Data");
     problem().ProgramMode = Mode::None;
     problem().WallType = WallKind::None;
-    problem().FSKind = 0;
+    problem().FSKind = FactorKind::None;
 }
 
 void HeadingScreen::fillEditing() {
@@ -280,17 +280,17 @@ void HeadingScreen::fillEditing() {
     setOption(options_[design ? Design : Analysis], true);
     showMode(design);
     if (design) {
-        problem().FSKind = 0; // a later change to analysis demands a choice
+        problem().FSKind = FactorKind::None; // a later change to analysis demands a choice
         return;
     }
     for (const Number number : {WallBottom, Modulus, Inertia}) {
         show(number);
     }
-    if (problem().FSKind == 1) {
+    if (problem().FSKind == FactorKind::OneForBoth) {
         setOption(options_[OneFactor], true);
         return;
     }
-    problem().FSKind = 2;
+    problem().FSKind = FactorKind::ActiveGiven;
     setOption(options_[GivenFactor], true);
     fields_[FSGiven]->setEnabled(true);
     show(FSGiven);
@@ -409,7 +409,7 @@ Fault HeadingScreen::readFactors() {
         const Fault fault = readDesignFactor(FSActive, 1.0);
         return fault != Fault::None ? fault : readDesignFactor(FSPassive, problem().FSActive);
     }
-    return problem().FSKind == 2 ? read(FSGiven) : Fault::None;
+    return problem().FSKind == FactorKind::ActiveGiven ? read(FSGiven) : Fault::None;
 }
 
 Fault HeadingScreen::readWall(std::string& missing) {
@@ -442,7 +442,7 @@ Fault HeadingScreen::readWall(std::string& missing) {
             break;
         }
     }
-    if (problem().FSKind < 1) {
+    if (problem().FSKind == FactorKind::None) {
         missing += "\nFACTOR OF SAFETY OPTION FOR ANALYSIS";
     }
     failAt(firstMissing);

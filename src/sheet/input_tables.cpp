@@ -125,7 +125,7 @@ void writeControl(SheetWriter& writer, const Problem& problem) {
             lines.field(problem, field);
         }
     }
-    if (analysis && problem.FSKind == 1) {
+    if (analysis && problem.FSKind == FactorKind::OneForBoth) {
         lines.word("Factor of safety", "one for active and passive pressures, to be found");
     } else {
         lines.field(problem, FSActive);

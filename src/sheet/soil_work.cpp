@@ -43,7 +43,7 @@ void developStrengths(const Problem& problem, int side, int layer, LayerWork& wo
 } // namespace
 
 LayerFactor activeFactor(const Problem& problem, int side, int layer, double searched) {
-    if (problem.ProgramMode == Mode::Analysis && problem.FSKind == 1) {
+    if (problem.ProgramMode == Mode::Analysis && problem.FSKind == FactorKind::OneForBoth) {
         return {searched, FactorSource::Search};
     }
     return chosen(problem.SoilFSActive(side, layer), problem.Level2FSActive(side),

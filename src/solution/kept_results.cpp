@@ -78,7 +78,8 @@ void takeSources(const Problem& problem, int side, int layer, DevelopedLayer& de
         developed.passiveSource = givenPassiveFactor(problem, side, layer).source;
         return;
     }
-    developed.activeSource = problem.FSKind == 1 ? FactorSource::Search : active;
+    developed.activeSource =
+        problem.FSKind == FactorKind::OneForBoth ? FactorSource::Search : active;
     developed.passiveSource = FactorSource::Search;
 }
 

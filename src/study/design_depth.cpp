@@ -3,10 +3,10 @@
 namespace korvane::study {
 
 void makeDesign(const Problem& analysed, Problem& design) {
-    // An analysis with FSKind 1 looks for one factor for both pressures, else for the passive one;
-    // it takes active factors up to this for none.
+    // An analysis looks for one factor for both pressures or for the passive one; it takes active
+    // factors up to this for none.
     constexpr double NoFactor = 0.0001;
-    const bool one = analysed.FSKind == 1 || analysed.FSActive <= NoFactor;
+    const bool one = analysed.FSKind == FactorKind::OneForBoth || analysed.FSActive <= NoFactor;
     design = analysed;
     design.ProgramMode = Mode::Design;
     design.FSPassive = 1;

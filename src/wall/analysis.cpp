@@ -37,7 +37,7 @@ void takeTrialFactor(State& state, int level, double factor) {
     for (const int side : {Right, Left}) {
         for (int layer = 1; layer <= state.problem->SoilLayerCount(side); ++layer) {
             state.preparation.LayerFSPassive(side, layer, level) = factor;
-            if (state.problem->FSKind == 1) {
+            if (state.problem->FSKind == FactorKind::OneForBoth) {
                 state.preparation.LayerFSActive(side, layer, level) = factor;
             }
         }

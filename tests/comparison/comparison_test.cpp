@@ -433,7 +433,7 @@ TEST(Comparison, ReasonsTellWhyARowDoesNotApply) {
               "the water is a table of net pressures: that behind the wall stands in none");
     Problem analysis = sand;
     analysis.ProgramMode = Mode::Analysis;
-    analysis.FSKind = 1;
+    analysis.FSKind = FactorKind::OneForBoth;
     analysis.WallBottomElev = -45;
     analysis.WallModulus = 29e6;
     analysis.WallInertia = 100;

@@ -141,7 +141,7 @@ TEST(InputNotes, GivenFactorsAreAtLeastOne) {
     problem.FSActive = 0.9;
     EXPECT_TRUE(saysOfInput(problem, "factor-below-one"));
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1; // both are found
+    problem.FSKind = FactorKind::OneForBoth; // both are found
     EXPECT_FALSE(saysOfInput(problem, "factor-below-one"));
 }
 

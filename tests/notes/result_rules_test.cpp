@@ -20,7 +20,7 @@ Problem clayWall(double cohesion, double height = 10) {
 Problem analysisOfPlain(double bottom) {
     Problem problem = plainCantilever();
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1;
+    problem.FSKind = FactorKind::OneForBoth;
     problem.WallBottomElev = bottom;
     problem.WallModulus = 29e6;
     problem.WallInertia = 100;

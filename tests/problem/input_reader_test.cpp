@@ -139,14 +139,14 @@ TEST(InputReader, AnAnalysisHasBottomModulusInertiaAndOneFactor) {
     const Problem p = readBase("analysis.dat");
     EXPECT_EQ(p.WallType, WallKind::Cantilever);
     EXPECT_EQ(p.ProgramMode, Mode::Analysis);
-    EXPECT_EQ(p.FSKind, 2);
+    EXPECT_EQ(p.FSKind, FactorKind::ActiveGiven);
     EXPECT_EQ(p.FSActive, 1.2);
     EXPECT_EQ(p.WallTopElev, 10);
     EXPECT_EQ(p.WallBottomElev, -14);
     EXPECT_EQ(p.WallModulus, 2.9e7);
     EXPECT_EQ(p.WallInertia, 280.8);
     const Problem anchored = readBase("anchored-analysis.dat");
-    EXPECT_EQ(anchored.FSKind, 1);
+    EXPECT_EQ(anchored.FSKind, FactorKind::OneForBoth);
     EXPECT_EQ(anchored.FSActive, 1.0);
     EXPECT_EQ(anchored.AnchorElev, 15);
     EXPECT_EQ(anchored.WallBottomElev, -12);

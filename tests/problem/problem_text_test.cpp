@@ -62,7 +62,7 @@ TEST(ProblemText, KeepsEveryNumber) {
     problem.SoilAdhesion(Right, 11) = -0.0;
     problem.WallType = WallKind::Anchored;
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 2;
+    problem.FSKind = FactorKind::ActiveGiven;
     problem.SoilDataKind(Right) = SoilData::Strengths;
     problem.SoilDataKind(Left) = SoilData::Coefficients;
     problem.WaterDataKind = WaterData::Pressures;

@@ -34,7 +34,7 @@ Problem heldByFile(Problem problem) {
             std::swap(first, second);
         }
     };
-    if (problem.ProgramMode == Mode::Design || problem.FSKind == 2) {
+    if (problem.ProgramMode == Mode::Design || problem.FSKind == FactorKind::ActiveGiven) {
         twoDecimals(problem.FSActive);
     }
     if (problem.ProgramMode == Mode::Design) {

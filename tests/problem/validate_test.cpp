@@ -23,7 +23,7 @@ Problem fullWall() {
     Problem problem = plainCantilever();
     problem.WallType = WallKind::Anchored;
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 2;
+    problem.FSKind = FactorKind::ActiveGiven;
     problem.AnchorElev = -2;
     problem.WallBottomElev = -30;
     problem.WallModulus = 29e6;
@@ -89,7 +89,7 @@ const std::vector<Spoilt> spoilts{
     {"WallModulus", 0, 0, ByBoth, [](Problem& p) { p.WallModulus = 0; }},
     {"WallInertia", 0, 0, Everybody, [](Problem& p) { p.WallInertia = Infinity; }},
     {"FSPassive", 0, 0, Everybody, [](Problem& p) { p.FSPassive = std::nan(""); }},
-    {"FSKind", 0, 0, ByBoth, [](Problem& p) { p.FSKind = 3; }},
+    {"FSKind", 0, 0, ByBoth, [](Problem& p) { p.FSKind = static_cast<FactorKind>(3); }},
     {"SurfaceDist", 2, 1, ByReader, [](Problem& p) { p.SurfaceDist(Left, 1) = -1; }},
     {"SurfaceDist", 1, 2, ByBoth, [](Problem& p) { p.SurfaceDist(Right, 2) = 0; }},
     {"SurfaceElev", 2, 1, ByBoth, [](Problem& p) { p.SurfaceElev(Left, 1) = 0.1; }},

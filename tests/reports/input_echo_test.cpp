@@ -125,13 +125,13 @@ TEST(InputEcho, ControlOfAnAnalysisTellsItsKindOfFactor) {
     ReportBench bench;
     bench.problem.WallType = WallKind::Anchored;
     bench.problem.ProgramMode = Mode::Analysis;
-    bench.problem.FSKind = 1;
+    bench.problem.FSKind = FactorKind::OneForBoth;
     EXPECT_EQ(
         linesFrom(bench.echo(), "       II.--CONTROL", 4),
         (Lines{"       II.--CONTROL", "          ANCHORED WALL ANALYSIS",
                "          SAME FACTOR OF SAFETY APPLIED TO BOTH ACTIVE AND PASSIVE PRESSURES.",
                ""}));
-    bench.problem.FSKind = 2;
+    bench.problem.FSKind = FactorKind::ActiveGiven;
     bench.problem.FSActive = 1.25;
     EXPECT_EQ(linesFrom(bench.echo(), "       II.--CONTROL", 4),
               (Lines{"       II.--CONTROL", "          ANCHORED WALL ANALYSIS",

@@ -139,7 +139,7 @@ TEST(Summary, OfAnAnchoredDesignHasTwoMethods) {
 TEST(Summary, OfACantileverAnalysisTellsTheFactorAndHasNoNote) {
     ReportBench bench;
     solve(bench, WallKind::Cantilever, Mode::Analysis);
-    bench.problem.FSKind = 1;
+    bench.problem.FSKind = FactorKind::OneForBoth;
     Lines report = bench.resultReport();
     EXPECT_TRUE(hasLine(report, "                         * CANTILEVER WALL ANALYSIS *"));
     const std::string factor = "     FACTOR OF SAFETY           :        1.46";
@@ -152,7 +152,7 @@ TEST(Summary, OfACantileverAnalysisTellsTheFactorAndHasNoNote) {
     EXPECT_EQ(summaryFrom(report, factor), joined({factor}, rest));
     EXPECT_FALSE(hasText(report, "NOTE:"));
 
-    bench.problem.FSKind = 2;
+    bench.problem.FSKind = FactorKind::ActiveGiven;
     report = bench.resultReport();
     const std::string passive = "     PASSIVE FACTOR OF SAFETY   :        1.46";
     EXPECT_EQ(summaryFrom(report, passive), joined({passive}, rest));
@@ -163,7 +163,7 @@ TEST(Summary, OfACantileverAnalysisTellsTheFactorAndHasNoNote) {
 TEST(Summary, OfAnAnchoredAnalysisHasAnEmptyLineBehindTheSameFactor) {
     ReportBench bench;
     solve(bench, WallKind::Anchored, Mode::Analysis);
-    bench.problem.FSKind = 1;
+    bench.problem.FSKind = FactorKind::OneForBoth;
     Lines report = bench.resultReport();
     EXPECT_TRUE(hasLine(report, "                         *  ANCHORED WALL ANALYSIS  *"));
     const std::string factor =
@@ -179,7 +179,7 @@ TEST(Summary, OfAnAnchoredAnalysisHasAnEmptyLineBehindTheSameFactor) {
     EXPECT_EQ(summaryFrom(report, factor), joined({factor, ""}, rest));
     EXPECT_FALSE(hasText(report, "NOTE:"));
 
-    bench.problem.FSKind = 2;
+    bench.problem.FSKind = FactorKind::ActiveGiven;
     report = bench.resultReport();
     const std::string passive =
         "     PASSIVE FACTOR OF SAFETY           :          1.46                2.50";

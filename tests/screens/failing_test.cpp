@@ -233,7 +233,7 @@ const std::vector<Way>& ways() {
     const auto oneLayer = [](Problem& p) { p.SoilLayerCount(Right) = 1; };
     const auto analysis = [](Problem& p) {
         p.ProgramMode = Mode::Analysis;
-        p.FSKind = 1;
+        p.FSKind = FactorKind::OneForBoth;
         p.WallBottomElev = p.SurfaceElev(Right, 2);
         p.WallModulus = 29e6;
         p.WallInertia = 184.2;

@@ -69,13 +69,13 @@ class HeadingTest : public testing::Test {
 TEST_F(HeadingTest, OpensBlankAndClearsTheKinds) {
     desk.problem.WallType = WallKind::Anchored;
     desk.problem.ProgramMode = Mode::Analysis;
-    desk.problem.FSKind = 2;
+    desk.problem.FSKind = FactorKind::ActiveGiven;
     desk.problem.WallTopElev = 12;
     desk.open(Screen::HEADCONT);
     EXPECT_EQ(desk.text("panHeadCont"), "Enter Heading and Control Data");
     EXPECT_EQ(desk.problem.WallType, WallKind::None);
     EXPECT_EQ(desk.problem.ProgramMode, Mode::None);
-    EXPECT_EQ(desk.problem.FSKind, 0);
+    EXPECT_EQ(desk.problem.FSKind, FactorKind::None);
     EXPECT_EQ(shownGroups(), "");
     EXPECT_EQ(desk.text("txtWallTop"), "");
     EXPECT_EQ(desk.text("txtFSA1"), " 1");
@@ -102,10 +102,10 @@ TEST_F(HeadingTest, OptionsShowTheirGroupsAndWriteAtOnce) {
     EXPECT_EQ(desk.problem.WallType, WallKind::Cantilever);
     EXPECT_EQ(shownGroups(), "fraFSOption fraWallProps ");
     desk.click("optFSOption2");
-    EXPECT_EQ(desk.problem.FSKind, 2);
+    EXPECT_EQ(desk.problem.FSKind, FactorKind::ActiveGiven);
     desk.type("txtFSAAnalysis", "1.2");
     desk.click("optFSOption1");
-    EXPECT_EQ(desk.problem.FSKind, 1);
+    EXPECT_EQ(desk.problem.FSKind, FactorKind::OneForBoth);
     EXPECT_EQ(desk.text("txtFSAAnalysis"), "");
     EXPECT_FALSE(desk.find("txtFSAAnalysis")->isEnabled());
 }
@@ -293,7 +293,7 @@ TEST_F(HeadingTest, AGivenFactorMustBeThereAndAboveZero) {
     desk.type("txtFSAAnalysis", "1.25");
     expectFinished();
     EXPECT_EQ(desk.problem.FSActive, 1.25);
-    EXPECT_EQ(desk.problem.FSKind, 2);
+    EXPECT_EQ(desk.problem.FSKind, FactorKind::ActiveGiven);
 }
 
 TEST_F(HeadingTest, OneFactorForBothReadsNoFactor) {
@@ -301,7 +301,7 @@ TEST_F(HeadingTest, OneFactorForBothReadsNoFactor) {
     typeAnalysis();
     expectFinished();
     EXPECT_EQ(desk.problem.FSActive, 1.75);
-    EXPECT_EQ(desk.problem.FSKind, 1);
+    EXPECT_EQ(desk.problem.FSKind, FactorKind::OneForBoth);
 }
 
 TEST_F(HeadingTest, ADesignNeitherReadsNorChangesTheWallsProperties) {
@@ -319,7 +319,7 @@ TEST_F(HeadingTest, ADesignNeitherReadsNorChangesTheWallsProperties) {
 TEST_F(HeadingTest, AModeOfNeitherKindLooksLikeAnalysisAndIsThenMissing) {
     desk.problem = plainCantilever();
     desk.problem.ProgramMode = Mode{'X'};
-    desk.problem.FSKind = 1;
+    desk.problem.FSKind = FactorKind::OneForBoth;
     desk.session->HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
     EXPECT_EQ(shownGroups(), "fraFSOption fraWallProps ");
@@ -335,7 +335,7 @@ TEST_F(HeadingTest, EditingADesignShowsItsNumbersAndForgetsTheFactorOption) {
     desk.problem = fullProblem();
     desk.problem.FSActive = 1.2;
     desk.problem.FSPassive = 1.6;
-    desk.problem.FSKind = 1;
+    desk.problem.FSKind = FactorKind::OneForBoth;
     desk.session->HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
     EXPECT_EQ(shownGroups(), "fraAnchor fraSafety ");
@@ -343,7 +343,7 @@ TEST_F(HeadingTest, EditingADesignShowsItsNumbersAndForgetsTheFactorOption) {
     EXPECT_EQ(desk.text("txtAnchorEl"), "-3");
     EXPECT_EQ(desk.text("txtFSA1"), " 1.2");
     EXPECT_EQ(desk.text("txtFSP1"), " 1.6");
-    EXPECT_EQ(desk.problem.FSKind, 0);
+    EXPECT_EQ(desk.problem.FSKind, FactorKind::None);
     desk.click("optAnalysis");
     EXPECT_FALSE(desk.isSet("optFSOption1"));
     EXPECT_FALSE(desk.isSet("optFSOption2"));
@@ -352,7 +352,7 @@ TEST_F(HeadingTest, EditingADesignShowsItsNumbersAndForgetsTheFactorOption) {
 TEST_F(HeadingTest, EditingAnAnalysisShowsTheGivenFactor) {
     desk.problem = fullProblem();
     desk.problem.ProgramMode = Mode::Analysis;
-    desk.problem.FSKind = 0; // neither: counts as given
+    desk.problem.FSKind = FactorKind::None; // neither: counts as given
     desk.problem.FSActive = 1.3;
     desk.problem.WallBottomElev = -25;
     desk.problem.WallModulus = 29e6;
@@ -360,7 +360,7 @@ TEST_F(HeadingTest, EditingAnAnalysisShowsTheGivenFactor) {
     desk.session->HeadContDataValid = 1;
     desk.open(Screen::HEADCONT);
     EXPECT_TRUE(desk.isSet("optFSOption2"));
-    EXPECT_EQ(desk.problem.FSKind, 2);
+    EXPECT_EQ(desk.problem.FSKind, FactorKind::ActiveGiven);
     EXPECT_TRUE(desk.find("txtFSAAnalysis")->isEnabled());
     EXPECT_EQ(desk.text("txtFSAAnalysis"), " 1.3");
     EXPECT_EQ(desk.text("txtWallBot"), "-25");

@@ -77,7 +77,7 @@ Problem blankProblem() {
 Problem analysis() {
     Problem problem = fullProblem();
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 2;
+    problem.FSKind = FactorKind::ActiveGiven;
     problem.FSActive = 1.25;
     problem.WallBottomElev = -31.5;
     problem.WallModulus = 29e6;

@@ -24,7 +24,8 @@ bool heading(const Problem& p) {
         return p.FSActive > 0 && p.FSPassive > 0;
     }
     return p.ProgramMode == Mode::Analysis &&
-           (p.FSKind == 1 || (p.FSKind == 2 && p.FSActive > 0)) &&
+           (p.FSKind == FactorKind::OneForBoth ||
+            (p.FSKind == FactorKind::ActiveGiven && p.FSActive > 0)) &&
            p.WallBottomElev < p.WallTopElev && (!anchored || p.WallBottomElev < p.AnchorElev) &&
            p.WallModulus > 0 && p.WallInertia > 0;
 }

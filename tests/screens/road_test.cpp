@@ -150,7 +150,7 @@ TEST(Road, AnAnchoredDesignInClayEndsWithItsSectionsChangedAndAdded) {
 TEST(Road, AnAnalysisWithWedgeSidesAndSlopingLayersIsTypedAndSolved) {
     Problem problem = exampleProblem("sloping-backfill-sweep");
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1;
+    problem.FSKind = FactorKind::OneForBoth;
     problem.WallBottomElev = -14;
     problem.WallModulus = 29e6;
     problem.WallInertia = 220.4;

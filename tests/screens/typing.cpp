@@ -36,8 +36,9 @@ void typeHeading(QWidget& window, const Problem& problem) {
         typeInto(window, "txtFSP1", shown(problem.FSPassive));
     } else {
         pushButton(window, "optAnalysis");
-        pushButton(window, problem.FSKind == 1 ? "optFSOption1" : "optFSOption2");
-        if (problem.FSKind == 2) {
+        pushButton(window,
+                   problem.FSKind == FactorKind::OneForBoth ? "optFSOption1" : "optFSOption2");
+        if (problem.FSKind == FactorKind::ActiveGiven) {
             typeInto(window, "txtFSAAnalysis", shown(problem.FSActive));
         }
         typeInto(window, "txtWallBot", shown(problem.WallBottomElev));

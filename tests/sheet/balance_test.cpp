@@ -221,7 +221,7 @@ TEST(SheetOfAnAnalysis, SaysThatTheFactorIsSoughtAndHowNearItsBottomIs) {
     Problem problem = plainCantilever();
     EXPECT_EQ(SheetBench(problem).sheet().html.find("is given: the factor"), std::string::npos);
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1;
+    problem.FSKind = FactorKind::OneForBoth;
     problem.WallBottomElev = -20;
     problem.WallModulus = 29e6;
     problem.WallInertia = 100;

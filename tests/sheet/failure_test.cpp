@@ -66,7 +66,7 @@ TEST(SheetOfClayWithoutADepth, TheWeakestLayerIsTold) {
 TEST(SheetOfFailingWalls, ASearchThatStoppedAtItsLimitTellsTheFactorThatStillHeld) {
     Problem problem = plainCantilever();
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 2;
+    problem.FSKind = FactorKind::ActiveGiven;
     problem.FSActive = 1;
     problem.WallBottomElev = -40; // more than it needs
     problem.WallModulus = 29e6;

@@ -209,7 +209,7 @@ TEST(SpoiltProblems, CountsAndKindsNeverCrashTheRoad) {
         }
         for (const int kind : {-2147483647, -1, 0, 1, 2, 3, 100000}) {
             Problem problem = whole;
-            problem.FSKind = kind;
+            problem.FSKind = static_cast<FactorKind>(kind);
             road.check(problem, "factors " + std::to_string(kind));
             const bool inUse = whole.ProgramMode == Mode::Analysis;
             EXPECT_EQ(firstFatal(problem).has_value(), inUse && kind != 1 && kind != 2);

@@ -16,7 +16,7 @@ Problem plainAnchored(double left) {
 
 Problem analysisOf(Problem problem, double bottom) {
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1;
+    problem.FSKind = FactorKind::OneForBoth;
     problem.WallBottomElev = bottom;
     problem.WallModulus = 29e6;
     problem.WallInertia = 100;

@@ -15,7 +15,7 @@ void anchor(Problem& problem) {
 
 void analyse(Problem& problem, double bottom) {
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1;
+    problem.FSKind = FactorKind::OneForBoth;
     problem.WallBottomElev = bottom;
     problem.WallModulus = 29e6;
     problem.WallInertia = 100;
@@ -166,7 +166,7 @@ void nearlyBalanced(Problem& problem) {
 void inconsistentBracket(Problem& problem) {
     problem.WallType = WallKind::Anchored;
     analyse(problem, -16);
-    problem.FSKind = 2;
+    problem.FSKind = FactorKind::ActiveGiven;
     problem.WallTopElev = problem.SurfaceElev(Right, 1) = 18;
     problem.AnchorElev = 13;
     problem.SurfaceElev(Left, 1) = 0;
@@ -319,7 +319,7 @@ const std::vector<Change>& changes() {
              // passive coefficient divides by zero.
              anchor(problem);
              analyse(problem, -10.05);
-             problem.FSKind = 2;
+             problem.FSKind = FactorKind::ActiveGiven;
          },
          {.code = FailureCode::RunTimeError,
           .stage = RightPressures,

@@ -90,8 +90,8 @@ void RandomProblems::wall(Problem& problem, const Site& site) {
         problem.AnchorElev = site.top - value(0.1 * site.height, 0.3 * site.height, 4);
     }
     if (site.analysis) {
-        problem.FSKind = chance(0.5) ? 2 : 1;
-        problem.FSActive = problem.FSKind == 2 ? value(1, 1.2, 20) : 1.0;
+        problem.FSKind = chance(0.5) ? FactorKind::ActiveGiven : FactorKind::OneForBoth;
+        problem.FSActive = problem.FSKind == FactorKind::ActiveGiven ? value(1, 1.2, 20) : 1.0;
         const double depth = site.anchored ? value(0.6, 1.1, 20) : value(1.5, 2.2, 20);
         problem.WallBottomElev = site.ground(Left) - std::round(depth * site.height);
         problem.WallModulus = chance(0.5) ? 2.9e7 : 3e7;

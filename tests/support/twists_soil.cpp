@@ -159,7 +159,7 @@ bool oddFactors(Draws& draws, Problem& problem) {
     if (problem.ProgramMode == Mode::Design) {
         problem.FSPassive = draws.value(0.5, 3, 20);
     } else {
-        problem.FSKind = 2;
+        problem.FSKind = FactorKind::ActiveGiven;
     }
     for (const int side : {Right, Left}) {
         if (problem.SoilDataKind(side) == SoilData::Coefficients) {

@@ -75,7 +75,7 @@ double designedBottom(const Problem& problem, double factor, int level) {
 
 Problem analysisOf(Problem problem, double bottom) {
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1;
+    problem.FSKind = FactorKind::OneForBoth;
     problem.WallBottomElev = bottom;
     problem.WallModulus = 29e6;
     problem.WallInertia = 100;
@@ -166,7 +166,7 @@ TEST(SolveAnalysis, BothMethodsEndAtTheWallsBottom) {
 
 TEST(SolveAnalysis, AGivenActiveFactorHoldsInAllTrials) {
     AnalysisBench bench(analysisOf(anchored(layered(plainCantilever())), -17));
-    bench.problem.FSKind = 2;
+    bench.problem.FSKind = FactorKind::ActiveGiven;
     bench.problem.FSActive = 1.1;
     bench.problem.Level2FSActive(Left) = 1.25;
     bench.problem.SoilFSActive(Right, 2) = 1.05;
@@ -204,7 +204,7 @@ TEST(SolveAnalysis, AnActiveFactorOfNothingIsNotGiven) {
 /// 10.7: 25.5 x (6000 / FS - 400) + 3240 = 7333, the sand below the left ground included.
 Problem stiffClay() {
     Problem problem = analysisOf(anchored(plainCantilever()), -13);
-    problem.FSKind = 2;
+    problem.FSKind = FactorKind::ActiveGiven;
     problem.SoilFriction(Left, 1) = 0;
     problem.SoilCohesion(Left, 1) = 3000;
     return problem;
@@ -273,7 +273,7 @@ TEST(SolveAnalysis, AFactorOfZeroIsARunTimeErrorOfThePressures) {
     // 1 - 5 x 0.2 leaves 5.6E-17, at which the friction is 90 degrees and sin is 1: the passive
     // coefficient divides by zero.
     AnalysisBench bench(analysisOf(anchored(plainCantilever()), -10.05));
-    bench.problem.FSKind = 2;
+    bench.problem.FSKind = FactorKind::ActiveGiven;
     EXPECT_EQ(errorOf([&] { solve(bench); }), 11);
 }
 
