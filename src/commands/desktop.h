@@ -2,39 +2,50 @@
 #pragma once
 
 #include "commands/prompts.h"
+#include "plots/plot_screen.h"
 
+#include <compare>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace korvane {
 
 struct Session;
 
-/// The modal screens that commands show, by the names that the system gives them.
-enum class Screen {
-    KEYIN,    ///< section selector of the data entry
-    HEADCONT, ///< heading, control and wall data
-    LAYRDATA, ///< soil layers
-    SURFACE,  ///< soil surface
-    WATER,    ///< water
-    SURCHCON, ///< kinds of vertical surcharge
-    SURCHARG, ///< one kind of vertical surcharge
-    HORCON,   ///< kinds of horizontal load
-    HORLOAD,  ///< one kind of horizontal load
-    WEDGMETH, ///< the choice of the wedge method
-    ROWEPILE, ///< sheet pile sections
-    VUINPTFL, ///< text of the input file
-    VUINECHO, ///< text of the output file
-    VUINPLOT, ///< plots of the input geometry
-    CANPLOT,  ///< result plots of a cantilever wall
-    FREEPLOT, ///< result plots by the free earth method
-    FIXDPLOT, ///< result plots by the fixed earth method
-    ROWECURV, ///< Rowe's moment reduction curves
-    VUSOLPLT, ///< plots of the initial pressures
-    NOTES,    ///< text of the notes
-    COMPARE,  ///< the wall under other factors, methods and water
-    STUDY,    ///< a question that needs many solutions of the wall
-    VERIFY,   ///< text of the verification
+/// A modal screen that commands show, by the name that the system gives it: one of the plots or
+/// another.
+class Screen {
+  public:
+    enum class Other {
+        KEYIN,    ///< section selector of the data entry
+        HEADCONT, ///< heading, control and wall data
+        LAYRDATA, ///< soil layers
+        SURFACE,  ///< soil surface
+        WATER,    ///< water
+        SURCHCON, ///< kinds of vertical surcharge
+        SURCHARG, ///< one kind of vertical surcharge
+        HORCON,   ///< kinds of horizontal load
+        HORLOAD,  ///< one kind of horizontal load
+        WEDGMETH, ///< the choice of the wedge method
+        ROWEPILE, ///< sheet pile sections
+        VUINPTFL, ///< text of the input file
+        VUINECHO, ///< text of the output file
+        NOTES,    ///< text of the notes
+        COMPARE,  ///< the wall under other factors, methods and water
+        STUDY,    ///< a question that needs many solutions of the wall
+        VERIFY,   ///< text of the verification
+    };
+    using enum Other;
+    using enum PlotScreenName;
+
+    constexpr Screen(Other name) : name_(name) {}
+    constexpr Screen(PlotScreenName name) : name_(name) {}
+
+    auto operator<=>(const Screen&) const = default;
+
+  private:
+    std::variant<Other, PlotScreenName> name_;
 };
 
 /// An open or save dialog. `filter` holds captions and patterns in turn, parted by "|":

@@ -16,7 +16,14 @@
 namespace korvane {
 
 /// The plot screens by the names that the system gives them.
-enum class PlotScreenName { CANPLOT, FREEPLOT, FIXDPLOT, VUSOLPLT, VUINPLOT, ROWECURV };
+enum class PlotScreenName {
+    CANPLOT,  ///< results of a cantilever wall
+    FREEPLOT, ///< results by the free earth method
+    FIXDPLOT, ///< results by the fixed earth method
+    VUSOLPLT, ///< initial pressures
+    VUINPLOT, ///< input geometry
+    ROWECURV, ///< Rowe's moment reduction curves
+};
 
 /// An entry of a plot screen's menus.
 struct PlotEntry {

@@ -14,7 +14,7 @@ class QPushButton;
 
 namespace korvane {
 
-/// CANPLOT, FREEPLOT, FIXDPLOT, VUSOLPLT, VUINPLOT and ROWECURV.
+/// The screens of PlotScreenName.
 class PlotWindow : public ScreenWindow {
     Q_OBJECT
 

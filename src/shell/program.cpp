@@ -27,23 +27,17 @@
 namespace korvane {
 
 ScreenTable shellScreens(const PrintServices& services) {
-    const auto plot = [&services](PlotScreenName name) {
-        return makes<PlotWindow>(name, &services);
-    };
     ScreenTable screens = {
         {Screen::WEDGMETH, makes<WedgePrompt>()},
         {Screen::VUINPTFL, makes<TextWindow>(TextKind::Input)},
         {Screen::VUINECHO, makes<TextWindow>(TextKind::Output)},
         {Screen::NOTES, makes<TextWindow>(TextKind::Notes, &services)},
         {Screen::VERIFY, makes<TextWindow>(TextKind::Verification, &services)},
-        {Screen::VUINPLOT, plot(PlotScreenName::VUINPLOT)},
-        {Screen::CANPLOT, plot(PlotScreenName::CANPLOT)},
-        {Screen::FREEPLOT, plot(PlotScreenName::FREEPLOT)},
-        {Screen::FIXDPLOT, plot(PlotScreenName::FIXDPLOT)},
-        {Screen::ROWECURV, plot(PlotScreenName::ROWECURV)},
-        {Screen::VUSOLPLT, plot(PlotScreenName::VUSOLPLT)},
         {Screen::COMPARE, makes<ComparisonWindow>()},
     };
+    for (const PlotScreen& screen : plotScreens()) {
+        screens.emplace(screen.name, makes<PlotWindow>(screen.name, &services));
+    }
     if (!studyProgram().isEmpty()) {
         screens.emplace(Screen::STUDY, makes<StudyWindow>());
     }

@@ -1,5 +1,7 @@
 #include "widgets/help_sections.h"
 
+#include "plots/plot_screen.h"
+
 namespace korvane {
 
 namespace {
@@ -26,12 +28,6 @@ constexpr WindowSection sections[] = {
     {"VUINECHO", "The output report"},
     {"NOTES", "Notes"},
     {"VERIFY", "Verification"},
-    {"CANPLOT", "Plots"},
-    {"FREEPLOT", "Plots"},
-    {"FIXDPLOT", "Plots"},
-    {"VUSOLPLT", "Plots"},
-    {"VUINPLOT", "Plots"},
-    {"ROWECURV", "Plots"},
     {"COMPARE", "Comparisons"},
     {"STUDY", "The study window"},
     {"messageBox", "Messages and what to do"},
@@ -46,6 +42,11 @@ QString helpSection(const QString& window) {
     for (const WindowSection& entry : sections) {
         if (window == entry.window) {
             return entry.section;
+        }
+    }
+    for (const PlotScreen& screen : plotScreens()) {
+        if (window == screen.objectName) {
+            return "Plots";
         }
     }
     return "Getting started";

@@ -1,6 +1,7 @@
 #include "record_rules.h"
 
 #include <algorithm>
+#include <map>
 
 namespace korvane::test {
 
@@ -138,22 +139,17 @@ bool distributed(const Problem& p) {
 } // namespace
 
 bool meetsTests(const Problem& problem, Screen screen, std::optional<Load> loadKind) {
-    switch (screen) {
-    case Screen::HEADCONT:
-        return heading(problem);
-    case Screen::SURFACE:
-        return surface(problem);
-    case Screen::LAYRDATA:
-        return layers(problem);
-    case Screen::WATER:
-        return water(problem);
-    case Screen::SURCHARG:
-        return surcharges(problem, loadKind.value());
-    case Screen::HORLOAD:
-        return loadKind == Load::HorizontalLine || distributed(problem);
-    default:
-        return true;
+    const std::map<Screen, bool (*)(const Problem&)> sections = {{Screen::HEADCONT, heading},
+                                                                 {Screen::SURFACE, surface},
+                                                                 {Screen::LAYRDATA, layers},
+                                                                 {Screen::WATER, water}};
+    if (const auto section = sections.find(screen); section != sections.end()) {
+        return section->second(problem);
     }
+    if (screen == Screen::SURCHARG) {
+        return surcharges(problem, loadKind.value());
+    }
+    return loadKind != Load::Distributed || distributed(problem);
 }
 
 bool countsInRange(const Problem& p) {
