@@ -1,13 +1,9 @@
 // Whole solutions: from the problem in memory to the results, and on to all of their reports.
 #include "dearest_walls.h"
 #include "problem/input_reader.h"
-#include "reports/input_echo.h"
-#include "reports/reduction_report.h"
-#include "reports/results_report.h"
-#include "reports/soil_pressure_report.h"
+#include "reports/solution_report.h"
 #include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
-#include "solution/solution.h"
 
 #include <benchmark/benchmark.h>
 
@@ -110,17 +106,15 @@ void Report(benchmark::State& run, const std::string& input) {
     for (auto _ : run) {
         clearProblemData(problem);
         readProblem(problem, input, "input");
-        std::string report = inputEcho(problem).content();
         const Solved solved = solve(problem, {}, sections, workspace);
         if (solved.failure) {
             run.SkipWithError("the solution failed");
             break;
         }
-        report += soilPressureReport(problem, *solved.review).content();
-        report += resultsReport(problem, *solved.results).content();
-        if (solved.reduction != nullptr) {
-            report += reductionReport(problem, sections, *solved.reduction).content();
-        }
+        std::string report;
+        ReportPart next = ReportPart::Echo;
+        writeReport(next, problem, sections, solved,
+                    [&report](const PrintLines& lines) { report += lines.content(); });
         size = report.size();
     }
     run.counters["bytes"] = static_cast<double>(size);

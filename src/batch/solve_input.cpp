@@ -6,10 +6,7 @@
 #include "comparison/comparison_table.h"
 #include "notes/note_texts.h"
 #include "plots/figures.h"
-#include "reports/input_echo.h"
-#include "reports/reduction_report.h"
-#include "reports/results_report.h"
-#include "reports/soil_pressure_report.h"
+#include "reports/solution_report.h"
 #include "rowe/pile_sections.h"
 #include "runtime/file_text.h"
 #include "runtime/run_guarded.h"
@@ -60,6 +57,7 @@ struct Run {
     int status = StatusFailed;
     Stage stage = {Doing::Reading};
     std::string report = {};
+    ReportPart next = ReportPart::Echo; ///< to be written
     std::vector<ReadRemark> remarks = {};
     std::vector<Note> notes = {};
     Comparison comparison = {};
@@ -77,6 +75,12 @@ struct Run {
         }
     }
 };
+
+/// Adds to the report what the solution has come to since.
+void writeParts(Run& run) {
+    writeReport(run.next, run.problem, run.sections, run.solved,
+                [&run](const PrintLines& lines) { run.report += lines.content(); });
+}
 
 bool readAndTell(Run& run, const std::string& text, const std::string& name) {
     const ReadResult result =
@@ -96,7 +100,7 @@ bool open(Run& run) {
         return false;
     }
     run.opened = true;
-    run.report = inputEcho(run.problem).content();
+    writeParts(run);
     return true;
 }
 
@@ -110,10 +114,6 @@ bool reached(Run& run, const Reached<Value>& step) {
     return static_cast<bool>(step);
 }
 
-void addToReport(Run& run, const PrintLines& lines) {
-    run.report += lines.content();
-}
-
 /// The wall, its report and the moment reduction with the default sections.
 bool solveLevels(Run& run) {
     const auto results = solveWall(run.workspace);
@@ -121,7 +121,7 @@ bool solveLevels(Run& run) {
         return false;
     }
     run.solved.results = &*results;
-    addToReport(run, resultsReport(run.problem, *results));
+    writeParts(run);
     LoadPileDefaults(run.sections); // a sheet has them for any wall
     if (!reducesMoments(run.problem)) {
         return true;
@@ -131,7 +131,7 @@ bool solveLevels(Run& run) {
         return false;
     }
     run.solved.reduction = &*reduction;
-    addToReport(run, reductionReport(run.problem, run.sections, *reduction));
+    writeParts(run);
     return true;
 }
 
@@ -172,7 +172,7 @@ void solveWithReports(Run& run) {
         return;
     }
     run.solved.review = &*review;
-    addToReport(run, soilPressureReport(run.problem, *review));
+    writeParts(run);
     if (solveLevels(run)) {
         run.status = StatusSolved;
     }

@@ -1,14 +1,28 @@
 #include "commands/report.h"
 
 #include "commands/files.h"
-#include "reports/input_echo.h"
+#include "reports/solution_report.h"
 
 namespace korvane {
+
+namespace {
+
+void writeParts(Session& session, const Solved& solved) {
+    writeReport(session.report.next, session.problem, session.sections, solved,
+                [&session](const PrintLines& lines) { appendReport(session, lines); });
+}
+
+} // namespace
 
 void startReport(Session& session) {
     session.report.OutputLineCount = 0;
     session.report.text.clear();
-    appendReport(session, inputEcho(session.problem));
+    session.report.next = ReportPart::Echo;
+    writeParts(session, {});
+}
+
+void continueReport(Session& session) {
+    writeParts(session, session.notes.solved);
 }
 
 void appendReport(Session& session, const PrintLines& lines) {

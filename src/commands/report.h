@@ -9,6 +9,9 @@ namespace korvane {
 /// Starts the newly made output file with the echo of the input; OutputLineCount starts from 0.
 void startReport(Session& session);
 
+/// Appends what the solution has come to since the last part was written.
+void continueReport(Session& session);
+
 /// Appends finished lines to CurrentOutputName, flushed, and to the report's text in memory, and
 /// adds their number to OutputLineCount.
 /// File faults are RuntimeErrors.

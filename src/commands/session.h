@@ -6,6 +6,7 @@
 #include "plots/plot_screen.h"
 #include "problem/loads.h"
 #include "problem/quantities.h"
+#include "reports/solution_report.h"
 #include "solution/solution.h"
 
 #include <string>
@@ -70,6 +71,7 @@ void removeTemporaryFiles(const TemporaryFiles& files) noexcept;
 struct Report {
     std::string CurrentOutputName;
     int OutputLineCount = 0;
+    ReportPart next = ReportPart::Echo; ///< to be written
     std::string text; ///< all that was written to the file, which may be gone when it is saved
 };
 

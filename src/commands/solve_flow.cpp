@@ -4,9 +4,6 @@
 #include "commands/report.h"
 #include "commands/told_boxes.h"
 #include "commands/wall_notes.h"
-#include "reports/reduction_report.h"
-#include "reports/results_report.h"
-#include "reports/soil_pressure_report.h"
 #include "rowe/moment_reduction.h"
 #include "runtime/run_guarded.h"
 
@@ -100,7 +97,7 @@ bool solveAndReport(Session& session, Desktop& desktop) {
     }
     session.notes.solved.results = &*results;
     desktop.SetBusy(false);
-    appendReport(session, resultsReport(session.problem, *results));
+    continueReport(session);
     return true;
 }
 
@@ -111,7 +108,7 @@ void firstStage(Session& session, Desktop& desktop) {
         return;
     }
     session.notes.solved.review = &*pressures;
-    appendReport(session, soilPressureReport(session.problem, *pressures));
+    continueReport(session);
     if (!pressures->hasPressures) {
         solveAndReport(session, desktop);
     }
@@ -129,7 +126,7 @@ void reduceAndReport(Session& session, Desktop& desktop) {
     const auto reduction = reduceWallMoments(session.workspace, session.sections);
     if (reached(session, desktop, reduction)) {
         session.notes.solved.reduction = &*reduction;
-        appendReport(session, reductionReport(session.problem, session.sections, *reduction));
+        continueReport(session);
     }
 }
 
@@ -168,6 +165,7 @@ void solveProblem(Session& session, Desktop& desktop) {
     enableTopMenus(session, false);
     desktop.Mirror(session);
     forgetSolution(session.notes, false);
+    session.report.next = FirstOfSolution;
     runStage(session, desktop, [&] { firstStage(session, desktop); });
     const bool goesOn = session.SolutionFailed == 0 && session.problem.ProgramMode == Mode::Design;
     if (!goesOn) {
