@@ -1,5 +1,6 @@
 // Remarks: what the results rest on, and what they leave out.
 #include "notes/second_opinion.h"
+#include "problem/loads.h"
 #include "runtime/arithmetic.h"
 #include "solution/wall_diagrams.h"
 
@@ -126,10 +127,9 @@ void lookAtVerticalBalance(const Wall& wall, NoteSink& notes) {
 }
 
 void lookForSurcharge(const Wall& wall, NoteSink& notes) {
-    const Problem& p = wall.problem;
-    const bool any = p.VLineCount(Right) != 0 || p.VUniformCount(Right) != 0 ||
-                     p.VStripCount(Right) != 0 || p.VRampCount(Right) != 0 ||
-                     p.VTriCount(Right) != 0 || p.VVarCount(Right) != 0;
+    const bool any =
+        std::any_of(GroundLoads.begin(), GroundLoads.end(),
+                    [&](const LoadRules& load) { return load.rows(wall.problem, Right) > 0; });
     if (!any) {
         notes.add({.side = Right,
                    .text = "No surcharge is given behind the wall; " +
