@@ -320,17 +320,18 @@ std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerFor
     const double cos = cosine(piece.a).value();
     const double delta = wall.friction * DegreesToRadians;
     const double along = sign * piece.C.value();
-    std::vector<ForceVector> forces{{"W", 0, -piece.W.value()}};
+    std::vector<ForceVector> forces{{.name = "W", .y = -piece.W.value()}};
     const auto add = [&](const char* name, double x, double y) {
         if (x != 0 || y != 0) {
-            forces.push_back({name, x, y});
+            forces.push_back({.name = name, .x = x, .y = y});
         }
     };
     add("T", 0, sign * wall.adhesion);
     add("C", along * sin, along * cos);
     add("H", -outerForce, 0);
-    const ForceVector push{"P", wallForce * std::cos(delta), sign * wallForce * std::sin(delta)};
-    ForceVector reaction{"R", -push.x, -push.y};
+    const ForceVector push{"P", wallForce * std::cos(delta), sign * wallForce * std::sin(delta),
+                           ForceVector::Kind::Wall};
+    ForceVector reaction{"R", -push.x, -push.y, ForceVector::Kind::Reaction};
     for (const ForceVector& force : forces) {
         reaction.x -= force.x;
         reaction.y -= force.y;
@@ -341,7 +342,10 @@ std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerFor
 }
 
 double reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbols& piece) {
-    const ForceVector& reaction = polygon[polygon.size() - 2];
+    const auto isReaction = [](const ForceVector& force) {
+        return force.kind == ForceVector::Kind::Reaction;
+    };
+    const ForceVector& reaction = *std::find_if(polygon.begin(), polygon.end(), isReaction);
     const double sin = sine(piece.a).value();
     const double cos = cosine(piece.a).value();
     const double along = reaction.x * sin + reaction.y * cos;
@@ -378,7 +382,8 @@ std::string arrow(double x1, double y1, double x2, double y2, const ForceVector&
         const std::string second = number(dy);
         return "l" + number(dx) + (second.front() == '-' ? "" : " ") + second;
     };
-    std::string text = name == "P" || name == "R" ? "<path class=\"" + name + "\"" : "<path";
+    std::string text =
+        force.kind == ForceVector::Kind::Given ? "<path" : "<path class=\"" + name + "\"";
     text += " d=\"M" + number(x1) + " " + number(y1) + "L" + number(x2) + " " + number(y2);
     if (length > head) {
         text += "m0 0" + step(-head * ux - half * uy, -head * uy + half * ux) +

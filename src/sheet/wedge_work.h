@@ -56,8 +56,11 @@ WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallStre
 
 /// Forces on the wedge at the wall, LB, x away from the wall and y up.
 struct ForceVector {
+    enum class Kind { Given, Reaction, Wall }; ///< Given but for the two that equilibrium gives
+
     const char* name;
     double x = 0, y = 0;
+    Kind kind = Kind::Given;
 };
 /// Weight, adhesion, cohesion, push of the outer pieces, reaction of the plane, force of the wall;
 /// those that are zero left out. The reaction closes the polygon.
