@@ -17,6 +17,16 @@ namespace {
 
 constexpr int WallCount = 400;
 
+/// The limit of a question of a large factor; 0 for any other box.
+double limitAskedFor(const MessageBox& box) {
+    for (const double limit : {5.0, 10.0, 15.0, 20.0, 25.0}) {
+        if (box == factorQuestion(limit)) {
+            return limit;
+        }
+    }
+    return 0;
+}
+
 /// Every second wall takes the fixed surface where a wedge method is needed.
 void solveFromFile(Office& office, const Problem& problem, int number) {
     const bool fixed = number % 2 == 0;
@@ -27,14 +37,13 @@ void solveFromFile(Office& office, const Problem& problem, int number) {
     };
     // Yes to the question of a large factor up to 20, as the batch command answers.
     office.desktop.onBox = [&office](const MessageBox& box) {
-        for (const double limit : {5.0, 10.0, 15.0, 20.0, 25.0}) {
-            if (box == factorQuestion(limit)) {
-                office.desktop.answers.push_back(limit > 20 ? Answer::No : Answer::Yes);
-            }
+        if (const double limit = limitAskedFor(box); limit > 0) {
+            office.desktop.answers.push_back(limit > 20 ? Answer::No : Answer::Yes);
         }
     };
     office.open(office.write("wall.dat", inputFileText(problem)));
     ASSERT_EQ(office.session->SolutionFailed, 0);
+    office.desktop.boxes.clear(); // of the reader
     office.solve();
 }
 
@@ -60,20 +69,36 @@ int lineCount(const std::string& text) {
     return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
 }
 
-/// Every unsafe note stands in one box, and no other note in any.
-void expectUnsafeNotesTold(const Office& office) {
-    std::string boxes;
+/// The boxes of a solution without the questions: those of its failure, and the others in one text.
+struct ToldBoxes {
+    int failures = 0;
+    std::string others;
+};
+
+ToldBoxes toldBoxes(const Office& office) {
+    const Failure& failure = office.session->notes.solved.failure;
+    ToldBoxes told;
     for (const MessageBox& box : office.desktop.boxes) {
-        boxes += box.title == "NOTES" ? box.text + "\n" : "";
+        if (failure && box == failureBox(failure)) {
+            ++told.failures;
+        } else if (limitAskedFor(box) == 0) {
+            told.others += box.text + "\n\n";
+        }
     }
+    return told;
+}
+
+/// Every unsafe note stands in one box, and no other note nor anything else in any.
+void expectUnsafeNotesTold(const Office& office, std::string boxes) {
     std::replace(boxes.begin(), boxes.end(), '\n', ' '); // lines are broken at blanks
     for (const Note& note : office.session->notes.list) {
         const std::size_t at = boxes.find(note.text);
         EXPECT_EQ(at != std::string::npos, note.severity == Severity::Unsafe) << note.text;
         if (at != std::string::npos) {
-            EXPECT_EQ(boxes.find(note.text, at + 1), std::string::npos) << note.text;
+            boxes.erase(at, note.text.size());
         }
     }
+    EXPECT_EQ(boxes.find_first_not_of(' '), std::string::npos) << boxes;
 }
 
 void expectInvariants(const Office& office) {
@@ -82,21 +107,17 @@ void expectInvariants(const Office& office) {
     EXPECT_FALSE(office.desktop.busy);
     EXPECT_EQ(lineCount(office.report()), session.report.OutputLineCount);
 
-    // A failure shows one box that tells why, a success none, besides those of unsafe notes.
-    int told = 0;
-    for (const MessageBox& box : office.desktop.boxes) {
-        const bool question = box.buttons == Buttons::YesNo;
-        told += question || box.title == "INPUT COMPLETE" || box.title == "NOTES" ? 0 : 1;
-    }
-    expectUnsafeNotesTold(office);
+    const ToldBoxes told = toldBoxes(office);
+    expectUnsafeNotesTold(office, told.others);
     const std::string& words = office.session->panels.panDoneText;
     if (session.SolutionFailed != 0) {
         EXPECT_EQ(words, "SOLUTION ABORTED DUE TO CALCULATION ERRORS");
-        EXPECT_EQ(told, hasBox(session.notes.solved.failure) ? 1 : 0); // none where it was stopped
+        EXPECT_NE(session.notes.solved.failure.code, FailureCode::None);
+        EXPECT_EQ(told.failures, hasBox(session.notes.solved.failure) ? 1 : 0); // none if stopped
         return;
     }
     EXPECT_EQ(words, "SOLUTION COMPLETE");
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(session.notes.solved.failure.code, FailureCode::None);
     const Results& results = session.workspace.results();
     ASSERT_EQ(results.levelCount, session.problem.WallType == WallKind::Anchored ? 2 : 1);
     for (int level = 1; level <= results.levelCount; ++level) {
