@@ -1,9 +1,7 @@
 #include "search_bench.h"
 
-#include "solution/kept_results.h"
+#include "solution/solution.h"
 #include "support/balance.h"
-#include "wall/analysis.h"
-#include "wall/design.h"
 #include "wall/preparation.h"
 #include "wall/trial_pressures.h"
 
@@ -95,20 +93,16 @@ void computePressures(State& state) {
 }
 
 void solve(Bench& bench) {
-    State& state = *bench.state;
-    bench.results->levelCount = 0;
-    const LevelDone levelDone = [&](int level) { keepLevel(state, level, *bench.results); };
-    if (bench.problem.ProgramMode == Mode::Analysis) {
-        prepare(state);
-        if (!state.failed()) {
-            SolveAnalysis(state, bench.limit(), levelDone);
-        }
-        return;
+    Options options;
+    options.wedge = WedgeMethod::Sweep;
+    options.factorLimit = bench.limit();
+    Workspace workspace;
+    if (reviewWall(bench.problem, options, workspace)) {
+        solveWall(workspace);
     }
-    computePressures(state);
-    if (!state.failed()) {
-        SolveDesign(state, levelDone);
-    }
+    *bench.state = workspace.state();
+    bench.state->kept = bench.kept.get();
+    *bench.results = workspace.results();
 }
 
 Resultant resultant(const Bench& bench, int level) {

@@ -31,7 +31,7 @@ struct HandMadeWall : Bench {
     void addLineLoad(double elev, double load);
 };
 
-// These order the stages by themselves: tests read working values and spoil them between stages.
+// The first stages by themselves, for tests that spoil working values between them.
 
 /// PrepareSolution; a side that needs a wedge takes the sweep search.
 void prepare(State& state);
@@ -40,7 +40,7 @@ void prepare(State& state);
 /// leaves them at the stop for review.
 void computePressures(State& state);
 
-/// The whole road: computePressures and SolveDesign, or prepare and SolveAnalysis.
+/// The road of a solution to its results, with the working values as it leaves them.
 void solve(Bench& bench);
 
 /// What the result rows of a level add up to, with line loads and anchor force: force (LB) and
