@@ -1,7 +1,12 @@
 // The road over problems that are spoilt in memory: never a crash, and never results from what
 // neither a file nor a screen can leave in the record.
+#include "problem/counts.h"
+#include "problem/input_reader.h"
+#include "problem/input_writer.h"
+#include "problem/save_losses.h"
 #include "problem/validate.h"
 #include "rowe/pile_sections.h"
+#include "runtime/run_guarded.h"
 #include "solution/solution.h"
 #include "support/random_problem.h"
 #include "support/support.h"
@@ -11,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace korvane::test {
 namespace {
@@ -26,32 +32,77 @@ std::optional<Finding> firstFatal(const Problem& problem) {
     return std::nullopt;
 }
 
+/// The same problem as it comes from a file; none where no file gives it just so.
+std::optional<Problem> fromFile(const Problem& problem) {
+    if (!lossesOfSave(problem).empty()) {
+        return std::nullopt;
+    }
+    Problem read;
+    clearProblemData(read);
+    bool complete = false;
+    runGuarded([&] { complete = readProblem(read, inputFileText(problem), "wall.dat").complete; });
+    return complete ? std::optional(read) : std::nullopt;
+}
+
+/// What a solution has come to, in numbers.
+struct Came {
+    FailureCode code = FailureCode::None;
+    std::vector<double> numbers;
+
+    explicit Came(const Solved& solved) : code(solved.failure.code) {
+        const int levels = solved.results != nullptr ? solved.results->levelCount : 0;
+        for (int level = 1; level <= levels; ++level) {
+            const LevelResult& result = solved.results->levels(level);
+            const ResultDiagrams& diagrams = result.diagrams;
+            numbers.insert(numbers.end(),
+                           {result.bottomElev, result.anchorForce, result.factorOfSafety,
+                            result.seepageGradient, result.toeReaction, diagrams.MaxMoment.value,
+                            diagrams.MaxMoment.elev, diagrams.MaxDeflection.value});
+        }
+    }
+    bool operator==(const Came&) const = default;
+};
+
 /// Solves problems one after another and holds them against their findings.
 struct Road {
     Workspace workspace;
+    Workspace ofFiles;
     PileSections sections;
     int refused = 0;
     int solved = 0;
-    bool sweeps = false; ///< walls with a wedge are solved by the sweep too
+    int sameByFile = 0; ///< solved problems that came to the same from a file
+    int sweepEvery = 0; ///< of so many walls with a wedge one is solved by the sweep too; 0 none
     int wedges = 0;
     int swept = 0;
 
     Road() { LoadPileDefaults(sections); }
 
     Solved run(const Problem& problem, WedgeMethod wedge = WedgeMethod::FixedSurface) {
+        return runIn(workspace, problem, wedge);
+    }
+    Solved runIn(Workspace& in, const Problem& problem, WedgeMethod wedge) {
         Options options;
         options.wedge = wedge;
-        return solve(problem, options, sections, workspace);
+        return solve(problem, options, sections, in);
     }
 
-    /// What is not refused is solved, or fails with a told failure.
-    void checkTaken(const Solved& outcome, const std::string& what) {
+    /// What is not refused is solved, or fails with a told failure; from a file it comes to the
+    /// same.
+    void checkTaken(const Problem& problem, const Solved& outcome, WedgeMethod wedge,
+                    const std::string& what) {
         EXPECT_NE(outcome.failure.code, FailureCode::InvalidProblem) << what;
         if (outcome.results != nullptr) {
             ++solved;
             EXPECT_TRUE(std::isfinite(outcome.results->levels(1).diagrams.MaxMoment.value)) << what;
         } else {
             EXPECT_TRUE(outcome.failure) << what;
+        }
+        if (const auto read = fromFile(problem)) {
+            const Came came(outcome);
+            const Came cameByFile(runIn(ofFiles, *read, wedge));
+            EXPECT_EQ(came.code, cameByFile.code) << what;
+            EXPECT_EQ(came.numbers, cameByFile.numbers) << what;
+            sameByFile += came.numbers.empty() ? 0 : 1;
         }
     }
 
@@ -73,11 +124,12 @@ struct Road {
             ++refused;
             return;
         }
-        checkTaken(outcome, what);
+        checkTaken(problem, outcome, WedgeMethod::FixedSurface, what);
         // A sweep takes its time, in an analysis for each trial.
-        if (sweeps && hasWedge() && problem.ProgramMode == Mode::Design && ++wedges % 10 == 0) {
+        if (sweepEvery > 0 && hasWedge() && problem.ProgramMode == Mode::Design &&
+            ++wedges % sweepEvery == 0) {
             ASSERT_NO_THROW(outcome = run(problem, WedgeMethod::Sweep)) << what;
-            checkTaken(outcome, what + " by sweep");
+            checkTaken(problem, outcome, WedgeMethod::Sweep, what + " by sweep");
             ++swept;
         }
     }
@@ -116,36 +168,135 @@ std::vector<Problem> wholeProblems() {
     return problems;
 }
 
-TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
-    Road road;
-    for (const Problem& whole : wholeProblems()) {
-        ASSERT_FALSE(firstFatal(whole)) << findingText(*firstFatal(whole));
-        for (const FieldGroup& group : fieldGroups()) {
-            for (int side = 1; side <= group.sides; ++side) {
-                const int rows = group.rows(whole, side);
-                for (int row = 1; row <= std::min(rows, 2); ++row) { // the others are alike
-                    for (int f = static_cast<int>(group.first); f <= static_cast<int>(group.last);
-                         ++f) {
-                        const FieldRules& rules = rulesOf(static_cast<ProblemField>(f));
-                        const double before = rules.value(whole, side, std::max(row - 1, 1));
-                        for (const double value : {std::nan(""), Infinity, -Infinity, 1e300, -1e6,
-                                                   -1.0, 0.0, 80.0, before, before + 1}) {
-                            Problem problem = whole;
-                            rules.at(problem, side, row) = value;
-                            road.check(problem,
-                                       std::string(rules.name) + " " + std::to_string(side) + " " +
-                                           std::to_string(row) + " " + std::to_string(value));
-                            if (!std::isfinite(value)) {
-                                EXPECT_TRUE(firstFatal(problem)) << rules.name;
-                            }
+constexpr double LayerHeight = 2; // FT
+
+void fillGroundAndSoil(Problem& problem, int side, double rise) {
+    const double ground = problem.SurfaceElev(side, 1);
+    problem.SurfacePointCount(side) = 11;
+    problem.SoilLayerCount(side) = 11;
+    for (int i = 1; i <= 11; ++i) {
+        problem.SurfaceDist(side, i) = 5.0 * (i - 1);
+        problem.SurfaceElev(side, i) = ground + rise * (i - 1);
+        problem.SoilSatWeight(side, i) = 120 + i;
+        problem.SoilMoistWeight(side, i) = 110 + i;
+        problem.SoilFriction(side, i) = 30 + 0.5 * i;
+        problem.SoilWallFriction(side, i) = 10;
+        problem.SoilCoefActive(side, i) = 0.3;
+        problem.SoilCoefPassive(side, i) = 3 + 0.1 * i;
+        problem.SoilBottomElev(side, i) = i == 11 ? NoLayerBottom : ground - LayerHeight * i;
+    }
+}
+
+void fillGroundLoads(Problem& problem, int side) {
+    problem.VUniformCount(side) = problem.VRampCount(side) = 1;
+    problem.VUniformLoad(side) = 50;
+    problem.VRampStart(side) = 5;
+    problem.VRampEnd(side) = 15;
+    problem.VRampLoad(side) = 40;
+    problem.VLineCount(side) = problem.VStripCount(side) = problem.VTriCount(side) = 5;
+    for (int i = 1; i <= 5; ++i) {
+        problem.VLineDist(side, i) = problem.VStripStart(side, i) = problem.VTriStart(side, i) =
+            6.0 * i;
+        problem.VStripEnd(side, i) = problem.VTriPeak(side, i) = 6.0 * i + 2;
+        problem.VTriEnd(side, i) = 6.0 * i + 4;
+        problem.VLineLoad(side, i) = problem.VStripLoad(side, i) = problem.VTriLoad(side, i) = 30;
+    }
+    problem.VVarCount(side) = 11;
+    for (int i = 1; i <= 11; ++i) {
+        problem.VVarDist(side, i) = 4.0 * i;
+        problem.VVarLoad(side, i) = 2.0 * i;
+    }
+}
+
+/// An anchored design that uses as many entries of every list as files and screens take; by
+/// strengths both sides slope and need a wedge.
+Problem fullWall(SoilData soil) {
+    Problem problem = plainCantilever();
+    problem.WallType = WallKind::Anchored;
+    problem.AnchorElev = -2;
+    problem.SoilDataKind.fill(soil);
+    for (const int side : {Right, Left}) {
+        fillGroundAndSoil(problem, side, soil == SoilData::Strengths ? 0.25 : 0);
+        fillGroundLoads(problem, side);
+    }
+    problem.WaterDataKind = WaterData::Pressures;
+    problem.WaterPressCount = problem.HDistCount = 11;
+    for (int i = 1; i <= 11; ++i) {
+        problem.WaterPressElev(i) = -3.0 - i;
+        problem.WaterPressure(i) = 5.0 * i;
+        problem.HDistElev(i) = -1 - 0.5 * i;
+        problem.HDistLoad(i) = 10;
+    }
+    problem.HLineCount = 5;
+    for (int i = 1; i <= 5; ++i) {
+        problem.HLineElev(i) = -1.0 * i;
+        problem.HLineLoad(i) = 20;
+    }
+    return problem;
+}
+
+/// Spoils each entry in use from `firstRow` to `lastRow` of every list with each of the values, and
+/// with that of the row before and one more.
+void spoilNumbers(Road& road, const Problem& whole, int firstRow, int lastRow,
+                  const std::vector<double>& values) {
+    for (const FieldGroup& group : fieldGroups()) {
+        for (int side = 1; side <= group.sides; ++side) {
+            const int rows = std::min(group.rows(whole, side), lastRow);
+            for (int row = firstRow; row <= rows; ++row) {
+                for (int f = static_cast<int>(group.first); f <= static_cast<int>(group.last);
+                     ++f) {
+                    const FieldRules& rules = rulesOf(static_cast<ProblemField>(f));
+                    std::vector<double> all = values;
+                    const double before = rules.value(whole, side, std::max(row - 1, 1));
+                    all.insert(all.end(), {before, before + 1});
+                    for (const double value : all) {
+                        Problem problem = whole;
+                        rules.at(problem, side, row) = value;
+                        road.check(problem, std::string(rules.name) + " " + std::to_string(side) +
+                                                " " + std::to_string(row) + " " +
+                                                std::to_string(value));
+                        if (!std::isfinite(value)) {
+                            EXPECT_TRUE(firstFatal(problem)) << rules.name;
                         }
                     }
                 }
             }
         }
     }
+}
+
+TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
+    Road road;
+    road.sweepEvery = 20;
+    for (const Problem& whole : wholeProblems()) {
+        ASSERT_FALSE(firstFatal(whole)) << findingText(*firstFatal(whole));
+        spoilNumbers(road, whole, 1, 2,
+                     {std::nan(""), Infinity, -Infinity, 1e300, -1e6, -1.0, 0.0, 80.0});
+    }
     EXPECT_GT(road.refused, 500);
     EXPECT_GT(road.solved, 100);
+    EXPECT_GT(road.sameByFile, 100);
+    EXPECT_GT(road.swept, 20);
+}
+
+// Of the later rows each is spoilt, the last ones of full lists included.
+TEST(SpoiltProblems, NumbersOfFullListsNeverCrashTheRoadNorPassIt) {
+    for (const SoilData soil : {SoilData::Strengths, SoilData::Coefficients}) {
+        Road road;
+        road.sweepEvery = soil == SoilData::Strengths ? 100 : 0;
+        const Problem whole = fullWall(soil);
+        ASSERT_FALSE(firstFatal(whole)) << findingText(*firstFatal(whole));
+        for (const CountRules& count : Counts) {
+            const int entries = count.count == ProblemCount::NumHeadingLines ? 1 : count.most;
+            ASSERT_EQ(count.value(whole, Right), entries) << count.name;
+        }
+        ASSERT_NE(road.run(whole).results, nullptr);
+        spoilNumbers(road, whole, 3, 11, {std::nan(""), 1e300, -1.0});
+        EXPECT_GT(road.refused, 500);
+        EXPECT_GT(road.solved, 100);
+        EXPECT_GT(road.sameByFile, 100);
+        EXPECT_TRUE(soil == SoilData::Coefficients || road.swept > 2) << road.swept;
+    }
 }
 
 // Also where the record has no use for them: a solution leaves its own there.
@@ -192,7 +343,7 @@ TEST(SpoiltProblems, CountsAndKindsNeverCrashTheRoad) {
         {"distributed", [](Problem& p, int) -> int& { return p.HDistCount; }, 11},
     };
     Road road;
-    road.sweeps = true;
+    road.sweepEvery = 10;
     for (const Problem& whole : wholeProblems()) {
         for (const Count& count : counts) {
             for (const int value :
@@ -239,29 +390,43 @@ TEST(SpoiltProblems, CountsAndKindsNeverCrashTheRoad) {
     EXPECT_GT(road.solved, 100);
 }
 
+// What one of the two refuses comes to the same as a problem of that kind which both take.
 TEST(SpoiltProblems, WhatOneOfFilesAndScreensTakesIsSolved) {
     Road road;
-    Problem problem = plainCantilever();
-    problem.WaterDataKind = WaterData::Pressures; // in any order: screens
-    problem.WaterPressCount = 2;
-    problem.WaterPressElev(1) = -8;
-    problem.WaterPressElev(2) = -2;
-    EXPECT_NE(road.run(problem).results, nullptr);
+    const auto cameByFile = [&road](const Problem& problem) {
+        const auto read = fromFile(problem);
+        EXPECT_TRUE(read);
+        const Came came(road.runIn(road.ofFiles, read.value_or(problem), WedgeMethod::Sweep));
+        EXPECT_FALSE(came.numbers.empty());
+        return came;
+    };
+    const Came plain = cameByFile(plainCantilever());
+
+    Problem ordered = plainCantilever();
+    ordered.WaterDataKind = WaterData::Pressures;
+    ordered.WaterPressCount = 2;
+    ordered.WaterPressElev(1) = -2;
+    ordered.WaterPressElev(2) = -8;
+    Problem problem = ordered; // without pressures their order says nothing: screens
+    std::swap(problem.WaterPressElev(1), problem.WaterPressElev(2));
+    EXPECT_EQ(Came(road.run(problem)), cameByFile(ordered));
 
     problem = plainCantilever();
-    problem.SoilWallFriction(Right, 1) = -5; // screens
-    EXPECT_NE(road.run(problem).results, nullptr);
+    problem.SoilWallFriction(Right, 1) = -5; // screens; a wall that holds the wedge up less
+    const Came rough(road.run(problem));
+    ASSERT_EQ(rough.numbers.size(), plain.numbers.size());
+    EXPECT_LT(rough.numbers[0], plain.numbers[0]); // the bottom is deeper
 
     problem = plainCantilever();
-    problem.VVarCount(Right) = 1; // of one point: screens
+    problem.VVarCount(Right) = 1; // of one point, which is no load: screens
     problem.VVarDist(Right, 1) = 5;
     problem.VVarLoad(Right, 1) = 100;
-    EXPECT_NE(road.run(problem).results, nullptr);
+    EXPECT_EQ(Came(road.run(problem)), plain);
 
     problem = plainCantilever();
     problem.VStripCount(Right) = 1; // without load: files
     problem.VStripEnd(Right, 1) = 5;
-    EXPECT_NE(road.run(problem).results, nullptr);
+    EXPECT_EQ(Came(road.run(problem)), plain);
 }
 
 TEST(SpoiltProblems, TheFailureTellsFieldRuleAndValue) {
