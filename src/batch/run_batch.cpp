@@ -138,6 +138,9 @@ std::string messageLines(const std::string& input, const Outcome& outcome, bool 
     if (!outcome.during.empty()) {
         lines += messageText(input) + ": while " + outcome.during + "\n";
     }
+    if (!outcome.withheld.empty()) {
+        lines += messageText(input) + ": " + outcome.withheld + "\n";
+    }
     for (const Check& check : outcome.failedChecks) {
         lines += checkLineOf(input, check) + "\n";
     }

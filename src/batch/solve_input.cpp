@@ -398,6 +398,19 @@ void writeOutputs(Run& run) {
     }
 }
 
+/// What was asked for beside the report and needs an input that was read.
+std::string withheldText(const Run& run) {
+    const Options& options = run.options;
+    if (run.opened || (!options.sheet && !options.compare)) {
+        return {};
+    }
+    const std::string what = !options.compare ? "no calculation sheet"
+                             : !options.sheet ? "no comparison"
+                                              : "no calculation sheet and no comparison";
+    const bool refused = run.solved.failure.code == FailureCode::InputRefused;
+    return what + (refused ? ": the input was refused" : ": the input could not be read");
+}
+
 } // namespace
 
 Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
@@ -417,6 +430,7 @@ Outcome solveInput(const Job& job, const Options& options, Workspace& workspace,
         outcome.comparison =
             comparisonText(comparisonTable(run.comparison, run.problem.ProgramMode, run.units()));
     }
+    outcome.withheld = withheldText(run);
     if (run.solved.failure) {
         outcome.during = stageText(run.solved.failure.stage, run.problem.WallType);
     }

@@ -62,6 +62,30 @@ void lookAtFactors(const Wall& wall, NoteSink& notes) {
     }
 }
 
+/// The largest factor that stands behind a side's coefficients; 0 without one.
+double factorBehind(const Problem& problem, int side) {
+    double largest = std::max(problem.Level2FSActive(side), problem.Level2FSPassive(side));
+    for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
+        largest = std::max({largest, problem.SoilFSActive(side, layer),
+                            problem.SoilFSPassive(side, layer)});
+    }
+    return largest;
+}
+
+void lookForIdleFactors(const Wall& wall, NoteSink& notes) {
+    for (const int side : {Right, Left}) {
+        const double factor = factorBehind(wall.problem, side);
+        if (hasStrengths(wall.problem, side) || !(factor > 0)) {
+            continue;
+        }
+        notes.add({.side = side,
+                   .value = factor,
+                   .text = "The factors of safety given with the " + std::string(sideText(side)) +
+                           " (up to " + wall.say(Quantity::Number, factor) +
+                           ") divide nothing: its coefficients are taken as they are given."});
+    }
+}
+
 void lookForReserve(const Wall& wall, NoteSink& notes) {
     const FactorsInUse factors = factorsInUse(wall);
     if (!wall.design() || factors.most > 1) {
@@ -192,6 +216,7 @@ constexpr const char* SheetPiles = "ASCE, Design of Sheet Pile Walls, 1996";
 
 constexpr NoteRule Rules[] = {
     {"factors-on-strengths", Severity::Remark, Needs::Results, lookAtFactors, SheetPiles},
+    {"idle-factors", Severity::Remark, Needs::Input, lookForIdleFactors, SheetPiles},
     {"no-reserve", Severity::Remark, Needs::Results, lookForReserve,
      "Teng, Foundation Design, 1962"},
     {"fixed-earth-depth", Severity::Remark, Needs::Results, lookAtFixedEarth, "Blum 1931"},

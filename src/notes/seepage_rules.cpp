@@ -15,7 +15,41 @@ bool seeps(const Wall& wall) {
     return wall.review().SeepageKind != Seepage::None;
 }
 
+/// The failure of a run in which the upward flow has left soil in front without weight; else none.
+const Failure* quickFailure(const Wall& wall) {
+    const Failure* failure = wall.solved != nullptr ? &wall.solved->failure : nullptr;
+    const bool quick = failure != nullptr && failure->code == FailureCode::SoilWeightNotPositive &&
+                       failure->side == Left && failure->gradient > 0;
+    return quick ? failure : nullptr;
+}
+
+void lookAtLimitOfFailure(const Wall& wall, NoteSink& notes) {
+    const Failure* quick = quickFailure(wall);
+    if (quick == nullptr || wall.solved->review == nullptr) {
+        return;
+    }
+    const double limit = wall.review().SeepageGradientLimit;
+    const bool held = wall.design() && wall.review().SeepageKind == Seepage::Automatic &&
+                      quick->gradient >= limit - LimitNoise;
+    if (held) {
+        notes.add({.side = Left,
+                   .layer = quick->layer,
+                   .quantity = Quantity::Gradient,
+                   .value = quick->gradient,
+                   .limit = limit,
+                   .text = "The seepage gradient is held at its limit, " +
+                           wall.say(Quantity::Gradient, limit) + ", at which layer " +
+                           std::to_string(quick->layer) +
+                           " in front weighs nothing: that has ended the solution. The wall would "
+                           "need a longer path of flow."});
+    }
+}
+
 void lookAtLimit(const Wall& wall, NoteSink& notes) {
+    if (!wall.hasResults()) {
+        lookAtLimitOfFailure(wall, notes);
+        return;
+    }
     const double limit = wall.review().SeepageGradientLimit;
     if (!seeps(wall) || !wall.design() || wall.review().SeepageKind != Seepage::Automatic) {
         return;
@@ -61,7 +95,26 @@ double gradientAt(const Wall& wall, int level, double bottom) {
                                                      : problem.SeepageGradient(1);
 }
 
+/// Of the layer that has failed: its weight in water over the lift.
+void lookAtExitOfFailure(const Wall& wall, const Failure& quick, NoteSink& notes) {
+    const double water = wall.problem.WaterUnitWeight;
+    const double buoyant = wall.problem.SoilSatWeight(Left, quick.layer) - water;
+    const double factor = divide(buoyant, quick.gradient * water);
+    notes.add({.side = Left,
+               .layer = quick.layer,
+               .value = factor,
+               .limit = 1,
+               .text = "Against the upward flow in front layer " + std::to_string(quick.layer) +
+                       " has a factor of " + wall.say(Quantity::Number, factor) +
+                       " at a gradient of " + wall.say(Quantity::Gradient, quick.gradient) +
+                       ": it weighs nothing, and that has ended the solution."});
+}
+
 void lookAtExit(const Wall& wall, NoteSink& notes) {
+    if (const Failure* quick = quickFailure(wall)) {
+        lookAtExitOfFailure(wall, *quick, notes);
+        return;
+    }
     int level = 0;
     for (const double bottom : knownBottoms(wall)) {
         const double lift = gradientAt(wall, ++level, bottom) * wall.problem.WaterUnitWeight;
@@ -87,7 +140,7 @@ void lookAtExit(const Wall& wall, NoteSink& notes) {
 }
 
 constexpr NoteRule Rules[] = {
-    {"gradient-limit", Severity::Unsafe, Needs::Results, lookAtLimit,
+    {"gradient-limit", Severity::Unsafe, Needs::Run, lookAtLimit,
      "Terzaghi and Peck, Soil Mechanics in Engineering Practice, 1948"},
     {"exit-gradient", Severity::Unsafe, Needs::Input, lookAtExit,
      "Terzaghi 1922; Terzaghi and Peck 1948"},

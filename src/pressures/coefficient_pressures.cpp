@@ -282,10 +282,13 @@ std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int 
             w = waterShare(state, side, level, lowerEnd);
         }
         if (g - w <= 0) {
+            const bool seeps = belowWater(problem, side, lowerEnd) &&
+                               seepsAt(state, side, level, lowerEnd);
             fail(state, {.code = FailureCode::SoilWeightNotPositive,
                          .side = side,
                          .layer = L,
-                         .level = level});
+                         .level = level,
+                         .gradient = seeps ? state.preparation.SeepageGradient(level) : 0});
             return std::nullopt;
         }
         const double above = sv;

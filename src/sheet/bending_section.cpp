@@ -193,8 +193,8 @@ double writeMomentOnStretch(const Bending& bending, const Stretch& stretch) {
                           "on by s below the upper row, where the shear of that line is none:");
 }
 
-/// Works the largest moment out again and checks it.
-void writeLargestMoment(const Bending& bending) {
+/// Works the largest moment out again and checks it; gives it.
+double writeLargestMoment(const Bending& bending) {
     const auto& [writer, problem, level, prefix, loading, sizes] = bending;
     const Extreme& told = level.diagrams.MaxMoment;
     if (told.value == 0) {
@@ -204,7 +204,7 @@ void writeLargestMoment(const Bending& bending) {
         writer.check(bending.what("largest moment, none within the tolerance of the search"),
                      Quantity::Moment, left, told.value, SumRounding,
                      MomentResidual / SumRounding + sizes.momentSizes);
-        return;
+        return left;
     }
     const std::optional<Stretch> stretch = stretchBesideAreas(bending);
     const double own =
@@ -216,6 +216,7 @@ void writeLargestMoment(const Bending& bending) {
     writer.check(bending.what(stretch ? "largest moment, on the line between its rows"
                                       : "largest moment, statical moment of the areas"),
                  Quantity::Moment, own, told.value, SumRounding, sizes.momentSizes);
+    return own;
 }
 
 // ---- checks
@@ -252,7 +253,8 @@ void checkRows(const Bending& bending) {
                          height);
 }
 
-void checkExtremes(const Bending& bending) {
+/// Gives the largest deflection.
+double checkExtremes(const Bending& bending) {
     const auto& [writer, problem, level, prefix, loading, sizes] = bending;
     const ResultDiagrams& rows = level.diagrams;
     const double above = shearAbove(loading, level.maxShear.elev);
@@ -265,6 +267,7 @@ void checkExtremes(const Bending& bending) {
                                                 rows.MaxDeflection.elev, loading.anchorElev);
     writer.check(bending.what("largest deflection, by moment areas"), bending.deflection(),
                  deflection, rows.MaxDeflection.value, IntegralRounding);
+    return deflection;
 }
 
 // ---- a level
@@ -309,10 +312,14 @@ void writeLevel(SheetWriter& writer, const SheetRequest& request, int number) {
     }
     writer.markup("<figure>\n" + bendingFigure(request, level).svg + "</figure>\n");
     writeExtremes(bending);
-    writeLargestMoment(bending);
-    checkExtremes(bending);
+    OwnExtremes own;
+    own.moment = writeLargestMoment(bending);
+    own.momentShare =
+        SumRounding * std::max(1.0, sizes.momentSizes / std::fabs(level.diagrams.MaxMoment.value));
+    own.deflection = checkExtremes(bending);
+    own.deflectionShare = IntegralRounding;
     checkRows(bending);
-    writePileTable(writer, request, number);
+    writePileTable(writer, request, number, own);
 }
 
 } // namespace

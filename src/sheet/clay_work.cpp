@@ -1,8 +1,8 @@
 #include "sheet/clay_work.h"
 
 #include "rowe/reduction_tables.h"
-#include "sheet/pressure_parts.h"
 #include "sheet/soil_work.h"
+#include "state/tolerances.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,47 +19,55 @@ constexpr std::array<double, 3> Places{-3.1, -2.6, -2.0};
 constexpr std::array<double, 3> Alphas{0.8, 0.7, 0.6};
 constexpr std::array<double, 6> Stabilities{0.5, 0.75, 1.0, 1.25, 1.5, 2.0};
 
-/// FT: where weight or water of the right side change between both surfaces, both included.
-std::vector<double> overburdenBreaks(const Problem& problem, const PressureStage& stage) {
-    const double top = problem.SurfaceElev(Right, 1);
-    const double bottom = problem.SurfaceElev(Left, 1);
-    std::vector<double> breaks{top, bottom};
-    const auto add = [&](double elev) {
-        if (elev < top && elev > bottom) {
-            breaks.push_back(elev);
-        }
-    };
-    for (int layer = 1; layer < problem.SoilLayerCount(Right); ++layer) {
-        add(problem.SoilBottomElev(Right, layer));
+/// Soil of one effective weight.
+struct Stretch {
+    double height = 0; ///< FT
+    double weight = 0; ///< PCF
+};
+
+/// PCF: the effective weight of the right side's soil below a row.
+double weightBelow(const Problem& problem, const PressureStage& stage, int layer, double elev) {
+    if (problem.WaterDataKind != WaterData::Elevations || elev > problem.WaterElev(Right)) {
+        return problem.SoilMoistWeight(Right, layer);
     }
-    if (problem.WaterDataKind == WaterData::Elevations) {
-        add(problem.WaterElev(Right));
-        if (problem.SeepageKind != Seepage::None) {
-            add(problem.SeepageElev);
-            add(stage.seepageEnd);
-        }
-    }
-    std::sort(breaks.begin(), breaks.end(), std::greater<>());
-    breaks.erase(std::unique(breaks.begin(), breaks.end()), breaks.end());
-    return breaks;
+    const bool seeps = problem.SeepageKind != Seepage::None && elev <= problem.SeepageElev &&
+                       elev > stage.seepageEnd;
+    const double share = seeps ? 1 - stage.gradient : 1;
+    return problem.SoilSatWeight(Right, layer) - share * problem.WaterUnitWeight;
 }
 
-Expr overburden(const Problem& problem, const PressureStage& stage) {
+/// The right side down to the left surface, from row to row of the solution: what a row has counts
+/// down to the next, and elevations that share a row change there together.
+std::vector<Stretch> overburdenStretches(const Problem& problem, const PressureStage& stage,
+                                         const ElevationGrid& rows) {
+    const double bottom = problem.SurfaceElev(Left, 1);
+    std::vector<Stretch> stretches;
+    int layer = 1;
+    for (int i = 1; i < rows.NumElevs && rows.ElevGrid(i) > bottom; ++i) {
+        const double elev = rows.ElevGrid(i);
+        if (elev > problem.SurfaceElev(Right, 1)) {
+            continue;
+        }
+        const bool ends = layer < problem.SoilLayerCount(Right) &&
+                          std::abs(elev - problem.SoilBottomElev(Right, layer)) <= SameElevation;
+        layer += ends ? 1 : 0;
+        const double weight = weightBelow(problem, stage, layer, elev);
+        if (stretches.empty() || stretches.back().weight != weight) {
+            stretches.push_back({0, weight});
+        }
+        stretches.back().height += elev - std::max(rows.ElevGrid(i + 1), bottom);
+    }
+    return stretches;
+}
+
+Expr overburden(const Problem& problem, const PressureStage& stage, const ElevationGrid& rows) {
     const bool loaded = problem.VUniformCount(Right) != 0;
     Expr sum = term("q", "", loaded ? problem.VUniformLoad(Right) : 0, Quantity::Stress);
-    const std::vector<double> breaks = overburdenBreaks(problem, stage);
-    int layer = 1;
-    for (std::size_t n = 0; n + 1 < breaks.size(); ++n) {
-        while (layer < problem.SoilLayerCount(Right) &&
-               problem.SoilBottomElev(Right, layer) >= breaks[n]) {
-            ++layer;
-        }
-        const WaterShare water = waterShare(problem, stage, Right, breaks[n + 1]);
-        const double weight = water.wet ? problem.SoilSatWeight(Right, layer) - water.weight.value()
-                                        : problem.SoilMoistWeight(Right, layer);
-        const std::string number = std::to_string(n + 1);
-        sum = sum + term("h", number, breaks[n] - breaks[n + 1], Quantity::Length) *
-                        term("γ", number, weight, Quantity::UnitWeight);
+    int number = 0;
+    for (const Stretch& stretch : overburdenStretches(problem, stage, rows)) {
+        const std::string index = std::to_string(++number);
+        sum = sum + term("h", index, stretch.height, Quantity::Length) *
+                        term("γ", index, stretch.weight, Quantity::UnitWeight);
     }
     return sum;
 }
@@ -131,7 +139,8 @@ Expr weightOf(const std::array<double, 3>& points, std::size_t n, const Expr& x)
 ClayStability clayStability(const SheetRequest& request, const PressureStage& stage,
                             double bottom) {
     const Problem& problem = request.problem;
-    const Expr p = overburden(problem, stage);
+    const Results& results = *request.solved.results;
+    const Expr p = overburden(problem, stage, results.levels(results.levelCount).solved.grid);
     const Expr c = meanInFront(problem, bottom, "c", [&](int layer) {
         return layerWork(problem, Left, layer, 0).cohesionPassive;
     });

@@ -31,7 +31,7 @@ struct Balance {
     /// A check within a tolerance that is not a share of the value.
     void checkWithin(std::string_view text, Quantity quantity, double sheet, double engine,
                      double tolerance) const {
-        writer.check(what(text), quantity, sheet, engine, SumRounding, tolerance / SumRounding);
+        writer.checkWithin(what(text), quantity, sheet, engine, tolerance);
     }
 };
 
@@ -232,8 +232,13 @@ void checkFreeEarth(const Balance& balance, const Totals& totals) {
     const double lever = problem.AnchorElev - level.bottomElev;
     balance.checkWithin("anchor force, by moments about the bottom", Quantity::Force,
                         anchorByStatics(problem, level), level.anchorForce,
-                        (MomentResidual + SumRounding * sums.momentSizes) / lever +
+                        (MomentResidual + SumRounding * sums.momentSizes) / std::fabs(lever) +
                             SumRounding * sums.forceSizes);
+}
+
+/// An anchor below the bottom holds nothing, whatever its force.
+bool isBelow(const Balance& balance) {
+    return balance.anchored() && balance.problem.AnchorElev < balance.level.bottomElev;
 }
 
 void checkFixedEarth(const Balance& balance, const Totals& totals) {
@@ -241,9 +246,10 @@ void checkFixedEarth(const Balance& balance, const Totals& totals) {
     const LoadSums sums = sumsAbout(loading, pivot);
     // The fourfold integrals of the loads cancel more digits than their sums.
     constexpr double integralRounding = 1e-7;
-    writer.check(balance.what("anchor force, by no deflection at the anchor"), Quantity::Force,
-                 anchorByStatics(problem, level), level.anchorForce, integralRounding,
-                 sums.forceSizes);
+    writer.check(balance.what(isBelow(balance) ? "anchor force, by the moments continued to it"
+                                               : "anchor force, by no deflection at the anchor"),
+                 Quantity::Force, anchorByStatics(problem, level), level.anchorForce,
+                 integralRounding, sums.forceSizes);
     balance.checkWithin("moments about the bottom add up to none", Quantity::Moment, totals.moment,
                         0, MomentResidual + SumRounding * sums.momentSizes);
     // The toe takes what the beam has left, with the anchor in its row.
@@ -327,15 +333,28 @@ void writeSums(const Balance& balance, const Totals& totals) {
                        "anchor force by the moment of all loads about the bottom:");
     } else if (balance.anchored()) {
         const double height = problem.AnchorElev - level.bottomElev;
-        const double area = MomentAreas(loading).builtIn(problem.AnchorElev);
+        const double area = isBelow(balance)
+                                ? continuedMoment(problem, level)
+                                : MomentAreas(loading).builtIn(problem.AnchorElev);
         writer.paragraph("Built in at its bottom and without its anchor, the wall would move at "
                          "the anchor by D/EI, where D is the static moment of its moment diagram "
                          "about the anchor. The anchor force T brings it back: D is T times the "
                          "cube of the height over 3. M with the subscript D is D over the square "
                          "of the height.");
+        if (isBelow(balance)) {
+            writer.paragraph(
+                "The anchor stands below the bottom, where there is no wall to move. The solution "
+                "continues its formula: D is the static moment about the anchor of the moment "
+                "diagram from the bottom up to the zero of net pressure, " +
+                elevationText(zeroOfNetPressure(problem, level), writer.units()) +
+                ", and from there down to the anchor of the moments of the loads above that point "
+                "alone. The force is that number.");
+        }
         writer.formula({"T"},
                        Expr(3) * term("M", "D", area / (height * height), Quantity::Moment) / lever,
-                       Quantity::Force, "anchor force by no deflection at the anchor:");
+                       Quantity::Force,
+                       isBelow(balance) ? "anchor force by the moments continued to it:"
+                                        : "anchor force by no deflection at the anchor:");
     }
     writer.paragraph("What is left: force " + preciseText(writer, Quantity::Force, totals.force) +
                      ", moment " + preciseText(writer, Quantity::Moment, totals.moment) + ".");

@@ -19,6 +19,7 @@ enum Binding { SumBinding = 1, ProductBinding, PowerBinding, AtomBinding };
 enum class Form {
     Number,
     Term,
+    UnitFactor,
     Pi,
     Add,
     Subtract,
@@ -41,6 +42,7 @@ struct Expr::Node {
     Quantity quantity = Quantity::Number; ///< of a term
     Symbol symbol = {};                   ///< of a term; the letter names a function
     int exponent = 1;
+    double metric = 0; ///< of a unit factor
     std::vector<Expr> parts = {};
 };
 
@@ -138,6 +140,10 @@ class Printer {
         switch (node.form) {
         case Form::Number:
             return mathNumber(node.value);
+        case Form::UnitFactor:
+            return units_ == nullptr             ? mathSymbol({"u"})
+                   : *units_ == UnitSystem::SI ? mathNumber(node.metric)
+                                                 : mathNumber(node.value);
         case Form::Pi:
             return "<mi>π</mi>";
         case Form::Term:
@@ -322,6 +328,12 @@ std::vector<std::string> Expr::numberPieces(UnitSystem units) const {
         piece = Condenser(piece).run();
     }
     return pieces;
+}
+
+Expr unitFactor(double us, double si) {
+    auto node = made(Form::UnitFactor, us, {});
+    node->metric = si;
+    return Expr(std::move(node));
 }
 
 Expr term(Symbol symbol, double value, Quantity quantity) {

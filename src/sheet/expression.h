@@ -46,6 +46,10 @@ class Expr {
     std::shared_ptr<const Node> node_;
 };
 
+/// The factor u between the units of a formula's symbols and those of its result: `us` in the units
+/// of the records, printed as `si` in metric ones.
+Expr unitFactor(double us, double si);
+
 /// A symbol with the value that stands for it.
 Expr term(Symbol symbol, double value, Quantity quantity = Quantity::Number);
 Expr term(std::string letter, std::string subscript, double value,

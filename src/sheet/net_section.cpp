@@ -277,7 +277,10 @@ void writeZero(SheetWriter& writer, const SheetRequest& request, const PressureS
 
 void writeNetPressures(SheetWriter& writer, const SheetRequest& request) {
     writer.section(NetNumber, "Net pressures");
-    const std::vector<PressureStage> stages = pressureStages(request);
+    std::vector<PressureStage> stages = pressureStages(request);
+    for (PressureStage& stage : stages) {
+        putInSearchedWater(request, stage);
+    }
     if (stages.empty()) {
         writer.paragraph("The solution has not come to net pressures.");
         return;

@@ -36,7 +36,9 @@ struct PileJob {
     SheetWriter& writer;
     const SheetRequest& request;
     const LevelResult& level;
-    double moment = 0; ///< LB-FT, the largest one's size
+    const OwnExtremes& own;
+    std::string prefix; ///< of checks: the method, where there are two
+    double moment = 0;  ///< LB-FT, the largest one's size
 
     int count() const { return request.sections.PileSectionCount; }
     /// Rowe's reduction where it has a report for this level.
@@ -99,14 +101,76 @@ void writeStresses(const PileJob& job) {
     writer.table(table);
 }
 
+/// What a section comes to under the moment and deflection that the sheet has worked out.
+struct SectionFormulas {
+    Expr required;   ///< IN^3 per foot of wall
+    Expr stress;     ///< PSI
+    Expr ratio;      ///< allowable over present stress
+    Expr deflection; ///< IN
+};
+
+SectionFormulas formulasOf(const PileJob& job, int p) {
+    const PileWork work = workOf(job, p);
+    const Problem& problem = job.request.problem;
+    constexpr double newtonsPerMillimetre2 = 1000; // of kNm over cm^3
+    const Expr M = term("M", "max", std::fabs(job.own.moment), Quantity::Moment);
+    const Expr S = term("S", "", work.modulus, Quantity::SectionModulus);
+    const Expr allowable = term("σ", "all", work.allowable, Quantity::Modulus);
+    const Expr scaled = unitFactor(InchesPerFoot, newtonsPerMillimetre2) * M;
+    const Expr stress = scaled / S;
+    const Expr stiffness = term("E", "", work.elastic, Quantity::Modulus) *
+                           term("I", "", work.inertia, Quantity::Inertia);
+    // Of a wall that is given the deflection is known; of another its product with E and I.
+    constexpr double millimetres = 1e8; // of kNm^3 over MPa and cm^4
+    const Expr deflection =
+        problem.ProgramMode == Mode::Analysis
+            ? term("y", "w", job.own.deflection, Quantity::Deflection) *
+                  term("E", "w", problem.WallModulus, Quantity::Modulus) *
+                  term("I", "w", problem.WallInertia, Quantity::Inertia) / stiffness
+            : unitFactor(1, millimetres) *
+                  term("D", "max", job.own.deflection, Quantity::ScaledDeflection) / stiffness;
+    return {scaled / allowable, stress,
+            allowable / term("σ", "", stress.value(), Quantity::Modulus), deflection};
+}
+
+/// The numbers set in for the first section; the others follow by the same formulas.
+void writeSectionFormulas(const PileJob& job) {
+    SheetWriter& writer = job.writer;
+    const SectionFormulas formulas = formulasOf(job, 1);
+    writer.paragraph("The formulas with the numbers of the first section, " +
+                     job.request.sections.PileName(1) +
+                     "; u is the factor between the units:");
+    writer.formula({"S", "req"}, formulas.required, Quantity::SectionModulus,
+                   "section modulus required:");
+    writer.formula({"σ"}, formulas.stress, Quantity::Modulus, "stress:");
+    writer.formula({"r"}, formulas.ratio, Quantity::Number, "ratio:");
+    writer.formula({"y"}, formulas.deflection, Quantity::Deflection, "largest deflection:");
+}
+
+void checkSections(const PileJob& job) {
+    WorstCheck required(job.prefix + "section modulus required", Quantity::SectionModulus);
+    WorstCheck stress(job.prefix + "stress of sections", Quantity::Modulus);
+    WorstCheck ratio(job.prefix + "allowable over present stress of sections", Quantity::Number);
+    WorstCheck deflection(job.prefix + "largest deflection of sections", Quantity::Deflection);
+    for (int p = 1; p <= job.count(); ++p) {
+        const PileWork work = workOf(job, p);
+        const SectionFormulas own = formulasOf(job, p);
+        const std::string& name = job.request.sections.PileName(p);
+        required.addAlone(own.required.value(), InchesPerFoot * job.moment / work.allowable, name,
+                          0);
+        stress.addAlone(own.stress.value(), work.stress, name, 0);
+        ratio.addAlone(own.ratio.value(), work.ratio, name, 0);
+        deflection.addAlone(own.deflection.value(), work.deflection, name, 0);
+    }
+    for (const WorstCheck* check : {&required, &stress, &ratio}) {
+        check->tell(job.writer, job.own.momentShare);
+    }
+    deflection.tell(job.writer, job.own.deflectionShare);
+}
+
 /// One row for each allowable stress of the table.
 void writeRequiredModulus(const PileJob& job) {
     SheetWriter& writer = job.writer;
-    writer.definition(
-        {"S", "req"},
-        term("M", "max", job.moment, Quantity::Moment) /
-            term("σ", "all", job.request.sections.PileAllowStress(1), Quantity::Modulus),
-        "section modulus required:");
     Table table;
     table.columns = {{.title = "Allowable stress", .quantity = Quantity::Modulus},
                      {.title = "Section modulus required", .quantity = Quantity::SectionModulus}};
@@ -327,15 +391,22 @@ void writeReduction(const PileJob& job, const MomentReduction& rowe) {
 
 } // namespace
 
-void writePileTable(SheetWriter& writer, const SheetRequest& request, int level) {
-    const LevelResult& result = request.solved.results->levels(level);
-    const PileJob job{writer, request, result, std::fabs(result.diagrams.MaxMoment.value)};
+void writePileTable(SheetWriter& writer, const SheetRequest& request, int level,
+                    const OwnExtremes& own) {
+    const Results& results = *request.solved.results;
+    const LevelResult& result = results.levels(level);
+    const std::string prefix =
+        results.levelCount > 1 ? std::string(solutionMethodName(result.method)) + ": " : "";
+    const PileJob job{writer, request, result,
+                      own,    prefix,  std::fabs(result.diagrams.MaxMoment.value)};
     if (job.count() < 1 || job.moment == 0) {
         return;
     }
     writer.subheading("Sheet pile sections");
     writeStresses(job);
+    writeSectionFormulas(job);
     writeRequiredModulus(job);
+    checkSections(job);
     if (const MomentReduction* rowe = job.reduction(); rowe != nullptr) {
         writer.subheading("Moment reduction");
         writeReduction(job, *rowe);

@@ -11,6 +11,10 @@ namespace korvane::sheet {
 /// Seepage: gradient, end, and what they do; then the net water pressures.
 void writeWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage);
 
+/// Puts the water on which the net pressures rest into a stage's diagrams, where the solution has
+/// worked it out once more for the wall found and it came out otherwise.
+void putInSearchedWater(const SheetRequest& request, PressureStage& stage);
+
 /// A side by coefficients: stresses and pressures at the breaks of the diagrams; the `first` one
 /// tells what the symbols mean.
 void writeStresses(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage,

@@ -258,12 +258,18 @@ Cell SheetWriter::precise(Quantity quantity, double value) const {
 }
 
 std::string SheetWriter::withUnit(Quantity quantity, double value) const {
-    return quantityWithUnit(quantity, value, units_);
+    const std::string unit = unitMarkup(quantity, units_);
+    return quantityText(quantity, value, units_) + (unit.empty() || unit == "°" ? "" : " ") + unit;
 }
 
 void SheetWriter::check(std::string what, Quantity quantity, double sheet, double engine,
                         double relative, double scale) {
-    const double tolerance = relative * std::max(std::abs(engine), scale);
+    checkWithin(std::move(what), quantity, sheet, engine,
+                relative * std::max(std::abs(engine), scale));
+}
+
+void SheetWriter::checkWithin(std::string what, Quantity quantity, double sheet, double engine,
+                              double tolerance) {
     checks_.push_back({.what = std::move(what),
                        .quantity = quantity,
                        .sheet = sheet,
@@ -280,24 +286,41 @@ std::string SheetWriter::finish() {
     return std::move(html_);
 }
 
-void WorstCheck::add(double sheet, double engine, std::string place) {
-    const double difference = std::abs(sheet - engine);
+void WorstCheck::add(double sheet, double engine, std::string place, double lost) {
     largest_ = std::max({largest_, std::abs(sheet), std::abs(engine)});
-    // What is no number is worse than any difference.
-    if (count_++ == 0 || !(difference <= std::abs(sheet_ - engine_))) {
-        sheet_ = sheet;
-        engine_ = engine;
-        place_ = std::move(place);
-    }
+    pairs_.push_back({sheet, engine, std::move(place), 0, lost});
+}
+
+void WorstCheck::addAlone(double sheet, double engine, std::string place, double size,
+                          double lost) {
+    constexpr double tiny = std::numeric_limits<double>::min(); // 0 stands for the others' size
+    pairs_.push_back({sheet, engine, std::move(place),
+                      std::max({std::abs(size), std::abs(engine), tiny}), lost});
 }
 
 void WorstCheck::tell(SheetWriter& writer, double relative, double scale) const {
-    if (count_ == 0) {
+    const Pair* worst = nullptr;
+    double worstShare = 0; // of its tolerance
+    double worstTolerance = 0;
+    for (const Pair& pair : pairs_) {
+        const double size = pair.size > 0 ? pair.size : largest_;
+        const double tolerance = relative * std::max(size, scale) + pair.lost;
+        const double difference = std::abs(pair.sheet - pair.engine);
+        const double share = difference == 0 ? 0 : difference / tolerance;
+        const bool isNumber = std::isfinite(share); // else it is worse than any difference
+        if (worst == nullptr || !isNumber || share > worstShare) {
+            worst = &pair;
+            worstShare = isNumber ? share : std::numeric_limits<double>::infinity();
+            worstTolerance = tolerance;
+        }
+    }
+    if (worst == nullptr) {
         return;
     }
-    const std::string values = count_ == 1 ? "" : std::to_string(count_) + " values, worst ";
-    writer.check(what_ + ": " + values + place_, quantity_, sheet_, engine_, relative,
-                 std::max(largest_, scale));
+    const std::size_t count = pairs_.size();
+    const std::string values = count == 1 ? "" : std::to_string(count) + " values, worst ";
+    writer.checkWithin(what_ + ": " + values + worst->place, quantity_, worst->sheet, worst->engine,
+                       worstTolerance);
 }
 
 } // namespace korvane::sheet

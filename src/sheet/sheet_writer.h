@@ -6,6 +6,7 @@
 #include "sheet/sheet.h"
 
 #include <initializer_list>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -87,6 +88,9 @@ class SheetWriter {
     /// engine's value (never less than of `scale`, for values near zero).
     void check(std::string what, Quantity quantity, double sheet, double engine,
                double relative = 1e-6, double scale = 0);
+    /// The same with a tolerance in the unit of the values.
+    void checkWithin(std::string what, Quantity quantity, double sheet, double engine,
+                     double tolerance);
     const std::vector<Check>& checks() const { return checks_; }
 
     /// Ends the last section and gives all.
@@ -106,25 +110,39 @@ class SheetWriter {
     bool muted_ = false;
 };
 
-/// Many values of one kind as one check: the one that differs most from the engine's.
+/// Sums and quotients of the same numbers in another order differ by no more than this share of
+/// their largest terms: a few operations, each with half a unit of the last place.
+inline constexpr double TermRounding = 16 * std::numeric_limits<double>::epsilon();
+
+/// Many values of one kind as one check: the one that differs most from the engine's, by its
+/// tolerance.
 class WorstCheck {
   public:
     WorstCheck(std::string what, Quantity quantity) : what_(std::move(what)), quantity_(quantity) {}
 
-    /// `place` tells where: "at EL -12.00".
-    void add(double sheet, double engine, std::string place);
-    bool empty() const { return count_ == 0; }
-    /// The tolerance is `relative` of the largest of all values, but no less than `scale` times it.
+    /// `place` tells where: "at EL -12.00"; `lost` is what rounding may make of the value where
+    /// large terms cancel.
+    void add(double sheet, double engine, std::string place, double lost = 0);
+    /// A value whose tolerance follows from its own size and that of the terms that enter it,
+    /// `size`: the others may be larger by far.
+    void addAlone(double sheet, double engine, std::string place, double size, double lost = 0);
+    /// The tolerance is `relative` of the largest of all values (those added alone: of their own
+    /// size), but no less than `scale` times it, and what rounding may do.
     void tell(SheetWriter& writer, double relative = 1e-6, double scale = 0) const;
 
   private:
+    struct Pair {
+        double sheet = 0;
+        double engine = 0;
+        std::string place;
+        double size = 0; ///< 0 where that of all values counts
+        double lost = 0;
+    };
+
     std::string what_;
     Quantity quantity_;
-    int count_ = 0;
-    double largest_ = 0; ///< size of all values
-    double sheet_ = 0;
-    double engine_ = 0;
-    std::string place_;
+    double largest_ = 0; ///< size of the values that are not alone
+    std::vector<Pair> pairs_;
 };
 
 } // namespace korvane::sheet

@@ -263,18 +263,22 @@ double MomentAreas::ruleOver(double top, double bottom, double about) const {
     return sum;
 }
 
-double MomentAreas::builtIn(double elev) const {
+double MomentAreas::staticMoment(double upTo, double about) const {
     double sum = 0;
     for (std::size_t i = 1; i < breaks_.size(); ++i) {
-        if (breaks_[i - 1] <= elev) {
+        if (breaks_[i - 1] <= upTo) {
             for (std::size_t p = 3 * (i - 1); p < 3 * i; ++p) {
-                sum += points_[p].weightedMoment * (elev - points_[p].elev);
+                sum += points_[p].weightedMoment * (about - points_[p].elev);
             }
-        } else if (breaks_[i] < elev) {
-            sum += ruleOver(elev, breaks_[i], elev);
+        } else if (breaks_[i] < upTo) {
+            sum += ruleOver(upTo, breaks_[i], about);
         }
     }
     return sum;
+}
+
+double MomentAreas::builtIn(double elev) const {
+    return staticMoment(elev, elev);
 }
 
 double MomentAreas::hinged(double elev, double heldAt) const {
@@ -304,7 +308,36 @@ double holdingForce(SolutionMethod method, const WallLoading& loading, double el
 
 } // namespace
 
+double zeroOfNetPressure(const Problem& problem, const LevelResult& level) {
+    const ElevationGrid& grid = level.solved.grid;
+    const auto& NetActive = level.solved.NetActive;
+    const double ground = std::min(problem.SurfaceElev(Right, 1), problem.SurfaceElev(Left, 1));
+    int row = 1;
+    while (row < grid.NumElevs && grid.ElevGrid(row + 1) >= ground - SameElevation) {
+        ++row;
+    }
+    const int surface = row;
+    while (row < grid.NumElevs && NetActive(row, 1) > PressureNoise &&
+           (row == surface || std::fabs(NetActive(row, 2)) > PressureNoise)) {
+        ++row;
+    }
+    return grid.ElevGrid(row);
+}
+
+double continuedMoment(const Problem& problem, const LevelResult& level) {
+    const WallLoading loading = wallLoading(problem, level);
+    const double zero = zeroOfNetPressure(problem, level);
+    const double way = problem.AnchorElev - zero;
+    return MomentAreas(loading).staticMoment(zero, problem.AnchorElev) +
+           momentAt(loading, zero) * way * way / 2 -
+           shearAbove(loading, zero) * way * way * way / 6;
+}
+
 double anchorByStatics(const Problem& problem, const LevelResult& level) {
+    if (level.method == SolutionMethod::FixedEarth && problem.AnchorElev < level.bottomElev) {
+        const double height = problem.AnchorElev - level.bottomElev;
+        return 3 * continuedMoment(problem, level) / (height * height * height);
+    }
     return holdingForce(level.method, wallLoading(problem, level), problem.AnchorElev);
 }
 

@@ -87,6 +87,8 @@ class MomentAreas {
 
     /// The bottom built in.
     double builtIn(double elev) const;
+    /// The static moment of the moment diagram between the bottom and an elevation about another.
+    double staticMoment(double upTo, double about) const;
     /// The bottom free to turn, the wall held at an elevation above it.
     double hinged(double elev, double heldAt) const;
 
@@ -107,8 +109,17 @@ class MomentAreas {
 double supportForce(const WallLoading& loading, double elev);
 
 /// The anchor force (LB per foot, toward the right) of a level by statics alone: free earth support
-/// from moments about the bottom, fixed earth support from zero deflection at the anchor.
+/// from moments about the bottom, fixed earth support from zero deflection at the anchor, below the
+/// bottom by continuedMoment.
 double anchorByStatics(const Problem& problem, const LevelResult& level);
+
+/// FT: where net active pressure has come to zero below the lower ground.
+double zeroOfNetPressure(const Problem& problem, const LevelResult& level);
+
+/// LB-FT^3 per foot: what the method has for the static moment of the moment diagram about an anchor
+/// below the bottom. From the bottom up to the zero of net pressure it is that diagram; on from
+/// there down to the anchor the moments of the loads above the zero, continued.
+double continuedMoment(const Problem& problem, const LevelResult& level);
 
 /// The loads of a level and its anchor force by statics, in the row of the anchor; none where the
 /// bottom lies above the anchor.

@@ -33,6 +33,10 @@ struct LayerSymbols {
         const Expr hold = cohesion ? Kp * stress + Expr(2) * cp * root(Kp) : Kp * stress;
         return wallFriction ? hold * cosine(deltaP) : hold;
     }
+    /// PSF: the size of what the active pressure is the difference of.
+    double activeTerms(double stress) const {
+        return std::abs((Ka * stress).value()) + std::abs((Expr(2) * ca * root(Ka)).value());
+    }
 };
 
 /// The soil between two breaks as the sheet works it out.
@@ -170,19 +174,25 @@ void checkIntervals(SheetWriter& writer, const PressureStage& stage, int side,
         weight.add(own.weight - own.water.weight.value(), engine.unitWeight - engine.waterWeight,
                    at);
         const bool far = own.bottom < stage.diagrams.grid.ElevGrid(stage.diagrams.grid.NumElevs);
+        // The breaks of a first seepage pass lie thousands of feet down: each value by itself.
         const auto end = [&](double value, const StressPoint& point) {
             const std::string where = "at " + elevationText(point.elev, writer.units());
-            stress.add(value, point.effective, where);
-            active.add(symbols.active(value).value(), point.soilActive, where);
-            passive.add(symbols.passive(value).value(), point.soilPassive, where);
+            stress.addAlone(value, point.effective, where, value);
+            active.addAlone(symbols.active(value).value(), point.soilActive, where,
+                            symbols.activeTerms(value));
+            passive.addAlone(symbols.passive(value).value(), point.soilPassive, where, value);
         };
         end(own.stressTop, engine.top);
         if (!far) {
             end(own.stressBottom, engine.bottom);
         }
     }
-    for (const WorstCheck* check : {&Ka, &Kp, &weight, &stress, &active, &passive}) {
+    for (const WorstCheck* check : {&Ka, &Kp, &weight}) {
         check->tell(writer);
+    }
+    constexpr double least = 1; // PSF, below which the last digits of elevations count
+    for (const WorstCheck* check : {&stress, &active, &passive}) {
+        check->tell(writer, 1e-6, least);
     }
 }
 
@@ -242,6 +252,7 @@ class RowPressures {
 
     struct Values {
         double active = 0, passive = 0;
+        double lost = 0; ///< what rounding may make of them
     };
     /// Just below (k = 1) or just above (k = 2) an elevation.
     Values at(double elev, int k) const {
@@ -257,7 +268,7 @@ class RowPressures {
         const Values above = inRow(row - 1, 1);
         const Values below = inRow(row, 2);
         return {(1 - t) * above.active + t * below.active,
-                (1 - t) * above.passive + t * below.passive};
+                (1 - t) * above.passive + t * below.passive, std::max(above.lost, below.lost)};
     }
 
     /// The first interval above `lowest` that counts on below its end; null without one.
@@ -291,7 +302,16 @@ class RowPressures {
                                                      : shares_.surface; // as its row stands
         const double depth = surface - elev;
         const double load = depth > SameElevation ? surchargeAt(problem_, side_, depth) : 0;
-        return {layer.active(stress).value() + load, layer.passive(stress).value() + load};
+        return {layer.active(stress).value() + load, layer.passive(stress).value() + load,
+                lostOnLine(*interval, layer, at)};
+    }
+    /// The solution takes rows from the line through both ends of their interval. Far beyond the
+    /// ends that line loses digits: the ends' pressures count times the distance over its length.
+    static double lostOnLine(const Interval& interval, const LayerSymbols& layer, double elev) {
+        const double t = (interval.top - elev) / (interval.top - interval.bottom);
+        const double ends = std::max(layer.activeTerms(interval.stressTop),
+                                     std::abs(layer.passive(interval.stressTop).value()));
+        return TermRounding * std::abs(t) * ends;
     }
 
     const Problem& problem_;
@@ -325,8 +345,9 @@ void checkRows(SheetWriter& writer, const SheetRequest& request, const PressureS
             const RowPressures::Values own = rows.at(elev, k);
             acts = acts || own.active < -PressureNoise;
             const std::string at = "at " + elevationText(elev, request.units);
-            active.add(std::max(0.0, own.active), pressures.ActivePressures(side, i, k), at);
-            passive.add(own.passive, pressures.PassivePressures(side, i, k), at);
+            active.add(std::max(0.0, own.active), pressures.ActivePressures(side, i, k), at,
+                       own.lost);
+            passive.add(own.passive, pressures.PassivePressures(side, i, k), at, own.lost);
         }
         cut.add(elev, acts);
     }

@@ -4,6 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
+#include <set>
+#include <vector>
 
 namespace korvane::sheet {
 
@@ -128,13 +132,11 @@ void addStillWater(const Problem& problem, const ElevationGrid& grid, int side, 
     }
 }
 
-/// The head that seepage loses along a face from an elevation down; gives the row that ends it, one
-/// so near the end of seepage. `nearest` is the largest distance that counts as near.
+/// The head that seepage loses along a face from an elevation down, from the first row on where
+/// that has no row; gives the row that ends it, one so near the end of seepage. `nearest` is the
+/// largest distance that counts as near.
 int addHeadLoss(const ElevationGrid& grid, const PressureStage& stage, double weight, double from,
                 double nearest, WaterRows& rows) {
-    if (from < grid.ElevGrid(grid.NumElevs) - SameElevation) {
-        return grid.NumElevs; // it begins below the wall
-    }
     int row = rowAt(grid, from) + 1;
     for (; row <= grid.NumElevs; ++row) {
         const double loss = (from - grid.ElevGrid(row)) * weight * stage.gradient;
@@ -170,20 +172,79 @@ WaterRows waterRows(const Problem& problem, const PressureStage& stage, const El
     return rows;
 }
 
-/// The grid on which a stage's water was worked out: a cantilever wall's at the end, on all its
-/// rows; an anchored wall's before the first side by coefficients, else with the last row not yet
-/// moved up to the bottom.
-ElevationGrid waterGrid(const SheetRequest& request, const PressureStage& stage) {
-    if (!stage.review && request.problem.WallType == WallKind::Cantilever) {
-        return stage.diagrams.grid;
-    }
+/// The rows that were there before wedge sides and net pressures put in theirs at zeros.
+ElevationGrid withoutLaterRows(const PressureStage& stage, const ElevationGrid& rows) {
+    bool bothByWedges = true;
+    double upperSurface = -std::numeric_limits<double>::infinity();
+    std::set<double> worked;
+    std::set<double> putIn;
     for (const int side : {Right, Left}) {
-        if (stage.details != nullptr && !stage.details->sides(side).rows.empty()) {
-            return workedRows(stage.details->sides(side));
+        const auto& wedge = stage.details->sides(side).wedge.pressures;
+        bothByWedges = bothByWedges && !wedge.empty();
+        upperSurface = std::max(upperSurface, wedge.empty() ? upperSurface : wedge.front().elev);
+        for (const WedgePressureRow& row : wedge) {
+            (row.inserted ? putIn : worked).insert(row.elev);
         }
     }
-    return stage.review ? stage.diagrams.grid
-                        : request.solved.results->levels(stage.level).solved.grid;
+    ElevationGrid kept;
+    for (int row = 1; row <= rows.NumElevs; ++row) {
+        const double elev = rows.ElevGrid(row);
+        const bool came = bothByWedges && elev < upperSurface && worked.count(elev) == 0;
+        if (!came && putIn.count(elev) == 0) {
+            kept.ElevGrid(++kept.NumElevs) = elev;
+        }
+    }
+    return kept;
+}
+
+/// The grid on which a stage's water was worked out before the search for the bottom.
+ElevationGrid searchedGrid(const SheetRequest& request, const PressureStage& stage) {
+    ElevationGrid rows = stage.diagrams.grid;
+    if (!stage.review) {
+        const LevelResult& level = request.solved.results->levels(stage.level);
+        rows = level.solved.grid;
+        rows.ElevGrid(level.bottomIndex) = level.bottomRowElev;
+    }
+    if (stage.details == nullptr) {
+        return rows;
+    }
+    for (const int side : {Right, Left}) {
+        if (!stage.details->sides(side).rows.empty()) {
+            rows = workedRows(stage.details->sides(side));
+            break;
+        }
+    }
+    return withoutLaterRows(stage, rows);
+}
+
+/// A cantilever wall's water is worked out again at the end, on all its rows with the bottom among
+/// them.
+bool hasNewWater(const SheetRequest& request, const PressureStage& stage) {
+    if (stage.review || request.problem.WallType != WallKind::Cantilever) {
+        return false;
+    }
+    const LevelResult& level = request.solved.results->levels(stage.level);
+    return level.transitionElev > level.bottomElev;
+}
+
+ElevationGrid waterGrid(const SheetRequest& request, const PressureStage& stage) {
+    return hasNewWater(request, stage) ? request.solved.results->levels(stage.level).solved.grid
+                                       : searchedGrid(request, stage);
+}
+
+/// An elevation at which seepage begins and whose row the bottom of a cantilever wall has taken:
+/// its head loss then begins at the first row. None elsewhere.
+std::optional<double> lostRow(const SheetRequest& request, const PressureStage& stage) {
+    if (!seeps(request.problem) || !hasNewWater(request, stage)) {
+        return std::nullopt;
+    }
+    for (const double elev : {request.problem.SeepageElev, seepageExit(request.problem)}) {
+        if (rowAt(waterGrid(request, stage), elev) == 0 &&
+            rowAt(searchedGrid(request, stage), elev) != 0) {
+            return elev;
+        }
+    }
+    return std::nullopt;
 }
 
 /// Own pressures at any elevation: straight lines between the rows of a grid.
@@ -207,6 +268,17 @@ struct WaterLine {
         return (1 - t) * rows.below[row - 1] + t * rows.above[row];
     }
 };
+
+void writeLostRow(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
+    if (const std::optional<double> lost = lostRow(request, stage)) {
+        writer.paragraph("Approximation: the bottom of the wall has taken the row at " +
+                         elevationText(*lost, request.units) +
+                         ", from which head is lost. The diagram of water that the solution works "
+                         "out on the rows of the wall found loses that head from the first row on; "
+                         "the net pressures and all that follows rest on the water of the search, "
+                         "with that row.");
+    }
+}
 
 /// All rows, just above and just below them.
 void checkWater(SheetWriter& writer, const SheetRequest& request, const PressureStage& stage) {
@@ -343,6 +415,20 @@ void writeNetWater(SheetWriter& writer, const SheetRequest& request, const Press
 
 } // namespace
 
+void putInSearchedWater(const SheetRequest& request, PressureStage& stage) {
+    if (!lostRow(request, stage)) {
+        return;
+    }
+    const ElevationGrid searched = searchedGrid(request, stage);
+    const WaterLine own{searched, waterRows(request.problem, stage, searched)};
+    const ElevationGrid& grid = stage.diagrams.grid;
+    for (int row = 1; row <= grid.NumElevs; ++row) {
+        for (const int k : {1, 2}) {
+            stage.diagrams.pressures.WaterPressures(row, k) = own.at(grid.ElevGrid(row), k);
+        }
+    }
+}
+
 double seepageExit(const Problem& problem) {
     return std::min(problem.WaterElev(Left), problem.SurfaceElev(Left, 1));
 }
@@ -380,6 +466,7 @@ void writeWater(SheetWriter& writer, const SheetRequest& request, const Pressure
     } else {
         writeNetWater(writer, request, stage);
     }
+    writeLostRow(writer, request, stage);
     checkWater(writer, request, stage);
 }
 

@@ -146,7 +146,7 @@ void writePolygon(const WedgeRun& run, const std::vector<ForceVector>& polygon, 
         caption += std::string(&force == &polygon.front() ? "" : ", ") + force.name + " " +
                    quantityText(Quantity::Force, std::hypot(force.x, force.y), run.request.units);
     }
-    caption += std::string(" ") + unitOf(Quantity::Force, run.request.units).name;
+    caption += " " + unitMarkup(Quantity::Force, run.request.units);
     run.writer.markup("<figure>" +
                       polygonDrawing(polygon, active ? "Forces on the active wedge"
                                                      : "Forces on the passive wedge") +
@@ -263,6 +263,21 @@ void writeReach(const WedgeRun& run) {
     }
 }
 
+/// Share of a force that rounding may make up before its digits count for nothing.
+constexpr double LostForce = 1e-3;
+
+void writeSenseless(const WedgeRun& run, const ElevationRanges& ranges, bool active) {
+    const std::string where = ranges.text(run.request.units);
+    if (!where.empty()) {
+        run.writer.paragraph(std::string("Without a meaning: on the governing ") +
+                             (active ? "active" : "passive") +
+                             " plane a divisor (A of an outer piece, or D at the wall) vanishes but "
+                             "for rounding, and the force is what rounding makes of the quotient; "
+                             "its check allows for that. So at " +
+                             where + ".");
+    }
+}
+
 void checkPlanes(const WedgeRun& run) {
     const double lowest = lowestElev(run.stage);
     WorstCheck weight("Weight of the soil on planes, " + run.place(), Quantity::Force);
@@ -272,6 +287,8 @@ void checkPlanes(const WedgeRun& run) {
     WorstCheck friction("Friction on planes by the polygon of forces, " + run.place(),
                         Quantity::Number);
     WorstCheck onWall("Mean developed wall friction, " + run.place(), Quantity::Angle);
+    ElevationRanges noActive;
+    ElevationRanges noPassive;
     for (const WedgeRow& row : run.wedge.rows) {
         if (row.elev < lowest) {
             break;
@@ -284,28 +301,37 @@ void checkPlanes(const WedgeRun& run) {
             }
             const std::vector<WedgePiece> pieces = piecesOf(run, plane);
             double outer = 0;
+            double lostOutside = 0;
             for (const WedgePiece& piece : pieces) {
                 weight.add(soilWeight(run.problem(), run.stage, run.side, piece), piece.soil, at);
                 load.add(loadWeight(run.problem(), run.side, piece), piece.surcharge, at);
                 if (&piece != &pieces.back()) {
-                    outer += PieceSymbols(piece, isActive).outward().value();
+                    const PieceSymbols outside(piece, isActive);
+                    outer += outside.outward().value();
+                    lostOutside += outside.lostOutward();
                 }
             }
             const PieceSymbols symbols(pieces.back(), isActive);
             const WallStrengths wall =
                 wallTerms(run.request, run.stage, run.side, row.elev, isActive);
-            const WallForce force = wallForce(symbols, outer, wall);
-            (isActive ? active : passive).add(force.horizontal.value(), plane.force, at);
+            const WallForce force = wallForce(symbols, outer, wall, lostOutside);
+            // Each by itself: a force that is rounding alone would hide all others.
+            (isActive ? active : passive)
+                .addAlone(force.horizontal.value(), plane.force, at, 0, force.lost);
             onWall.add(wall.friction, plane.wallFriction, at);
-            friction.add(
-                reactionTangent(forcePolygon(symbols, outer, wall, force.P.value()), symbols),
-                pieces.back().friction, at);
+            const ReactionTangent tangent = reactionTangent(
+                forcePolygon(symbols, outer, wall, force.P.value()), symbols, force.lost);
+            friction.addAlone(tangent.value, pieces.back().friction, at, 0, tangent.lost);
+            (isActive ? noActive : noPassive)
+                .add(row.elev, force.lost > LostForce * std::abs(plane.force));
         }
     }
+    writeSenseless(run, noActive, true);
+    writeSenseless(run, noPassive, false);
     weight.tell(run.writer);
     load.tell(run.writer, 1e-6, 1);
-    active.tell(run.writer);
-    passive.tell(run.writer);
+    active.tell(run.writer, 1e-6, 1);
+    passive.tell(run.writer, 1e-6, 1);
     friction.tell(run.writer, 1e-6, 1);
     onWall.tell(run.writer, 1e-6, 1);
 }

@@ -287,7 +287,40 @@ Expr PieceSymbols::outward() const {
                     : -((W + C * cosine(a)) * ratio) + C * sine(a);
 }
 
-WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallStrengths& wall) {
+double PieceSymbols::termsOfA() const {
+    return std::abs(sine(a).value()) + std::abs((t * cosine(a)).value());
+}
+
+double PieceSymbols::termsOfB() const {
+    return std::abs((t * sine(a)).value()) + std::abs(cosine(a).value());
+}
+
+double PieceSymbols::lostOutward() const {
+    return TermRounding * termsOfA() / std::abs(A().value()) * std::abs(outward().value());
+}
+
+namespace {
+
+/// LB: what rounding may make of the force on the wall: of its divisor, its sums and what the outer
+/// pieces have lost.
+double lostOfForce(const PieceSymbols& piece, const WallForce& force, double outerForce,
+                   const WallStrengths& wall, double lostOutside) {
+    const double delta = wall.friction * DegreesToRadians;
+    const double divisor = piece.termsOfB() * std::abs(std::sin(delta)) +
+                           piece.termsOfA() * std::abs(std::cos(delta));
+    const double cohesion = std::abs(piece.C.value());
+    const double vertical = std::abs(piece.W.value()) + std::abs(wall.adhesion) + cohesion;
+    const double sums =
+        vertical * piece.termsOfB() + (std::abs(outerForce) + cohesion) * piece.termsOfA();
+    return (TermRounding * (std::abs(force.P.value()) * divisor + sums) +
+            lostOutside * std::abs(force.A.value())) /
+           std::abs(force.D.value());
+}
+
+} // namespace
+
+WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallStrengths& wall,
+                    double lostOutside) {
     const Expr delta = term("δ", "", wall.friction, Quantity::Angle);
     const Expr H = term("H", "", outerForce, Quantity::Force);
     const Expr T = term("T", "", wall.adhesion, Quantity::Force);
@@ -308,9 +341,11 @@ WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallStre
         vertical = active ? vertical - along : vertical + along;
         level = active ? H - piece.C * sine(piece.a) : H + piece.C * sine(piece.a);
     }
-    const Expr force = (pushed ? vertical * B - level * A : vertical * B) / D;
-    return {piece.A(), piece.B(), divisor, force,
-            term("P", "", force.value(), Quantity::Force) * cosine(delta)};
+    const Expr P = (pushed ? vertical * B - level * A : vertical * B) / D;
+    WallForce force{piece.A(), piece.B(), divisor, P,
+                    term("P", "", P.value(), Quantity::Force) * cosine(delta)};
+    force.lost = lostOfForce(piece, force, outerForce, wall, lostOutside);
+    return force;
 }
 
 std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerForce,
@@ -341,7 +376,8 @@ std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerFor
     return forces;
 }
 
-double reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbols& piece) {
+ReactionTangent reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbols& piece,
+                                double lostForce) {
     const auto isReaction = [](const ForceVector& force) {
         return force.kind == ForceVector::Kind::Reaction;
     };
@@ -350,7 +386,12 @@ double reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbo
     const double cos = cosine(piece.a).value();
     const double along = reaction.x * sin + reaction.y * cos;
     const double across = -reaction.x * cos + reaction.y * sin;
-    return piece.sign * along / across;
+    double lost = lostForce;
+    for (const ForceVector& force : polygon) {
+        lost += TermRounding * std::hypot(force.x, force.y);
+    }
+    const double tangent = piece.sign * along / across;
+    return {tangent, lost * (1 + std::abs(tangent)) / std::abs(across)};
 }
 
 namespace {

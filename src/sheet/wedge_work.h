@@ -44,15 +44,22 @@ struct PieceSymbols {
     PieceSymbols(const WedgePiece& piece, bool active);
     /// LB: what an outer piece adds to the push on its inner neighbour.
     Expr outward() const;
+    /// LB: what rounding may make of it where its divisor A nearly vanishes.
+    double lostOutward() const;
     Expr A() const;
     Expr B() const;
+    double termsOfA() const; ///< size of what A is the sum of
+    double termsOfB() const;
 };
 
 /// The steps to the force of the piece at the wall.
 struct WallForce {
     Expr A, B, D, P, horizontal;
+    double lost = 0; ///< LB: what rounding may make of P where D nearly vanishes
 };
-WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallStrengths& wall);
+/// `lostOutside` is what rounding may make of the outer force, LB.
+WallForce wallForce(const PieceSymbols& piece, double outerForce, const WallStrengths& wall,
+                    double lostOutside = 0);
 
 /// Forces on the wedge at the wall, LB, x away from the wall and y up.
 struct ForceVector {
@@ -68,8 +75,13 @@ std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerFor
                                       const WallStrengths& wall, double wallForce);
 
 /// The tangent of the angle between the reaction and the plane's normal: the developed friction
-/// where the forces are in equilibrium.
-double reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbols& piece);
+/// where the forces are in equilibrium. `lost` is what rounding may make of it, with `lostForce` LB
+/// lost of the force on the wall.
+struct ReactionTangent {
+    double value = 0, lost = 0;
+};
+ReactionTangent reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbols& piece,
+                                double lostForce);
 
 /// The polygon as a drawing, tail to head.
 std::string polygonDrawing(const std::vector<ForceVector>& polygon, std::string_view title);

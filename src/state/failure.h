@@ -18,7 +18,7 @@ enum class FailureCode {
     CoefficientsForWedge, ///< side
     GradientTooLarge,
     FrictionTooLarge,      ///< side, layer: developed friction beyond the tables
-    SoilWeightNotPositive, ///< side, layer
+    SoilWeightNotPositive, ///< side, layer, gradient
     NoSignChange,          ///< of net active pressure in the embedded depth
     ImproperRotation,
     CantileverBottomAbove, ///< elev
@@ -67,6 +67,7 @@ struct Failure {
     int level = 0;
     double elev = 0;        ///< FT
     double distance = 0;    ///< FT from the wall
+    double gradient = 0;    ///< FT/FT, of the seepage under which soil weighs nothing
     double low = 0;         ///< factor of safety
     double high = 0;        ///< factor of safety
     bool bracketed = false; ///< low and high stand
