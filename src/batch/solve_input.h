@@ -23,7 +23,7 @@ struct Message {
 struct Outcome {
     int status = StatusSolved;
     std::vector<Message> messages;
-    std::string during; ///< what was being done where there are no results: "reading the input"
+    std::string during;   ///< what was being done where there are no results: "reading the input"
     std::string withheld; ///< which outputs of an input that was not read are missing, and why
     std::vector<Note> notes;
     std::vector<Check> failedChecks; ///< of the calculation sheet

@@ -66,8 +66,8 @@ void lookAtFactors(const Wall& wall, NoteSink& notes) {
 double factorBehind(const Problem& problem, int side) {
     double largest = std::max(problem.Level2FSActive(side), problem.Level2FSPassive(side));
     for (int layer = 1; layer <= problem.SoilLayerCount(side); ++layer) {
-        largest = std::max({largest, problem.SoilFSActive(side, layer),
-                            problem.SoilFSPassive(side, layer)});
+        largest = std::max(
+            {largest, problem.SoilFSActive(side, layer), problem.SoilFSPassive(side, layer)});
     }
     return largest;
 }

@@ -282,8 +282,8 @@ std::optional<BreakPressures> ComputeBreakPressures(State& state, int side, int 
             w = waterShare(state, side, level, lowerEnd);
         }
         if (g - w <= 0) {
-            const bool seeps = belowWater(problem, side, lowerEnd) &&
-                               seepsAt(state, side, level, lowerEnd);
+            const bool seeps =
+                belowWater(problem, side, lowerEnd) && seepsAt(state, side, level, lowerEnd);
             fail(state, {.code = FailureCode::SoilWeightNotPositive,
                          .side = side,
                          .layer = L,

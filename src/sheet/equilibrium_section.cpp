@@ -333,9 +333,8 @@ void writeSums(const Balance& balance, const Totals& totals) {
                        "anchor force by the moment of all loads about the bottom:");
     } else if (balance.anchored()) {
         const double height = problem.AnchorElev - level.bottomElev;
-        const double area = isBelow(balance)
-                                ? continuedMoment(problem, level)
-                                : MomentAreas(loading).builtIn(problem.AnchorElev);
+        const double area = isBelow(balance) ? continuedMoment(problem, level)
+                                             : MomentAreas(loading).builtIn(problem.AnchorElev);
         writer.paragraph("Built in at its bottom and without its anchor, the wall would move at "
                          "the anchor by D/EI, where D is the static moment of its moment diagram "
                          "about the anchor. The anchor force T brings it back: D is T times the "

@@ -141,9 +141,9 @@ class Printer {
         case Form::Number:
             return mathNumber(node.value);
         case Form::UnitFactor:
-            return units_ == nullptr             ? mathSymbol({"u"})
+            return units_ == nullptr           ? mathSymbol({"u"})
                    : *units_ == UnitSystem::SI ? mathNumber(node.metric)
-                                                 : mathNumber(node.value);
+                                               : mathNumber(node.value);
         case Form::Pi:
             return "<mi>π</mi>";
         case Form::Term:

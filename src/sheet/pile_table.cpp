@@ -138,8 +138,7 @@ void writeSectionFormulas(const PileJob& job) {
     SheetWriter& writer = job.writer;
     const SectionFormulas formulas = formulasOf(job, 1);
     writer.paragraph("The formulas with the numbers of the first section, " +
-                     job.request.sections.PileName(1) +
-                     "; u is the factor between the units:");
+                     job.request.sections.PileName(1) + "; u is the factor between the units:");
     writer.formula({"S", "req"}, formulas.required, Quantity::SectionModulus,
                    "section modulus required:");
     writer.formula({"σ"}, formulas.stress, Quantity::Modulus, "stress:");

@@ -7,9 +7,9 @@ namespace korvane::sheet {
 
 /// The largest moment and deflection of a level as the sheet has worked them out.
 struct OwnExtremes {
-    double moment = 0;         ///< LB-FT per foot
-    double momentShare = 0;    ///< of it by which the solution's may differ
-    double deflection = 0;     ///< IN, or in a design times modulus and inertia, LB-IN^3 per foot
+    double moment = 0;      ///< LB-FT per foot
+    double momentShare = 0; ///< of it by which the solution's may differ
+    double deflection = 0;  ///< IN, or in a design times modulus and inertia, LB-IN^3 per foot
     double deflectionShare = 0;
 };
 

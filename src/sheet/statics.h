@@ -116,9 +116,9 @@ double anchorByStatics(const Problem& problem, const LevelResult& level);
 /// FT: where net active pressure has come to zero below the lower ground.
 double zeroOfNetPressure(const Problem& problem, const LevelResult& level);
 
-/// LB-FT^3 per foot: what the method has for the static moment of the moment diagram about an anchor
-/// below the bottom. From the bottom up to the zero of net pressure it is that diagram; on from
-/// there down to the anchor the moments of the loads above the zero, continued.
+/// LB-FT^3 per foot: what the method has for the static moment of the moment diagram about an
+/// anchor below the bottom. From the bottom up to the zero of net pressure it is that diagram; on
+/// from there down to the anchor the moments of the loads above the zero, continued.
 double continuedMoment(const Problem& problem, const LevelResult& level);
 
 /// The loads of a level and its anchor force by statics, in the row of the anchor; none where the

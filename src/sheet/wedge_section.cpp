@@ -269,12 +269,12 @@ constexpr double LostForce = 1e-3;
 void writeSenseless(const WedgeRun& run, const ElevationRanges& ranges, bool active) {
     const std::string where = ranges.text(run.request.units);
     if (!where.empty()) {
-        run.writer.paragraph(std::string("Without a meaning: on the governing ") +
-                             (active ? "active" : "passive") +
-                             " plane a divisor (A of an outer piece, or D at the wall) vanishes but "
-                             "for rounding, and the force is what rounding makes of the quotient; "
-                             "its check allows for that. So at " +
-                             where + ".");
+        run.writer.paragraph(
+            std::string("Without a meaning: on the governing ") + (active ? "active" : "passive") +
+            " plane a divisor (A of an outer piece, or D at the wall) vanishes but "
+            "for rounding, and the force is what rounding makes of the quotient; "
+            "its check allows for that. So at " +
+            where + ".");
     }
 }
 

@@ -306,8 +306,8 @@ namespace {
 double lostOfForce(const PieceSymbols& piece, const WallForce& force, double outerForce,
                    const WallStrengths& wall, double lostOutside) {
     const double delta = wall.friction * DegreesToRadians;
-    const double divisor = piece.termsOfB() * std::abs(std::sin(delta)) +
-                           piece.termsOfA() * std::abs(std::cos(delta));
+    const double divisor =
+        piece.termsOfB() * std::abs(std::sin(delta)) + piece.termsOfA() * std::abs(std::cos(delta));
     const double cohesion = std::abs(piece.C.value());
     const double vertical = std::abs(piece.W.value()) + std::abs(wall.adhesion) + cohesion;
     const double sums =

@@ -124,6 +124,40 @@ TEST(BatchSheet, NeedsAReportFile) {
     EXPECT_EQ(office.files(), (std::set<std::string>{"a.dat"}));
 }
 
+TEST(BatchSheet, WhatARefusedInputHasNoneOfIsTold) {
+    const BatchOffice office;
+    const std::string input = office.write("a.dat", refusedInput);
+    const auto line = [&](const std::string& what) {
+        return input + ": while reading the input\n" + input + ": " + what +
+               ": the input was refused\n";
+    };
+    const BatchRun sheet = office.run({"--sheet", "--quiet", input});
+    EXPECT_EQ(sheet.status, 1);
+    EXPECT_TRUE(sheet.err.ends_with(line("no calculation sheet"))) << sheet.err;
+    EXPECT_TRUE(office.run({"--compare", "--quiet", input}).err.ends_with(line("no comparison")));
+    EXPECT_TRUE(office.run({"--sheet", "--compare", "--quiet", input})
+                    .err.ends_with(line("no calculation sheet and no comparison")));
+    EXPECT_EQ(office.run({"--quiet", input}).err.find("no calculation sheet"), std::string::npos);
+    // A failed wall has both.
+    const std::string failing = office.write("b.dat", failingInput);
+    EXPECT_EQ(office.run({"--sheet", "--compare", failing}).err.find("no calculation sheet"),
+              std::string::npos);
+    EXPECT_NE(office.read("b.html"), "");
+}
+
+TEST(BatchSheet, TakesItsPlaceWhateverStandsThereAsTheOtherOutputsDo) {
+    const BatchOffice office;
+    const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");
+    const std::string mine = "MINE";
+    for (const char* name : {"a.html", "a.out", "a.json", "a-moment.svg"}) {
+        office.write(name, mine);
+    }
+    ASSERT_EQ(office.run({"--sheet", "--json", "--plots", input}).status, 0);
+    for (const char* name : {"a.html", "a.out", "a.json", "a-moment.svg"}) {
+        EXPECT_NE(office.read(name), mine) << name;
+    }
+}
+
 TEST(BatchSheet, AFullDiskLeavesThatOfAnEarlierRunWhole) {
     const BatchOffice office;
     const std::string input = office.copy("examples/cantilever-dry-sand.dat", "a.dat");

@@ -31,6 +31,23 @@ Problem givenWall() {
     return problem;
 }
 
+TEST(InputNotes, FactorsBehindGivenCoefficientsAreIdle) {
+    Problem problem = plainCantilever();
+    problem.SoilDataKind(Right) = SoilData::Coefficients;
+    problem.SoilCoefActive(Right, 1) = 0.3;
+    problem.SoilCoefPassive(Right, 1) = 3;
+    EXPECT_FALSE(saysOfInput(problem, "idle-factors")); // the wall's own act on the left
+    problem.Level2FSActive(Left) = problem.Level2FSPassive(Left) = 1.5;
+    EXPECT_FALSE(saysOfInput(problem, "idle-factors")); // so do these
+    problem.Level2FSActive(Right) = 1.2;
+    problem.Level2FSPassive(Right) = 1.5;
+    const auto note = inputNote(problem, "idle-factors");
+    ASSERT_TRUE(note);
+    EXPECT_EQ(note->severity, Severity::Remark);
+    EXPECT_EQ(note->side, Right);
+    EXPECT_EQ(note->value, 1.5);
+}
+
 TEST(InputNotes, OfAGivenBottomKnowWhatLiesBelowIt) {
     Problem problem = givenWall();
     problem.HLineCount = 1;

@@ -272,14 +272,76 @@ TEST(ResultNotes, ALoadOfElevenPointsLeavesRoomForACrack) {
 
 // ---- seepage -----------------------------------------------------------------------------------
 
+/// An anchored wall in front of stiff clay that needs little depth: a head of 10 FT over a path of
+/// 5 FT and twice the depth.
+Problem shallowWall(double cohesion, double saturatedWeight) {
+    Problem problem = withWater(plainAnchoredWall(), 0, -10);
+    problem.SeepageKind = Seepage::Automatic;
+    problem.SeepageElev = -5;
+    problem.SoilFriction(Left, 1) = 0;
+    problem.SoilCohesion(Left, 1) = cohesion;
+    setBothSides(problem.SoilSatWeight, saturatedWeight);
+    return problem;
+}
+
 TEST(ResultNotes, TheGradientAtItsLimit) {
-    ToldWall wall(seepingWall());
-    ASSERT_TRUE(wall.isSolved());
-    const double limit = wall.workspace.review().SeepageGradientLimit;
-    wall.level().seepageGradient = limit - 1e-6;
+    // 10 / (5 + 2 d) is 0.9999, the largest, at d = 2.5 FT.
+    ToldWall deep(shallowWall(600, 130));
+    ASSERT_TRUE(deep.isSolved());
+    ASSERT_GT(deep.level().penetration, 2.5);
+    EXPECT_FALSE(deep.says("gradient-limit"));
+    ToldWall shallow(shallowWall(700, 130));
+    ASSERT_TRUE(shallow.isSolved());
+    ASSERT_LT(shallow.level().penetration, 2.5);
+    EXPECT_EQ(shallow.note("gradient-limit")->severity, Severity::Unsafe);
+    EXPECT_EQ(shallow.note("gradient-limit")->value, 0.9999);
+    shallow.level(1).seepageGradient = 0.9999 - 1e-6; // at its very edge no wall stands
+    shallow.level(2).seepageGradient = 0.5;
+    EXPECT_FALSE(shallow.says("gradient-limit"));
+}
+
+TEST(ResultNotes, TheGradientThatLeavesSoilWithoutWeightIsToldOfTheFailure) {
+    // 114 / 62.4 - 1 = 0.8269: there soil of 114 PCF floats, and the limit stops just there.
+    ToldWall wall(shallowWall(700, 114));
+    ASSERT_EQ(wall.solved.failure.code, FailureCode::SoilWeightNotPositive);
+    const auto limit = wall.note("gradient-limit");
+    ASSERT_TRUE(limit);
+    EXPECT_EQ(limit->severity, Severity::Unsafe);
+    EXPECT_EQ(limit->layer, 1);
+    EXPECT_NEAR(*limit->value, 51.6 / 62.4, 1e-12);
+    EXPECT_NE(limit->text.find("that has ended the solution"), std::string::npos);
+    const auto exit = wall.note("exit-gradient");
+    ASSERT_TRUE(exit);
+    EXPECT_EQ(exit->severity, Severity::Unsafe);
+    EXPECT_NEAR(*exit->value, 1, 1e-12);
+    wall.solved.failure.gradient -= 1e-6; // weightless for another reason than the limit
     EXPECT_FALSE(wall.says("gradient-limit"));
-    wall.level().seepageGradient = limit;
-    EXPECT_EQ(wall.note("gradient-limit")->severity, Severity::Unsafe);
+    EXPECT_TRUE(wall.says("exit-gradient"));
+    wall.solved.failure.side = Right;
+    EXPECT_FALSE(wall.says("exit-gradient"));
+}
+
+TEST(ResultNotes, AGivenGradientThatLeavesSoilWithoutWeightIsToldOfTheFailure) {
+    // (100 - 62.4) / (0.7 x 62.4) = 0.8608.
+    Problem problem = withWater(plainCantilever(), 0, -10);
+    problem.SeepageKind = Seepage::Given;
+    problem.SeepageGradient(1) = 0.7;
+    problem.SeepageElev = 0;
+    setBothSides(problem.SoilSatWeight, 100);
+    ToldWall wall(problem);
+    ASSERT_EQ(wall.solved.failure.code, FailureCode::SoilWeightNotPositive);
+    ASSERT_TRUE(wall.note("exit-gradient"));
+    EXPECT_NEAR(*wall.note("exit-gradient")->value, 37.6 / 43.68, 1e-9);
+    EXPECT_FALSE(wall.says("gradient-limit")); // a given one has none
+}
+
+TEST(ResultNotes, SoilThatFloatsWithoutSeepageHasNoGradientToTell) {
+    Problem problem = withWater(plainCantilever(), -10, -10);
+    setBothSides(problem.SoilSatWeight, 60);
+    ToldWall wall(problem);
+    ASSERT_EQ(wall.solved.failure.code, FailureCode::SoilWeightNotPositive);
+    EXPECT_FALSE(wall.says("gradient-limit"));
+    EXPECT_FALSE(wall.says("exit-gradient"));
 }
 
 TEST(ResultNotes, TheExitGradient) {
@@ -304,33 +366,51 @@ TEST(ResultNotes, TheExitGradient) {
 // ---- loads, anchor, layers ---------------------------------------------------------------------
 
 TEST(ResultNotes, HorizontalLoadsBelowTheBottom) {
-    ToldWall wall(plainCantilever());
-    ASSERT_TRUE(wall.isSolved());
-    wall.problem.HLineCount = 1;
-    wall.problem.HLineElev(1) = wall.level().bottomElev;
-    EXPECT_FALSE(wall.says("load-below-bottom"));
-    wall.problem.HLineElev(1) -= 0.1;
-    EXPECT_TRUE(wall.says("load-below-bottom"));
+    // The bottom comes to stand at EL -20.04: a load of 10 LB moves it by 0.002 FT.
+    for (const bool below : {false, true}) {
+        Problem problem = plainCantilever();
+        problem.HLineCount = 1;
+        problem.HLineElev(1) = below ? -20.05 : -20.03;
+        problem.HLineLoad(1) = 10;
+        ToldWall wall(problem);
+        ASSERT_TRUE(wall.isSolved());
+        ASSERT_EQ(wall.level().bottomElev > problem.HLineElev(1), below);
+        EXPECT_EQ(wall.says("load-below-bottom"), below);
+    }
 }
 
 TEST(ResultNotes, DistributedLoadsBelowTheBottom) {
-    ToldWall wall(plainCantilever());
-    ASSERT_TRUE(wall.isSolved());
-    wall.problem.HDistCount = 2;
-    wall.problem.HDistElev(1) = -5;
-    wall.problem.HDistElev(2) = wall.level().bottomElev;
-    EXPECT_FALSE(wall.says("load-below-bottom"));
-    wall.problem.HDistElev(2) -= 0.1;
-    EXPECT_EQ(wall.note("load-below-bottom")->value, wall.problem.HDistElev(2));
+    for (const bool below : {false, true}) {
+        Problem problem = plainCantilever();
+        problem.HDistCount = 2;
+        problem.HDistElev(1) = -5;
+        problem.HDistElev(2) = below ? -20.2 : -20.16;
+        problem.HDistLoad(1) = problem.HDistLoad(2) = 10;
+        ToldWall wall(problem);
+        ASSERT_TRUE(wall.isSolved());
+        ASSERT_EQ(wall.level().bottomElev > problem.HDistElev(2), below);
+        EXPECT_EQ(wall.says("load-below-bottom"), below);
+        EXPECT_TRUE(!below || wall.note("load-below-bottom")->value == -20.2);
+    }
 }
 
 TEST(ResultNotes, AnAnchorMustPull) {
+    // A load above the anchor that pulls to the right: from 880 LB on fixed earth support presses
+    // on the anchor.
+    for (const double pull : {870, 890}) {
+        Problem problem = plainAnchoredWall();
+        problem.HLineCount = 1;
+        problem.HLineElev(1) = -0.5;
+        problem.HLineLoad(1) = -pull;
+        ToldWall wall(problem);
+        ASSERT_TRUE(wall.isSolved());
+        const double force = wall.level(2).anchorForce;
+        ASSERT_EQ(force > 0, pull < 880) << force;
+        EXPECT_EQ(wall.says("anchor-force"), force <= 0);
+    }
     ToldWall wall(plainAnchoredWall());
-    ASSERT_TRUE(wall.isSolved());
     EXPECT_FALSE(wall.says("anchor-force"));
-    wall.level(2).anchorForce = 0.01;
-    EXPECT_FALSE(wall.says("anchor-force"));
-    wall.level(2).anchorForce = 0;
+    wall.level(2).anchorForce = 0; // none comes to just nothing
     EXPECT_EQ(wall.note("anchor-force")->severity, Severity::Unsafe);
 }
 

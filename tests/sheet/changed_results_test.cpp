@@ -100,6 +100,25 @@ TEST(ChangedResults, APressureInForceIsFound) {
                              "Net active pressure"));
 }
 
+TEST(ChangedResults, WhatSectionsComeToIsFound) {
+    SheetBench anchored = example("anchored-sand");
+    for (const int level : {1, 2}) {
+        const std::string method = level == 1 ? "free earth: " : "fixed earth: ";
+        ResultDiagrams& rows = anchored.results->levels(level).diagrams;
+        for (const char* what : {"section modulus required", "stress of sections",
+                                 "allowable over present stress of sections"}) {
+            EXPECT_TRUE(isFoundAfter(anchored, rows.MaxMoment.value, method + what));
+        }
+        EXPECT_TRUE(isFoundAfter(anchored, rows.MaxDeflection.value,
+                                 method + "largest deflection of sections"));
+    }
+    EXPECT_EQ(failedChecks(anchored.sheet()), "");
+    SheetBench cantilever = example("cantilever-dry-sand");
+    ResultDiagrams& rows = cantilever.results->levels(1).diagrams;
+    EXPECT_TRUE(isFoundAfter(cantilever, rows.MaxMoment.value, "stress of sections"));
+    EXPECT_TRUE(isFoundAfter(cantilever, rows.MaxDeflection.value, "largest deflection of"));
+}
+
 TEST(ChangedResults, WedgeForcesWeightsAndPressuresAreFound) {
     for (const char* name : {"sloping-backfill-sweep", "anchored-adhesion"}) {
         SheetBench bench = example(name);

@@ -30,6 +30,19 @@ TEST(Expression, PrintsLettersSideBySideAndNumbersWithASign) {
     EXPECT_EQ(product.numbers(UnitSystem::SI), "<mtext>0.3⋅57.456</mtext>");
 }
 
+TEST(Expression, PrintsTheFactorBetweenItsUnits) {
+    // 12 x 15000 LB-FT over 10 IN^3 are 18000 PSI.
+    const Expr stress = unitFactor(12, 1000) * term("M", "", 15000, Quantity::Moment) /
+                        term("S", "", 10, Quantity::SectionModulus);
+    EXPECT_DOUBLE_EQ(stress.value(), 18000);
+    EXPECT_EQ(stress.symbols(), "<mfrac><mrow><mi>u</mi><mo>\u2062</mo><mi>M</mi></mrow>"
+                                "<mrow><mi>S</mi></mrow></mfrac>");
+    EXPECT_EQ(stress.numbers(US), "<mfrac><mrow><mtext>12⋅15000</mtext></mrow><mn>10</mn></mfrac>");
+    // 15000 LB-FT a foot are 66.723 kNm a metre, 10 IN^3 a foot 537.63 cm^3: 124.11 MPa.
+    EXPECT_EQ(stress.numbers(UnitSystem::SI),
+              "<mfrac><mrow><mtext>1000⋅66.723</mtext></mrow><mn>537.63</mn></mfrac>");
+}
+
 TEST(Expression, PutsParenthesesWhereTheyAreNeeded) {
     const Expr a = term("a", "", 2);
     const Expr b = term("b", "", -3);

@@ -3,6 +3,10 @@
 #include "support/failing_walls.h"
 #include "support/pressure_bench.h"
 
+#include <gmock/gmock.h>
+
+#include <utility>
+
 namespace korvane::test {
 namespace {
 
@@ -61,6 +65,36 @@ TEST(SheetOfClayWithoutADepth, TheWeakestLayerIsTold) {
     const std::string html = bench.sheet().html;
     EXPECT_NE(html.find("<b>200\u00a0PSF</b>"), std::string::npos);
     EXPECT_NE(html.find("no depth holds this wall"), std::string::npos);
+}
+
+TEST(SheetOfFailingWalls, AStressBesideBreaksThousandsOfFeetDownIsStillChecked) {
+    // Held at the gradient at which soil of 114 PCF floats; the review stops at the first one.
+    Problem problem = plainCantilever();
+    problem.WallType = WallKind::Anchored;
+    problem.AnchorElev = -2;
+    problem.WaterDataKind = WaterData::Elevations;
+    problem.WaterUnitWeight = 62.4;
+    problem.WaterElev(Left) = -10;
+    problem.SeepageKind = Seepage::Automatic;
+    problem.SeepageElev = -5;
+    problem.SoilFriction(Left, 1) = 0;
+    problem.SoilCohesion(Left, 1) = 700;
+    problem.SoilSatWeight(Right, 1) = problem.SoilSatWeight(Left, 1) = 114;
+    SheetBench bench(problem);
+    ASSERT_FALSE(bench.isSolved());
+    ASSERT_TRUE(bench.review->hasPressures);
+    std::vector<StressInterval>& intervals = bench.review->details.sides(Right).stresses;
+    ASSERT_LT(intervals.back().bottom.elev, -10000); // the head of 10 FT over a gradient of 0.0001
+    EXPECT_EQ(failedChecks(bench.sheet()), "");
+    StressPoint& end = intervals.front().bottom; // 5 FT down
+    for (const auto& [value, what] : {std::pair{&end.effective, "Effective stress at breaks"},
+                                      std::pair{&end.soilActive, "Active soil pressure at"},
+                                      std::pair{&end.soilPassive, "Passive soil pressure at"}}) {
+        const double kept = *value;
+        *value *= 1.001;
+        EXPECT_THAT(failedChecks(bench.sheet()), testing::HasSubstr(what));
+        *value = kept;
+    }
 }
 
 TEST(SheetOfFailingWalls, ASearchThatStoppedAtItsLimitTellsTheFactorThatStillHeld) {

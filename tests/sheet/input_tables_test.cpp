@@ -87,6 +87,21 @@ TEST(WallSection, OfARefusedRecordHasNoFigure) {
     EXPECT_NE(html.find("No loads"), std::string::npos);
 }
 
+TEST(WallSection, WritesUnitsAsAllSectionsDo) {
+    Problem problem = plainCantilever();
+    problem.ProgramMode = Mode::Analysis;
+    problem.FSKind = 1;
+    problem.WallBottomElev = -20;
+    problem.WallModulus = 29e6;
+    problem.WallInertia = 100;
+    const std::string html = SheetBench(problem).sheet().html;
+    EXPECT_NE(html.find("100.0 IN⁴/FT"), std::string::npos);
+    EXPECT_NE(html.find("29000000 PSI"), std::string::npos);
+    for (const char* plain : {"IN4", "IN3", "LB-FT", "kN/m3"}) {
+        EXPECT_EQ(html.find(plain), std::string::npos) << plain;
+    }
+}
+
 TEST(WallSection, HasFigureAndTables) {
     const SheetBench bench(readWall(examplePath("anchored-all-loads")));
     SheetWriter writer(UnitSystem::US);

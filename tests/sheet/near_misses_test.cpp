@@ -193,12 +193,96 @@ TEST(NearMisses, AnAnchorBesideARowStandsInThatRow) {
 }
 
 TEST(NearMisses, AnAnchorBelowTheBottomHoldsNothing) {
-    const SheetBench bench(nastyWall(23, 323));
+    SheetBench bench(nastyWall(23, 323));
     const CalculationSheet sheet = bench.sheet();
     EXPECT_THAT(sheet.html, HasSubstr("The bottom lies above the anchor"));
-    // Its force has no meaning; all else is that of a wall without an anchor.
-    EXPECT_FALSE(checkOf(sheet, "fixed earth: anchor force").pass);
-    EXPECT_TRUE(checkOf(sheet, "fixed earth: deflections").pass);
+    // Its force has no meaning but is worked out as the method does; all else is that of a wall
+    // without an anchor.
+    EXPECT_EQ(failedChecks(sheet), "");
+    EXPECT_THAT(sheet.html, HasSubstr("The anchor stands below the bottom"));
+    bench.results->levels(2).anchorForce *= 1.001;
+    EXPECT_FALSE(checkOf(bench.sheet(), "fixed earth: anchor force").pass);
+}
+
+TEST(NearMisses, LinesFarBeyondTheHairThatTheyCrossAreConfirmedWithinRounding) {
+    // Clay of 1950 PSF below water: nothing holds the wall, and its rows go on for 50 FT on the
+    // line of the hair between ground and water.
+    Problem problem = plainCantilever();
+    problem.SoilFriction(Left, 1) = 0;
+    problem.SoilCohesion(Left, 1) = 1950;
+    problem.SurfaceElev(Left, 1) = -10 + Hair / 10;
+    problem.WaterDataKind = WaterData::Elevations;
+    problem.WaterUnitWeight = 62.4;
+    problem.WaterElev(Right) = 0;
+    problem.WaterElev(Left) = -10;
+    SheetBench bench(problem);
+    EXPECT_EQ(failedChecks(bench.sheet()), "");
+    PressureDiagrams& diagrams =
+        bench.isSolved() ? bench.results->levels(1).solved : bench.review->diagrams;
+    for (int row = 1; row <= diagrams.grid.NumElevs; ++row) {
+        const double elev = diagrams.grid.ElevGrid(row);
+        if (elev < -11 && elev > -14) {
+            diagrams.pressures.PassivePressures(Left, row, 1) *= 1.001;
+        }
+    }
+    EXPECT_FALSE(checkOf(bench.sheet(), "Passive pressure in force, left side").pass);
+}
+
+TEST(NearMisses, WaterWhoseRowTheBottomHasTakenIsToldAndNetPressuresHaveTheOther) {
+    SheetBench bench(nastyWall(303, 945));
+    ASSERT_TRUE(bench.isSolved());
+    const CalculationSheet sheet = bench.sheet();
+    EXPECT_EQ(failedChecks(sheet), "");
+    EXPECT_THAT(sheet.html, HasSubstr("the bottom of the wall has taken the row at EL -6.50 FT"));
+    LevelResult& level = bench.results->levels(1);
+    level.solved.pressures.WaterPressures(3, 1) *= 1.001;
+    EXPECT_FALSE(checkOf(bench.sheet(), "Water pressure").pass);
+    level.solved.NetPassive(3, 1) += 1;
+    EXPECT_FALSE(checkOf(bench.sheet(), "Net passive pressure").pass);
+}
+
+TEST(NearMisses, AForceThatIsRoundingAloneIsToldAndHidesNoOther) {
+    SheetBench bench(nastyWall(23, 432));
+    ASSERT_TRUE(bench.isSolved());
+    const CalculationSheet sheet = bench.sheet();
+    EXPECT_EQ(failedChecks(sheet), "");
+    EXPECT_THAT(sheet.html, HasSubstr("Without a meaning: on the governing active plane"));
+    const std::string what = "Active force on the wall, free earth, left side";
+    WedgeDetails& wedge = bench.results->levels(1).details.sides(Left).wedge;
+    const auto hasMeaning = [](const WedgeRow& row) {
+        return row.active.found && row.active.force > 1 && row.active.force < 1e6; // LB
+    };
+    const auto row = std::find_if(wedge.rows.begin(), wedge.rows.end(), hasMeaning);
+    ASSERT_NE(row, wedge.rows.end());
+    row->active.force *= 1.001;
+    EXPECT_FALSE(checkOf(bench.sheet(), what).pass) << row->elev;
+}
+
+TEST(NearMisses, ASumOfOverburdenGoesFromRowToRow) {
+    SheetBench bench(nastyWall(505, 873)); // water a millionth of a foot above a layer's bottom
+    EXPECT_EQ(failedChecks(bench.sheet()), "");
+    bench.reduction.RoweStability *= 1.001;
+    EXPECT_FALSE(checkOf(bench.sheet(), "moment reduction, stability number").pass);
+}
+
+TEST(NearMisses, WallsWithoutAMeaningAreConfirmedToo) {
+    struct Found {
+        std::uint64_t seed;
+        int number;
+        WedgeMethod wedge;
+        const char* what;
+    };
+    for (const Found& found :
+         {Found{202, 979, WedgeMethod::Sweep, "a row at the end of the line of a hair"},
+          Found{303, 1043, WedgeMethod::Sweep, "a line 20 FT beyond a hair"},
+          Found{505, 645, WedgeMethod::FixedSurface, "a line 60 FT beyond a hair"},
+          Found{303, 1124, WedgeMethod::Sweep, "a row that came beside the water"},
+          Found{303, 973, WedgeMethod::FixedSurface, "a bottom above the exit of seepage"},
+          Found{101, 381, WedgeMethod::Sweep, "a plane whose forces cancel"},
+          Found{303, 9, WedgeMethod::Sweep, "a factor of nothing"}}) {
+        const SheetBench bench(nastyWall(found.seed, found.number), found.wedge);
+        EXPECT_EQ(failedChecks(bench.sheet()), "") << found.what;
+    }
 }
 
 TEST(NearMisses, RowsThatCameLaterAreConfirmed) {
