@@ -321,7 +321,9 @@ void checkPlanes(const WedgeRun& run) {
             onWall.add(wall.friction, plane.wallFriction, at);
             const ReactionTangent tangent = reactionTangent(
                 forcePolygon(symbols, outer, wall, force.P.value()), symbols, force.lost);
-            friction.addAlone(tangent.value, pieces.back().friction, at, 0, tangent.lost);
+            if (!tangent.none) {
+                friction.addAlone(tangent.value, pieces.back().friction, at, 0, tangent.lost);
+            }
             (isActive ? noActive : noPassive)
                 .add(row.elev, force.lost > LostForce * std::abs(plane.force));
         }

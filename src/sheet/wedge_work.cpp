@@ -391,7 +391,8 @@ ReactionTangent reactionTangent(const std::vector<ForceVector>& polygon, const P
         lost += TermRounding * std::hypot(force.x, force.y);
     }
     const double tangent = piece.sign * along / across;
-    return {tangent, lost * (1 + std::abs(tangent)) / std::abs(across)};
+    return {tangent, lost * (1 + std::abs(tangent)) / std::abs(across),
+            std::hypot(reaction.x, reaction.y) <= lost};
 }
 
 namespace {

@@ -79,6 +79,7 @@ std::vector<ForceVector> forcePolygon(const PieceSymbols& piece, double outerFor
 /// lost of the force on the wall.
 struct ReactionTangent {
     double value = 0, lost = 0;
+    bool none = false; ///< no reaction but rounding: it has no direction
 };
 ReactionTangent reactionTangent(const std::vector<ForceVector>& polygon, const PieceSymbols& piece,
                                 double lostForce);

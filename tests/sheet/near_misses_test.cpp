@@ -279,6 +279,7 @@ TEST(NearMisses, WallsWithoutAMeaningAreConfirmedToo) {
           Found{303, 1124, WedgeMethod::Sweep, "a row that came beside the water"},
           Found{303, 973, WedgeMethod::FixedSurface, "a bottom above the exit of seepage"},
           Found{101, 381, WedgeMethod::Sweep, "a plane whose forces cancel"},
+          Found{1302, 239, WedgeMethod::FixedSurface, "a row above the ground, without forces"},
           Found{303, 9, WedgeMethod::Sweep, "a factor of nothing"}}) {
         const SheetBench bench(nastyWall(found.seed, found.number), found.wedge);
         EXPECT_EQ(failedChecks(bench.sheet()), "") << found.what;
