@@ -1,6 +1,7 @@
 // The order of the stages of a solution and how it ends.
 #include "runtime/file_text.h"
 #include "scripted_desktop.h"
+#include "state/tolerances.h"
 
 #include <gtest/gtest.h>
 

@@ -9,6 +9,13 @@ namespace {
 
 class SolutionReport : public testing::Test, protected ReportBench {
   protected:
+    SolutionReport() {
+        setElevations(results.review.diagrams.grid, {0, -10, -20, -1000, -2000});
+        setElevations(results.levels(1).solved.grid, {0, -10, -20, -1000});
+        setRows(results.levels(1).diagrams, {{.elev = 0}, {.elev = -20}});
+        results.levels(1).bottomElev = -20;
+    }
+
     ReportPart next = ReportPart::Echo;
     Solved solved;
 
@@ -22,13 +29,13 @@ class SolutionReport : public testing::Test, protected ReportBench {
 };
 
 TEST_F(SolutionReport, EachPartIsWrittenOnceAsSoonAsItIsReached) {
-    EXPECT_EQ(parts(), std::vector{echo()});
+    EXPECT_EQ(parts(), std::vector<Lines>{echo()});
     EXPECT_EQ(parts(), std::vector<Lines>{});
     solved.review = &results.review;
-    EXPECT_EQ(parts(), std::vector{pressureReport()});
+    EXPECT_EQ(parts(), std::vector<Lines>{pressureReport()});
     EXPECT_EQ(next, ReportPart::Results);
     solved.results = &results;
-    EXPECT_EQ(parts(), std::vector{resultReport()});
+    EXPECT_EQ(parts(), std::vector<Lines>{resultReport()});
     EXPECT_EQ(parts(), std::vector<Lines>{});
     EXPECT_EQ(next, ReportPart::Reduction);
 }
@@ -36,7 +43,7 @@ TEST_F(SolutionReport, EachPartIsWrittenOnceAsSoonAsItIsReached) {
 TEST_F(SolutionReport, AllAtOnceStandInTheirOrder) {
     solved.review = &results.review;
     solved.results = &results;
-    EXPECT_EQ(parts(), (std::vector{echo(), pressureReport(), resultReport()}));
+    EXPECT_EQ(parts(), (std::vector<Lines>{echo(), pressureReport(), resultReport()}));
 }
 
 TEST_F(SolutionReport, APartThatCannotBeTakenIsStillTheNext) {

@@ -70,6 +70,7 @@ struct Road {
     PileSections sections;
     int refused = 0;
     int solved = 0;
+    int taken = 0;
     int sameByFile = 0; ///< solved problems that came to the same from a file
     int sweepEvery = 0; ///< of so many walls with a wedge one is solved by the sweep too; 0 none
     int wedges = 0;
@@ -86,8 +87,8 @@ struct Road {
         return solve(problem, options, sections, in);
     }
 
-    /// What is not refused is solved, or fails with a told failure; from a file it comes to the
-    /// same.
+    /// What is not refused is solved, or fails with a told failure; from a file, looked at for
+    /// every fourth, it comes to the same.
     void checkTaken(const Problem& problem, const Solved& outcome, WedgeMethod wedge,
                     const std::string& what) {
         EXPECT_NE(outcome.failure.code, FailureCode::InvalidProblem) << what;
@@ -96,6 +97,9 @@ struct Road {
             EXPECT_TRUE(std::isfinite(outcome.results->levels(1).diagrams.MaxMoment.value)) << what;
         } else {
             EXPECT_TRUE(outcome.failure) << what;
+        }
+        if (++taken % 4 != 0) {
+            return;
         }
         if (const auto read = fromFile(problem)) {
             const Came came(outcome);
@@ -169,14 +173,15 @@ std::vector<Problem> wholeProblems() {
 }
 
 constexpr double LayerHeight = 2; // FT
+constexpr double Rise = 0.25;     // FT from one ground point to the next
 
-void fillGroundAndSoil(Problem& problem, int side, double rise) {
+void fillGroundAndSoil(Problem& problem, int side) {
     const double ground = problem.SurfaceElev(side, 1);
     problem.SurfacePointCount(side) = 11;
     problem.SoilLayerCount(side) = 11;
     for (int i = 1; i <= 11; ++i) {
         problem.SurfaceDist(side, i) = 5.0 * (i - 1);
-        problem.SurfaceElev(side, i) = ground + rise * (i - 1);
+        problem.SurfaceElev(side, i) = ground + Rise * (i - 1);
         problem.SoilSatWeight(side, i) = 120 + i;
         problem.SoilMoistWeight(side, i) = 110 + i;
         problem.SoilFriction(side, i) = 30 + 0.5 * i;
@@ -209,15 +214,18 @@ void fillGroundLoads(Problem& problem, int side) {
 }
 
 /// An anchored design that uses as many entries of every list as files and screens take; by
-/// strengths both sides slope and need a wedge.
+/// strengths both sides slope and need a wedge, by coefficients the ground is one level point.
 Problem fullWall(SoilData soil) {
     Problem problem = plainCantilever();
     problem.WallType = WallKind::Anchored;
     problem.AnchorElev = -2;
     problem.SoilDataKind.fill(soil);
     for (const int side : {Right, Left}) {
-        fillGroundAndSoil(problem, side, soil == SoilData::Strengths ? 0.25 : 0);
+        fillGroundAndSoil(problem, side);
         fillGroundLoads(problem, side);
+        if (soil == SoilData::Coefficients) {
+            problem.SurfacePointCount(side) = 1;
+        }
     }
     problem.WaterDataKind = WaterData::Pressures;
     problem.WaterPressCount = problem.HDistCount = 11;
@@ -236,7 +244,7 @@ Problem fullWall(SoilData soil) {
 }
 
 /// Spoils each entry in use from `firstRow` to `lastRow` of every list with each of the values, and
-/// with that of the row before and one more.
+/// with that of the row before.
 void spoilNumbers(Road& road, const Problem& whole, int firstRow, int lastRow,
                   const std::vector<double>& values) {
     for (const FieldGroup& group : fieldGroups()) {
@@ -248,7 +256,10 @@ void spoilNumbers(Road& road, const Problem& whole, int firstRow, int lastRow,
                     const FieldRules& rules = rulesOf(static_cast<ProblemField>(f));
                     std::vector<double> all = values;
                     const double before = rules.value(whole, side, std::max(row - 1, 1));
-                    all.insert(all.end(), {before, before + 1});
+                    all.push_back(before);
+                    if (row <= 2) { // the others are alike
+                        all.push_back(before + 1);
+                    }
                     for (const double value : all) {
                         Problem problem = whole;
                         rules.at(problem, side, row) = value;
@@ -267,7 +278,7 @@ void spoilNumbers(Road& road, const Problem& whole, int firstRow, int lastRow,
 
 TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
     Road road;
-    road.sweepEvery = 20;
+    road.sweepEvery = 150;
     for (const Problem& whole : wholeProblems()) {
         ASSERT_FALSE(firstFatal(whole)) << findingText(*firstFatal(whole));
         spoilNumbers(road, whole, 1, 2,
@@ -276,26 +287,28 @@ TEST(SpoiltProblems, NumbersNeverCrashTheRoadNorPassIt) {
     EXPECT_GT(road.refused, 500);
     EXPECT_GT(road.solved, 100);
     EXPECT_GT(road.sameByFile, 100);
-    EXPECT_GT(road.swept, 20);
+    EXPECT_GT(road.swept, 3);
 }
 
 // Of the later rows each is spoilt, the last ones of full lists included.
 TEST(SpoiltProblems, NumbersOfFullListsNeverCrashTheRoadNorPassIt) {
     for (const SoilData soil : {SoilData::Strengths, SoilData::Coefficients}) {
         Road road;
-        road.sweepEvery = soil == SoilData::Strengths ? 100 : 0;
+        road.sweepEvery = soil == SoilData::Strengths ? 300 : 0;
         const Problem whole = fullWall(soil);
         ASSERT_FALSE(firstFatal(whole)) << findingText(*firstFatal(whole));
         for (const CountRules& count : Counts) {
-            const int entries = count.count == ProblemCount::NumHeadingLines ? 1 : count.most;
-            ASSERT_EQ(count.value(whole, Right), entries) << count.name;
+            const bool one =
+                count.count == ProblemCount::NumHeadingLines ||
+                (count.count == ProblemCount::SurfacePointCount && soil == SoilData::Coefficients);
+            ASSERT_EQ(count.value(whole, Right), one ? 1 : count.most) << count.name;
         }
         ASSERT_NE(road.run(whole).results, nullptr);
         spoilNumbers(road, whole, 3, 11, {std::nan(""), 1e300, -1.0});
         EXPECT_GT(road.refused, 500);
         EXPECT_GT(road.solved, 100);
         EXPECT_GT(road.sameByFile, 100);
-        EXPECT_TRUE(soil == SoilData::Coefficients || road.swept > 2) << road.swept;
+        EXPECT_TRUE(soil == SoilData::Coefficients || road.swept > 1) << road.swept;
     }
 }
 
