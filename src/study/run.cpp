@@ -13,6 +13,7 @@
 #include <map>
 #include <mutex>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace korvane::study {
@@ -184,7 +185,9 @@ bool storeTarget(const RunRequest& request, Store& store) {
             store.append(study, row);
         }
     }
-    std::vector<Statistic> all = statisticsOf(study, store, {});
+    Tally tally(study);
+    tally.addAll(store);
+    std::vector<Statistic> all = statisticsOf(study, store, std::move(tally), {});
     addTarget(all, study, found);
     store.writeVariables(study);
     store.writeStatistics(all);
@@ -208,12 +211,17 @@ std::vector<std::vector<double>> designPoints(const std::vector<FirstOrder>& fou
     return points;
 }
 
-/// With the statistics of a file that holds all rows.
-void finish(const Study& study, Store& store, const std::vector<FirstOrder>* found) {
+/// With the statistics of a file that holds all rows. Those that the tally has not seen, stored by
+/// earlier runs or taken from parts, are read for it.
+void finish(const Study& study, Store& store, const std::vector<FirstOrder>* found, Tally tally) {
     store.begin();
     store.writeVariables(study);
     if (found != nullptr) {
-        store.writeStatistics(statisticsOf(study, store, *found));
+        if (tally.rows() != store.next()) {
+            tally = Tally(study);
+            tally.addAll(store);
+        }
+        store.writeStatistics(statisticsOf(study, store, std::move(tally), *found));
     }
     store.setProvenance("complete", "yes");
     store.commit();
@@ -233,7 +241,8 @@ std::string partFault(const std::string& path) {
 
 } // namespace
 
-void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& share) {
+void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& share,
+              Tally& tally) {
     const auto start = Clock::now();
     Progress progress{.done = store.next() - share.from,
                       .size = share.to - share.from,
@@ -246,6 +255,7 @@ void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& 
         while (!workshop.isOver() && Clock::now() < until && !(request.stop && request.stop())) {
             for (const Row& row : workshop.next(until)) {
                 store.append(request.study, row);
+                tally.add(row);
             }
         }
         store.commit();
@@ -292,12 +302,13 @@ bool runStudy(const RunRequest& request) {
     if (isWeighted(request.study)) {
         plan.drawAround(designPoints(found));
     }
-    runShare(request, plan, store, share);
+    Tally tally(request.study, isWhole ? Tally::MostKept : 0);
+    runShare(request, plan, store, share, tally);
     if (store.next() < share.to) {
         return false;
     }
     say(request, "statistics");
-    finish(request.study, store, isWhole ? &found : nullptr);
+    finish(request.study, store, isWhole ? &found : nullptr, std::move(tally));
     return true;
 }
 
@@ -348,7 +359,7 @@ void collectParts(const std::string& folder, const std::function<void(const std:
         if (signalSeen() != 0) {
             throw Interrupted{};
         }
-        finish(read.study, whole, &found);
+        finish(read.study, whole, &found, Tally(read.study));
     }
     std::error_code fault;
     fs::rename(unfinished, fs::path(folder) / fileOfPart(1, 1), fault);

@@ -4,6 +4,7 @@
 #include "study/folder.h"
 #include "study/plan.h"
 #include "study/store.h"
+#include "study/tally.h"
 
 #include <functional>
 #include <string>
@@ -38,7 +39,9 @@ bool runStudy(const RunRequest& request);
 /// each step.
 void collectParts(const std::string& folder, const std::function<void(const std::string&)>& say);
 
-/// Every variant that is worked out in the order of the indices, by several threads.
-void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& share);
+/// Stores the variants of a share that are not there yet in the order of their indices, worked out
+/// by several threads, and counts them.
+void runShare(const RunRequest& request, Plan& plan, Store& store, const Share& share,
+              Tally& tally);
 
 } // namespace korvane::study

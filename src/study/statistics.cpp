@@ -1,6 +1,5 @@
 #include "study/statistics.h"
 
-#include "study/draws.h"
 #include "study/sensitivity.h"
 
 #include "runtime/number_format.h"
@@ -54,12 +53,6 @@ std::array<double, 2> quantileRanks(double share, double count) {
             std::min(count - 1, std::ceil(count * share + half))};
 }
 
-void addOutcomes(std::vector<Statistic>& all, const Store& store) {
-    store.queryTexts(
-        "SELECT outcome, count(*) FROM variants GROUP BY outcome ORDER BY outcome",
-        [&all](const std::string& outcome, double count) { add(all, "outcome", outcome, count); });
-}
-
 /// Values by their ranks, from 0 of the least.
 using Ranked = std::map<double, double>;
 
@@ -76,19 +69,42 @@ Ranked neededRanks(double count) {
     return ranks;
 }
 
-/// All values of a column: those kept, or sorted by the database where they are more than these.
-Ranked rankedValues(const Store& store, const std::string& column, const std::string& where,
-                    double count, std::vector<double>& kept) {
-    Ranked ranked = neededRanks(count);
-    if (static_cast<double>(kept.size()) == count) {
-        std::sort(kept.begin(), kept.end());
+/// Puts the values of the ranks where they belong in the sorted order, those between them nowhere
+/// in particular: cheaper than the whole order.
+template <class Rank>
+void placeRanks(std::vector<double>& values, std::size_t from, std::size_t to, Rank first,
+                Rank end) {
+    if (first == end) {
+        return;
+    }
+    const Rank middle = first + (end - first) / 2;
+    const auto at = [&values](std::size_t n) {
+        return values.begin() + static_cast<std::ptrdiff_t>(n);
+    };
+    std::nth_element(at(from), at(*middle), at(to));
+    placeRanks(values, from, *middle, first, middle);
+    placeRanks(values, *middle + 1, to, middle + 1, end);
+}
+
+/// All values of an output: those kept, or sorted by the database where there are more.
+Ranked rankedValues(const Store& store, const std::string& column, const std::string& condition,
+                    OutputTally& tally) {
+    Ranked ranked = neededRanks(tally.count);
+    if (static_cast<double>(tally.kept.size()) == tally.count) {
+        std::vector<std::size_t> ranks;
+        for (const auto& [rank, value] : ranked) {
+            ranks.push_back(static_cast<std::size_t>(rank));
+        }
+        std::vector<double>& values = tally.kept;
+        placeRanks(values, 0, values.size(), ranks.begin(), ranks.end());
         for (auto& [rank, value] : ranked) {
-            value = kept[static_cast<std::size_t>(rank)];
+            value = values[static_cast<std::size_t>(rank)];
         }
         return ranked;
     }
     double rank = 0;
-    store.query("SELECT " + column + " FROM variants" + where + " ORDER BY " + column,
+    store.query("SELECT " + column + " FROM variants WHERE " + column + " IS NOT NULL AND " +
+                    condition + " ORDER BY " + column,
                 [&](const std::vector<double>& row) {
                     if (const auto needed = ranked.find(rank); needed != ranked.end()) {
                         needed->second = row[0];
@@ -116,101 +132,71 @@ void addQuantiles(std::vector<Statistic>& all, const Subject& subject, double co
 
 /// The mean has an interval where the rows are drawn: a grid is all of itself.
 void addOutput(std::vector<Statistic>& all, const Store& store, const Subject& subject,
-               const std::string& drawn, std::size_t mostSorted) {
-    const std::string& output = subject.output;
-    const std::string column = quoted(output);
-    const std::string where = " WHERE " + column + " IS NOT NULL" + drawn;
-    double count = 0;
-    double mean = 0;
-    double squares = 0; // about the mean (B. P. Welford, 1962)
-    double least = std::numeric_limits<double>::infinity();
-    double largest = -least;
-    std::vector<double> kept;
-    store.query("SELECT " + column + " FROM variants" + where, [&](const std::vector<double>& row) {
-        count += 1;
-        const double away = row[0] - mean;
-        mean += away / count;
-        squares += away * (row[0] - mean);
-        least = std::min(least, row[0]);
-        largest = std::max(largest, row[0]);
-        if (kept.size() < mostSorted) {
-            kept.push_back(row[0]);
-        }
-    });
-    add(all, output, "count" + subject.at, count);
+               OutputTally& tally, const std::string& condition) {
+    const auto& [output, at, hasIntervals, hasMoments] = subject;
+    const double count = tally.count;
+    add(all, output, "count" + at, count);
     if (count == 0) {
         return;
     }
-    const double deviation = count > 1 ? std::sqrt(squares / (count - 1)) : None;
-    const double half =
-        count > 1 && subject.hasIntervals
-            ? OT::DistFunc::qStudent(count - 1, Tail, true) * deviation / std::sqrt(count)
-            : None;
-    add(all, output, "least" + subject.at, least);
-    add(all, output, "largest" + subject.at, largest);
-    if (!subject.hasMoments) {
+    add(all, output, "least" + at, tally.least);
+    add(all, output, "largest" + at, tally.largest);
+    if (!hasMoments) {
         return;
     }
-    add(all, output, "mean" + subject.at, mean, mean - half, mean + half);
-    add(all, output, "deviation" + subject.at, deviation);
-    addQuantiles(all, subject, count, rankedValues(store, column, where, count, kept));
+    const double deviation = count > 1 ? std::sqrt(tally.squares / (count - 1)) : None;
+    const double half = count > 1 && hasIntervals ? OT::DistFunc::qStudent(count - 1, Tail, true) *
+                                                        deviation / std::sqrt(count)
+                                                  : None;
+    add(all, output, "mean" + at, tally.mean, tally.mean - half, tally.mean + half);
+    add(all, output, "deviation" + at, deviation);
+    addQuantiles(all, subject, count, rankedValues(store, quoted(output), condition, tally));
 }
 
-void addLimit(std::vector<Statistic>& all, const Store& store, const std::string& limit,
-              const std::string& where, bool isDrawn, bool hasIntervals) {
-    const std::string column = quoted(limit);
-    store.query("SELECT count(*), sum(" + column + ") FROM variants" + where,
-                [&](const std::vector<double>& row) {
-                    if (row[0] > 0) {
-                        add(all, limit, "reached", row[1]);
-                    }
-                    if (row[0] > 0 && isDrawn) {
-                        const auto interval =
-                            hasIntervals ? clopperPearson(row[1], row[0]) : std::array{None, None};
-                        add(all, limit, "probability", row[1] / row[0], interval[0], interval[1]);
-                    }
-                });
+void addProbability(std::vector<Statistic>& all, const Study& study, const std::string& limit,
+                    const LimitTally& tally) {
+    const auto interval =
+        haveIntervals(study) ? clopperPearson(tally.reached, tally.count) : std::array{None, None};
+    add(all, limit, "probability", tally.reached / tally.count, interval[0], interval[1]);
 }
 
-/// For each value of the variable along which it is asked.
-void addFragility(std::vector<Statistic>& all, const Study& study, const Store& store) {
-    const std::string along = quoted(study.variables[study.along].name);
-    for (const LimitState& limit : study.limits) {
-        store.query("SELECT " + along + ", count(*), sum(" + quoted(limit.name) +
-                        ") FROM variants GROUP BY " + along + " ORDER BY " + along,
-                    [&](const std::vector<double>& row) {
-                        const auto interval = haveIntervals(study) ? clopperPearson(row[2], row[1])
-                                                                   : std::array{None, None};
-                        add(all, limit.name, "value", row[0]);
-                        add(all, limit.name, "probability", row[2] / row[1], interval[0],
-                            interval[1]);
-                    });
+/// For each value of the variable along which it is asked, by size.
+void addFragility(std::vector<Statistic>& all, const Study& study, const Tally& tally) {
+    std::map<double, std::size_t> groups;
+    for (const double value : study.variables[study.along].values) {
+        groups.emplace(value, groups.size());
+    }
+    for (std::size_t n = 0; n < study.limits.size(); ++n) {
+        for (const auto& [value, group] : groups) {
+            add(all, study.limits[n].name, "value", value);
+            addProbability(all, study, study.limits[n].name, tally.groups()[group].limits[n]);
+        }
     }
 }
 
 /// Of a fragility for each value by itself, of a tornado without moments, which its rows stand not
 /// for; none of rows around a design point and of a search, which hang on how it went.
-void addOutputs(std::vector<Statistic>& all, const Study& study, const Store& store,
-                const std::string& drawn, bool isDrawn, std::size_t mostSorted) {
+void addOutputs(std::vector<Statistic>& all, const Study& study, const Store& store, Tally& tally,
+                bool isDrawn) {
     const bool isSearch = study.method == Method::Target || (study.method == Method::Reliability &&
                                                              study.algorithm == Algorithm::Form);
     if (isWeighted(study) || isSearch) {
         return;
     }
-    for (const OutputColumn& output : study.outputs) {
-        if (study.method != Method::Fragility) {
-            addOutput(all, store,
-                      {output.name, "", isDrawn && haveIntervals(study),
-                       study.method != Method::OneAtATime},
-                      drawn, mostSorted);
-            continue;
-        }
-        const Variable& along = study.variables[study.along];
-        for (const double value : along.values) {
-            std::string digits;
-            appendShortest(digits, value);
-            addOutput(all, store, {output.name, " at " + digits, haveIntervals(study)},
-                      " AND " + quoted(along.name) + " = " + digits, mostSorted);
+    const bool isFragility = study.method == Method::Fragility;
+    for (std::size_t n = 0; n < study.outputs.size(); ++n) {
+        for (std::size_t group = 0; group < tally.groups().size(); ++group) {
+            std::string at;
+            if (isFragility) {
+                at = " at ";
+                appendShortest(at, study.variables[study.along].values[group]);
+            }
+            const Subject subject{.output = study.outputs[n].name,
+                                  .at = at,
+                                  .hasIntervals = (isDrawn || isFragility) && haveIntervals(study),
+                                  .hasMoments = study.method != Method::OneAtATime};
+            addOutput(all, store, subject, tally.groups()[group].outputs[n],
+                      tally.condition(group));
         }
     }
 }
@@ -228,28 +214,30 @@ std::array<double, 2> clopperPearson(double hits, double trials) {
     return {low, high};
 }
 
-std::vector<Statistic> statisticsOf(const Study& study, const Store& store,
-                                    const std::vector<FirstOrder>& found, std::size_t mostSorted) {
+std::vector<Statistic> statisticsOf(const Study& study, const Store& store, Tally tally,
+                                    const std::vector<FirstOrder>& found) {
     std::vector<Statistic> all;
-    addOutcomes(all, store);
+    for (const auto& [outcome, count] : tally.outcomes()) {
+        add(all, "outcome", outcome, count);
+    }
     const bool isDrawn = study.method == Method::Sample || study.method == Method::Sensitivity ||
                          study.method == Method::Reliability;
-    // Of a sensitivity the first sample: the others share coordinates with it.
-    const std::string first = study.method == Method::Sensitivity
-                                  ? "id % " + std::to_string(Draws(study).dimension() + 2) + " = 0"
-                                  : "";
-    addOutputs(all, study, store, first.empty() ? "" : " AND " + first, isDrawn, mostSorted);
+    addOutputs(all, study, store, tally, isDrawn);
     const bool counts =
         study.method != Method::Fragility && study.method != Method::Target &&
         (study.method != Method::Reliability || study.algorithm == Algorithm::MonteCarlo);
-    for (const LimitState& limit : study.limits) {
-        if (counts) {
-            addLimit(all, store, limit.name, first.empty() ? "" : " WHERE " + first, isDrawn,
-                     haveIntervals(study));
+    for (std::size_t n = 0; counts && n < study.limits.size(); ++n) {
+        const LimitTally& limit = tally.groups().front().limits[n];
+        if (limit.count == 0) {
+            continue;
+        }
+        add(all, study.limits[n].name, "reached", limit.reached);
+        if (isDrawn) {
+            addProbability(all, study, study.limits[n].name, limit);
         }
     }
     if (study.method == Method::Fragility) {
-        addFragility(all, study, store);
+        addFragility(all, study, tally);
     } else if (study.method == Method::Sensitivity) {
         addSensitivity(all, study, store);
     } else if (study.method == Method::Reliability) {

@@ -3,9 +3,9 @@
 
 #include "study/reliability.h"
 #include "study/store.h"
+#include "study/tally.h"
 
 #include <array>
-#include <cstddef>
 #include <vector>
 
 namespace korvane::study {
@@ -14,10 +14,10 @@ namespace korvane::study {
 /// 95 %, deviation, least, largest and quantiles; of each limit state how often it was reached
 /// with its interval of 95 % (quantiles have one as well, a Sobol' sequence has none). Of a
 /// fragility the same for each value, of a sensitivity the indices. A reliability has its first
-/// orders found before. Of more than `mostSorted` values the database sorts, slower and on disk.
-std::vector<Statistic> statisticsOf(const Study& study, const Store& store,
-                                    const std::vector<FirstOrder>& found,
-                                    std::size_t mostSorted = 4'000'000);
+/// orders found before. Where the tally of the rows has not kept all values the database sorts
+/// them, slower and on disk.
+std::vector<Statistic> statisticsOf(const Study& study, const Store& store, Tally tally,
+                                    const std::vector<FirstOrder>& found);
 
 /// Whether intervals of 95 % can be told of a sample: they are those of independent draws, and
 /// upper bounds of a Latin hypercube, whose strata make errors smaller (A. B. Owen, 1997). Of one

@@ -218,6 +218,7 @@ struct Store::Contents {
             fail(database, path);
         }
         sqlite3_busy_timeout(database, patience);
+        run("PRAGMA threads = 2"); // of large sorts
     }
     Statement prepare(const std::string& sql) const { return {database, path, sql}; }
     void run(const std::string& sql) const { prepare(sql).run(); }
@@ -561,6 +562,7 @@ void Store::queryCells(const std::string& sql,
 
 void Store::queryTexts(const std::string& sql,
                        const std::function<void(const std::string&, double)>& row) const {
+    const Interruptible work(contents_->database);
     Statement get = contents_->prepare(sql);
     while (get.step()) {
         row(get.text(0), get.number(1));

@@ -166,7 +166,10 @@ TEST(Samples, StatisticsAreTheSameWhereTheDatabaseSorts) {
     const Store store(desk.file("o/results.sqlite"));
     const auto told = [&](std::size_t mostSorted) {
         std::string lines;
-        for (const Statistic& one : statisticsOf(studyOf(text), store, {}, mostSorted)) {
+        const Study study = studyOf(text);
+        Tally tally(study, mostSorted);
+        tally.addAll(store);
+        for (const Statistic& one : statisticsOf(study, store, std::move(tally), {})) {
             lines += one.subject + " " + one.name;
             for (const double number : {one.value, one.low, one.high}) {
                 lines += std::isnan(number) ? " -" : generalForm(number);
