@@ -210,47 +210,92 @@ Box layOut(const Formula& part, const QFont& font) {
     }
 }
 
-bool breaksBefore(const Formula& part) {
-    return part.kind == Kind::Sign && part.text != QStringView(u"·");
+/// Where a line may end: each only where the pieces between those before it have no room in a line.
+enum class Ends { OutsideBrackets, BetweenBrackets, BeforeSigns };
+
+/// A bracket, also one with a power; empty for other parts.
+QString bracketOf(const Formula& part) {
+    if (part.kind == Kind::Script) {
+        return bracketOf(part.parts[0]);
+    }
+    return part.text == QStringView(u"(") || part.text == QStringView(u")") ? part.text : QString();
 }
 
-/// The lines of a formula: broken before signs and behind wide blanks, the further ones set in.
-std::vector<Box> linesOf(const Formula& formula, const FormulaLook& look) {
-    const qreal indent = QFontMetricsF(look.font).height() * 2;
-    std::vector<std::vector<Box>> lines(1);
-    qreal used = 0;
-    std::vector<Box> piece;
-    const auto place = [&] {
-        const Box whole = inLine(piece);
-        if (used > 0 && used + whole.width > look.width - 2 * margin) {
-            lines.push_back({Box{indent, 0, 0}});
-            used = indent;
+/// Sets a formula in lines: ended before signs, between brackets and behind wide blanks, the
+/// further lines set in.
+class LineSetter {
+  public:
+    LineSetter(const std::vector<Formula>& parts, const FormulaLook& look)
+        : parts_(parts), boxes_(boxesOf(parts, look.font)), room_(look.width - 2 * margin),
+          indent_(QFontMetricsF(look.font).height() * 2) {
+        int depth = 0;
+        for (const Formula& part : parts) {
+            depth -= bracketOf(part) == QStringView(u")") ? 1 : 0;
+            depths_.push_back(depth);
+            depth += bracketOf(part) == QStringView(u"(") ? 1 : 0;
         }
-        used += whole.width;
-        lines.back().push_back(whole);
-        piece.clear();
-    };
-    for (const Formula& part : formula.parts) {
-        if (breaksBefore(part)) {
-            place();
+        place(0, parts.size(), Ends::OutsideBrackets);
+    }
+
+    std::vector<Box> lines() const {
+        std::vector<Box> boxes;
+        for (const auto& line : lines_) {
+            boxes.push_back(inLine(line));
         }
-        piece.push_back(layOut(part, look.font));
-        if (part.kind == Kind::Space && part.text.size() > 1) {
-            place();
+        return boxes;
+    }
+
+  private:
+    bool mayEndBefore(std::size_t n, Ends ends) const {
+        const Formula& before = parts_[n - 1];
+        if (before.kind == Kind::Space && before.text.size() > 1) {
+            return true;
+        }
+        if (ends == Ends::BetweenBrackets) {
+            return depths_[n] == 0 && bracketOf(parts_[n]) == QStringView(u"(") &&
+                   bracketOf(before) == QStringView(u")");
+        }
+        return parts_[n].kind == Kind::Sign && parts_[n].text != QStringView(u"·") &&
+               (depths_[n] == 0 || ends == Ends::BeforeSigns);
+    }
+
+    void place(std::size_t from, std::size_t to, Ends ends) {
+        for (std::size_t start = from, end = from; start < to; start = end) {
+            do {
+                ++end;
+            } while (end < to && !mayEndBefore(end, ends));
+            const auto box = [this](std::size_t n) {
+                return boxes_.begin() + static_cast<std::ptrdiff_t>(n);
+            };
+            const Box piece = inLine({box(start), box(end)});
+            if (used_ + piece.width > room_) {
+                if (indent_ + piece.width > room_ && ends != Ends::BeforeSigns) {
+                    place(start, end, static_cast<Ends>(static_cast<int>(ends) + 1));
+                    continue;
+                }
+                if (used_ > 0) {
+                    lines_.push_back({Box{indent_, 0, 0}});
+                    used_ = indent_;
+                }
+            }
+            used_ += piece.width;
+            lines_.back().push_back(piece);
         }
     }
-    place();
-    std::vector<Box> boxes;
-    for (const auto& line : lines) {
-        boxes.push_back(inLine(line));
-    }
-    return boxes;
-}
+
+    const std::vector<Formula>& parts_;
+    std::vector<Box> boxes_;
+    std::vector<int> depths_; ///< brackets that are open around a part
+    qreal room_;
+    qreal indent_;
+    qreal used_ = 0;
+    std::vector<std::vector<Box>> lines_{1};
+};
 
 } // namespace
 
 QImage formulaPicture(const Formula& formula, const FormulaLook& look) {
-    const std::vector<Box> lines = linesOf(formula, look);
+    const std::vector<Box> lines = LineSetter(formula.parts, look).lines();
     const qreal between = QFontMetricsF(look.font).height() * 0.4;
     qreal width = 0;
     qreal height = -between;

@@ -87,6 +87,20 @@ TEST(FormulaPicture, HasFractionsAboveEachOtherAndBreaksWhereThereIsNoRoom) {
     }
 }
 
+TEST(FormulaPicture, BreaksOutsideBracketsThenBetweenThemThenWithin) {
+    // Each picture is as wide as its first line, the longest.
+    const auto width = [](const char* tex, int room) {
+        return formulaPicture(readFormula(tex), lookOf(room)).width();
+    };
+    const auto whole = [&](const char* tex) { return width(tex, 10000); };
+    const char* sum = "a = (b + c)(d + e)^2 + (f + g)";
+    EXPECT_EQ(width(sum, whole(sum) - 1), whole("a = (b + c)(d + e)^2"));
+    const char* product = "a = (b + c + d)(e + f)";
+    EXPECT_EQ(width(product, whole(product) - 1), whole("a = (b + c + d)"));
+    const char* bracket = "a = (b + c + d + e + f)";
+    EXPECT_EQ(width(bracket, whole(bracket) - 1), whole("a = (b + c + d + e"));
+}
+
 TEST(FormulaPicture, TakesInkAndScale) {
     FormulaLook look = lookOf(400, Qt::red);
     const QImage once = formulaPicture(readFormula("\\sqrt{a}"), look);
