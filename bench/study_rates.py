@@ -1,19 +1,23 @@
 #!/usr/bin/env python3
 """Rates of korvane-study: study_rates.py PROGRAM
 
-Variants solved and stored a second, by one core and by two, with the memory that a run takes, and beside
-them a closed form in Python for walls in one dry soil, which first must give the depths of the program."""
+Variants solved and stored a second, by one core and by two in turn, with what no second core can help:
+the start of the program and the statistics behind the last row. Medians of some runs; on a machine that
+does other work the CPU a variant tells more than the clock. Beside them a closed form in Python for walls
+in one dry soil, which first must give the depths of the program."""
 
+import collections
 import math
 import os
 import pathlib
 import sqlite3
+import statistics
 import subprocess
 import sys
 import tempfile
 import time
 
-RUNS = 3  # of which the fastest counts
+RUNS = 5
 FACTOR = 1.5  # on the strength that resists
 
 CANTILEVER = """'BENCH
@@ -58,28 +62,37 @@ distribution = "Uniform(28, 36)"
 """
 
 
+# Seconds of the clock and of CPU, seconds of the clock behind the last row, and KB of memory.
+Run = collections.namedtuple("Run", "clock cpu end memory")
+
+
 def run(program, folder, base, size, jobs):
-    """Seconds of the clock and of CPU, and KB of memory, of a study by a core for each job: rows are
-    stored by a thread besides."""
+    """A study by a core for each job: rows are stored by a thread besides."""
     cores = sorted(os.sched_getaffinity(0))[:jobs]
     folder.mkdir()
     (folder / "wall.dat").write_text(base)
     (folder / "study.toml").write_text(STUDY % size)
     start = time.perf_counter()
     process = subprocess.Popen([program, "run", folder / "study.toml", "--output", folder / "out",
-                                "--jobs", str(jobs), "--quiet"],
+                                "--jobs", str(jobs), "--progress", "1000000"],
+                               stderr=subprocess.PIPE, text=True,
                                preexec_fn=lambda: os.sched_setaffinity(0, cores))
+    with process.stderr as messages:
+        last_row = [time.perf_counter() for line in messages if line == "statistics\n"]
     _, status, usage = os.wait4(process.pid, 0)
-    assert status == 0, "the study has failed"
-    return time.perf_counter() - start, usage.ru_utime + usage.ru_stime, usage.ru_maxrss
+    end = time.perf_counter()
+    assert status == 0 and len(last_row) == 1, "the study has failed"
+    return Run(end - start, usage.ru_utime + usage.ru_stime, end - last_row[0], usage.ru_maxrss)
 
 
-def best(program, folder, base, size, jobs):
-    """The least of some runs, without the start that a study of one variant has too."""
-    runs = [run(program, folder / f"{size}-{jobs}-{n}", base, size, jobs) for n in range(RUNS)]
-    starts = [run(program, folder / f"1-{jobs}-{n}", base, 1, jobs) for n in range(RUNS)]
-    clock, cpu = (min(one[k] for one in runs) - min(one[k] for one in starts) for k in (0, 1))
-    return clock, cpu, max(memory for _, _, memory in runs)
+def runs_of(program, folder, base, size, jobs_in_turn):
+    """Medians by the number of jobs, the largest memory."""
+    all_runs = {jobs: [] for jobs in jobs_in_turn}
+    for turn in range(RUNS):
+        for jobs in jobs_in_turn:
+            all_runs[jobs].append(run(program, folder / f"{size}-{jobs}-{turn}", base, size, jobs))
+    return {jobs: Run(*map(statistics.median, list(zip(*runs))[:3]), max(one.memory for one in runs))
+            for jobs, runs in all_runs.items()}
 
 
 def coefficients(friction):
@@ -164,13 +177,19 @@ def main():
         for number, (name, (base, size)) in enumerate(WALLS.items()):
             place = folder / str(number)
             place.mkdir()
-            one, cpu, memory = best(program, place, base, size, 1)
-            two, _, _ = best(program, place, base, size, 2)
-            line = (f"study, {name}, {size:,} variants: {size / one:,.0f} a second by one core, "
-                    f"{size / two:,.0f} by two ({one / two:.2f} times), {1e6 * cpu / size:.1f} us of "
-                    f"CPU a variant, {memory // 1024} MB")
+            runs = runs_of(program, place, base, size, (1, 2))
+            one, two = runs[1], runs[2]
+            start = runs_of(program, place, base, 1, (2,))[2].clock
+            serial = start + two.end
+            line = (f"study, {name}, {size:,} variants: {size / one.clock:,.0f} a second by one core, "
+                    f"{size / two.clock:,.0f} by two ({one.clock / two.clock:.2f} times; "
+                    f"{serial:.2f} s of {one.clock:.1f} are serial, {start:.2f} the start and "
+                    f"{two.end:.2f} the statistics, which allow {2 / (1 + serial / one.clock):.2f} "
+                    f"times), {1e6 * one.cpu / size:.1f} us of CPU a variant by one core and "
+                    f"{1e6 * two.cpu / size:.1f} by two, {one.memory // 1024} and "
+                    f"{two.memory // 1024} MB")
             if name in closed:
-                line += f"; {size / cpu / closed[name]:.1f} times the closed form by CPU"
+                line += f"; {size / one.cpu / closed[name]:.1f} times the closed form by CPU"
             print(line, flush=True)
 
 
