@@ -50,9 +50,11 @@ class Workshop {
                 row.id = id;
                 row.weight = plan.weight();
             }
-            const std::lock_guard lock(mutex_);
-            finished_.emplace(block.from, std::move(rows));
-            changed_.notify_all();
+            {
+                const std::lock_guard lock(mutex_);
+                finished_.emplace(block.from, std::move(rows));
+            }
+            changed_.notify_all(); // behind the lock, which whoever wakes up takes
         }
     }
 
@@ -307,7 +309,9 @@ bool runStudy(const RunRequest& request) {
     if (store.next() < share.to) {
         return false;
     }
-    say(request, "statistics");
+    if (isWhole) {
+        say(request, "statistics");
+    }
     finish(request.study, store, isWhole ? &found : nullptr, std::move(tally));
     return true;
 }

@@ -158,28 +158,44 @@ TEST(Samples, StatisticsAreThoseOfTheRows) {
               desk.number("o", "SELECT count(*) FROM variants WHERE friction < 32"));
 }
 
-TEST(Samples, StatisticsAreTheSameWhereTheDatabaseSorts) {
-    const StudyDesk desk;
-    const std::string text =
-        sampleOf("monte-carlo", 101) + friction("distribution = \"Normal(32, 2)\"");
-    desk.runStudy(text, "o");
-    const Store store(desk.file("o/results.sqlite"));
-    const auto told = [&](std::size_t mostSorted) {
-        std::string lines;
-        const Study study = studyOf(text);
-        Tally tally(study, mostSorted);
-        tally.addAll(store);
-        for (const Statistic& one : statisticsOf(study, store, std::move(tally), {})) {
-            lines += one.subject + " " + one.name;
-            for (const double number : {one.value, one.low, one.high}) {
-                lines += std::isnan(number) ? " -" : generalForm(number);
-            }
-            lines += "\n";
+std::string linesOf(const std::vector<Statistic>& statistics) {
+    std::string lines;
+    for (const Statistic& one : statistics) {
+        lines += one.subject + " " + one.name;
+        for (const double number : {one.value, one.low, one.high}) {
+            lines += std::isnan(number) ? " -" : generalForm(number);
         }
-        return lines;
-    };
-    EXPECT_NE(told(101).find("quantile 0.95"), std::string::npos);
-    EXPECT_EQ(told(100), told(101));
+        lines += "\n";
+    }
+    return lines;
+}
+
+/// The statistics of a finished study by a tally of its file that keeps so many values.
+std::string statisticsKeeping(std::size_t mostKept, const Study& study, const Store& store) {
+    Tally tally(study, mostKept);
+    tally.addAll(store);
+    return linesOf(statisticsOf(study, store, std::move(tally), {}));
+}
+
+TEST(Samples, StatisticsAreTheSameByTheRunByItsFileAndWhereTheDatabaseSorts) {
+    const std::string random = friction("distribution = \"Normal(32, 2)\"");
+    const std::string along = "[[variable]]\nname = \"cap\"\nvalues = [15, 14]\n";
+    for (const auto& [text, groups] :
+         {std::pair{sampleOf("monte-carlo", 101) + random, 1},
+          std::pair{head("sensitivity", "size = 101") + random, 1},
+          std::pair{head("fragility", "size = 101\nalong = \"cap\"") + random + along +
+                        limit("deep", "penetration > cap"),
+                    2}}) {
+        const StudyDesk desk;
+        desk.runStudy(text, "o");
+        const Study study = studyOf(text);
+        const Store store(desk.file("o/results.sqlite"));
+        const auto enough = static_cast<std::size_t>(101 * groups) * study.outputs.size();
+        const std::string told = statisticsKeeping(enough, study, store);
+        EXPECT_NE(told.find("quantile 0.95"), std::string::npos);
+        EXPECT_EQ(statisticsKeeping(enough - 1, study, store), told);
+        EXPECT_EQ(linesOf(store.statistics()), told) << "counted while rows were stored";
+    }
 }
 
 TEST(Samples, IntervalsOfClopperAndPearsonAreTheBinomialTails) {
