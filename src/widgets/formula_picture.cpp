@@ -259,6 +259,9 @@ class LineSetter {
                (depths_[n] == 0 || ends == Ends::BeforeSigns);
     }
 
+    bool isFurther() const { return lines_.size() > 1; }
+    bool isEmpty() const { return used_ <= (isFurther() ? indent_ : 0); }
+
     void place(std::size_t from, std::size_t to, Ends ends) {
         for (std::size_t start = from, end = from; start < to; start = end) {
             do {
@@ -269,13 +272,15 @@ class LineSetter {
             };
             const Box piece = inLine({box(start), box(end)});
             if (used_ + piece.width > room_) {
-                if (indent_ + piece.width > room_ && ends != Ends::BeforeSigns) {
-                    place(start, end, static_cast<Ends>(static_cast<int>(ends) + 1));
-                    continue;
-                }
-                if (used_ > 0) {
+                const bool needsMore = indent_ + piece.width > room_ && ends != Ends::BeforeSigns;
+                // Behind "y =" the rest begins at once, also where it needs several lines.
+                if (!isEmpty() && (!needsMore || (ends == Ends::OutsideBrackets && isFurther()))) {
                     lines_.push_back({Box{indent_, 0, 0}});
                     used_ = indent_;
+                }
+                if (needsMore) {
+                    place(start, end, static_cast<Ends>(static_cast<int>(ends) + 1));
+                    continue;
                 }
             }
             used_ += piece.width;

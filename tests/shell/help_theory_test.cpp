@@ -99,6 +99,14 @@ TEST(FormulaPicture, BreaksOutsideBracketsThenBetweenThemThenWithin) {
     EXPECT_EQ(width(product, whole(product) - 1), whole("a = (b + c + d)"));
     const char* bracket = "a = (b + c + d + e + f)";
     EXPECT_EQ(width(bracket, whole(bracket) - 1), whole("a = (b + c + d + e"));
+    // A term that needs two lines leaves nothing of its second one to the next term.
+    const auto height = [](const char* tex, int room) {
+        return formulaPicture(readFormula(tex), lookOf(room)).height();
+    };
+    const int line = height(product, 10000);
+    const int next = height(product, whole(product) - 1) - line;
+    EXPECT_NEAR(height("a = (b + c + d + e)(f) + (g + h)(i + j + k)", whole("a = (b + c + d + e)")),
+                line + 3 * next, 3);
 }
 
 TEST(FormulaPicture, TakesInkAndScale) {
