@@ -90,7 +90,7 @@ TEST(WallSection, OfARefusedRecordHasNoFigure) {
 TEST(WallSection, WritesUnitsAsAllSectionsDo) {
     Problem problem = plainCantilever();
     problem.ProgramMode = Mode::Analysis;
-    problem.FSKind = 1;
+    problem.FSKind = FactorKind::OneForBoth;
     problem.WallBottomElev = -20;
     problem.WallModulus = 29e6;
     problem.WallInertia = 100;
