@@ -117,13 +117,11 @@ struct Session : MainWindow {
     RunRecord* record = nullptr;     ///< of the program for its next start, if it keeps one
     int copyFault = 0; ///< run-time error that keeps unsaved data out of the recovery copy, else 0
 
-    // Nothing reads these; they tell of session and solution to those who look at them.
+    // Nothing reads these; they tell of the session to those who look at it.
     int InputSavedFlag = 0;                ///< 1 after a successful input save
     int FileLineCount = 0;                 ///< lines of the last input written
     Help HelpCommand = Help::Contents;     ///< served last
     Array<std::string, 3> ScratchFileName; ///< by level; stays empty, as levels stay in memory
-    /// By level: the row of its grid at which seepage ends; without seepage it stays as it was.
-    Array<int, 2> SeepageEndIndex;
 
     /// What the plot screens draw from.
     PlotData plotData() const {

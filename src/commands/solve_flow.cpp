@@ -4,7 +4,6 @@
 #include "commands/report.h"
 #include "commands/told_boxes.h"
 #include "commands/wall_notes.h"
-#include "pressures/elevation_grid.h"
 #include "rowe/moment_reduction.h"
 #include "runtime/run_guarded.h"
 
@@ -90,16 +89,6 @@ Reached<Review> review(Session& session, Desktop& desktop) {
     return reviewWall(session.problem, options, session.workspace);
 }
 
-void takeSeepageEnd(Session& session, const Results& results) {
-    const bool seeps = session.workspace.state().preparation.SeepageKind != Seepage::None;
-    for (int level = 1; seeps && level <= results.levelCount; ++level) {
-        const LevelResult& solved = results.levels(level);
-        if (solved.seepageGradient > 0) {
-            session.SeepageEndIndex(level) = firstRowAt(solved.solved.grid, solved.seepageEndElev);
-        }
-    }
-}
-
 /// The levels and their report. False after a failure.
 bool solveAndReport(Session& session, Desktop& desktop) {
     const auto results = solveWall(session.workspace);
@@ -107,7 +96,6 @@ bool solveAndReport(Session& session, Desktop& desktop) {
         return false;
     }
     session.notes.solved.results = &*results;
-    takeSeepageEnd(session, *results);
     desktop.SetBusy(false);
     continueReport(session);
     return true;

@@ -83,7 +83,7 @@ void appendRegularPoints(ElevationGrid& grid, const Problem& problem, double low
 }
 
 /// Finds or inserts the row at which seepage ends; below all points it becomes the last one.
-void placeSeepageEnd(ElevationGrid& grid, double& seepageEndElev) {
+void placeSeepageEnd(ElevationGrid& grid, double& seepageEndElev, int& seepageEndIndex) {
     auto& ElevGrid = grid.ElevGrid;
     auto& NumElevs = grid.NumElevs;
 
@@ -91,6 +91,7 @@ void placeSeepageEnd(ElevationGrid& grid, double& seepageEndElev) {
     while (i <= NumElevs && ElevGrid(i) > seepageEndElev + SamePoint) {
         ++i;
     }
+    seepageEndIndex = i;
     if (i <= NumElevs && std::abs(ElevGrid(i) - seepageEndElev) <= SamePoint) {
         seepageEndElev = ElevGrid(i);
         return;
@@ -127,7 +128,7 @@ void BuildElevationGrid(State& state, int level) {
 
     if (state.preparation.SeepageKind != Seepage::None &&
         state.preparation.SeepageGradient(level) > 0) {
-        placeSeepageEnd(grid, state.preparation.SeepageEndElev(level));
+        placeSeepageEnd(grid, state.preparation.SeepageEndElev(level), grid.SeepageEndIndex(level));
     }
     touchRows(state);
 }

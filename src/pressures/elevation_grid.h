@@ -6,9 +6,9 @@
 
 namespace korvane {
 
-/// Fills ElevGrid and NumElevs from the problem and the level's SeepageEndElev: data elevations,
-/// points at 1 FT from the wall top downward, two far points. RuntimeError 9 where the grid would
-/// pass 301 points.
+/// Fills ElevGrid, NumElevs and SeepageEndIndex(level) from the problem and the level's
+/// SeepageEndElev: data elevations, points at 1 FT from the wall top downward, two far points.
+/// RuntimeError 9 where the grid would pass 301 points.
 void BuildElevationGrid(State& state, int level);
 
 /// True for the two far points, which stand for "below any wall".

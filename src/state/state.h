@@ -21,6 +21,9 @@ struct ElevationGrid {
     Array<double, 301> ElevGrid;  ///< FT, strictly descending from 1 to NumElevs
     int NumElevs = 0;             ///< points in use; later stages insert points
     double FarElev = NoFarPoints; ///< FT, the upper of the two points far below all others
+
+    // Nothing reads it; it tells where SeepageEndElev stands, by level.
+    Array<int, 2> SeepageEndIndex;
 };
 
 /// How the soil pressures of a side are found; by its letter.

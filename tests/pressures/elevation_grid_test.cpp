@@ -112,6 +112,7 @@ TEST_F(ElevationGridTest, SeepageEndBelowTheLowestWorkingPointLandsBetweenThatAn
     setSeepage(-1234.5);
     build();
     EXPECT_EQ(last(2), -1234.5);
+    EXPECT_EQ(grid.SeepageEndIndex(1), grid.NumElevs - 2);
     EXPECT_EQ(last(3), -60);             // 10 FT exposed: 50 FT below the lower surface
     EXPECT_EQ(last(1), -60.0 - 50000.0); // the far points do not follow it
 }
@@ -121,14 +122,18 @@ TEST_F(ElevationGridTest, SeepageEndBelowEveryPointBecomesTheLastOne) {
     build();
     EXPECT_EQ(last(), -150000);
     EXPECT_EQ(last(1), -60.0 - 100000.0);
+    EXPECT_EQ(grid.SeepageEndIndex(1), grid.NumElevs);
 }
 
 TEST_F(ElevationGridTest, SeepageEndBetweenPointsIsInsertedInItsPlaceForItsLevelAlone) {
     setSeepage(-17.4);
+    grid.SeepageEndIndex(1) = 77;
     bench.state->preparation.SeepageEndElev(1) = -33.3;
     build(2);
     EXPECT_EQ(rowsAt(-17.4), 1);
+    EXPECT_EQ(grid.ElevGrid(grid.SeepageEndIndex(2)), -17.4);
     EXPECT_EQ(rowsAt(-33.3), 0);
+    EXPECT_EQ(grid.SeepageEndIndex(1), 77);
 }
 
 TEST_F(ElevationGridTest, SeepageEndOnAPointOrNoiseAwayFromItIsThatPoint) {
@@ -137,15 +142,17 @@ TEST_F(ElevationGridTest, SeepageEndOnAPointOrNoiseAwayFromItIsThatPoint) {
         build();
         EXPECT_EQ(rowsAt(-17), 1);
         EXPECT_EQ(bench.state->preparation.SeepageEndElev(1), -17.0);
+        EXPECT_EQ(grid.ElevGrid(grid.SeepageEndIndex(1)), -17.0);
     }
     setSeepage(-17.00001);
     build();
-    EXPECT_EQ(rowsAt(-17.00001), 1);
-    EXPECT_EQ(rowsAt(-17.0), 1);
+    EXPECT_EQ(grid.ElevGrid(grid.SeepageEndIndex(1)), -17.00001);
+    EXPECT_EQ(grid.ElevGrid(grid.SeepageEndIndex(1) - 1), -17.0);
 }
 
-TEST_F(ElevationGridTest, WithoutSeepageOrGradientTheEndIsNoPoint) {
+TEST_F(ElevationGridTest, WithoutSeepageOrGradientTheEndIsNoPointAndItsIndexStays) {
     setSeepage(-17.4);
+    grid.SeepageEndIndex(1) = 77;
     problem.SeepageGradient(1) = 0;
     build();
     EXPECT_EQ(rowsAt(-17.4), 0);
@@ -154,6 +161,7 @@ TEST_F(ElevationGridTest, WithoutSeepageOrGradientTheEndIsNoPoint) {
     build();
     EXPECT_EQ(rowsAt(-17.4), 0);
     EXPECT_EQ(rowsAt(-4), 1); // a regular point
+    EXPECT_EQ(grid.SeepageEndIndex(1), 77);
 }
 
 TEST_F(ElevationGridTest, ElevationsOfTheDataMergeOnlyWhereTheyAreExactlyEqual) {

@@ -114,7 +114,7 @@ TEST_F(WaterPressuresTest, NetWaterIsZeroAtAndBelowTheEndOfSeepageBetweenRegular
     for (const double gradient : {0.0001, 0.17, 0.35, 0.9}) {
         setSeepage(-4, gradient);
         bench.build();
-        const int end = firstRowAt(grid, bench.state->preparation.SeepageEndElev(1));
+        const int end = grid.SeepageEndIndex(1);
         EXPECT_DOUBLE_EQ(grid.ElevGrid(end), (-4 - 10 - 8 / gradient) / 2);
         EXPECT_NEAR(WaterPressures(end, 1), 0, 1e-7); // rounding of products up to 2.5E6
         EXPECT_GT(WaterPressures(end - 1, 1), 0);

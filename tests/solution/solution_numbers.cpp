@@ -31,7 +31,7 @@ class Numbers {
     void addOne(const Extreme& extreme) { add(extreme.value, extreme.elev); }
     void addOne(const Range& range) { add(range.largest, range.smallest); }
     void addOne(const PressureDiagrams& d) {
-        add(d.grid.NumElevs, d.grid.ElevGrid, d.NetActive, d.NetPassive);
+        add(d.grid.NumElevs, d.grid.ElevGrid, d.grid.SeepageEndIndex, d.NetActive, d.NetPassive);
         const Pressures& p = d.pressures;
         add(p.ActivePressures, p.PassivePressures, p.WaterPressures, p.SurchargePressures);
         add(p.ActiveMark, p.PassiveMark);
