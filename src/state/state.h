@@ -22,7 +22,7 @@ struct ElevationGrid {
     int NumElevs = 0;             ///< points in use; later stages insert points
     double FarElev = NoFarPoints; ///< FT, the upper of the two points far below all others
 
-    // Nothing reads it; it tells where SeepageEndElev stands, by level.
+    // The point that stands at SeepageEndElev, by level.
     Array<int, 2> SeepageEndIndex;
 };
 
