@@ -58,9 +58,10 @@ void svgFile(benchmark::State& run, PlotScreenName screen, int plotNumber) {
     const LargestWall wall;
     PlotView view = openPlotScreen(wall.plotData(), screen);
     view.PlotNumber = plotNumber;
-    const Figure figure{
-        "", plotReadings(wall.plotData(), view).title, plotDescription(wall.plotData(), view),
-        [&](Surface& surface) { drawPlot(surface, wall.plotData(), view, Medium::Paper); }};
+    const PlotReadings readings = plotReadings(wall.plotData(), view);
+    const Figure figure{"", readings.title, plotDescription(view, readings), [&](Surface& surface) {
+                            drawPlot(surface, wall.plotData(), view, Medium::Paper);
+                        }};
     std::size_t size = 0;
     for (auto _ : run) {
         size = svgFigure(figure).size();

@@ -1,6 +1,7 @@
 // A surface that draws nothing and tells how far a drawing reaches.
 #pragma once
 
+#include "plots/reach.h"
 #include "plots/surface.h"
 
 namespace korvane {
@@ -13,11 +14,8 @@ class BoundsSurface : public Surface {
     double textWidth(std::string_view text) const override { return metrics_.textWidth(text); }
     double textHeight() const override { return metrics_.textHeight(); }
 
-    /// The smallest rectangle (a is its upper left, b its lower right corner) that holds all ink,
-    /// with a line's width of room around it. What runs farther out of `usual` than half of its
-    /// size is cut off there, so that nothing makes the rest too small to read. `usual` itself
-    /// where nothing was drawn.
-    Corners bounds(const Corners& usual) const;
+    /// As Reach tells.
+    Corners bounds(const Corners& usual) const { return reach_.bounds(usual); }
 
   private:
     void drawRectangle(const Corners& corners, Pen pen) override;
@@ -27,11 +25,8 @@ class BoundsSurface : public Surface {
     void drawCircle(Point centre, double radius, Pen pen) override;
     void drawText(Point upperLeft, std::string_view text) override;
 
-    void take(Point a, Point b, double around);
-
     const Surface& metrics_;
-    bool empty_ = true;
-    Corners reach_;
+    Reach reach_;
 };
 
 } // namespace korvane

@@ -1,6 +1,5 @@
 #include "plots/figures.h"
 
-#include "plots/bounds_surface.h"
 #include "plots/input_plots.h"
 #include "plots/result_plots.h"
 #include "plots/svg_surface.h"
@@ -57,7 +56,8 @@ void visitGroup(const PlotData& data, const FigureGroup& group,
             continue;
         }
         view.PlotNumber = n;
-        take({nameIn(group, n), plotReadings(data, view).title, plotDescription(data, view),
+        const PlotReadings readings = plotReadings(data, view);
+        take({nameIn(group, n), readings.title, plotDescription(view, readings),
               [&](Surface& surface) { drawPlot(surface, data, view, Medium::Paper); }});
     }
 }
@@ -102,10 +102,8 @@ std::string figureName(const PlotView& view) {
 
 std::string svgFigure(const Figure& figure) {
     SvgSurface surface;
-    BoundsSurface bounds(surface);
-    figure.draw(bounds);
     figure.draw(surface);
-    return surface.document(bounds.bounds(FigureView), figure.title, figure.description);
+    return surface.document(surface.reach().bounds(FigureView), figure.title, figure.description);
 }
 
 } // namespace korvane

@@ -260,13 +260,13 @@ PlotReadings plotReadings(const PlotData& data, const PlotView& view) {
     }
 }
 
-std::string plotDescription(const PlotData& data, const PlotView& view) {
+std::string plotDescription(const PlotView& view, const PlotReadings& readings) {
     std::string text;
     const auto add = [&](const std::string& line) { text += (text.empty() ? "" : ". ") + line; };
     for (const std::string& heading : view.headings) {
         add(heading.rfind('\'', 0) == 0 ? heading.substr(1) : heading);
     }
-    for (const std::string& line : extremeLines(plotReadings(data, view), UnitSystem::US)) {
+    for (const std::string& line : extremeLines(readings, UnitSystem::US)) {
         add(line);
     }
     return text;

@@ -120,8 +120,8 @@ Corners plotBounds(const Surface& metrics, const PlotData& data, const PlotView&
 /// alone.
 PlotReadings plotReadings(const PlotData& data, const PlotView& view);
 
-/// The diagram on show for readers who do not see it: heading lines and extremes, in the feet and
-/// pounds of the drawing.
-std::string plotDescription(const PlotData& data, const PlotView& view);
+/// The diagram on show for readers who do not see it: heading lines and the extremes of its
+/// readings, in the feet and pounds of the drawing.
+std::string plotDescription(const PlotView& view, const PlotReadings& readings);
 
 } // namespace korvane

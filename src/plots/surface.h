@@ -85,6 +85,8 @@ class Surface {
     struct Pen {
         Colour colour;
         int width = 1; ///< units
+
+        double halfWidth() const { return width * LineWidthUnit / 2; } ///< twips
     };
 
   private:

@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <span>
 
 namespace korvane {
 
@@ -34,22 +35,32 @@ constexpr double Descent = 434 / UnitsPerEm;
 constexpr const char* EmptyEnd = "/>\n"; ///< of an element without content
 constexpr const char* PathEnd = "\"/>\n";
 
-/// Twips behind a lead of a few characters.
+/// Room for a number and what stands before it.
+using Room = std::array<char, 64>;
+
+/// Puts twips to one decimal behind a lead at the end of a text.
 void addTwips(std::string& text, std::string_view lead, double twips) {
-    constexpr NumberFormat tenths("0.#");
-    std::array<char, 48> room; // uninitialised: only what is put is read
-    const std::string_view piece = putNumberLast(room, lead, twips, tenths);
-    if (piece.empty()) {
-        appendNumber(text += lead, twips, tenths);
-    } else {
+    Room room; // uninitialised: only what is put is read
+    const std::string_view piece = putTenthsLast(room, lead, twips);
+    if (!piece.empty()) {
         text += piece;
+        return;
     }
+    appendNumber(text += lead, twips, "0.#");
     if (text.back() == '.') {
         text.pop_back();
     }
 }
 
 void addPoint(std::string& text, std::string_view lead, Point point) {
+    Room room; // uninitialised: only what is put is read
+    const std::string_view y = putTenthsLast(room, " ", point.y);
+    const std::string_view x =
+        putTenthsLast(std::span(room).first(room.size() - y.size()), lead, point.x);
+    if (!x.empty() && !y.empty()) { // they stand one behind the other
+        text.append(x.data(), x.size() + y.size());
+        return;
+    }
     addTwips(text, lead, point.x);
     addTwips(text, " ", point.y);
 }
@@ -158,6 +169,7 @@ double SvgSurface::textHeight() const {
 }
 
 void SvgSurface::drawRectangle(const Corners& corners, Pen pen) {
+    reach_.take(corners.a, corners.b, pen.halfWidth());
     endPath();
     elements_ += "<rect";
     rectangleFrame(elements_, corners);
@@ -166,6 +178,7 @@ void SvgSurface::drawRectangle(const Corners& corners, Pen pen) {
 }
 
 void SvgSurface::fillRectangle(const Corners& corners, Colour colour) {
+    reach_.take(corners.a, corners.b, 0);
     endPath();
     elements_ += "<rect";
     rectangleFrame(elements_, corners);
@@ -174,6 +187,7 @@ void SvgSurface::fillRectangle(const Corners& corners, Colour colour) {
 }
 
 void SvgSurface::drawLine(Point from, Point to, Pen pen) {
+    reach_.take(from, to, pen.halfWidth());
     const bool goesOn = pathOpen_ && from == pathEnd_ && pen.colour == pathPen_.colour &&
                         pen.width == pathPen_.width;
     if (!goesOn) {
@@ -196,14 +210,16 @@ void SvgSurface::endPath() {
 }
 
 void SvgSurface::drawPoint(Point at, Pen pen) {
+    reach_.take(at, at, pen.halfWidth());
     endPath();
     elements_ += "<circle";
-    circleFrame(elements_, at, pen.width * LineWidthUnit / 2);
+    circleFrame(elements_, at, pen.halfWidth());
     attribute(elements_, "fill", pen.colour);
     elements_ += EmptyEnd;
 }
 
 void SvgSurface::drawCircle(Point centre, double radius, Pen pen) {
+    reach_.take(centre, centre, radius + pen.halfWidth());
     endPath();
     elements_ += "<circle";
     circleFrame(elements_, centre, radius);
@@ -212,12 +228,12 @@ void SvgSurface::drawCircle(Point centre, double radius, Pen pen) {
 }
 
 void SvgSurface::drawText(Point upperLeft, std::string_view text) {
+    reach_.take(upperLeft, {upperLeft.x + textWidth(text), upperLeft.y + textHeight()}, 0);
     endPath();
     elements_ += "<text";
-    attribute(elements_, "x", upperLeft.x);
-    attribute(elements_, "y", upperLeft.y + Ascent * PlotFontHeight); // the base line
-    attribute(elements_, "fill", Black);
-    elements_ += '>';
+    addTwips(elements_, " x=\"", upperLeft.x);
+    addTwips(elements_, "\" y=\"", upperLeft.y + Ascent * PlotFontHeight); // the base line
+    elements_ += "\" fill=\"#000000\">";
     addEscaped(elements_, text);
     elements_ += "</text>\n";
 }

@@ -1,6 +1,7 @@
 // A surface that writes scalable vector graphics, without any toolkit.
 #pragma once
 
+#include "plots/reach.h"
 #include "plots/surface.h"
 
 #include <string>
@@ -13,6 +14,9 @@ class SvgSurface : public Surface {
   public:
     double textWidth(std::string_view text) const override;
     double textHeight() const override;
+
+    /// How far what is drawn reaches.
+    const Reach& reach() const { return reach_; }
 
     /// The finished file: UTF-8, white ground, true size, showing nothing but `view`. Title and
     /// description are for readers; an empty one is left out.
@@ -29,6 +33,7 @@ class SvgSurface : public Surface {
 
     void endPath();
 
+    Reach reach_;
     std::string elements_;
     bool pathOpen_ = false; ///< the last element is a path to which a line may hang
     Point pathEnd_;

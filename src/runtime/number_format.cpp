@@ -347,6 +347,27 @@ std::string_view putNumberLast(std::span<char> room, std::string_view mark, doub
                            : putPlain(room, mark, value, format);
 }
 
+std::string_view putTenthsLast(std::span<char> room, std::string_view mark, double value) {
+    constexpr std::uint64_t beyond = 1'000'000'000;
+    constexpr std::size_t widest = 11; // sign and point with them
+    const auto tenths = nearestWhole(std::fabs(value) * 10);
+    if (!tenths || *tenths >= beyond || room.size() < mark.size() + widest) {
+        return {};
+    }
+    const auto units = static_cast<std::uint32_t>(*tenths);
+    Backward number(room);
+    if (units % 10 != 0) {
+        number.put(static_cast<char>('0' + units % 10));
+        number.put('.');
+    }
+    number.putWhole(units / 10, 1);
+    if (value < 0 && units > 0) {
+        number.put('-');
+    }
+    number.put(mark);
+    return number.text();
+}
+
 void appendNumber(std::string& text, double value, NumberFormat format) {
     std::array<char, 48> room; // uninitialised: only what is put is read
     const std::string_view number = putNumberLast(room, {}, value, format);

@@ -62,6 +62,11 @@ void appendNumber(std::string& text, double value, NumberFormat format);
 std::string_view putNumberLast(std::span<char> room, std::string_view mark, double value,
                                NumberFormat format);
 
+/// Puts a mark and a value to one decimal, halves away from zero, at the end of a room: "12.3",
+/// "-0.5", "12" where the decimal is zero. Nothing where that may need more room than there is, for
+/// values of 1E8 and more in size, or where all digits decide how the number is rounded.
+std::string_view putTenthsLast(std::span<char> room, std::string_view mark, double value);
+
 /// General form as composed into a text: the shortest digits that read back to the same double,
 /// with a blank where a minus would stand and no trailing blank: " 12.5", "-3", " 1.5E-07".
 /// Plain from 1E-4 to below 1E15 in size, exponent form beyond. RuntimeError 6 if not finite.

@@ -26,9 +26,10 @@ double paperFactor(const QPagedPaintDevice& device) {
 } // namespace
 
 std::string figureFile(const PlotData& data, const PlotView& view, const std::string& name) {
+    const PlotReadings readings = plotReadings(data, view);
     return figureFile(
-        FileFigure{.title = plotReadings(data, view).title,
-                   .description = plotDescription(data, view),
+        FileFigure{.title = readings.title,
+                   .description = plotDescription(view, readings),
                    .draw = [&](Surface& surface) { drawPlot(surface, data, view, Medium::Paper); },
                    .reach =
                        [&](const Surface& metrics) {

@@ -240,7 +240,7 @@ void PlotWindow::mirrorBand() {
     if (view_.showing) {
         QWidget* picture = pictures_.at(static_cast<std::size_t>(view_.PlotNumber - 1));
         picture->setAccessibleName(shownText(readings_.title));
-        picture->setAccessibleDescription(shownText(plotDescription(session().plotData(), view_)));
+        picture->setAccessibleDescription(shownText(plotDescription(view_, readings_)));
     }
 }
 

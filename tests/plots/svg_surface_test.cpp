@@ -1,5 +1,6 @@
 #include "plots/svg_surface.h"
 
+#include "plots/bounds_surface.h"
 #include "xml_check.h"
 
 #include <gtest/gtest.h>
@@ -112,6 +113,29 @@ TEST(SvgSurface, CharactersThatNoXmlFileMayHoldBecomeBlanks) {
     ASSERT_EQ(elements.size(), 2U);
     EXPECT_EQ(elements[0].text, "A  B");
     EXPECT_EQ(elements[1].text, "\xEF\xBF\xBD \"PZ'27\"");
+}
+
+TEST(SvgSurface, ReachesAsFarAsOneThatOnlyMeasures) {
+    SvgSurface surface;
+    BoundsSurface bounds(surface);
+    Corners before;
+    const auto expectSame = [&](const auto& draw) {
+        draw(surface);
+        draw(bounds);
+        constexpr Corners usual{{-1000, -1000}, {9000, 9000}};
+        EXPECT_NE(bounds.bounds(usual), before); // each part reaches farther than the last one
+        before = bounds.bounds(usual);
+        EXPECT_EQ(surface.reach().bounds(usual), before);
+    };
+    expectSame([](Surface& s) { s.filledRectangle({{4000, 4100}, {3900, 4000}}, Red); });
+    expectSame([](Surface& s) {
+        s.setLineWidth(3);
+        s.rectangle({{3800, 4000}, {4300, 4300}}, Red);
+    });
+    expectSame([](Surface& s) { s.line({4000, 3500}, {3000, 4000}, Blue); });
+    expectSame([](Surface& s) { s.point({2900, 4000}, Red); });
+    expectSame([](Surface& s) { s.circle({3500, 3500}, 800, Red); });
+    expectSame([](Surface& s) { s.text({4000, 5000}, "WIDE \xC3\xA9"); });
 }
 
 TEST(SvgSurface, MeasuresTextByTheFontsAdvanceWidths) {

@@ -261,6 +261,41 @@ TEST(NumberFormat, PutsNothingThatOnlyAllItsDigitsTell) {
     EXPECT_EQ(room, untouched);
 }
 
+TEST(NumberFormat, PutsTenthsAsTheirFormatWithoutABarePoint) {
+    std::string room(14, '.');
+    EXPECT_EQ(putTenthsLast(room, " L ", -23.25), " L -23.3");
+    EXPECT_EQ(room, "...... L -23.3");
+    EXPECT_EQ(putTenthsLast(room, "", -0.04), "0");
+    EXPECT_EQ(putTenthsLast(room, "", 1439.96), "1440");
+    std::mt19937_64 random(20261122);
+    std::uniform_real_distribution<double> size(-30, 27); // powers of two: up to 1.3E8
+    int put = 0;
+    for (int i = 0; i < 200000; ++i) {
+        const bool halves = i % 4 == 0; // of the last place
+        const double drawn = std::exp2(size(random));
+        const double value = (i % 2 == 0 ? 1 : -1) * (halves ? std::floor(drawn) / 20 : drawn);
+        std::string expected = formatNumber(value, "0.#");
+        if (expected.back() == '.') {
+            expected.pop_back();
+        }
+        std::string wide(14, '.');
+        const std::string_view tenths = putTenthsLast(wide, "=\"", value);
+        if (!tenths.empty()) {
+            ++put;
+            ASSERT_EQ(tenths, "=\"" + expected) << value;
+            ASSERT_EQ(wide, std::string(wide.size() - tenths.size(), '.') + std::string(tenths));
+        }
+    }
+    EXPECT_GT(put, 190000);
+    for (const double none : {1e8, -1e300, std::numeric_limits<double>::infinity(),
+                              std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_EQ(putTenthsLast(room, "", none), "") << none;
+    }
+    std::string narrow(10, '.');
+    EXPECT_EQ(putTenthsLast(narrow, "", 1), "");
+    EXPECT_EQ(narrow, "..........");
+}
+
 /// A format whose decimals all show, as the second method needs it.
 struct SweptFormat {
     std::string_view text;
