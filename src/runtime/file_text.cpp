@@ -311,7 +311,8 @@ struct PendingFile::Place {
 };
 
 PendingFile::PendingFile(const Place& place)
-    : path_(place.path), target_(place.target), isDevice_(place.isDevice()) {}
+    : path_(place.path), target_(place.target), isDevice_(place.isDevice()), isFree_(!place.found) {
+}
 
 PendingFile::PendingFile(const Place& place, std::string_view text, Flush flush)
     : PendingFile(place) { // from here on the destructor cleans up
@@ -376,7 +377,7 @@ void PendingFile::forget() {
 }
 
 void PendingFile::clearPlace() {
-    if (!isDevice_) {
+    if (!isDevice_ && !isFree_) {
         removeFile(target_);
     }
 }

@@ -73,7 +73,7 @@ class PendingFile {
     PendingFile& operator=(const PendingFile&) = delete;
 
     const std::filesystem::path& path() const { return path_; }
-    /// Removes the file that stands in the place; what is no file stays.
+    /// Removes the file that stood in the place when this one was made; what is no file stays.
     void clearPlace();
     void place();
 
@@ -90,6 +90,7 @@ class PendingFile {
     std::filesystem::path beside_; ///< what is there until it is placed
     std::string direct_;           ///< the text for a device
     bool isDevice_;
+    bool isFree_;             ///< nothing stood in the place
     bool waits_ = false;      ///< for the reader of a pipe
     bool unfinished_ = false; ///< `beside_` may exist
 };

@@ -449,6 +449,17 @@ TEST(PendingFile, LeavesTheOldFileUntilItIsPlacedAndGoesWithoutThat) {
     EXPECT_EQ(entriesIn(folder.path()), 1);
 }
 
+TEST(PendingFile, ClearsNothingWhereNothingStoodInItsPlace) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.path() / "a.out";
+    PendingFile pending(path, "new\n", Flush::None);
+    writeFile(path, "of another program\n");
+    pending.clearPlace();
+    EXPECT_EQ(readFile(path), "of another program\n");
+    pending.place();
+    EXPECT_EQ(readFile(path), "new\n");
+}
+
 TEST(PendingFile, FindsAFolderInItsPlaceWhenItIsPlaced) {
     const TemporaryFolder folder;
     const fs::path path = folder.path() / "a.out";
