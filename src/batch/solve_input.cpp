@@ -16,7 +16,8 @@
 #include <deque>
 #include <iterator>
 #include <optional>
-#include <set>
+#include <string_view>
+#include <unordered_set>
 
 namespace korvane::batch {
 
@@ -331,9 +332,11 @@ void prepareOutputs(Run& run, Outputs& outputs) {
     if (job.plots && run.opened) {
         const PlotData data{run.problem, run.workspace.results(), run.sections,
                             run.workspace.reduction()};
+        const std::filesystem::path folder = job.reportPath.parent_path();
+        const std::string stem = job.reportPath.stem().string();
         visitFigures(data, run.status == StatusSolved, [&](const Figure& figure) {
-            outputs.figures.emplace_back(job.figurePath(figure.name), svgFigure(figure),
-                                         Flush::None);
+            outputs.figures.emplace_back(folder / Job::figureName(stem, figure.name),
+                                         svgFigure(figure), Flush::None);
         });
     }
     if (!job.sheetPath.empty() && run.opened) {
@@ -348,13 +351,13 @@ void prepareOutputs(Run& run, Outputs& outputs) {
 
 /// No old figure, sheet or JSON may stand beside a new report, whatever fails later.
 void removeOldOutputs(const Job& job, Outputs& outputs) {
-    std::set<std::filesystem::path> kept;
+    std::unordered_set<std::string_view> kept;
     for (PendingFile& figure : outputs.figures) {
         figure.clearPlace();
-        kept.insert(figure.path());
+        kept.insert(figure.path().native());
     }
     for (const std::filesystem::path& figure : job.oldFigures) {
-        if (kept.count(figure) == 0) { // a link to what is written anew stays
+        if (kept.count(figure.native()) == 0) { // a link to what is written anew stays
             removeFile(figure);
         }
     }

@@ -83,8 +83,8 @@ void writeWith(int flags, const fs::path& path, std::string_view text) {
 }
 
 /// Opens a file that must not exist yet, links included; below zero where it fails.
-int openNew(const fs::path& path, mode_t mode) {
-    return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+int openNew(const char* path, mode_t mode) {
+    return ::open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
 }
 
 int openToRead(const fs::path& path, int flags = 0) {
@@ -108,7 +108,7 @@ fs::path behindLinks(const fs::path& path) {
 struct Unfinished {
     std::shared_mutex making; ///< shared by those that make one
     std::mutex listing;
-    std::vector<const fs::path*> files;
+    std::vector<const std::string*> files;
 };
 
 Unfinished& unfinished() {
@@ -337,7 +337,7 @@ PendingFile::PendingFile(const fs::path& path, std::string_view text, Flush flus
 
 PendingFile::~PendingFile() {
     if (unfinished_) {
-        removeOwnFile(beside_);
+        removeOwnFile(beside_.c_str());
         forget();
     }
 }
@@ -348,10 +348,11 @@ int PendingFile::openBeside(unsigned mode) {
     static const std::string prefix = ".korvane-" + std::to_string(::getpid()) + "-";
     Unfinished& all = unfinished();
     for (;;) {
-        beside_ = folderOf(target_) / (prefix + std::to_string(counter++));
+        const std::string& target = target_.native();
+        beside_ = target.substr(0, target.rfind('/') + 1) + prefix + std::to_string(counter++);
         list(); // first, so that nothing can fail once the file is there
         const std::shared_lock making(all.making);
-        const int handle = openNew(beside_, mode);
+        const int handle = openNew(beside_.c_str(), mode);
         if (handle >= 0) {
             unfinished_ = true;
             return handle;
@@ -401,8 +402,8 @@ void abandonPendingFiles() {
     Unfinished& all = unfinished();
     all.making.lock();
     const std::lock_guard lock(all.listing);
-    for (const fs::path* file : all.files) {
-        removeOwnFile(*file);
+    for (const std::string* file : all.files) {
+        removeOwnFile(file->c_str());
     }
 }
 
@@ -424,7 +425,7 @@ std::vector<RuntimeError> takeFilesLeft() noexcept {
 }
 
 bool createExclusively(const fs::path& path) {
-    const int handle = openNew(path, 0600);
+    const int handle = openNew(path.c_str(), 0600);
     if (handle < 0 && (errno == EEXIST || errno == ELOOP)) {
         return false;
     }

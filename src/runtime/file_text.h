@@ -87,7 +87,7 @@ class PendingFile {
 
     std::filesystem::path path_;   ///< as named, for faults
     std::filesystem::path target_; ///< behind the links
-    std::filesystem::path beside_; ///< what is there until it is placed
+    std::string beside_;           ///< what is there until it is placed
     std::string direct_;           ///< the text for a device
     bool isDevice_;
     bool isFree_;             ///< nothing stood in the place
