@@ -327,7 +327,7 @@ void RunRecord::keep(std::string_view head, const std::string& text) {
         if (!hasCopy_) {
             removeOwnFile(copy); // an empty one is no copy
         }
-        throw *fault;
+        throw RuntimeError(*fault);
     }
     hasCopy_ = true;
     isStuck_ = false;

@@ -121,7 +121,7 @@ std::string rescueInput(const Session& session) {
             }
             if (const auto fault = runGuarded([&] { rewriteFile(name, inputFileText(problem)); })) {
                 removeOwnFile(name); // no file that holds half
-                throw *fault;
+                throw RuntimeError(*fault);
             }
             kept = name.string();
         }

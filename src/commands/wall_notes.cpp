@@ -20,7 +20,7 @@ std::vector<Note> workOut(Session& session) {
 std::optional<RuntimeError> workOutBusily(Session& session, Desktop& desktop,
                                           std::vector<Note>& list) {
     desktop.SetBusy(true);
-    const auto fault = runGuarded([&] { list = workOut(session); });
+    auto fault = runGuarded([&] { list = workOut(session); });
     desktop.SetBusy(false);
     return fault;
 }

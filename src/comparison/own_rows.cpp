@@ -83,6 +83,14 @@ std::string readName(const toml::table& table, const std::vector<OwnRow>& rows) 
     return *name;
 }
 
+std::string unknownAmendment(const std::string& name) {
+    std::string known;
+    for (const AmendmentName& amendment : AmendmentNames) {
+        (known += known.empty() ? "" : ", ") += amendment.name;
+    }
+    return "'" + name + "' is an unknown amendment; known: " + known;
+}
+
 void readAmendments(OwnRow& row, const toml::node& node) {
     const toml::array* names = node.as_array();
     if (names == nullptr) {
@@ -91,11 +99,7 @@ void readAmendments(OwnRow& row, const toml::node& node) {
     for (const toml::node& entry : *names) {
         const std::string name = entry.value<std::string>().value_or("");
         if (!amend(row.amendments, name)) {
-            std::string known;
-            for (const AmendmentName& amendment : AmendmentNames) {
-                known += (known.empty() ? "" : ", ") + std::string(amendment.name);
-            }
-            refuse(entry.source(), "'" + name + "' is an unknown amendment; known: " + known);
+            refuse(entry.source(), unknownAmendment(name));
         }
     }
 }

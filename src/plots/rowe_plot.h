@@ -23,7 +23,7 @@ std::vector<RoweSection> roweSections(const PileSections& sections,
 
 /// Draws the two curves at the wall's ALPHA from RoweSandCurve as it stands (all zero, on the
 /// bottom line, after a report for clay), and each section whose place lies in the diagram.
-void drawRowePlot(Surface& surface, const PileSections& sections, const MomentReduction& reduction,
+void drawRowePlot(Surface& surface, const PileSections& sections, const MomentReduction& rowe,
                   Medium medium);
 
 } // namespace korvane

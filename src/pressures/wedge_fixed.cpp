@@ -128,7 +128,7 @@ Point FixedPlanes::groundPoint(const Point& from, double k) const {
 Point FixedPlanes::groundPointAlong(int boundary, const Point& from, double k) const {
     const Point ground = groundPoint(from, k);
     const WedgeLayer& below = layerOf(side_, boundary + 1);
-    const LinePoint& end = side_.points[static_cast<std::size_t>(below.edge.first + 1)];
+    const LinePoint& end = side_.points[static_cast<std::size_t>(below.edge.first) + 1];
     return std::abs(ground.x - end.x) <= BoundaryNoise * MaxOf(1, end.x) ? Point{end.x, end.y}
                                                                          : ground;
 }

@@ -286,6 +286,7 @@ void Sweep::takeAbreast(RowExtremes& extremes) const {
     least.fill(none);
     const auto take = [&](std::size_t n, std::size_t lane) {
         most[lane] = MaxOf(most[lane], active_[n]);
+        // NOLINTNEXTLINE(bugprone-narrowing-conversions): infinity is a double
         least[lane] = MinOf(least[lane], passive_[n] >= LeastPassiveForce ? passive_[n] : none);
         zeros[lane] += push_[n] * 0;
     };

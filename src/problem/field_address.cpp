@@ -13,6 +13,7 @@ constexpr std::string_view SideNames[] = {"right", "left"}; // by side, from Rig
 
 std::vector<std::string_view> fieldNames() {
     std::vector<std::string_view> names;
+    names.reserve(FieldCount);
     for (int place = 0; place < FieldCount; ++place) {
         names.emplace_back(rulesOf(static_cast<ProblemField>(place)).name);
     }
@@ -63,15 +64,15 @@ std::string formOf(const FieldRules& rules) {
 /// Single characters to be put in, left out or changed to come from one text to the other; those
 /// that differ in case alone count nothing.
 std::size_t editsBetween(std::string_view one, std::string_view other) {
-    const auto lower = [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    const auto lower = [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     };
     std::vector<std::size_t> edits(other.size() + 1);
     std::iota(edits.begin(), edits.end(), std::size_t{0});
-    for (std::size_t i = 0; i < one.size(); ++i) {
+    for (const char letter : one) {
         std::size_t diagonal = edits[0]++;
         for (std::size_t j = 0; j < other.size(); ++j) {
-            const std::size_t changed = diagonal + (lower(one[i]) == lower(other[j]) ? 0 : 1);
+            const std::size_t changed = diagonal + (lower(letter) == lower(other[j]) ? 0 : 1);
             diagonal = edits[j + 1];
             edits[j + 1] = std::min({changed, diagonal + 1, edits[j] + 1});
         }

@@ -95,7 +95,10 @@ double leastOfLaterStrips(const Problem&, int, int strip) {
 /// Either flank of a triangle may be upright, not both.
 double endOfUprightTriangle(const Problem& problem, int side, int load) {
     const double peak = problem.VTriPeak(side, load);
-    return peak == problem.VTriStart(side, load) ? peak : NoLower;
+    if (peak == problem.VTriStart(side, load)) {
+        return peak;
+    }
+    return NoLower;
 }
 
 // ---- the table

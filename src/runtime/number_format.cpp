@@ -277,7 +277,7 @@ std::optional<Scientific> scientific(double size, int decimals) {
     if (decimals > mostDecimals || !(size > 1e-15 && size < 1e15)) {
         return std::nullopt;
     }
-    const double beyond = powersOfTen[static_cast<std::size_t>(decimals + 1)];
+    const double beyond = powersOfTen[static_cast<std::size_t>(decimals) + 1];
     int exponent = (std::ilogb(size) * 1233) >> 12; // log10(2): right or one too small
     if (scaled(size, decimals - exponent) >= beyond) {
         ++exponent;

@@ -72,7 +72,7 @@ class DataScreen : public ScreenWindow {
     /// The counts and kinds that the texts of the screen mean; empty fields have given 0.
     virtual void takeCounts(Problem&) {}
     /// Where a field's value stands in a problem; null where it has none there.
-    virtual const void* placeOf(const Field& field, Problem& problem);
+    virtual const void* placeOf(const Field& field, Problem& typed);
 
     // ---- boxes ----
 

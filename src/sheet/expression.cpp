@@ -213,7 +213,6 @@ class Printer {
         case Form::Negate:
             return SumBinding;
         case Form::Multiply:
-            return ProductBinding;
         case Form::Function:
             return ProductBinding;
         case Form::Power:

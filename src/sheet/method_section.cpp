@@ -235,8 +235,9 @@ void checkSide(SheetWriter& writer, const SheetRequest& request, const PressureS
         const LayerWork work = layerWork(request.problem, side, layer, searched);
         const std::string at = "layer " + std::to_string(layer);
         if (engine.KaSource != CoefficientSource::None) {
-            writer.check("Ka, " + place + ", " + at, Quantity::Number, work.Ka, engine.Ka);
-            writer.check("Kp, " + place + ", " + at, Quantity::Number, work.Kp, engine.Kp);
+            const std::string here = place + ", " + at;
+            writer.check("Ka, " + here, Quantity::Number, work.Ka, engine.Ka);
+            writer.check("Kp, " + here, Quantity::Number, work.Kp, engine.Kp);
         }
         if (work.given) {
             continue;

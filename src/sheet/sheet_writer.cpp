@@ -36,7 +36,7 @@ std::vector<std::string> leanElements(std::string_view& rest) {
             whole = whole.substr(row.size(), whole.size() - 2 * row.size() - 1);
         }
         const bool lone = open == row && parts.size() == 1 && whole.front() == '<';
-        elements.push_back(lone ? whole : open + whole + close);
+        elements.push_back(lone ? whole : (std::string(open) += whole) += close);
     }
     return elements;
 }

@@ -49,11 +49,9 @@ struct Interval {
     double stressBottom = 0; ///< likewise
 
     Expr stressAt(double elev) const {
-        const Expr sum =
-            term("σ", "0", stressTop, Quantity::Stress) +
-            (term("y", "0", top, Quantity::Length) - term("y", "", elev, Quantity::Length)) *
-                term("γ", "", weight, Quantity::UnitWeight);
-        return sum;
+        return term("σ", "0", stressTop, Quantity::Stress) +
+               (term("y", "0", top, Quantity::Length) - term("y", "", elev, Quantity::Length)) *
+                   term("γ", "", weight, Quantity::UnitWeight);
     }
     /// The same where water bears a share.
     Expr effectiveAt(double elev) const {

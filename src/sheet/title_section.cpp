@@ -216,13 +216,14 @@ void writeChecks(SheetWriter& writer) {
     std::string rows;
     for (const Check& check : checks) {
         const auto cell = [&](double value, int digits, const std::string& unit) {
-            std::string text = "–";
+            std::string text = "<td>";
             if (std::isfinite(value)) {
-                text.clear();
                 appendShortest(text,
                                roundedTo(inUnits(check.quantity, value, writer.units()), digits));
+            } else {
+                text += "–";
             }
-            return "<td>" + text + unit + "</td>";
+            return (text += unit) += "</td>";
         };
         constexpr int digits = 9;
         const std::string unit = unitMarkup(check.quantity, writer.units());

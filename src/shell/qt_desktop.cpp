@@ -45,7 +45,7 @@ class PlainFileIcons : public QFileIconProvider {
 QString examplesFolder() {
     const QDir program(QCoreApplication::applicationDirPath());
     for (const char* place : {KORVANE_EXAMPLES, "../../../../examples"}) {
-        const QString folder = QDir::cleanPath(program.filePath(place));
+        QString folder = QDir::cleanPath(program.filePath(place));
         if (QFileInfo(folder).isDir()) {
             return folder;
         }

@@ -36,7 +36,7 @@ double numberOf(QString digits) {
 
 QString studyProgram() {
     const QDir here(QCoreApplication::applicationDirPath());
-    const QString beside = QStandardPaths::findExecutable(ProgramName, {here.path()});
+    QString beside = QStandardPaths::findExecutable(ProgramName, {here.path()});
     if (!beside.isEmpty()) {
         return beside;
     }

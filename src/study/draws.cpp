@@ -148,7 +148,7 @@ OT::Distribution unbounded(std::string_view text) {
 
 /// Throws StudyFault or what OpenTURNS throws.
 OT::Distribution distributionOf(const Variable& variable) {
-    const OT::Distribution plain = unbounded(variable.distribution);
+    OT::Distribution plain = unbounded(variable.distribution);
     const auto& [least, largest] = variable.bounds;
     if (!least && !largest) {
         return plain;

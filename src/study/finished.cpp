@@ -88,6 +88,7 @@ std::vector<Ending> endingsOf(const Store& store) {
                          }
                      });
     std::vector<Ending> all;
+    all.reserve(alike.size());
     for (const auto& [key, ending] : alike) {
         all.push_back(ending);
     }

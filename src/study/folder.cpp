@@ -53,7 +53,7 @@ std::string identityOf(const Study& study) {
     std::string text = "KORVANE study";
     for (const auto& [key, value] : provenanceOf(study)) {
         if (!key.ends_with("Text")) { // their hashes do
-            text += "\n" + key + " " + value;
+            (((text += '\n') += key) += ' ') += value;
         }
     }
     return text + LastLine;

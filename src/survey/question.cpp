@@ -75,6 +75,7 @@ std::string variableTitle(const AskedVariable& variable) {
 std::vector<double> valuesOf(const AskedVariable& variable) {
     constexpr int Digits = 12;
     std::vector<double> values;
+    values.reserve(static_cast<std::size_t>(std::max(variable.steps, 1)));
     const double step = (variable.high - variable.low) / (variable.steps - 1);
     for (int k = 0; k < variable.steps - 1; ++k) {
         values.push_back(roundedTo(variable.low + k * step, Digits));

@@ -163,6 +163,7 @@ std::vector<Varying> varyingIn(const Problem& problem, UnitSystem units) {
         addresses.begin(), addresses.end(),
         [&](const FieldAddress& a, const FieldAddress& b) { return order(a) < order(b); });
     std::vector<Varying> all;
+    all.reserve(addresses.size());
     for (const FieldAddress& address : addresses) {
         all.push_back(varying(problem, address, units));
     }

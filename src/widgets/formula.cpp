@@ -91,7 +91,7 @@ class Reader {
 
     QString words() {
         const qsizetype end = std::max(at_, tex_.indexOf('}', at_));
-        const QString text = tex_.mid(at_ + 1, end - at_ - 1).toString();
+        QString text = tex_.mid(at_ + 1, end - at_ - 1).toString();
         at_ = end + 1;
         return text;
     }

@@ -176,6 +176,7 @@ Box scriptBox(const Formula& part, const QFont& font) {
 
 std::vector<Box> boxesOf(const std::vector<Formula>& parts, const QFont& font) {
     std::vector<Box> boxes;
+    boxes.reserve(parts.size());
     for (const Formula& part : parts) {
         boxes.push_back(layOut(part, font));
     }

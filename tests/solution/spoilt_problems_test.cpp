@@ -409,7 +409,7 @@ TEST(SpoiltProblems, WhatOneOfFilesAndScreensTakesIsSolved) {
     const auto cameByFile = [&road](const Problem& problem) {
         const auto read = fromFile(problem);
         EXPECT_TRUE(read);
-        const Came came(road.runIn(road.ofFiles, read.value_or(problem), WedgeMethod::Sweep));
+        Came came(road.runIn(road.ofFiles, read.value_or(problem), WedgeMethod::Sweep));
         EXPECT_FALSE(came.numbers.empty());
         return came;
     };

@@ -32,6 +32,7 @@ Problem sloping(Problem problem) {
 
 std::vector<Problem> manyWalls(int count) {
     std::vector<Problem> walls;
+    walls.reserve(static_cast<std::size_t>(count));
     RandomProblems plain(2026);
     NastyProblems nasty(2026);
     for (int wall = 0; wall < count; ++wall) {

@@ -285,7 +285,7 @@ TEST(StudyReport, OnlySamplesHaveMoments) {
         }
         desk.runStudy(text, name);
         const std::string html = report(desk, name);
-        const auto numbers = [&](const std::string& where) {
+        const auto numbers = [&desk, &name = name](const std::string& where) {
             return desk.number(name, "SELECT count(*) FROM statistics WHERE subject = "
                                      "'penetration' AND " +
                                          where);

@@ -51,10 +51,9 @@ class StudyDesk {
 };
 
 /// A study of an example by its name, from text; fails the test where there is a fault.
-Study studyOf(const std::string& text, const std::string& example = "cantilever-dry-sand.dat");
+Study studyOf(const std::string& text, const std::string& name = "cantilever-dry-sand.dat");
 /// The fault of a study; fails the test where there is none.
-std::string faultOf(const std::string& text,
-                    const std::string& example = "cantilever-dry-sand.dat");
+std::string faultOf(const std::string& text, const std::string& name = "cantilever-dry-sand.dat");
 
 /// "[study]" with the base "wall.dat", a method and further lines.
 std::string head(const std::string& method, const std::string& more = {});

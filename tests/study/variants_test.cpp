@@ -129,8 +129,9 @@ TEST(Variants, TiesThatFollowTiesDoNotDependOnTheirOrder) {
     // Friction on the left is 2 below that on the right, that of the wall half of the left one.
     const std::string first = tie("SoilFriction.left.1", "SoilFriction.right.1", "add = -2");
     const std::string then = tie("SoilWallFriction.left.1", "SoilFriction.left.1", "factor = 0.5");
+    const std::string start = head("grid") + Drawn;
     for (const std::string& ties : {first + then, then + first}) {
-        const Study study = studyOf(head("grid") + Drawn + ties);
+        const Study study = studyOf(start + ties);
         Evaluation evaluation(study);
         for (const double friction : {30.0, 36.0, 30.0}) { // whatever was solved before
             evaluation.solve({friction});
@@ -321,12 +322,12 @@ TEST(Variants, RowsAreThoseOfTheBatchProgramToTheBit) {
             ASSERT_EQ(rows.size(), 1U);
             TextRow expected;
             for (const char* name : {"penetration", "anchorForce"}) {
-                for (const int level : {0, 1}) {
+                for (const std::size_t level : {0U, 1U}) {
                     expected.push_back(bits(json["levels"][level][name]));
                 }
             }
             for (const char* part : {"value", "elev"}) {
-                for (const int level : {0, 1}) {
+                for (const std::size_t level : {0U, 1U}) {
                     expected.push_back(bits(json["levels"][level]["maxMoment"][part]));
                 }
             }
