@@ -71,7 +71,7 @@ class Statement {
     }
     ~Statement() { sqlite3_finalize(statement_); }
     Statement(Statement&& other) noexcept
-        : database_(other.database_), path_(other.path_),
+        : database_(other.database_), path_(std::move(other.path_)),
           statement_(std::exchange(other.statement_, nullptr)) {}
     Statement& operator=(Statement&& other) noexcept {
         std::swap(database_, other.database_);
@@ -311,10 +311,11 @@ struct Store::Contents {
         for (const auto& [key, value] : expected) {
             const std::string there = provenance(key);
             if (there != value) {
-                const bool isText = key.ends_with("Text");
-                throw OtherStudyFault{
-                    {path + " holds rows of another study" +
-                     (isText ? "" : ": " + key + " is " + there + ", not " + value)}};
+                std::string fault = path + " holds rows of another study";
+                if (!key.ends_with("Text")) {
+                    ((((fault += ": ") += key) += " is ") += there) += ", not " + value;
+                }
+                throw OtherStudyFault{{fault}};
             }
         }
     }
@@ -548,6 +549,7 @@ void Store::queryCells(const std::string& sql,
     const Interruptible work(contents_->database);
     Statement get = contents_->prepare(sql);
     std::vector<std::string> cells;
+    cells.reserve(static_cast<std::size_t>(get.columns()));
     for (int n = 0; n < get.columns(); ++n) {
         cells.push_back(get.columnName(n));
     }

@@ -135,6 +135,7 @@ class StudyReader {
         for (const std::string& name : study_.amendments) {
             if (!amend(study_.options.amendments, name)) {
                 std::vector<std::string_view> known;
+                known.reserve(AmendmentNames.size());
                 for (const AmendmentName& amendment : AmendmentNames) {
                     known.push_back(amendment.name);
                 }

@@ -45,7 +45,7 @@ std::optional<std::string> TomlTable::text(std::string_view key) const {
     if (node == nullptr) {
         return std::nullopt;
     }
-    const auto text = node->value_exact<std::string>();
+    auto text = node->value_exact<std::string>();
     if (!text) {
         fail(key, "must be a text in quotation marks");
     }

@@ -22,9 +22,7 @@ TEST(MarkupParser, FindsWhatIsWrong) {
          {"<p>a", "<p>a</div>", "<p>a & b</p>", "<p><table></table></p>", "<blink>a</blink>",
           "<p id=\"a\"></p><p id=\"a\"></p>", "<tr></tr>", "<p class=a></p>", "<p>&nbsp;</p>",
           "<math><mfrac><mn>1</mn></mfrac></math>", "<script></script>",
-          "<p style=\"background: url(a.png)\"></p>",
-          "<svg><use "
-          "href=\"http://a\"/></svg>"}) {
+          "<p style=\"background: url(a.png)\"></p>", "<svg><use href=\"http://a\"/></svg>"}) {
         EXPECT_NE(htmlFault(page(body)), "") << body;
     }
 }
