@@ -35,7 +35,7 @@ def statuses_of_guide():
     """Exit status to the options that the guide names beside it."""
     text = (ROOT / "docs/guide/09-batch.md").read_text(encoding="utf-8")
     statuses = {}
-    for status, means in re.findall(r"^\| (\d\d?) \| ([^|]*)\|", text[text.index("## Exit statuses"):], re.M):
+    for status, means in re.findall(r"^\| (\d+(?:, \d+)*) \| ([^|]*)\|", text[text.index("## Exit statuses"):], re.M):
         statuses.setdefault(status, set()).update(OPTION.findall(means))
     return statuses
 
@@ -44,7 +44,7 @@ def statuses_of_page(text):
     section = text[text.index(".SH EXIT STATUS\n") + 1:]
     section = section[:section.index("\n.SH ")]
     return {status: set(OPTION.findall(means))
-            for status, means in re.findall(r"^\.B (\d+)\n((?:[^.].*\n?)*)", section, re.M)}
+            for status, means in re.findall(r"^\.BR? (\d.*)\n((?:[^.].*\n?)*)", section.replace(' ", " ', ', '), re.M)}
 
 
 def main():
