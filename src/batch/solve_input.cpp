@@ -245,6 +245,7 @@ void solve(Run& run) {
         return;
     }
     if (run.options.check) {
+        run.stage = {Doing::Preparing};
         guarded(run, [&] { check(run); });
         return;
     }

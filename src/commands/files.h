@@ -66,7 +66,7 @@ std::string makeTemporaryFile(Session& session, const std::string& extension);
 /// (any other mode), in the units of that file, and sets FileLineCount.
 void WriteInputData(Session& session, Desktop& desktop, const std::string& mode);
 
-/// Deletes every temporary and scratch file of the session, blanks their names, and closes the
+/// Deletes every temporary file of the session, blanks their names, and closes the
 /// help.
 void DeleteTempFiles(Session& session, Desktop& desktop);
 

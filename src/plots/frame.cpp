@@ -8,8 +8,7 @@ namespace korvane {
 
 namespace {
 
-/// Lower edge of the bottom elevation's text, on paper in the coordinates of the screen.
-constexpr double BottomTextOnScreen = 5364;
+/// Lower edge of the bottom elevation's text on paper, in the coordinates of the screen.
 constexpr double BottomTextOnPaper = 5400;
 
 void drawScaleRow(Sheet& sheet, const OneScaleFrame& frame) {

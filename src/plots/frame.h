@@ -12,8 +12,9 @@
 
 namespace korvane {
 
-inline constexpr double ElevationColumn = 864; ///< the column's middle, twips on the screen
-inline constexpr double ScaleRow = 864;        ///< the middle of the row of scale values
+inline constexpr double ElevationColumn = 864;     ///< the column's middle, twips on the screen
+inline constexpr double ScaleRow = 864;            ///< the middle of the row of scale values
+inline constexpr double BottomTextOnScreen = 5364; ///< lower edge of the bottom elevation's text
 inline constexpr double FirstTitleY = 216;
 inline constexpr double SecondTitleY = 432;
 

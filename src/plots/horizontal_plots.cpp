@@ -17,7 +17,6 @@ namespace {
 
 constexpr double AxisLeft = 2160;
 constexpr double AxisRight = 7920;
-constexpr double WallX = 5040;
 constexpr double WallBottom = 5320;
 constexpr double LoadReach = 2880; ///< of the scale's load
 constexpr double HeadLength = 72;  ///< of an arrow

@@ -23,6 +23,8 @@ enum InputPlotNumber {
 };
 inline constexpr int InputPlotCount = InputWaterPlot;
 
+inline constexpr double WallX = 5040; ///< of the wall in the sketches of loads, twips on the screen
+
 /// The kind of load that a view shows; none for the others and for a number that names no view.
 constexpr std::optional<Load> loadOfPlot(int plotNumber) {
     switch (plotNumber) {

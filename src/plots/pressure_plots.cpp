@@ -13,8 +13,7 @@ namespace {
 constexpr double SideBoxWidth = 2880;
 constexpr double KindY = 576; ///< upper edge of the words "PASSIVE" and "ACTIVE"
 
-/// Lower edge of the bottom elevation's text, on paper in the coordinates of the screen.
-constexpr double BottomTextOnScreen = 5364;
+/// Lower edge of the bottom elevation's text on paper, in the coordinates of the screen.
 constexpr double BottomTextOnPaper = 5328;
 
 /// Where the parts of a side's diagram stand, twips on the screen.

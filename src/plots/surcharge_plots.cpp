@@ -14,7 +14,6 @@ namespace {
 constexpr double AxisLeft = 1440;
 constexpr double AxisRight = 8640;
 constexpr double AxisY = 3744;
-constexpr double WallX = 5040;
 constexpr double BaseLine = 3024;   ///< of the loads
 constexpr double LoadHeight = 1440; ///< of the largest load
 constexpr double FullReach = 3600;  ///< of the largest distance

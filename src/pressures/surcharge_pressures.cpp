@@ -80,25 +80,26 @@ void listVariableLoad(const Problem& problem, int side, Loads& loads) {
 }
 
 /// Adds load `i` of a kind.
-void listLoad(const Problem& problem, int side, SurchargeKind kind, int i, Loads& loads) {
+void listLoad(const Problem& problem, int side, Load kind, int i, Loads& loads) {
     switch (kind) {
-    case SurchargeKind::Line:
+    case Load::Line:
         return listLine(problem, side, i, loads);
-    case SurchargeKind::Strip:
+    case Load::Strip:
         return listStrip(problem, side, i, loads);
-    case SurchargeKind::Ramp:
+    case Load::Ramp:
         return listRamp(problem, side, loads);
-    case SurchargeKind::Triangle:
+    case Load::Triangle:
         return listTriangle(problem, side, i, loads);
-    case SurchargeKind::Variable:
+    case Load::Variable:
         return listVariableLoad(problem, side, loads);
+    default:
+        return;
     }
 }
 
 void listLoads(const Problem& problem, int side, Loads& loads) {
     loads.clear();
-    forEachLoad(problem, side,
-                [&](SurchargeKind kind, int i) { listLoad(problem, side, kind, i, loads); });
+    forEachLoad(problem, side, [&](Load kind, int i) { listLoad(problem, side, kind, i, loads); });
 }
 
 /// Where the end of a straight load is seen from a depth.
@@ -167,7 +168,7 @@ void recordShares(const State& state, int side, int surfaceRow, double surface) 
         shares.elev.push_back(grid.ElevGrid(i));
         shares.sum.push_back(state.pressures.SurchargePressures(side, i));
     }
-    forEachLoad(*state.problem, side, [&](SurchargeKind kind, int i) {
+    forEachLoad(*state.problem, side, [&](Load kind, int i) {
         Loads load;
         listLoad(*state.problem, side, kind, i, load);
         SurchargeShare& share = shares.loads.emplace_back();

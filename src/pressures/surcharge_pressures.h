@@ -1,10 +1,11 @@
 // Pressures of vertical surcharges by the theory of elasticity.
 #pragma once
 
+#include "problem/loads.h"
 #include "state/pressure_details.h"
 #include "state/state.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace korvane {
 
@@ -22,15 +23,11 @@ void ComputeSurchargePressures(State& state, int side);
 /// their pressures are added up; a ramp and a variable load are one each.
 template <class Take>
 void forEachLoad(const Problem& problem, int side, Take take) {
-    const std::pair<SurchargeKind, int> counts[] = {
-        {SurchargeKind::Line, problem.VLineCount(side)},
-        {SurchargeKind::Strip, problem.VStripCount(side)},
-        {SurchargeKind::Ramp, problem.VRampCount(side) > 0 ? 1 : 0},
-        {SurchargeKind::Triangle, problem.VTriCount(side)},
-        {SurchargeKind::Variable, problem.VVarCount(side) > 0 ? 1 : 0}};
-    for (const auto& [kind, count] : counts) {
-        for (int i = 1; i <= count; ++i) {
-            take(kind, i);
+    for (const LoadRules& rules : GroundLoads) {
+        const bool single = rules.load == Load::Ramp || rules.load == Load::Variable;
+        const int rows = rules.load == Load::Uniform ? 0 : rules.rows(problem, side);
+        for (int i = 1; i <= (single ? std::min(rows, 1) : rows); ++i) {
+            take(rules.load, i);
         }
     }
 }

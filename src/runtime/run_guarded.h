@@ -1,4 +1,4 @@
-// The one place that catches: faults become values.
+// The one place that catches run-time errors of a solution or a command: faults become values.
 #pragma once
 
 #include "runtime/runtime_error.h"

@@ -1,4 +1,4 @@
-// Run-time errors: the one exception type of the program.
+// Run-time errors: the one exception type of what solves, reports, draws and shows.
 #pragma once
 
 #include <exception>

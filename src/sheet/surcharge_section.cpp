@@ -61,18 +61,18 @@ std::vector<LoadPart> rampParts(const Problem& problem, int side) {
     return parts;
 }
 
-std::vector<LoadPart> partsOf(const Problem& problem, int side, SurchargeKind kind, int i) {
+std::vector<LoadPart> partsOf(const Problem& problem, int side, Load kind, int i) {
     std::vector<LoadPart> parts;
     switch (kind) {
-    case SurchargeKind::Line:
+    case Load::Line:
         return {linePart(problem, side, i)};
-    case SurchargeKind::Strip: {
+    case Load::Strip: {
         const double load = problem.VStripLoad(side, i);
         return {straightPart(load, problem.VStripStart(side, i), load, problem.VStripEnd(side, i))};
     }
-    case SurchargeKind::Ramp:
+    case Load::Ramp:
         return rampParts(problem, side);
-    case SurchargeKind::Triangle: {
+    case Load::Triangle: {
         const double peak = problem.VTriPeak(side, i);
         const double load = problem.VTriLoad(side, i);
         if (peak > problem.VTriStart(side, i)) {
@@ -83,7 +83,7 @@ std::vector<LoadPart> partsOf(const Problem& problem, int side, SurchargeKind ki
         }
         return parts;
     }
-    case SurchargeKind::Variable:
+    case Load::Variable:
         for (int point = 1; point < problem.VVarCount(side); ++point) {
             const double x1 = problem.VVarDist(side, point);
             const double x2 = problem.VVarDist(side, point + 1);
@@ -93,8 +93,9 @@ std::vector<LoadPart> partsOf(const Problem& problem, int side, SurchargeKind ki
             }
         }
         return parts;
+    default:
+        return parts;
     }
-    return parts;
 }
 
 /// Boussinesq's formula for a load that varies on a straight line, not doubled for a rigid wall.
@@ -205,30 +206,31 @@ double pressureOf(const std::vector<LoadPart>& parts, double z) {
     return sum;
 }
 
-const char* kindName(SurchargeKind kind) {
+const char* kindName(Load kind) {
     switch (kind) {
-    case SurchargeKind::Line:
+    case Load::Line:
         return "Line load";
-    case SurchargeKind::Strip:
+    case Load::Strip:
         return "Strip load";
-    case SurchargeKind::Ramp:
+    case Load::Ramp:
         return "Ramp load";
-    case SurchargeKind::Triangle:
+    case Load::Triangle:
         return "Triangular load";
-    case SurchargeKind::Variable:
+    case Load::Variable:
         return "Variable load";
+    default:
+        return "";
     }
-    return "";
 }
 
-std::string loadName(SurchargeKind kind, int i) {
-    const bool single = kind == SurchargeKind::Ramp || kind == SurchargeKind::Variable;
+std::string loadName(Load kind, int i) {
+    const bool single = kind == Load::Ramp || kind == Load::Variable;
     return kindName(kind) + (single ? std::string() : " " + std::to_string(i));
 }
 
 /// A load at the row where it presses most.
 struct LargestRow {
-    SurchargeKind kind = SurchargeKind::Line;
+    Load kind = Load::Line;
     std::string name;
     double elev = 0, depth = 0; ///< FT
     std::vector<LoadPart> parts;
@@ -434,9 +436,8 @@ void checkSums(SheetWriter& writer, const SheetRequest& request, const PressureS
 
 double surchargeAt(const Problem& problem, int side, double z) {
     double sum = 0;
-    forEachLoad(problem, side, [&](SurchargeKind kind, int i) {
-        sum += pressureOf(partsOf(problem, side, kind, i), z);
-    });
+    forEachLoad(problem, side,
+                [&](Load kind, int i) { sum += pressureOf(partsOf(problem, side, kind, i), z); });
     return sum;
 }
 
@@ -455,7 +456,7 @@ void writeSurcharges(SheetWriter& writer, const SheetRequest& request, const Pre
     std::vector<LargestRow> rows;
     for (std::size_t n = 0; n < shares.loads.size(); ++n) {
         // A check for each kind of load.
-        const SurchargeKind kind = shares.loads[n].kind;
+        const Load kind = shares.loads[n].kind;
         WorstCheck check(std::string(kindName(kind)) + "s, " + stage.prefix + sideName(side) +
                              " side, rows",
                          Quantity::Stress);

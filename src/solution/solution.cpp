@@ -125,6 +125,7 @@ Failure prepareWall(const Problem& problem, const Options& options, Workspace& w
     contents.options = options;
     contents.done = Step::None;
     contents.results.levelCount = 0;
+    contents.results.review.hasPressures = false;
     contents.reduction = {};
     runStep(state, [&] {
         refuseInvalid(state);

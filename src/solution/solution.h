@@ -52,7 +52,7 @@ class Reached {
 };
 
 /// All that a solution works on and hands over; to be used again and again. The first solution
-/// takes its memory, later ones take none.
+/// takes its memory; later ones of walls no larger take none, unless details are kept.
 class Workspace {
   public:
     Workspace();

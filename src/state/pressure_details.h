@@ -2,6 +2,7 @@
 // of the diagrams, the share of each surcharge, and the governing planes of the wedge methods.
 #pragma once
 
+#include "problem/loads.h"
 #include "runtime/array.h"
 
 #include <vector>
@@ -41,13 +42,10 @@ struct StressInterval {
     StressPoint top, bottom;
 };
 
-/// The kinds of vertical load whose pressures come from the theory of elasticity, in the order in
-/// which they are added up.
-enum class SurchargeKind { Line, Strip, Ramp, Triangle, Variable };
-
-/// One load of a side by coefficients.
+/// One load of a side by coefficients, of a kind whose pressures come from the theory of
+/// elasticity.
 struct SurchargeShare {
-    SurchargeKind kind = SurchargeKind::Line;
+    Load kind = Load::Line;
     int index = 1;                ///< of the load among those of its kind
     std::vector<double> pressure; ///< PSF, by row
 };

@@ -15,6 +15,9 @@ inline constexpr double PressureNoise = 0.0001;
 /// Share of an interval between two breaks of a diagram: a row nearer to the lower one is that.
 inline constexpr double BreakShare = 0.0001;
 
+/// An active factor of safety no larger is none: an analysis looks for one factor of both sides.
+inline constexpr double NoFactor = 0.0001;
+
 /// FT/FT; the seepage gradient of a design's first pass. At it or below seepage has not been worked
 /// out yet.
 inline constexpr double StartGradient = 0.0001;

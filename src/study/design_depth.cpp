@@ -1,11 +1,12 @@
 #include "study/design_depth.h"
 
+#include "state/tolerances.h"
+
 namespace korvane::study {
 
 void makeDesign(const Problem& analysed, Problem& design) {
     // An analysis looks for one factor for both pressures or for the passive one; it takes active
     // factors up to this for none.
-    constexpr double NoFactor = 0.0001;
     const bool one = analysed.FSKind == FactorKind::OneForBoth || analysed.FSActive <= NoFactor;
     design = analysed;
     design.ProgramMode = Mode::Design;

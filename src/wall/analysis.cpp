@@ -3,6 +3,7 @@
 #include "pressures/elevation_grid.h"
 #include "pressures/water_pressures.h"
 #include "runtime/arithmetic.h"
+#include "state/tolerances.h"
 #include "wall/design.h"
 #include "wall/factor_search.h"
 #include "wall/preparation.h"
@@ -15,7 +16,6 @@ namespace korvane {
 namespace {
 
 constexpr int MaxTrials = 10000;
-constexpr double NoFactor = 0.0001; ///< an active factor no larger is none
 
 /// The given active factor of each layer, both levels.
 void takeGivenActiveFactors(State& state) {

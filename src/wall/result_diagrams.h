@@ -6,7 +6,7 @@
 
 namespace korvane {
 
-/// Fills the result rows and the extremes of `level`; BottomIndex(level) becomes the row count.
+/// Fills the result rows and the extremes of `level`.
 void BuildResultDiagrams(State& state, const Beam& beam, int level);
 
 } // namespace korvane

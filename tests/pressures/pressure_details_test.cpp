@@ -153,10 +153,8 @@ TEST(SurchargeShares, FollowTheHandCalculation) {
 
     const SurchargeShares& shares = wall.of(Right).surcharges;
     ASSERT_EQ(shares.loads.size(), 4U);
-    const std::pair<SurchargeKind, int> loads[] = {{SurchargeKind::Line, 1},
-                                                   {SurchargeKind::Line, 2},
-                                                   {SurchargeKind::Strip, 1},
-                                                   {SurchargeKind::Ramp, 1}};
+    const std::pair<Load, int> loads[] = {
+        {Load::Line, 1}, {Load::Line, 2}, {Load::Strip, 1}, {Load::Ramp, 1}};
     const double expected[] = {0.203 * 1000 / 10 / (1.16 * 1.16), 4 * 500 / Pi * 1000 / 40000,
                                400 / Pi * (std::atan(1.5) - std::atan(0.5) + 0.4 - 1.5 / 3.25),
                                100 / (2 * Pi) * (Pi / 2 + 1)};

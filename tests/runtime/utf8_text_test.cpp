@@ -48,8 +48,9 @@ TEST(MessageText, ALineShows200CharactersAtMost) {
 TEST(MessageText, ControlCharactersAreVisible) {
     EXPECT_EQ(messageText("a\tb\rc\x1B[1m\x7F"), "a\\x09b\\x0Dc\\x1B[1m\\x7F");
     EXPECT_EQ(messageText(std::string("\0", 1)), "\\x00");
-    EXPECT_EQ(messageText("\x9B"), "\\x9B");           // a byte that becomes a control character
-    EXPECT_EQ(messageText("\xE2\x80\xAE"), "\\u202E"); // turns the direction of a text
+    EXPECT_EQ(messageText("\x9B"), "\\x9B"); // a byte that becomes a control character
+    // Turns the direction of a text.
+    EXPECT_EQ(messageText("\xE2\x80\xAE"), "\\u202E"); // NOLINT(misc-misleading-bidirectional)
     EXPECT_EQ(messageText("\xE2\x80\xA8"), "\\u2028"); // parts a line
     EXPECT_EQ(messageText("caf\xC3\xA9 \xE2\x82\xAC"), "caf\xC3\xA9 \xE2\x82\xAC");
     // What makes a character visible counts, and is not cut in two.
