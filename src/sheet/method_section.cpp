@@ -235,7 +235,8 @@ void checkSide(SheetWriter& writer, const SheetRequest& request, const PressureS
         const LayerWork work = layerWork(request.problem, side, layer, searched);
         const std::string at = "layer " + std::to_string(layer);
         if (engine.KaSource != CoefficientSource::None) {
-            const std::string here = place + ", " + at;
+            std::string here = place;
+            (here += ", ") += at;
             writer.check("Ka, " + here, Quantity::Number, work.Ka, engine.Ka);
             writer.check("Kp, " + here, Quantity::Number, work.Kp, engine.Kp);
         }

@@ -18,12 +18,15 @@ bool closeFails = false;
 
 } // namespace
 
-// These stand before those of the C library in the whole test program.
-extern "C" ssize_t write(int handle, const void* data, size_t size) {
+// Under these names they stand before those of the C library in the whole test program.
+extern "C" ssize_t faultyWrite(int handle, const void* data, size_t size) __asm__("write");
+extern "C" int faultyClose(int handle) __asm__("close");
+
+extern "C" ssize_t faultyWrite(int handle, const void* data, size_t size) {
     return writeTakesNothing ? 0 : syscall(SYS_write, handle, data, size);
 }
 
-extern "C" int close(int handle) {
+extern "C" int faultyClose(int handle) {
     const auto result = static_cast<int>(syscall(SYS_close, handle));
     if (closeFails) {
         errno = EIO;
