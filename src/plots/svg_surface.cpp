@@ -233,7 +233,9 @@ void SvgSurface::drawText(Point upperLeft, std::string_view text) {
     elements_ += "<text";
     addTwips(elements_, " x=\"", upperLeft.x);
     addTwips(elements_, "\" y=\"", upperLeft.y + Ascent * PlotFontHeight); // the base line
-    elements_ += "\" fill=\"#000000\">";
+    elements_ += '"';
+    attribute(elements_, "fill", Black);
+    elements_ += '>';
     addEscaped(elements_, text);
     elements_ += "</text>\n";
 }
